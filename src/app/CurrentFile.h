@@ -1,0 +1,69 @@
+// The record of the one file under inspection: filled by inspect/ and its callers, read by the store, the
+// details dialog and the player. Every inspection overwrites it.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace quavernet {
+
+/// Facts of the audio stream last inspected.
+struct AudioInfo {
+    std::int16_t BitRate = 0;   ///< Kilobits per second; bits per sample for a wave file.
+    std::int32_t Frequency = 0; ///< Hz; a multiple of 10 for a wave file.
+    std::string Mode;           ///< Texts 447 to 450; "mono" or "stereo" for a wave file.
+    std::string Emphasis;       ///< "no", "50/15", text 451 or "CCITT J 17".
+    std::int16_t Version = 0;   ///< 1, 2, 25 for MPEG 2.5, 0 if reserved.
+    std::int16_t Layer = 0;     ///< 1 to 3, 0 if reserved.
+    std::string PaddingFlag;    ///< The flags are text 453 "Ja" or 452 "Nein".
+    std::string ProtectedFlag;  ///< Yes when the CRC bit is 0.
+    std::int32_t Length = 0;    ///< Play time in whole seconds.
+    std::string CopyFlag;
+    std::string OriginalFlag;
+    std::string PrivateFlag;
+};
+
+/// The 125 bytes behind the mark "TAG", as UTF-8. Widths are in characters; a field that was read keeps its
+/// trailing blanks and NULs.
+struct Id3v1Tag {
+    static constexpr int TextWidth = 30;
+    static constexpr int YearWidth = 4;
+
+    std::string TagTitle;
+    std::string TagArtist;
+    std::string TagAlbum;
+    std::string TagYear;
+    std::string TagComment;
+    std::uint8_t TagGenre = 255; ///< 255 means none.
+};
+
+/// The interface between inspection, scan driver and store. All values are texts, one file at a time.
+struct CurrentFile {
+    std::string CurrentPath;
+    std::string CurrentFileName;
+    std::string DetailsPath;
+
+    std::string FileTitle;
+    std::string FileArtist;
+    std::string FileAlbum;
+    std::string FileQuality; ///< Bit rate in decimal.
+    std::string FileGenre;   ///< Genre number in decimal; "255" means none.
+    std::string FileSize;    ///< Bytes in decimal; megabytes as formatted text once the file is stored.
+    std::string FileName;
+    std::string FilePath;
+    std::string FileDate;
+    std::string FileDrive;
+
+    quavernet::AudioInfo AudioInfo;
+    quavernet::Id3v1Tag Id3v1Tag;
+
+    /// The kind flags keep their value from file to file until a tag is found; HasNoTag stays false for ever.
+    bool HasTagV1 = false;
+    bool HasTagV2 = false;
+    bool HasNoTag = false;
+
+    bool IsVbr = false;   ///< The header last read carries a Xing mark.
+    double VbrFrames = 0; ///< The number behind the Xing mark; kept over files without one.
+};
+
+} // namespace quavernet

@@ -1,0 +1,17 @@
+#include "app/Registry.h"
+
+#include "app/MainModule.h"
+
+namespace quavernet {
+
+std::string GetSettingValue(const std::string& application, const std::string& section,
+                            const std::string& name, const std::string& defaultValue) {
+    return services.settings->Query(application, section, name).value_or(defaultValue);
+}
+
+void SaveSettingValue(const std::string& application, const std::string& section, const std::string& name,
+                      const std::string& value) {
+    services.settings->Set(application, section, name, value);
+}
+
+} // namespace quavernet

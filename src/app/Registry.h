@@ -1,0 +1,21 @@
+// One setting by name, as text. Every reader passes its own default at the call site; a missing value is
+// never an error and a default is never stored.
+#pragma once
+
+#include <string>
+
+namespace quavernet {
+
+/// First two arguments of every settings call.
+inline const std::string SettingsApplication = "Greyfinch Labs\\Quavernet";
+inline const std::string SettingsSection = "Settings";
+
+/// The text stored under the name, or `defaultValue` if none ever was.
+std::string GetSettingValue(const std::string& application, const std::string& section,
+                            const std::string& name, const std::string& defaultValue);
+
+/// Stores the text; a failed write leaves the old value.
+void SaveSettingValue(const std::string& application, const std::string& section, const std::string& name,
+                      const std::string& value);
+
+} // namespace quavernet

@@ -1,0 +1,120 @@
+#include "app/TextHelpers.h"
+
+#include "platform/CodePage.h"
+#include "platform/RuntimeError.h"
+
+#include <algorithm>
+
+namespace quavernet {
+
+namespace {
+
+char Upper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+char Lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+} // namespace
+
+std::string_view TrimLeft(std::string_view text) {
+    const auto first = text.find_first_not_of(' ');
+    return first == std::string_view::npos ? std::string_view() : text.substr(first);
+}
+
+std::string_view TrimRight(std::string_view text) {
+    const auto last = text.find_last_not_of(' ');
+    return last == std::string_view::npos ? std::string_view() : text.substr(0, last + 1);
+}
+
+std::string_view Trim(std::string_view text) {
+    return TrimRight(TrimLeft(text));
+}
+
+std::size_t CharacterCount(std::string_view text) {
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < text.size(); i += CharacterLength(text.substr(i))) {
+        ++count;
+    }
+    return count;
+}
+
+std::string_view LeftCharacters(std::string_view text, std::size_t count) {
+    std::size_t end = 0;
+    while (count > 0 && end < text.size()) {
+        end += CharacterLength(text.substr(end));
+        --count;
+    }
+    return text.substr(0, end);
+}
+
+std::string_view RightCharacters(std::string_view text, std::size_t count) {
+    const std::size_t total = CharacterCount(text);
+    return total <= count ? text : text.substr(LeftCharacters(text, total - count).size());
+}
+
+std::string_view DropRightCharacters(std::string_view text, std::size_t count) {
+    const std::size_t total = CharacterCount(text);
+    if (total < count) {
+        throw RuntimeError(ErrorNumber::InvalidProcedureCall, "Invalid procedure call or argument");
+    }
+    return LeftCharacters(text, total - count);
+}
+
+std::string UpperAscii(std::string_view text) {
+    std::string result(text);
+    std::transform(result.begin(), result.end(), result.begin(), Upper);
+    return result;
+}
+
+std::string LowerAscii(std::string_view text) {
+    std::string result(text);
+    std::transform(result.begin(), result.end(), result.begin(), Lower);
+    return result;
+}
+
+bool ContainsIgnoringCase(std::string_view text, std::string_view part) {
+    return std::search(text.begin(), text.end(), part.begin(), part.end(),
+                       [](char a, char b) { return Upper(a) == Upper(b); }) != text.end() ||
+           part.empty();
+}
+
+std::string StripAtNull(std::string_view text) {
+    return std::string(text.substr(0, text.find('\0')));
+}
+
+std::string StripNulls(std::string_view text) {
+    std::string result;
+    std::copy_if(text.begin(), text.end(), std::back_inserter(result), [](char c) { return c != '\0'; });
+    return std::string(Trim(result));
+}
+
+std::string FileNameFromPath(std::string_view path) {
+    const auto slash = path.rfind('/');
+    return std::string(slash == std::string_view::npos ? path : path.substr(slash + 1));
+}
+
+std::string ReplaceAll(std::string_view text, std::string_view part, std::string_view by) {
+    std::string result;
+    std::size_t from = 0;
+    while (!part.empty()) {
+        const auto found = text.find(part, from);
+        if (found == std::string_view::npos) {
+            break;
+        }
+        result.append(text.substr(from, found - from)).append(by);
+        from = found + part.size();
+    }
+    return result.append(text.substr(from));
+}
+
+int FirstCharacterCode(std::string_view text) {
+    if (text.empty()) {
+        throw RuntimeError(ErrorNumber::InvalidProcedureCall, "Invalid procedure call or argument");
+    }
+    return Windows1252Code(text.substr(0, CharacterLength(text)));
+}
+
+} // namespace quavernet

@@ -1,0 +1,91 @@
+// The one procedure that fills the main list: composes the statement from the filter, reads the rows, filters
+// them by letter and format, and counts. The main window calls it and shows the result.
+#pragma once
+
+#include "platform/ADODB.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quavernet {
+
+/// What the filter controls say. Letter, sort flags and modes are read from mainModule.
+struct ListFilter {
+    std::string SearchText;
+    bool InterpretChecked = true;
+    bool TitleChecked = true;
+    std::optional<std::int64_t> DriveId; ///< ItemData of the chosen entry; nothing for entry 0.
+    std::optional<std::int64_t> GenreId;
+    std::optional<std::int64_t> AlbumId;
+    bool ViewMp3 = true;
+    bool ViewWav = true;
+    bool ViewOgg = true;
+};
+
+/// The six columns of the list.
+enum class ListColumn { Interpret, Title, Length, Size, Quality, Format };
+inline constexpr int ListColumnCount = 6;
+
+/// The listed rows, counted from 1, in compact form; texts are made when they are asked for.
+class ListRows {
+public:
+    std::size_t Count() const { return m_rows.size(); }
+    std::string Text(std::size_t row, ListColumn column) const;
+    std::int64_t RowData(std::size_t row) const; ///< Files.File_id
+
+private:
+    friend class ListLoader;
+    ADODB::RowBlock m_block;           ///< Rows of the statement.
+    std::vector<std::uint32_t> m_rows; ///< Listed row - 1 -> row of the block.
+};
+
+/// What stays of a load beside the rows: the counters are texts, as they are shown.
+struct ListTotals {
+    double TotalMegabytes = 0; ///< Sum of the sizes as shown, in units of 1024 * 1024 bytes.
+    std::string InterpretCount;
+    std::string TitleCount;
+    std::string AlbumCount;
+};
+
+struct ListResult {
+    ListRows Rows;
+    ListTotals Totals;
+};
+
+/// What the load shows while it runs.
+class ListWindow {
+public:
+    virtual ~ListWindow() = default;
+    virtual void SetScanningPanel(const std::string& text) = 0;
+    virtual void ClearList() = 0;              ///< One row, no remembered selection bounds, "plist" disabled.
+    virtual void SetProgress(float value) = 0; ///< 0 to 100
+    virtual float Progress() const = 0;
+};
+
+/// Loads the list; fills mainModule.FilePaths and FileNames and empties SelectedRows. `list` holds File_ids
+/// separated by commas and is used in the modes ShowInGridMode and ShowChartMode alone. Throws RuntimeError
+/// if a statement fails; the status panel then keeps its text.
+ListResult LoadDatabase(const ListFilter& filter, const std::string& list, ListWindow& window);
+
+/// The statement of the list and the three of the counters, for the current mode and sort flags of
+/// mainModule.
+std::string ListStatement(const ListFilter& filter, const std::string& list);
+std::string InterpretCountStatement(const ListFilter& filter, const std::string& list);
+std::string TitleCountStatement(const ListFilter& filter, const std::string& list);
+std::string AlbumCountStatement(const ListFilter& filter, const std::string& list);
+
+/// Texts of the status bar panels.
+std::string FileCountText(std::size_t listed, double totalMegabytes);
+std::string InterpretCountText(const std::string& count);
+std::string TitleCountText(const std::string& count);
+std::string AlbumCountText(const std::string& count);
+
+/// Whether a text passes the letter: "other" takes every first character but plain letters; "A", "O" and "U"
+/// take their umlauts as well.
+bool LetterMatch(std::string_view text, const std::string& letter);
+
+} // namespace quavernet

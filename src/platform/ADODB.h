@@ -1,0 +1,120 @@
+// The library engine as the logic sees it: one connection that takes literal statements, and read-only
+// static recordsets. The adapter lives in platform/sqlite; every part of the logic sends statements.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quavernet::ADODB {
+
+class Connection;
+
+/// One value of the current row. A view: valid until its recordset is closed or destroyed.
+class Field {
+public:
+    enum class Kind : std::uint8_t { Null, Integer, Real, Text };
+
+    Field() = default;
+    explicit Field(std::int64_t value) : m_kind(Kind::Integer), m_integer(value) {}
+    explicit Field(double value) : m_kind(Kind::Real), m_real(value) {}
+    explicit Field(std::string_view value) : m_kind(Kind::Text), m_text(value) {}
+
+    Kind GetKind() const { return m_kind; }
+    bool IsNull() const { return m_kind == Kind::Null; }
+
+    /// The value as text, the way a statement would spell it: integers in decimal, reals in the shortest
+    /// form with a point, dates in the regional short form, null as the empty text.
+    std::string Text() const;
+
+    /// Text without a copy; empty unless GetKind() is Text.
+    std::string_view View() const { return m_text; }
+
+    /// The value as a number; texts are read up to the first character that is no part of one (0 if none),
+    /// null is 0.
+    double Number() const;
+    std::int64_t Integer() const;
+
+private:
+    Kind m_kind = Kind::Null;
+    std::int64_t m_integer = 0;
+    double m_real = 0;
+    std::string_view m_text;
+};
+
+/// The rows of one statement, read to their end: row-major cells over one block of text, so that a row
+/// costs no heap allocation of its own.
+class RowBlock {
+public:
+    explicit RowBlock(std::size_t columns = 0) : m_columns(columns) {}
+
+    void AddNull();
+    void AddInteger(std::int64_t value);
+    void AddReal(double value);
+    void AddText(std::string_view value);
+
+    std::size_t Columns() const { return m_columns; }
+    std::size_t Rows() const { return m_columns == 0 ? 0 : m_cells.size() / m_columns; }
+    Field At(std::size_t row, std::size_t column) const;
+
+private:
+    struct Cell {
+        std::uint64_t payload; ///< Integer or real by its bits; text: offset into m_text.
+        std::uint32_t size;    ///< Length of a text in bytes.
+        Field::Kind kind;
+    };
+
+    std::size_t m_columns;
+    std::vector<Cell> m_cells;
+    std::string m_text;
+};
+
+/// A static, read-only recordset. Pattern of use: Open, test RecordCount, MoveFirst, loop until Eof with
+/// MoveNext, read Fields by position, Close. A new object is made for each statement.
+class Recordset {
+public:
+    /// Runs the statement and reads its rows to the end.
+    /// Throws RuntimeError if the statement fails.
+    void Open(std::string_view statement, Connection& activeConnection);
+    void Close();
+
+    /// Exact number of rows.
+    long RecordCount() const { return static_cast<long>(m_rows.Rows()); }
+    bool Eof() const { return m_position >= m_rows.Rows(); }
+    void MoveFirst() { m_position = 0; }
+    void MoveLast();
+    void MoveNext() { ++m_position; }
+
+    /// Field of the current row, counted from 0 in the order of the select list.
+    /// Throws RuntimeError if there is no current row or no such field.
+    Field Fields(std::size_t position) const;
+
+private:
+    RowBlock m_rows;
+    std::size_t m_position = 0;
+};
+
+/// The one open library. Statements commit by themselves; a failing statement undoes only itself.
+class Connection {
+public:
+    virtual ~Connection() = default;
+
+    /// Opens the library named by "...Data Source=" and its path in the connection string.
+    /// Throws RuntimeError if the file is missing, damaged or no library; the file is then left untouched.
+    virtual void Open(std::string_view connectionString) = 0;
+
+    /// Runs an insert, update or delete. Throws RuntimeError if it fails.
+    virtual void Execute(std::string_view statement) = 0;
+
+    /// Runs a query and reads all rows. Throws RuntimeError if it fails.
+    virtual RowBlock Query(std::string_view statement) = 0;
+
+    /// Brings statements gathered since the last commit to the file. Called before the program waits for
+    /// its user, runs another program or ends. Throws RuntimeError if the file can't be written.
+    virtual void Commit() = 0;
+};
+
+} // namespace quavernet::ADODB

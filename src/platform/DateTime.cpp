@@ -1,0 +1,31 @@
+#include "platform/DateTime.h"
+
+#include <chrono>
+
+namespace quavernet {
+
+namespace {
+
+std::chrono::year_month_day CivilDay(const DateTime& date) {
+    return std::chrono::year(date.year) / std::chrono::month(static_cast<unsigned>(date.month)) /
+           std::chrono::day(static_cast<unsigned>(date.day));
+}
+
+} // namespace
+
+bool IsValidDate(const DateTime& date) {
+    return date.year >= 100 && date.year <= 9999 && date.month > 0 && date.day > 0 && CivilDay(date).ok() &&
+           date.hour >= 0 && date.hour < 24 && date.minute >= 0 && date.minute < 60 && date.second >= 0 &&
+           date.second < 60;
+}
+
+std::int64_t CivilSeconds(const DateTime& date) {
+    const std::int64_t days = std::chrono::sys_days(CivilDay(date)).time_since_epoch().count();
+    return ((days * 24 + date.hour) * 60 + date.minute) * 60 + date.second;
+}
+
+std::int64_t SecondsBetween(const DateTime& from, const DateTime& to) {
+    return CivilSeconds(to) - CivilSeconds(from);
+}
+
+} // namespace quavernet

@@ -1,0 +1,30 @@
+// A point in local civil time, to the second: what files, statements and the clock speak in.
+#pragma once
+
+#include <compare>
+#include <cstdint>
+
+namespace quavernet {
+
+/// year 0 means "no date".
+struct DateTime {
+    int year = 0;
+    int month = 0; ///< 1 to 12
+    int day = 0;   ///< 1 to 31
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+
+    auto operator<=>(const DateTime&) const = default;
+    bool IsSet() const { return year != 0; }
+};
+
+bool IsValidDate(const DateTime& date);
+
+/// Seconds since 1970-01-01 00:00:00 on the same civil clock; no time zone enters.
+std::int64_t CivilSeconds(const DateTime& date);
+
+/// Whole seconds from `from` to `to`.
+std::int64_t SecondsBetween(const DateTime& from, const DateTime& to);
+
+} // namespace quavernet

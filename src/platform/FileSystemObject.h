@@ -1,0 +1,86 @@
+// Folders, files and volumes as the scanner, the tree and the cleaning need them. The adapter lives in
+// platform/posix. Paths and names are bytes from end to end; "/" separates.
+#pragma once
+
+#include "platform/DateTime.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quavernet {
+
+/// What the file system tells of one plain file.
+struct FileFacts {
+    std::string name;          ///< Last part of the path.
+    std::string path;          ///< Full path.
+    std::uint64_t size = 0;    ///< Bytes.
+    DateTime dateCreated;      ///< Birth time, or the modification time where none is kept; local time.
+    DateTime dateLastModified; ///< Local time.
+    std::string drivePath;     ///< Root of the volume that holds the file: its mount point, "/" at least.
+};
+
+struct FolderFile {
+    std::string name;
+    bool hidden = false; ///< The name begins with a dot.
+};
+
+struct FolderContents {
+    std::vector<FolderFile> files;       ///< Plain files (or links to such) in the file system's order.
+    std::vector<std::string> subFolders; ///< Full paths, in the file system's order.
+};
+
+/// An entry that a walk passed over, and why, for the scan log.
+struct SkippedEntry {
+    std::string path;
+    std::string reason;
+};
+
+/// One walk over a folder and what lies below it. It remembers every folder by device and inode, so that
+/// links in circles end. Devices, pipes, sockets, dangling links and entries that may not be read are passed
+/// over and noted.
+class FolderWalk {
+public:
+    virtual ~FolderWalk() = default;
+
+    /// The folder's plain files and the subfolders that this walk has not entered yet. A folder that has
+    /// vanished or may not be read gives empty contents and a note.
+    virtual FolderContents List(const std::string& folder) = 0;
+
+    /// Facts of a listed file, or nothing (with a note) if it has vanished since.
+    virtual std::optional<FileFacts> File(const std::string& path) = 0;
+
+    /// The notes gathered since the last call.
+    virtual std::vector<SkippedEntry> TakeSkipped() = 0;
+};
+
+class FileSystemObject {
+public:
+    virtual ~FileSystemObject() = default;
+
+    /// Starts a walk at a folder. Throws RuntimeError 76 if the folder is missing or can't be opened.
+    virtual std::unique_ptr<FolderWalk> GetFolder(const std::string& path) = 0;
+
+    /// Throws RuntimeError 53 if there is no such plain file.
+    virtual FileFacts GetFile(const std::string& path) = 0;
+
+    virtual bool FileExists(const std::string& path) = 0;
+    virtual bool FolderExists(const std::string& path) = 0;
+
+    /// Creates one folder and its missing parents. Throws RuntimeError 75 if that fails.
+    virtual void CreateFolder(const std::string& path) = 0;
+
+    /// Copies a file: either the whole target stands afterwards or none. Throws RuntimeError 53 if the source
+    /// is missing, 75 if the target can't be written.
+    virtual void CopyFile(const std::string& source, const std::string& target) = 0;
+
+    /// Mount points that hold user data.
+    virtual std::vector<std::string> LogicalDrives() = 0;
+
+    /// The network root behind a volume, or nothing for a local one.
+    virtual std::optional<std::string> NetworkRoot(const std::string& drive) = 0;
+};
+
+} // namespace quavernet

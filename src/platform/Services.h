@@ -1,0 +1,88 @@
+// The small services that the logic asks for: settings store, shell, boxes, dialogs, events, clock. The
+// adapters live in platform/qt and platform/posix; tests bring doubles.
+#pragma once
+
+#include "platform/DateTime.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace quavernet {
+
+/// Named text values of the current user.
+class SettingsStore {
+public:
+    virtual ~SettingsStore() = default;
+
+    /// Nothing if the value was never written; a written empty text is a value. Never fails.
+    virtual std::optional<std::string> Query(const std::string& application, const std::string& section,
+                                             const std::string& name) = 0;
+
+    /// A failed write leaves the old value.
+    virtual void Set(const std::string& application, const std::string& section, const std::string& name,
+                     const std::string& value) = 0;
+};
+
+/// The system's shell: special folders, opening files with their program, the end of the process.
+class Shell {
+public:
+    static constexpr int DocumentsFolder = 5; ///< Special folder id of the user's documents.
+
+    virtual ~Shell() = default;
+
+    /// Path of a special folder, or nothing if the system knows no such folder.
+    virtual std::optional<std::string> SpecialFolder(int id) = 0;
+
+    /// Folder of the files that ship with the program (template library, help), without a final "/".
+    virtual std::string ProgramFolder() = 0;
+
+    /// Opens a file with the program that the system has for it, without waiting.
+    /// 33 or more: started. 2: file missing, 3: its folder is missing, 5: it may not be read.
+    virtual int ShellExecute(const std::string& path) = 0;
+
+    /// Version of the component that renders help pages; false if there is none.
+    virtual bool DllGetVersion(std::int32_t& major, std::int32_t& minor, std::int32_t& build) = 0;
+
+    /// Ends the process at once. Does not return; doubles throw.
+    virtual void EndProcess(int exitCode) = 0;
+};
+
+/// Message boxes.
+class MsgBox {
+public:
+    enum class Icon { None, Critical, Question, Exclamation, Information };
+    enum class Buttons { Ok, OkCancel, YesNo };
+    enum class Answer { Ok, Cancel, Yes, No };
+
+    virtual ~MsgBox() = default;
+    virtual Answer Show(const std::string& text, const std::string& title, Icon icon, Buttons buttons) = 0;
+};
+
+/// The system's own dialogs.
+class CommonDialogs {
+public:
+    virtual ~CommonDialogs() = default;
+
+    /// Asks for a folder. Nothing if the user cancelled.
+    virtual std::optional<std::string> BrowseForFolder(const std::string& title) = 0;
+};
+
+/// The window message loop.
+class Events {
+public:
+    virtual ~Events() = default;
+
+    /// Lets pending events run.
+    virtual void DoEvents() = 0;
+};
+
+class Clock {
+public:
+    virtual ~Clock() = default;
+
+    /// Local time.
+    virtual DateTime Now() = 0;
+};
+
+} // namespace quavernet

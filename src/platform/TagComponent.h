@@ -1,0 +1,34 @@
+// ID3v2 tags as the inspection and the details dialog see them. The adapter lives in platform/taglib.
+#pragma once
+
+#include <memory>
+#include <string>
+
+namespace quavernet {
+
+/// Reads and writes the seven ID3v2 text fields of one file at a time.
+class TagComponent {
+public:
+    /// Field indexes of TagField and SetTagField.
+    enum Field { Title = 2, Performer = 3, Album = 4, Year = 5, Genre = 6, Comment = 7, Publisher = 12 };
+
+    virtual ~TagComponent() = default;
+
+    /// Reads the tag of a file. A file that is missing or carries no tag leaves the fields empty.
+    virtual void LoadFile(const std::string& path) = 0;
+
+    /// Whether the file last given to LoadFile begins with an ID3v2 tag: major version 2 to 4 and a valid
+    /// size, even when it holds no frame.
+    virtual bool HasV2Tag() const = 0;
+
+    /// UTF-8; the first value of the first frame of its kind. A genre may hold a number in parentheses.
+    virtual std::string TagField(int index) const = 0;
+    virtual void SetTagField(int index, const std::string& text) = 0;
+
+    /// Writes the seven fields back. Every other frame, the tag's version, a version 1 tag and the audio stay
+    /// byte for byte; the file is either the old or the new one, never torn.
+    /// Throws RuntimeError 75 if it can't be written.
+    virtual void SaveFile(const std::string& path) = 0;
+};
+
+} // namespace quavernet

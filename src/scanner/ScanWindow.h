@@ -1,0 +1,58 @@
+// What a running scan shows and asks of the main window and of the log window. The forms implement both;
+// tests bring doubles.
+#pragma once
+
+#include "platform/FileSystemObject.h"
+
+#include <string>
+#include <vector>
+
+namespace quavernet {
+
+/// The checked menu items that steer a scan.
+struct ScanOptions {
+    bool Recursive = true;
+    bool QuickScan = false;
+    bool ScanMp3 = true;
+    bool ScanWav = true;
+    bool ScanOgg = true;
+};
+
+class ScanWindow {
+public:
+    virtual ~ScanWindow() = default;
+
+    virtual ScanOptions Options() const = 0;
+
+    /// Status bar panels by number: 1 "Scanning", 2 percent, 3 time left, 4 time used, 5.
+    virtual void SetPanel(int panel, const std::string& text) = 0;
+    virtual std::string Panel(int panel) const = 0;
+
+    virtual void SetTitle(const std::string& text) = 0;
+    virtual void SetMousePointer(int pointer) = 0; ///< 0 default, 11 hourglass.
+    virtual void SetProgress(float value) = 0;     ///< 0 to 100.
+    virtual float Progress() const = 0;
+    virtual void SetControlState(int mode) = 0; ///< 0 idle, 1 scan running.
+    virtual void ClearList() = 0;               ///< The grid keeps its header only.
+    virtual void FillDriveCombo() = 0;
+    virtual void FillAlbumCombo() = 0;
+    virtual void LoadDatabase(const std::string& list) = 0;
+};
+
+/// The live log of scanned files.
+class ScanLog {
+public:
+    virtual ~ScanLog() = default;
+
+    virtual void Show() = 0;
+    virtual void EnableClose(bool enabled) = 0;
+    virtual void AddLine(const std::string& line) = 0;
+    virtual void SelectLastLine() = 0;
+    virtual void SetFileCount(const std::string& text) = 0;
+    virtual void SetMegabytes(const std::string& text) = 0;
+    virtual void SetPlaytime(const std::string& text) = 0;
+    /// Entries that the walk passed over, with the reasons.
+    virtual void AddSkipped(const std::vector<SkippedEntry>& entries) = 0;
+};
+
+} // namespace quavernet

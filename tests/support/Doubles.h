@@ -1,0 +1,117 @@
+// Doubles of the services: what a test can't have for real (a user, a clock, a locale) or wants to look into.
+#pragma once
+
+#include "app/MainModule.h"
+#include "platform/Services.h"
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <tuple>
+#include <vector>
+
+namespace quavernet::test {
+
+class MapSettings : public SettingsStore {
+public:
+    std::optional<std::string> Query(const std::string&, const std::string&,
+                                     const std::string& name) override {
+        const auto found = values.find(name);
+        return found == values.end() ? std::nullopt : std::optional(found->second);
+    }
+    void Set(const std::string&, const std::string&, const std::string& name,
+             const std::string& value) override {
+        values[name] = value;
+    }
+
+    std::map<std::string, std::string> values;
+};
+
+/// Thrown where the real shell would end the process.
+struct ProcessEnded {
+    int exitCode;
+};
+
+class RecordingShell : public Shell {
+public:
+    std::optional<std::string> SpecialFolder(int id) override {
+        return id == DocumentsFolder ? documents : std::nullopt;
+    }
+    std::string ProgramFolder() override { return programFolder; }
+    int ShellExecute(const std::string& path) override {
+        executed.push_back(path);
+        return executeResult;
+    }
+    bool DllGetVersion(std::int32_t& major, std::int32_t& minor, std::int32_t& build) override {
+        std::tie(major, minor, build) = browserVersion.value_or(std::tuple{0, 0, 0});
+        return browserVersion.has_value();
+    }
+    void EndProcess(int exitCode) override { throw ProcessEnded{exitCode}; }
+
+    std::optional<std::string> documents;
+    std::string programFolder;
+    std::vector<std::string> executed;
+    int executeResult = 33;
+    std::optional<std::tuple<std::int32_t, std::int32_t, std::int32_t>> browserVersion = std::tuple{6, 4, 2};
+};
+
+struct ShownBox {
+    std::string text;
+    std::string title;
+    MsgBox::Icon icon;
+    MsgBox::Buttons buttons;
+
+    bool operator==(const ShownBox&) const = default;
+};
+
+class ScriptedMsgBox : public MsgBox {
+public:
+    Answer Show(const std::string& text, const std::string& title, Icon icon, Buttons buttons) override {
+        shown.push_back({text, title, icon, buttons});
+        if (answers.empty()) {
+            return buttons == Buttons::YesNo ? Answer::No : Answer::Ok;
+        }
+        const Answer answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+
+    std::vector<ShownBox> shown;
+    std::deque<Answer> answers;
+};
+
+class ScriptedDialogs : public CommonDialogs {
+public:
+    std::optional<std::string> BrowseForFolder(const std::string& title) override {
+        titles.push_back(title);
+        return folder;
+    }
+
+    std::optional<std::string> folder;
+    std::vector<std::string> titles;
+};
+
+/// Counts the calls and runs `onDoEvents`, through which a test acts in the middle of a long operation.
+class HandEvents : public Events {
+public:
+    void DoEvents() override {
+        ++count;
+        if (onDoEvents) {
+            onDoEvents();
+        }
+    }
+
+    int count = 0;
+    std::function<void()> onDoEvents;
+};
+
+class HandClock : public Clock {
+public:
+    DateTime Now() override { return now; }
+
+    DateTime now{2026, 11, 20, 14, 3, 22};
+};
+
+} // namespace quavernet::test

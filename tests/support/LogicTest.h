@@ -1,0 +1,35 @@
+// The base of logic tests: a fresh table of state, doubles for the services, German regional settings.
+#pragma once
+
+#include "support/Doubles.h"
+
+#include <gtest/gtest.h>
+
+namespace quavernet::test {
+
+class LogicTest : public ::testing::Test {
+protected:
+    LogicTest() {
+        mainModule = MainModule();
+        services = Services();
+        services.settings = &settings;
+        services.shell = &shell;
+        services.msgBox = &msgBox;
+        services.dialogs = &dialogs;
+        services.events = &events;
+        services.clock = &clock;
+    }
+    ~LogicTest() override {
+        mainModule = MainModule();
+        services = Services();
+    }
+
+    MapSettings settings;
+    RecordingShell shell;
+    ScriptedMsgBox msgBox;
+    ScriptedDialogs dialogs;
+    HandEvents events;
+    HandClock clock;
+};
+
+} // namespace quavernet::test
