@@ -88,6 +88,23 @@ TEST_F(CommitGatheringTest, AFailingStatementKeepsTheGatheredOnes) {
     EXPECT_EQ(SeenByAnother(), (Texts{"one", "two"}));
 }
 
+TEST_F(CommitGatheringTest, ALockedLibraryFailsAndTheGatheredWritesOfTheOtherStay) {
+    Insert("one");
+    const auto another = OpenLibrary(libraryPath);
+    another->Query("Pragma busy_timeout = 0");
+    try {
+        another->Execute("Insert into Titel (Name) values ('other')");
+        FAIL() << "two writers at once";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), 5);
+        EXPECT_EQ(error.Description(), "database is locked");
+    }
+    Connection().Commit();
+    another->Execute("Insert into Titel (Name) values ('other')");
+    another->Commit();
+    EXPECT_EQ(Rows("Select Name from Titel"), (Texts{"one", "other"}));
+}
+
 // Runs in a child that ends without closing anything.
 [[noreturn]] void WriteAndDie(const std::string& path) {
     try {

@@ -228,5 +228,31 @@ TEST_F(LibraryFileTest, DamageIsFoundAfterAKilledRunAndNothingIsTouched) {
     EXPECT_EQ(Failure().rfind("the library is damaged: ", 0), 0u);
 }
 
+TEST_F(LibraryFileTest, RandomDamageEndsInAFailureOrRowsAndNeverInACrash) {
+    std::mt19937 random(23);
+    const std::string sound = ReadAll(path);
+    int failures = 0;
+    for (int round = 0; round < 150; ++round) {
+        std::string bytes = sound;
+        for (int i = 0; i < 40; ++i) {
+            bytes[100 + random() % (bytes.size() - 100)] = static_cast<char>(random());
+        }
+        std::filesystem::remove(path + "-wal");
+        std::filesystem::remove(path + "-shm");
+        Write(path, bytes);
+        try {
+            const auto connection = OpenLibrary(path);
+            for (const char* query : {"Select * from Genres Order By Genre", "Select * from Extensions",
+                                      "Select * from Files where Path = 'x'", "Select * from Categories"}) {
+                connection->Query(query);
+            }
+            connection->Execute("Insert into Titel (Name) values ('x')");
+        } catch (const RuntimeError&) {
+            ++failures;
+        }
+    }
+    EXPECT_GT(failures, 0);
+}
+
 } // namespace
 } // namespace quavernet::test

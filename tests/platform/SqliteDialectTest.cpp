@@ -3,6 +3,8 @@
 #include "platform/RuntimeError.h"
 #include "support/TestLibrary.h"
 
+#include <random>
+
 namespace quavernet::test {
 namespace {
 
@@ -254,6 +256,32 @@ TEST_F(SqliteDialectTest, AClosedConnectionFails) {
     EXPECT_THROW(connection->Query("Select 1"), RuntimeError);
     EXPECT_THROW(connection->Execute("Delete from Files"), RuntimeError);
     EXPECT_NO_THROW(connection->Commit());
+}
+
+TEST_F(SqliteDialectTest, EveryTextComesBackAsItWasQuoted) {
+    std::mt19937 random(17);
+    const std::string alphabet = "'\"[].;-/*%_?:@#ab1 \\\xC3\xA4\xFF`,()=";
+    for (int round = 1; round <= 2000; ++round) {
+        std::string text;
+        for (auto i = random() % 20; i > 0; --i) {
+            text += alphabet[random() % alphabet.size()];
+        }
+        Execute("Update Titel Set Name = '" + SqlQuote(text) + "' where Title_id = 1");
+        ASSERT_EQ(Value("Select Name from Titel where Title_id = 1"), text);
+        ASSERT_EQ(Value("Select '" + SqlQuote(text) + "'"), text);
+        ASSERT_EQ(Count("Select Name from Titel where Name = '" + SqlQuote(text) + "'"), 1) << text;
+    }
+}
+
+TEST_F(SqliteDialectTest, AnAlbumOutlivesItsLastFileButNoLongerCountsAsUsed) {
+    Execute("Delete from Files where Album_id = 1");
+    EXPECT_EQ(Count("Select Album_id from Files where Album_id = 1"), 0);
+    EXPECT_EQ(Rows("Select Name, Album_id from Albums Order By Name"), Texts{"Kein Album...|1"});
+}
+
+TEST_F(SqliteDialectTest, APerformerDifferingOnlyInCaseIsTheExistingOne) {
+    EXPECT_EQ(Value("Select Inter_id from Interpret where Interpret = 'ABBA'"), "2");
+    EXPECT_EQ(Value("Select Interpret from Interpret where Inter_id = 2"), "Abba");
 }
 
 } // namespace
