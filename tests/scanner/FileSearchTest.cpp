@@ -6,7 +6,9 @@
 
 #include <cstring>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace quavernet::test {
 namespace {
@@ -336,6 +338,25 @@ TEST_F(FileSearchTest, ATreeTwoHundredLevelsDeepIsScannedToItsEnd) {
         path += "folder/";
     }
     WriteMp3(path + "a.mp3");
+
+    Scan();
+
+    EXPECT_THAT(StoredPaths(), ElementsAre(path + "a.mp3"));
+}
+
+TEST_F(FileSearchTest, AFileWhosePathNoSingleCallCanNameIsStoredAllTheSame) {
+    const std::string name(200, 'n');
+    std::string path;
+    int at = ::open(music.Path().c_str(), O_RDONLY | O_DIRECTORY);
+    for (int i = 0; i < 200; ++i) {
+        ASSERT_EQ(::mkdirat(at, name.c_str(), 0755), 0);
+        const int next = ::openat(at, name.c_str(), O_RDONLY | O_DIRECTORY);
+        ::close(at);
+        at = next;
+        path += name + "/";
+    }
+    ::close(::openat(at, "a.mp3", O_CREAT | O_WRONLY, 0644));
+    ::close(at);
 
     Scan();
 
