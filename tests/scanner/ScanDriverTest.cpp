@@ -215,11 +215,17 @@ TEST_F(ScanDriverTest, OnlyHiddenFilesCountAsNone) {
     EXPECT_THAT(calls, Not(Contains("clear list")));
 }
 
-TEST_F(ScanDriverTest, ACancelInTheCountingPassEndsTheCommand) {
+TEST_F(ScanDriverTest, ACancelInTheCountingPassEndsTheCommandThoughFilesWereCounted) {
     WriteMp3("a.mp3");
-    events.onDoEvents = [&] { driver.Cancel(); };
+    events.onDoEvents = [&] {
+        if (events.count == 2) { // In the folder, whose files are still counted.
+            driver.Cancel();
+        }
+    };
 
     Scan();
+
+    EXPECT_THAT(calls, Contains("panel 1: Initialisiere Ordner ."));
 
     EXPECT_THAT(calls, Not(Contains("clear list")));
     EXPECT_EQ(calls.back(), "title: Quavernet - letzter scan: -");
@@ -229,6 +235,16 @@ TEST_F(ScanDriverTest, ACancelInTheCountingPassEndsTheCommand) {
 TEST_F(ScanDriverTest, ACancelFromTheScanBeforeIsForgotten) {
     WriteMp3("a.mp3");
     driver.Cancel();
+
+    Scan();
+
+    EXPECT_THAT(StoredPaths(), ElementsAre("a.mp3"));
+}
+
+TEST_F(ScanDriverTest, ACancelBetweenTheTwoPassesIsForgotten) {
+    WriteMp3("a.mp3");
+    mainModule.ScanLogEnabled = true;
+    log.onShow = [&] { driver.Cancel(); };
 
     Scan();
 
