@@ -210,11 +210,12 @@ AudioInfo AudioInfoModel::ReadAudioInfo(const std::string& path, const std::stri
             const std::vector<std::optional<double>> factors = {std::nullopt, 12, 144, 144};
             const auto factor = *Element(factors, layer);
             if (factor && std::floor(vbrFrames) != 0) {
-                bitRate = static_cast<double>(file.size()) * frequency / std::floor(vbrFrames) / 1000 / *factor;
+                bitRate =
+                    static_cast<double>(file.size()) * frequency / std::floor(vbrFrames) / 1000 / *factor;
             }
         } else {
-            const std::string key = std::to_string(static_cast<int>(version)) +
-                                    std::to_string(static_cast<int>(layer));
+            const std::string key =
+                std::to_string(static_cast<int>(version)) + std::to_string(static_cast<int>(layer));
             const std::vector<double> list = BitRateList(std::stod(key));
             if (list.empty()) {
                 return info;

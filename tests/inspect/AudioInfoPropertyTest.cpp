@@ -44,7 +44,8 @@ protected:
 
     // Noise, zeros, or bytes of which frame headers are made.
     std::string Filling(std::size_t size) {
-        static const std::string headerBytes = Bytes({0xFF, 0xFA, 0xFB, 0xFF, 0xF3, 0x0F, 0xFE, 0xE0, 0xEF, 0, 1});
+        static const std::string headerBytes =
+            Bytes({0xFF, 0xFA, 0xFB, 0xFF, 0xF3, 0x0F, 0xFE, 0xE0, 0xEF, 0, 1});
         const int kind = Number(0, 3);
         std::string bytes(size, '\0');
         for (char& c : bytes) {
@@ -75,7 +76,8 @@ protected:
                          Number(0, 255)}));
             if (Chance(40)) {
                 PutAt(file, at + 36, "Xing");
-                PutAt(file, at + 44, Big(static_cast<std::uint64_t>(Chance(10) ? 0 : Number(1, 1 << Number(1, 30))), 4));
+                PutAt(file, at + 44,
+                      Big(static_cast<std::uint64_t>(Chance(10) ? 0 : Number(1, 1 << Number(1, 30))), 4));
             }
         } else if (Chance(30)) {
             PutAt(file, 35, "Xing"); // Where it is looked for if no frame is found.

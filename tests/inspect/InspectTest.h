@@ -57,8 +57,8 @@ protected:
     }
 
     static std::string Format(int channels, std::uint32_t rate, std::uint32_t average, int bits) {
-        return Chunk("fmt ", Little(1, 2) + Little(static_cast<std::uint64_t>(channels), 2) + Little(rate, 4) +
-                                 Little(average, 4) + Little(4, 2) +
+        return Chunk("fmt ", Little(1, 2) + Little(static_cast<std::uint64_t>(channels), 2) +
+                                 Little(rate, 4) + Little(average, 4) + Little(4, 2) +
                                  Little(static_cast<std::uint64_t>(bits), 2));
     }
 

@@ -31,8 +31,9 @@ TEST_F(MpegHeaderTest, OnlyTheSecondBytesFAAndFBMakeAFrame) {
     for (int second = 0; second < 256; ++second) {
         const bool isFrame = second == 0xFA || second == 0xFB;
         const std::string bits = Header(Mpeg(300, 10, Frame(0x90, 0, second)));
-        EXPECT_EQ(bits, isFrame ? std::bitset<32>(0xFF009000u | static_cast<unsigned>(second) << 16).to_string()
-                                : "")
+        EXPECT_EQ(bits, isFrame
+                            ? std::bitset<32>(0xFF009000u | static_cast<unsigned>(second) << 16).to_string()
+                            : "")
             << second;
     }
 }

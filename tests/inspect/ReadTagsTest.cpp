@@ -46,7 +46,8 @@ TEST_F(ReadTagsTest, Version1FieldsKeepTheirFullWidth) {
 }
 
 TEST_F(ReadTagsTest, Version1TextsAreWindows1252) {
-    EXPECT_EQ(ReadTagsOf("a.mp3", Audio + TagV1("\x80\x93\xDF\x94\xFF", "x")).TagTitle.substr(0, 13), "€“ß”ÿ");
+    EXPECT_EQ(ReadTagsOf("a.mp3", Audio + TagV1("\x80\x93\xDF\x94\xFF", "x")).TagTitle.substr(0, 13),
+              "€“ß”ÿ");
 }
 
 TEST_F(ReadTagsTest, ACommentThatEndsInANulAndATrackNumberKeepsIt) {
@@ -95,7 +96,8 @@ TEST_F(ReadTagsTest, Version2WinsOverVersion1AndGivesTitleAndPerformerAlone) {
     const std::string frames = TextFrame(3, "TIT2", "T\xEAtel") + TextFrame(3, "TPE1", "Zwei") +
                                TextFrame(3, "TALB", "Album 2") + TextFrame(3, "TCON", "(17)");
     file.Id3v1Tag.TagAlbum = "before";
-    const Id3v1Tag& tag = ReadTagsOf("a.mp3", TagV2(3, frames) + Audio + TagV1("Eins", "Eins", "Album 1", "", "", 9));
+    const Id3v1Tag& tag =
+        ReadTagsOf("a.mp3", TagV2(3, frames) + Audio + TagV1("Eins", "Eins", "Album 1", "", "", 9));
     EXPECT_EQ(tag.TagTitle, "Têtel");
     EXPECT_EQ(tag.TagArtist, "Zwei");
     EXPECT_EQ(tag.TagAlbum, "before") << "not set by a version 2 tag";
@@ -105,8 +107,8 @@ TEST_F(ReadTagsTest, Version2WinsOverVersion1AndGivesTitleAndPerformerAlone) {
 }
 
 TEST_F(ReadTagsTest, Version2TextsAreCutAt30Characters) {
-    const std::string frames = TextFrame(4, "TIT2", std::string(29, 'x') + "äöü", 3) +
-                               TextFrame(4, "TPE1", std::string(40, 'y'), 3);
+    const std::string frames =
+        TextFrame(4, "TIT2", std::string(29, 'x') + "äöü", 3) + TextFrame(4, "TPE1", std::string(40, 'y'), 3);
     const Id3v1Tag& tag = ReadTagsOf("a.mp3", TagV2(4, frames) + Audio);
     EXPECT_EQ(tag.TagTitle, std::string(29, 'x') + "ä") << "characters, not bytes";
     EXPECT_EQ(tag.TagArtist, std::string(30, 'y'));
@@ -121,8 +123,9 @@ TEST_F(ReadTagsTest, AnEmptyVersion2TagCountsAndIsNotReplacedByVersion1) {
 }
 
 TEST_F(ReadTagsTest, ABrokenVersion2HeaderIsNone) {
-    for (const std::string& header : {Bytes({'I', 'D', '3', 5, 0, 0, 0, 0, 0, 10}), Bytes({'I', 'D', '3', 1, 0, 0, 0, 0, 0, 10}),
-                                      Bytes({'I', 'D', '3', 3, 0, 0, 0x80, 0, 0, 10}), std::string("ID3")}) {
+    for (const std::string& header :
+         {Bytes({'I', 'D', '3', 5, 0, 0, 0, 0, 0, 10}), Bytes({'I', 'D', '3', 1, 0, 0, 0, 0, 0, 10}),
+          Bytes({'I', 'D', '3', 3, 0, 0, 0x80, 0, 0, 10}), std::string("ID3")}) {
         EXPECT_EQ(ReadTagsOf("n - m.mp3", header + Audio + TagV1("Eins", "Zwei")).TagTitle[0], 'E');
         EXPECT_TRUE(file.HasTagV1);
     }

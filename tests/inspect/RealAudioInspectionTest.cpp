@@ -14,8 +14,9 @@ protected:
     }
 };
 
-const std::vector<std::string> Tags = {"--tt", "Lied für O'Hara", "--ta", "Künstler", "--tl", "Größe",
-                                       "--ty", "2003", "--tc", "Bemerkung", "--tg", "17"};
+const std::vector<std::string> Tags = {"--tt", "Lied für O'Hara", "--ta", "Künstler",
+                                       "--tl", "Größe",           "--ty", "2003",
+                                       "--tc", "Bemerkung",       "--tg", "17"};
 
 std::vector<std::string> With(std::vector<std::string> switches, const std::vector<std::string>& more) {
     switches.insert(switches.end(), more.begin(), more.end());

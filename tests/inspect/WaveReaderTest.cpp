@@ -91,7 +91,8 @@ TEST_F(WaveReaderTest, OtherChunksArePassedOverWhereverTheyStand) {
 }
 
 TEST_F(WaveReaderTest, TheFirstChunkOfItsKindCounts) {
-    EXPECT_EQ(Read("a.wav", Riff(Format(1, 44100, 4, 8) + Format(2, 8000, 4, 16) + Chunk("data", ""))).BitRate, 8);
+    EXPECT_EQ(
+        Read("a.wav", Riff(Format(1, 44100, 4, 8) + Format(2, 8000, 4, 16) + Chunk("data", ""))).BitRate, 8);
 }
 
 TEST_F(WaveReaderTest, AnExtendedFormatIsReadByItsFirstSixteenBytes) {
@@ -146,7 +147,8 @@ TEST_F(WaveReaderTest, FilesThatAreMissingOrNoPlainFilesLeaveTheRecordCleared) {
 }
 
 TEST_F(WaveReaderTest, NoMutationOfAWaveBreaksTheParser) {
-    const std::string good = Riff(Chunk("LIST", "abc") + Format(2, 44100, 176400, 16) + Chunk("data", "abcd"));
+    const std::string good =
+        Riff(Chunk("LIST", "abc") + Format(2, 44100, 176400, 16) + Chunk("data", "abcd"));
     std::mt19937 random(7);
     int parsed = 0;
     for (int i = 0; i < 20000; ++i) {
