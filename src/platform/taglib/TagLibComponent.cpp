@@ -128,6 +128,9 @@ public:
     void LoadFile(const std::string& path) override {
         m_fields = FieldTexts();
         m_hasTag = false;
+        if (path.empty()) {
+            return; // Asked for every file without a tag: an exception would cost more than its inspection.
+        }
         try {
             const BinaryFile file(path, BinaryFile::Access::Read);
             if (const auto header = HeaderOf(file)) {
