@@ -1,10 +1,14 @@
 #include "platform/sqlite/CommitGathering.h"
+
 #include "platform/RuntimeError.h"
+#include "platform/sqlite/LibraryFile.h"
+#include "platform/sqlite/SqliteError.h"
 #include "support/TestLibrary.h"
 
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
+
+#include <sqlite3.h>
 
 namespace quavernet::test {
 namespace {
@@ -28,22 +32,23 @@ TEST_F(CommitGatheringTest, AStatementIsInForceAtOnceOnItsConnection) {
 
 TEST_F(CommitGatheringTest, AnotherConnectionSeesTheWritesAfterTheCommit) {
     Insert("one");
-    Insert("two");
     EXPECT_EQ(SeenByAnother(), Texts{});
     Connection().Commit();
-    EXPECT_EQ(SeenByAnother(), (Texts{"one", "two"}));
+    EXPECT_EQ(SeenByAnother(), Texts{"one"});
     EXPECT_NO_THROW(Connection().Commit());
 }
 
 TEST_F(CommitGatheringTest, TheStatementAfterTheLimitBringsTheEarlierOnesToTheFile) {
-    Insert("one");
-    std::this_thread::sleep_for(sqlite::CommitGathering::MaximumAge);
-    EXPECT_EQ(Value("Select Count(Title_id) from Titel"), "1");
+    const auto library = sqlite::OpenLibraryFile(libraryPath);
+    sqlite3* const database = library.handle.get();
+    sqlite::CommitGathering patient(std::chrono::hours(1)), eager(std::chrono::seconds(0));
+    patient.BeforeWrite(database);
+    sqlite::RunInternal(database, "Insert into Titel (Name) values ('one')");
+    patient.CommitIfDue(database);
+    EXPECT_EQ(SeenByAnother(), Texts{});
+    eager.CommitIfDue(database);
     EXPECT_EQ(SeenByAnother(), Texts{"one"});
-    Insert("two");
-    std::this_thread::sleep_for(sqlite::CommitGathering::MaximumAge);
-    Insert("three");
-    EXPECT_EQ(SeenByAnother(), (Texts{"one", "two"}));
+    EXPECT_EQ(sqlite::CommitGathering::MaximumAge.count(), 200);
 }
 
 TEST_F(CommitGatheringTest, ClosingCommits) {
@@ -62,21 +67,29 @@ TEST_F(CommitGatheringTest, AReadOpensNoTransactionThatBlocksAnother) {
 
 TEST_F(CommitGatheringTest, AFullDiskSaysThatEarlierStatementsWentToo) {
     Insert("kept");
-    Connection().Commit();
-    const std::string pages = Value("Pragma page_count");
-    Rows("Pragma max_page_count = " + pages);
-    Insert("gathered");
-    try {
-        Insert(std::string(1000000, 'x'));
-        FAIL() << "the row found room";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), 13);
-        EXPECT_EQ(error.Description(), "database or disk is full (1 earlier changes were undone)");
+    mainModule.Connection.reset();
+    {
+        const auto library = sqlite::OpenLibraryFile(libraryPath);
+        sqlite3* const database = library.handle.get();
+        sqlite::CommitGathering patient(std::chrono::hours(1));
+        const auto write = [&](const std::string& statement) {
+            patient.BeforeWrite(database);
+            const int code = sqlite3_exec(database, statement.c_str(), nullptr, nullptr, nullptr);
+            patient.AfterWrite(database, code == SQLITE_OK ? SQLITE_DONE : code);
+        };
+        sqlite::RunInternal(database, "Pragma max_page_count = 1"); // No more than it has.
+        write("Insert into Titel (Name) values ('gathered')");
+        try {
+            write("Insert into Titel (Name) values (zeroblob(1000000))");
+            FAIL() << "the row found room";
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.Number(), SQLITE_FULL);
+            EXPECT_EQ(error.Description(), "database or disk is full (1 earlier changes were undone)");
+        }
+        sqlite::RunInternal(database, "Pragma max_page_count = 1000000");
+        write("Insert into Titel (Name) values ('after')");
+        patient.Commit(database);
     }
-    EXPECT_EQ(Rows("Select Name from Titel"), Texts{"kept"});
-    Rows("Pragma max_page_count = 1000000");
-    Insert("after");
-    Connection().Commit();
     EXPECT_EQ(SeenByAnother(), (Texts{"kept", "after"}));
 }
 
