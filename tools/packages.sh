@@ -6,7 +6,7 @@ PACKAGES_BUILD=(g++ cmake ninja-build ccache pkg-config libsqlite3-dev libtag1-d
 PACKAGES_RUN=(qt6-qpa-plugins qt6-translations-l10n libqt6svg6 fonts-dejavu-core xdg-utils)
 
 # A screen of its own for machines that have none, and the tools that look at it.
-PACKAGES_SCREEN=(xvfb openbox xdotool imagemagick)
+PACKAGES_SCREEN=(xvfb openbox xdotool imagemagick x11-utils)
 
 # Tests: frameworks, real encoders, checkers, and the locales that some tests run under.
 PACKAGES_TEST=(libgtest-dev libgmock-dev lame vorbis-tools sox libsox-fmt-base sqlite3 python3 clang-format

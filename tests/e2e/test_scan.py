@@ -1,0 +1,40 @@
+"""From the first start over a scan to the second start, as a user goes."""
+import datetime
+import unittest
+
+from desktop import ProgramTest, wait_until
+
+
+class ScanTest(ProgramTest):
+    def test_first_start_scan_search_and_second_start(self):
+        folder, music = self.make_music()
+        window = self.start()
+        self.assertEqual(self.desktop.title(window), "Quavernet - letzter scan: -")
+        self.assertEqual(self.library.files(), [])
+
+        self.scan(window, folder)
+        today = datetime.date.today().strftime("%d.%m.%Y")
+        wait_until("the end of the scan",
+                   lambda: self.desktop.title(window) == f"Quavernet - letzter scan: {today}")
+        self.assertEqual(sorted(self.library.files()), music)
+        self.assertIn("Änne & die Ärmel", self.library.values("select Interpret from Interpret"))
+        self.assertEqual(self.library.values("select count(*) from Files where Extension_id = 3"), [8])
+        self.desktop.picture("scan-1-list")
+
+        self.desktop.activate(window)
+        self.desktop.ask("xdotool", "windowsize", "--sync", window, 1000, 700)
+        before = self.desktop.geometry(window)
+        self.desktop.key("ctrl+q")
+        self.assertEqual(self.ended(), 0)
+
+        window = self.start()
+        self.assertEqual(self.desktop.title(window), f"Quavernet - letzter scan: {today}")
+        self.assertEqual(self.desktop.geometry(window)[2:], before[2:])
+        self.assertEqual(sorted(self.library.files()), music)
+        self.desktop.picture("scan-2-again")
+        self.desktop.key("ctrl+q")
+        self.assertEqual(self.ended(), 0)
+
+
+if __name__ == "__main__":
+    unittest.main()
