@@ -115,6 +115,15 @@ class CheckTest(unittest.TestCase):
         self.assertEqual(self.broken("layers"),
                          ["src/platform/Clock.cpp: the logic includes the adapter's src/platform/sqlite/X.h"])
 
+    def test_only_the_source_of_a_program_puts_logic_and_adapters_together(self):
+        self.write("src/platform/sqlite/X.h", "")
+        self.write("src/library/MakeTemplate.cpp", '#include "platform/sqlite/X.h"\n')
+        self.write("src/library/CMakeLists.txt", "add_executable(quavernet_template MakeTemplate.cpp)")
+        self.assertEqual(self.broken("layers"), [])
+        self.write("src/library/CMakeLists.txt", "target_sources(quavernet_forms PRIVATE MakeTemplate.cpp)")
+        self.assertEqual(self.broken("layers"),
+                         ["src/library/MakeTemplate.cpp: a form includes the adapter's src/platform/sqlite/X.h"])
+
     def test_the_logic_must_not_include_a_library(self):
         for header in ("QString", "QtWidgets/QLabel", "sqlite3.h", "taglib/tag.h", "mpv/client.h", "vorbis/codec.h"):
             self.write("src/platform/Clock.cpp", f"#include <{header}>\n")
@@ -148,8 +157,10 @@ class CheckTest(unittest.TestCase):
         self.write("src/platform/Clock.h", "// TO" "DO: mend\n")
         self.write("tests/ClockTest.cpp", "\nGTEST_" "SKIP();\n")
         self.write("docs/A.md", "See Par" "t 4.2.\n")
+        self.write("src/app/A.h", "using namespace std;\n")
+        self.write("src/app/B.cpp", 'char name[] = "x-XXXXXX"; using namespace std;\n')
         places = [line.split(" ")[0] for line in self.broken("words")]
-        self.assertEqual(places, ["src/platform/Clock.h:1:", "tests/ClockTest.cpp:2:", "docs/A.md:1:"])
+        self.assertEqual(places, ["src/platform/Clock.h:1:", "tests/ClockTest.cpp:2:", "docs/A.md:1:", "src/app/A.h:1:"])
 
     def test_code_that_is_laid_out_otherwise_is_told(self):
         self.write(".clang-format", "BasedOnStyle: LLVM\nIndentWidth: 4\n")

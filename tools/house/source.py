@@ -143,20 +143,24 @@ def functions(text):
     return found
 
 
-_TARGET_SOURCES = re.compile(r"(?:target_sources|add_executable|add_library)\s*\(\s*(\w+)([^)]*)\)", re.S)
+_TARGET_SOURCES = re.compile(r"(target_sources|add_executable|add_library)\s*\(\s*(\w+)([^)]*)\)", re.S)
 
 
 def target_of_sources(root):
-    """source path -> CMake target that compiles it, read from the folders' CMakeLists.txt."""
-    result = {}
+    """source path -> CMake target that compiles it, and the paths of programs' own sources, read from the
+    folders' CMakeLists.txt."""
+    result, programs = {}, set()
     for path in walk(root, ["src"], ("CMakeLists.txt",)):
         folder = os.path.dirname(path)
         text = re.sub(r"#[^\n]*", "", read(root, path))
         for match in _TARGET_SOURCES.finditer(text):
-            for word in match.group(2).split():
+            for word in match.group(3).split():
                 if word.endswith(".cpp"):
-                    result[os.path.normpath(os.path.join(folder, word))] = match.group(1)
-    return result
+                    source = os.path.normpath(os.path.join(folder, word))
+                    result[source] = match.group(2)
+                    if match.group(1) == "add_executable":
+                        programs.add(source)
+    return result, programs
 
 
 class Tree:
@@ -166,7 +170,7 @@ class Tree:
         self.root = root
         self.files = walk(root, ["src"], CODE)
         self.text = {path: read(root, path) for path in self.files}
-        self.targets = target_of_sources(root)
+        self.targets, self.programs = target_of_sources(root)
 
     def room(self, path):
         """Folder of a file: "scanner", "platform/sqlite"; "main" for what stands in src itself."""
