@@ -93,6 +93,16 @@ class Desktop:
     def click(self, x, y, button=1):
         self.ask("xdotool", "mousemove", "--sync", x, y, "click", button)
 
+    def colours(self, window, left, top, right, bottom):
+        """How many colours a part of the window shows; the edges are shares of its width and height."""
+        x, y, width, height = self.geometry(window)
+        crop = (f"{int(width * (right - left))}x{int(height * (bottom - top))}"
+                f"+{int(x + width * left)}+{int(y + height * top)}")
+        picture = subprocess.run(["import", "-window", "root", "-crop", crop, "png:-"], env=self.environment,
+                                 capture_output=True, check=True).stdout
+        return int(subprocess.run(["convert", "png:-", "-format", "%k", "info:"], input=picture,
+                                  capture_output=True, check=True).stdout)
+
     def picture(self, name):
         os.makedirs(PICTURES, exist_ok=True)
         path = os.path.join(PICTURES, name + ".png")
