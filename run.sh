@@ -83,7 +83,7 @@ trap stop_all EXIT
 if [ "$virtual" -eq 1 ]; then
     echo "There is no display: starting on a virtual screen under openbox."
     number=$(mktemp)
-    Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$number" 2>/dev/null &
+    Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -noreset 3>"$number" 2>/dev/null &
     started+=($!)
     for _ in $(seq 100); do
         [ -s "$number" ] && break

@@ -38,7 +38,8 @@ class Desktop:
     def __init__(self, home):
         read, write = os.pipe()
         self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x960x24", "-nolisten", "tcp"],
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x960x24", "-nolisten", "tcp",
+             "-noreset"],
             pass_fds=[write], stderr=subprocess.DEVNULL)
         os.close(write)
         with os.fdopen(read) as numbers:
@@ -51,10 +52,10 @@ class Desktop:
             XDG_RUNTIME_DIR=f"{home}/.runtime", QT_QPA_PLATFORM="xcb")
         for name in ("WAYLAND_DISPLAY", "XDG_CURRENT_DESKTOP", "LANGUAGE"):
             self.environment.pop(name, None)
-        self.manager = subprocess.Popen(["openbox"], env=self.environment, stderr=subprocess.DEVNULL)
-        wait_until("the window manager", lambda: "_NET_SUPPORTING_WM_CHECK" in self.ask(
-            "xprop", "-root", "_NET_SUPPORTING_WM_CHECK") and "not found" not in self.ask(
-            "xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
+        self.manager = subprocess.Popen(["openbox"], env=self.environment, stdout=subprocess.DEVNULL,
+                                        stderr=subprocess.DEVNULL)
+        wait_until("the window manager",
+                   lambda: "window id" in self.ask("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
 
     def close(self):
         for process in (self.manager, self.server):
@@ -76,10 +77,10 @@ class Desktop:
         return self.ask("xdotool", "getwindowname", window).strip()
 
     def geometry(self, window):
-        """x, y, width, height."""
+        """x, y, width, height; zeros for a window that has gone."""
         told = dict(line.split("=") for line in
                     self.ask("xdotool", "getwindowgeometry", "--shell", window).split())
-        return tuple(int(told[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+        return tuple(int(told.get(key, 0)) for key in ("X", "Y", "WIDTH", "HEIGHT"))
 
     def activate(self, window):
         self.ask("xdotool", "windowactivate", "--sync", window)
