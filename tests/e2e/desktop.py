@@ -91,8 +91,9 @@ class Desktop:
     def type(self, text):
         self.ask("xdotool", "type", "--delay", 15, text)
 
-    def click(self, x, y, button=1):
-        self.ask("xdotool", "mousemove", "--sync", x, y, "click", button)
+    def click(self, window, x, y, button=1):
+        """A click at pixels from the window's upper left corner."""
+        self.ask("xdotool", "mousemove", "--window", window, x, y, "click", button)
 
     def colours(self, window, left, top, right, bottom):
         """How many colours a part of the window shows; the edges are shares of its width and height."""
