@@ -147,7 +147,7 @@ private:
         try {
             return m_cache.Get(m_library.get(), m_text.Sql());
         } catch (const RuntimeError&) {
-            m_text.ScanKeepingLiterals(statement);
+            m_text.ScanKeepingLiterals(statement, m_dateColumns);
             return m_cache.Get(m_library.get(), m_text.Sql());
         }
     }
