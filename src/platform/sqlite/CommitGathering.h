@@ -12,9 +12,8 @@ namespace quavernet::sqlite {
 class CommitGathering {
 public:
     using Clock = std::chrono::steady_clock;
-    static constexpr std::chrono::milliseconds MaximumAge{200};
 
-    explicit CommitGathering(Clock::duration maximumAge = MaximumAge) : m_maximumAge(maximumAge) {}
+    explicit CommitGathering(Clock::duration maximumAge) : m_maximumAge(maximumAge) {}
 
     /// Before a statement that writes. Opens the transaction if there is none.
     void BeforeWrite(sqlite3* database);

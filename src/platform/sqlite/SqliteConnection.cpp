@@ -45,7 +45,8 @@ private:
 
 class SqliteConnection : public ADODB::Connection {
 public:
-    explicit SqliteConnection(RegionalSettings regional) : m_regional(std::move(regional)) {}
+    SqliteConnection(RegionalSettings regional, CommitGathering::Clock::duration longestGathering)
+        : m_regional(std::move(regional)), m_commits(longestGathering) {}
 
     ~SqliteConnection() override {
         try {
@@ -205,8 +206,10 @@ private:
 
 } // namespace
 
-std::unique_ptr<ADODB::Connection> CreateSqliteConnection(const RegionalSettings& regional) {
-    return std::make_unique<SqliteConnection>(regional);
+std::unique_ptr<ADODB::Connection>
+CreateSqliteConnection(const RegionalSettings& regional,
+                       std::chrono::steady_clock::duration longestGathering) {
+    return std::make_unique<SqliteConnection>(regional, longestGathering);
 }
 
 } // namespace quavernet
