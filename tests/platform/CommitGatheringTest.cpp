@@ -61,6 +61,27 @@ TEST_F(CommitGatheringTest, EveryStatementOfAConnectionLooksWhetherACommitIsDue)
     EXPECT_EQ(SeenByAnother(), (Texts{"one", "two"}));
 }
 
+TEST_F(CommitGatheringTest, TheLimitRunsFromTheFirstWriteAndNotFromTheLast) {
+    const auto library = sqlite::OpenLibraryFile(libraryPath);
+    sqlite3* const database = library.handle.get();
+    sqlite::CommitGathering::Clock::time_point now;
+    sqlite::CommitGathering commits(std::chrono::milliseconds(200), [&now] { return now; });
+    const auto writeAt = [&](int milliseconds) {
+        now = sqlite::CommitGathering::Clock::time_point(std::chrono::milliseconds(milliseconds));
+        commits.CommitIfDue(database);
+        commits.BeforeWrite(database);
+        sqlite::RunInternal(database, "Insert into Titel (Name) values ('x')");
+        commits.AfterWrite(database, SQLITE_DONE);
+        return SeenByAnother().size();
+    };
+    EXPECT_EQ(writeAt(1000), 0u);
+    EXPECT_EQ(writeAt(1100), 0u);
+    EXPECT_EQ(writeAt(1199), 0u);
+    EXPECT_EQ(writeAt(1200), 3u);
+    EXPECT_EQ(writeAt(1300), 3u);
+    EXPECT_EQ(writeAt(1400), 5u);
+}
+
 TEST_F(CommitGatheringTest, AFailingCommitSaysWhatIsLostAndTheNextWritesAreKept) {
     const auto library = sqlite::OpenLibraryFile(libraryPath);
     sqlite3* const database = library.handle.get();
