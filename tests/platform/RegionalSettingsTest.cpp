@@ -171,6 +171,11 @@ TEST(ParseDateTest, ReadsEveryFormThatItWrites) {
     }
 }
 
+TEST(ParseDateTest, ATimeMayBeShort) {
+    EXPECT_EQ(ParseDate("5.11.2026 14:03", German()), (DateTime{2026, 11, 5, 14, 3, 0}));
+    EXPECT_EQ(ParseDate("11/5/2026 2 pm", American()), (DateTime{2026, 11, 5, 14, 0, 0}));
+}
+
 TEST(ParseDateTest, FollowsTheOrderOfTheSystem) {
     EXPECT_EQ(ParseDate("05.11.2026", German()), (DateTime{2026, 11, 5}));
     EXPECT_EQ(ParseDate("05/11/2026", American()), (DateTime{2026, 5, 11}));
@@ -201,7 +206,8 @@ TEST(ParseDateTest, AnIsoTextIsReadWhereTheYearComesFirst) {
 TEST(ParseDateTest, RefusesWhatIsNoDate) {
     for (const char* text :
          {"", "-", "abc", "5.11", "32.1.2026", "29.02.2025", "31.04.2026", "5.11.2026 25:00:00",
-          "5.11.2026 10:60:00", "1.2.3.4.5.6.7", "5x11x2026", "00.00.0000"}) {
+          "5.11.2026 10:60:00", "1.2.3.4.5.6.7", "5x11x2026", "00.00.0000", "5M11M2026", "am 5.11.2026",
+          "5.11.2026 PM", "5.11.2026 14", "1.1.20261231"}) {
         EXPECT_EQ(ParseDate(text, German()), std::nullopt) << text;
     }
     EXPECT_EQ(ParseDate("29.02.2024", German()), (DateTime{2024, 2, 29}));
