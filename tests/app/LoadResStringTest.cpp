@@ -15,6 +15,8 @@ TEST_F(LoadResStringTest, SpeaksGermanWithoutASetting) {
 TEST_F(LoadResStringTest, AnUnknownLanguageMakesEveryTextUnreadable) {
     settings.values["Language"] = "FRA";
     EXPECT_EQ(LoadResString(432), "Error : No Local Data");
+    EXPECT_EQ(mainModule.Language, "FRA");
+    EXPECT_EQ(mainModule.HelpDocument, "");
 }
 
 TEST_F(LoadResStringTest, AMissingIdIsNamedWithItsLeadingBlank) {
