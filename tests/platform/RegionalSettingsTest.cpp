@@ -60,6 +60,16 @@ TEST(FormatNumberTest, CarriesThroughNines) {
     EXPECT_EQ(FormatNumber(0.996, 2, German()), "1,00");
 }
 
+TEST(FormatNumberTest, WhatIsNoNumberShowsAsZero) {
+    EXPECT_EQ(FormatNumber(std::nan(""), 2, German()), "0");
+    EXPECT_EQ(FormatNumber(-INFINITY, 2, German()), "0");
+}
+
+TEST(FormatNumberTest, CountsFifteenDigits) {
+    EXPECT_EQ(FormatNumber(123456789012345678.0, 2, German()), "123.456.789.012.346.000,00");
+    EXPECT_EQ(FormatNumber(1234567890123.456, 2, American()), "1,234,567,890,123.46");
+}
+
 TEST(FormatNumberTest, ZeroHasNoSign) {
     EXPECT_EQ(FormatNumber(0, 2, German()), "0,00");
     EXPECT_EQ(FormatNumber(-0.001, 2, German()), "0,00");
