@@ -53,6 +53,7 @@ TEST_F(StatementTextTest, ValuesBecomeParametersAndNamesAndSortPlacesDoNot) {
     EXPECT_EQ(Scan("Select Q1 from T2 where A = 128 and B = 1.5 and C in (1, 2) Order By 1, 2"),
               "Select Q1 from T2 where A = ? and B = ? and C in (?, ?) Order By 1, 2");
     EXPECT_EQ(Values(), (Texts{"128", "1.500000", "1", "2"}));
+    EXPECT_EQ(Scan("Select A, B from T Group By A, 2"), "Select A, B from T Group By A, 2");
     EXPECT_EQ(Scan("Update F set [Position] = [Position] - 1 where A = -5"),
               "Update F set [Position] = [Position] - 1 where A = -5");
     EXPECT_EQ(Scan("Select 1 where A = 99999999999999999999"), "Select 1 where A = 99999999999999999999");
