@@ -32,6 +32,7 @@ inline constexpr int TypeMismatch = 13;
 inline constexpr int FileNotFound = 53;
 inline constexpr int PathFileAccess = 75;
 inline constexpr int PathNotFound = 76;
+inline constexpr int InvalidUseOfNull = 94;
 } // namespace ErrorNumber
 
 /// Runs one statement in the mode in which a failing statement is passed over. Wrap single statements
