@@ -3,13 +3,10 @@
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "browser/GridCommands.h"
-#include "mainwindow/Twips.h"
 #include "platform/qt/QtText.h"
 
 #include <QAbstractItemView>
 #include <QKeyEvent>
-
-#include <algorithm>
 
 namespace quavernet {
 

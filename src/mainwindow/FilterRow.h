@@ -29,15 +29,13 @@ public:
     void FillAlbumCombo();
     void LoadStrings();
 
-    /// Places the row: each control behind its predecessor. The narrow form is that of an 800x600 screen.
-    void Place(bool narrow);
-
     QComboBox& cboDrive() { return *m_drive; }
     QComboBox& cboGenre() { return *m_genre; }
     QComboBox& cboAlbum() { return *m_album; }
     QLineEdit& txtSearch() { return *m_search; }
     QCheckBox& chkInterpret() { return *m_interpret; }
     QCheckBox& chkTitle() { return *m_title; }
+    QPushButton& cmdSearch() { return *m_go; }
 
 signals:
     void ReloadWanted();

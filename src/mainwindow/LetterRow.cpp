@@ -3,6 +3,7 @@
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "mainwindow/Pictures.h"
+#include "mainwindow/Twips.h"
 
 #include <QEvent>
 #include <QMouseEvent>
@@ -97,15 +98,43 @@ void LetterRow::ColorLabel(LetterLabel& label, bool hovered) {
     label.setProperty("colored", true);
 }
 
-void LetterRow::PlaceLabels() {
-    // Widths for bold texts, so that nothing moves when the active letter changes.
+LetterRow::LetterBoxes LetterRow::Boxes() const {
+    LetterBoxes boxes;
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+        const QRect place = m_labels[i]->geometry();
+        boxes[i] = {ToTwips(place.x()), 0, ToTwips(LabelWidth(*m_labels[i])), ToTwips(place.height())};
+    }
+    return boxes;
+}
+
+void LetterRow::SetBoxes(const LetterBoxes& boxes) {
+    m_placesFixed = true;
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+        m_labels[i]->setGeometry(ToPixels(static_cast<double>(boxes[i].Left)), 0,
+                                 ToPixels(static_cast<double>(boxes[i].Width)), height());
+    }
+}
+
+int LetterRow::LabelWidth(const LetterLabel& label) const {
+    // For bold text, so that nothing moves when the active letter changes.
     QFont bold = font();
     bold.setBold(true);
-    const QFontMetrics metrics(bold);
+    return QFontMetrics(bold).horizontalAdvance(label.text()) + 2;
+}
+
+void LetterRow::PlaceLabels() {
+    if (m_placesFixed) {
+        LetterBoxes boxes = Boxes();
+        for (std::size_t i = 1; i < boxes.size(); ++i) {
+            boxes[i].Left = boxes[i - 1].Left + boxes[i - 1].Width + 10;
+        }
+        SetBoxes(boxes);
+        return;
+    }
     std::vector<int> widths;
     int total = 0;
     for (const LetterLabel* label : m_labels) {
-        widths.push_back(metrics.horizontalAdvance(label->text()) + 2);
+        widths.push_back(LabelWidth(*label));
         total += widths.back();
     }
     constexpr int Left = 3; // 50 twips

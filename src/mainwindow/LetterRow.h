@@ -2,6 +2,8 @@
 // the letter filter and asks for a reload.
 #pragma once
 
+#include "mainwindow/MainLayout.h"
+
 #include <QFrame>
 #include <QLabel>
 
@@ -41,6 +43,12 @@ public:
     /// Marks "all" as the active letter, as at each start.
     void MarkAll();
 
+    using LetterBoxes = std::array<ControlBox, LetterLabelCount>;
+
+    /// Where the labels stand, in twips; fixed places keep them packed on a small screen.
+    LetterBoxes Boxes() const;
+    void SetBoxes(const LetterBoxes& boxes);
+
 signals:
     void LetterChosen(); ///< mainModule.LetterFilter has its new value.
     void MouseMoved();
@@ -54,9 +62,11 @@ protected:
 private:
     void AddLabel(const QString& name, const QString& text, std::string filter);
     void PlaceLabels();
+    int LabelWidth(const LetterLabel& label) const;
     void ColorLabel(LetterLabel& label, bool hovered);
 
     std::vector<LetterLabel*> m_labels;
+    bool m_placesFixed = false;
 };
 
 } // namespace quavernet
