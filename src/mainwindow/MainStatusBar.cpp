@@ -28,7 +28,10 @@ MainStatusBar::MainStatusBar(QWidget* parent) : QWidget(parent) {
     m_bar->setTextVisible(false);
     m_paintTimer.setSingleShot(true);
     m_paintTimer.setInterval(FrameTimeMs);
-    connect(&m_paintTimer, &QTimer::timeout, this, qOverload<>(&QWidget::update));
+    connect(&m_paintTimer, &QTimer::timeout, this, [this] {
+        update();
+        ShowProgress();
+    });
 }
 
 void MainStatusBar::SetText(Panel panel, const std::string& text) {
@@ -70,10 +73,20 @@ QString MainStatusBar::ToolTip(Panel panel) const {
 
 void MainStatusBar::SetProgress(float value) {
     m_progress = value;
-    const int whole = static_cast<int>(value);
-    if (whole != m_bar->value()) {
-        m_bar->setValue(whole);
+    if (static_cast<int>(value) == m_bar->value()) {
+        return;
     }
+    // The bar draws itself at once, also where no events run; an empty bar is never late.
+    if (value <= 0 || !m_sinceBarPaint.isValid() || m_sinceBarPaint.elapsed() >= FrameTimeMs) {
+        ShowProgress();
+    } else if (!m_paintTimer.isActive()) {
+        m_paintTimer.start();
+    }
+}
+
+void MainStatusBar::ShowProgress() {
+    m_sinceBarPaint.start();
+    m_bar->setValue(static_cast<int>(m_progress));
 }
 
 std::array<QRect, 6> MainStatusBar::PanelRects() const {

@@ -2,6 +2,7 @@
 // of a scan; they are painted sixty times a second at most.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QProgressBar>
 #include <QTimer>
 #include <QWidget>
@@ -33,10 +34,12 @@ protected:
 
 private:
     std::array<QRect, 6> PanelRects() const;
+    void ShowProgress();
 
     std::array<std::string, 6> m_texts;
     QProgressBar* m_bar;
     QTimer m_paintTimer;
+    QElapsedTimer m_sinceBarPaint;
     float m_progress = 0;
 };
 
