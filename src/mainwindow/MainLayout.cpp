@@ -100,9 +100,9 @@ void DragSplitter(MainLayout& layout, std::int64_t distance) {
 
 void ApplySplitterPos(MainLayout& layout, std::int64_t splitterPos) {
     layout.lblSizer.Left = splitterPos;
-    layout.Frame3.Width = std::max(splitterPos, 0);
+    layout.Frame3.Width = std::max<std::int64_t>(splitterPos, 0);
     layout.Frame1.Left = layout.Frame3.Width + 60;
-    layout.Frame1.Width = std::max(layout.ScaleWidth - layout.Frame3.Width - 120, 0);
+    layout.Frame1.Width = std::max<std::int64_t>(layout.ScaleWidth - layout.Frame3.Width - 120, 0);
 }
 
 void PackForSmallScreen(MainLayout& layout) {
