@@ -6,6 +6,8 @@
 #include "mainwindow/MainMenu.h"
 #include "mainwindow/MainPanes.h"
 #include "mainwindow/frmMain.h"
+#include "platform/RuntimeError.h"
+#include "platform/qt/QtText.h"
 
 #include <QHeaderView>
 
@@ -89,14 +91,14 @@ ListFilter ListController::ReadFilter() const {
 }
 
 void ListController::HeaderDoubleClicked(int column) {
-    // No mark for failures here: a failing list statement ends the click in silence, like any other step of a
-    // double click.
     m_form.SetMousePointer(11);
-    Skip([&] {
+    try {
         SortByColumn(column);
         m_form.Panes().Grid().Model().SetSortArrow(column, mainModule.SortDirection == "ASC");
         LoadDatabase({});
-    });
+    } catch (const RuntimeError&) {
+        // A double click that fails ends in silence and gives the pointer back.
+    }
     m_form.SetMousePointer(0);
 }
 

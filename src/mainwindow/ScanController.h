@@ -11,7 +11,7 @@ namespace quavernet {
 class frmMain;
 class frmScanLog;
 
-class ScanController : private ScanWindow {
+class ScanController : public ScanWindow {
 public:
     explicit ScanController(frmMain& form);
     ~ScanController() override;

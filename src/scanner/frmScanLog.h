@@ -2,13 +2,15 @@
 // the scan driver writes to it.
 #pragma once
 
-#include "scanner/ScanWindow.h"
+#include <memory>
+#include <string>
+#include <vector>
 
 #include <QAbstractListModel>
 #include <QDialog>
 #include <QTimer>
 
-#include <memory>
+#include "scanner/ScanWindow.h"
 
 namespace Ui {
 class frmScanLog;
