@@ -41,6 +41,7 @@ frmMain::frmMain() {
     m_list = std::make_unique<ListController>(*this);
     m_scan = std::make_unique<ScanController>(*this);
     m_commands = std::make_unique<MainCommands>(*this, *m_scan);
+    m_afterLoadTimer.setParent(this);
     m_afterLoadTimer.setObjectName(QStringLiteral("AfterLoadTimer"));
     m_afterLoadTimer.setSingleShot(true);
     m_titleTimer.setSingleShot(true);
