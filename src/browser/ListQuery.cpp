@@ -2,6 +2,7 @@
 
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "browser/ListCounts.h"
 #include "browser/ListRecord.h"
 #include "platform/RuntimeError.h"
 
@@ -27,21 +28,12 @@ private:
     std::size_t m_field;
 };
 
-ADODB::Field FirstValue(ADODB::Recordset& records, std::string_view statement) {
-    records.Open(statement, *mainModule.Connection);
-    return records.Fields(0);
-}
-
 // Measured on the whole library, not on the result: the bar of a narrow search does not reach its end.
 float ProgressStep() {
     ADODB::Recordset records;
-    const auto files = FirstValue(records, "Select Count(*) from Files").Integer();
+    records.Open("Select Count(*) from Files", *mainModule.Connection);
+    const auto files = records.Fields(0).Integer();
     return files > 0 ? static_cast<float>(100.0 / static_cast<double>(files)) : 0;
-}
-
-std::string Count(const std::string& statement) {
-    ADODB::Recordset records;
-    return FirstValue(records, statement).Text();
 }
 
 // The letter is looked for where the two boxes say; with neither checked everything passes. When both are
@@ -152,9 +144,7 @@ ListResult LoadDatabase(const std::function<ListFilter()>& readFilter, const std
     mainModule.FilePaths.Show(std::make_shared<ListColumnTexts>(data, ListField::Path));
     mainModule.FileNames.Show(std::make_shared<ListColumnTexts>(data, ListField::Name));
 
-    result.Totals.InterpretCount = Count(InterpretCountStatement(filter, list));
-    result.Totals.TitleCount = Count(TitleCountStatement(filter, list));
-    result.Totals.AlbumCount = Count(AlbumCountStatement(filter, list));
+    CountLookups(data->Block, filter, list, result.Totals);
     return result;
 }
 
