@@ -26,6 +26,8 @@ struct OggFileInfo {
     std::string channels;
 
     std::string failure; ///< Why a line of this file could not be read; such a record must not be stored.
+
+    bool operator==(const OggFileInfo&) const = default;
 };
 
 /// The files of the output, in its order: a file is complete when the next "Processing file" line comes while

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <deque>
 #include <optional>
+#include <string_view>
 #include <system_error>
 #include <unordered_map>
 
@@ -35,9 +36,14 @@ public:
             return false;
         }
         m_inHeaders = false;
-        if (!stream.ended) {
-            Feed(stream, reader, page);
+        if (stream.ended) {
+            if (stream.isNew) {
+                AppendNew(stream, page.serial); // The tool names it again with each of its further pages.
+            }
+            return true;
         }
+        stream.isNew = false;
+        Feed(stream, reader, page);
         return true;
     }
 
@@ -56,6 +62,8 @@ private:
     struct Stream {
         std::size_t number = 0;
         std::optional<VorbisStream> vorbis;
+        std::string_view type;
+        bool isNew = true;   ///< Nothing but its first page has come.
         bool ended = false;  ///< Its last page has come.
         bool closed = false; ///< It began where no stream may begin: nothing of it counts.
     };
@@ -71,15 +79,26 @@ private:
         stream.closed = m_open > 0 && !m_inHeaders;
         m_inHeaders = true;
         ++m_open;
-        if (VorbisStream::BeginsHere(page, reader.Body(page))) {
-            stream.vorbis.emplace(stream.number);
-        }
-        std::array<char, 16> serial{};
-        std::snprintf(serial.data(), serial.size(), "%08x", page.serial);
-        m_lines.append("New logical stream (#").append(std::to_string(stream.number)).append(", serial: ");
-        m_lines.append(serial.data()).append("): type ").append(stream.vorbis ? "vorbis\n" : "unknown\n");
+        SetType(stream, VorbisStream::BeginsWith(page, reader.Body(page)));
+        AppendNew(stream, page.serial);
         Feed(stream, reader, page);
         return true;
+    }
+
+    static void SetType(Stream& stream, VorbisStream::Beginning beginning) {
+        if (beginning == VorbisStream::Beginning::Vorbis) {
+            stream.vorbis.emplace(stream.number);
+            stream.type = "vorbis";
+        } else {
+            stream.type = beginning == VorbisStream::Beginning::Invalid ? "invalid" : "unknown";
+        }
+    }
+
+    void AppendNew(const Stream& stream, std::uint32_t serialNumber) {
+        std::array<char, 16> serial{};
+        std::snprintf(serial.data(), serial.size(), "%08x", serialNumber);
+        m_lines.append("New logical stream (#").append(std::to_string(stream.number)).append(", serial: ");
+        m_lines.append(serial.data()).append("): type ").append(stream.type).append("\n");
     }
 
     void Feed(Stream& stream, OggPageReader& reader, const OggPage& page) {

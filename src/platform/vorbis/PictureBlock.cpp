@@ -56,6 +56,9 @@ std::optional<std::vector<std::uint8_t>> DecodeBase64(std::string_view text) {
     for (std::size_t at = 0; at < text.size(); at += 4) {
         const auto group = text.substr(at, 4);
         const std::size_t digits = group.find('=') == std::string_view::npos ? 4 : group.find('=');
+        if (digits == 0) {
+            break;
+        }
         if (group.size() < 4 || digits < 2 || (digits == 2 && group[3] != '=')) {
             return std::nullopt;
         }

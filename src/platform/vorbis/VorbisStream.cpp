@@ -55,18 +55,26 @@ std::string PlaybackLength(std::int64_t granule, std::uint32_t rate) {
 
 } // namespace
 
-bool VorbisStream::BeginsHere(const OggPage& page, std::span<const std::uint8_t> body) {
-    if (page.version != 0 || page.continued || page.sequence != 0) {
-        return false;
+VorbisStream::Beginning VorbisStream::BeginsWith(const OggPage& page, std::span<const std::uint8_t> body) {
+    if (page.version != 0 || page.sequence != 0) {
+        return Beginning::Invalid;
     }
-    std::size_t size = 0;
+    bool skipping = page.continued; // The rest of a packet that nobody has seen begin.
+    std::size_t start = 0;
+    std::size_t end = 0;
     for (const std::uint8_t length : page.Lacing()) {
-        size += length;
-        if (length < 255) {
-            return size <= body.size() && IsHeader(body.first(size), 1);
+        end += length;
+        if (length == 255) {
+            continue;
         }
+        if (!skipping) {
+            const bool isVorbis = end <= body.size() && IsHeader(body.subspan(start, end - start), 1);
+            return isVorbis ? Beginning::Vorbis : Beginning::Unknown;
+        }
+        skipping = false;
+        start = end;
     }
-    return false;
+    return Beginning::Invalid;
 }
 
 void VorbisStream::TakeHeaderPage(const OggPage& page, std::span<const std::uint8_t> body,

@@ -17,9 +17,11 @@ class VorbisStream {
 public:
     explicit VorbisStream(std::size_t number) : m_number(number) {}
 
-    /// Whether a stream that begins with this page is a Vorbis stream: the page completes its first packet,
-    /// and that carries the mark.
-    static bool BeginsHere(const OggPage& page, std::span<const std::uint8_t> body);
+    enum class Beginning { Vorbis, Unknown, Invalid };
+
+    /// What kind of stream begins with this page: a Vorbis stream's first packet carries the mark; a page
+    /// that completes no packet begins no valid stream.
+    static Beginning BeginsWith(const OggPage& page, std::span<const std::uint8_t> body);
 
     /// Whether the header packets are still to come, so that a page's body is needed.
     bool NeedsBody() const { return m_headers < 3; }
