@@ -10,7 +10,7 @@
 
 namespace quavernet {
 
-/// Reads page headers and the header packets only: audio is never decoded, and its checksums are looked at
+/// Walks over the pages and reads the header packets: audio is never decoded, and its checksums are looked at
 /// only where the order of the pages is in doubt. Streams that are no Vorbis are named and passed over.
 /// Warnings that carry no text of the file are left out.
 class OggInfoReader : public OggInfoTool {

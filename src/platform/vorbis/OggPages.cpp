@@ -12,9 +12,7 @@ namespace {
 constexpr std::string_view Mark = "OggS";
 constexpr std::size_t FixedHeader = 27;
 constexpr std::size_t ChecksumAt = 22;
-constexpr std::size_t HeaderAhead = 512;  // One read takes in the longest header and the next mark's place.
-constexpr std::size_t FirstAhead = 16384; // The three header packets of most files.
-constexpr std::size_t SearchAhead = 65536;
+constexpr std::size_t ReadAhead = 65536; // A read of this size costs less than one for each page's header.
 constexpr std::uint64_t VainFloor = 1 << 20;
 constexpr std::uint64_t VainFactor = 4;
 
@@ -68,16 +66,9 @@ std::uint32_t OggChecksum(std::span<const std::uint8_t> page) {
     return Checksum(sum, page.subspan(ChecksumAt + zero.size()));
 }
 
-std::size_t OggPageReader::Ahead() const {
-    if (m_inStep) {
-        return HeaderAhead;
-    }
-    return m_position == 0 ? FirstAhead : SearchAhead;
-}
-
 bool OggPageReader::FindMark() {
     for (;;) {
-        const auto piece = m_window.Held(m_position, FixedHeader, SearchAhead);
+        const auto piece = m_window.Held(m_position, FixedHeader, ReadAhead);
         if (piece.size() < FixedHeader) {
             return false;
         }
@@ -91,7 +82,7 @@ bool OggPageReader::FindMark() {
 }
 
 bool OggPageReader::ReadHeader(OggPage& page) {
-    const auto bytes = m_window.At(m_position, FixedHeader + 255, Ahead());
+    const auto bytes = m_window.At(m_position, FixedHeader + 255, ReadAhead);
     if (bytes.size() < FixedHeader || bytes.size() < FixedHeader + std::size_t{bytes[26]}) {
         return false;
     }
@@ -116,7 +107,7 @@ bool OggPageReader::ReadHeader(OggPage& page) {
 
 bool OggPageReader::Next(OggPage& page) {
     while (m_vainBytes <= VainFloor + VainFactor * m_window.Size()) {
-        if (!IsMark(m_window.At(m_position, Mark.size(), Ahead()))) {
+        if (!IsMark(m_window.At(m_position, Mark.size(), ReadAhead))) {
             m_inStep = false;
             if (!FindMark()) {
                 return false;
@@ -126,7 +117,7 @@ bool OggPageReader::Next(OggPage& page) {
             return false;
         }
         const bool doubtful =
-            !m_inStep || page.last || !IsMark(m_window.At(page.End(), Mark.size(), HeaderAhead));
+            !m_inStep || page.last || !IsMark(m_window.At(page.End(), Mark.size(), ReadAhead));
         if (!doubtful || IsIntact(page)) {
             m_position = page.End();
             m_inStep = true;
@@ -139,7 +130,7 @@ bool OggPageReader::Next(OggPage& page) {
 
 bool OggPageReader::IsIntact(OggPage& page) {
     if (!page.intact) {
-        const auto bytes = m_window.At(page.offset, page.Size());
+        const auto bytes = m_window.At(page.offset, page.Size(), ReadAhead);
         page.intact = bytes.size() == page.Size() &&
                       OggChecksum(bytes) == LittleEndian<std::uint32_t>(bytes, ChecksumAt);
     }

@@ -56,7 +56,6 @@ public:
 private:
     bool FindMark();
     bool ReadHeader(OggPage& page);
-    std::size_t Ahead() const;
 
     ByteWindow m_window;
     std::uint64_t m_position = 0;
