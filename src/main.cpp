@@ -14,6 +14,7 @@
 #include "platform/qt/QtShell.h"
 #include "platform/sqlite/SqliteConnection.h"
 #include "platform/taglib/TagLibComponent.h"
+#include "platform/vorbis/OggInfoReader.h"
 
 using namespace quavernet;
 
@@ -31,6 +32,7 @@ int main(int argc, char** argv) {
     QtDialogs dialogs;
     QtEvents events;
     SystemClock clock;
+    OggInfoReader oggInfo;
     const auto fileSystem = CreatePosixFileSystem();
 
     services.settings = &settings;
@@ -38,6 +40,7 @@ int main(int argc, char** argv) {
     services.shell = &shell;
     services.msgBox = &msgBox;
     services.dialogs = &dialogs;
+    services.oggInfo = &oggInfo;
     services.events = &events;
     services.clock = &clock;
     services.regional = ReadRegionalSettings();
