@@ -91,7 +91,7 @@ bool mnuOptionsLoadOverSearch_Click(bool checked) {
     return mainModule.LoadOverSearch;
 }
 
-LetterRow::LetterRow() {
+LetterLabels::LetterLabels() {
     m_labels.front() = {"lblAll", "All", true};
     for (std::size_t i = 0; i < 26; ++i) {
         const char letter = static_cast<char>('A' + i);
@@ -100,24 +100,24 @@ LetterRow::LetterRow() {
     m_labels.back() = {"lblOther", "other"};
 }
 
-void LetterRow::ResetLetterColors() {
+void LetterLabels::ResetLetterColors() {
     for (Label& label : m_labels) {
         label.ForeColor = RestColor;
     }
 }
 
-void LetterRow::ResetLetterBold() {
+void LetterLabels::ResetLetterBold() {
     for (Label& label : m_labels) {
         label.Bold = false;
     }
 }
 
-void LetterRow::MouseMove(std::size_t label) {
+void LetterLabels::MouseMove(std::size_t label) {
     ResetLetterColors();
     m_labels.at(label).ForeColor = HoverColor;
 }
 
-FilterAction LetterRow::Click(std::size_t label) {
+FilterAction LetterLabels::Click(std::size_t label) {
     ResetLetterBold();
     m_labels.at(label).Bold = true;
     mainModule.LetterFilter = m_labels.at(label).Value;

@@ -56,7 +56,7 @@ void mnuViewTitle_Click(SearchFields& fields);
 bool mnuOptionsLoadOverSearch_Click(bool checked);
 
 /// The labels lblAll, lblA to lblZ and lblOther, in the order of the row.
-class LetterRow {
+class LetterLabels {
 public:
     static constexpr std::size_t Count = 28;
     static constexpr std::uint32_t RestColor = 0xC00000;  ///< Blue, green, red: a dark blue.
@@ -70,7 +70,7 @@ public:
     };
 
     /// lblAll is bold.
-    LetterRow();
+    LetterLabels();
 
     void ResetLetterColors();
     void ResetLetterBold();

@@ -11,11 +11,11 @@ namespace {
 constexpr int DefaultPointer = 0;
 constexpr int HourglassPointer = 11;
 
-void SortByHeader(std::int32_t column, GridSelection& grid, GridOpenWindow& window) {
+void SortAndLoad(std::int32_t column, GridSelection& grid, GridOpenWindow& window) {
     window.SetRedraw(false);
     try {
         grid.SetRow(0);
-        window.SetHeaderPicture(SortByColumn(column));
+        window.SetHeaderPicture(SortByHeader(column));
         window.LoadDatabase("");
     } catch (const RuntimeError&) {
         window.SetRedraw(true); // A load that failed must not leave the list frozen.
@@ -66,7 +66,7 @@ void grdMp3_DblClick(std::int32_t mouseCol, std::int32_t mouseRow, GridSelection
     window.SetMousePointer(HourglassPointer);
     try {
         if (mouseRow == 0) {
-            SortByHeader(mouseCol, grid, window);
+            SortAndLoad(mouseCol, grid, window);
         } else if (mouseRow > 0 && !grid.RightClicked() && grid.Rows() >= 2) {
             PlayRow(grid, player);
         }

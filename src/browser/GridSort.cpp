@@ -4,7 +4,7 @@
 
 namespace quavernet {
 
-SortArrow SortByColumn(std::int32_t column) {
+SortArrow SortByHeader(std::int32_t column) {
     mainModule.SortDirection = mainModule.SortDirection == "ASC" ? "DESC" : "ASC";
     mainModule.SortInterpret = column == 0;
     mainModule.SortTitle = column == 1;

@@ -16,6 +16,6 @@ struct SortArrow {
 
 /// Turns the sort direction round and makes the column (0 to 5) the sort column. The direction turns on every
 /// call, also on the first one for another column. The list has to be loaded anew afterwards.
-SortArrow SortByColumn(std::int32_t column);
+SortArrow SortByHeader(std::int32_t column);
 
 } // namespace quavernet

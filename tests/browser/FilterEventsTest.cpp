@@ -108,19 +108,19 @@ TEST_F(FilterEventsTest, TheLoadOverSearchItemTogglesAndStoresNothing) {
     EXPECT_TRUE(settings.values.empty());
 }
 
-std::string BoldLabels(const LetterRow& row) {
+std::string BoldLabels(const LetterLabels& row) {
     std::string names;
-    for (const LetterRow::Label& label : row.Labels()) {
+    for (const LetterLabels::Label& label : row.Labels()) {
         names += label.Bold ? label.Name + " " : "";
     }
     return names;
 }
 
 TEST_F(FilterEventsTest, TheLetterRowHasTwentyEightLabels) {
-    const LetterRow row;
+    const LetterLabels row;
     std::string names;
     std::string values;
-    for (const LetterRow::Label& label : row.Labels()) {
+    for (const LetterLabels::Label& label : row.Labels()) {
         names += label.Name + " ";
         values += label.Value + " ";
         EXPECT_EQ(label.ForeColor, 0xC00000U);
@@ -133,7 +133,7 @@ TEST_F(FilterEventsTest, TheLetterRowHasTwentyEightLabels) {
 }
 
 TEST_F(FilterEventsTest, AClickOnALetterMakesItBoldAndTheFilter) {
-    LetterRow row;
+    LetterLabels row;
     EXPECT_EQ(row.Click(2), FilterAction::LoadDatabase);
     EXPECT_EQ(BoldLabels(row), "lblB ");
     EXPECT_EQ(mainModule.LetterFilter, "B");
@@ -145,10 +145,10 @@ TEST_F(FilterEventsTest, AClickOnALetterMakesItBoldAndTheFilter) {
 }
 
 TEST_F(FilterEventsTest, TheMouseLeavesOnlyTheLetterUnderItWhite) {
-    LetterRow row;
+    LetterLabels row;
     row.MouseMove(3);
     row.MouseMove(4);
-    for (std::size_t i = 0; i < LetterRow::Count; ++i) {
+    for (std::size_t i = 0; i < LetterLabels::Count; ++i) {
         EXPECT_EQ(row.Labels()[i].ForeColor, i == 4 ? 0xFFFFFFU : 0xC00000U) << i;
     }
     row.ResetLetterColors();
@@ -157,7 +157,7 @@ TEST_F(FilterEventsTest, TheMouseLeavesOnlyTheLetterUnderItWhite) {
 }
 
 TEST_F(FilterEventsTest, NoLetterIsBoldAfterTheReset) {
-    LetterRow row;
+    LetterLabels row;
     row.ResetLetterBold();
     EXPECT_EQ(BoldLabels(row), "");
 }

@@ -1,6 +1,7 @@
 #include "browser/GridSelection.h"
 
 #include "browser/LiteralGrid.h"
+#include "support/GridWindowDouble.h"
 #include "support/LogicTest.h"
 
 #include <random>
@@ -14,6 +15,8 @@ namespace {
 class Pair {
 public:
     explicit Pair(unsigned seed) : m_random(seed) {
+        m_window.fileId = [this](std::int32_t row) { return m_ids.at(row); };
+        m_window.onSelectionChanged = [this] { m_controlStateRow = m_fast.Row(); };
         Load();
         Step("view", [&] { View(); });
     }
@@ -45,8 +48,7 @@ private:
             mainModule.FilePaths.Add(paths[row]);
         }
         ++m_load;
-        m_fast.Clear();
-        m_fast.ShowRows(count);
+        m_fast.Reset(count + 1);
         m_slow.Load(count, paths, m_ids);
         Compare();
     }
@@ -54,7 +56,8 @@ private:
     void View() {
         const int top = Pick(1, std::max(1, m_slow.grid.Rows - 1));
         const int visible = Pick(0, 5) == 0 ? Pick(0, 1) : Pick(2, 15);
-        m_fast.SetView(top, visible);
+        m_window.topRow = top;
+        m_window.visibleRows = visible;
         m_slow.grid.TopRow = top;
         m_slow.grid.VisibleRows = visible;
     }
@@ -64,10 +67,14 @@ private:
         std::ostringstream name;
         name << "press " << button << " shift " << shift << " row " << row;
         Step(name.str(), [&] {
-            const GridPress press = m_fast.MouseDown(static_cast<GridButton>(button), shift, row);
+            static constexpr GridButton Buttons[] = {GridButton::Other, GridButton::Left, GridButton::Right,
+                                                     GridButton::Other, GridButton::Other};
+            m_window.kontextItems.clear();
+            m_fast.MouseDown(row, Buttons[button], {(shift & 1) != 0, (shift & 2) != 0, (shift & 4) != 0});
             m_slow.Press(button, shift, row);
-            EXPECT_EQ(press.KontextItems, m_slow.kontextItems);
-            EXPECT_EQ(press.ControlStateRow, m_slow.controlStateRow);
+            EXPECT_EQ(m_window.kontextItems,
+                      m_slow.kontextItems == 0 ? std::vector<int>{} : std::vector<int>{m_slow.kontextItems});
+            EXPECT_EQ(m_controlStateRow, m_slow.controlStateRow);
         });
         if (Pick(0, 7) != 0) {
             Step("release", [&] {
@@ -81,17 +88,17 @@ private:
         const bool shift = Pick(0, 1) == 1;
         const int page = std::max(1, m_slow.grid.VisibleRows);
         const int from = m_slow.grid.RowSel;
-        const std::vector<std::tuple<GridKey, int, bool>> keys = {{GridKey::Up, from - 1, false},
-                                                                  {GridKey::Down, from + 1, false},
-                                                                  {GridKey::PageUp, from - page, true},
-                                                                  {GridKey::PageDown, from + page, true},
-                                                                  {GridKey::Home, 1, true},
-                                                                  {GridKey::End, m_slow.grid.Rows - 1, true}};
-        const auto [key, target, leap] = keys[static_cast<std::size_t>(Pick(0, 5))];
+        const std::vector<std::pair<GridKey, int>> keys = {{GridKey::Up, from - 1},
+                                                           {GridKey::Down, from + 1},
+                                                           {GridKey::PageUp, from - page},
+                                                           {GridKey::PageDown, from + page},
+                                                           {GridKey::Home, 1},
+                                                           {GridKey::End, m_slow.grid.Rows - 1}};
+        const auto [key, target] = keys[static_cast<std::size_t>(Pick(0, 5))];
         Step("key " + std::to_string(static_cast<int>(key)) + (shift ? " with shift" : ""),
-             [&, key = key, target = target, leap = leap] {
-                 m_fast.KeyMove(key, shift);
-                 m_slow.Key(target, shift, leap);
+             [&, key = key, target = target] {
+                 m_fast.KeyMove(key, shift, m_window.visibleRows);
+                 m_slow.Key(target, shift);
              });
     }
 
@@ -132,21 +139,18 @@ private:
             Key();
             break;
         default:
-            Press(1, std::vector<int>{0, 0, 1, 1, 2, 2, 2, 3}[static_cast<std::size_t>(Pick(0, 7))]);
+            Press(1, std::vector<int>{0, 0, 1, 1, 2, 2, 2, 3, 4, 6}[static_cast<std::size_t>(Pick(0, 9))]);
         }
     }
 
     void Compare() {
-        if (const auto text = m_fast.TakePanelText()) {
-            m_panel = *text;
-        }
         std::vector<std::vector<bool>> painted;
         for (int row = 0; row < m_slow.grid.Rows; ++row) {
             painted.emplace_back(LiteralControl::Cols, m_fast.IsPainted(row));
         }
         EXPECT_EQ(painted, m_slow.grid.selectedColor) << m_log.str();
         EXPECT_EQ(mainModule.SelectedRows.Rows(), m_slow.SelectedRows.Rows()) << m_log.str();
-        EXPECT_EQ(m_panel, m_slow.panelScanning) << m_log.str();
+        EXPECT_EQ(m_window.panel, m_slow.panelScanning) << m_log.str();
         EXPECT_EQ(m_fast.Rows(), m_slow.grid.Rows) << m_log.str();
         EXPECT_EQ(std::tuple(m_fast.Row(), m_fast.RowSel(), m_fast.Col(), m_fast.ColSel()),
                   std::tuple(m_slow.grid.Row, m_slow.grid.RowSel, m_slow.grid.Col, m_slow.grid.ColSel))
@@ -154,7 +158,7 @@ private:
         EXPECT_EQ(std::tuple(m_fast.LastRow(), m_fast.LastRowSel(), m_fast.LastCol(), m_fast.LastColSel()),
                   std::tuple(m_slow.LastRow, m_slow.LastRowSel, m_slow.LastCol, m_slow.LastColSel))
             << m_log.str();
-        EXPECT_EQ(m_fast.TopRow(), m_slow.grid.TopRow) << m_log.str();
+        EXPECT_EQ(m_window.topRow, m_slow.grid.TopRow) << m_log.str();
         EXPECT_EQ(m_fast.HighLight(), m_slow.grid.HighLight == 1) << m_log.str();
         EXPECT_EQ(std::tuple(m_fast.CtrlDown(), m_fast.ShiftDown(), m_fast.LeftDown()),
                   std::tuple(m_slow.CtrlDown, m_slow.ShiftDown, m_slow.LeftDown))
@@ -170,9 +174,10 @@ private:
     std::mt19937 m_random;
     int m_load = 0;
     std::map<int, std::int64_t> m_ids;
-    GridSelection m_fast{[this](std::int32_t row) { return m_ids.at(row); }};
+    GridWindowDouble m_window;
+    GridSelection m_fast{m_window};
     LiteralGrid m_slow;
-    std::string m_panel;
+    int m_controlStateRow = -1;
     std::ostringstream m_log;
 };
 

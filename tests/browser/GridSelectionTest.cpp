@@ -1,5 +1,6 @@
 #include "browser/GridSelection.h"
 
+#include "support/GridWindowDouble.h"
 #include "support/LogicTest.h"
 
 #include <gmock/gmock.h>
@@ -22,14 +23,14 @@ protected:
             mainModule.FilePaths.Add("/music/" + std::to_string(row) + ".mp3");
             mainModule.FileNames.Add(std::to_string(row) + ".mp3");
         }
-        grid.ShowRows(count);
-        grid.SetView(1, 10);
+        grid.Reset(count + 1);
     }
-    GridPress Press(std::int32_t row, int modifiers = GridModifier::None,
-                    GridButton button = GridButton::Left) {
-        return grid.MouseDown(button, modifiers, row);
+    void Press(std::int32_t row, GridModifiers modifiers = {}, GridButton button = GridButton::Left) {
+        grid.MouseDown(row, button, modifiers);
     }
-    void ClickAt(std::int32_t row, int modifiers = GridModifier::None) {
+    void RightPress(std::int32_t row) { Press(row, {}, GridButton::Right); }
+    void Key(GridKey key, bool shift = false) { grid.KeyMove(key, shift, window.visibleRows); }
+    void ClickAt(std::int32_t row, GridModifiers modifiers = {}) {
         Press(row, modifiers);
         grid.MouseUp();
         grid.Click();
@@ -45,38 +46,36 @@ protected:
     }
     static const std::vector<std::int32_t>& Selected() { return mainModule.SelectedRows.Rows(); }
 
-    std::function<std::int64_t(std::int32_t)> fileId = [](std::int32_t row) { return 1000 + row; };
-    GridSelection grid{[this](std::int32_t row) { return fileId(row); }};
+    static constexpr GridModifiers Shift{.Shift = true};
+    static constexpr GridModifiers Ctrl{.Ctrl = true};
+
+    GridWindowDouble window;
+    GridSelection grid{window};
 };
 
 TEST_F(GridSelectionTest, AClickSelectsOneRowAndShowsItsPath) {
     ClickAt(3);
     EXPECT_THAT(Painted(), ElementsAre(3));
     EXPECT_THAT(Selected(), ElementsAre(3));
-    EXPECT_EQ(grid.TakePanelText(), "/music/3.mp3");
+    EXPECT_EQ(window.panel, "/music/3.mp3");
     ClickAt(7);
     EXPECT_THAT(Painted(), ElementsAre(7));
     EXPECT_THAT(Selected(), ElementsAre(7));
     EXPECT_FALSE(grid.MultipleSelection());
 }
 
-TEST_F(GridSelectionTest, ThePanelTextIsHandedOutOnce) {
-    ClickAt(3);
-    EXPECT_TRUE(grid.TakePanelText());
-    EXPECT_FALSE(grid.TakePanelText());
-}
-
 TEST_F(GridSelectionTest, ARowWithoutAPathLeavesThePanelAsItWas) {
+    window.panel = "as it was";
     mainModule.FilePaths.Clear();
     ClickAt(3);
-    EXPECT_FALSE(grid.TakePanelText());
+    EXPECT_EQ(window.panel, "as it was");
     EXPECT_THAT(Selected(), ElementsAre(3));
 }
 
 TEST_F(GridSelectionTest, ACtrlClickAddsARowInTheOrderOfTheClicks) {
     ClickAt(5);
-    ClickAt(2, GridModifier::Ctrl);
-    ClickAt(9, GridModifier::Ctrl);
+    ClickAt(2, Ctrl);
+    ClickAt(9, Ctrl);
     EXPECT_THAT(Painted(), ElementsAre(2, 5, 9));
     EXPECT_THAT(Selected(), ElementsAre(5, 2, 9));
     EXPECT_TRUE(grid.MultipleSelection());
@@ -84,36 +83,36 @@ TEST_F(GridSelectionTest, ACtrlClickAddsARowInTheOrderOfTheClicks) {
 
 TEST_F(GridSelectionTest, ARowDeselectedWithCtrlIsUnpaintedAndStaysAMember) {
     ClickAt(2);
-    ClickAt(5, GridModifier::Ctrl);
-    ClickAt(5, GridModifier::Ctrl);
+    ClickAt(5, Ctrl);
+    ClickAt(5, Ctrl);
     EXPECT_THAT(Painted(), ElementsAre(2));
     EXPECT_THAT(Selected(), ElementsAre(2, 5));
     EXPECT_TRUE(grid.RowDeselected());
 }
 
 TEST_F(GridSelectionTest, ADeselectionTakesOutTheRowWhoseNumberIsTheFileId) {
-    fileId = [](std::int32_t row) { return row == 5 ? 2 : 1000 + row; };
+    window.fileId = [](std::int32_t row) { return row == 5 ? 2 : 1000 + row; };
     ClickAt(2);
-    ClickAt(5, GridModifier::Ctrl);
-    ClickAt(5, GridModifier::Ctrl);
+    ClickAt(5, Ctrl);
+    ClickAt(5, Ctrl);
     EXPECT_THAT(Painted(), ElementsAre(2));
     EXPECT_THAT(Selected(), ElementsAre(5));
 }
 
 TEST_F(GridSelectionTest, AFileIdBeyondAllRowNumbersTakesNothingOut) {
-    fileId = [](std::int32_t) { return (std::int64_t{1} << 32) + 2; };
+    window.fileId = [](std::int32_t) { return (std::int64_t{1} << 32) + 2; };
     ClickAt(2);
-    ClickAt(5, GridModifier::Ctrl);
-    ClickAt(5, GridModifier::Ctrl);
+    ClickAt(5, Ctrl);
+    ClickAt(5, Ctrl);
     EXPECT_THAT(Selected(), ElementsAre(2, 5));
 }
 
 TEST_F(GridSelectionTest, ADeselectedRowThatIsTakenInAgainStandsWhereItStood) {
     ClickAt(2);
-    ClickAt(5, GridModifier::Ctrl);
-    ClickAt(7, GridModifier::Ctrl);
-    ClickAt(5, GridModifier::Ctrl);
-    ClickAt(5, GridModifier::Ctrl);
+    ClickAt(5, Ctrl);
+    ClickAt(7, Ctrl);
+    ClickAt(5, Ctrl);
+    ClickAt(5, Ctrl);
     EXPECT_THAT(Painted(), ElementsAre(2, 5, 7));
     EXPECT_THAT(Selected(), ElementsAre(2, 5, 7));
     EXPECT_FALSE(grid.RowDeselected());
@@ -121,7 +120,7 @@ TEST_F(GridSelectionTest, ADeselectedRowThatIsTakenInAgainStandsWhereItStood) {
 
 TEST_F(GridSelectionTest, AShiftClickPaintsFromTheCurrentRowToTheClickedOne) {
     ClickAt(4);
-    Press(7, GridModifier::Shift);
+    Press(7, Shift);
     EXPECT_TRUE(grid.HighLight());
     EXPECT_THAT(Painted(), ElementsAre(4, 5, 6, 7));
     EXPECT_THAT(Selected(), ElementsAre(4, 5, 6, 7));
@@ -129,27 +128,27 @@ TEST_F(GridSelectionTest, AShiftClickPaintsFromTheCurrentRowToTheClickedOne) {
     EXPECT_EQ(grid.RowSel(), 7);
     grid.MouseUp();
     EXPECT_FALSE(grid.HighLight());
-    ClickAt(2, GridModifier::Shift);
+    ClickAt(2, Shift);
     EXPECT_THAT(Selected(), ElementsAre(2, 3, 4));
 }
 
 TEST_F(GridSelectionTest, AShiftClickTowardsTheTopAddsTheRowsInAscendingOrder) {
     ClickAt(7);
-    ClickAt(4, GridModifier::Shift);
+    ClickAt(4, Shift);
     EXPECT_THAT(Selected(), ElementsAre(4, 5, 6, 7));
-    EXPECT_EQ(grid.TakePanelText(), "/music/7.mp3");
+    EXPECT_EQ(window.panel, "/music/7.mp3");
 }
 
 TEST_F(GridSelectionTest, AClickWithShiftAndCtrlCountsAsAPlainClick) {
     ClickAt(2);
-    ClickAt(6, GridModifier::Shift + GridModifier::Ctrl);
+    ClickAt(6, {.Shift = true, .Ctrl = true});
     EXPECT_THAT(Painted(), ElementsAre(6));
     EXPECT_THAT(Selected(), ElementsAre(6));
 }
 
 TEST_F(GridSelectionTest, AClickOnTheSelectedRowOfARangeLeavesThatRowAlone) {
     ClickAt(2);
-    ClickAt(5, GridModifier::Shift);
+    ClickAt(5, Shift);
     ClickAt(5);
     EXPECT_THAT(Painted(), ElementsAre(5));
     EXPECT_THAT(Selected(), ElementsAre(5));
@@ -157,7 +156,7 @@ TEST_F(GridSelectionTest, AClickOnTheSelectedRowOfARangeLeavesThatRowAlone) {
 
 TEST_F(GridSelectionTest, ACtrlClickOnTheSelectedRowTakesItOutOfTheMarks) {
     ClickAt(5);
-    ClickAt(5, GridModifier::Ctrl);
+    ClickAt(5, Ctrl);
     EXPECT_THAT(Painted(), IsEmpty());
     EXPECT_THAT(Selected(), ElementsAre(5));
 }
@@ -167,14 +166,14 @@ TEST_F(GridSelectionTest, TheFirstCtrlClickAfterTheFocusCameTakesTheRowInOnce) {
     grid.GotFocus();
     EXPECT_EQ(grid.LastColSel(), 0);
     EXPECT_EQ(grid.LastRowSel(), 0);
-    ClickAt(5, GridModifier::Ctrl);
+    ClickAt(5, Ctrl);
     EXPECT_THAT(Painted(), ElementsAre(2, 5));
     EXPECT_THAT(Selected(), ElementsAre(2, 5));
 }
 
 TEST_F(GridSelectionTest, TheHandlerRemembersTheBoundsItHasPainted) {
     ClickAt(4);
-    ClickAt(6, GridModifier::Shift);
+    ClickAt(6, Shift);
     EXPECT_EQ(grid.LastRow(), 4);
     EXPECT_EQ(grid.LastRowSel(), 6);
     EXPECT_EQ(grid.LastCol(), GridSelection::FormatColumn);
@@ -183,8 +182,8 @@ TEST_F(GridSelectionTest, TheHandlerRemembersTheBoundsItHasPainted) {
 
 TEST_F(GridSelectionTest, ARightPressWithOneRowSelectedMovesTheSelection) {
     ClickAt(2);
-    const GridPress press = Press(6, GridModifier::None, GridButton::Right);
-    EXPECT_EQ(press.KontextItems, 1);
+    RightPress(6);
+    EXPECT_THAT(window.kontextItems, ElementsAre(1));
     EXPECT_TRUE(grid.RightClicked());
     EXPECT_THAT(Painted(), ElementsAre(6));
     EXPECT_THAT(Selected(), ElementsAre(6));
@@ -194,10 +193,10 @@ TEST_F(GridSelectionTest, ARightPressWithOneRowSelectedMovesTheSelection) {
 
 TEST_F(GridSelectionTest, ARightPressWithSeveralRowsSelectedKeepsThem) {
     ClickAt(2);
-    ClickAt(4, GridModifier::Shift);
+    ClickAt(4, Shift);
     mainModule.DetailsRow = 99;
-    const GridPress press = Press(9, GridModifier::None, GridButton::Right);
-    EXPECT_EQ(press.KontextItems, 2);
+    RightPress(9);
+    EXPECT_THAT(window.kontextItems, ElementsAre(2));
     EXPECT_THAT(Selected(), ElementsAre(2, 3, 4));
     EXPECT_THAT(Painted(), ElementsAre(2, 3, 4));
     EXPECT_EQ(mainModule.DetailsRow, 99);
@@ -205,13 +204,14 @@ TEST_F(GridSelectionTest, ARightPressWithSeveralRowsSelectedKeepsThem) {
 
 TEST_F(GridSelectionTest, AMemberWithoutAMarkCountsForTheRightPress) {
     ClickAt(2);
-    ClickAt(5, GridModifier::Ctrl);
-    ClickAt(5, GridModifier::Ctrl);
-    EXPECT_EQ(Press(9, GridModifier::None, GridButton::Right).KontextItems, 2);
+    ClickAt(5, Ctrl);
+    ClickAt(5, Ctrl);
+    RightPress(9);
+    EXPECT_THAT(window.kontextItems, ElementsAre(2));
 }
 
 TEST_F(GridSelectionTest, ALeftPressForgetsTheRightOne) {
-    Press(2, GridModifier::None, GridButton::Right);
+    RightPress(2);
     EXPECT_TRUE(grid.RightClicked());
     ClickAt(3);
     EXPECT_FALSE(grid.RightClicked());
@@ -219,15 +219,18 @@ TEST_F(GridSelectionTest, ALeftPressForgetsTheRightOne) {
 
 TEST_F(GridSelectionTest, AMiddlePressMovesNothingAndIsNoLeftOne) {
     ClickAt(2);
-    Press(6, GridModifier::None, GridButton::Middle);
+    Press(6, {}, GridButton::Other);
     EXPECT_FALSE(grid.LeftDown());
     EXPECT_FALSE(grid.RightClicked());
     EXPECT_THAT(Selected(), ElementsAre(2));
 }
 
 TEST_F(GridSelectionTest, TheControlStateGoesByTheRowAfterALeftAndBeforeARightPress) {
-    EXPECT_EQ(Press(4, GridModifier::None, GridButton::Right).ControlStateRow, 0);
-    EXPECT_EQ(Press(6).ControlStateRow, 6);
+    std::vector<std::int32_t> rows;
+    window.onSelectionChanged = [&] { rows.push_back(grid.Row()); };
+    RightPress(4);
+    Press(6);
+    EXPECT_THAT(rows, ElementsAre(0, 6));
 }
 
 TEST_F(GridSelectionTest, TheColumnStaysAtTheFormatAfterAPress) {
@@ -238,11 +241,11 @@ TEST_F(GridSelectionTest, TheColumnStaysAtTheFormatAfterAPress) {
 
 TEST_F(GridSelectionTest, APressIntoAListWithoutRowsArmsTheDragAndNothingElse) {
     Load(0);
-    const GridPress press = Press(0, GridModifier::None, GridButton::Right);
-    EXPECT_EQ(press.KontextItems, 0);
+    RightPress(0);
+    EXPECT_THAT(window.kontextItems, IsEmpty());
     EXPECT_FALSE(grid.RightClicked());
     EXPECT_TRUE(grid.GridDragging());
-    Press(0, GridModifier::Ctrl);
+    Press(0, Ctrl);
     EXPECT_FALSE(grid.CtrlDown());
     EXPECT_FALSE(grid.LeftDown());
     EXPECT_THAT(Selected(), IsEmpty());
@@ -252,11 +255,11 @@ TEST_F(GridSelectionTest, APressOnTheHeaderAfterALoadSelectsNothing) {
     ClickAt(0);
     EXPECT_THAT(Selected(), IsEmpty());
     EXPECT_THAT(Painted(), IsEmpty());
-    EXPECT_FALSE(grid.TakePanelText());
+    EXPECT_EQ(window.panel, "");
 }
 
 TEST_F(GridSelectionTest, AShiftClickAfterALoadBeginsAtTheFirstRow) {
-    ClickAt(3, GridModifier::Shift);
+    ClickAt(3, Shift);
     EXPECT_THAT(Selected(), ElementsAre(1, 2, 3));
     EXPECT_FALSE(grid.IsPainted(0));
 }
@@ -267,7 +270,7 @@ TEST_F(GridSelectionTest, APlaceBelowTheLastRowCountsAsTheLastRow) {
 }
 
 TEST_F(GridSelectionTest, TheReleaseClearsAllFlagsOfThePress) {
-    Press(3, GridModifier::Ctrl);
+    Press(3, Ctrl);
     EXPECT_TRUE(grid.CtrlDown());
     EXPECT_TRUE(grid.LeftDown());
     EXPECT_TRUE(grid.GridDragging());
@@ -275,7 +278,7 @@ TEST_F(GridSelectionTest, TheReleaseClearsAllFlagsOfThePress) {
     EXPECT_FALSE(grid.CtrlDown());
     EXPECT_FALSE(grid.LeftDown());
     EXPECT_FALSE(grid.GridDragging());
-    Press(3, GridModifier::Shift);
+    Press(3, Shift);
     EXPECT_TRUE(grid.ShiftDown());
     grid.MouseUp();
     EXPECT_FALSE(grid.ShiftDown());
@@ -283,7 +286,7 @@ TEST_F(GridSelectionTest, TheReleaseClearsAllFlagsOfThePress) {
 
 TEST_F(GridSelectionTest, ALoadEmptiesTheSelectionAndForgetsTheBounds) {
     ClickAt(4);
-    grid.Clear();
+    grid.Reset(1);
     EXPECT_THAT(Selected(), IsEmpty());
     EXPECT_EQ(grid.Rows(), 1);
     EXPECT_EQ(grid.Row(), 0);
@@ -294,116 +297,121 @@ TEST_F(GridSelectionTest, ALoadEmptiesTheSelectionAndForgetsTheBounds) {
 }
 
 TEST_F(GridSelectionTest, ArrowKeysMoveTheSelectionByOneRow) {
-    grid.KeyMove(GridKey::Down, false);
+    Key(GridKey::Down);
     EXPECT_THAT(Selected(), ElementsAre(1));
-    grid.KeyMove(GridKey::Down, false);
+    Key(GridKey::Down);
     EXPECT_THAT(Selected(), ElementsAre(2));
     EXPECT_THAT(Painted(), ElementsAre(2));
-    grid.KeyMove(GridKey::Up, false);
-    grid.KeyMove(GridKey::Up, false);
+    Key(GridKey::Up);
+    Key(GridKey::Up);
     EXPECT_THAT(Selected(), ElementsAre(1));
 }
 
 TEST_F(GridSelectionTest, ArrowKeysWithShiftGrowAndShrinkTheRange) {
     ClickAt(4);
-    grid.KeyMove(GridKey::Down, true);
-    grid.KeyMove(GridKey::Down, true);
+    Key(GridKey::Down, true);
+    Key(GridKey::Down, true);
     EXPECT_THAT(Selected(), ElementsAre(4, 5, 6));
-    grid.KeyMove(GridKey::Up, true);
+    Key(GridKey::Up, true);
     EXPECT_THAT(Selected(), ElementsAre(4, 5));
     EXPECT_THAT(Painted(), ElementsAre(4, 5));
-    grid.KeyMove(GridKey::Down, false);
+    Key(GridKey::Down);
     EXPECT_THAT(Selected(), ElementsAre(6));
 }
 
 TEST_F(GridSelectionTest, AKeyThatMovesNothingKeepsTheSelection) {
     ClickAt(1);
-    ClickAt(3, GridModifier::Ctrl);
-    ClickAt(1, GridModifier::Ctrl);
-    ClickAt(1, GridModifier::Ctrl);
-    grid.KeyMove(GridKey::Up, false);
+    ClickAt(3, Ctrl);
+    ClickAt(1, Ctrl);
+    ClickAt(1, Ctrl);
+    Key(GridKey::Up);
     EXPECT_THAT(Painted(), ElementsAre(1, 3));
 }
 
 TEST_F(GridSelectionTest, AKeyMoveEndsAMultipleSelection) {
     ClickAt(1);
-    ClickAt(3, GridModifier::Ctrl);
-    grid.KeyMove(GridKey::Down, false);
+    ClickAt(3, Ctrl);
+    Key(GridKey::Down);
     EXPECT_THAT(Selected(), ElementsAre(4));
     EXPECT_FALSE(grid.MultipleSelection());
 }
 
 TEST_F(GridSelectionTest, HomeAndEndGoToTheFirstAndTheLastRow) {
     ClickAt(5);
-    grid.KeyMove(GridKey::End, false);
+    Key(GridKey::End);
     EXPECT_THAT(Selected(), ElementsAre(20));
-    EXPECT_EQ(grid.TopRow(), 11);
-    grid.KeyMove(GridKey::Home, true);
+    Key(GridKey::Home, true);
     EXPECT_EQ(Selected().size(), 20U);
-    EXPECT_EQ(grid.TopRow(), 1);
+    EXPECT_EQ(grid.Row(), 20);
+    EXPECT_EQ(grid.RowSel(), 1);
 }
 
 TEST_F(GridSelectionTest, PageKeysMoveByTheRowsInView) {
     ClickAt(1);
-    grid.KeyMove(GridKey::PageDown, false);
+    Key(GridKey::PageDown);
     EXPECT_EQ(grid.Row(), 11);
-    EXPECT_EQ(grid.TopRow(), 2);
-    grid.KeyMove(GridKey::PageDown, false);
+    Key(GridKey::PageDown);
     EXPECT_EQ(grid.Row(), 20);
-    grid.KeyMove(GridKey::PageUp, false);
+    Key(GridKey::PageUp);
     EXPECT_EQ(grid.Row(), 10);
+    window.visibleRows = 0;
+    Key(GridKey::PageUp);
+    EXPECT_EQ(grid.Row(), 9) << "a list too low for a row moves by one";
 }
 
 TEST_F(GridSelectionTest, AnArrowKeyScrollsByOneRowAtTheEdges) {
     ClickAt(10);
-    grid.KeyMove(GridKey::Down, false);
-    EXPECT_EQ(grid.TopRow(), 2);
+    Key(GridKey::Down);
+    EXPECT_EQ(window.topRow, 2);
     EXPECT_EQ(mainModule.GridTopRow, 1) << "the top row is noted before the scroll";
     ClickAt(2);
-    grid.KeyMove(GridKey::Up, false);
-    EXPECT_EQ(grid.TopRow(), 1);
+    Key(GridKey::Up);
+    EXPECT_EQ(window.topRow, 1);
 }
 
 TEST_F(GridSelectionTest, AnArrowKeyFarFromTheViewScrollsByOneRowOnly) {
     ClickAt(2);
-    grid.SetView(8, 10);
-    grid.KeyMove(GridKey::Down, false);
-    EXPECT_EQ(grid.TopRow(), 7);
+    window.topRow = 8;
+    Key(GridKey::Down);
+    EXPECT_EQ(window.topRow, 7);
 }
 
-TEST_F(GridSelectionTest, TheMovingEndOfARangeStaysInView) {
+TEST_F(GridSelectionTest, ARangeLeavesTheViewAtItsCurrentRow) {
     ClickAt(10);
-    grid.KeyMove(GridKey::Down, true);
-    EXPECT_EQ(grid.TopRow(), 2);
+    Key(GridKey::Down, true);
+    EXPECT_EQ(window.topRow, 1) << "the current row is in view";
+    window.topRow = 11;
+    Key(GridKey::Down, true);
+    EXPECT_EQ(window.topRow, 10) << "the list goes back towards the current row";
 }
 
 TEST_F(GridSelectionTest, AClickNotesTheTopRow) {
-    grid.SetView(6, 10);
+    window.topRow = 6;
     grid.Click();
     EXPECT_EQ(mainModule.GridTopRow, 6);
     Load(0);
-    grid.SetView(3, 10);
+    window.topRow = 3;
     grid.Click();
     EXPECT_EQ(mainModule.GridTopRow, 6) << "a list without rows has no top row to note";
 }
 
 TEST_F(GridSelectionTest, TheToolTipIsTheNameOnDiskUnderTheMouse) {
-    EXPECT_EQ(grid.MouseMove(false, 3).ToolTip, "3.mp3");
-    EXPECT_FALSE(grid.MouseMove(false, 0).ToolTip) << "over the header the tip stays";
+    EXPECT_EQ(grid.MouseMove(3, false).ToolTip, "3.mp3");
+    EXPECT_FALSE(grid.MouseMove(0, false).ToolTip) << "over the header the tip stays";
 }
 
 TEST_F(GridSelectionTest, AMoveWithTheLeftButtonStartsADragUnlessCtrlIsDown) {
-    EXPECT_FALSE(grid.MouseMove(false, 3).StartDrag);
+    EXPECT_FALSE(grid.MouseMove(3, false).StartDrag);
     Press(3);
-    EXPECT_TRUE(grid.MouseMove(true, 3).StartDrag);
+    EXPECT_TRUE(grid.MouseMove(3, true).StartDrag);
     grid.MouseUp();
-    Press(4, GridModifier::Ctrl);
-    EXPECT_FALSE(grid.MouseMove(true, 4).StartDrag);
+    Press(4, Ctrl);
+    EXPECT_FALSE(grid.MouseMove(4, true).StartDrag);
 }
 
 TEST_F(GridSelectionTest, ADragTakesThePathsOfAllMembers) {
     ClickAt(5);
-    ClickAt(2, GridModifier::Ctrl);
+    ClickAt(2, Ctrl);
     EXPECT_THAT(grid.StartDrag(), ElementsAre("/music/5.mp3", "/music/2.mp3"));
 }
 
@@ -418,7 +426,7 @@ TEST_F(GridSelectionTest, ADragOfOneMemberTakesTheRowThatIsPainted) {
 
 TEST_F(GridSelectionTest, ADragPassesOverAMemberWithoutAPath) {
     ClickAt(5);
-    ClickAt(2, GridModifier::Ctrl);
+    ClickAt(2, Ctrl);
     mainModule.FilePaths.Clear();
     mainModule.FilePaths.Add("/music/a.mp3");
     mainModule.FilePaths.Add("/music/b.mp3");
@@ -446,25 +454,24 @@ TEST_F(GridSelectionTest, ARowBehindTheLastIsSetAsTheLast) {
 TEST_F(GridSelectionTest, RowsBeyondSixteenBitsAreMembersLikeAnyOther) {
     Load(40000);
     ClickAt(32760);
-    grid.KeyMove(GridKey::End, true);
+    Key(GridKey::End, true);
     EXPECT_EQ(Selected().size(), 7241U);
     EXPECT_TRUE(mainModule.SelectedRows.Contains(32768));
     EXPECT_TRUE(mainModule.SelectedRows.Contains(40000));
 }
 
 TEST_F(GridSelectionTest, AMillionRowsAreMarkedAsOneRange) {
-    GridSelection large([](std::int32_t row) { return row; });
-    large.ShowRows(1'000'000);
-    large.KeyMove(GridKey::Home, false);
-    large.KeyMove(GridKey::End, true);
+    grid.Reset(1'000'001);
+    Key(GridKey::Home);
+    Key(GridKey::End, true);
     EXPECT_EQ(mainModule.SelectedRows.Count(), 1'000'000U);
-    EXPECT_EQ(large.Painted().Ranges().size(), 1U);
+    EXPECT_EQ(grid.Painted().Ranges().size(), 1U);
 }
 
 TEST_F(GridSelectionTest, TheMenuOfOneRowEnablesAllItsItemsAndThatOfSeveralNotTheDetails) {
     const auto text = [](int mode) {
         std::string items;
-        for (const KontextItem& item : SetKontextItems(mode)) {
+        for (const KontextItem& item : KontextItems(mode)) {
             items += std::string(item.Name) + (item.Enabled ? "+ " : "- ");
         }
         return items;

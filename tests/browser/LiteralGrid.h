@@ -48,14 +48,6 @@ struct LiteralControl {
     bool RowIsVisible(int row) const {
         return row < FixedRows || (row >= TopRow && row < TopRow + VisibleRows);
     }
-    void ShowRow(int row) {
-        while (row < TopRow) {
-            --TopRow;
-        }
-        while (row >= TopRow + (VisibleRows > 0 ? VisibleRows : 1)) {
-            ++TopRow;
-        }
-    }
 };
 
 /// A collection keyed by text that remembers the order of its members.
@@ -108,7 +100,6 @@ struct LiteralGrid {
         LastRowSel = 0;
         grid.SetRows(count + 1);
         grid.SetRow(0);
-        grid.TopRow = 1;
         FilePaths = paths;
         RowData = ids;
     }
@@ -176,8 +167,7 @@ struct LiteralGrid {
         LeftDown = false;
     }
 
-    // delta: rows to go; leap: the grid itself brings the moved end into view.
-    void Key(int target, bool shift, bool leap) {
+    void Key(int target, bool shift) {
         if (grid.Rows < 2) {
             return;
         }
@@ -199,9 +189,6 @@ struct LiteralGrid {
         }
         grid.ColSel = LiteralControl::Cols - 1;
         SelChange();
-        if (shift || leap) {
-            grid.ShowRow(grid.RowSel);
-        }
     }
 
     void SelChange() {

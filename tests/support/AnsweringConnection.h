@@ -11,9 +11,9 @@
 
 namespace quavernet::test {
 
-class RecordingConnection : public ADODB::Connection {
+class AnsweringConnection : public ADODB::Connection {
 public:
-    explicit RecordingConnection(std::vector<std::string>& calls) : m_calls(calls) {}
+    explicit AnsweringConnection(std::vector<std::string>& calls) : m_calls(calls) {}
 
     void Open(std::string_view) override {}
     void Execute(std::string_view statement) override {
