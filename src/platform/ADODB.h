@@ -115,6 +115,11 @@ public:
     /// Brings statements gathered since the last commit to the file. Called before the program waits for
     /// its user, runs another program or ends. Throws RuntimeError if the file can't be written.
     virtual void Commit() = 0;
+
+    /// Copies the library beside itself before a scan changes much of it; three copies are kept. Made once
+    /// after each Open, and only if the run before had closed the file: a copy of doubtful content must not
+    /// push out a sound one. Throws RuntimeError if the copy can't be made; the older copies then stay.
+    virtual void Backup() {}
 };
 
 } // namespace quavernet::ADODB

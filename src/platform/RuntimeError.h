@@ -30,6 +30,9 @@ inline constexpr int Overflow = 6;
 inline constexpr int SubscriptOutOfRange = 9;
 inline constexpr int TypeMismatch = 13;
 inline constexpr int FileNotFound = 53;
+inline constexpr int DeviceInputOutput = 57;
+inline constexpr int DiskFull = 61;
+inline constexpr int BadRecordNumber = 63;
 inline constexpr int PathFileAccess = 75;
 inline constexpr int PathNotFound = 76;
 } // namespace ErrorNumber

@@ -1,1 +1,211 @@
 #include "platform/sqlite/SqliteConnection.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <sqlite3.h>
+
+#include "platform/RuntimeError.h"
+#include "platform/sqlite/BackupCopies.h"
+#include "platform/sqlite/CommitGathering.h"
+#include "platform/sqlite/DateColumns.h"
+#include "platform/sqlite/LibraryFile.h"
+#include "platform/sqlite/SqliteError.h"
+#include "platform/sqlite/StatementCache.h"
+#include "platform/sqlite/StatementText.h"
+
+namespace quavernet {
+
+namespace {
+
+using namespace sqlite;
+
+std::string DataSource(std::string_view connectionString) {
+    constexpr std::string_view key = "Data Source=";
+    const std::size_t at = connectionString.find(key);
+    if (at == std::string_view::npos || connectionString.find('\0') != std::string_view::npos) {
+        throw RuntimeError(SQLITE_CANTOPEN, "The connection string names no data source.");
+    }
+    return std::string(connectionString.substr(at + key.size()));
+}
+
+/// Resets a statement when its run ends, however it ends.
+class Run {
+public:
+    explicit Run(sqlite3_stmt* statement) : m_statement(statement) {}
+    ~Run() { sqlite3_reset(m_statement); }
+    Run(const Run&) = delete;
+    Run& operator=(const Run&) = delete;
+
+private:
+    sqlite3_stmt* m_statement;
+};
+
+class SqliteConnection : public ADODB::Connection {
+public:
+    explicit SqliteConnection(RegionalSettings regional) : m_regional(std::move(regional)) {}
+
+    ~SqliteConnection() override {
+        try {
+            Commit();
+        } catch (const RuntimeError&) {
+            // Nobody is left to hear of it; the file keeps its last committed state.
+        }
+    }
+
+    void Open(std::string_view connectionString) override {
+        m_path = DataSource(connectionString);
+        OpenedLibrary opened = OpenLibraryFile(m_path);
+        m_dateColumns = DateColumnNames(opened.handle.get());
+        m_backupDue = opened.closedCleanly;
+        m_cache.Clear();
+        m_library = std::move(opened.handle);
+    }
+
+    void Execute(std::string_view statement) override {
+        m_commits.CommitIfDue(Library());
+        PreparedStatement& prepared = Bind(statement);
+        sqlite3_stmt* const handle = prepared.handle.get();
+        const bool writes = sqlite3_stmt_readonly(handle) == 0;
+        if (writes) {
+            m_commits.BeforeWrite(Library());
+        }
+        const Run run(handle);
+        int code = sqlite3_step(handle);
+        while (code == SQLITE_ROW) {
+            code = sqlite3_step(handle);
+        }
+        if (writes) {
+            m_commits.AfterWrite(Library(), code);
+        } else if (code != SQLITE_DONE) {
+            ThrowError(Library(), code);
+        }
+    }
+
+    ADODB::RowBlock Query(std::string_view statement) override {
+        m_commits.CommitIfDue(Library());
+        PreparedStatement& prepared = Bind(statement);
+        sqlite3_stmt* const handle = prepared.handle.get();
+        if (sqlite3_stmt_readonly(handle) == 0) {
+            throw RuntimeError(SQLITE_ERROR, "A recordset can't be opened on a statement that writes.");
+        }
+        const Run run(handle);
+        ADODB::RowBlock rows(prepared.dateColumns.size());
+        int code = sqlite3_step(handle);
+        for (; code == SQLITE_ROW; code = sqlite3_step(handle)) {
+            for (std::size_t column = 0; column < prepared.dateColumns.size(); ++column) {
+                AddCell(rows, handle, static_cast<int>(column), prepared.dateColumns[column]);
+            }
+        }
+        if (code != SQLITE_DONE) {
+            ThrowError(Library(), code);
+        }
+        return rows;
+    }
+
+    void Commit() override {
+        if (m_library) {
+            m_commits.Commit(m_library.get());
+        }
+    }
+
+    void Backup() override {
+        Commit();
+        if (std::exchange(m_backupDue, false)) {
+            MakeBackup(Library(), m_path);
+        }
+    }
+
+private:
+    sqlite3* Library() const {
+        if (!m_library) {
+            throw RuntimeError(SQLITE_MISUSE, "The library is not open.");
+        }
+        return m_library.get();
+    }
+
+    // The prepared form of a statement with its literals bound.
+    PreparedStatement& Bind(std::string_view statement) {
+        m_text.Scan(statement, m_dateColumns);
+        PreparedStatement& prepared = Find(statement);
+        sqlite3_stmt* const handle = prepared.handle.get();
+        const std::vector<Literal>& literals = m_text.Literals();
+        if (sqlite3_bind_parameter_count(handle) != static_cast<int>(literals.size())) {
+            throw RuntimeError(SQLITE_ERROR, "No value given for one or more required parameters.");
+        }
+        for (std::size_t i = 0; i < literals.size(); ++i) {
+            Check(m_library.get(), BindOne(handle, static_cast<int>(i) + 1, literals[i]));
+        }
+        return prepared;
+    }
+
+    // A statement that fails without its literals is prepared with them: the engine's message then shows the
+    // statement as it was sent, and forms that take no parameters work.
+    PreparedStatement& Find(std::string_view statement) {
+        try {
+            return m_cache.Get(m_library.get(), m_text.Sql());
+        } catch (const RuntimeError&) {
+            m_text.ScanKeepingLiterals(statement);
+            return m_cache.Get(m_library.get(), m_text.Sql());
+        }
+    }
+
+    int BindOne(sqlite3_stmt* handle, int place, const Literal& literal) const {
+        if (literal.kind == Literal::Kind::Integer) {
+            return sqlite3_bind_int64(handle, place, literal.integer);
+        }
+        if (literal.kind == Literal::Kind::Real) {
+            return sqlite3_bind_double(handle, place, literal.real);
+        }
+        const std::string_view text = m_text.Text(literal);
+        if (literal.isDate) {
+            const std::string date = StoredDate(text, m_regional);
+            return sqlite3_bind_text(handle, place, date.data(), static_cast<int>(date.size()),
+                                     SQLITE_TRANSIENT);
+        }
+        // m_text stays as it is until the next statement is bound, and that binds all its parameters anew.
+        return sqlite3_bind_text(handle, place, text.data(), static_cast<int>(text.size()), SQLITE_STATIC);
+    }
+
+    void AddCell(ADODB::RowBlock& rows, sqlite3_stmt* handle, int column, bool isDate) const {
+        switch (sqlite3_column_type(handle, column)) {
+        case SQLITE_NULL:
+            rows.AddNull();
+            return;
+        case SQLITE_INTEGER:
+            rows.AddInteger(sqlite3_column_int64(handle, column));
+            return;
+        case SQLITE_FLOAT:
+            rows.AddReal(sqlite3_column_double(handle, column));
+            return;
+        default:
+            break;
+        }
+        const auto* data = reinterpret_cast<const char*>(sqlite3_column_text(handle, column));
+        const std::string_view text(data, static_cast<std::size_t>(sqlite3_column_bytes(handle, column)));
+        if (isDate) {
+            rows.AddText(ShownDate(text, m_regional));
+        } else {
+            rows.AddText(text);
+        }
+    }
+
+    RegionalSettings m_regional;
+    std::string m_path;
+    DatabaseHandle m_library; // Before the cache: statements are finalized first.
+    StatementCache m_cache;
+    StatementText m_text;
+    CommitGathering m_commits;
+    std::vector<std::string> m_dateColumns;
+    bool m_backupDue = false;
+};
+
+} // namespace
+
+std::unique_ptr<ADODB::Connection> CreateSqliteConnection(const RegionalSettings& regional) {
+    return std::make_unique<SqliteConnection>(regional);
+}
+
+} // namespace quavernet

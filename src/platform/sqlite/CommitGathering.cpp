@@ -1,0 +1,64 @@
+#include "platform/sqlite/CommitGathering.h"
+
+#include <string>
+#include <utility>
+
+#include <sqlite3.h>
+
+#include "platform/RuntimeError.h"
+#include "platform/sqlite/SqliteError.h"
+
+namespace quavernet::sqlite {
+
+namespace {
+
+[[noreturn]] void ThrowLost(int code, const std::string& text, std::size_t lost) {
+    throw RuntimeError(code, text + " (" + std::to_string(lost) + " earlier changes were undone)");
+}
+
+} // namespace
+
+void CommitGathering::BeforeWrite(sqlite3* database) {
+    if (sqlite3_get_autocommit(database) != 0) {
+        m_gathered = 0;
+        RunInternal(database, "begin immediate");
+        m_firstWrite = Clock::now();
+    }
+}
+
+void CommitGathering::AfterWrite(sqlite3* database, int code) {
+    if (code == SQLITE_DONE) {
+        ++m_gathered;
+        return;
+    }
+    const std::string text = sqlite3_errmsg(database);
+    const bool undone = sqlite3_get_autocommit(database) != 0;
+    const std::size_t lost = undone ? std::exchange(m_gathered, 0) : 0;
+    if (lost > 0) {
+        ThrowLost(code, text, lost);
+    }
+    throw RuntimeError(code, text);
+}
+
+void CommitGathering::CommitIfDue(sqlite3* database) {
+    if (sqlite3_get_autocommit(database) == 0 && Clock::now() - m_firstWrite >= MaximumAge) {
+        Commit(database);
+    }
+}
+
+void CommitGathering::Commit(sqlite3* database) {
+    if (sqlite3_get_autocommit(database) != 0) {
+        return;
+    }
+    const int code = sqlite3_exec(database, "commit", nullptr, nullptr, nullptr);
+    const std::size_t gathered = std::exchange(m_gathered, 0);
+    if (code != SQLITE_OK) {
+        const std::string text = sqlite3_errmsg(database);
+        if (sqlite3_get_autocommit(database) == 0) {
+            sqlite3_exec(database, "rollback", nullptr, nullptr, nullptr);
+        }
+        ThrowLost(code, text, gathered);
+    }
+}
+
+} // namespace quavernet::sqlite

@@ -1,0 +1,36 @@
+// Gathers the commits of a run of writes. A statement is in force at once for this connection; the file gets
+// it at the next commit.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+
+struct sqlite3;
+
+namespace quavernet::sqlite {
+
+class CommitGathering {
+public:
+    using Clock = std::chrono::steady_clock;
+    static constexpr std::chrono::milliseconds MaximumAge{200};
+
+    /// Before a statement that writes. Opens the transaction if there is none.
+    void BeforeWrite(sqlite3* database);
+
+    /// After a statement that wrote, or failed to. A failing statement undoes only itself, but for a full
+    /// disk or a failing device, where the engine takes back the whole transaction: then this throws
+    /// RuntimeError and says how many earlier statements went with it.
+    void AfterWrite(sqlite3* database, int code);
+
+    /// Commits if the oldest gathered statement is older than MaximumAge. Called before every statement.
+    void CommitIfDue(sqlite3* database);
+
+    /// Throws RuntimeError if the file can't be written; the gathered statements are then undone.
+    void Commit(sqlite3* database);
+
+private:
+    std::size_t m_gathered = 0; ///< Statements since the last commit.
+    Clock::time_point m_firstWrite;
+};
+
+} // namespace quavernet::sqlite

@@ -1,0 +1,46 @@
+// The one rewriting between the program's statements and the engine: "[A.B]" becomes "[A].[B]", and literals
+// become parameters, so that statements that differ only in their values share one prepared form.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quavernet::sqlite {
+
+struct Literal {
+    enum class Kind : std::uint8_t { Text, Integer, Real };
+
+    Kind kind = Kind::Text;
+    bool isDate = false; ///< Written to a date column, or compared with one.
+    std::int64_t integer = 0;
+    double real = 0;
+    std::size_t offset = 0; ///< Of a text: its place in StatementText::Texts().
+    std::size_t size = 0;
+};
+
+/// One statement, scanned. Reused from statement to statement to save allocations.
+class StatementText {
+public:
+    /// Scans a statement. `dateColumns` are names in lower case. Throws RuntimeError for an embedded NUL or a
+    /// comment outside of quotes: either would cut the statement silently.
+    void Scan(std::string_view statement, const std::vector<std::string>& dateColumns);
+
+    /// The same statement with its literals in place.
+    void ScanKeepingLiterals(std::string_view statement);
+
+    const std::string& Sql() const { return m_sql; }
+    const std::vector<Literal>& Literals() const { return m_literals; }
+    std::string_view Text(const Literal& literal) const;
+
+private:
+    class Scanner;
+
+    std::string m_sql;
+    std::string m_texts; ///< Text literals, unquoted, one behind the other.
+    std::vector<Literal> m_literals;
+};
+
+} // namespace quavernet::sqlite

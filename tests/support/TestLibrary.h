@@ -1,0 +1,81 @@
+// A library of its own for one test: a copy of the template that ships with the program, opened through the
+// real engine.
+#pragma once
+
+#include "support/LogicTest.h"
+#include "support/TemporaryFolder.h"
+
+#include "app/MainModule.h"
+#include "platform/sqlite/SqliteConnection.h"
+
+#include <filesystem>
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace quavernet::test {
+
+inline constexpr const char* ConnectionStart = "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=";
+
+/// Copies the template, with its seed rows and nothing else, to a path.
+inline void CopyTemplate(const std::string& path) {
+    std::filesystem::copy_file(QUAVERNET_TEMPLATE, path);
+}
+
+inline std::unique_ptr<ADODB::Connection> OpenLibrary(const std::string& path,
+                                                      const RegionalSettings& regional = {}) {
+    auto connection = CreateSqliteConnection(regional);
+    connection->Open(ConnectionStart + path);
+    return connection;
+}
+
+/// The rows of a query as texts, the fields of a row joined by "|".
+inline std::vector<std::string> RowTextsOf(ADODB::Connection& connection, const std::string& statement) {
+    const ADODB::RowBlock rows = connection.Query(statement);
+    std::vector<std::string> texts;
+    for (std::size_t row = 0; row < rows.Rows(); ++row) {
+        std::string text;
+        for (std::size_t column = 0; column < rows.Columns(); ++column) {
+            text += (column == 0 ? "" : "|") + rows.At(row, column).Text();
+        }
+        texts.push_back(text);
+    }
+    return texts;
+}
+
+/// Base of tests that need a library: mainModule.Connection is open on a fresh one.
+class LibraryTest : public LogicTest {
+protected:
+    LibraryTest() {
+        CopyTemplate(libraryPath);
+        mainModule.Connection = OpenLibrary(libraryPath, services.regional);
+        services.createConnection = [] { return CreateSqliteConnection(services.regional); };
+    }
+    ~LibraryTest() override { mainModule.Connection.reset(); }
+
+    ADODB::Connection& Connection() { return *mainModule.Connection; }
+    void Execute(const std::string& statement) { Connection().Execute(statement); }
+    void Execute(std::initializer_list<const char*> statements) {
+        for (const char* statement : statements) {
+            Connection().Execute(statement);
+        }
+    }
+    /// All rows of a query, see RowTextsOf.
+    std::vector<std::string> Rows(const std::string& statement) {
+        return RowTextsOf(Connection(), statement);
+    }
+    /// Field 0 of the first row, or "no row".
+    std::string Value(const std::string& statement) {
+        const ADODB::RowBlock rows = Connection().Query(statement);
+        return rows.Rows() == 0 ? "no row" : rows.At(0, 0).Text();
+    }
+    long Count(const std::string& statement) {
+        return static_cast<long>(Connection().Query(statement).Rows());
+    }
+
+    TemporaryFolder libraryFolder;
+    std::string libraryPath = libraryFolder / "Quavernet.db";
+};
+
+} // namespace quavernet::test
