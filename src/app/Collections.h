@@ -6,28 +6,60 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace quavernet {
 
-/// One text per listed row, rows counted from 1.
+/// Texts that somebody else holds, one per row, rows counted from 1. The list keeps its rows this way.
+class RowTextSource {
+public:
+    virtual ~RowTextSource() = default;
+    virtual std::size_t Count() const = 0;
+    virtual std::string_view Text(std::size_t row) const = 0;
+};
+
+/// One text per listed row, rows counted from 1. Added texts lie in one block, so that a hundred thousand
+/// paths cost their bytes and no heap string each; a whole column is taken over without a copy by Show.
 class RowTexts {
 public:
-    void Add(std::string text) { m_texts.push_back(std::move(text)); }
-    void Clear() { m_texts.clear(); }
-    std::size_t Count() const { return m_texts.size(); }
+    void Add(std::string_view text) {
+        m_block.append(text);
+        m_ends.push_back(m_block.size());
+    }
+    void Clear() { *this = RowTexts(); }
+
+    /// Replaces all texts by those of the source. Texts added later follow them.
+    void Show(std::shared_ptr<const RowTextSource> source) {
+        Clear();
+        m_source = std::move(source);
+    }
+
+    std::size_t Count() const { return SourceCount() + m_ends.size(); }
 
     /// Throws RuntimeError 5 if there is no such row.
-    const std::string& Item(long row) const {
-        if (row < 1 || static_cast<std::size_t>(row) > m_texts.size()) {
+    std::string Item(long row) const {
+        if (row < 1 || static_cast<std::size_t>(row) > Count()) {
             throw RuntimeError(ErrorNumber::InvalidProcedureCall, "Invalid procedure call or argument");
         }
-        return m_texts[static_cast<std::size_t>(row) - 1];
+        const auto wanted = static_cast<std::size_t>(row);
+        if (wanted <= SourceCount()) {
+            return std::string(m_source->Text(wanted));
+        }
+        const std::size_t own = wanted - SourceCount() - 1;
+        const std::size_t begin = own == 0 ? 0 : m_ends[own - 1];
+        return m_block.substr(begin, m_ends[own] - begin);
     }
 
 private:
-    std::vector<std::string> m_texts;
+    std::size_t SourceCount() const { return m_source ? m_source->Count() : 0; }
+
+    std::shared_ptr<const RowTextSource> m_source;
+    std::string m_block;
+    std::vector<std::size_t> m_ends; ///< Where each added text ends in the block.
 };
 
 /// Row numbers (0 or more) in the order in which they were added, each at most once. Made for whole ranges of

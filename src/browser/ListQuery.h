@@ -6,6 +6,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -30,17 +32,28 @@ struct ListFilter {
 enum class ListColumn { Interpret, Title, Length, Size, Quality, Format };
 inline constexpr int ListColumnCount = 6;
 
-/// The listed rows, counted from 1, in compact form; texts are made when they are asked for.
+/// What the statement gave, and which of its rows are listed. Shared by the rows and by the path and name
+/// collections of mainModule.
+struct ListData {
+    ADODB::RowBlock Block;
+    std::vector<std::uint32_t> Listed; ///< Listed row - 1 -> row of the block.
+};
+
+/// The listed rows, counted from 1, in compact form; texts are made when they are asked for, by the regional
+/// settings of that moment. Copies share their data.
 class ListRows {
 public:
-    std::size_t Count() const { return m_rows.size(); }
+    ListRows();
+    explicit ListRows(std::shared_ptr<const ListData> data);
+
+    std::size_t Count() const { return m_data->Listed.size(); }
+
+    /// Throws RuntimeError 5 if there is no such row.
     std::string Text(std::size_t row, ListColumn column) const;
     std::int64_t RowData(std::size_t row) const; ///< Files.File_id
 
 private:
-    friend class ListLoader;
-    ADODB::RowBlock m_block;           ///< Rows of the statement.
-    std::vector<std::uint32_t> m_rows; ///< Listed row - 1 -> row of the block.
+    std::shared_ptr<const ListData> m_data;
 };
 
 /// What stays of a load beside the rows: the counters are texts, as they are shown.
@@ -63,13 +76,18 @@ public:
     virtual void SetScanningPanel(const std::string& text) = 0;
     virtual void ClearList() = 0;              ///< One row, no remembered selection bounds, "plist" disabled.
     virtual void SetProgress(float value) = 0; ///< 0 to 100
-    virtual float Progress() const = 0;
+    virtual float Progress() const = 0;        ///< What the bar shows now.
 };
 
 /// Loads the list; fills mainModule.FilePaths and FileNames and empties SelectedRows. `list` holds File_ids
 /// separated by commas and is used in the modes ShowInGridMode and ShowChartMode alone. Throws RuntimeError
 /// if a statement fails; the status panel then keeps its text.
 ListResult LoadDatabase(const ListFilter& filter, const std::string& list, ListWindow& window);
+
+/// As above, for a caller with live controls: events run at the beginning of a load, and the filter is read
+/// behind them, so that a change made by one of those events is not lost.
+ListResult LoadDatabase(const std::function<ListFilter()>& readFilter, const std::string& list,
+                        ListWindow& window);
 
 /// The statement of the list and the three of the counters, for the current mode and sort flags of
 /// mainModule.

@@ -1,6 +1,6 @@
 #include "platform/RegionalSettings.h"
 
-#include <array>
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -85,6 +85,13 @@ std::string Assemble(double value, int minimumDigits, int decimals, int signific
 
 bool StartsWith(std::string_view text, std::string_view prefix) {
     return !prefix.empty() && text.substr(0, prefix.size()) == prefix;
+}
+
+// A plus sign stands before a digit or a point only; the conversion itself knows none.
+const char* SkipPlus(const char* begin, const char* end) {
+    const bool plus =
+        end - begin > 1 && begin[0] == '+' && ((begin[1] >= '0' && begin[1] <= '9') || begin[1] == '.');
+    return plus ? begin + 1 : begin;
 }
 
 std::string TwoDigits(int value) {
@@ -212,17 +219,16 @@ std::optional<double> ParseNumber(std::string_view text, const RegionalSettings&
             text.remove_prefix(regional.decimalSeparator.size());
         } else if (!seenPoint && !plain.empty() && StartsWith(text, regional.groupSeparator)) {
             text.remove_prefix(regional.groupSeparator.size());
+        } else if (text.front() == '.') {
+            return std::nullopt; // A point that is neither of this system's two signs.
         } else {
             plain += text.front();
             text.remove_prefix(1);
         }
     }
     double value = 0;
-    const char* begin = plain.data();
-    const char* end = begin + plain.size();
-    if (begin != end && *begin == '+') {
-        ++begin;
-    }
+    const char* begin = SkipPlus(plain.data(), plain.data() + plain.size());
+    const char* end = plain.data() + plain.size();
     const auto result = std::from_chars(begin, end, value);
     if (result.ec != std::errc() || result.ptr != end || !std::isfinite(value)) {
         return std::nullopt;
@@ -238,7 +244,8 @@ double Val(std::string_view text) {
         }
     }
     double value = 0;
-    std::from_chars(plain.data(), plain.data() + plain.size(), value);
+    const char* end = plain.data() + plain.size();
+    std::from_chars(SkipPlus(plain.data(), end), end, value);
     return std::isfinite(value) ? value : 0;
 }
 
@@ -247,6 +254,12 @@ std::string ShortDateText(const DateTime& date, const RegionalSettings& regional
     std::string text;
     for (std::size_t i = 0; i < pattern.size();) {
         const char c = pattern[i];
+        if (c == '\'') { // A quoted literal, as some systems have it behind the year.
+            const std::size_t close = std::min(pattern.find('\'', i + 1), pattern.size());
+            text += pattern.substr(i + 1, close - i - 1);
+            i = close + 1;
+            continue;
+        }
         std::size_t run = 1;
         while (i + run < pattern.size() && pattern[i + run] == c) {
             ++run;

@@ -15,7 +15,7 @@ struct RegionalSettings {
     std::string decimalSeparator = ",";
     std::string groupSeparator = "."; ///< Thousands separator; may be empty.
     std::string dateSeparator = ".";
-    std::string shortDatePattern = "dd.MM.yyyy"; ///< d, dd, M, MM, yy and yyyy with literal separators.
+    std::string shortDatePattern = "dd.MM.yyyy"; ///< d, dd, M, MM, yy and yyyy; literals may be quoted.
     bool twelveHours = false;                    ///< Times read "2:03:22 PM" instead of "14:03:22".
 };
 

@@ -35,6 +35,7 @@ inline constexpr int DiskFull = 61;
 inline constexpr int BadRecordNumber = 63;
 inline constexpr int PathFileAccess = 75;
 inline constexpr int PathNotFound = 76;
+inline constexpr int InvalidUseOfNull = 94;
 } // namespace ErrorNumber
 
 /// Runs one statement in the mode in which a failing statement is passed over. Wrap single statements

@@ -21,4 +21,24 @@ TEST_F(LoadResStringTest, AMissingIdIsNamedWithItsLeadingBlank) {
     EXPECT_EQ(LoadResString(999), "Not found: 999");
 }
 
+TEST_F(LoadResStringTest, ANegativeIdTakesTheBlanksPlaceWithItsSign) {
+    EXPECT_EQ(LoadResString(-5), "Not found:-5");
+}
+
+TEST_F(LoadResStringTest, AChangeOfTheSettingTakesEffectAtTheNextLookup) {
+    EXPECT_EQ(LoadResString(328), "Kein Album...");
+    settings.values["Language"] = "ENG";
+    EXPECT_EQ(LoadResString(328), "No album...");
+    EXPECT_EQ(mainModule.Language, "ENG");
+    EXPECT_EQ(mainModule.HelpDocument, "Help for Quavernet.doc");
+    settings.values["Language"] = "GER";
+    EXPECT_EQ(LoadResString(328), "Kein Album...");
+}
+
+TEST_F(LoadResStringTest, AnEmptyStoredLanguageIsNoLanguage) {
+    settings.values["Language"] = "";
+    EXPECT_EQ(LoadResString(101), "Error : No Local Data");
+    EXPECT_EQ(mainModule.Language, "");
+}
+
 } // namespace quavernet::test

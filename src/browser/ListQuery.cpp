@@ -1,0 +1,151 @@
+#include "browser/ListQuery.h"
+
+#include "app/LoadResString.h"
+#include "app/MainModule.h"
+#include "browser/ListCounts.h"
+#include "browser/ListRecord.h"
+#include "platform/RuntimeError.h"
+
+namespace quavernet {
+
+namespace {
+
+constexpr float FullProgress = 100;
+
+// One text column of the listed rows, as mainModule's collections show it.
+class ListColumnTexts : public RowTextSource {
+public:
+    ListColumnTexts(std::shared_ptr<const ListData> data, std::size_t field)
+        : m_data(std::move(data)), m_field(field) {}
+
+    std::size_t Count() const override { return m_data->Listed.size(); }
+    std::string_view Text(std::size_t row) const override {
+        return m_data->Block.At(m_data->Listed[row - 1], m_field).View();
+    }
+
+private:
+    std::shared_ptr<const ListData> m_data;
+    std::size_t m_field;
+};
+
+// Measured on the whole library, not on the result: the bar of a narrow search does not reach its end.
+float ProgressStep() {
+    ADODB::Recordset records;
+    records.Open("Select Count(*) from Files", *mainModule.Connection);
+    const auto files = records.Fields(0).Integer();
+    return files > 0 ? static_cast<float>(100.0 / static_cast<double>(files)) : 0;
+}
+
+// The letter is looked for where the two boxes say; with neither checked everything passes. When both are
+// checked both texts are tested in any case, so that an empty one is noticed.
+bool PassesLetter(const ListData& data, std::size_t record, const ListFilter& filter) {
+    if (mainModule.LetterFilter == "All") {
+        return true;
+    }
+    const auto matches = [&](std::size_t field) {
+        return LetterMatch(data.Block.At(record, field).View(), mainModule.LetterFilter);
+    };
+    if (filter.InterpretChecked && filter.TitleChecked) {
+        const bool interpret = matches(ListField::Interpret);
+        const bool title = matches(ListField::Title);
+        return interpret || title;
+    }
+    if (filter.InterpretChecked) {
+        return matches(ListField::Interpret);
+    }
+    return !filter.TitleChecked || matches(ListField::Title);
+}
+
+bool PassesFormat(std::string_view extension, const ListFilter& filter) {
+    return !((extension == "mp3" && !filter.ViewMp3) || (extension == "wav" && !filter.ViewWav) ||
+             (extension == "ogg" && !filter.ViewOgg));
+}
+
+// Goes through the statement's rows once: progress for every row, size sum for the listed ones.
+double SelectRows(ListData& data, const ListFilter& filter, float step, ListWindow& window) {
+    MegabyteSum megabytes(services.regional);
+    const std::size_t count = data.Block.Rows();
+    data.Listed.reserve(count);
+    float progress = window.Progress();
+    for (std::size_t record = 0; record < count; ++record) {
+        progress = progress + step <= FullProgress ? progress + step : FullProgress;
+        window.SetProgress(progress);
+        if (!PassesLetter(data, record, filter) ||
+            !PassesFormat(data.Block.At(record, ListField::Extension).View(), filter)) {
+            continue;
+        }
+        megabytes.Add(data.Block.At(record, ListField::SizeInBytes));
+        CheckLength(data.Block.At(record, ListField::Length));
+        data.Listed.push_back(static_cast<std::uint32_t>(record));
+    }
+    data.Listed.shrink_to_fit();
+    return megabytes.Total();
+}
+
+} // namespace
+
+ListRows::ListRows() : m_data(std::make_shared<ListData>()) {}
+
+ListRows::ListRows(std::shared_ptr<const ListData> data) : m_data(std::move(data)) {}
+
+std::string ListRows::Text(std::size_t row, ListColumn column) const {
+    if (row < 1 || row > Count()) {
+        throw RuntimeError(ErrorNumber::InvalidProcedureCall, "Invalid procedure call or argument");
+    }
+    const auto field = [&](std::size_t position) {
+        return m_data->Block.At(m_data->Listed[row - 1], position);
+    };
+    switch (column) {
+    case ListColumn::Interpret:
+        return field(ListField::Interpret).Text();
+    case ListColumn::Title:
+        return field(ListField::Title).Text();
+    case ListColumn::Length:
+        return LengthText(field(ListField::Length), services.regional);
+    case ListColumn::Size:
+        return SizeText(field(ListField::SizeInBytes), services.regional) + " MB";
+    case ListColumn::Quality:
+        return field(ListField::Quality).Text();
+    case ListColumn::Format:
+        break;
+    }
+    return field(ListField::Extension).Text();
+}
+
+std::int64_t ListRows::RowData(std::size_t row) const {
+    if (row < 1 || row > Count()) {
+        throw RuntimeError(ErrorNumber::InvalidProcedureCall, "Invalid procedure call or argument");
+    }
+    return m_data->Block.At(m_data->Listed[row - 1], ListField::FileId).Integer();
+}
+
+ListResult LoadDatabase(const ListFilter& filter, const std::string& list, ListWindow& window) {
+    return LoadDatabase([&filter] { return filter; }, list, window);
+}
+
+ListResult LoadDatabase(const std::function<ListFilter()>& readFilter, const std::string& list,
+                        ListWindow& window) {
+    services.events->DoEvents();
+    mainModule.FilePaths.Clear();
+    mainModule.FileNames.Clear();
+    mainModule.SelectedRows.Clear();
+    services.events->DoEvents();
+    window.SetScanningPanel(LoadResString(382));
+    services.events->DoEvents();
+    window.ClearList();
+    const float step = ProgressStep();
+    const ListFilter filter = readFilter();
+
+    auto data = std::make_shared<ListData>();
+    data->Block = mainModule.Connection->Query(ListStatement(filter, list));
+    ListResult result;
+    result.Totals.TotalMegabytes = SelectRows(*data, filter, step, window);
+    result.Rows = ListRows(data);
+    mainModule.FilePaths.Show(std::make_shared<ListColumnTexts>(data, ListField::Path));
+    mainModule.FileNames.Show(std::make_shared<ListColumnTexts>(data, ListField::Name));
+
+    CountLookups(data->Block, filter, list, result.Totals);
+    return result;
+}
+
+} // namespace quavernet

@@ -1,0 +1,71 @@
+#include "mainwindow/Main.h"
+
+#include "app/LoadResString.h"
+#include "app/MainModule.h"
+#include "library/DatabaseCheck.h"
+
+namespace quavernet {
+
+namespace {
+
+constexpr std::int32_t LeastBrowserMajor = 5;
+constexpr std::int32_t LeastBrowserMinor = 5;
+
+[[noreturn]] void EndWithBox(const std::string& text, const std::string& title, MsgBox::Buttons buttons) {
+    services.msgBox->Show(text, title, MsgBox::Icon::Critical, buttons);
+    ExitProgram();
+}
+
+// The help pages need a browser component of version 5.5 or later.
+void CheckBrowser() {
+    std::int32_t major = 0;
+    std::int32_t minor = 0;
+    std::int32_t build = 0;
+    if (!GetIEVersion(major, minor, build)) {
+        EndWithBox(LoadResString(417) + "\n" + LoadResString(420), LoadResString(421), MsgBox::Buttons::Ok);
+    }
+    if (major < LeastBrowserMajor || (major == LeastBrowserMajor && minor < LeastBrowserMinor)) {
+        EndWithBox(LoadResString(417) + "\n" + LoadResString(418) + std::to_string(major) + "." +
+                       std::to_string(minor) + "." + std::to_string(build) + ".",
+                   LoadResString(419), MsgBox::Buttons::Ok);
+    }
+}
+
+void OpenLibrary() {
+    mainModule.ConnectionString = "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + LocateDatabase();
+    try {
+        mainModule.Connection = services.createConnection();
+        mainModule.Connection->Open(mainModule.ConnectionString);
+        return;
+    } catch (const RuntimeError&) {
+        // The box names what has to be installed, whatever the reason was.
+    }
+    EndWithBox(LoadResString(433) + "\n" + LoadResString(434) + "\n" + LoadResString(435) +
+                   LoadResString(436),
+               LoadResString(437), MsgBox::Buttons::OkCancel);
+}
+
+} // namespace
+
+void Main(StartWindows& windows) {
+    mainModule.TreeLoaded = false;
+    CheckBrowser();
+    mainModule.ScreenResolution = windows.ScreenResolution();
+    mainModule.SuppressComboClick = true;
+    mainModule.PlayerOpen = false;
+    OpenLibrary();
+    mainModule.TagComponent = services.createTagComponent();
+    windows.ShowMain();
+    windows.ShowSplash();
+    services.events->DoEvents();
+    CheckDatabase([&windows](const std::string& text) { windows.SetScanningPanel(text); });
+    if (!mainModule.LoadOverSearch) {
+        windows.LoadDatabase("");
+    }
+    windows.LoadTree();
+    services.events->DoEvents();
+    mainModule.SuppressComboClick = false;
+    windows.SetScanningPanel(LoadResString(432));
+}
+
+} // namespace quavernet

@@ -1,0 +1,121 @@
+#include "mainwindow/MainLayout.h"
+
+#include <algorithm>
+
+namespace quavernet {
+
+namespace {
+
+constexpr std::int64_t LeastWindowWidth = 5000;
+constexpr std::int64_t LeastWindowHeight = 3000;
+constexpr std::int64_t LeastPaneWidth = 500; ///< A pane below this is set to one twip less.
+
+// A control takes no negative size; the assignment then fails and the old size stays.
+bool SetSize(std::int64_t& size, std::int64_t value) {
+    if (value < 0) {
+        return false;
+    }
+    size = value;
+    return true;
+}
+
+std::int64_t RightOf(const ControlBox& box) {
+    return box.Left + box.Width;
+}
+
+void PlaceFilterRow(MainLayout& layout) {
+    layout.cboDrive.Left = 2880;
+    layout.cboGenre.Left = RightOf(layout.cboDrive) + 100;
+    layout.cboAlbum.Left = RightOf(layout.cboGenre) + 100;
+    layout.chkInterpret.Left = RightOf(layout.cboAlbum) + 100;
+    layout.chkTitle.Left = RightOf(layout.chkInterpret) + 50;
+    layout.txtSearch.Left = RightOf(layout.chkTitle) + 100;
+    layout.cmdSearch.Left = RightOf(layout.txtSearch) + 50;
+    layout.cmdPlay.Left = layout.cmdSearch.Left + 650;
+    layout.cmdRandomize.Left = layout.cmdPlay.Left + 300;
+}
+
+// Moves the border between the panes. False at the first size that would be negative; what was set before
+// stays set.
+bool MoveBorder(MainLayout& layout, std::int64_t distance) {
+    if (!SetSize(layout.Frame3.Width, layout.Frame3.Width + distance)) {
+        return false;
+    }
+    layout.Frame1.Left += distance;
+    return SetSize(layout.Frame1.Width, layout.Frame1.Width - distance);
+}
+
+bool DragLeft(MainLayout& layout, std::int64_t distance) {
+    if (layout.Frame3.Width >= LeastPaneWidth) {
+        return MoveBorder(layout, distance);
+    }
+    layout.Frame3.Width = LeastPaneWidth - 1;
+    layout.Frame1.Left = layout.Frame3.Width + 60;
+    return SetSize(layout.Frame1.Width, layout.ScaleWidth - layout.Frame3.Width - 120);
+}
+
+bool DragRight(MainLayout& layout, std::int64_t distance) {
+    if (layout.Frame1.Width >= LeastPaneWidth) {
+        return MoveBorder(layout, distance);
+    }
+    layout.Frame1.Width = LeastPaneWidth - 1;
+    layout.Frame1.Left = layout.ScaleWidth - layout.Frame1.Width;
+    return SetSize(layout.Frame3.Width, layout.ScaleWidth - layout.Frame1.Width - 60);
+}
+
+} // namespace
+
+void ResizeMain(MainLayout& layout, const WindowExtent& window, const std::string& screenResolution) {
+    if (window.Minimised || window.Width < LeastWindowWidth || window.Height < LeastWindowHeight) {
+        return;
+    }
+    SetSize(layout.Frame1.Height, layout.ScaleHeight - 600);
+    if (screenResolution == "800x600") {
+        SetSize(layout.Frame1.Width, layout.ScaleWidth - 2900);
+        SetSize(layout.Frame2.Width, layout.Frame1.Width - 150);
+    } else {
+        SetSize(layout.Frame1.Width, layout.ScaleWidth - layout.Frame3.Width - 100);
+    }
+    layout.Frame3.Height = layout.Frame1.Height;
+    layout.lblSizer.Left = layout.Frame1.Left - 60;
+    SetSize(layout.TreeView.Height, layout.Frame3.Height - 180);
+    SetSize(layout.TreeView.Width, layout.Frame3.Width - 120);
+    SetSize(layout.grdMp3.Height, layout.Frame1.Height - 600);
+    SetSize(layout.grdMp3.Width, layout.Frame1.Width - 120);
+    PlaceFilterRow(layout);
+    layout.ProgressBar.Top = layout.ScaleHeight - 250;
+    layout.ProgressBar.Left = layout.ScaleWidth - 1740;
+}
+
+void DragSplitter(MainLayout& layout, std::int64_t distance) {
+    const bool moved = distance == 0  ? true
+                       : distance < 0 ? DragLeft(layout, distance)
+                                      : DragRight(layout, distance);
+    if (!moved || !SetSize(layout.grdMp3.Width, layout.Frame1.Width - 120) ||
+        !SetSize(layout.TreeView.Width, layout.Frame3.Width - 120)) {
+        return;
+    }
+    layout.lblSizer.Left = layout.Frame3.Width;
+}
+
+void ApplySplitterPos(MainLayout& layout, std::int64_t splitterPos) {
+    layout.lblSizer.Left = splitterPos;
+    layout.Frame3.Width = std::max<std::int64_t>(splitterPos, 0);
+    layout.Frame1.Left = layout.Frame3.Width + 60;
+    layout.Frame1.Width = std::max<std::int64_t>(layout.ScaleWidth - layout.Frame3.Width - 120, 0);
+}
+
+void PackForSmallScreen(MainLayout& layout) {
+    layout.Frame1.Width = 8500;
+    layout.grdMp3.Width = 8350;
+    layout.cboDrive.Width = 1250;
+    layout.cboGenre.Width = 1250;
+    layout.cboAlbum.Width = 1450;
+    layout.txtSearch.Width = 1250;
+    layout.Letters.front().Left = 50;
+    for (std::size_t i = 1; i < LetterLabelCount; ++i) {
+        layout.Letters[i].Left = RightOf(layout.Letters[i - 1]) + 10;
+    }
+}
+
+} // namespace quavernet

@@ -1,0 +1,70 @@
+// Where the parts of the main window stand: the rules of a resize, of the splitter and of the small screen,
+// on plain numbers. frmMain fills the struct from its controls, calls, and moves its controls by the result.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace quavernet {
+
+/// Twips, relative to the container.
+struct ControlBox {
+    std::int64_t Left = 0;
+    std::int64_t Top = 0;
+    std::int64_t Width = 0;
+    std::int64_t Height = 0;
+
+    bool operator==(const ControlBox&) const = default;
+};
+
+/// lblAll, lblA to lblZ, lblOther.
+inline constexpr std::size_t LetterLabelCount = 28;
+
+struct MainLayout {
+    std::int64_t ScaleWidth = 0; ///< Inside of the form.
+    std::int64_t ScaleHeight = 0;
+    ControlBox Frame1; ///< List pane.
+    ControlBox Frame2; ///< Letter row, in Frame1.
+    ControlBox Frame3; ///< Tree pane.
+    ControlBox lblSizer;
+    ControlBox TreeView;
+    ControlBox grdMp3;
+    ControlBox cboDrive;
+    ControlBox cboGenre;
+    ControlBox cboAlbum;
+    ControlBox chkInterpret;
+    ControlBox chkTitle;
+    ControlBox txtSearch;
+    ControlBox cmdSearch;
+    ControlBox cmdPlay;
+    ControlBox cmdRandomize;
+    ControlBox ProgressBar;
+    std::array<ControlBox, LetterLabelCount> Letters;
+
+    bool operator==(const MainLayout&) const = default;
+};
+
+/// Outer facts of the window, in twips.
+struct WindowExtent {
+    std::int64_t Width = 0;
+    std::int64_t Height = 0;
+    bool Minimised = false;
+};
+
+/// Form_Resize. Does nothing for a window that is minimised, narrower than 5000 or lower than 3000; a size
+/// that would be negative is not set, and the rules behind it go on from the old one.
+void ResizeMain(MainLayout& layout, const WindowExtent& window, const std::string& screenResolution);
+
+/// Mouse move on the splitter with the left button down; `distance` is X minus the drag's origin. Either pane
+/// stops at a width of 499. A size that would be negative ends the handler at that point.
+void DragSplitter(MainLayout& layout, std::int64_t distance);
+
+/// The stored splitter position at the start, without a clamp; a width never becomes negative.
+void ApplySplitterPos(MainLayout& layout, std::int64_t splitterPos);
+
+/// The packed layout of a screen of 800x600.
+void PackForSmallScreen(MainLayout& layout);
+
+} // namespace quavernet

@@ -1,0 +1,138 @@
+#include "mainwindow/WindowState.h"
+
+#include "app/MainModule.h"
+#include "app/Registry.h"
+#include "platform/RuntimeError.h"
+
+#include <algorithm>
+
+namespace quavernet {
+
+namespace {
+
+constexpr std::int32_t SmallScreenWidth = 12000;
+constexpr std::int32_t SmallScreenHeight = 9000;
+
+std::string Setting(const std::string& name, const std::string& defaultValue) {
+    return GetSettingValue(SettingsApplication, SettingsSection, name, defaultValue);
+}
+
+double NumberSetting(const std::string& name, const std::string& defaultValue) {
+    if (const auto number = ParseNumber(Setting(name, defaultValue), services.regional)) {
+        return *number;
+    }
+    throw RuntimeError(ErrorNumber::TypeMismatch, "Type mismatch");
+}
+
+std::int32_t TwipsSetting(const std::string& name, const std::string& defaultValue) {
+    return Narrow32(NumberSetting(name, defaultValue));
+}
+
+bool BooleanSetting(const std::string& name, const std::string& defaultValue) {
+    return NumberSetting(name, defaultValue) != 0;
+}
+
+// The one kind of setting whose failure is passed over.
+std::int32_t IndexSetting(const std::string& name) {
+    std::int32_t index = 0;
+    Skip([&] { index = TwipsSetting(name, "0"); });
+    return index;
+}
+
+void Save(const std::string& name, const std::string& value) {
+    SaveSettingValue(SettingsApplication, SettingsSection, name, value);
+}
+
+void Save(const std::string& name, std::int32_t value) {
+    Save(name, std::to_string(value));
+}
+
+void SaveFlag(const std::string& name, bool value) {
+    Save(name, std::string(value ? "1" : "0"));
+}
+
+std::string ColumnName(std::size_t column) {
+    return "ColWidth(" + std::to_string(column) + ")";
+}
+
+void LoadMenuChecks(WindowState& state) {
+    state.QuickScan = BooleanSetting("QuickScan", "0");
+    state.RecursiveScan = BooleanSetting("RecursiveScan", "1");
+    state.ScanMp3 = BooleanSetting("ScanMp3", "1");
+    state.ScanWav = BooleanSetting("ScanWav", "1");
+    state.ScanOgg = BooleanSetting("ScanOgg", "1");
+    state.ViewMp3 = BooleanSetting("ViewMp3", "1");
+    state.ViewWav = BooleanSetting("ViewWav", "1");
+    state.ViewOgg = BooleanSetting("ViewOgg", "1");
+    state.ScanLog = BooleanSetting("ScanLog", "1");
+    state.LoadOverSearch = BooleanSetting("LoadOverSearch", "0");
+    // These two are compared as texts: anything but "0" is true.
+    state.ExternalPlayer = Setting("ExternalPlayer", "0") != "0";
+    state.AddToPlaylist = Setting("AddToPlaylist", "0") != "0";
+}
+
+} // namespace
+
+ColumnWidths LoadColumnWidths() {
+    static constexpr const char* Defaults[GridColumnCount] = {"3000", "3000", "1000", "1000", "1500", "1000"};
+    ColumnWidths widths{};
+    for (std::size_t column = 0; column < GridColumnCount; ++column) {
+        widths[column] = TwipsSetting(ColumnName(column), Defaults[column]);
+    }
+    return widths;
+}
+
+WindowState LoadWindowState(const std::string& screenResolution) {
+    WindowState state;
+    state.WindowLeft = TwipsSetting("WindowLeft", "180");
+    state.WindowTop = TwipsSetting("WindowTop", "255");
+    state.WindowWidth = TwipsSetting("WindowWidth", "15000");
+    state.WindowHeight = TwipsSetting("WindowHeight", "11000");
+    if (screenResolution == "800x600") {
+        state.WindowWidth = std::min(state.WindowWidth, SmallScreenWidth);
+        state.WindowHeight = std::min(state.WindowHeight, SmallScreenHeight);
+    }
+    state.SplitterPos = TwipsSetting("SplitterPos", "2835");
+    state.ColWidth = LoadColumnWidths();
+    state.GridLines = Setting("GridLines", "no") == "yes";
+    state.Drive = IndexSetting("Drive");
+    state.Genre = IndexSetting("Genre");
+    state.Album = IndexSetting("Album");
+    state.SearchTitle = Setting("SearchTitle", "1") == "1";
+    state.SearchInterpret = Setting("SearchInterpret", "1") == "1";
+    LoadMenuChecks(state);
+    return state;
+}
+
+void SaveWindowState(const WindowState& state) {
+    Save("WindowWidth", state.WindowWidth);
+    Save("WindowHeight", state.WindowHeight);
+    Save("WindowLeft", state.WindowLeft);
+    Save("WindowTop", state.WindowTop);
+    Save("SplitterPos", state.SplitterPos);
+    for (std::size_t column = 0; column < GridColumnCount; ++column) {
+        Save(ColumnName(column), state.ColWidth[column]);
+    }
+    Save("GridLines", std::string(state.GridLines ? "yes" : "no"));
+    Save("Drive", state.Drive);
+    Save("Genre", state.Genre);
+    Save("Album", state.Album);
+    SaveFlag("QuickScan", state.QuickScan);
+    SaveFlag("RecursiveScan", state.RecursiveScan);
+    SaveFlag("ScanMp3", state.ScanMp3);
+    SaveFlag("ScanWav", state.ScanWav);
+    SaveFlag("ScanOgg", state.ScanOgg);
+    SaveFlag("ViewMp3", state.ViewMp3);
+    SaveFlag("ViewWav", state.ViewWav);
+    SaveFlag("ViewOgg", state.ViewOgg);
+    SaveFlag("ExternalPlayer", state.ExternalPlayer);
+    SaveFlag("AddToPlaylist", state.AddToPlaylist);
+    SaveFlag("ScanLog", state.ScanLog);
+    SaveFlag("LoadOverSearch", state.LoadOverSearch);
+}
+
+std::int32_t ExistingIndex(std::int32_t storedIndex, std::int32_t entryCount) {
+    return storedIndex >= 0 && storedIndex < entryCount ? storedIndex : 0;
+}
+
+} // namespace quavernet
