@@ -8,6 +8,8 @@ namespace quavernet::id3v2 {
 
 namespace {
 
+constexpr std::size_t FrameLimit = 65536;
+
 struct FieldIds {
     Field field;
     std::string_view id;   ///< Version 2.3 and later.
@@ -38,27 +40,27 @@ bool IsFrameId(std::string_view id) {
 }
 
 // Whether a frame, padding or nothing at all begins here.
-bool IsBoundary(ByteView body, std::size_t offset, unsigned major) {
-    if (offset >= body.size()) {
-        return offset == body.size();
+bool IsBoundary(TagBody& body, std::size_t offset, unsigned major) {
+    if (offset >= body.Size()) {
+        return offset == body.Size();
     }
-    if (body[offset] == std::byte{0}) {
-        return true;
-    }
-    return body.size() - offset >= IdSize(major) && IsFrameId(TextAt(body, offset, IdSize(major)));
+    const ByteView bytes = body.View(offset, IdSize(major));
+    return bytes[0] == std::byte{0} ||
+           (bytes.size() == IdSize(major) && IsFrameId(TextAt(bytes, 0, bytes.size())));
 }
 
-// Bytes of the frame's contents. Some writers put plain sizes into version 2.4: taken where only the plain
-// one leads to the next frame.
-std::uint32_t ContentSize(ByteView body, std::size_t offset, unsigned major) {
+// Bytes of the contents of the frame whose header begins at the offset. Some writers put plain sizes into
+// version 2.4: taken where only the plain one leads to the next frame.
+std::uint32_t ContentSize(TagBody& body, std::size_t offset, unsigned major) {
     if (major == 2) {
-        return BigEndian(body, offset + 3, 3);
+        return BigEndian(body.View(offset + 3, 3), 0, 3);
     }
-    const std::uint32_t plain = BigEndian(body, offset + 4, 4);
+    const ByteView field = body.View(offset + 4, 4);
+    const std::uint32_t plain = BigEndian(field, 0, 4);
     if (major == 3) {
         return plain;
     }
-    const std::uint32_t size = SyncSafe(body, offset + 4);
+    const std::uint32_t size = SyncSafe(field, 0);
     const std::size_t contents = offset + FrameHeaderSize(major);
     const bool isPlain = plain != size && !IsBoundary(body, contents + size, major) &&
                          IsBoundary(body, contents + plain, major);
@@ -72,14 +74,15 @@ Field FieldOf(std::string_view id) {
     return found == Ids.end() ? Field::None : found->field;
 }
 
-std::size_t ExtendedHeaderSize(const TagHeader& header, ByteView body) {
-    if (header.major == 2 || !header.HasFlag(TagHeader::ExtendedHeader) || body.size() < 4) {
+std::size_t ExtendedHeaderSize(const TagHeader& header, TagBody& body) {
+    if (header.major == 2 || !header.HasFlag(TagHeader::ExtendedHeader) || body.Size() < 4) {
         return 0;
     }
     // Version 2.3 does not count the size itself, version 2.4 does.
+    const ByteView field = body.View(0, 4);
     const std::size_t size =
-        header.major == 3 ? std::size_t{BigEndian(body, 0, 4)} + 4 : std::size_t{SyncSafe(body, 0)};
-    return std::min(size, body.size());
+        header.major == 3 ? std::size_t{BigEndian(field, 0, 4)} + 4 : std::size_t{SyncSafe(field, 0)};
+    return std::min(size, body.Size());
 }
 
 } // namespace
@@ -130,20 +133,31 @@ std::size_t FrameHeaderSize(unsigned major) {
     return major == 2 ? 6 : 10;
 }
 
-FrameList ListFrames(const TagHeader& header, ByteView body) {
+ByteView MemoryBody::View(std::size_t offset, std::size_t count) {
+    offset = std::min(offset, m_bytes.size());
+    return m_bytes.subspan(offset, std::min(count, m_bytes.size() - offset));
+}
+
+FrameList ListFrames(const TagHeader& header, TagBody& body) {
     FrameList list;
+    if (header.major == 2 && header.HasFlag(TagHeader::Compression)) {
+        return list; // No way of compression was ever laid down.
+    }
     list.begin = list.end = ExtendedHeaderSize(header, body);
     const std::size_t headerSize = FrameHeaderSize(header.major);
-    while (body.size() - list.end >= headerSize) {
-        const std::string_view id = TextAt(body, list.end, IdSize(header.major));
-        if (!IsFrameId(id)) {
+    while (list.frames.size() < FrameLimit && body.Size() - list.end >= headerSize) {
+        const std::size_t idSize = IdSize(header.major);
+        const ByteView idBytes = body.View(list.end, idSize);
+        const std::string_view id = TextAt(idBytes, 0, idBytes.size());
+        if (id.size() < idSize || !IsFrameId(id)) {
             break;
         }
+        const Field field = FieldOf(id);
         const std::uint32_t contents = ContentSize(body, list.end, header.major);
-        if (contents > body.size() - list.end - headerSize) {
+        if (contents > body.Size() - list.end - headerSize) {
             break;
         }
-        list.frames.push_back({list.end, headerSize + contents, FieldOf(id)});
+        list.frames.push_back({list.end, headerSize + contents, field});
         list.end += headerSize + contents;
     }
     return list;

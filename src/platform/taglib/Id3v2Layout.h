@@ -20,7 +20,8 @@ using ByteView = std::span<const std::byte>;
 
 struct TagHeader {
     static constexpr unsigned Unsynchronisation = 0x80;
-    static constexpr unsigned ExtendedHeader = 0x40; ///< Compression in version 2.2.
+    static constexpr unsigned ExtendedHeader = 0x40; ///< From version 2.3 on.
+    static constexpr unsigned Compression = 0x40;    ///< In version 2.2.
     static constexpr unsigned Footer = 0x10;
 
     unsigned major = 0; ///< 2 to 4.
@@ -58,12 +59,32 @@ struct FrameList {
     std::size_t end = 0;       ///< Behind the last frame: padding, or bytes that are no frame.
 };
 
+/// The bytes between the tag's header and its end.
+class TagBody {
+public:
+    virtual ~TagBody() = default;
+    virtual std::size_t Size() const = 0;
+
+    /// Up to `count` bytes from the offset, fewer only at the end; valid until the next call.
+    virtual ByteView View(std::size_t offset, std::size_t count) = 0;
+};
+
+class MemoryBody : public TagBody {
+public:
+    explicit MemoryBody(ByteView bytes) : m_bytes(bytes) {}
+    std::size_t Size() const override { return m_bytes.size(); }
+    ByteView View(std::size_t offset, std::size_t count) override;
+
+private:
+    ByteView m_bytes;
+};
+
 /// Bytes of a frame's header: six in version 2.2, ten later.
 std::size_t FrameHeaderSize(unsigned major);
 
-/// The frames in the tag's body. `body` is without unsynchronisation up to version 2.3. Ends silently at the
-/// first bytes that are no frame.
-FrameList ListFrames(const TagHeader& header, ByteView body);
+/// The frames in the tag's body, 65,536 of them at most. `body` is without unsynchronisation up to version
+/// 2.3. Ends silently at the first bytes that are no frame.
+FrameList ListFrames(const TagHeader& header, TagBody& body);
 
 /// Undoes the unsynchronisation of a whole body: 0xFF 0x00 becomes 0xFF.
 Bytes Resynchronise(ByteView body);
