@@ -40,7 +40,8 @@ void MakeTemplate(const std::string& target, char** sqlFiles, int count) {
         for (int i = 0; i < count; ++i) {
             sqlite::RunInternal(opened, ReadAll(sqlFiles[i]).c_str());
         }
-        sqlite::RunInternal(opened, "commit; vacuum");
+        // With the mark of the write-ahead log in its header, a fresh library is opened without a write.
+        sqlite::RunInternal(opened, "commit; vacuum; pragma journal_mode = wal");
     }
     std::filesystem::rename(draft, target);
 }

@@ -88,6 +88,29 @@ TEST_F(CheckDatabaseTest, SeveralDoubledNamesAreRepairedAtOnceAndApostrophesAreQ
     EXPECT_EQ(Categories(), (Texts{"1|Rock 'n' Roll", "2|Jazz"}));
 }
 
+TEST_F(CheckDatabaseTest, TheStatementsAreSentInTheirOrder) {
+    for (const char* name : {"b''s", "a", "B''S", "A", "a"}) {
+        AddCategory(name);
+    }
+    const RecordingConnection& recording = Record();
+    Check();
+    EXPECT_EQ(recording.statements,
+              (Texts{"Select count(Category), Category from Categories Group By Category",
+                     "Select Category_id from Categories where Category = 'a' Order By Category_id",
+                     "Select Category_id from Categories where Category = 'b''s' Order By Category_id",
+                     "Delete from Categories where Category_id in (5, 3)",
+                     "Delete from FileCategories where Category_id in (5, 3)"}));
+}
+
+TEST_F(CheckDatabaseTest, ThePanelShowsTheRepairBeforeAnythingIsDeleted) {
+    AddCategory("a");
+    AddCategory("a");
+    std::vector<long> rowsAtEvents;
+    events.onDoEvents = [&] { rowsAtEvents.push_back(Count("Select * from Categories")); };
+    Check();
+    EXPECT_EQ(rowsAtEvents, (std::vector<long>{2, 2}));
+}
+
 TEST_F(CheckDatabaseTest, AFailureOfTheSecondDeleteLeavesTheFirstInForce) {
     AddCategory("Rock");
     AddCategory("Rock");

@@ -248,7 +248,8 @@ TEST_F(PosixFileSystemTest, AnUnreadableFileIsListedButGivesNoFacts) {
 TEST_F(PosixFileSystemTest, AFolderThatMayBeListedButNotEnteredGivesNoFacts) {
     fs::create_directory(folder / "listed");
     Write("listed/x.mp3");
-    fs::permissions(folder / "listed", fs::perms(0744));
+    fs::permissions(folder / "listed", fs::perms(0444));
+    locked.push_back(folder / "listed");
     const WithoutPrivileges user;
     const auto walk = fileSystem->GetFolder(folder.Path());
 

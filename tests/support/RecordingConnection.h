@@ -7,6 +7,7 @@
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -62,6 +63,7 @@ public:
     }
 
     std::vector<std::string> statements;
+    std::function<void(const std::string&)> onStatement; ///< Runs before the statement is passed on.
     int commits = 0;
     bool failBackup = false;
     std::string failOn; ///< Statements that begin with this text fail; empty: none.
@@ -71,6 +73,9 @@ public:
 private:
     void Keep(std::string_view statement) {
         statements.emplace_back(statement);
+        if (onStatement) {
+            onStatement(statements.back());
+        }
         if (!failOn.empty() && statement.starts_with(failOn)) {
             throw RuntimeError(19, "constraint failed");
         }

@@ -63,7 +63,12 @@ class RecordingScanLog : public ScanLog {
 public:
     explicit RecordingScanLog(CallList& calls) : m_calls(calls) {}
 
-    void Show() override { Call("log show"); }
+    void Show() override {
+        Call("log show");
+        if (onShow) {
+            onShow();
+        }
+    }
     void EnableClose(bool enabled) override { Call(enabled ? "log close on" : "log close off"); }
     void AddLine(const std::string& line) override { Call("log line: " + line); }
     void SelectLastLine() override { Call("log select"); }
@@ -75,6 +80,7 @@ public:
     }
 
     std::vector<SkippedEntry> skipped;
+    std::function<void()> onShow;
     bool failing = false; ///< Every call fails after it has been noted.
 
 private:

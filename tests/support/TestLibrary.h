@@ -3,6 +3,7 @@
 #pragma once
 
 #include "support/LogicTest.h"
+#include "support/RecordingConnection.h"
 #include "support/TemporaryFolder.h"
 
 #include "app/MainModule.h"
@@ -12,6 +13,8 @@
 #include <initializer_list>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace quavernet::test {
@@ -54,6 +57,8 @@ protected:
     }
     ~LibraryTest() override { mainModule.Connection.reset(); }
 
+    /// Puts a RecordingConnection around the open library, for the rest of the test.
+    RecordingConnection& Record() { return RecordingConnection::Install(); }
     ADODB::Connection& Connection() { return *mainModule.Connection; }
     void Execute(const std::string& statement) { Connection().Execute(statement); }
     void Execute(std::initializer_list<const char*> statements) {

@@ -41,7 +41,7 @@ void CommitGathering::AfterWrite(sqlite3* database, int code) {
 }
 
 void CommitGathering::CommitIfDue(sqlite3* database) {
-    if (sqlite3_get_autocommit(database) == 0 && Clock::now() - m_firstWrite >= MaximumAge) {
+    if (sqlite3_get_autocommit(database) == 0 && Clock::now() - m_firstWrite >= m_maximumAge) {
         Commit(database);
     }
 }

@@ -14,6 +14,8 @@ public:
     using Clock = std::chrono::steady_clock;
     static constexpr std::chrono::milliseconds MaximumAge{200};
 
+    explicit CommitGathering(Clock::duration maximumAge = MaximumAge) : m_maximumAge(maximumAge) {}
+
     /// Before a statement that writes. Opens the transaction if there is none.
     void BeforeWrite(sqlite3* database);
 
@@ -22,13 +24,14 @@ public:
     /// RuntimeError and says how many earlier statements went with it.
     void AfterWrite(sqlite3* database, int code);
 
-    /// Commits if the oldest gathered statement is older than MaximumAge. Called before every statement.
+    /// Commits if the oldest gathered statement is older than the maximum age. Called before every statement.
     void CommitIfDue(sqlite3* database);
 
     /// Throws RuntimeError if the file can't be written; the gathered statements are then undone.
     void Commit(sqlite3* database);
 
 private:
+    Clock::duration m_maximumAge;
     std::size_t m_gathered = 0; ///< Statements since the last commit.
     Clock::time_point m_firstWrite;
 };

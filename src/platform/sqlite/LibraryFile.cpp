@@ -20,6 +20,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int busyTimeoutMilliseconds = 5000;
+// Never created here; and one thread uses the connection, so that it needs no lock for every cell read.
+constexpr int openFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
 
 [[noreturn]] void Refuse(int number, const std::string& path, const std::string& reason) {
     throw RuntimeError(number, path + ": " + reason);
@@ -136,14 +138,15 @@ OpenedLibrary OpenLibraryFile(const std::string& path) {
     CheckHeader(path, library.closedCleanly);
 
     sqlite3* opened = nullptr;
-    const int code = sqlite3_open_v2(path.c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
+    const int code = sqlite3_open_v2(path.c_str(), &opened, openFlags, nullptr);
     library.handle.reset(opened);
     Check(opened, code);
     Configure(opened);
     try {
         // Until the content is known to be sound, a close must not move the log of a killed run into the
         // file.
-        Check(opened, sqlite3_db_config(opened, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr));
+        Check(opened, sqlite3_db_config(opened, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE,
+                                        library.closedCleanly ? 0 : 1, nullptr));
         if (sqlite3_db_readonly(opened, "main") != 0) {
             Refuse(ErrorNumber::PathFileAccess, path, "the file is read-only");
         }

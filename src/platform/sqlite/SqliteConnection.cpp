@@ -170,21 +170,22 @@ private:
     }
 
     void AddCell(ADODB::RowBlock& rows, sqlite3_stmt* handle, int column, bool isDate) const {
-        switch (sqlite3_column_type(handle, column)) {
+        sqlite3_value* const value = sqlite3_column_value(handle, column);
+        switch (sqlite3_value_type(value)) {
         case SQLITE_NULL:
             rows.AddNull();
             return;
         case SQLITE_INTEGER:
-            rows.AddInteger(sqlite3_column_int64(handle, column));
+            rows.AddInteger(sqlite3_value_int64(value));
             return;
         case SQLITE_FLOAT:
-            rows.AddReal(sqlite3_column_double(handle, column));
+            rows.AddReal(sqlite3_value_double(value));
             return;
         default:
             break;
         }
-        const auto* data = reinterpret_cast<const char*>(sqlite3_column_text(handle, column));
-        const std::string_view text(data, static_cast<std::size_t>(sqlite3_column_bytes(handle, column)));
+        const auto* data = reinterpret_cast<const char*>(sqlite3_value_text(value));
+        const std::string_view text(data, static_cast<std::size_t>(sqlite3_value_bytes(value)));
         if (isDate) {
             rows.AddText(ShownDate(text, m_regional));
         } else {

@@ -38,6 +38,9 @@ public:
         : m_target(target), m_statement(statement), m_dateColumns(dateColumns) {}
 
     void Run() {
+        if (m_statement.find('\0') != std::string_view::npos) {
+            throw RuntimeError(SQLITE_ERROR, "Syntax error: a character of code 0 in the statement");
+        }
         while (m_at < m_statement.size()) {
             const char c = m_statement[m_at];
             if (c == ' ') {
@@ -189,10 +192,8 @@ private:
 
     void TakeSign(char c) {
         const char next = m_at + 1 < m_statement.size() ? m_statement[m_at + 1] : '\0';
-        if (c == '\0' || (c == '-' && next == '-') || (c == '/' && next == '*')) {
-            throw RuntimeError(SQLITE_ERROR, c == '\0'
-                                                 ? "Syntax error: a character of code 0 in the statement"
-                                                 : "Syntax error: a comment in the statement");
+        if ((c == '-' && next == '-') || (c == '/' && next == '*')) {
+            throw RuntimeError(SQLITE_ERROR, "Syntax error: a comment in the statement");
         }
         if (c == '(') {
             ++m_depth;

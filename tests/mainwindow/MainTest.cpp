@@ -1,0 +1,325 @@
+#include "mainwindow/Main.h"
+
+#include "platform/RuntimeError.h"
+#include "support/TestLibrary.h"
+
+#include <algorithm>
+#include <set>
+
+namespace quavernet::test {
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+/// Knows names only. `appears` says whether what is made also comes to exist.
+class NamedFiles : public FileSystemObject {
+public:
+    explicit NamedFiles(Texts& log) : m_log(log) {}
+
+    std::unique_ptr<FolderWalk> GetFolder(const std::string&) override { return nullptr; }
+    FileFacts GetFile(const std::string&) override { return {}; }
+    bool FileExists(const std::string& path) override { return files.contains(path); }
+    bool FolderExists(const std::string& path) override { return folders.contains(path); }
+    void CreateFolder(const std::string& path) override {
+        m_log.push_back("create " + path);
+        if (createFails) {
+            throw RuntimeError(ErrorNumber::PathFileAccess, "Path/File access error");
+        }
+        if (folderAppears) {
+            folders.insert(path);
+        }
+    }
+    void CopyFile(const std::string& source, const std::string& target) override {
+        m_log.push_back("copy " + source + " to " + target);
+        if (copyFails) {
+            throw RuntimeError(ErrorNumber::FileNotFound, "File not found");
+        }
+        if (fileAppears) {
+            files.insert(target);
+        }
+    }
+    std::vector<std::string> LogicalDrives() override { return {}; }
+    std::optional<std::string> NetworkRoot(const std::string&) override { return std::nullopt; }
+
+    std::set<std::string> files;
+    std::set<std::string> folders;
+    bool folderAppears = true;
+    bool fileAppears = true;
+    bool createFails = false;
+    bool copyFails = false;
+
+private:
+    Texts& m_log;
+};
+
+/// Each look at it costs a second.
+class TickingClock : public Clock {
+public:
+    DateTime Now() override {
+        ++looks;
+        DateTime time{2026, 11, 20, 14, 0, 0};
+        time.minute = (looks - 1) / 60;
+        time.second = (looks - 1) % 60;
+        return time;
+    }
+
+    int looks = 0;
+};
+
+class NoTags : public TagComponent {
+public:
+    explicit NoTags(Texts& log) { log.push_back("tag component"); }
+
+    void LoadFile(const std::string&) override {}
+    bool HasV2Tag() const override { return false; }
+    std::string TagField(int) const override { return {}; }
+    void SetTagField(int, const std::string&) override {}
+    void SaveFile(const std::string&) override {}
+};
+
+constexpr const char* Folder = "/home/anna/Quavernet Database/";
+constexpr const char* File = "/home/anna/Quavernet Database/Quavernet.db";
+constexpr const char* Copy = "copy /opt/quavernet/Quavernet.db to /home/anna/Quavernet Database/Quavernet.db";
+
+const ShownBox LibraryBox{
+    "Fehler beim Initialisieren der Datenbank!\nBitte wenden Sie sich an Ihren "
+    "Systemadministrator oder an den Hersteller des Produkts.\nDas Programm wird beendet.",
+    "Programm wird beendet", MsgBox::Icon::Critical, MsgBox::Buttons::Ok};
+
+class LocateDatabaseTest : public LogicTest {
+protected:
+    LocateDatabaseTest() {
+        services.fileSystem = &files;
+        services.clock = &ticking;
+        shell.documents = "/home/anna";
+        shell.programFolder = "/opt/quavernet";
+    }
+    /// The path, or "ended" and the exit code.
+    std::string Located() {
+        try {
+            return LocateDatabase();
+        } catch (const ProcessEnded& end) {
+            return "ended " + std::to_string(end.exitCode);
+        }
+    }
+    void ExpectFailureBox() {
+        EXPECT_EQ(Located(), "ended 0");
+        EXPECT_EQ(msgBox.shown, (std::vector<ShownBox>{LibraryBox}));
+    }
+
+    Texts log;
+    NamedFiles files{log};
+    TickingClock ticking;
+};
+
+} // namespace
+
+TEST_F(LocateDatabaseTest, AnExistingLibraryIsTakenAsItIs) {
+    files.files.insert(File);
+    EXPECT_EQ(Located(), File);
+    EXPECT_TRUE(log.empty());
+    EXPECT_EQ(ticking.looks, 0);
+}
+
+TEST_F(LocateDatabaseTest, AFirstStartMakesTheFolderAndCopiesTheTemplate) {
+    EXPECT_EQ(Located(), File);
+    EXPECT_EQ(log, (Texts{"create " + std::string(Folder), Copy}));
+    EXPECT_TRUE(msgBox.shown.empty());
+    EXPECT_EQ(ticking.looks, 2); // One per wait: each ends in its first round.
+}
+
+TEST_F(LocateDatabaseTest, AnExistingFolderIsKept) {
+    files.folders.insert(Folder);
+    EXPECT_EQ(Located(), File);
+    EXPECT_EQ(log, (Texts{Copy}));
+}
+
+TEST_F(LocateDatabaseTest, AFinalSlashOfTheDocumentsFolderIsNotDoubled) {
+    shell.documents = "/home/anna/";
+    shell.programFolder = "/opt/quavernet/";
+    EXPECT_EQ(Located(), File);
+    EXPECT_EQ(log, (Texts{"create " + std::string(Folder), Copy}));
+}
+
+TEST_F(LocateDatabaseTest, AFolderThatDoesNotAppearIsGivenUpAfterMoreThanTenSeconds) {
+    files.folderAppears = false;
+    ExpectFailureBox();
+    EXPECT_EQ(log, (Texts{"create " + std::string(Folder)}));
+    EXPECT_EQ(ticking.looks, 12); // The start, and differences of 1 to 11 seconds.
+}
+
+TEST_F(LocateDatabaseTest, AFileThatDoesNotAppearIsGivenUpAfterMoreThanTenSeconds) {
+    files.folders.insert(Folder);
+    files.fileAppears = false;
+    ExpectFailureBox();
+    EXPECT_EQ(ticking.looks, 12);
+}
+
+TEST_F(LocateDatabaseTest, EachWaitHasItsOwnTenSeconds) {
+    files.folderAppears = true;
+    files.fileAppears = false;
+    ExpectFailureBox();
+    EXPECT_EQ(ticking.looks, 13);
+}
+
+TEST_F(LocateDatabaseTest, AFailingFolderOrCopyEndsTheStartAtOnce) {
+    files.createFails = true;
+    ExpectFailureBox();
+    EXPECT_EQ(log.size(), 1u);
+    files.createFails = false;
+    files.copyFails = true;
+    msgBox.shown.clear();
+    ExpectFailureBox();
+    EXPECT_EQ(ticking.looks, 1);
+}
+
+TEST_F(LocateDatabaseTest, AnUnknownDocumentsFolderIsAFailureAndMakesNoFolder) {
+    shell.documents.reset();
+    ExpectFailureBox();
+    EXPECT_TRUE(log.empty());
+}
+
+namespace {
+
+class MainTest : public LibraryTest, public StartWindows {
+protected:
+    MainTest() {
+        mainModule.Connection.reset();
+        files.files.insert(libraryFolder / "Quavernet Database/Quavernet.db");
+        std::filesystem::create_directory(libraryFolder / "Quavernet Database");
+        CopyTemplate(libraryFolder / "Quavernet Database/Quavernet.db");
+        services.fileSystem = &files;
+        services.createTagComponent = [this] { return std::make_unique<NoTags>(log); };
+        shell.documents = libraryFolder.Path();
+        events.onDoEvents = [this] { log.push_back("events"); };
+    }
+
+    std::string ScreenResolution() const override { return "1920x1080"; }
+    void ShowMain() override {
+        log.push_back("main");
+        stateAtMain = mainModule.SuppressComboClick && !mainModule.PlayerOpen && !mainModule.TreeLoaded &&
+                      mainModule.ScreenResolution == "1920x1080" && mainModule.Connection != nullptr &&
+                      mainModule.TagComponent != nullptr;
+        mainModule.LoadOverSearch = loadOverSearch;
+    }
+    void ShowSplash() override { log.push_back("splash"); }
+    void LoadDatabase(const std::string& list) override { log.push_back("list \"" + list + "\""); }
+    void LoadTree() override {
+        log.push_back("tree");
+        suppressedAtTree = mainModule.SuppressComboClick;
+    }
+    void SetScanningPanel(const std::string& text) override { log.push_back("panel " + text); }
+
+    /// Runs the start; the exit code if it ended the process, -1 if it came through.
+    int Start() {
+        try {
+            Main(*this);
+        } catch (const ProcessEnded& end) {
+            return end.exitCode;
+        }
+        return -1;
+    }
+
+    Texts log;
+    NamedFiles files{log};
+    bool stateAtMain = false;
+    bool suppressedAtTree = false;
+    bool loadOverSearch = false;
+};
+
+} // namespace
+
+TEST_F(MainTest, TheStartRunsInItsOrder) {
+    mainModule.TreeLoaded = true;
+    mainModule.PlayerOpen = true;
+    EXPECT_EQ(Start(), -1);
+    std::erase(log, "panel "); // The check empties the panel when it is done.
+    EXPECT_EQ(log, (Texts{"tag component", "main", "splash", "events", "panel Prüfe Datenbank...", "events",
+                          "list \"\"", "tree", "events", "panel Bereit!"}));
+    EXPECT_TRUE(stateAtMain);
+    EXPECT_TRUE(suppressedAtTree);
+    EXPECT_FALSE(mainModule.SuppressComboClick);
+    EXPECT_EQ(mainModule.ConnectionString, "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" +
+                                               (libraryFolder / "Quavernet Database/Quavernet.db"));
+    EXPECT_TRUE(msgBox.shown.empty());
+}
+
+TEST_F(MainTest, TheDatabaseIsCheckedBetweenTheWindowsAndTheList) {
+    EXPECT_EQ(Start(), -1);
+    const auto at = [this](const std::string& entry) { return std::find(log.begin(), log.end(), entry); };
+    ASSERT_NE(at("panel Prüfe Datenbank..."), log.end());
+    EXPECT_LT(at("splash"), at("panel Prüfe Datenbank..."));
+    EXPECT_LT(at("panel Prüfe Datenbank..."), at("list \"\""));
+}
+
+TEST_F(MainTest, LoadingOverTheSearchLeavesTheListEmpty) {
+    loadOverSearch = true;
+    EXPECT_EQ(Start(), -1);
+    EXPECT_EQ(std::find(log.begin(), log.end(), "list \"\""), log.end());
+    EXPECT_NE(std::find(log.begin(), log.end(), "tree"), log.end());
+    EXPECT_EQ(log.back(), "panel Bereit!");
+}
+
+TEST_F(MainTest, AMissingBrowserComponentEndsTheStart) {
+    shell.browserVersion.reset();
+    EXPECT_EQ(Start(), 0);
+    EXPECT_EQ(msgBox.shown,
+              (std::vector<ShownBox>{
+                  {"Dieses Program benötigt mindestens Microsoft Internet Explorer 5.5!\nBitte "
+                   "stellen Sie sicher, dass die neueste Version auf Ihrem System installiert ist.",
+                   "Internet Explorer nicht gefunden", MsgBox::Icon::Critical, MsgBox::Buttons::Ok}}));
+    EXPECT_TRUE(log.empty());
+}
+
+TEST_F(MainTest, AnOldBrowserComponentEndsTheStartAndIsNamed) {
+    shell.browserVersion = std::tuple{5, 4, 2615};
+    EXPECT_EQ(Start(), 0);
+    EXPECT_EQ(msgBox.shown, (std::vector<ShownBox>{
+                                {"Dieses Program benötigt mindestens Microsoft Internet Explorer 5.5!\nSie "
+                                 "verwenden die Version 5.4.2615.",
+                                 "Veraltete Version des Internet Explorers gefunden", MsgBox::Icon::Critical,
+                                 MsgBox::Buttons::Ok}}));
+    EXPECT_TRUE(log.empty());
+}
+
+TEST_F(MainTest, FiveFiveIsTheOldestVersionThatWillDo) {
+    for (const auto& version : {std::tuple{5, 5, 0}, {5, 50, 1}, {6, 0, 0}, {6, 4, 2}}) {
+        shell.browserVersion = version;
+        EXPECT_EQ(Start(), -1);
+    }
+    for (const auto& version : {std::tuple{4, 9, 9}, {5, 0, 0}, {5, 4, 9999}, {0, 0, 0}}) {
+        shell.browserVersion = version;
+        EXPECT_EQ(Start(), 0);
+    }
+}
+
+TEST_F(MainTest, AMissingLibraryThatCannotBeMadeEndsTheStart) {
+    files.files.clear();
+    files.copyFails = true;
+    EXPECT_EQ(Start(), 0);
+    EXPECT_EQ(msgBox.shown, (std::vector<ShownBox>{LibraryBox}));
+}
+
+TEST_F(MainTest, ALibraryThatCannotBeOpenedEndsTheStartWhateverTheAnswer) {
+    std::filesystem::remove(libraryFolder / "Quavernet Database/Quavernet.db");
+    msgBox.answers = {MsgBox::Answer::Cancel};
+    EXPECT_EQ(Start(), 0);
+    EXPECT_EQ(msgBox.shown,
+              (std::vector<ShownBox>{
+                  {"Auf Ihrem System muss mindestens MDAC ab Version 2.5 installiert sein!\nStellen "
+                   "Sie auch sicher, dass Microsoft Jet ab Version 4.0 installiert ist.\nJet 4.0 "
+                   "ist normalerweise Bestandteil von MDAC 2.5. Bei den Versionen 2.7 und 2.8 "
+                   "müssen Sie Jet gegebenenfalls getrennt installieren!",
+                   "Datenbank Zugriff nicht möglich", MsgBox::Icon::Critical, MsgBox::Buttons::OkCancel}}));
+    EXPECT_TRUE(log.empty());
+    EXPECT_EQ(mainModule.Connection, nullptr);
+}
+
+TEST_F(MainTest, AnUnknownLanguageStartsUnreadably) {
+    settings.values["Language"] = "FRA";
+    EXPECT_EQ(Start(), -1);
+    EXPECT_EQ(log.back(), "panel Error : No Local Data");
+}
+
+} // namespace quavernet::test

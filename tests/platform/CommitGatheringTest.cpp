@@ -1,0 +1,155 @@
+#include "platform/sqlite/CommitGathering.h"
+
+#include "platform/RuntimeError.h"
+#include "platform/sqlite/LibraryFile.h"
+#include "platform/sqlite/SqliteError.h"
+#include "support/TestLibrary.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <sqlite3.h>
+
+namespace quavernet::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class CommitGatheringTest : public LibraryTest {
+protected:
+    void Insert(const std::string& name) { Execute("Insert into Titel (Name) values ('" + name + "')"); }
+    Texts SeenByAnother() {
+        const auto another = OpenLibrary(libraryPath);
+        return RowTextsOf(*another, "Select Name from Titel Order By Title_id");
+    }
+};
+
+TEST_F(CommitGatheringTest, AStatementIsInForceAtOnceOnItsConnection) {
+    Insert("one");
+    EXPECT_EQ(Value("Select Title_id from Titel where Name = 'one'"), "1");
+    EXPECT_EQ(Value("Select Max(Title_id) from Titel"), "1");
+}
+
+TEST_F(CommitGatheringTest, AnotherConnectionSeesTheWritesAfterTheCommit) {
+    Insert("one");
+    EXPECT_EQ(SeenByAnother(), Texts{});
+    Connection().Commit();
+    EXPECT_EQ(SeenByAnother(), Texts{"one"});
+    EXPECT_NO_THROW(Connection().Commit());
+}
+
+TEST_F(CommitGatheringTest, TheStatementAfterTheLimitBringsTheEarlierOnesToTheFile) {
+    const auto library = sqlite::OpenLibraryFile(libraryPath);
+    sqlite3* const database = library.handle.get();
+    sqlite::CommitGathering patient(std::chrono::hours(1)), eager(std::chrono::seconds(0));
+    patient.BeforeWrite(database);
+    sqlite::RunInternal(database, "Insert into Titel (Name) values ('one')");
+    patient.CommitIfDue(database);
+    EXPECT_EQ(SeenByAnother(), Texts{});
+    eager.CommitIfDue(database);
+    EXPECT_EQ(SeenByAnother(), Texts{"one"});
+    EXPECT_EQ(sqlite::CommitGathering::MaximumAge.count(), 200);
+}
+
+TEST_F(CommitGatheringTest, ClosingCommits) {
+    Insert("one");
+    mainModule.Connection.reset();
+    EXPECT_EQ(SeenByAnother(), Texts{"one"});
+}
+
+TEST_F(CommitGatheringTest, AReadOpensNoTransactionThatBlocksAnother) {
+    Rows("Select Name from Titel");
+    const auto another = OpenLibrary(libraryPath);
+    another->Execute("Insert into Titel (Name) values ('other')");
+    another->Commit();
+    EXPECT_EQ(Rows("Select Name from Titel"), Texts{"other"});
+}
+
+TEST_F(CommitGatheringTest, AFullDiskSaysThatEarlierStatementsWentToo) {
+    Insert("kept");
+    mainModule.Connection.reset();
+    {
+        const auto library = sqlite::OpenLibraryFile(libraryPath);
+        sqlite3* const database = library.handle.get();
+        sqlite::CommitGathering patient(std::chrono::hours(1));
+        const auto write = [&](const std::string& statement) {
+            patient.BeforeWrite(database);
+            const int code = sqlite3_exec(database, statement.c_str(), nullptr, nullptr, nullptr);
+            patient.AfterWrite(database, code == SQLITE_OK ? SQLITE_DONE : code);
+        };
+        sqlite::RunInternal(database, "Pragma max_page_count = 1"); // No more than it has.
+        write("Insert into Titel (Name) values ('gathered')");
+        try {
+            write("Insert into Titel (Name) values (zeroblob(1000000))");
+            FAIL() << "the row found room";
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.Number(), SQLITE_FULL);
+            EXPECT_EQ(error.Description(), "database or disk is full (1 earlier changes were undone)");
+        }
+        sqlite::RunInternal(database, "Pragma max_page_count = 1000000");
+        write("Insert into Titel (Name) values ('after')");
+        patient.Commit(database);
+    }
+    EXPECT_EQ(SeenByAnother(), (Texts{"kept", "after"}));
+}
+
+TEST_F(CommitGatheringTest, AFailingStatementKeepsTheGatheredOnes) {
+    Insert("one");
+    EXPECT_THROW(Execute("Insert into Titel (Title_id, Name) values (1, 'again')"), RuntimeError);
+    Insert("two");
+    Connection().Commit();
+    EXPECT_EQ(SeenByAnother(), (Texts{"one", "two"}));
+}
+
+TEST_F(CommitGatheringTest, ALockedLibraryFailsAndTheGatheredWritesOfTheOtherStay) {
+    Insert("one");
+    const auto another = OpenLibrary(libraryPath);
+    another->Query("Pragma busy_timeout = 0");
+    try {
+        another->Execute("Insert into Titel (Name) values ('other')");
+        FAIL() << "two writers at once";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), 5);
+        EXPECT_EQ(error.Description(), "database is locked");
+    }
+    Connection().Commit();
+    another->Execute("Insert into Titel (Name) values ('other')");
+    another->Commit();
+    EXPECT_EQ(Rows("Select Name from Titel"), (Texts{"one", "other"}));
+}
+
+// Runs in a child that ends without closing anything.
+[[noreturn]] void WriteAndDie(const std::string& path) {
+    try {
+        const auto connection = OpenLibrary(path);
+        for (int i = 1; i <= 1000; ++i) {
+            connection->Execute("Insert into Titel (Name) values ('kept " + std::to_string(i) + "')");
+        }
+        connection->Commit();
+        connection->Execute("Insert into Titel (Name) values ('gathered')");
+        ::_exit(0);
+    } catch (...) {
+        ::_exit(1);
+    }
+}
+
+TEST(CommitGatheringKillTest, AKilledRunLosesAtMostTheGatheredStatements) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "Quavernet.db";
+    CopyTemplate(path);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        WriteAndDie(path);
+    }
+    int status = -1;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    ASSERT_EQ(status, 0);
+    ASSERT_GT(std::filesystem::file_size(path + "-wal"), 0u);
+    const auto connection = OpenLibrary(path);
+    EXPECT_EQ(RowTextsOf(*connection, "Select Count(Title_id), Max(Name) from Titel"),
+              Texts{"1000|kept 999"});
+    EXPECT_EQ(RowTextsOf(*connection, "Pragma integrity_check"), Texts{"ok"});
+}
+
+} // namespace
+} // namespace quavernet::test

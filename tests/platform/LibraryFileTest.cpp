@@ -1,0 +1,258 @@
+#include "platform/sqlite/LibraryFile.h"
+
+#include "platform/RuntimeError.h"
+#include "support/TestLibrary.h"
+
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <map>
+#include <random>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace quavernet::test {
+namespace {
+
+std::string ReadAll(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void Write(const std::string& path, const std::string& bytes) {
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
+// Opens in a child that may not do more than another user of the machine, and gives the reason of the
+// failure.
+std::string FailureOfAnotherUser(const std::string& path) {
+    int ends[2];
+    if (::pipe(ends) != 0) {
+        return "no pipe";
+    }
+    const pid_t child = ::fork();
+    if (child == 0) {
+        constexpr int nobody = 65534;
+        std::string reason = "opened";
+        if (::geteuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0)) {
+            reason = "can't become another user";
+        } else {
+            try {
+                OpenLibrary(path);
+            } catch (const RuntimeError& error) {
+                reason = error.Description();
+            }
+        }
+        ::_exit(::write(ends[1], reason.data(), reason.size()) < 0);
+    }
+    ::close(ends[1]);
+    std::string reason;
+    char buffer[512];
+    for (ssize_t got = 0; (got = ::read(ends[0], buffer, sizeof buffer)) > 0;) {
+        reason.append(buffer, static_cast<std::size_t>(got));
+    }
+    ::close(ends[0]);
+    ::waitpid(child, nullptr, 0);
+    return reason;
+}
+
+class LibraryFileTest : public ::testing::Test {
+protected:
+    LibraryFileTest() { CopyTemplate(path); }
+
+    void CopyFresh() {
+        std::filesystem::remove(path);
+        CopyTemplate(path);
+    }
+    // The file's bytes with a change made to them, written back.
+    void Change(const std::function<void(std::string&)>& change) {
+        std::string bytes = ReadAll(path);
+        change(bytes);
+        Write(path, bytes);
+    }
+    void SetNumber(std::size_t offset, char value) {
+        Change([&](std::string& bytes) { bytes[offset] = value; });
+    }
+    // Every file of the folder by its name, but for the index of the log, which SQLite makes anew each time.
+    std::map<std::string, std::string> FolderBytes() const {
+        std::map<std::string, std::string> files;
+        for (const auto& entry : std::filesystem::directory_iterator(folder.Path())) {
+            if (entry.is_regular_file() && !entry.path().string().ends_with("-shm")) {
+                files[entry.path().filename().string()] = ReadAll(entry.path().string());
+            }
+        }
+        return files;
+    }
+    // Opens, expects a failure that leaves everything as it was, and gives its reason without the path.
+    std::string Failure() {
+        const auto before = FolderBytes();
+        std::string reason = "opened";
+        try {
+            OpenLibrary(path);
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.Description().rfind(path + ": ", 0), 0u) << error.Description();
+            reason = error.Description().substr(path.size() + 2);
+        }
+        EXPECT_TRUE(before == FolderBytes()) << "the failed open changed a file";
+        return reason;
+    }
+    // A library with rows that a killed run left in its log.
+    void LeaveByKill() {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            try {
+                const auto connection = OpenLibrary(path);
+                connection->Execute("Insert into Titel (Name) values ('in the log')");
+                connection->Commit();
+                ::_exit(0);
+            } catch (...) {
+                ::_exit(1);
+            }
+        }
+        int status = -1;
+        ::waitpid(child, &status, 0);
+        ASSERT_EQ(status, 0);
+    }
+
+    TemporaryFolder folder;
+    std::string path = folder / "Quavernet.db";
+};
+
+TEST_F(LibraryFileTest, TheTemplateOpensInTheModeOfTheProgram) {
+    const auto connection = OpenLibrary(path);
+    connection->Execute("Insert into Titel (Name) values ('x')");
+    connection->Commit();
+    EXPECT_TRUE(std::filesystem::exists(path + "-wal"));
+    EXPECT_EQ(RowTextsOf(*connection, "Pragma synchronous"), std::vector<std::string>{"1"});
+    EXPECT_EQ(RowTextsOf(*connection, "Pragma busy_timeout"), std::vector<std::string>{"5000"});
+}
+
+TEST_F(LibraryFileTest, AMissingFileIsNotCreated) {
+    std::filesystem::remove(path);
+    EXPECT_EQ(Failure(), "the file does not exist");
+    EXPECT_FALSE(std::filesystem::exists(path));
+    EXPECT_THROW(OpenLibrary(folder / "no/such/folder.db"), RuntimeError);
+    EXPECT_THROW(CreateSqliteConnection({})->Open("Provider=Microsoft.Jet.OLEDB.4.0"), RuntimeError);
+    EXPECT_THROW(OpenLibrary(""), RuntimeError);
+    EXPECT_THROW(OpenLibrary(":memory:"), RuntimeError);
+}
+
+TEST_F(LibraryFileTest, AFolderOrAPipeIsNoLibrary) {
+    std::filesystem::remove(path);
+    std::filesystem::create_directory(path);
+    EXPECT_EQ(Failure(), "not a plain file");
+    std::filesystem::remove(path);
+    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    EXPECT_EQ(Failure(), "not a plain file");
+}
+
+TEST_F(LibraryFileTest, NoiseAnEmptyFileAndShortFilesAreNoLibraries) {
+    std::mt19937 random(3);
+    for (const std::size_t size : {0, 1, 16, 99, 100, 4096, 50000}) {
+        std::string noise(size, '\0');
+        for (char& c : noise) {
+            c = static_cast<char>(random());
+        }
+        Write(path, noise);
+        EXPECT_EQ(Failure(), "the file is not a library") << size;
+    }
+    Write(path, std::string("SQLite format 3\0", 16));
+    EXPECT_EQ(Failure(), "the file is not a library");
+}
+
+TEST_F(LibraryFileTest, ADatabaseOfAnotherProgramIsNoLibrary) {
+    SetNumber(71, 0);
+    EXPECT_EQ(Failure(), "the file is not a library");
+}
+
+TEST_F(LibraryFileTest, ALibraryOfANewerVersionIsRefused) {
+    SetNumber(63, 2);
+    EXPECT_EQ(Failure(), "the library was made by a newer version of the program");
+}
+
+TEST_F(LibraryFileTest, ACutLibraryIsDamaged) {
+    const std::size_t size = ReadAll(path).size();
+    for (const std::size_t kept : {std::size_t{100}, std::size_t{4096}, size / 2, size - 4096, size - 1}) {
+        CopyFresh();
+        Change([&](std::string& bytes) { bytes.resize(kept); });
+        EXPECT_EQ(Failure(), "the library is damaged: its end is missing") << kept;
+    }
+}
+
+TEST_F(LibraryFileTest, ADestroyedSchemaIsDamaged) {
+    Change([](std::string& bytes) { std::fill(bytes.begin() + 100, bytes.begin() + 4096, '\x55'); });
+    EXPECT_EQ(Failure(), "database disk image is malformed");
+}
+
+TEST_F(LibraryFileTest, AReadOnlyFileOrFolderIsRefused) {
+    ASSERT_EQ(::chmod(folder.Path().c_str(), 0777), 0);
+    ASSERT_EQ(::chmod(path.c_str(), 0444), 0);
+    EXPECT_EQ(FailureOfAnotherUser(path), path + ": the file is read-only");
+    ASSERT_EQ(::chmod(path.c_str(), 0666), 0);
+    ASSERT_EQ(::chmod(folder.Path().c_str(), 0555), 0);
+    EXPECT_EQ(FailureOfAnotherUser(path), path + ": the folder is read-only");
+    ASSERT_EQ(::chmod(folder.Path().c_str(), 0777), 0);
+    EXPECT_EQ(FailureOfAnotherUser(path), "opened");
+}
+
+TEST_F(LibraryFileTest, APathWithOddCharactersOpens) {
+    const std::string odd = folder / "Bücher; 'x' %20?mode=ro#1 \xFF.db";
+    std::filesystem::copy_file(path, odd);
+    EXPECT_EQ(RowTextsOf(*OpenLibrary(odd), "Select Count(Genre_id) from Genres"),
+              std::vector<std::string>{"149"});
+}
+
+TEST_F(LibraryFileTest, ACleanCloseLeavesNoLog) {
+    OpenLibrary(path)->Execute("Insert into Titel (Name) values ('x')");
+    EXPECT_FALSE(std::filesystem::exists(path + "-wal"));
+    EXPECT_TRUE(sqlite::OpenLibraryFile(path).closedCleanly);
+}
+
+TEST_F(LibraryFileTest, AKilledRunIsSeenAndItsRowsAreKept) {
+    LeaveByKill();
+    EXPECT_FALSE(sqlite::OpenLibraryFile(path).closedCleanly);
+    EXPECT_EQ(RowTextsOf(*OpenLibrary(path), "Select Name from Titel"),
+              std::vector<std::string>{"in the log"});
+    EXPECT_TRUE(sqlite::OpenLibraryFile(path).closedCleanly);
+}
+
+TEST_F(LibraryFileTest, DamageIsFoundAfterAKilledRunAndNothingIsTouched) {
+    LeaveByKill();
+    // A page of an index in the middle of the file, which no statement of the start reads.
+    Change([](std::string& bytes) {
+        const std::size_t middle = bytes.size() / 2 / 4096 * 4096;
+        std::fill(bytes.begin() + static_cast<std::ptrdiff_t>(middle),
+                  bytes.begin() + static_cast<std::ptrdiff_t>(middle) + 4096, '\x7F');
+    });
+    EXPECT_EQ(Failure().rfind("the library is damaged: ", 0), 0u);
+}
+
+TEST_F(LibraryFileTest, RandomDamageEndsInAFailureOrRowsAndNeverInACrash) {
+    std::mt19937 random(23);
+    const std::string sound = ReadAll(path);
+    int failures = 0;
+    for (int round = 0; round < 150; ++round) {
+        std::string bytes = sound;
+        for (int i = 0; i < 40; ++i) {
+            bytes[100 + random() % (bytes.size() - 100)] = static_cast<char>(random());
+        }
+        std::filesystem::remove(path + "-wal");
+        std::filesystem::remove(path + "-shm");
+        Write(path, bytes);
+        try {
+            const auto connection = OpenLibrary(path);
+            for (const char* query : {"Select * from Genres Order By Genre", "Select * from Extensions",
+                                      "Select * from Files where Path = 'x'", "Select * from Categories"}) {
+                connection->Query(query);
+            }
+            connection->Execute("Insert into Titel (Name) values ('x')");
+        } catch (const RuntimeError&) {
+            ++failures;
+        }
+    }
+    EXPECT_GT(failures, 0);
+}
+
+} // namespace
+} // namespace quavernet::test
