@@ -101,6 +101,22 @@ TEST_F(ReadAudioInfoTest, AMpeg2OrLayer2FileIsReadFromItsFirstThreeBytesAlone) {
     EXPECT_EQ(layer2.Mode, "Stereo");
 }
 
+TEST_F(ReadAudioInfoTest, AMpeg2FileBehindAVersion2TagIsReadFromTheTagsMarkAndStaysCleared) {
+    ExpectCleared(Read("a.mp3", TagV2(3, TextFrame(3, "TIT2", "Titel")) +
+                                    Mpeg(20000, 0, Bytes({0xFF, 0xF3, 0x90, 0xC4}))));
+}
+
+TEST_F(ReadAudioInfoTest, AFrameFoundWithinTheAudioOfAMpeg2FileIsTakenForItsFirst) {
+    const std::string audio = Bytes({0xFF, 0xE3, 0x18, 0xC4});
+    const auto file8k = [&](std::size_t size) { return Put(Mpeg(size, 0, audio), 70, Frame(0xF0)); };
+    const AudioInfo& shortFile = Read("a.mp3", file8k(4095));
+    EXPECT_EQ(shortFile.Version, 1);
+    EXPECT_EQ(shortFile.BitRate, 0) << "the forbidden index, and too short for the fallback";
+    EXPECT_EQ(shortFile.Length, 0);
+    EXPECT_EQ(Read("a.mp3", file8k(4096)).BitRate, 8) << "the fallback knows the file's real first frame";
+    EXPECT_EQ(file.AudioInfo.Length, 4);
+}
+
 TEST_F(ReadAudioInfoTest, AFalseHeaderWithADroppedZeroPrefixIsReadShifted) {
     // 0x0F 0xFF 0xB9: twenty bits. Positions 12-13 are "11", 14-15 "01", 17-20 "1001".
     const AudioInfo& info = Read("a.mp3", Mpeg(100000, 0, Bytes({0x0F, 0xFF, 0xB9})));
