@@ -158,13 +158,22 @@ TEST_F(ScanDriverTest, AnEmptyStandardPathStartsNoScan) {
 
 TEST_F(ScanDriverTest, AnyOtherValueOfTheSettingAsksForTheFolder) {
     settings.values["Scanpath"] = music.Path();
-    for (const char* value : {"0", "", "2", "ja"}) {
+    for (const char* value : {"0", "", "2", "ja", "-1", "11"}) {
         settings.values["ScanpathValue"] = value;
         dialogs.folder = std::nullopt;
         Scan();
     }
 
-    EXPECT_EQ(dialogs.titles.size(), 4u);
+    EXPECT_EQ(dialogs.titles.size(), 6u);
+}
+
+TEST_F(ScanDriverTest, TheSettingCountsByItsNumber) {
+    for (const char* value : {"1", " 1", "1.0", "01"}) {
+        settings.values["ScanpathValue"] = value;
+        Scan();
+    }
+
+    EXPECT_THAT(dialogs.titles, IsEmpty());
 }
 
 TEST_F(ScanDriverTest, AFolderThatCannotBeOpenedEndsTheCommandWithoutAMessage) {
@@ -337,6 +346,27 @@ TEST_F(ScanDriverTest, WithoutOggFilesThePassDoesNotRun) {
     Scan();
 
     EXPECT_EQ(ogg.runs, 0);
+}
+
+TEST_F(ScanDriverTest, WithoutAPassOggFilesAreLeftAlone) {
+    Write("a.ogg");
+    ScanDriver withoutPass(window, log);
+
+    withoutPass.StartScan();
+
+    EXPECT_THAT(StoredPaths(), IsEmpty());
+    EXPECT_EQ(calls.back(), "panel 1: ");
+    EXPECT_FALSE(mainModule.SuppressComboClick);
+}
+
+TEST_F(ScanDriverTest, TheSumOfMegabytesBeginsAnewInTheNextScan) {
+    Write("a.mp3", std::string(1600000, 'x'));
+    Write("b.ogg");
+
+    Scan();
+    EXPECT_DOUBLE_EQ(ogg.megabytes, 1.53);
+    Scan();
+    EXPECT_DOUBLE_EQ(ogg.megabytes, 1.53);
 }
 
 TEST_F(ScanDriverTest, TheOggPathsOfOneScanAreGoneInTheNext) {
