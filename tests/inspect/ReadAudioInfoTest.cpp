@@ -164,6 +164,17 @@ TEST_F(ReadAudioInfoTest, TheRateIsRoundedHalfToEven) {
     EXPECT_EQ(Read("a.mp3", Xing(159360, 392)).BitRate, 124) << "124.5";
 }
 
+TEST_F(ReadAudioInfoTest, TheFactorOfAnAverageRateIsThatOfTheLayer) {
+    // Headers made of the first three bytes; the mark is looked for at position 36.
+    const auto averageOf = [&](int second, std::uint64_t frames) {
+        const std::string contents = Put(Mpeg(4000, 0, Bytes({0xFF, second, 0x90})), 35, "Xing");
+        return Read("a.mp3", Put(contents, 43, Big(frames, 4))).BitRate;
+    };
+    EXPECT_EQ(averageOf(0xFF, 100), 147) << "Layer I: 12";
+    EXPECT_EQ(averageOf(0xFD, 10), 122) << "Layer II: 144; exactly 122.5";
+    EXPECT_EQ(averageOf(0xF9, 10), 0) << "the reserved layer has none";
+}
+
 TEST_F(ReadAudioInfoTest, ARateAbove16BitsIsStoredAsZeroAndTheLengthStillUsesIt) {
     const AudioInfo& info = Read("a.mp3", Xing(4000000, 1)); // 1225000 kbit/s
     EXPECT_EQ(info.BitRate, 0);
