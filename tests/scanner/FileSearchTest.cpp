@@ -191,23 +191,27 @@ TEST_F(FileSearchTest, TheTimeLeftTurnsNegativeBehindTheCountedFiles) {
         ElementsAre("panel 3: verbl.: 00:00:00", "panel 3: verbl.: 00:00:-15", "panel 3: verbl.: 00:00:-20"));
 }
 
-TEST_F(FileSearchTest, TheFieldsOfTheFileBeforeAreClearedAlsoForFilesThatArePassedOver) {
-    Write("a.txt");
-    CurrentFile& file = mainModule.CurrentFile;
-    file.FileTitle = file.FileArtist = file.FileQuality = file.FileSize = file.FileName = file.FilePath =
-        file.FileDate = file.FileDrive = file.FileGenre = file.FileAlbum = "before";
-    file.CurrentPath = file.CurrentFileName = file.DetailsPath = "before";
+TEST_F(FileSearchTest, TheFieldsOfTheFileBeforeAreClearedAlsoForFilesThatAreNotStored) {
+    for (const char* name : {"a.txt", "a.ogg"}) {
+        const TemporaryFolder other;
+        dialogs.folder = other.Path();
+        WriteBytes(other / name, "x");
+        CurrentFile& file = mainModule.CurrentFile;
+        file.FileTitle = file.FileArtist = file.FileQuality = file.FileSize = file.FileName = file.FilePath =
+            file.FileDate = file.FileDrive = file.FileGenre = file.FileAlbum = "before";
+        file.CurrentPath = file.CurrentFileName = file.DetailsPath = "before";
 
-    Scan();
+        Scan();
 
-    for (const std::string& text :
-         {file.FileTitle, file.FileArtist, file.FileQuality, file.FileSize, file.FileName, file.FilePath,
-          file.FileDate, file.FileDrive, file.FileGenre, file.FileAlbum}) {
-        EXPECT_EQ(text, "");
+        for (const std::string& text :
+             {file.FileTitle, file.FileArtist, file.FileQuality, file.FileSize, file.FileName, file.FilePath,
+              file.FileDate, file.FileDrive, file.FileGenre, file.FileAlbum}) {
+            EXPECT_EQ(text, "");
+        }
+        EXPECT_EQ(file.CurrentPath, "before");
+        EXPECT_EQ(file.CurrentFileName, "before");
+        EXPECT_EQ(file.DetailsPath, "before");
     }
-    EXPECT_EQ(file.CurrentPath, "before");
-    EXPECT_EQ(file.CurrentFileName, "before");
-    EXPECT_EQ(file.DetailsPath, "before");
 }
 
 TEST_F(FileSearchTest, TheSizeOfAStoredFileBecomesItsMegabytes) {

@@ -285,9 +285,10 @@ TEST_F(ScanDriverTest, ACancelInTheSearchEndsItAtTheNextFileAndFinishesAsUsual) 
 TEST_F(ScanDriverTest, ACancelBetweenFoldersLeavesTheSecondUntouched) {
     WriteMp3("one/a.mp3");
     WriteMp3("two/b.mp3");
-    int stored = 0;
+    int listed = 0;
+    volumes.onList = [&](FolderContents&) { ++listed; };
     events.onDoEvents = [&] {
-        if (connection.StatementsOf("Insert Into Files").size() == 1 && ++stored == 1) {
+        if (!connection.StatementsOf("Insert Into Files").empty()) {
             driver.Cancel();
         }
     };
@@ -295,6 +296,8 @@ TEST_F(ScanDriverTest, ACancelBetweenFoldersLeavesTheSecondUntouched) {
     Scan();
 
     EXPECT_EQ(StoredPaths().size(), 1u);
+    EXPECT_EQ(listed, 3 + 2) << "all three to count, two to search";
+    EXPECT_FALSE(mainModule.CurrentFile.FileName.empty());
 }
 
 TEST_F(ScanDriverTest, WithLoadOverSearchTheListStaysEmpty) {
@@ -376,6 +379,18 @@ TEST_F(ScanDriverTest, TheOggPathsOfOneScanAreGoneInTheNext) {
     Scan();
 
     EXPECT_THAT(ogg.paths, ElementsAre(music / "b.ogg"));
+}
+
+TEST_F(ScanDriverTest, TheOggPathsOfAScanThatFailedAreGoneInTheNext) {
+    Write("a.ogg");
+    WriteMp3("sub/b.mp3");
+    connection.failOn = "Insert Into Files";
+    EXPECT_THROW(Scan(), RuntimeError);
+    connection.failOn.clear();
+
+    Scan();
+
+    EXPECT_THAT(ogg.paths, ElementsAre(music / "a.ogg"));
 }
 
 TEST_F(ScanDriverTest, AFailingStatementLeavesTheScanWhereItWas) {

@@ -116,6 +116,7 @@ TEST_F(VolumesTest, ANetworkFileIsStoredByItsNetworkNameWhereverTheDriveStandsIn
 TEST_F(VolumesTest, AFileWithoutADateIsDatedToTheFirstDayOf1900) {
     FileFacts facts = Facts("/a.mp3", "/");
     facts.dateCreated = DateTime();
+    mainModule.CurrentFile.FileDate = "17.05.2020"; // Of the file before.
     FillFileFields(facts);
 
     EXPECT_EQ(mainModule.CurrentFile.FileDate, "01.01.1900 00:00:00");
