@@ -1,6 +1,8 @@
 #include "platform/posix/PosixFileSystem.h"
 
 #include "platform/RuntimeError.h"
+#include "platform/posix/PosixFolderWalk.h"
+#include "support/OrdinaryUser.h"
 #include "support/SmallAudio.h"
 #include "support/TemporaryFolder.h"
 
@@ -26,26 +28,6 @@ namespace fs = std::filesystem;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
-
-// Rights bind everyone but the superuser: a test that needs them steps down for its length.
-class WithoutPrivileges {
-public:
-    WithoutPrivileges() {
-        if (::geteuid() == 0) {
-            m_steppedDown = ::seteuid(65534) == 0;
-        }
-    }
-    ~WithoutPrivileges() {
-        if (m_steppedDown && ::seteuid(0) != 0) {
-            std::abort();
-        }
-    }
-    WithoutPrivileges(const WithoutPrivileges&) = delete;
-    WithoutPrivileges& operator=(const WithoutPrivileges&) = delete;
-
-private:
-    bool m_steppedDown = false;
-};
 
 class PosixFileSystemTest : public ::testing::Test {
 protected:
@@ -155,7 +137,7 @@ TEST_F(PosixFileSystemTest, AFolderThatIsMissingOrNoFolderOrMayNotBeReadRaisesEr
     EXPECT_EQ(NumberOf([&] { fileSystem->GetFolder(folder / "file"); }), 76);
     EXPECT_EQ(NumberOf([&] { fileSystem->GetFolder(""); }), 76);
     EXPECT_EQ(NumberOf([&] { fileSystem->GetFolder(folder.Path() + std::string("\0x", 2)); }), 76);
-    const WithoutPrivileges user;
+    const OrdinaryUser user;
     EXPECT_EQ(NumberOf([&] { fileSystem->GetFolder(folder / "private"); }), 76);
 }
 
@@ -227,7 +209,7 @@ TEST_F(PosixFileSystemTest, AnUnreadableSubFolderIsPassedOverAndNoted) {
     Write("private/x.mp3");
     Write("good.mp3");
     Lock("private");
-    const WithoutPrivileges user;
+    const OrdinaryUser user;
     const auto walk = fileSystem->GetFolder(folder.Path());
 
     EXPECT_THAT(AllFiles(*walk), ElementsAre("good.mp3"));
@@ -237,7 +219,7 @@ TEST_F(PosixFileSystemTest, AnUnreadableSubFolderIsPassedOverAndNoted) {
 TEST_F(PosixFileSystemTest, AnUnreadableFileIsListedButGivesNoFacts) {
     Write("locked.mp3");
     Lock("locked.mp3");
-    const WithoutPrivileges user;
+    const OrdinaryUser user;
     const auto walk = fileSystem->GetFolder(folder.Path());
 
     EXPECT_THAT(NamesIn(*walk, folder.Path()), ElementsAre("locked.mp3"));
@@ -250,7 +232,7 @@ TEST_F(PosixFileSystemTest, AFolderThatMayBeListedButNotEnteredGivesNoFacts) {
     Write("listed/x.mp3");
     fs::permissions(folder / "listed", fs::perms(0444));
     locked.push_back(folder / "listed");
-    const WithoutPrivileges user;
+    const OrdinaryUser user;
     const auto walk = fileSystem->GetFolder(folder.Path());
 
     EXPECT_THAT(AllFiles(*walk), ElementsAre("listed/x.mp3"));
@@ -308,6 +290,34 @@ TEST_F(PosixFileSystemTest, FactsTellNamePathSizeAndDates) {
     } else {
         EXPECT_EQ(facts->dateCreated, facts->dateLastModified);
     }
+}
+
+TEST(FactsOfTest, WhereNoBirthIsKeptTheDateOfCreationIsThatOfTheLastChange) {
+    posix::MountTable mounts;
+    struct statx raw {};
+    raw.stx_mask = STATX_MTIME;
+    raw.stx_mtime.tv_sec = 1000000000;
+    raw.stx_btime.tv_sec = 900000000;
+    FileFacts facts = posix::FactsOf("/a.mp3", raw, mounts);
+    EXPECT_EQ(facts.dateLastModified.year, 2001);
+    EXPECT_EQ(facts.dateCreated, facts.dateLastModified);
+
+    raw.stx_mask |= STATX_BTIME;
+    EXPECT_EQ(posix::FactsOf("/a.mp3", raw, mounts).dateCreated.year, 1998);
+    raw.stx_btime.tv_sec = 0;
+    EXPECT_EQ(posix::FactsOf("/a.mp3", raw, mounts).dateCreated, facts.dateLastModified);
+}
+
+TEST_F(PosixFileSystemTest, ALinkIsHiddenByItsOwnName) {
+    fs::create_directory(folder / "real");
+    Write("real/a.mp3");
+    fs::create_symlink("real/a.mp3", folder / ".hidden.mp3");
+    const auto walk = fileSystem->GetFolder(folder.Path());
+
+    const FolderContents contents = walk->List(folder.Path());
+
+    ASSERT_EQ(contents.files.size(), 1u);
+    EXPECT_TRUE(contents.files[0].hidden);
 }
 
 TEST_F(PosixFileSystemTest, FactsAreToldAlsoForFilesOutsideTheFolderLastListed) {
