@@ -28,6 +28,12 @@ const HelpPage* PageOf(const std::string& form, const QObject* control) {
     return FindHelpPage(form, "");
 }
 
+/// Lists that drop down belong to their control; any other window is a form, with a key of its own.
+bool IsControl(const QObject* object) {
+    const auto* widget = qobject_cast<const QWidget*>(object);
+    return widget != nullptr && (!widget->isWindow() || widget->windowType() == Qt::Popup);
+}
+
 } // namespace
 
 HelpKey::HelpKey(QWidget* form) : QObject(form), m_form(FromQString(form->objectName())) { Watch(form); }
@@ -35,9 +41,7 @@ HelpKey::HelpKey(QWidget* form) : QObject(form), m_form(FromQString(form->object
 void HelpKey::Watch(QObject* object) {
     object->installEventFilter(this);
     for (QObject* child : object->children()) {
-        const auto* widget = qobject_cast<QWidget*>(child);
-        // Another form that this one owns has a key of its own.
-        if (widget != nullptr && !qobject_cast<const QWidget*>(child)->windowFlags().testFlag(Qt::Dialog)) {
+        if (IsControl(child)) {
             Watch(child);
         }
     }
@@ -47,8 +51,7 @@ bool HelpKey::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
     case QEvent::ChildPolished: {
         QObject* child = static_cast<QChildEvent*>(event)->child();
-        const auto* widget = qobject_cast<QWidget*>(child);
-        if (widget != nullptr && !widget->windowFlags().testFlag(Qt::Dialog)) {
+        if (IsControl(child)) {
             Watch(child);
         }
         return false;
