@@ -36,7 +36,9 @@ bool IsControl(const QObject* object) {
 
 } // namespace
 
-HelpKey::HelpKey(QWidget* form) : QObject(form), m_form(FromQString(form->objectName())) { Watch(form); }
+HelpKey::HelpKey(QWidget* form) : QObject(form), m_form(FromQString(form->objectName())) {
+    Watch(form);
+}
 
 void HelpKey::Watch(QObject* object) {
     object->installEventFilter(this);

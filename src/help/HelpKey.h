@@ -13,8 +13,8 @@ namespace quavernet {
 class HelpKey : public QObject {
     Q_OBJECT
 public:
-    /// Watches the form and all its controls, also those that are added later. The form's object name finds its
-    /// lines in HelpPages. The form owns the object.
+    /// Watches the form and all its controls, also those that are added later. The form's object name finds
+    /// its lines in HelpPages. The form owns the object.
     explicit HelpKey(QWidget* form);
 
     bool eventFilter(QObject* watched, QEvent* event) override;

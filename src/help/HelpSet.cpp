@@ -15,7 +15,9 @@ namespace {
 const QString Root = QStringLiteral("/help/");
 const QString ContentsName = QStringLiteral("contents.html");
 
-QUrl Place(const QString& path) { return QUrl(QStringLiteral("qrc") + u':' + path); }
+QUrl Place(const QString& path) {
+    return QUrl(QStringLiteral("qrc") + u':' + path);
+}
 
 QString TextOf(const QByteArray& page) {
     QXmlStreamReader reader(page);

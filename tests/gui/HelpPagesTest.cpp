@@ -90,11 +90,13 @@ std::vector<std::string> AttributesOf(const QUrl& page, const char* name, const 
     return values;
 }
 
-std::vector<std::string> TextsOf(const QUrl& page, const std::string& name, const std::string& cssClass = {}) {
+std::vector<std::string> TextsOf(const QUrl& page, const std::string& name,
+                                 const std::string& cssClass = {}) {
     std::vector<std::string> texts;
     for (const Element& element : ElementsOf(page)) {
         const auto found = element.attributes.find("class");
-        const bool matches = cssClass.empty() || (found != element.attributes.end() && found->second == cssClass);
+        const bool matches =
+            cssClass.empty() || (found != element.attributes.end() && found->second == cssClass);
         if (element.name == name && matches) {
             texts.push_back(element.text);
         }
@@ -188,9 +190,9 @@ TEST(HelpPagesFilesTest, EveryPictureAndTheStyleSheetAreThere) {
 }
 
 TEST(HelpPagesFilesTest, PagesUseNothingButTheElementsThatTheViewerKnows) {
-    const std::set<std::string> known{"html", "head", "meta", "title", "link", "body", "h1", "h2",   "p",
-                                      "ul",   "ol",   "li",   "table", "tr",   "th",   "td", "b",    "a",
-                                      "kbd",  "code", "img"};
+    const std::set<std::string> known{"html", "head", "meta", "title", "link", "body",  "h1",
+                                      "h2",   "p",    "ul",   "ol",    "li",   "table", "tr",
+                                      "th",   "td",   "b",    "a",     "kbd",  "code",  "img"};
     for (const Language& language : Languages) {
         for (const QUrl& page : PagesOf(HelpSet(language.file))) {
             const std::vector<Element> elements = ElementsOf(page);
@@ -254,8 +256,9 @@ TEST(HelpPagesFilesTest, EveryMenuCommandIsExplainedSomewhere) {
 TEST(HelpPagesFilesTest, OnlyTheHelpItselfCanBeLoaded) {
     const HelpSet set("help.chm");
     EXPECT_FALSE(HelpSet::Read(set.ContentsPage()).isEmpty());
-    for (const char* place : {"qrc:/icons/quavernet.svg", "qrc:/help/../icons/quavernet.svg", "file:///etc/hostname",
-                              "http://example.org/help/", "/help/help.css", "qrc://host/help/help.css"}) {
+    for (const char* place :
+         {"qrc:/icons/quavernet.svg", "qrc:/help/../icons/quavernet.svg", "file:///etc/hostname",
+          "http://example.org/help/", "/help/help.css", "qrc://host/help/help.css"}) {
         EXPECT_FALSE(HelpSet::IsInside(QUrl(QLatin1String(place)))) << place;
         EXPECT_TRUE(HelpSet::Read(QUrl(QLatin1String(place))).isEmpty()) << place;
     }

@@ -144,8 +144,8 @@ TEST_F(HelpWindowTest, TheContentsOpenPagesAndFollowTheShownOne) {
 
 TEST_F(HelpWindowTest, NothingOutsideTheHelpIsLoaded) {
     Open("HTML\\start.html");
-    for (const char* place : {"http://example.org/", "file:///etc/hostname", "qrc:/icons/quavernet.svg", "none.html",
-                              "mailto:someone@example.org"}) {
+    for (const char* place : {"http://example.org/", "file:///etc/hostname", "qrc:/icons/quavernet.svg",
+                              "none.html", "mailto:someone@example.org"}) {
         Page().setSource(QUrl(QLatin1String(place)));
         EXPECT_EQ(Shown(), "HTML\\start.html") << place;
         EXPECT_FALSE(Page().loadResource(QTextDocument::ImageResource, QUrl(QLatin1String(place))).isValid());
@@ -261,8 +261,8 @@ TEST_F(HelpWindowTest, TheHelpWorksWhileAModalFormIsOpen) {
 
 TEST_F(HelpWindowTest, EveryControlIsReachedByTabAndNamed) {
     Open("HTML\\start.html");
-    for (const char* name : {"cmdBack", "cmdForward", "cmdContents", "txtFind", "cmdFindPrevious", "cmdFindNext",
-                             "txtSearchAll", "treContents", "txtPage"}) {
+    for (const char* name : {"cmdBack", "cmdForward", "cmdContents", "txtFind", "cmdFindPrevious",
+                             "cmdFindNext", "txtSearchAll", "treContents", "txtPage"}) {
         const auto& control = Control<QWidget>(name);
         EXPECT_TRUE(control.focusPolicy() & Qt::TabFocus) << name;
         if (QLatin1String(name) != QLatin1String("txtPage")) {
