@@ -2,6 +2,7 @@
 
 #include "app/MainModule.h"
 #include "app/Registry.h"
+#include "app/ShowHelp.h"
 #include "mainwindow/MainMenu.h"
 #include "mainwindow/MainPanes.h"
 #include "mainwindow/ScanController.h"
@@ -34,6 +35,7 @@ MainCommands::MainCommands(frmMain& form, ScanController& scan) : m_form(form) {
            [this] { mainModule.UseExternalPlayer = m_form.Menu().Checked("mnuExternalPlayer"); });
     OnMenu("mnuOptionsLoadOverSearch",
            [this] { mainModule.LoadOverSearch = m_form.Menu().Checked("mnuOptionsLoadOverSearch"); });
+    OnMenu("mnuHelp", [] { ShowHelp("HTML\\start.html"); });
     OnMenu("mnuAbout", [this] { frmAbout(&m_form).exec(); });
 }
 

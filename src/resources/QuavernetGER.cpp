@@ -311,6 +311,16 @@ constexpr clsResources::Entry Entries[] = {
     {608, "Nächstes Lied abspielen"},
     {609, "Hauptdialog in den Vordergrund bringen"},
     {610, "Minimieren"},
+    {701, "Hilfe zu Quavernet"},
+    {702, "Zurück"},
+    {703, "Vorwärts"},
+    {704, "Inhalt"},
+    {705, "Auf dieser Seite suchen"},
+    {706, "Vorheriger Treffer"},
+    {707, "Nächster Treffer"},
+    {708, "In allen Seiten suchen"},
+    {709, "Nichts gefunden"},
+    {710, "Gefundene Seiten"},
 };
 
 } // namespace
