@@ -29,7 +29,7 @@ struct FolderFile {
 
 struct FolderContents {
     std::vector<FolderFile> files;       ///< Plain files (or links to such) in the file system's order.
-    std::vector<std::string> subFolders; ///< Full paths, in the file system's order.
+    std::vector<std::string> subFolders; ///< Full paths in the file system's order, links behind the rest.
 };
 
 /// An entry that a walk passed over, and why, for the scan log.
@@ -44,6 +44,9 @@ struct SkippedEntry {
 class FolderWalk {
 public:
     virtual ~FolderWalk() = default;
+
+    /// Where the walk starts: absolute, with single separators and no final "/" (but for "/" itself).
+    virtual const std::string& Path() const = 0;
 
     /// The folder's plain files and the subfolders that this walk has not entered yet. A folder that has
     /// vanished or may not be read gives empty contents and a note.

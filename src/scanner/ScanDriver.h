@@ -12,9 +12,12 @@
 
 namespace quavernet {
 
+class OggPass;
+
 class ScanDriver {
 public:
-    ScanDriver(ScanWindow& window, ScanLog& log);
+    /// Without an Ogg pass the Ogg files of a scan are collected and left alone.
+    ScanDriver(ScanWindow& window, ScanLog& log, OggPass* oggPass = nullptr);
     ~ScanDriver();
 
     /// Asks for the folder (or takes the standard scan path) and scans it. Returns when the scan has ended,
@@ -31,6 +34,9 @@ private:
     struct State;
     std::unique_ptr<State> m_state;
 };
+
+/// The volumes that hold user data, by their mount points.
+std::vector<std::string> LogicalDrives();
 
 /// The network root of a drive ("" never; a drive's text with a final "/"). Throws RuntimeError 5 for a local
 /// drive unless `tolerant` is set; then the drive comes back.

@@ -1,1 +1,215 @@
 #include "platform/taglib/TagLibComponent.h"
+
+#include "platform/BinaryFile.h"
+#include "platform/RuntimeError.h"
+#include "platform/taglib/FileHead.h"
+#include "platform/taglib/Id3v2Edit.h"
+#include "platform/taglib/Id3v2Frames.h"
+#include "platform/taglib/Id3v2Layout.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace quavernet {
+
+namespace {
+
+using namespace id3v2;
+
+constexpr std::size_t WindowSize = 4096;
+constexpr std::size_t LargestUnsynchronised = std::size_t{1} << 25; // Such a body is read whole.
+constexpr std::uint64_t Padding = 1024;                             // In a tag that had to grow.
+
+constexpr std::size_t LargestText = LargestFrame / 4;               // Fits a frame in any encoding.
+
+using FieldTexts = std::array<std::string, FieldCount>;
+
+// A tag's body in its file, read through a window: frames that nobody asks for (pictures) are passed over.
+class FileBody : public TagBody {
+public:
+    FileBody(const BinaryFile& file, std::size_t size) : m_file(file), m_size(size) {}
+
+    std::size_t Size() const override { return m_size; }
+
+    ByteView View(std::size_t offset, std::size_t count) override {
+        offset = std::min(offset, m_size);
+        count = std::min(count, m_size - offset);
+        if (offset < m_begin || offset + count > m_begin + m_window.size()) {
+            m_window.resize(std::min(std::max(count, WindowSize), m_size - offset));
+            m_window.resize(m_file.ReadAt(HeaderSize + offset, m_window));
+            m_begin = offset;
+        }
+        const ByteView rest = ByteView(m_window).subspan(offset - m_begin);
+        return rest.first(std::min(count, rest.size()));
+    }
+
+private:
+    const BinaryFile& m_file;
+    std::size_t m_size;
+    std::size_t m_begin = 0;
+    Bytes m_window;
+};
+
+std::optional<TagHeader> HeaderOf(const BinaryFile& file) {
+    std::array<std::byte, HeaderSize> bytes{};
+    return file.ReadAt(0, bytes) == bytes.size() ? ParseTagHeader(bytes) : std::nullopt;
+}
+
+bool IsUnsynchronised(const TagHeader& header) {
+    return header.major < 4 && header.HasFlag(TagHeader::Unsynchronisation);
+}
+
+// Bytes of the body that the file really holds.
+std::size_t BodySize(const BinaryFile& file, const TagHeader& header) {
+    return static_cast<std::size_t>(std::min<std::uint64_t>(header.size, file.Size() - HeaderSize));
+}
+
+Bytes ReadBytes(const BinaryFile& file, std::uint64_t offset, std::size_t count) {
+    Bytes bytes(count);
+    bytes.resize(file.ReadAt(offset, bytes));
+    return bytes;
+}
+
+FieldTexts FieldsOf(const TagHeader& header, TagBody& body) {
+    FieldTexts texts;
+    std::array<bool, FieldCount> seen{};
+    for (const Frame& frame : ListFrames(header, body).frames) {
+        const auto field = static_cast<std::size_t>(frame.field);
+        if (frame.field != Field::None && !seen[field]) {
+            seen[field] = true;
+            const ByteView bytes = body.View(frame.offset, std::min(frame.size, LargestFrame + 1));
+            texts[field] = DecodeFrame(header, frame.field, bytes).text;
+        }
+    }
+    return texts;
+}
+
+FieldTexts ReadFields(const BinaryFile& file, const TagHeader& header) {
+    if (!IsUnsynchronised(header)) {
+        FileBody body(file, BodySize(file, header));
+        return FieldsOf(header, body);
+    }
+    const std::size_t size = std::min(BodySize(file, header), LargestUnsynchronised);
+    const Bytes plain = Resynchronise(ReadBytes(file, HeaderSize, size));
+    MemoryBody body(plain);
+    return FieldsOf(header, body);
+}
+
+std::optional<Field> FieldOfIndex(int index) {
+    switch (index) {
+    case TagComponent::Title:
+        return Field::Title;
+    case TagComponent::Performer:
+        return Field::Performer;
+    case TagComponent::Album:
+        return Field::Album;
+    case TagComponent::Year:
+        return Field::Year;
+    case TagComponent::Genre:
+        return Field::Genre;
+    case TagComponent::Comment:
+        return Field::Comment;
+    case TagComponent::Publisher:
+        return Field::Publisher;
+    default:
+        return std::nullopt;
+    }
+}
+
+[[noreturn]] void Refuse(const std::string& reason, const std::string& path) {
+    throw RuntimeError(ErrorNumber::PathFileAccess, reason + ": " + path);
+}
+
+class TagLibComponent : public TagComponent {
+public:
+    TagLibComponent() { UseWindows1252(); }
+
+    void LoadFile(const std::string& path) override {
+        m_fields = FieldTexts();
+        m_hasTag = false;
+        try {
+            const BinaryFile file(path, BinaryFile::Access::Read);
+            if (const auto header = HeaderOf(file)) {
+                m_hasTag = true;
+                m_fields = ReadFields(file, *header);
+            }
+        } catch (const RuntimeError&) {
+            return; // A file that can't be read is one without a tag.
+        }
+    }
+
+    bool HasV2Tag() const override { return m_hasTag; }
+
+    std::string TagField(int index) const override {
+        const auto field = FieldOfIndex(index);
+        return field ? m_fields[static_cast<std::size_t>(*field)] : std::string();
+    }
+
+    void SetTagField(int index, const std::string& text) override {
+        if (const auto field = FieldOfIndex(index)) {
+            m_fields[static_cast<std::size_t>(*field)] = text;
+        }
+    }
+
+    void SaveFile(const std::string& path) override {
+        try {
+            BinaryFile file(path, BinaryFile::Access::ReadWrite);
+            Save(path, file);
+        } catch (const RuntimeError& error) {
+            throw RuntimeError(ErrorNumber::PathFileAccess, error.Description());
+        }
+    }
+
+private:
+    void Save(const std::string& path, BinaryFile& file) const {
+        const auto found = HeaderOf(file);
+        const TagHeader header = found.value_or(TagHeader{3, 0, 0, 0});
+        const std::uint64_t space = found ? header.TotalSize() : 0;
+        if (space > file.Size() || (header.major == 2 && header.HasFlag(TagHeader::Compression))) {
+            Refuse("Damaged ID3v2 tag", path);
+        }
+        const FieldChanges changes = Changes(found ? ReadFields(file, header) : FieldTexts());
+        if (std::none_of(changes.begin(), changes.end(), [](const auto& change) { return change.has_value(); })) {
+            return;
+        }
+        if (std::any_of(changes.begin(), changes.end(),
+                        [](const auto& change) { return change && change->size() > LargestText; })) {
+            Refuse("ID3v2 field too long", path);
+        }
+        const Bytes oldTag = ReadBytes(file, 0, static_cast<std::size_t>(space));
+        const ByteView rawBody = found ? ByteView(oldTag).subspan(HeaderSize, header.size) : ByteView();
+        const Bytes plainBody = IsUnsynchronised(header) ? Resynchronise(rawBody) : Bytes();
+        const Bytes frames = EditFrames(header, IsUnsynchronised(header) ? plainBody : rawBody, changes);
+
+        if (const std::uint64_t needed = HeaderSize + frames.size(); needed <= space && space <= LargestTag) {
+            OverwriteHead(file, oldTag, BuildTag(header, frames, space));
+        } else if (needed + Padding > LargestTag) {
+            Refuse("ID3v2 tag too large", path);
+        } else {
+            ReplaceHead(path, file, space, BuildTag(header, frames, needed + Padding));
+        }
+    }
+
+    // A field whose text is the one in the file keeps its frame as it is.
+    FieldChanges Changes(const FieldTexts& old) const {
+        FieldChanges changes;
+        for (std::size_t i = 0; i < FieldCount; ++i) {
+            if (m_fields[i] != old[i]) {
+                changes[i] = m_fields[i];
+            }
+        }
+        return changes;
+    }
+
+    FieldTexts m_fields;
+    bool m_hasTag = false;
+};
+
+} // namespace
+
+std::unique_ptr<TagComponent> CreateTagLibComponent() {
+    return std::make_unique<TagLibComponent>();
+}
+
+} // namespace quavernet

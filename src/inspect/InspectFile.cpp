@@ -1,0 +1,64 @@
+#include "inspect/modMp3Info.h"
+
+#include "inspect/FileBytes.h"
+#include "inspect/ReadFile.h"
+
+#include "app/LoadResString.h"
+#include "app/MainModule.h"
+#include "app/TextHelpers.h"
+
+namespace quavernet {
+
+namespace {
+
+constexpr std::int32_t UnknownText = 347;
+
+void CutTrailingBlanks(std::string& text) {
+    text.resize(TrimRight(text).size());
+}
+
+void NameIfEmpty(std::string& text, const std::string& unknown) {
+    if (!text.empty()) {
+        text = StripNulls(text);
+    }
+    if (text.empty()) {
+        text = unknown;
+    }
+}
+
+} // namespace
+
+void InspectFile(const std::string& path) {
+    CurrentFile& file = mainModule.CurrentFile;
+    file.Id3v1Tag = Id3v1Tag();
+    file.FileArtist.clear();
+    file.FileTitle.clear();
+    file.FileAlbum.clear();
+    file.FileGenre.clear();
+    file.FileQuality.clear();
+
+    const FileBytes bytes(path);
+    ReadTags(path, bytes);
+    ReadAudioInfo(path, bytes);
+
+    // Blanks go before the NULs: blanks in front of a NUL stay, and an album of them is an album of its own.
+    CutTrailingBlanks(file.Id3v1Tag.TagArtist);
+    CutTrailingBlanks(file.Id3v1Tag.TagTitle);
+    file.FileArtist = RemoveNulls(file.Id3v1Tag.TagArtist);
+    file.FileTitle = RemoveNulls(file.Id3v1Tag.TagTitle);
+    file.FileQuality = std::to_string(file.AudioInfo.BitRate);
+    file.FileGenre = std::to_string(file.Id3v1Tag.TagGenre);
+    file.FileAlbum = RemoveNulls(TrimRight(file.Id3v1Tag.TagAlbum));
+
+    const std::string unknown = LoadResString(UnknownText);
+    NameIfEmpty(file.FileArtist, unknown);
+    NameIfEmpty(file.FileTitle, unknown);
+    if (file.FileArtist == unknown && file.FileTitle == unknown) {
+        // FileGenre stays the tag's.
+        TagsFromFileName();
+        file.FileArtist = TrimRight(file.Id3v1Tag.TagArtist);
+        file.FileTitle = TrimRight(file.Id3v1Tag.TagTitle);
+    }
+}
+
+} // namespace quavernet

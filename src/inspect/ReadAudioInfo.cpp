@@ -1,0 +1,183 @@
+#include "inspect/modMp3Info.h"
+
+#include "inspect/FileBytes.h"
+#include "inspect/MpegFallback.h"
+#include "inspect/MpegHeader.h"
+#include "inspect/ReadFile.h"
+#include "inspect/WaveReader.h"
+
+#include "app/LoadResString.h"
+#include "app/MainModule.h"
+#include "app/TextHelpers.h"
+#include "platform/RuntimeError.h"
+
+#include <array>
+#include <cmath>
+#include <span>
+
+namespace quavernet {
+
+namespace {
+
+constexpr std::array<std::int16_t, 4> Versions = {25, 0, 2, 1};
+constexpr std::array<std::int16_t, 4> Layers = {0, 3, 2, 1};
+constexpr std::array<std::int32_t, 3> Mpeg1Frequencies = {44100, 48000, 32000};
+constexpr std::array<std::int32_t, 3> Mpeg2Frequencies = {22050, 24000, 16000};
+
+constexpr int BitRateCount = 15;
+constexpr std::int16_t Mpeg1Layer1[BitRateCount] = {0,   32,  64,  96,  128, 160, 192, 224,
+                                                    256, 288, 320, 352, 384, 416, 448};
+constexpr std::int16_t Mpeg1Layer2[BitRateCount] = {0,   32,  48,  56,  64,  80,  96, 112,
+                                                    128, 160, 192, 224, 256, 320, 384};
+constexpr std::int16_t Mpeg1Layer3[BitRateCount] = {0,   32,  40,  48,  56,  64,  80, 96,
+                                                    112, 128, 160, 192, 224, 256, 320};
+constexpr std::int16_t Mpeg2Layer1[BitRateCount] = {0,   32,  48,  56,  64,  80,  96, 112,
+                                                    128, 144, 160, 176, 192, 224, 256};
+constexpr std::int16_t Mpeg2Layer23[BitRateCount] = {0,  8,  16, 24,  32,  40,  48, 56,
+                                                     64, 80, 96, 112, 128, 144, 160};
+
+constexpr std::int32_t StereoText = 447; // The four modes follow each other.
+constexpr std::int32_t ReservedText = 451;
+constexpr std::int32_t NoText = 452;
+constexpr std::int32_t YesText = 453;
+
+// Null for a combination that does not exist.
+const std::int16_t* BitRatesOf(int version, int layer) {
+    const bool mpeg2 = version == 2 || version == 25;
+    if (layer == 1) {
+        return version == 1 ? Mpeg1Layer1 : mpeg2 ? Mpeg2Layer1 : nullptr;
+    }
+    if (layer == 2 || layer == 3) {
+        return version == 1 ? (layer == 2 ? Mpeg1Layer2 : Mpeg1Layer3) : mpeg2 ? Mpeg2Layer23 : nullptr;
+    }
+    return nullptr;
+}
+
+// Average rate of a file with a Xing mark; 0 where it can't be computed. The order of the steps is fixed.
+double VbrBitRate(std::uint64_t fileSize, std::int32_t frequency, int layer) {
+    constexpr std::array<double, 4> Factors = {0, 12, 144, 144}; // No layer, no factor.
+    const double frames = std::floor(mainModule.CurrentFile.VbrFrames);
+    if (layer == 0 || frames == 0) {
+        return 0;
+    }
+    return static_cast<double>(fileSize) * frequency / frames / 1000 / Factors[static_cast<std::size_t>(layer)];
+}
+
+// Play time in whole seconds. The file's bits must fit 32 bits, and a rate of 0 gives no time either.
+std::int32_t PlayTime(std::uint64_t fileSize, double bitRate) {
+    const std::int32_t bits = Narrow32(static_cast<double>(fileSize) * 8);
+    if (bitRate == 0) {
+        return 0;
+    }
+    return Narrow32(std::floor(bits / bitRate / 1000));
+}
+
+// The header of the file, kept in IsVbr and VbrFrames too. Both keep their values if no header can be read.
+HeaderBits TakeMpegHeader(const FileBytes& file) {
+    const auto header = file.IsOpen() ? FindMpegHeader(file.Head(), file.Size()) : std::nullopt;
+    if (!header) {
+        return {};
+    }
+    mainModule.CurrentFile.IsVbr = header->isVbr;
+    if (header->isVbr) {
+        mainModule.CurrentFile.VbrFrames = header->xingFrames;
+    }
+    return header->bits;
+}
+
+// What the mode, emphasis and flag bits say, in words.
+void ReadTexts(const HeaderBits& header, AudioInfo& info) {
+    info.Mode = LoadResString(StereoText + static_cast<std::int32_t>(header.Field(25, 2)));
+    constexpr std::array<const char*, 4> Emphases = {"no", "50/15", nullptr, "CCITT J 17"};
+    const char* emphasis = Emphases[header.Field(31, 2)];
+    info.Emphasis = emphasis != nullptr ? emphasis : LoadResString(ReservedText);
+    const std::array<std::string, 2> noYes = {LoadResString(NoText), LoadResString(YesText)};
+    info.OriginalFlag = noYes[header.Field(30, 1)];
+    info.CopyFlag = noYes[header.Field(29, 1)];
+    info.PaddingFlag = noYes[header.Field(23, 1)];
+    info.PrivateFlag = noYes[header.Field(24, 1)];
+    info.ProtectedFlag = noYes[1 - header.Field(16, 1)];
+}
+
+// Sample rate and working bit rate of an MPEG file; false if version or layer do not exist.
+bool ReadRates(const HeaderBits& header, const FileBytes& file, AudioInfo& info, double& bitRate) {
+    if (info.Version == 0) {
+        return false;
+    }
+    const std::uint32_t frequency = header.Field(21, 2);
+    if (frequency < Mpeg1Frequencies.size()) {
+        info.Frequency = (info.Version == 1 ? Mpeg1Frequencies : Mpeg2Frequencies)[frequency];
+    }
+    if (mainModule.CurrentFile.IsVbr) {
+        bitRate = VbrBitRate(file.Size(), info.Frequency, info.Layer);
+    } else {
+        const std::int16_t* rates = BitRatesOf(info.Version, info.Layer);
+        if (rates == nullptr) {
+            return false;
+        }
+        const std::uint32_t index = header.Field(17, 4);
+        bitRate = index < BitRateCount ? rates[index] : 0;
+    }
+    if (bitRate == 0) {
+        bitRate = SearchBitRate(file.Head());
+    }
+    return true;
+}
+
+void ReadMpeg(const std::string& path, const FileBytes& file) {
+    const HeaderBits header = TakeMpegHeader(file);
+    AudioInfo info;
+    info.Version = Versions[header.Field(12, 2)];
+    info.Layer = Layers[header.Field(14, 2)];
+    if (LowerAscii(RightCharacters(path, 3)) == "mp3") {
+        double bitRate = 0;
+        if (!ReadRates(header, file, info, bitRate)) {
+            return;
+        }
+        Skip([&] { info.Length = PlayTime(file.Size(), bitRate); });
+        Skip([&] { info.BitRate = Narrow16(bitRate); });
+    }
+    ReadTexts(header, info);
+    mainModule.CurrentFile.AudioInfo = std::move(info);
+}
+
+void ReadWave(const FileBytes& file) {
+    const auto facts = file.IsOpen() ? ParseWave(file) : std::nullopt;
+    if (!facts) {
+        return;
+    }
+    AudioInfo& info = mainModule.CurrentFile.AudioInfo;
+    Skip([&] { info.Frequency = Narrow32(facts->samplesPerSecond / 10 * 10.0); });
+    info.Mode = facts->channels == 1 ? "mono" : facts->channels == 2 ? "stereo" : "";
+    Skip([&] { info.BitRate = Narrow16(facts->bitsPerSample); });
+    if (facts->averageBytesPerSecond != 0) {
+        const double seconds = static_cast<double>(facts->dataBytes) / facts->averageBytesPerSecond;
+        Skip([&] { info.Length = Narrow32(Val(FormatFixed(seconds, 1, 0, services.regional))); });
+    }
+}
+
+} // namespace
+
+void ReadAudioInfo(const std::string& path, const FileBytes& file) {
+    services.events->DoEvents();
+    mainModule.CurrentFile.AudioInfo = AudioInfo();
+    if (path.empty()) {
+        return;
+    }
+    if (UpperAscii(RightCharacters(path, 4)) == ".WAV") {
+        ReadWave(file);
+        return;
+    }
+    services.events->DoEvents();
+    ReadMpeg(path, file);
+}
+
+void ReadAudioInfo(const std::string& path) {
+    ReadAudioInfo(path, FileBytes(path));
+}
+
+std::string ReadMpegHeader(const std::string& path) {
+    return TakeMpegHeader(FileBytes(path)).Text();
+}
+
+} // namespace quavernet

@@ -1,0 +1,98 @@
+#include "inspect/modMp3Info.h"
+
+#include "inspect/Id3v1.h"
+#include "inspect/ReadFile.h"
+
+#include "app/MainModule.h"
+#include "app/TextHelpers.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <iterator>
+
+namespace quavernet {
+
+namespace {
+
+bool BeginsWithId3(const FileBytes& file) {
+    return file.Head().size() >= 3 && std::memcmp(file.Head().data(), "ID3", 3) == 0;
+}
+
+// Gives the file to the component, which keeps its fields for the details dialog. A file that does not begin
+// with "ID3" carries no version 2 tag: no file is given then, which empties the fields without another open.
+bool LoadId3v2(const std::string& path, const FileBytes& file) {
+    TagComponent* component = mainModule.TagComponent.get();
+    if (component == nullptr) {
+        return false;
+    }
+    component->LoadFile(BeginsWithId3(file) ? path : std::string());
+    return component->HasV2Tag();
+}
+
+// Title and performer alone: album, year, genre, comment and publisher of a version 2 tag are asked of the
+// component by the one dialog that shows them, and a scan files the song under no album and no genre.
+void ReadId3v2() {
+    Id3v1Tag& tag = mainModule.CurrentFile.Id3v1Tag;
+    const auto field = [](int index) {
+        return std::string(LeftCharacters(mainModule.TagComponent->TagField(index), Id3v1Tag::TextWidth));
+    };
+    tag.TagTitle = field(TagComponent::Title);
+    tag.TagArtist = field(TagComponent::Performer);
+}
+
+void ReadId3v1(const FileBytes& file) {
+    std::array<std::byte, Id3v1Size> tail;
+    const bool read = file.Size() >= Id3v1Size && file.ReadAt(file.Size() - Id3v1Size, tail);
+    const std::span<const std::byte, Id3v1Size> bytes(tail);
+    if (!read || !IsId3v1Mark(bytes.first<Id3v1MarkSize>())) {
+        TagsFromFileName();
+        return;
+    }
+    SetTagKind(1);
+    mainModule.CurrentFile.Id3v1Tag = ParseId3v1(bytes.last<Id3v1RecordSize>());
+}
+
+} // namespace
+
+void SetTagKind(int kind) {
+    if (kind < 1 || kind > 3) {
+        return;
+    }
+    CurrentFile& file = mainModule.CurrentFile;
+    file.HasTagV1 = kind == 1;
+    file.HasTagV2 = kind == 2;
+    file.HasNoTag = kind == 3;
+}
+
+// The kind flags stay those of the file before if this one has no tag.
+void ReadTags(const std::string& path, const FileBytes& file) {
+    if (path.empty() || path == "*.mp3") {
+        return;
+    }
+    if (LoadId3v2(path, file)) {
+        SetTagKind(2);
+        ReadId3v2();
+    } else if (file.IsOpen()) {
+        ReadId3v1(file);
+    }
+}
+
+void ReadTags(const std::string& path) {
+    ReadTags(path, FileBytes(path));
+}
+
+std::string CleanGenreText(std::string_view text) {
+    std::string result;
+    std::copy_if(text.begin(), text.end(), std::back_inserter(result),
+                 [](char c) { return c != '(' && c != ')'; });
+    return result;
+}
+
+std::string RemoveNulls(std::string_view text) {
+    std::string result;
+    std::copy_if(text.begin(), text.end(), std::back_inserter(result), [](char c) { return c != '\0'; });
+    return result;
+}
+
+} // namespace quavernet

@@ -1,0 +1,38 @@
+#include "mainwindow/AppWindows.h"
+
+#include "mainwindow/MainPanes.h"
+#include "mainwindow/frmMain.h"
+#include "mainwindow/frmSplash.h"
+
+#include <QApplication>
+#include <QScreen>
+
+namespace quavernet {
+
+AppWindows::AppWindows() = default;
+AppWindows::~AppWindows() = default;
+
+std::string AppWindows::ScreenResolution() const {
+    const QSize size = QApplication::primaryScreen()->size();
+    return std::to_string(size.width()) + "x" + std::to_string(size.height());
+}
+
+void AppWindows::ShowMain() {
+    m_main = std::make_unique<frmMain>();
+    m_main->Form_Load();
+    m_main->show();
+}
+
+void AppWindows::ShowSplash() { (new frmSplash(m_main.get()))->show(); }
+
+void AppWindows::LoadDatabase(const std::string& list) { m_main->LoadDatabase(list); }
+
+void AppWindows::LoadTree() { m_main->LoadTree(); }
+
+void AppWindows::SetScanningPanel(const std::string& text) { m_main->SetScanningPanel(text); }
+
+std::string AppWindows::Activity() const {
+    return m_main ? m_main->Panes().Status().Text(Panel::Scanning) : std::string();
+}
+
+} // namespace quavernet

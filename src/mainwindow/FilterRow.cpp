@@ -1,0 +1,153 @@
+#include "mainwindow/FilterRow.h"
+
+#include "app/LoadResString.h"
+#include "app/MainModule.h"
+#include "browser/GridCommands.h"
+#include "platform/qt/QtText.h"
+
+#include <QAbstractItemView>
+#include <QKeyEvent>
+
+namespace quavernet {
+
+namespace {
+
+void Fill(QComboBox& combo, const std::vector<FilterEntry>& entries) {
+    const bool blocked = combo.blockSignals(true);
+    combo.clear();
+    for (const FilterEntry& entry : entries) {
+        combo.addItem(ToQString(entry.Text), QVariant::fromValue<qlonglong>(entry.ItemData));
+    }
+    combo.setCurrentIndex(0);
+    combo.blockSignals(blocked);
+}
+
+std::optional<std::int64_t> ChosenId(const QComboBox& combo) {
+    if (combo.currentIndex() <= 0) {
+        return std::nullopt;
+    }
+    return combo.currentData().toLongLong();
+}
+
+bool IsArrowKey(int key) {
+    return key == Qt::Key_Left || key == Qt::Key_Up || key == Qt::Key_Right || key == Qt::Key_Down;
+}
+
+bool IsEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
+
+} // namespace
+
+FilterRow::FilterRow(QWidget* parent) : QWidget(parent) {
+    setObjectName(QStringLiteral("FilterRow"));
+    setMouseTracking(true);
+    m_drive = AddCombo(QStringLiteral("cboDrive"));
+    m_genre = AddCombo(QStringLiteral("cboGenre"));
+    m_album = AddCombo(QStringLiteral("cboAlbum"));
+    m_interpret = AddCheckBox(QStringLiteral("chkInterpret"));
+    m_title = AddCheckBox(QStringLiteral("chkTitle"));
+    m_search = new QLineEdit(this);
+    m_search->setObjectName(QStringLiteral("txtSearch"));
+    m_search->setClearButtonEnabled(true);
+    m_search->installEventFilter(this);
+    m_go = new QPushButton(this);
+    m_go->setObjectName(QStringLiteral("cmdSearch"));
+    connect(m_interpret, &QCheckBox::clicked, this, &FilterRow::InterpretClicked);
+    connect(m_title, &QCheckBox::clicked, this, &FilterRow::TitleClicked);
+    connect(m_go, &QPushButton::clicked, this, &FilterRow::ReloadWanted);
+}
+
+QComboBox* FilterRow::AddCombo(const QString& name) {
+    auto* combo = new QComboBox(this);
+    combo->setObjectName(name);
+    combo->setMaxVisibleItems(25);
+    combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    combo->setMinimumContentsLength(6);
+    combo->view()->setTextElideMode(Qt::ElideRight);
+    combo->installEventFilter(this);
+    connect(combo, &QComboBox::currentIndexChanged, this, [this] {
+        if (!mainModule.SuppressComboClick) {
+            emit ReloadWanted();
+        }
+    });
+    return combo;
+}
+
+QCheckBox* FilterRow::AddCheckBox(const QString& name) {
+    auto* box = new QCheckBox(this);
+    box->setObjectName(name);
+    box->installEventFilter(this);
+    return box;
+}
+
+void FilterRow::ReadFilter(ListFilter& filter) const {
+    filter.SearchText = FromQString(m_search->text());
+    filter.InterpretChecked = m_interpret->isChecked();
+    filter.TitleChecked = m_title->isChecked();
+    filter.DriveId = ChosenId(*m_drive);
+    filter.GenreId = ChosenId(*m_genre);
+    filter.AlbumId = ChosenId(*m_album);
+}
+
+void FilterRow::FillDriveCombo() { Fill(*m_drive, quavernet::FillDriveCombo()); }
+void FilterRow::FillGenreCombo() { Fill(*m_genre, quavernet::FillGenreCombo()); }
+void FilterRow::FillAlbumCombo() { Fill(*m_album, quavernet::FillAlbumCombo()); }
+
+void FilterRow::LoadStrings() {
+    m_go->setText(ToQString(LoadResString(123)));
+    m_interpret->setText(ToQString(LoadResString(545)));
+    m_title->setText(ToQString(LoadResString(546)));
+    m_drive->setToolTip(ToQString(LoadResString(592)));
+    m_genre->setToolTip(ToQString(LoadResString(593)));
+    m_album->setToolTip(ToQString(LoadResString(594)));
+}
+
+void FilterRow::InterpretClicked() {
+    m_interpret->setChecked(SearchBoxClicked("SearchInterpret", m_interpret->isChecked(), m_title->isChecked()));
+}
+
+void FilterRow::TitleClicked() {
+    m_title->setChecked(SearchBoxClicked("SearchTitle", m_title->isChecked(), m_interpret->isChecked()));
+}
+
+bool FilterRow::eventFilter(QObject* watched, QEvent* event) {
+    if (qobject_cast<QComboBox*>(watched) != nullptr) {
+        return ComboEvent(*event);
+    }
+    if (event->type() == QEvent::KeyPress && IsEnter(static_cast<QKeyEvent*>(event)->key())) {
+        m_go->click();
+        return true;
+    }
+    return false;
+}
+
+bool FilterRow::ComboEvent(QEvent& event) {
+    switch (event.type()) {
+    case QEvent::KeyPress: {
+        const int key = static_cast<QKeyEvent&>(event).key();
+        if (IsEnter(key)) {
+            emit ReloadWanted();
+            return true;
+        }
+        // A walk through the entries by arrow keys must not reload the list for each of them.
+        if (IsArrowKey(key)) {
+            mainModule.SuppressComboClick = true;
+        }
+        return false;
+    }
+    case QEvent::KeyRelease: {
+        const auto& key = static_cast<QKeyEvent&>(event);
+        if (IsArrowKey(key.key()) && !key.isAutoRepeat()) {
+            mainModule.SuppressComboClick = false;
+        }
+        return false;
+    }
+    case QEvent::Wheel:
+        // The wheel moves the list wherever the mouse stands; it must not change a filter in passing.
+        event.ignore();
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace quavernet

@@ -1,0 +1,62 @@
+// The filter row: three combos, the search box with its button, and the two check boxes that say where the
+// search looks. It turns its controls into a ListFilter and asks for a reload.
+#pragma once
+
+#include "browser/FilterLists.h"
+#include "browser/ListQuery.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QWidget>
+
+#include <optional>
+#include <vector>
+
+namespace quavernet {
+
+class FilterRow : public QWidget {
+    Q_OBJECT
+public:
+    explicit FilterRow(QWidget* parent);
+
+    /// What the controls say; the format filters stand in the menu and are left as they are.
+    void ReadFilter(ListFilter& filter) const;
+
+    void FillDriveCombo();
+    void FillGenreCombo();
+    void FillAlbumCombo();
+    void LoadStrings();
+
+    QComboBox& cboDrive() { return *m_drive; }
+    QComboBox& cboGenre() { return *m_genre; }
+    QComboBox& cboAlbum() { return *m_album; }
+    QLineEdit& txtSearch() { return *m_search; }
+    QCheckBox& chkInterpret() { return *m_interpret; }
+    QCheckBox& chkTitle() { return *m_title; }
+    QPushButton& cmdSearch() { return *m_go; }
+
+signals:
+    void ReloadWanted();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QComboBox* AddCombo(const QString& name);
+    QCheckBox* AddCheckBox(const QString& name);
+    bool ComboEvent(QEvent& event);
+    void InterpretClicked();
+    void TitleClicked();
+
+    QComboBox* m_drive;
+    QComboBox* m_genre;
+    QComboBox* m_album;
+    QCheckBox* m_interpret;
+    QCheckBox* m_title;
+    QLineEdit* m_search;
+    QPushButton* m_go;
+};
+
+} // namespace quavernet

@@ -1,0 +1,73 @@
+// The inside of frmMain: toolbar and filter row on top, tree and list pane with the splitter between them, the
+// status bar below. It owns the controls and moves them by the layout rules.
+#pragma once
+
+#include "mainwindow/FilterRow.h"
+#include "mainwindow/GridView.h"
+#include "mainwindow/LetterRow.h"
+#include "mainwindow/MainLayout.h"
+#include "mainwindow/MainStatusBar.h"
+#include "mainwindow/PictureButton.h"
+
+#include <QFrame>
+#include <QToolBar>
+#include <QTreeWidget>
+#include <QWidget>
+
+#include <string_view>
+
+namespace quavernet {
+
+class MainPanes : public QWidget {
+    Q_OBJECT
+public:
+    explicit MainPanes(QWidget* parent);
+
+    QToolBar& Toolbar1() { return *m_toolbar; }
+    QAction* ToolbarButton(std::string_view key) const;
+    FilterRow& Filter() { return *m_filter; }
+    LetterRow& Letters() { return *m_letters; }
+    GridView& Grid() { return *m_grid; }
+    QTreeWidget& Tree() { return *m_tree; }
+    MainStatusBar& Status() { return *m_status; }
+
+    /// Texts of the controls of the panes in the current language; the combos' entries are filled apart.
+    void LoadStrings();
+
+    void PackForSmallScreen();
+    void SetSplitterPos(std::int32_t twips);
+    std::int32_t SplitterPos() const { return static_cast<std::int32_t>(m_layout.lblSizer.Left); }
+
+    void Form_Resize();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void BuildToolbar();
+    void BuildFrames();
+    void SizeFilterRow(bool narrow);
+    void ReadLayout();
+    void ApplyLayout();
+    void PlayButtonsAtRest();
+    void SplitterEvent(QEvent& event);
+
+    MainLayout m_layout;
+    QWidget* m_client; ///< The form's scale area, below the strip with toolbar and filter row.
+    FilterRow* m_filter;
+    QToolBar* m_toolbar;
+    PictureButton* m_play;
+    PictureButton* m_randomize;
+    QFrame* m_frame1;
+    QFrame* m_frame3;
+    QWidget* m_sizer;
+    LetterRow* m_letters;
+    GridView* m_grid;
+    QTreeWidget* m_tree;
+    MainStatusBar* m_status;
+    int m_dragOrigin = 0;
+};
+
+} // namespace quavernet

@@ -1,0 +1,145 @@
+#include "mainwindow/MainStatusBar.h"
+
+#include "app/LoadResString.h"
+#include "app/MainModule.h"
+#include "mainwindow/Twips.h"
+#include "platform/qt/QtText.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+
+namespace quavernet {
+
+namespace {
+constexpr int FrameTimeMs = 16;
+constexpr int ProgressPanelTwips = 1740;
+constexpr int PaddingPx = 5;
+} // namespace
+
+MainStatusBar::MainStatusBar(QWidget* parent) : QWidget(parent) {
+    setObjectName(QStringLiteral("StatusBar"));
+    setMouseTracking(true);
+    // Beside the bar's own panels, not inside the widget: the main window places it.
+    m_bar = new QProgressBar(parent);
+    m_bar->setObjectName(QStringLiteral("ProgressBar"));
+    // One above the highest value that is ever set, so that a full bar never reads as finished.
+    m_bar->setRange(0, 101);
+    m_bar->setTextVisible(false);
+    m_paintTimer.setSingleShot(true);
+    m_paintTimer.setInterval(FrameTimeMs);
+    connect(&m_paintTimer, &QTimer::timeout, this, [this] {
+        update();
+        ShowProgress();
+    });
+}
+
+void MainStatusBar::SetText(Panel panel, const std::string& text) {
+    std::string& shown = m_texts[static_cast<std::size_t>(panel)];
+    if (shown == text) {
+        return;
+    }
+    shown = text;
+    if (!m_paintTimer.isActive()) {
+        update();
+        m_paintTimer.start();
+    }
+}
+
+QString MainStatusBar::ToolTip(Panel panel) const {
+    if (mainModule.ScanRunning) {
+        switch (panel) {
+        case Panel::Filecount:
+            return ToQString(LoadResString(372));
+        case Panel::Interprets:
+            return ToQString(LoadResString(373));
+        case Panel::Titles:
+            return ToQString(LoadResString(374));
+        default:
+            return {};
+        }
+    }
+    switch (panel) {
+    case Panel::Titles:
+    case Panel::Interprets:
+    case Panel::Albums:
+        return ToQString(Text(panel) + LoadResString(371));
+    case Panel::Scanning:
+        return ToQString(Text(panel)); // A long path is shown shortened in the panel.
+    default:
+        return {};
+    }
+}
+
+void MainStatusBar::SetProgress(float value) {
+    m_progress = value;
+    if (static_cast<int>(value) == m_bar->value()) {
+        return;
+    }
+    // The bar draws itself at once, also where no events run; an empty bar is never late.
+    if (value <= 0 || !m_sinceBarPaint.isValid() || m_sinceBarPaint.elapsed() >= FrameTimeMs) {
+        ShowProgress();
+    } else if (!m_paintTimer.isActive()) {
+        m_paintTimer.start();
+    }
+}
+
+void MainStatusBar::ShowProgress() {
+    m_sinceBarPaint.start();
+    m_bar->setValue(static_cast<int>(m_progress));
+}
+
+std::array<QRect, 6> MainStatusBar::PanelRects() const {
+    // The counters get room for what a large library needs, the first panel takes the rest.
+    const QFontMetrics metrics(font());
+    const auto room = [&](const char* sample) {
+        return metrics.horizontalAdvance(QLatin1String(sample)) + 2 * PaddingPx;
+    };
+    const std::array<int, 5> widths{room("100000 Dateien / (999.999,99 MB)"), room("100000 Interpreten"),
+                                    room("100000 Tracks"), room("100000 Albums"),
+                                    ToPixels(ProgressPanelTwips)};
+    std::array<QRect, 6> rects;
+    int right = width();
+    for (std::size_t i = 5; i >= 1; --i) {
+        right -= widths[i - 1];
+        rects[i] = QRect(right, 0, widths[i - 1], height());
+    }
+    rects[0] = QRect(0, 0, std::max(right, 0), height());
+    return rects;
+}
+
+void MainStatusBar::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    QColor line = palette().color(QPalette::WindowText);
+    line.setAlphaF(0.2F);
+    painter.setPen(line);
+    painter.drawLine(0, 0, width(), 0);
+    const auto rects = PanelRects();
+    for (std::size_t i = 0; i < rects.size(); ++i) {
+        const QRect& rect = rects[i];
+        if (i > 0) {
+            painter.setPen(line);
+            painter.drawLine(rect.left(), 4, rect.left(), height() - 4);
+        }
+        painter.setPen(palette().color(QPalette::WindowText));
+        const QRect inner = rect.adjusted(PaddingPx, 1, -PaddingPx + 1, 0);
+        painter.drawText(inner, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                         fontMetrics().elidedText(ToQString(m_texts[i]), Qt::ElideMiddle, inner.width()));
+    }
+}
+
+bool MainStatusBar::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const auto rects = PanelRects();
+        for (std::size_t i = 0; i < rects.size(); ++i) {
+            if (rects[i].contains(help->pos())) {
+                QToolTip::showText(help->globalPos(), ToolTip(static_cast<Panel>(i)), this, rects[i]);
+            }
+        }
+        return true;
+    }
+    return QWidget::event(event);
+}
+
+} // namespace quavernet

@@ -1,0 +1,46 @@
+// The status bar: six panels by key, with the progress bar over the last one. Texts may be set for every file
+// of a scan; they are painted sixty times a second at most.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QProgressBar>
+#include <QTimer>
+#include <QWidget>
+
+#include <array>
+#include <string>
+
+namespace quavernet {
+
+enum class Panel { Scanning, Filecount, Interprets, Titles, Albums, Progressbar };
+
+class MainStatusBar : public QWidget {
+    Q_OBJECT
+public:
+    explicit MainStatusBar(QWidget* parent);
+
+    void SetText(Panel panel, const std::string& text);
+    const std::string& Text(Panel panel) const { return m_texts[static_cast<std::size_t>(panel)]; }
+    QString ToolTip(Panel panel) const;
+
+    /// 0 to 100; fractions are kept.
+    void SetProgress(float value);
+    float Progress() const { return m_progress; }
+    QProgressBar& ProgressBar() { return *m_bar; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    std::array<QRect, 6> PanelRects() const;
+    void ShowProgress();
+
+    std::array<std::string, 6> m_texts;
+    QProgressBar* m_bar;
+    QTimer m_paintTimer;
+    QElapsedTimer m_sinceBarPaint;
+    float m_progress = 0;
+};
+
+} // namespace quavernet

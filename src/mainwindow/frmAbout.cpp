@@ -1,0 +1,30 @@
+#include "mainwindow/frmAbout.h"
+
+#include "app/LoadResString.h"
+#include "app/MainModule.h"
+#include "app/Version.h"
+#include "mainwindow/Pictures.h"
+#include "ui_frmAbout.h"
+
+namespace quavernet {
+
+frmAbout::frmAbout(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui::frmAbout>()) {
+    m_ui->setupUi(this);
+    setWindowTitle(ToQString(LoadResString(301)));
+    m_ui->picIcon->setPixmap(Picture("quavernet").pixmap(QSize(64, 64), devicePixelRatio()));
+    m_ui->cmdOK->setText(ToQString(LoadResString(101)));
+    m_ui->cmdSysInfo->setText(ToQString(LoadResString(103)));
+    m_ui->lblVersion->setText(ToQString(LoadResString(302) + " " + VersionNumbers()));
+    connect(m_ui->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+    connect(m_ui->cmdSysInfo, &QPushButton::clicked, this, &frmAbout::StartSysInfo);
+}
+
+frmAbout::~frmAbout() = default;
+
+void frmAbout::StartSysInfo() {
+    // There is no machine registry to name a system information program, so that it always comes to this
+    // box, with the text of the title and not that of number 306.
+    services.msgBox->Show(LoadResString(301), "Quavernet", MsgBox::Icon::None, MsgBox::Buttons::Ok);
+}
+
+} // namespace quavernet

@@ -1,0 +1,286 @@
+#include "mainwindow/frmMain.h"
+
+#include "app/LoadResString.h"
+#include "app/MainModule.h"
+#include "app/Registry.h"
+#include "mainwindow/CloseGuard.h"
+#include "mainwindow/ControlState.h"
+#include "mainwindow/ListController.h"
+#include "mainwindow/MainCommands.h"
+#include "mainwindow/MainMenu.h"
+#include "mainwindow/MainPanes.h"
+#include "mainwindow/Pictures.h"
+#include "mainwindow/ScanController.h"
+#include "mainwindow/Twips.h"
+#include "platform/qt/DialogLanguage.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QHeaderView>
+
+namespace quavernet {
+
+namespace {
+
+constexpr int FrameTimeMs = 16;
+constexpr int AfterLoadMs = 1000;
+
+void SetComboIndex(QComboBox& combo, std::int32_t stored) {
+    combo.setCurrentIndex(ExistingIndex(stored, combo.count()));
+}
+
+} // namespace
+
+frmMain::frmMain() {
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowIcon(Picture("quavernet"));
+    setMouseTracking(true);
+    m_menu = new MainMenu(menuBar());
+    m_panes = new MainPanes(this);
+    setCentralWidget(m_panes);
+    m_list = std::make_unique<ListController>(*this);
+    m_scan = std::make_unique<ScanController>(*this);
+    m_commands = std::make_unique<MainCommands>(*this, *m_scan);
+    m_afterLoadTimer.setParent(this);
+    m_afterLoadTimer.setObjectName(QStringLiteral("AfterLoadTimer"));
+    m_afterLoadTimer.setSingleShot(true);
+    m_titleTimer.setSingleShot(true);
+    m_titleTimer.setInterval(FrameTimeMs);
+    connect(&m_afterLoadTimer, &QTimer::timeout, this, &frmMain::AfterLoadTimer_Timer);
+    connect(&m_titleTimer, &QTimer::timeout, this, &frmMain::ShowTitle);
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::Form_Load() {
+    m_list->ClearList();
+    // During the start the combos stay silent until the whole sequence is through.
+    const bool starting = mainModule.SuppressComboClick;
+    LoadStrings();
+    mainModule.SuppressComboClick = starting;
+    mainModule.MainOpen = true;
+    const WindowState state = LoadWindowState(mainModule.ScreenResolution);
+    PlaceWindow(state);
+    mainModule.SelectedRows.Clear();
+    mainModule.TreeNodeData.Clear();
+    mainModule.LetterFilter = "All";
+    mainModule.SortDirection = "ASC";
+    m_panes->Grid().Model().SetSortArrow(0, true);
+    mainModule.SortInterpret = true;
+    RestoreGrid(state);
+    m_panes->Letters().MarkAll();
+    RestoreFilters(state);
+    RestoreChecks(state);
+    mainModule.ShowInGridMode = false;
+    SetControlState(0);
+    m_afterLoadTimer.start(AfterLoadMs);
+}
+
+void frmMain::PlaceWindow(const WindowState& state) {
+    move(ToPixels(state.WindowLeft), ToPixels(state.WindowTop));
+    resize(ToPixels(state.WindowWidth), ToPixels(state.WindowHeight));
+    if (mainModule.ScreenResolution == "800x600") {
+        m_panes->PackForSmallScreen();
+    }
+    m_panes->SetSplitterPos(state.SplitterPos);
+}
+
+void frmMain::RestoreGrid(const WindowState& state) {
+    SetColumnWidths(state.ColWidth);
+    SetGridLines(state.GridLines);
+    m_menu->SetChecked("mnuShowGridlines", state.GridLines);
+    m_menu->SetChecked("mnuKontextShowGridlines", state.GridLines);
+}
+
+void frmMain::RestoreFilters(const WindowState& state) {
+    FilterRow& filter = m_panes->Filter();
+    SetComboIndex(filter.cboDrive(), state.Drive);
+    SetComboIndex(filter.cboGenre(), state.Genre);
+    SetComboIndex(filter.cboAlbum(), state.Album);
+    // Neither box is cleared here: both are checked by design, and at least one must stay so.
+    if (state.SearchTitle) {
+        filter.chkTitle().setChecked(true);
+    }
+    if (state.SearchInterpret) {
+        filter.chkInterpret().setChecked(true);
+    }
+}
+
+void frmMain::RestoreChecks(const WindowState& state) {
+    m_menu->SetChecked("mnuQuickscan", state.QuickScan);
+    m_menu->SetChecked("mnuRecursive", state.RecursiveScan);
+    m_menu->SetChecked("mnuScanMp3", state.ScanMp3);
+    m_menu->SetChecked("mnuScanWav", state.ScanWav);
+    m_menu->SetChecked("mnuScanOgg", state.ScanOgg);
+    for (const char* name : {"mnump3", "mnuKontextMp3"}) {
+        m_menu->SetChecked(name, state.ViewMp3);
+    }
+    for (const char* name : {"mnuwav", "mnuKontextWav"}) {
+        m_menu->SetChecked(name, state.ViewWav);
+    }
+    for (const char* name : {"mnuogg", "mnuKontextOgg"}) {
+        m_menu->SetChecked(name, state.ViewOgg);
+    }
+    m_menu->SetChecked("mnuOptionsScanLog", state.ScanLog);
+    m_menu->SetChecked("mnuOptionsLoadOverSearch", state.LoadOverSearch);
+    m_menu->SetChecked("mnuExternalPlayer", state.ExternalPlayer);
+    m_menu->SetChecked("mnuAddToPlaylist", state.AddToPlaylist);
+    mainModule.LoadOverSearch = state.LoadOverSearch;
+    mainModule.ScanLogEnabled = state.ScanLog;
+    mainModule.UseExternalPlayer = state.ExternalPlayer;
+    mainModule.AlwaysAddToPlaylist = state.AddToPlaylist;
+}
+
+void frmMain::LoadStrings() {
+    SetMousePointer(11);
+    m_list->LoadHeaders();
+    SetColumnWidths(LoadColumnWidths());
+    const std::string language = GetSettingValue(SettingsApplication, SettingsSection, "Language", "GER");
+    SetDialogLanguage(language);
+    m_menu->SetChecked("mnuViewLanguageGER", language == "GER");
+    m_menu->SetChecked("mnuViewLanguageENG", language == "ENG");
+    mainModule.SuppressComboClick = true;
+    m_panes->Filter().FillDriveCombo();
+    m_panes->Filter().FillGenreCombo();
+    m_panes->Filter().FillAlbumCombo();
+    mainModule.SuppressComboClick = false;
+    m_menu->LoadStrings();
+    m_panes->LoadStrings();
+    SetTitle("Quavernet - " + LoadResString(351) +
+             GetSettingValue(SettingsApplication, SettingsSection, "LastScan", "-"));
+    if (mainModule.TreeLoaded) {
+        LoadTree();
+    }
+    m_list->ShowTotals();
+    SetScanningPanel(LoadResString(432));
+    SetMousePointer(0);
+}
+
+void frmMain::LoadDatabase(const std::string& list) { m_list->LoadDatabase(list); }
+
+void frmMain::LoadTree() {
+    QTreeWidget& tree = m_panes->Tree();
+    tree.clear();
+    auto* root = new QTreeWidgetItem(&tree, {ToQString(LoadResString(591))});
+    root->setData(0, Qt::UserRole, QStringLiteral("Parent"));
+    root->setIcon(0, Picture("parent"));
+    QFont bold = tree.font();
+    bold.setBold(true);
+    root->setFont(0, bold);
+    mainModule.TreeLoaded = true;
+}
+
+void frmMain::SetControlState(std::int16_t mode) {
+    const GridView& grid = m_panes->Grid();
+    for (const ControlSwitch& item :
+         ControlState(mode, m_panes->Grid().Selection().Row(), grid.CurrentFormat())) {
+        if (QAction* action = m_menu->Item(item.Name)) {
+            action->setEnabled(item.Enabled);
+        } else if (QAction* button = m_panes->ToolbarButton(item.Name)) {
+            button->setEnabled(item.Enabled);
+        } else if (auto* control = m_panes->findChild<QWidget*>(ToQString(item.Name))) {
+            control->setEnabled(item.Enabled);
+        }
+    }
+}
+
+void frmMain::SetTitle(const std::string& text) {
+    m_title = text;
+    if (!m_titleTimer.isActive()) {
+        ShowTitle();
+        m_titleTimer.start();
+    }
+}
+
+void frmMain::ShowTitle() {
+    const QString title = ToQString(m_title);
+    if (title != windowTitle()) {
+        setWindowTitle(title);
+    }
+}
+
+void frmMain::SetScanningPanel(const std::string& text) {
+    m_panes->Status().SetText(Panel::Scanning, text);
+}
+
+void frmMain::SetMousePointer(int pointer) {
+    constexpr int Hourglass = 11;
+    if (pointer == Hourglass) {
+        setCursor(Qt::WaitCursor);
+    } else {
+        unsetCursor();
+    }
+}
+
+void frmMain::SetGridLines(bool shown) { m_panes->Grid().setShowGrid(shown); }
+
+void frmMain::SetColumnWidths(const ColumnWidths& widths) {
+    for (std::size_t column = 0; column < widths.size(); ++column) {
+        m_panes->Grid().setColumnWidth(static_cast<int>(column), ToPixels(widths[column]));
+    }
+}
+
+WindowState frmMain::CurrentState() const {
+    WindowState state;
+    state.WindowLeft = ToTwips(x());
+    state.WindowTop = ToTwips(y());
+    state.WindowWidth = ToTwips(width());
+    state.WindowHeight = ToTwips(height());
+    state.SplitterPos = m_panes->SplitterPos();
+    for (std::size_t column = 0; column < state.ColWidth.size(); ++column) {
+        state.ColWidth[column] = ToTwips(m_panes->Grid().columnWidth(static_cast<int>(column)));
+    }
+    state.GridLines = m_menu->Checked("mnuShowGridlines") && m_menu->Checked("mnuKontextShowGridlines");
+    FilterRow& filter = m_panes->Filter();
+    state.Drive = filter.cboDrive().currentIndex();
+    state.Genre = filter.cboGenre().currentIndex();
+    state.Album = filter.cboAlbum().currentIndex();
+    state.QuickScan = m_menu->Checked("mnuQuickscan");
+    state.RecursiveScan = m_menu->Checked("mnuRecursive");
+    state.ScanMp3 = m_menu->Checked("mnuScanMp3");
+    state.ScanWav = m_menu->Checked("mnuScanWav");
+    state.ScanOgg = m_menu->Checked("mnuScanOgg");
+    state.ViewMp3 = m_menu->Checked("mnump3");
+    state.ViewWav = m_menu->Checked("mnuwav");
+    state.ViewOgg = m_menu->Checked("mnuogg");
+    state.ExternalPlayer = m_menu->Checked("mnuExternalPlayer");
+    state.AddToPlaylist = m_menu->Checked("mnuAddToPlaylist");
+    state.ScanLog = m_menu->Checked("mnuOptionsScanLog");
+    state.LoadOverSearch = m_menu->Checked("mnuOptionsLoadOverSearch");
+    return state;
+}
+
+bool frmMain::Form_QueryUnload() {
+    if (!MayCloseMain()) {
+        return false;
+    }
+    if (isMinimized()) {
+        showNormal(); // So that real sizes are stored.
+    }
+    return true;
+}
+
+void frmMain::Form_Unload() {
+    SaveWindowState(CurrentState());
+    FinishMainUnload();
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    if (!Form_QueryUnload()) {
+        event->ignore();
+        return;
+    }
+    Form_Unload();
+    event->accept();
+}
+
+void frmMain::AfterLoadTimer_Timer() { m_panes->Filter().txtSearch().setFocus(); }
+
+void frmMain::mouseMoveEvent(QMouseEvent*) { m_panes->Letters().ResetLetterColors(); }
+
+void frmMain::wheelEvent(QWheelEvent* event) {
+    // Wherever the mouse stands, the wheel moves the list.
+    QApplication::sendEvent(m_panes->Grid().viewport(), event);
+}
+
+} // namespace quavernet

@@ -1,0 +1,109 @@
+#include "platform/BinaryFile.h"
+
+#include "platform/RuntimeError.h"
+
+#include <cerrno>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace quavernet {
+
+namespace {
+
+[[noreturn]] void Fail(int number, int code, const std::string& path) {
+    throw RuntimeError(number, std::generic_category().message(code) + ": " + path);
+}
+
+int OpenErrorNumber(int code) {
+    switch (code) {
+    case ENOENT:
+        return ErrorNumber::FileNotFound;
+    case ENOTDIR:
+        return ErrorNumber::PathNotFound;
+    default:
+        return ErrorNumber::PathFileAccess;
+    }
+}
+
+} // namespace
+
+BinaryFile::BinaryFile(const std::string& path, Access access) : m_path(path) {
+    if (path.find('\0') != std::string::npos) {
+        Fail(ErrorNumber::FileNotFound, ENOENT, path.substr(0, path.find('\0')));
+    }
+    // O_NONBLOCK: opening a pipe that nobody writes to would wait for ever. Plain files ignore it.
+    const int flags = (access == Access::Read ? O_RDONLY : O_RDWR) | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    m_descriptor = ::open(path.c_str(), flags);
+    if (m_descriptor < 0) {
+        Fail(OpenErrorNumber(errno), errno, path);
+    }
+    struct stat facts {};
+    const bool known = ::fstat(m_descriptor, &facts) == 0;
+    if (!known || !S_ISREG(facts.st_mode)) {
+        const int code = known ? (S_ISDIR(facts.st_mode) ? EISDIR : EINVAL) : errno;
+        Close();
+        Fail(ErrorNumber::PathFileAccess, code, path);
+    }
+    m_size = static_cast<std::uint64_t>(facts.st_size);
+}
+
+BinaryFile::~BinaryFile() {
+    Close();
+}
+
+BinaryFile::BinaryFile(BinaryFile&& other) noexcept
+    : m_path(std::move(other.m_path)), m_descriptor(std::exchange(other.m_descriptor, -1)),
+      m_size(other.m_size) {}
+
+BinaryFile& BinaryFile::operator=(BinaryFile&& other) noexcept {
+    if (this != &other) {
+        Close();
+        m_path = std::move(other.m_path);
+        m_descriptor = std::exchange(other.m_descriptor, -1);
+        m_size = other.m_size;
+    }
+    return *this;
+}
+
+std::size_t BinaryFile::ReadAt(std::uint64_t offset, std::span<std::byte> bytes) const {
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        const ssize_t count =
+            ::pread(m_descriptor, bytes.data() + done, bytes.size() - done, static_cast<off_t>(offset + done));
+        if (count == 0) {
+            break;
+        }
+        if (count < 0 && errno != EINTR) {
+            Fail(ErrorNumber::DeviceInputOutput, errno, m_path);
+        }
+        done += count > 0 ? static_cast<std::size_t>(count) : 0;
+    }
+    return done;
+}
+
+void BinaryFile::WriteAt(std::uint64_t offset, std::span<const std::byte> bytes) {
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        const ssize_t count =
+            ::pwrite(m_descriptor, bytes.data() + done, bytes.size() - done, static_cast<off_t>(offset + done));
+        if (count < 0 && errno != EINTR) {
+            const bool full = errno == ENOSPC || errno == EDQUOT || errno == EFBIG;
+            Fail(full ? ErrorNumber::DiskFull : ErrorNumber::DeviceInputOutput, errno, m_path);
+        }
+        done += count > 0 ? static_cast<std::size_t>(count) : 0;
+    }
+}
+
+void BinaryFile::Close() noexcept {
+    if (m_descriptor >= 0) {
+        ::close(m_descriptor);
+        m_descriptor = -1;
+    }
+}
+
+} // namespace quavernet

@@ -1,0 +1,99 @@
+#include "platform/posix/PosixFileSystem.h"
+
+#include "platform/RuntimeError.h"
+#include "platform/posix/Descriptor.h"
+#include "platform/posix/MountTable.h"
+#include "platform/posix/PosixFolderWalk.h"
+#include "platform/posix/WholeFileCopy.h"
+
+#include <algorithm>
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace quavernet {
+
+namespace {
+
+using posix::ErrorText;
+
+RuntimeError PathError(int number, int error, const std::string& path) {
+    return RuntimeError(number, ErrorText(error) + ": " + path);
+}
+
+class PosixFileSystem : public FileSystemObject {
+public:
+    std::unique_ptr<FolderWalk> GetFolder(const std::string& path) override {
+        const posix::Descriptor folder = posix::OpenPath(path, O_RDONLY | O_DIRECTORY | O_NONBLOCK);
+        if (!folder.IsOpen()) {
+            throw PathError(ErrorNumber::PathNotFound, errno, path);
+        }
+        m_mounts->Refresh();
+        return std::make_unique<posix::PosixFolderWalk>(path, m_mounts);
+    }
+
+    FileFacts GetFile(const std::string& path) override {
+        struct statx facts {};
+        if (!posix::QueryPath(path, facts)) {
+            throw PathError(ErrorNumber::FileNotFound, errno, path);
+        }
+        if (!S_ISREG(facts.stx_mode)) {
+            throw PathError(ErrorNumber::FileNotFound, S_ISDIR(facts.stx_mode) ? EISDIR : EOPNOTSUPP, path);
+        }
+        m_mounts->Refresh();
+        return posix::FactsOf(posix::NormalPath(path), facts, *m_mounts);
+    }
+
+    bool FileExists(const std::string& path) override {
+        struct statx facts {};
+        return posix::QueryPath(path, facts) && S_ISREG(facts.stx_mode);
+    }
+
+    bool FolderExists(const std::string& path) override {
+        struct statx facts {};
+        return posix::QueryPath(path, facts) && S_ISDIR(facts.stx_mode);
+    }
+
+    void CreateFolder(const std::string& path) override {
+        const std::string full = posix::NormalPath(path);
+        for (std::size_t end = 1; end < full.size();) {
+            end = std::min(full.find('/', end + 1), full.size());
+            const std::string part = full.substr(0, end);
+            if (::mkdir(part.c_str(), 0777) != 0) {
+                const int error = errno;
+                if (!FolderExists(part)) {
+                    throw PathError(ErrorNumber::PathFileAccess, error, path);
+                }
+            }
+        }
+    }
+
+    void CopyFile(const std::string& source, const std::string& target) override {
+        if (!FileExists(source)) {
+            throw PathError(ErrorNumber::FileNotFound, ENOENT, source);
+        }
+        if (const int error = posix::CopyWholeFile(source, target); error != 0) {
+            throw PathError(ErrorNumber::PathFileAccess, error, target);
+        }
+    }
+
+    std::vector<std::string> LogicalDrives() override {
+        m_mounts->Refresh();
+        return m_mounts->UserVolumes();
+    }
+
+    // Network files are opened through their mount point here, so that no volume has a root of its own.
+    std::optional<std::string> NetworkRoot(const std::string&) override { return std::nullopt; }
+
+private:
+    std::shared_ptr<posix::MountTable> m_mounts = std::make_shared<posix::MountTable>();
+};
+
+} // namespace
+
+std::unique_ptr<FileSystemObject> CreatePosixFileSystem() {
+    return std::make_unique<PosixFileSystem>();
+}
+
+} // namespace quavernet

@@ -1,0 +1,84 @@
+#include "platform/qt/Application.h"
+
+#include "app/LoadResString.h"
+#include "app/MainModule.h"
+#include "platform/RuntimeError.h"
+#include "platform/qt/QtText.h"
+
+#include <QAbstractEventDispatcher>
+
+#include <cstdlib>
+
+namespace quavernet {
+
+namespace {
+
+constexpr int FailureExitCode = 1;
+
+void CommitLibrary() {
+    if (mainModule.Connection) {
+        mainModule.Connection->Commit();
+    }
+}
+
+} // namespace
+
+Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+    setApplicationName(QStringLiteral("Quavernet"));
+    setOrganizationName(QStringLiteral("Greyfinch Labs"));
+    setDesktopFileName(QStringLiteral("quavernet"));
+    // The last of the two top-level windows ends the process by itself.
+    setQuitOnLastWindowClosed(false);
+    // The connection may gather the commits of a run of writes; before the program waits for its user they
+    // stand in the file.
+    connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+            [this] { RunGuarded("Commit", CommitLibrary); });
+}
+
+bool Application::notify(QObject* receiver, QEvent* event) {
+    // The receiver may be gone when the handler throws.
+    const QString receiverName = receiver->objectName();
+    try {
+        return QApplication::notify(receiver, event);
+    } catch (const std::exception& failure) {
+        EndWithFailure(failure, FromQString(receiverName));
+    }
+}
+
+void Application::RunGuarded(const std::string& doing, const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const std::exception& failure) {
+        EndWithFailure(failure, doing);
+    }
+}
+
+void Application::EndWithFailure(const std::exception& failure, const std::string& doing) {
+    if (m_ending) {
+        // A second failure, raised while the box of the first is up: nothing more can be said or saved.
+        std::_Exit(FailureExitCode);
+    }
+    m_ending = true;
+    try {
+        CommitLibrary();
+    } catch (const RuntimeError&) {
+        // The first failure is the one to show; what could be written has been.
+    }
+    std::string text = LoadResString(445);
+    if (const auto* error = dynamic_cast<const RuntimeError*>(&failure)) {
+        text += std::to_string(error->Number()) + " - " + error->Description();
+    } else {
+        text += failure.what();
+    }
+    const std::string activity = m_activity ? m_activity() : std::string();
+    const std::string& during = activity.empty() ? doing : activity;
+    if (!during.empty()) {
+        text += "\n(" + during + ")";
+    }
+    text += "\n" + LoadResString(442);
+    services.msgBox->Show(text, LoadResString(443), MsgBox::Icon::Critical, MsgBox::Buttons::Ok);
+    services.shell->EndProcess(FailureExitCode);
+    std::abort(); // Not reached: the process has ended.
+}
+
+} // namespace quavernet

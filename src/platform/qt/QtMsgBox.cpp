@@ -1,0 +1,61 @@
+#include "platform/qt/QtMsgBox.h"
+
+#include "platform/qt/QtText.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+namespace quavernet {
+
+namespace {
+
+QMessageBox::Icon QtIcon(MsgBox::Icon icon) {
+    switch (icon) {
+    case MsgBox::Icon::Critical:
+        return QMessageBox::Critical;
+    case MsgBox::Icon::Question:
+        return QMessageBox::Question;
+    case MsgBox::Icon::Exclamation:
+        return QMessageBox::Warning;
+    case MsgBox::Icon::Information:
+        return QMessageBox::Information;
+    case MsgBox::Icon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButtons QtButtons(MsgBox::Buttons buttons) {
+    switch (buttons) {
+    case MsgBox::Buttons::OkCancel:
+        return QMessageBox::Ok | QMessageBox::Cancel;
+    case MsgBox::Buttons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    case MsgBox::Buttons::Ok:
+        break;
+    }
+    return QMessageBox::Ok;
+}
+
+} // namespace
+
+MsgBox::Answer QtMsgBox::Show(const std::string& text, const std::string& title, Icon icon, Buttons buttons) {
+    QMessageBox box(QtIcon(icon), ToQString(title), ToQString(text), QtButtons(buttons),
+                    QApplication::activeWindow());
+    box.setObjectName(QStringLiteral("MsgBox"));
+    // File names and error texts are shown as they are, never read as markup.
+    box.setTextFormat(Qt::PlainText);
+    switch (box.exec()) {
+    case QMessageBox::Yes:
+        return Answer::Yes;
+    case QMessageBox::No:
+        return Answer::No;
+    case QMessageBox::Cancel:
+        return Answer::Cancel;
+    default:
+        // Closing a box of Yes and No means No, one of OK and Cancel means Cancel: both come in above.
+        return Answer::Ok;
+    }
+}
+
+} // namespace quavernet

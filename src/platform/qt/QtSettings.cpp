@@ -1,0 +1,47 @@
+#include "platform/qt/QtSettings.h"
+
+#include "platform/qt/QtText.h"
+
+namespace quavernet {
+
+namespace {
+
+QString Key(const std::string& section, const std::string& name) {
+    return ToQString(section + "/" + name);
+}
+
+} // namespace
+
+QSettings& QtSettings::Store(const std::string& application) {
+    if (!m_store || m_application != application) {
+        const auto separator = application.find('\\');
+        const std::string product =
+            separator == std::string::npos ? std::string() : application.substr(separator + 1);
+        m_store = std::make_unique<QSettings>(ToQString(application.substr(0, separator)), ToQString(product));
+        m_store->setFallbacksEnabled(false);
+        m_application = application;
+    }
+    return *m_store;
+}
+
+std::optional<std::string> QtSettings::Query(const std::string& application, const std::string& section,
+                                             const std::string& name) {
+    const QVariant value = Store(application).value(Key(section, name));
+    if (!value.isValid()) {
+        return std::nullopt;
+    }
+    return FromQString(value.toString());
+}
+
+void QtSettings::Set(const std::string& application, const std::string& section, const std::string& name,
+                     const std::string& value) {
+    Store(application).setValue(Key(section, name), ToQString(value));
+}
+
+void QtSettings::Sync() {
+    if (m_store) {
+        m_store->sync();
+    }
+}
+
+} // namespace quavernet

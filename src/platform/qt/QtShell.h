@@ -1,0 +1,25 @@
+// The system's shell: special folders, opening files with their programs, the end of the process.
+#pragma once
+
+#include "platform/Services.h"
+
+#include <functional>
+
+namespace quavernet {
+
+class QtShell : public Shell {
+public:
+    /// `beforeEnd` brings to disk what is still held in memory; it runs before the process ends.
+    explicit QtShell(std::function<void()> beforeEnd) : m_beforeEnd(std::move(beforeEnd)) {}
+
+    std::optional<std::string> SpecialFolder(int id) override;
+    std::string ProgramFolder() override;
+    int ShellExecute(const std::string& path) override;
+    bool DllGetVersion(std::int32_t& major, std::int32_t& minor, std::int32_t& build) override;
+    [[noreturn]] void EndProcess(int exitCode) override;
+
+private:
+    std::function<void()> m_beforeEnd;
+};
+
+} // namespace quavernet

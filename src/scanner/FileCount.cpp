@@ -1,0 +1,51 @@
+#include "scanner/FileCount.h"
+
+#include "app/MainModule.h"
+#include "app/TextHelpers.h"
+#include "scanner/FolderOrder.h"
+
+namespace quavernet {
+
+namespace {
+
+constexpr std::size_t DotLimit = 101; ///< Characters at which the dots begin anew.
+
+// The text kept lags one dot behind the panel, which is read anew: a text that an event handler has put there
+// grows on.
+void AddDot(ScanRun& run) {
+    if (CharacterCount(run.StatusDots) < DotLimit) {
+        run.StatusDots = run.window.Panel(ScanPanel::Scanning);
+        run.window.SetPanel(ScanPanel::Scanning, run.StatusDots + ".");
+    } else {
+        run.StatusDots = run.texts.Initialise;
+        run.window.SetPanel(ScanPanel::Scanning, run.StatusDots);
+    }
+}
+
+} // namespace
+
+void GetFilesCount(ScanRun& run, FolderWalk& walk) {
+    FolderOrder folders(walk.Path());
+    while (!folders.IsDone()) {
+        const std::string folder = folders.Next();
+        if (IsExcludedFolder(folder)) {
+            continue;
+        }
+        if (run.CancelScan) {
+            return;
+        }
+        services.events->DoEvents();
+        FolderContents contents = walk.List(folder);
+        for (const FolderFile& file : contents.files) {
+            if (!file.hidden) {
+                AddDot(run);
+                run.FilesTotal += 1;
+            }
+        }
+        if (run.Recursive) {
+            folders.AddSubFolders(std::move(contents.subFolders));
+        }
+    }
+}
+
+} // namespace quavernet

@@ -1,0 +1,12 @@
+// Fills the current-file values that come from the file system. Called for each file before the store: by the
+// search and by the drop handlers.
+#pragma once
+
+#include "platform/FileSystemObject.h"
+
+namespace quavernet {
+
+/// CurrentPath, CurrentFileName, FileDate, FileName, FileSize, FileDrive and FilePath, in this order.
+void FillFileFields(const FileFacts& file);
+
+} // namespace quavernet

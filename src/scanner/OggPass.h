@@ -1,0 +1,18 @@
+// The pass that reads the Ogg files which the search has collected. Called by ScanDriver after the search, if
+// there is any such file.
+#pragma once
+
+namespace quavernet {
+
+struct ScanRun;
+
+class OggPass {
+public:
+    virtual ~OggPass() = default;
+
+    /// Reads `run.OggPaths` in batches and stores what it finds. `run.FilesDone` is 0 at the start, and
+    /// `run.CancelScan` may be set already. Failures that leave it end the scan.
+    virtual void ReadOggBatches(ScanRun& run) = 0;
+};
+
+} // namespace quavernet

@@ -1,0 +1,51 @@
+#include "scanner/SavedLog.h"
+
+#include "app/MainModule.h"
+#include "app/TextHelpers.h"
+#include "scanner/ScanWindow.h"
+
+#include <charconv>
+
+namespace quavernet {
+
+namespace {
+
+constexpr double BytesPerMegabyte = 1024.0 * 1024.0;
+constexpr double SecondsPerMinute = 60.0;
+
+// The value as text and read back: what a user sees is what is counted on from.
+float Rounded(double value, int decimals) {
+    const RegionalSettings& regional = services.regional;
+    return static_cast<float>(ParseNumber(FormatFixed(value, 1, decimals, regional), regional).value_or(0));
+}
+
+// The number as it stands, without decimals that say nothing.
+std::string NumberText(float value) {
+    char buffer[64];
+    const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed).ptr;
+    return ReplaceAll(std::string(buffer, end), ".", services.regional.decimalSeparator);
+}
+
+std::string TimeText(const DateTime& time) {
+    const RegionalSettings& regional = services.regional;
+    return FormatFixed(time.hour, 2, 0, regional) + ":" + FormatFixed(time.minute, 2, 0, regional) + ":" +
+           FormatFixed(time.second, 2, 0, regional);
+}
+
+} // namespace
+
+void SavedLog::Add(const std::string& path, const std::string& size, const std::string& length) {
+    if (!mainModule.ScanLogEnabled) {
+        return;
+    }
+    Skip([&] { m_log.AddLine(TimeText(services.clock->Now()) + " - Saved... " + path); });
+    Skip([&] { m_logFilesCount += 1; });
+    Skip([&] { m_log.SetFileCount(NumberText(m_logFilesCount)); });
+    Skip([&] { m_logMegabytes = Rounded(double{m_logMegabytes} + Val(size) / BytesPerMegabyte, 2); });
+    Skip([&] { m_log.SetMegabytes(NumberText(m_logMegabytes)); });
+    Skip([&] { m_logMinutes = Rounded(double{m_logMinutes} + Val(length) / SecondsPerMinute, 0); });
+    Skip([&] { m_log.SetPlaytime(NumberText(m_logMinutes)); });
+    Skip([&] { m_log.SelectLastLine(); });
+}
+
+} // namespace quavernet

@@ -1,0 +1,190 @@
+#include "scanner/ScanDriver.h"
+
+#include "app/LoadResString.h"
+#include "app/MainModule.h"
+#include "app/Registry.h"
+#include "app/TextHelpers.h"
+#include "scanner/FileCount.h"
+#include "scanner/FileSearch.h"
+#include "scanner/FileStore.h"
+#include "scanner/OggPass.h"
+#include "scanner/ScanRun.h"
+
+namespace quavernet {
+
+namespace {
+
+constexpr int DefaultPointer = 0;
+constexpr int Hourglass = 11;
+constexpr int IdleState = 0;
+constexpr int ScanState = 1;
+
+std::string Setting(const std::string& name, const std::string& defaultValue) {
+    return GetSettingValue(SettingsApplication, SettingsSection, name, defaultValue);
+}
+
+// Empty if the user cancelled, or if the standard path is wanted and none is set.
+std::string ChooseFolder() {
+    if (Val(Setting("ScanpathValue", "0")) == 1) {
+        return Setting("Scanpath", "");
+    }
+    return StripAtNull(services.dialogs->BrowseForFolder(LoadResString(342)).value_or(""));
+}
+
+// Nothing if the folder can't be opened, which ends the command without a word.
+std::unique_ptr<FolderWalk> OpenFolder(const std::string& folder) {
+    try {
+        return services.fileSystem->GetFolder(folder);
+    } catch (const RuntimeError&) {
+        return nullptr;
+    }
+}
+
+void SetIdleTitle(ScanRun& run) {
+    run.window.SetTitle("Quavernet - " + LoadResString(351) + Setting("LastScan", "-"));
+}
+
+void EnableLogClose(ScanRun& run) {
+    if (mainModule.ScanLogEnabled) {
+        run.log.EnableClose(true);
+    }
+}
+
+// The end of a command that scanned nothing. SuppressComboClick stays set: only a whole scan clears it.
+void EndWithoutScan(ScanRun& run) {
+    run.OggPaths.clear();
+    run.window.SetMousePointer(DefaultPointer);
+    run.window.SetControlState(IdleState);
+    EnableLogClose(run);
+    run.window.SetPanel(ScanPanel::Scanning, "");
+    SetIdleTitle(run);
+}
+
+void Prepare(ScanRun& run) {
+    for (int panel = ScanPanel::Scanning; panel <= ScanPanel::Last; ++panel) {
+        run.window.SetPanel(panel, "");
+    }
+    mainModule.SuppressComboClick = true;
+    run.CancelScan = false;
+    const ScanOptions options = run.window.Options();
+    run.Recursive = options.Recursive;
+    run.QuickScan = options.QuickScan;
+    run.texts = {LoadResString(343), LoadResString(344), LoadResString(345), LoadResString(346),
+                 LoadResString(348)};
+}
+
+void CountFiles(ScanRun& run, FolderWalk& walk) {
+    run.FilesTotal = 0;
+    run.StatusDots = run.texts.Initialise;
+    run.window.SetPanel(ScanPanel::Scanning, run.StatusDots);
+    services.events->DoEvents();
+    run.window.SetMousePointer(Hourglass);
+    GetFilesCount(run, walk);
+    run.window.SetPanel(ScanPanel::Scanning, LoadResString(349));
+    run.window.SetMousePointer(DefaultPointer);
+}
+
+void OpenLog(ScanRun& run) {
+    if (!mainModule.ScanLogEnabled) {
+        return;
+    }
+    run.log.Show();
+    run.log.EnableClose(false);
+    run.log.AddLine(LoadResString(350));
+    run.log.SelectLastLine();
+    run.log.AddLine("");
+    run.log.SelectLastLine();
+}
+
+void StartCounters(ScanRun& run) {
+    mainModule.ScanStartTime = services.clock->Now();
+    run.FilesDone = 0;
+}
+
+void ScanFiles(ScanRun& run, FolderWalk& walk) {
+    run.CancelScan = false;
+    run.ScannedMegabytes = 0;
+    run.window.SetMousePointer(Hourglass);
+    StartCounters(run);
+    FileSearch(run, walk);
+}
+
+void Finish(ScanRun& run) {
+    run.window.SetMousePointer(DefaultPointer);
+    run.window.SetProgress(0);
+    EnableLogClose(run);
+    SaveSettingValue(SettingsApplication, SettingsSection, "LastScan",
+                     ShortDateText(services.clock->Now(), services.regional));
+    run.window.FillDriveCombo();
+    run.window.FillAlbumCombo();
+    if (!mainModule.LoadOverSearch) {
+        run.window.LoadDatabase("");
+    }
+    mainModule.SuppressComboClick = false;
+    run.window.SetControlState(IdleState);
+    SetIdleTitle(run);
+    run.window.SetPanel(ScanPanel::Scanning, "");
+    run.OggPaths.clear();
+}
+
+} // namespace
+
+struct ScanDriver::State {
+    State(ScanWindow& window, ScanLog& log, OggPass* pass) : run(window, log), oggPass(pass) {}
+
+    ScanRun run;
+    OggPass* oggPass;
+};
+
+ScanDriver::ScanDriver(ScanWindow& window, ScanLog& log, OggPass* oggPass)
+    : m_state(std::make_unique<State>(window, log, oggPass)) {}
+
+ScanDriver::~ScanDriver() = default;
+
+void ScanDriver::StartScan() {
+    ScanRun& run = m_state->run;
+    Prepare(run);
+    const std::string folder = ChooseFolder();
+    if (folder.empty()) {
+        return;
+    }
+    run.OggPaths.clear();
+    run.window.SetControlState(ScanState);
+    const std::unique_ptr<FolderWalk> counting = OpenFolder(folder);
+    if (!counting) {
+        EndWithoutScan(run);
+        return;
+    }
+    CountFiles(run, *counting);
+    if (run.FilesTotal == 0 || run.CancelScan) {
+        EndWithoutScan(run);
+        return;
+    }
+    OpenLog(run);
+    run.ProgressStep = static_cast<float>(100 / run.FilesTotal);
+    const std::unique_ptr<FolderWalk> search = OpenFolder(folder);
+    if (!search) {
+        EndWithoutScan(run);
+        return;
+    }
+    run.window.ClearList();
+    ScanFiles(run, *search);
+    if (!run.OggPaths.empty()) {
+        StartCounters(run);
+        if (m_state->oggPass != nullptr) {
+            m_state->oggPass->ReadOggBatches(run);
+        }
+    }
+    mainModule.Connection->Commit();
+    Finish(run);
+}
+
+void ScanDriver::Cancel() {
+    m_state->run.CancelScan = true;
+}
+
+void ScanDriver::StoreFileRecord() {
+    quavernet::StoreFileRecord(m_state->run.saved);
+}
+
+} // namespace quavernet

@@ -1,0 +1,51 @@
+// The state that the steps of a scan share: one object for the life of the main window, set anew by each
+// scan. Owned by ScanDriver; the counting pass, the search, the progress and the Ogg pass work on it.
+#pragma once
+
+#include "scanner/SavedLog.h"
+#include "scanner/ScanWindow.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace quavernet {
+
+/// Texts that are shown once a file. The language can't change while a scan runs, so they are looked up once.
+struct ScanTexts {
+    std::string Scanning;   ///< 343
+    std::string Percent;    ///< 344
+    std::string Remaining;  ///< 345
+    std::string Elapsed;    ///< 346
+    std::string Initialise; ///< 348
+};
+
+/// Numbers of the status bar's panels.
+namespace ScanPanel {
+inline constexpr int Scanning = 1;
+inline constexpr int Percent = 2;
+inline constexpr int Remaining = 3;
+inline constexpr int Elapsed = 4;
+inline constexpr int Last = 5;
+} // namespace ScanPanel
+
+struct ScanRun {
+    ScanRun(ScanWindow& scanWindow, ScanLog& scanLog) : window(scanWindow), log(scanLog), saved(scanLog) {}
+
+    ScanWindow& window;
+    ScanLog& log;
+    SavedLog saved; ///< Lines and counters of the scan log; they count on from scan to scan.
+
+    bool CancelScan = false; ///< Set by the toolbar, tested in the walks.
+    bool Recursive = false;
+    bool QuickScan = false;
+    double FilesTotal = 0;       ///< Files counted in the counting pass.
+    std::int32_t FilesDone = 0;  ///< Files visited in the scan pass.
+    float ProgressStep = 0;      ///< Percent per file.
+    double ScannedMegabytes = 0; ///< Sum of the sizes of stored files.
+    std::string StatusDots;      ///< Text of the status panel in the counting pass.
+    std::vector<std::string> OggPaths;
+    ScanTexts texts;
+};
+
+} // namespace quavernet

@@ -1,0 +1,71 @@
+// The live log of a scan: one line per file and three counters. Shown over the main window while a scan runs;
+// the scan driver writes to it.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <QAbstractListModel>
+#include <QDialog>
+#include <QTimer>
+
+#include "scanner/ScanWindow.h"
+
+namespace Ui {
+class frmScanLog;
+}
+
+namespace quavernet {
+
+/// Lines of the log: kept as they come, told to the view a few times a second.
+class ScanLogLines : public QAbstractListModel {
+    Q_OBJECT
+public:
+    using QAbstractListModel::QAbstractListModel;
+
+    void Add(std::string line) { m_lines.push_back(std::move(line)); }
+    /// Brings the lines added since the last call into the view.
+    void Publish();
+    void Clear();
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+
+private:
+    std::vector<std::string> m_lines;
+    int m_published = 0;
+};
+
+class frmScanLog : public QDialog, public ScanLog {
+    Q_OBJECT
+public:
+    explicit frmScanLog(QWidget* owner);
+    ~frmScanLog() override;
+
+    void Show() override;
+    void EnableClose(bool enabled) override;
+    void AddLine(const std::string& line) override;
+    void SelectLastLine() override;
+    void SetFileCount(const std::string& text) override;
+    void SetMegabytes(const std::string& text) override;
+    void SetPlaytime(const std::string& text) override;
+    void AddSkipped(const std::vector<SkippedEntry>& entries) override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void reject() override;
+
+private:
+    void PaintSoon();
+    void PaintNow();
+
+    std::unique_ptr<Ui::frmScanLog> m_ui;
+    ScanLogLines m_lines;
+    QTimer m_paintTimer;
+    std::string m_fileCount;
+    std::string m_megabytes;
+    std::string m_playtime;
+};
+
+} // namespace quavernet

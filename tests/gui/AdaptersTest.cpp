@@ -1,0 +1,185 @@
+#include "gui/GuiTest.h"
+
+#include "app/Registry.h"
+#include "platform/qt/DialogLanguage.h"
+#include "platform/qt/QtDialogs.h"
+#include "platform/qt/QtMsgBox.h"
+#include "platform/qt/QtRegionalSettings.h"
+#include "platform/qt/QtSettings.h"
+#include "platform/qt/QtShell.h"
+
+#include <fstream>
+
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QSettings>
+#include <QTimer>
+
+namespace quavernet::test {
+
+namespace {
+
+class AdaptersTest : public GuiTest {
+protected:
+    AdaptersTest() { QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, ToQString(folder.Path())); }
+};
+
+/// Presses a button of the next message box, and tells what the box looked like.
+struct SeenBox {
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    QMessageBox::StandardButtons buttons;
+    QString text;
+    QString title;
+    QStringList captions;
+};
+
+void Answer(QMessageBox::StandardButton button, SeenBox& seen) {
+    QTimer::singleShot(0, [button, &seen] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        seen = {box->icon(), box->standardButtons(), box->text(), box->windowTitle(), {}};
+        for (const QAbstractButton* shown : box->buttons()) {
+            seen.captions.append(shown->text());
+        }
+        box->button(button)->click();
+    });
+}
+
+} // namespace
+
+TEST_F(AdaptersTest, ASettingReadsBackAsItWasWritten) {
+    for (const char* text : {"", "plain", "C:\\Müsik\\ÄÖÜ", "a,b;c=d", "@Invalid()", " blanks ", "\"quoted\"", "%20"}) {
+        {
+            QtSettings store;
+            store.Set(SettingsApplication, SettingsSection, "ColWidth(0)", text);
+        }
+        QtSettings store;
+        EXPECT_EQ(store.Query(SettingsApplication, SettingsSection, "ColWidth(0)"), std::optional<std::string>(text));
+    }
+}
+
+TEST_F(AdaptersTest, AValueThatWasNeverWrittenIsMissing) {
+    QtSettings store;
+    EXPECT_EQ(store.Query(SettingsApplication, SettingsSection, "Scanpath"), std::nullopt);
+}
+
+TEST_F(AdaptersTest, SettingsStandUnderTheirOwnNames) {
+    {
+        QtSettings store;
+        store.Set(SettingsApplication, SettingsSection, "Language", "ENG");
+    }
+    std::ifstream file(folder / "Greyfinch Labs/Quavernet.conf");
+    const std::string text((std::istreambuf_iterator<char>(file)), {});
+    EXPECT_EQ(text, "[Settings]\nLanguage=ENG\n");
+}
+
+TEST_F(AdaptersTest, RegionalFormsFollowTheSystem) {
+    const RegionalSettings german = ReadRegionalSettings(QLocale(QLocale::German, QLocale::Germany));
+    EXPECT_EQ(german.decimalSeparator, ",");
+    EXPECT_EQ(german.groupSeparator, ".");
+    EXPECT_EQ(german.shortDatePattern, "dd.MM.yyyy");
+    EXPECT_EQ(german.dateSeparator, ".");
+    EXPECT_FALSE(german.twelveHours);
+    const RegionalSettings american = ReadRegionalSettings(QLocale(QLocale::English, QLocale::UnitedStates));
+    EXPECT_EQ(american.decimalSeparator, ".");
+    EXPECT_EQ(american.groupSeparator, ",");
+    EXPECT_EQ(american.shortDatePattern, "M/d/yyyy");
+    EXPECT_EQ(american.dateSeparator, "/");
+    EXPECT_TRUE(american.twelveHours);
+    const RegionalSettings plain = ReadRegionalSettings(QLocale::c());
+    EXPECT_EQ(plain.decimalSeparator, ".");
+    EXPECT_EQ(plain.groupSeparator, "");
+    EXPECT_EQ(plain.shortDatePattern, "yyyy-MM-dd");
+    EXPECT_EQ(plain.dateSeparator, "-");
+    EXPECT_FALSE(plain.twelveHours);
+}
+
+TEST_F(AdaptersTest, BoxesHaveTheIconsAndButtonsTold) {
+    QtMsgBox boxes;
+    SeenBox seen;
+    Answer(QMessageBox::No, seen);
+    EXPECT_EQ(boxes.Show("<b>text</b>", "title", MsgBox::Icon::Question, MsgBox::Buttons::YesNo),
+              MsgBox::Answer::No);
+    EXPECT_EQ(seen.icon, QMessageBox::Question);
+    EXPECT_EQ(seen.buttons, QMessageBox::Yes | QMessageBox::No);
+    EXPECT_EQ(FromQString(seen.text), "<b>text</b>");
+    Answer(QMessageBox::Cancel, seen);
+    EXPECT_EQ(boxes.Show("", "", MsgBox::Icon::Critical, MsgBox::Buttons::OkCancel), MsgBox::Answer::Cancel);
+    EXPECT_EQ(seen.icon, QMessageBox::Critical);
+    Answer(QMessageBox::Ok, seen);
+    EXPECT_EQ(boxes.Show("", "", MsgBox::Icon::Exclamation, MsgBox::Buttons::Ok), MsgBox::Answer::Ok);
+    EXPECT_EQ(seen.icon, QMessageBox::Warning);
+    EXPECT_EQ(seen.buttons, QMessageBox::Ok);
+}
+
+TEST_F(AdaptersTest, QtsOwnDialogsFollowTheLanguage) {
+    QtMsgBox boxes;
+    SeenBox seen;
+    SetDialogLanguage("GER");
+    Answer(QMessageBox::Yes, seen);
+    boxes.Show("", "", MsgBox::Icon::None, MsgBox::Buttons::YesNo);
+    EXPECT_EQ(FromQString(seen.captions.join(u'|')), "&Ja|&Nein");
+    SetDialogLanguage("ENG");
+    Answer(QMessageBox::Yes, seen);
+    boxes.Show("", "", MsgBox::Icon::None, MsgBox::Buttons::YesNo);
+    EXPECT_EQ(FromQString(seen.captions.join(u'|')), "&Yes|&No");
+}
+
+TEST_F(AdaptersTest, ACancelledFolderDialogGivesNothing) {
+    QtDialogs systemDialogs;
+    QString title;
+    QTimer::singleShot(0, [&] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        title = dialog->windowTitle();
+        dialog->reject();
+    });
+    EXPECT_EQ(systemDialogs.BrowseForFolder("Wählen Sie einen Ordner"), std::nullopt);
+    EXPECT_EQ(FromQString(title), "Wählen Sie einen Ordner");
+}
+
+TEST_F(AdaptersTest, TheFolderDialogGivesTheChosenFolder) {
+    std::filesystem::create_directory(folder / "Müsik");
+    QtDialogs systemDialogs;
+    QTimer::singleShot(0, [&] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        dialog->setDirectory(ToQString(folder.Path()));
+        dialog->selectFile(ToQString(folder / "Müsik"));
+        dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(ToQString(folder / "Müsik"));
+        QMetaObject::invokeMethod(dialog, "accept");
+    });
+    EXPECT_EQ(systemDialogs.BrowseForFolder(""), std::optional<std::string>(folder / "Müsik"));
+}
+
+TEST_F(AdaptersTest, OpeningTellsWhatIsMissing) {
+    QtShell systemShell({});
+    EXPECT_EQ(systemShell.ShellExecute(folder / "none.mp3"), 2);
+    EXPECT_EQ(systemShell.ShellExecute(folder / "none/none.mp3"), 3);
+}
+
+TEST_F(AdaptersTest, TheHelpComponentIsTheRunTime) {
+    QtShell systemShell({});
+    std::int32_t major = 0;
+    std::int32_t minor = 0;
+    std::int32_t build = 0;
+    EXPECT_TRUE(systemShell.DllGetVersion(major, minor, build));
+    EXPECT_EQ(major, 6);
+    EXPECT_GE(minor, 4);
+}
+
+TEST_F(AdaptersTest, TheEndOfTheProcessBringsWhatIsHeldToDiskFirst) {
+    ::testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(
+        {
+            QtShell systemShell([] { std::fputs("saved", stderr); });
+            systemShell.EndProcess(3);
+        },
+        ::testing::ExitedWithCode(3), "saved");
+}
+
+TEST_F(AdaptersTest, PendingEventsRunInDoEvents) {
+    bool ran = false;
+    QTimer::singleShot(0, [&ran] { ran = true; });
+    realEvents.DoEvents();
+    EXPECT_TRUE(ran);
+}
+
+} // namespace quavernet::test

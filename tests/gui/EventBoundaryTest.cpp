@@ -1,0 +1,97 @@
+#include "gui/GuiTest.h"
+
+#include "platform/qt/Application.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+#include <QTimer>
+
+namespace quavernet::test {
+
+namespace {
+
+/// Prints a box to the error output, where the test of a process that ends can read it.
+class PrintingMsgBox : public MsgBox {
+public:
+    Answer Show(const std::string& text, const std::string& title, Icon icon, Buttons) override {
+        std::fprintf(stderr, "[%s] %s (%s)\n", title.c_str(), text.c_str(),
+                     icon == Icon::Critical ? "critical" : "other");
+        return Answer::Ok;
+    }
+};
+
+class EndingShell : public RecordingShell {
+public:
+    void EndProcess(int exitCode) override { std::_Exit(exitCode); }
+};
+
+class EventBoundaryTest : public GuiTest {
+protected:
+    EventBoundaryTest() {
+        ::testing::FLAGS_gtest_death_test_style = "threadsafe";
+        services.msgBox = &box;
+        services.shell = &endingShell;
+        endingShell.documents = folder.Path();
+        endingShell.programFolder = shell.programFolder;
+    }
+    static Application& App() { return *static_cast<Application*>(QCoreApplication::instance()); }
+
+    PrintingMsgBox box;
+    EndingShell endingShell;
+};
+
+} // namespace
+
+TEST_F(EventBoundaryTest, AFailureInAnEventIsShownAndEndsTheProcess) {
+    EXPECT_EXIT(
+        {
+            QTimer timer;
+            timer.setObjectName(QStringLiteral("Timer1"));
+            QObject::connect(&timer, &QTimer::timeout, [] { throw RuntimeError(6, "Overflow"); });
+            timer.start(0);
+            QTest::qWait(50);
+        },
+        ::testing::ExitedWithCode(1),
+        "\\[Programm wird beendet\\] Fehler: 6 - Overflow\n\\(Timer1\\)\nDas Programm wird beendet. .critical");
+}
+
+TEST_F(EventBoundaryTest, TheBoxNamesWhatWasBeingDone) {
+    EXPECT_EXIT(
+        {
+            Start();
+            App().SetActivity([this] { return windows->Activity(); });
+            mainModule.Connection->Execute("drop table Titel");
+            QTest::mouseClick(&Control<QPushButton>("cmdSearch"), Qt::LeftButton);
+        },
+        ::testing::ExitedWithCode(1), "Titel\n\\(Lade Datenbank\\.\\.\\.\\)");
+}
+
+TEST_F(EventBoundaryTest, WhatWasWrittenBeforeStaysWritten) {
+    const std::string path = folder / "Quavernet Database/Quavernet.db";
+    EXPECT_EXIT(
+        {
+            AddFile("Abba", "One");
+            App().RunGuarded("Test", [] {
+                mainModule.Connection->Execute("Insert into Categories (Category) values ('kept')");
+                throw RuntimeError(5, "Invalid procedure call or argument");
+            });
+        },
+        ::testing::ExitedWithCode(1), "Fehler: 5 - Invalid procedure call or argument\n\\(Test\\)");
+}
+
+TEST_F(EventBoundaryTest, AForeignExceptionEndsTheProcessToo) {
+    EXPECT_EXIT(App().RunGuarded("Test", [] { throw std::runtime_error("strange"); }),
+                ::testing::ExitedWithCode(1), "Fehler: strange");
+}
+
+TEST_F(EventBoundaryTest, ClosingTheLastWindowEndsTheProcessWithoutAFailureCode) {
+    EXPECT_EXIT(
+        {
+            Start();
+            Form().close();
+        },
+        ::testing::ExitedWithCode(0), "");
+}
+
+} // namespace quavernet::test

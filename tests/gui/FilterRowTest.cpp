@@ -1,0 +1,105 @@
+#include "gui/GuiTest.h"
+
+namespace quavernet::test {
+
+namespace {
+class FilterRowTest : public GuiTest {
+protected:
+    FilterRowTest() {
+        AddFile("Abba", "One");
+        AddFile("Beatles", "Two");
+        AddFile("Cure", "Tree");
+    }
+    static QColor Colour(const QLabel& label) { return label.palette().color(QPalette::WindowText); }
+};
+} // namespace
+
+TEST_F(FilterRowTest, EnterInTheSearchBoxSearches) {
+    Start();
+    auto& search = Control<QLineEdit>("txtSearch");
+    QTest::keyClicks(&search, QStringLiteral("t"));
+    EXPECT_EQ(Listed().size(), 3U);
+    QTest::keyClick(&search, Qt::Key_Return);
+    EXPECT_EQ(Listed(), (Texts{"Beatles", "Cure"}));
+    EXPECT_EQ(FromQString(search.text()), "t");
+}
+
+TEST_F(FilterRowTest, AMousePickReloadsAtOnceAndArrowKeysOnlyWithEnter) {
+    Start();
+    auto& album = Control<QComboBox>("cboAlbum");
+    album.setCurrentIndex(1);
+    EXPECT_EQ(Listed(), Texts{"Abba"});
+    QTest::keyPress(&album, Qt::Key_Down);
+    EXPECT_EQ(album.currentIndex(), 2);
+    EXPECT_TRUE(mainModule.SuppressComboClick);
+    QTest::keyRelease(&album, Qt::Key_Down);
+    EXPECT_FALSE(mainModule.SuppressComboClick);
+    EXPECT_EQ(Listed(), Texts{"Abba"});
+    QTest::keyClick(&album, Qt::Key_Return);
+    EXPECT_EQ(Listed(), Texts{"Beatles"});
+}
+
+TEST_F(FilterRowTest, AReleasedKeyThatGotLostKeepsTheCombosSilent) {
+    Start();
+    mainModule.SuppressComboClick = true;
+    Control<QComboBox>("cboAlbum").setCurrentIndex(1);
+    EXPECT_EQ(Listed().size(), 3U);
+}
+
+TEST_F(FilterRowTest, OneOfTheTwoBoxesStaysChecked) {
+    Start();
+    auto& performer = Control<QCheckBox>("chkInterpret");
+    auto& title = Control<QCheckBox>("chkTitle");
+    QTest::mouseClick(&title, Qt::LeftButton, {}, QPoint(8, title.height() / 2));
+    EXPECT_FALSE(title.isChecked());
+    EXPECT_EQ(settings.values["SearchTitle"], "0");
+    QTest::mouseClick(&performer, Qt::LeftButton, {}, QPoint(8, performer.height() / 2));
+    EXPECT_TRUE(performer.isChecked());
+    EXPECT_EQ(settings.values["SearchInterpret"], "1");
+    EXPECT_EQ(Listed().size(), 3U);
+}
+
+TEST_F(FilterRowTest, ALetterFiltersAndBecomesTheOnlyBoldOne) {
+    Start();
+    EXPECT_TRUE(Control<QLabel>("lblAll").font().bold());
+    QTest::mouseClick(&Control<QLabel>("lblB"), Qt::LeftButton);
+    EXPECT_EQ(mainModule.LetterFilter, "B");
+    EXPECT_EQ(Listed(), Texts{"Beatles"});
+    EXPECT_TRUE(Control<QLabel>("lblB").font().bold());
+    EXPECT_FALSE(Control<QLabel>("lblAll").font().bold());
+    QTest::mouseClick(&Control<QLabel>("lblOther"), Qt::LeftButton);
+    EXPECT_EQ(mainModule.LetterFilter, "other");
+}
+
+TEST_F(FilterRowTest, OnlyTheLetterUnderTheMouseIsWhite) {
+    Start();
+    auto& a = Control<QLabel>("lblA");
+    auto& b = Control<QLabel>("lblB");
+    const QColor rest(0, 0, 0xC0);
+    EXPECT_EQ(Colour(a), rest);
+    for (QLabel* label : {&a, &b}) {
+        QEnterEvent enter(QPointF(2, 2), QPointF(2, 2), QPointF(2, 2));
+        QCoreApplication::sendEvent(label, &enter);
+    }
+    EXPECT_EQ(Colour(a), rest);
+    EXPECT_EQ(Colour(b), QColor(Qt::white));
+    QTest::mouseMove(Grid().viewport(), QPoint(30, 30));
+    QMouseEvent move(QEvent::MouseMove, QPointF(30, 30), QPointF(30, 30), Qt::NoButton, Qt::NoButton,
+                     Qt::NoModifier);
+    QCoreApplication::sendEvent(Grid().viewport(), &move);
+    EXPECT_EQ(Colour(b), rest);
+}
+
+TEST_F(FilterRowTest, TheCountersOfTheStatusBarExplainThemselves) {
+    Start();
+    MainStatusBar& status = Form().Panes().Status();
+    EXPECT_EQ(FromQString(status.ToolTip(Panel::Titles)), "3 Titel in der Datenbank gespeichert");
+    EXPECT_EQ(FromQString(status.ToolTip(Panel::Filecount)), "");
+    mainModule.ScanRunning = true;
+    EXPECT_EQ(FromQString(status.ToolTip(Panel::Filecount)), "Prozent des gesamten Scanvorganges");
+    EXPECT_EQ(FromQString(status.ToolTip(Panel::Interprets)), "Geschätzte verbleibende Zeit");
+    EXPECT_EQ(FromQString(status.ToolTip(Panel::Titles)), "Abgelaufene Zeit");
+    mainModule.ScanRunning = false;
+}
+
+} // namespace quavernet::test

@@ -1,0 +1,152 @@
+#include "gui/GuiTest.h"
+
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QToolTip>
+#include <QWheelEvent>
+
+namespace quavernet::test {
+
+namespace {
+class GridTest : public GuiTest {
+protected:
+    void AddFiles(int count) {
+        for (int i = 0; i < count; ++i) {
+            AddFile("Performer " + std::to_string(100 + i), "Title " + std::to_string(100 + i));
+        }
+    }
+    void Wheel(QWidget& target, int delta) {
+        const QPointF place(5, 5);
+        QWheelEvent event(place, target.mapToGlobal(place), QPoint(), QPoint(0, delta), Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        // Only an event that looks like the system's travels up to the window.
+        QSpontaneKeyEvent::setSpontaneous(&event);
+        qApp->notify(&target, &event);
+    }
+    void DoubleClickHeader(int column) {
+        QHeaderView& header = *Grid().horizontalHeader();
+        const QPoint place(header.sectionViewportPosition(column) + 20, header.height() / 2);
+        QTest::mouseDClick(header.viewport(), Qt::LeftButton, {}, place);
+    }
+    QColor RowColour(int row) {
+        const QImage image = Grid().viewport()->grab().toImage();
+        const QRect cell = Grid().visualRect(Grid().model()->index(row - 1, 0));
+        return image.pixelColor(cell.right() - 3, cell.center().y());
+    }
+    using Rows = std::vector<std::int32_t>;
+};
+} // namespace
+
+TEST_F(GridTest, AClickPaintsTheRowAndShowsItsPath) {
+    AddFiles(3);
+    Start();
+    ClickRow(2);
+    EXPECT_EQ(mainModule.SelectedRows.Rows(), Rows{2});
+    EXPECT_EQ(PanelText(Panel::Scanning), "/music/Title 101.mp3");
+    EXPECT_EQ(RowColour(2), Grid().palette().color(QPalette::Active, QPalette::Highlight));
+    EXPECT_NE(RowColour(1), RowColour(2));
+    ClickRow(3, Qt::ControlModifier);
+    EXPECT_EQ(mainModule.SelectedRows.Rows(), (Rows{2, 3}));
+    ClickRow(1, Qt::ShiftModifier);
+    EXPECT_EQ(mainModule.SelectedRows.Rows(), (Rows{1, 2, 3}));
+}
+
+TEST_F(GridTest, AReloadSelectsNothing) {
+    AddFiles(3);
+    Start();
+    ClickRow(2);
+    Form().LoadDatabase({});
+    EXPECT_EQ(mainModule.SelectedRows.Count(), 0U);
+    EXPECT_FALSE(Grid().Selection().IsPainted(2));
+    EXPECT_EQ(PanelText(Panel::Scanning), "");
+}
+
+TEST_F(GridTest, ADoubleClickOnAHeaderSortsAndTurnsTheDirectionEachTime) {
+    AddFiles(3);
+    Start();
+    EXPECT_EQ(Grid().Model().SortColumn(), 0);
+    EXPECT_TRUE(Grid().Model().SortAscending());
+    DoubleClickHeader(1);
+    EXPECT_TRUE(mainModule.SortTitle);
+    EXPECT_FALSE(mainModule.SortInterpret);
+    EXPECT_EQ(mainModule.SortDirection, "DESC");
+    EXPECT_EQ(Grid().Model().SortColumn(), 1);
+    EXPECT_FALSE(Grid().Model().SortAscending());
+    EXPECT_EQ(Listed().front(), "Performer 102");
+    DoubleClickHeader(0);
+    EXPECT_EQ(mainModule.SortDirection, "ASC");
+    EXPECT_EQ(Listed().front(), "Performer 100");
+}
+
+TEST_F(GridTest, OneNotchOfTheWheelIsOneRowWhereverTheMouseStands) {
+    AddFiles(80);
+    Start();
+    ClickRow(1);
+    Wheel(*Grid().viewport(), -120);
+    EXPECT_EQ(Grid().TopRow(), 2);
+    Wheel(*Grid().viewport(), -960);
+    EXPECT_EQ(Grid().TopRow(), 3);
+    Wheel(Control<QLineEdit>("txtSearch"), -120);
+    EXPECT_EQ(Grid().TopRow(), 4);
+    Wheel(Control<QComboBox>("cboGenre"), -120);
+    EXPECT_EQ(Grid().TopRow(), 5);
+    EXPECT_EQ(Control<QComboBox>("cboGenre").currentIndex(), 0);
+    for (int i = 0; i < 9; ++i) {
+        Wheel(*Grid().viewport(), 40);
+    }
+    EXPECT_EQ(Grid().TopRow(), 1);
+    EXPECT_EQ(Grid().Selection().Row(), 1);
+    EXPECT_EQ(mainModule.SelectedRows.Rows(), Rows{1});
+}
+
+TEST_F(GridTest, TheToolTipIsTheFilesNameOnDisk) {
+    AddFiles(2);
+    Start();
+    const QPoint place = CellCentre(2);
+    QHelpEvent help(QEvent::ToolTip, place, Grid().viewport()->mapToGlobal(place));
+    QCoreApplication::sendEvent(Grid().viewport(), &help);
+    EXPECT_EQ(FromQString(QToolTip::text()), "Title 101.mp3");
+}
+
+TEST_F(GridTest, ADoubleClickOpensTheFileInTheSystemsPlayerAndCountsIt) {
+    AddFiles(2);
+    Start();
+    mainModule.UseExternalPlayer = true;
+    QTest::mouseDClick(Grid().viewport(), Qt::LeftButton, {}, CellCentre(2));
+    EXPECT_EQ(shell.executed, Texts{"/music/Title 101.mp3"});
+    EXPECT_EQ(mainModule.Connection->Query("Select Hits from Files where File_id = 2").At(0, 0).Integer(), 1);
+    QTest::keyClick(&Grid(), Qt::Key_Return);
+    EXPECT_EQ(shell.executed.size(), 2U);
+}
+
+TEST_F(GridTest, ArrowKeysMoveTheSelection) {
+    AddFiles(60);
+    Start();
+    ClickRow(1);
+    QTest::keyClick(&Grid(), Qt::Key_Down);
+    EXPECT_EQ(mainModule.SelectedRows.Rows(), Rows{2});
+    QTest::keyClick(&Grid(), Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(mainModule.SelectedRows.Rows(), (Rows{2, 3}));
+    QTest::keyClick(&Grid(), Qt::Key_End);
+    EXPECT_EQ(mainModule.SelectedRows.Rows(), Rows{60});
+    EXPECT_TRUE(Grid().RowIsVisible(60));
+}
+
+TEST_F(GridTest, ARightClickOpensTheKontextMenu) {
+    AddFiles(2);
+    Start();
+    ClickRow(2, {}, Qt::RightButton);
+    QMenu* menu = Form().Menu().Popup("mnuKontext");
+    EXPECT_TRUE(menu->isVisible());
+    EXPECT_EQ(mainModule.DetailsRow, 2);
+    menu->close();
+}
+
+TEST_F(GridTest, TheRowsAreNoTallerThanOneLine) {
+    AddFiles(1);
+    Start();
+    EXPECT_EQ(Grid().rowHeight(0), Grid().fontMetrics().height() + 5);
+    EXPECT_FALSE(Grid().wordWrap());
+}
+
+} // namespace quavernet::test

@@ -1,0 +1,13 @@
+// One application object for all GUI tests of the process.
+#include "platform/qt/Application.h"
+
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv) {
+    ::testing::InitGoogleTest(&argc, argv);
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen"); // The tests need no screen, also when they are only listed.
+    }
+    quavernet::Application application(argc, argv);
+    return RUN_ALL_TESTS();
+}

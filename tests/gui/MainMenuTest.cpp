@@ -1,0 +1,115 @@
+#include "gui/GuiTest.h"
+
+#include "app/LoadResString.h"
+#include "mainwindow/MainMenuTable.h"
+
+#include <QDialog>
+#include <QTimer>
+
+namespace quavernet::test {
+
+namespace {
+class MainMenuTest : public GuiTest {};
+
+void ExpectSoundSeparators(const QMenu& menu) {
+    bool lastWasSeparator = true;
+    for (const QAction* action : menu.actions()) {
+        EXPECT_FALSE(action->isSeparator() && lastWasSeparator) << FromQString(menu.menuAction()->objectName());
+        lastWasSeparator = action->isSeparator();
+        if (action->menu() != nullptr) {
+            ExpectSoundSeparators(*action->menu());
+        }
+    }
+    EXPECT_FALSE(lastWasSeparator);
+}
+} // namespace
+
+TEST_F(MainMenuTest, CaptionsAndShortcutsFollowTheTableInBothLanguages) {
+    Start();
+    for (const char* language : {"mnuViewLanguageENG", "mnuViewLanguageGER"}) {
+        Action(language).trigger();
+        for (const MenuEntry& entry : MainMenuTable) {
+            QAction* item = Form().Menu().Item(entry.Name);
+            ASSERT_EQ(item != nullptr, entry.Is(MenuEntry::Built)) << entry.Name;
+            if (item == nullptr) {
+                continue;
+            }
+            if (entry.Text != 0) {
+                EXPECT_EQ(FromQString(item->text()), LoadResString(entry.Text));
+            }
+            const QString shortcut = item->shortcut().toString(QKeySequence::PortableText);
+            EXPECT_EQ(FromQString(shortcut), entry.Shortcut == 0 ? "" : std::string("Ctrl+") + entry.Shortcut);
+        }
+    }
+}
+
+TEST_F(MainMenuTest, NoMenuIsEmptyOrHasStraySeparators) {
+    Start();
+    for (const QAction* action : Form().menuBar()->actions()) {
+        ExpectSoundSeparators(*action->menu());
+    }
+    ExpectSoundSeparators(*Form().Menu().Popup("mnuKontext"));
+}
+
+TEST_F(MainMenuTest, TogglesSetTheirGlobals) {
+    Start();
+    Action("mnuOptionsScanLog").trigger();
+    EXPECT_FALSE(mainModule.ScanLogEnabled);
+    Action("mnuAddToPlaylist").trigger();
+    EXPECT_TRUE(mainModule.AlwaysAddToPlaylist);
+    Action("mnuExternalPlayer").trigger();
+    EXPECT_TRUE(mainModule.UseExternalPlayer);
+    Action("mnuOptionsLoadOverSearch").trigger();
+    EXPECT_TRUE(mainModule.LoadOverSearch);
+}
+
+TEST_F(MainMenuTest, FormatFiltersWorkAsPairsAndReloadTheList) {
+    AddFile("Abba", "One", "mp3");
+    AddFile("Cure", "Two", "wav");
+    Start();
+    Action("mnuKontextMp3").trigger();
+    EXPECT_FALSE(Action("mnump3").isChecked());
+    EXPECT_EQ(Listed(), Texts{"Cure"});
+    EXPECT_EQ(PanelText(Panel::Interprets), "2 Interpreten");
+    Action("mnump3").trigger();
+    EXPECT_TRUE(Action("mnuKontextMp3").isChecked());
+    EXPECT_EQ(Listed(), (Texts{"Abba", "Cure"}));
+}
+
+TEST_F(MainMenuTest, ARunningScanSilencesTheShortcuts) {
+    Start();
+    Form().SetControlState(1);
+    EXPECT_FALSE(Action("scan").isEnabled());
+    EXPECT_TRUE(Action("cancel").isEnabled());
+    EXPECT_FALSE(Action("mnuFile").isEnabled());
+    EXPECT_FALSE(Control<QLineEdit>("txtSearch").isEnabled());
+    QTest::keyClick(Form().windowHandle(), Qt::Key_G, Qt::ControlModifier);
+    EXPECT_FALSE(Grid().showGrid());
+    Form().SetControlState(0);
+    QTest::keyClick(Form().windowHandle(), Qt::Key_G, Qt::ControlModifier);
+    EXPECT_TRUE(Grid().showGrid());
+}
+
+TEST_F(MainMenuTest, TheAboutBoxNamesVersionAndProduct) {
+    Start();
+    std::string version;
+    std::string title;
+    std::string button;
+    QTimer::singleShot(0, [&] {
+        auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        title = FromQString(box->windowTitle());
+        version = FromQString(box->findChild<QLabel*>(QStringLiteral("lblVersion"))->text());
+        button = FromQString(box->findChild<QPushButton*>(QStringLiteral("cmdSysInfo"))->text());
+        QTest::mouseClick(box->findChild<QPushButton*>(QStringLiteral("cmdSysInfo")), Qt::LeftButton);
+        QTest::mouseClick(box->findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
+    });
+    Action("mnuAbout").trigger();
+    EXPECT_EQ(title, "Über Quavernet");
+    EXPECT_EQ(version, "Version 1.0.3");
+    EXPECT_EQ(button, "System Info...");
+    ASSERT_EQ(msgBox.shown.size(), 1U);
+    EXPECT_EQ(msgBox.shown[0].text, "Über Quavernet");
+    EXPECT_EQ(msgBox.shown[0].icon, MsgBox::Icon::None);
+}
+
+} // namespace quavernet::test

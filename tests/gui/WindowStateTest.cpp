@@ -1,0 +1,174 @@
+#include "gui/GuiTest.h"
+
+#include <QDialog>
+#include <QHeaderView>
+#include <QTimer>
+#include <QTreeWidget>
+
+namespace quavernet::test {
+
+namespace {
+class WindowStateTest : public GuiTest {
+protected:
+    WindowStateTest() {
+        settings.values["WindowWidth"] = "14100";
+        settings.values["WindowHeight"] = "9000";
+    }
+    QWidget& Frame(const char* name) { return Control<QWidget>(name); }
+    void DragSplitter(int pixels) {
+        QWidget& sizer = Frame("lblSizer");
+        const QPoint press(1, 20);
+        QTest::mousePress(&sizer, Qt::LeftButton, {}, press);
+        QMouseEvent move(QEvent::MouseMove, QPointF(press + QPoint(pixels, 0)),
+                         QPointF(sizer.mapToGlobal(press + QPoint(pixels, 0))), Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
+        QCoreApplication::sendEvent(&sizer, &move);
+        QTest::mouseRelease(&sizer, Qt::LeftButton, {}, press);
+    }
+};
+} // namespace
+
+TEST_F(WindowStateTest, WithoutSettingsTheWindowTakesItsDefaults) {
+    settings.values.clear();
+    Start();
+    EXPECT_EQ(Form().size(), QSize(1000, 733));
+    EXPECT_EQ(Frame("Frame3").width(), 189);
+    EXPECT_EQ(Grid().columnWidth(0), 200);
+    EXPECT_EQ(Grid().columnWidth(4), 100);
+    EXPECT_FALSE(Grid().showGrid());
+    EXPECT_TRUE(Action("mnuRecursive").isChecked());
+    EXPECT_FALSE(Action("mnuQuickscan").isChecked());
+    EXPECT_TRUE(settings.values.empty());
+}
+
+TEST_F(WindowStateTest, WhatTheUserArrangedComesBackAtTheNextStart) {
+    AddFile("Abba", "One");
+    AddFile("Cure", "Two");
+    Start();
+    Form().move(45, 60);
+    DragSplitter(40);
+    Grid().setColumnWidth(1, 123);
+    Action("mnuShowGridlines").trigger();
+    Action("mnuQuickscan").trigger();
+    Action("mnuScanWav").trigger();
+    Action("mnuExternalPlayer").trigger();
+    Control<QComboBox>("cboAlbum").setCurrentIndex(2);
+    CloseMain();
+
+    EXPECT_EQ(settings.values["WindowWidth"], "14100");
+    EXPECT_EQ(settings.values["WindowHeight"], "9000");
+    EXPECT_EQ(settings.values["WindowLeft"], "675");
+    EXPECT_EQ(settings.values["WindowTop"], "900");
+    EXPECT_EQ(settings.values["SplitterPos"], "3435");
+    EXPECT_EQ(settings.values["ColWidth(1)"], "1845");
+    EXPECT_EQ(settings.values["GridLines"], "yes");
+    EXPECT_EQ(settings.values["Album"], "2");
+    EXPECT_EQ(settings.values["ExternalPlayer"], "1");
+
+    Start();
+    EXPECT_EQ(Form().pos(), QPoint(45, 60));
+    EXPECT_EQ(Frame("Frame3").width(), 229);
+    EXPECT_EQ(Grid().columnWidth(1), 123);
+    EXPECT_TRUE(Grid().showGrid());
+    EXPECT_TRUE(Action("mnuKontextShowGridlines").isChecked());
+    EXPECT_TRUE(Action("mnuQuickscan").isChecked());
+    EXPECT_FALSE(Action("mnuScanWav").isChecked());
+    EXPECT_TRUE(mainModule.UseExternalPlayer);
+    EXPECT_EQ(Control<QComboBox>("cboAlbum").currentIndex(), 2);
+    EXPECT_EQ(Listed(), Texts{"Cure"});
+}
+
+TEST_F(WindowStateTest, TheSplitterStopsAtANarrowTreePane) {
+    Start();
+    DragSplitter(-170);
+    EXPECT_EQ(Frame("Frame3").width(), 19); // 285 twips: the move that passes the limit still counts
+    DragSplitter(-5);
+    EXPECT_EQ(Frame("Frame3").width(), 33); // 499 twips
+}
+
+TEST_F(WindowStateTest, AStoredIndexBeyondTheEndLeavesTheFirstEntry) {
+    settings.values["Drive"] = "7";
+    settings.values["Genre"] = "-3";
+    Start();
+    EXPECT_EQ(Control<QComboBox>("cboDrive").currentIndex(), 0);
+    EXPECT_EQ(Control<QComboBox>("cboGenre").currentIndex(), 0);
+}
+
+TEST_F(WindowStateTest, APositionThatIsNoNumberStopsTheStart) {
+    settings.values["WindowLeft"] = "left";
+    windows = std::make_unique<AppWindows>();
+    EXPECT_THROW(Main(*windows), RuntimeError);
+}
+
+TEST_F(WindowStateTest, WithLoadOverSearchTheListStaysEmptyUntilASearch) {
+    AddFile("Abba", "One");
+    settings.values["LoadOverSearch"] = "1";
+    Start();
+    EXPECT_EQ(Listed(), Texts{});
+    QTest::mouseClick(&Control<QPushButton>("cmdSearch"), Qt::LeftButton);
+    EXPECT_EQ(Listed(), Texts{"Abba"});
+}
+
+TEST_F(WindowStateTest, AScanKeepsTheWindowOpenAndNothingIsSaved) {
+    Start();
+    settings.values.clear();
+    mainModule.ScanRunning = true;
+    EXPECT_FALSE(Form().close());
+    EXPECT_TRUE(Form().isVisible());
+    EXPECT_TRUE(settings.values.empty());
+    ASSERT_EQ(msgBox.shown.size(), 1U);
+    EXPECT_EQ(msgBox.shown[0].text, "Der Scanvorgang ist noch nicht beendet! Bitte brechen Sie diesen vor dem "
+                                    "Schliessen des Programmes ab.");
+    EXPECT_EQ(msgBox.shown[0].title, "Programm beenden");
+    EXPECT_EQ(msgBox.shown[0].icon, MsgBox::Icon::Information);
+}
+
+TEST_F(WindowStateTest, TheExitItemClosesTheWindowAndWithoutAPlayerTheProcess) {
+    Start();
+    EXPECT_THROW(Form().close(), ProcessEnded);
+    EXPECT_FALSE(mainModule.MainOpen);
+    EXPECT_FALSE(mainModule.Connection);
+    EXPECT_EQ(settings.values["GridLines"], "no");
+}
+
+TEST_F(WindowStateTest, ThePlayerKeepsTheProcessAlive) {
+    Start();
+    mainModule.PlayerOpen = true;
+    Action("mnuExit").trigger();
+    EXPECT_FALSE(Form().isVisible());
+    EXPECT_FALSE(mainModule.MainOpen);
+    EXPECT_TRUE(mainModule.Connection);
+}
+
+TEST_F(WindowStateTest, OneSecondAfterTheLoadTheSearchBoxTakesTheFocus) {
+    Start();
+    auto& timer = Control<QTimer>("AfterLoadTimer");
+    EXPECT_EQ(timer.interval(), 1000);
+    EXPECT_TRUE(timer.isActive());
+    timer.start(0);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Form().focusWidget(), &Control<QLineEdit>("txtSearch"));
+    EXPECT_FALSE(timer.isActive());
+}
+
+TEST_F(WindowStateTest, TheTreeShowsItsRoot) {
+    Start();
+    auto& tree = Control<QTreeWidget>("TreeView");
+    ASSERT_EQ(tree.topLevelItemCount(), 1);
+    EXPECT_EQ(FromQString(tree.topLevelItem(0)->text(0)), "Bibliothek");
+    EXPECT_TRUE(tree.topLevelItem(0)->font(0).bold());
+    EXPECT_TRUE(mainModule.TreeLoaded);
+}
+
+TEST_F(WindowStateTest, TheSplashWindowStandsFourSecondsOrUntilAKey) {
+    windows = std::make_unique<AppWindows>();
+    Main(*windows);
+    auto& splash = Control<QDialog>("frmSplash");
+    EXPECT_TRUE(splash.isVisible());
+    EXPECT_EQ(splash.findChild<QTimer*>(QStringLiteral("Timer1"))->interval(), 4000);
+    EXPECT_EQ(FromQString(splash.findChild<QLabel*>(QStringLiteral("lblVersion"))->text()), "v1.0.3");
+    QTest::mouseClick(splash.findChild<QLabel*>(QStringLiteral("Image1")), Qt::LeftButton);
+    EXPECT_FALSE(splash.isVisible());
+}
+
+} // namespace quavernet::test
