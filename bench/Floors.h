@@ -1,0 +1,58 @@
+// What the machine alone takes: bare system calls over the same files and bare SQLite over the same rows,
+// without anything of the program. Every benchmark stands beside one of these.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+struct sqlite3;
+
+namespace quavernet::bench {
+
+/// A row of Files with the texts that it points to, as a scan stored it.
+struct StoredRow {
+    std::string title, interpret, album, drive, name, path, date;
+    std::int64_t quality = 0, size = 0, length = 0, extension = 0, genre = 0;
+};
+
+/// A library file opened with SQLite and nothing else.
+class BareLibrary {
+public:
+    explicit BareLibrary(const std::string& path);
+    ~BareLibrary();
+    BareLibrary(const BareLibrary&) = delete;
+    BareLibrary& operator=(const BareLibrary&) = delete;
+
+    /// Runs statements that give no rows.
+    void Execute(const char* statements);
+
+    /// Reads every column of every row of a statement as text; returns the number of rows.
+    std::size_t ReadAll(const std::string& statement);
+
+    /// The rows of Files, joined to their lookup tables.
+    std::vector<StoredRow> Rows();
+
+    /// Makes the twelve tables' part that a scan fills, with the same indexes and the engine's own collation.
+    void CreateTables();
+
+    /// Writes the rows and their lookup rows with prepared statements in one transaction.
+    void WriteRows(const std::vector<StoredRow>& rows);
+
+    /// Updates every row by its path, in one transaction.
+    void UpdateRows(const std::vector<StoredRow>& rows);
+
+    /// Looks every path up.
+    std::size_t FindPaths(const std::vector<std::string>& paths);
+
+private:
+    sqlite3* m_database = nullptr;
+};
+
+/// Walks a folder with directory descriptors and takes the facts of every file.
+std::vector<std::string> WalkFiles(const std::string& folder);
+
+/// Opens every file and reads its first 4 KB and last 128 bytes; returns the number of bytes read.
+std::uint64_t ReadHeadsAndTails(const std::vector<std::string>& paths);
+
+} // namespace quavernet::bench

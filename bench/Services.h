@@ -1,0 +1,128 @@
+// The program's services without a user: real files, real libraries, real tags, windows that show nothing.
+#pragma once
+
+#include "app/MainModule.h"
+#include "browser/ListQuery.h"
+#include "platform/posix/PosixFileSystem.h"
+#include "platform/posix/SystemClock.h"
+#include "platform/sqlite/SqliteConnection.h"
+#include "platform/taglib/TagLibComponent.h"
+#include "scanner/ScanWindow.h"
+
+#include <array>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quavernet::bench {
+
+class MemorySettings : public SettingsStore {
+public:
+    std::optional<std::string> Query(const std::string&, const std::string&,
+                                     const std::string& name) override {
+        const auto found = m_values.find(name);
+        return found == m_values.end() ? std::nullopt : std::optional(found->second);
+    }
+    void Set(const std::string&, const std::string&, const std::string& name,
+             const std::string& value) override {
+        m_values[name] = value;
+    }
+
+private:
+    std::map<std::string, std::string> m_values;
+};
+
+class NoEvents : public Events {
+public:
+    void DoEvents() override {}
+};
+
+class SilentScanWindow : public ScanWindow {
+public:
+    ScanOptions options;
+
+    ScanOptions Options() const override { return options; }
+    void SetPanel(int panel, const std::string& text) override {
+        m_panels.at(static_cast<std::size_t>(panel)) = text;
+    }
+    std::string Panel(int panel) const override { return m_panels.at(static_cast<std::size_t>(panel)); }
+    void SetTitle(const std::string&) override {}
+    void SetMousePointer(int) override {}
+    void SetProgress(float value) override { m_progress = value; }
+    float Progress() const override { return m_progress; }
+    void SetControlState(int) override {}
+    void ClearList() override {}
+    void FillDriveCombo() override {}
+    void FillAlbumCombo() override {}
+    void LoadDatabase(const std::string&) override {}
+
+private:
+    std::array<std::string, 6> m_panels;
+    float m_progress = 0;
+};
+
+class SilentScanLog : public ScanLog {
+public:
+    void Show() override {}
+    void EnableClose(bool) override {}
+    void AddLine(const std::string&) override {}
+    void SelectLastLine() override {}
+    void SetFileCount(const std::string&) override {}
+    void SetMegabytes(const std::string&) override {}
+    void SetPlaytime(const std::string&) override {}
+    void AddSkipped(const std::vector<SkippedEntry>&) override {}
+};
+
+class SilentListWindow : public ListWindow {
+public:
+    void SetScanningPanel(const std::string&) override {}
+    void ClearList() override {}
+    void SetProgress(float value) override { m_progress = value; }
+    float Progress() const override { return m_progress; }
+
+private:
+    float m_progress = 0;
+};
+
+/// Fills the services at construction and empties them again.
+class BenchServices {
+public:
+    BenchServices() : m_files(CreatePosixFileSystem()) {
+        services = Services();
+        services.settings = &settings;
+        services.fileSystem = m_files.get();
+        services.events = &m_events;
+        services.clock = &m_clock;
+        mainModule = MainModule();
+        mainModule.TagComponent = CreateTagLibComponent();
+    }
+    ~BenchServices() {
+        mainModule = MainModule();
+        services = Services();
+    }
+    BenchServices(const BenchServices&) = delete;
+    BenchServices& operator=(const BenchServices&) = delete;
+
+    void OpenLibrary(const std::string& path) {
+        CloseLibrary();
+        mainModule.Connection = CreateSqliteConnection(services.regional);
+        mainModule.Connection->Open("Data Source=" + path);
+    }
+    void CloseLibrary() {
+        if (mainModule.Connection) {
+            mainModule.Connection->Commit();
+        }
+        mainModule.Connection.reset();
+    }
+
+    MemorySettings settings;
+
+private:
+    std::unique_ptr<FileSystemObject> m_files;
+    NoEvents m_events;
+    SystemClock m_clock;
+};
+
+} // namespace quavernet::bench

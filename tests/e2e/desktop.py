@@ -1,0 +1,202 @@
+"""A screen, a window manager and a home of their own for the real program, and hands that only use the keyboard
+and the mouse (xdotool). What the program did is read from its library file and from the titles of its windows."""
+import os
+import re
+import resource
+import shutil
+import signal
+import sqlite3
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+WAIT = 60  # seconds that anything may take before it counts as not happening
+
+# Set by CMake: the built program, the sample maker, and where screenshots go.
+PROGRAM = os.environ["QUAVERNET_PROGRAM"]
+SAMPLE_MAKER = os.environ["QUAVERNET_SAMPLE_MAKER"]
+PICTURES = os.environ["QUAVERNET_PICTURES"]
+
+
+def wait_until(what, condition):
+    """Gives the first true answer of the condition; fails with `what` when none comes."""
+    end = time.monotonic() + WAIT
+    while True:
+        answer = condition()
+        if answer:
+            return answer
+        if time.monotonic() > end:
+            raise AssertionError(f"waited {WAIT} s in vain for {what}")
+        time.sleep(0.02)
+
+
+class Desktop:
+    """Xvfb with openbox."""
+
+    def __init__(self, home):
+        read, write = os.pipe()
+        self.server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x960x24", "-nolisten", "tcp",
+             "-noreset"],
+            pass_fds=[write], stderr=subprocess.DEVNULL)
+        os.close(write)
+        with os.fdopen(read) as numbers:
+            number = numbers.readline().strip()
+        if not number:
+            raise AssertionError("Xvfb did not start")
+        self.environment = dict(
+            os.environ, DISPLAY=f":{number}", HOME=home, LANG="de_DE.UTF-8", LC_ALL="de_DE.UTF-8",
+            XDG_CONFIG_HOME=f"{home}/.config", XDG_DATA_HOME=f"{home}/.local/share", XDG_CACHE_HOME=f"{home}/.cache",
+            XDG_RUNTIME_DIR=f"{home}/.runtime", QT_QPA_PLATFORM="xcb")
+        for name in ("WAYLAND_DISPLAY", "XDG_CURRENT_DESKTOP", "LANGUAGE"):
+            self.environment.pop(name, None)
+        self.manager = subprocess.Popen(["openbox"], env=self.environment, stdout=subprocess.DEVNULL,
+                                        stderr=subprocess.DEVNULL)
+        wait_until("the window manager",
+                   lambda: "window id" in self.ask("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
+
+    def close(self):
+        for process in (self.manager, self.server):
+            process.terminate()
+            process.wait()
+
+    def ask(self, *command):
+        return subprocess.run([str(part) for part in command], env=self.environment, capture_output=True,
+                              text=True).stdout
+
+    def windows(self, title):
+        """Visible windows whose title matches."""
+        return self.ask("xdotool", "search", "--onlyvisible", "--name", title).split()
+
+    def window(self, title):
+        return wait_until(f"a window {title!r}", lambda: self.windows(title))[0]
+
+    def title(self, window):
+        return self.ask("xdotool", "getwindowname", window).strip()
+
+    def geometry(self, window):
+        """x, y, width, height; zeros for a window that has gone."""
+        told = dict(line.split("=") for line in
+                    self.ask("xdotool", "getwindowgeometry", "--shell", window).split())
+        return tuple(int(told.get(key, 0)) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+
+    def activate(self, window):
+        self.ask("xdotool", "windowactivate", "--sync", window)
+
+    def key(self, *keys):
+        self.ask("xdotool", "key", "--delay", 30, *keys)
+
+    def type(self, text):
+        self.ask("xdotool", "type", "--delay", 15, text)
+
+    def click(self, window, x, y, button=1):
+        """A click at pixels from the window's upper left corner."""
+        self.ask("xdotool", "mousemove", "--window", window, x, y, "click", button)
+
+    def colours(self, window, left, top, right, bottom):
+        """How many colours a part of the window shows; the edges are shares of its width and height."""
+        x, y, width, height = self.geometry(window)
+        crop = (f"{int(width * (right - left))}x{int(height * (bottom - top))}"
+                f"+{int(x + width * left)}+{int(y + height * top)}")
+        picture = subprocess.run(["import", "-window", "root", "-crop", crop, "png:-"], env=self.environment,
+                                 capture_output=True, check=True).stdout
+        return int(subprocess.run(["convert", "png:-", "-format", "%k", "info:"], input=picture,
+                                  capture_output=True, check=True).stdout)
+
+    def picture(self, name):
+        os.makedirs(PICTURES, exist_ok=True)
+        path = os.path.join(PICTURES, name + ".png")
+        self.ask("import", "-window", "root", path)
+        return path
+
+
+class Library:
+    """The program's library file, read by another hand. It can't sort or compare texts: their order is ours."""
+
+    def __init__(self, home):
+        self.path = f"{home}/Dokumente/Quavernet Database/Quavernet.db"
+
+    def values(self, statement):
+        """First column of all rows; nothing while there is no library yet."""
+        if not os.path.exists(self.path):
+            return []
+        connection = sqlite3.connect(f"file:{self.path}?mode=ro", uri=True, timeout=10)
+        try:
+            return [row[0] for row in connection.execute(statement)]
+        except sqlite3.OperationalError as failure:
+            if "unable to open" in str(failure) or "no such table" in str(failure):
+                return []
+            raise
+        finally:
+            connection.close()
+
+    def files(self):
+        return self.values("select Path from Files")
+
+
+def ignore_file_size_signal():
+    signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+
+
+class ProgramTest(unittest.TestCase):
+    """Starts the desktop; a test starts and ends the program as often as it likes."""
+
+    def setUp(self):
+        self.home = tempfile.mkdtemp(prefix="quavernet-e2e-")
+        self.addCleanup(shutil.rmtree, self.home, True)
+        for folder in (".config", ".runtime", "Dokumente", "Musik"):
+            os.makedirs(os.path.join(self.home, folder), mode=0o700)
+        with open(os.path.join(self.home, ".config", "user-dirs.dirs"), "w", encoding="utf-8") as file:
+            file.write('XDG_DOCUMENTS_DIR="$HOME/Dokumente"\nXDG_MUSIC_DIR="$HOME/Musik"\n')
+        self.desktop = Desktop(self.home)
+        self.addCleanup(self.desktop.close)
+        self.library = Library(self.home)
+        self.program = None
+
+    def tearDown(self):
+        self.desktop.picture(self.id().split(".")[-1] + "-end")
+        if self.program and self.program.poll() is None:
+            self.program.kill()
+            self.program.wait()
+
+    def make_music(self, *arguments):
+        """Sample music; returns its folder and the paths that a scan takes."""
+        folder = os.path.join(self.home, "Musik", "Proben")
+        subprocess.run([sys.executable, SAMPLE_MAKER, *arguments, folder], check=True, stdout=subprocess.DEVNULL)
+        return folder, sorted(os.path.join(base, name) for base, _, names in os.walk(folder) for name in names
+                              if re.search(r"\.(mp3|wav|ogg)$", name, re.I))
+
+    def start(self):
+        """Starts the program and gives its main window, once the start picture has gone."""
+        self.program = subprocess.Popen([PROGRAM], env=self.desktop.environment, cwd=self.home,
+                                        restore_signals=False, preexec_fn=ignore_file_size_signal)
+        window = self.desktop.window("^Quavernet - ")
+        wait_until("the library", lambda: self.library.values("select count(*) from Genres"))
+        wait_until("the start picture to go", lambda: self.main_is_alone())
+        self.desktop.activate(window)
+        return window
+
+    def main_is_alone(self):
+        mine = self.desktop.ask("xdotool", "search", "--onlyvisible", "--pid", self.program.pid).split()
+        return len([window for window in mine if min(self.desktop.geometry(window)[2:]) > 50]) == 1
+
+    def scan(self, window, folder):
+        """Ctrl+S, then the folder into the dialog."""
+        self.desktop.activate(window)
+        self.desktop.key("ctrl+s")
+        dialog = self.desktop.window("^Wählen Sie einen Ordner$")
+        self.desktop.activate(dialog)
+        self.desktop.type(folder + "/")
+        self.desktop.key("Return")
+        wait_until("the folder dialog to go", lambda: not self.desktop.windows("^Wählen Sie einen Ordner$"))
+
+    def ended(self):
+        """Waits for the program's end; its exit code."""
+        wait_until("the program's end", lambda: self.program.poll() is not None)
+        return self.program.returncode
+
+    def limit_written_files(self, size):
+        """From now on the program can't make any file longer than this, as on a full disk."""
+        resource.prlimit(self.program.pid, resource.RLIMIT_FSIZE, (size, size))

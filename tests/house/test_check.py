@@ -1,0 +1,202 @@
+"""The house checks on small trees: each must pass a good one and break on a bad one."""
+import contextlib
+import io
+import os
+import shutil
+import sys
+import tempfile
+import unittest
+
+sys.dont_write_bytecode = True
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "tools", "house"))
+import check  # noqa: E402
+import source  # noqa: E402
+
+
+class CheckTest(unittest.TestCase):
+    def setUp(self):
+        self.root = tempfile.mkdtemp(prefix="quavernet-house-")
+        self.addCleanup(shutil.rmtree, self.root)
+        self.write("src/platform/CMakeLists.txt", "target_sources(quavernet_logic PRIVATE Clock.cpp)\n")
+        self.write("src/platform/Clock.h", "int Now();\n")
+        self.write("src/platform/Clock.cpp", '#include "platform/Clock.h"\nint Now() {\n    return 1;\n}\n')
+
+    def write(self, path, text):
+        full = os.path.join(self.root, path)
+        os.makedirs(os.path.dirname(full), exist_ok=True)
+        with open(full, "w", encoding="utf-8") as file:
+            file.write(text)
+
+    def broken(self, name):
+        with contextlib.redirect_stdout(io.StringIO()):
+            return check.CHECKS[name](self.root)
+
+    def status(self, *names):
+        with contextlib.redirect_stdout(io.StringIO()) as out:
+            return check.main(["--root", self.root, *names]), out.getvalue()
+
+    def test_a_good_tree_keeps_the_rules(self):
+        for name in ("sizes", "connects", "cycles", "layers", "share", "words", "format"):
+            code = "src/platform/Clock.cpp"
+            self.write(code, '#include "platform/Clock.h"\nint Now() { return 1; }\n')
+            self.assertEqual(self.broken(name), [], name)
+
+    def test_the_exit_code_tells_of_a_break(self):
+        self.assertEqual(self.status("cycles", "layers")[0], 0)
+        self.write("src/platform/Clock.h", '#include "platform/Clock.h"\n')
+        code, text = self.status("cycles")
+        self.assertEqual(code, 1)
+        self.assertIn("BROKEN cycles: files include each other: src/platform/Clock.h", text)
+
+    def test_a_source_of_601_lines_is_too_long(self):
+        self.write("src/platform/Clock.cpp", "// x\n" * 600)
+        self.assertEqual(self.broken("sizes"), [])
+        self.write("src/platform/Clock.cpp", "// x\n" * 601)
+        self.assertEqual(self.broken("sizes"), ["src/platform/Clock.cpp: 601 lines, at most 600"])
+
+    def test_a_header_of_301_lines_is_too_long(self):
+        self.write("src/platform/Clock.h", "// x\n" * 301)
+        self.assertEqual(self.broken("sizes"), ["src/platform/Clock.h: 301 lines, at most 300"])
+
+    def test_a_function_of_81_lines_is_too_long_unless_a_comment_says_why(self):
+        body = "int Long() {\n" + "    f();\n" * 79 + "}\n"
+        self.write("src/platform/Long.cpp", body)
+        self.assertEqual(self.broken("sizes"), ["src/platform/Long.cpp:1: Long has 81 lines, at most 80"])
+        self.write("src/platform/Long.cpp", "int Short() {\n" + "    f();\n" * 78 + "}\n")
+        self.assertEqual(self.broken("sizes"), [])
+        self.write("src/platform/Long.cpp", "// Long because it is one table of cases.\n" + body)
+        self.assertEqual(self.broken("sizes"), [])
+
+    def test_tests_and_benchmarks_have_the_same_limits(self):
+        self.write("tests/LongTest.cpp", "TEST(A, B) {\n" + "    f();\n" * 90 + "}\n")
+        self.write("bench/Long.cpp", "// x\n" * 700)
+        self.assertEqual(len(self.broken("sizes")), 2)
+
+    def test_connections_count_for_the_class_over_all_its_functions(self):
+        half = "    connect(a, b);\n" * 13
+        self.write("src/mainwindow/frmMain.cpp", f"void frmMain::A() {{\n{half}}}\nvoid frmMain::B() {{\n{half}}}\n")
+        self.assertEqual(self.broken("connects"), ["frmMain: 26 connections, at most 25"])
+        self.write("src/mainwindow/frmMain.cpp", f"void frmMain::A() {{\n{half}}}\nvoid frmList::B() {{\n{half}}}\n")
+        self.assertEqual(self.broken("connects"), [])
+
+    def test_files_that_include_each_other_are_a_cycle(self):
+        self.write("src/app/A.h", '#include "app/B.h"\n')
+        self.write("src/app/B.h", '#include "app/A.h"\n')
+        self.assertEqual(self.broken("cycles"), ["files include each other: src/app/A.h src/app/B.h"])
+
+    def test_folders_that_depend_on_each_other_are_a_cycle(self):
+        self.write("src/scanner/A.h", '#include "browser/B.h"\n')
+        self.write("src/browser/B.h", "")
+        self.write("src/browser/C.h", '#include "scanner/D.h"\n')
+        self.write("src/scanner/D.h", "")
+        self.assertEqual(self.broken("cycles"), ["folders depend on each other: browser scanner"])
+
+    def test_a_lower_folder_must_not_include_a_higher_one(self):
+        self.write("src/scanner/Scan.h", "")
+        self.write("src/inspect/A.h", '#include "scanner/Scan.h"\n')
+        self.assertEqual(self.broken("layers"), ["src/inspect/A.h: includes src/scanner/Scan.h from a higher floor"])
+
+    def test_a_folder_without_a_floor_is_told(self):
+        self.write("src/misc/A.h", "")
+        self.assertEqual(self.broken("layers"), ["src/misc/A.h: the folder misc has no floor in the order of folders"])
+
+    def test_an_adapter_includes_platform_and_app_only(self):
+        self.write("src/app/State.h", "")
+        self.write("src/inspect/A.h", "")
+        self.write("src/platform/sqlite/CMakeLists.txt", "target_sources(quavernet_sqlite PRIVATE X.cpp)")
+        self.write("src/platform/sqlite/X.cpp", '#include "app/State.h"\n#include "platform/Clock.h"\n')
+        self.assertEqual(self.broken("layers"), [])
+        self.write("src/platform/sqlite/X.cpp", '#include "inspect/A.h"\n')
+        self.assertEqual(self.broken("layers"), ["src/platform/sqlite/X.cpp: an adapter includes src/inspect/A.h"])
+
+    def test_the_logic_must_not_include_an_adapter(self):
+        self.write("src/platform/sqlite/X.h", "")
+        self.write("src/platform/Clock.cpp", '#include "platform/sqlite/X.h"\n')
+        self.assertEqual(self.broken("layers"),
+                         ["src/platform/Clock.cpp: the logic includes the adapter's src/platform/sqlite/X.h"])
+
+    def test_only_the_source_of_a_program_puts_logic_and_adapters_together(self):
+        self.write("src/platform/sqlite/X.h", "")
+        self.write("src/library/MakeTemplate.cpp", '#include "platform/sqlite/X.h"\n')
+        self.write("src/library/CMakeLists.txt", "add_executable(quavernet_template MakeTemplate.cpp)")
+        self.assertEqual(self.broken("layers"), [])
+        self.write("src/library/CMakeLists.txt", "target_sources(quavernet_forms PRIVATE MakeTemplate.cpp)")
+        self.assertEqual(self.broken("layers"),
+                         ["src/library/MakeTemplate.cpp: a form includes the adapter's src/platform/sqlite/X.h"])
+
+    def test_the_logic_must_not_include_a_library(self):
+        for header in ("QString", "QtWidgets/QLabel", "sqlite3.h", "taglib/tag.h", "mpv/client.h", "vorbis/codec.h"):
+            self.write("src/platform/Clock.cpp", f"#include <{header}>\n")
+            self.assertEqual(self.broken("layers"), [f"src/platform/Clock.cpp: the logic includes <{header}>"])
+
+    def test_the_logic_must_not_include_a_header_of_a_form(self):
+        self.write("src/platform/Widget.h", "#include <QWidget>\n")
+        self.write("src/platform/Clock.cpp", '#include "platform/Widget.h"\n')
+        self.assertEqual(self.broken("layers"),
+                         ["src/platform/Clock.cpp: the logic includes src/platform/Widget.h, which uses Qt"])
+
+    def test_a_source_that_nothing_compiles_is_told(self):
+        self.write("src/platform/Lost.cpp", "")
+        self.assertEqual(self.broken("layers"),
+                         ["src/platform/Lost.cpp: no CMakeLists.txt of its folder compiles it"])
+
+    def test_the_share_of_code_without_qt_is_half_at_least(self):
+        self.write("src/mainwindow/CMakeLists.txt", "target_sources(quavernet_forms PRIVATE frmMain.cpp)")
+        self.write("src/mainwindow/frmMain.cpp", "//\n" * 5)
+        self.assertEqual(self.broken("share"), [])
+        self.write("src/mainwindow/frmMain.cpp", "//\n" * 6)
+        self.assertEqual(self.broken("share"), ["45.5 % of the lines know no Qt, at least 50 %"])
+
+    def test_tests_have_six_tenths_of_the_lines_of_the_code(self):
+        self.write("tests/ClockTest.cpp", "//\n" * 3)
+        self.assertEqual(self.broken("ratio"), [])
+        self.write("tests/ClockTest.cpp", "//\n" * 2)
+        self.assertEqual(self.broken("ratio"), ["ratio of tests to code 0.40, at least 0.6"])
+
+    def test_forbidden_words_are_told_with_their_place(self):
+        self.write("src/platform/Clock.h", "// TO" "DO: mend\n")
+        self.write("tests/ClockTest.cpp", "\nGTEST_" "SKIP();\n")
+        self.write("docs/A.md", "See Par" "t 4.2.\n")
+        self.write("src/app/A.h", "using namespace std;\n")
+        self.write("src/app/B.cpp", 'char name[] = "x-XXXXXX"; using namespace std;\n')
+        places = [line.split(" ")[0] for line in self.broken("words")]
+        self.assertEqual(places, ["src/platform/Clock.h:1:", "tests/ClockTest.cpp:2:", "docs/A.md:1:", "src/app/A.h:1:"])
+
+    def test_code_that_is_laid_out_otherwise_is_told(self):
+        self.write(".clang-format", "BasedOnStyle: LLVM\nIndentWidth: 4\n")
+        self.write("src/platform/Clock.cpp", "int  Now( ) {return 1;}\n")
+        self.assertEqual(self.broken("format"), ["src/platform/Clock.cpp: run clang-format -i"])
+
+    def test_an_empty_tree_is_no_success(self):
+        shutil.rmtree(os.path.join(self.root, "src"))
+        for name in ("share", "ratio", "format"):
+            self.assertTrue(self.broken(name), name)
+
+
+class FunctionsTest(unittest.TestCase):
+    def names(self, text):
+        return [(f.name, f.first, f.last, f.owner) for f in source.functions(text)]
+
+    def test_lambdas_and_inner_blocks_belong_to_the_function_around_them(self):
+        text = "void A::B() {\n    if (x) {\n        f([&] {\n        });\n    }\n}\nint C() {\n}\n"
+        self.assertEqual(self.names(text), [("A::B", 1, 6, "A"), ("C", 7, 8, "")])
+
+    def test_braces_in_texts_and_comments_do_not_count(self):
+        text = 'void A() {\n    f("{{", \'{\', R"x({)x"); // {\n}\nvoid B() {}\n'
+        self.assertEqual(self.names(text), [("A", 1, 3, ""), ("B", 4, 4, "")])
+
+    def test_a_constructor_begins_at_its_head_and_not_at_its_member_values(self):
+        text = "A::A(int x)\n    : m_x{x},\n      m_y(2) {\n    f();\n}\n"
+        self.assertEqual(self.names(text), [("A::A", 1, 5, "A")])
+
+    def test_functions_in_a_class_belong_to_it(self):
+        text = "namespace n {\nclass A : public B {\npublic:\n    int C() const { return 1; }\n};\nint D() { return 2; }\n}\n"
+        self.assertEqual(self.names(text), [("C", 4, 4, "A"), ("D", 6, 6, "")])
+
+    def test_digit_separators_are_no_characters(self):
+        text = "int A() {\n    return 1'000'000;\n}\nint B() {\n    return '{';\n}\n"
+        self.assertEqual([row[0] for row in self.names(text)], ["A", "B"])
+
+
+if __name__ == "__main__":
+    unittest.main()

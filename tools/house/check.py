@@ -1,0 +1,248 @@
+#!/usr/bin/env python3
+"""Checks the house rules of the source tree and prints its worst places.
+
+    tools/house/check.py [--root DIR] CHECK...      one or more of the names below, or "all"
+
+Ends with 1 if a rule is broken. Each check is a function below; its first line is its rule.
+"""
+import argparse
+import os
+import re
+import subprocess
+import sys
+
+sys.dont_write_bytecode = True
+sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+import source  # noqa: E402
+
+SOURCE_LINES = 600
+HEADER_LINES = 300
+FUNCTION_LINES = 80
+CONNECTS = 25
+LOGIC_SHARE = 50
+TEST_RATIO = 0.6
+
+# From the bottom up; a folder includes its own floor and those below it.
+FLOORS = [["platform"], ["app", "resources"], ["library", "inspect"], ["scanner", "browser", "tree"],
+          ["playback", "editing", "extras", "output"], ["mainwindow"], ["main"]]
+FLOOR = {room: number for number, rooms in enumerate(FLOORS) for room in rooms}
+
+# Data, not code: the tables of texts.
+TABLES = "src/resources/"
+
+
+def worst(title, rows, count=5):
+    print(f"{title}: " + "; ".join(f"{value} {name}" for value, name in sorted(rows, reverse=True)[:count]))
+
+
+def sizes(root):
+    """Sources have at most 600 lines, headers 300, functions 80 unless a comment says "Long because"."""
+    broken = []
+    files, spans = [], []
+    for path in source.walk(root, ["src", "tests", "bench", "tools"], source.CODE):
+        text = source.read(root, path)
+        lines = len(text.splitlines())
+        limit = HEADER_LINES if path.endswith(".h") else SOURCE_LINES
+        if not path.startswith(TABLES):
+            files.append((lines, path))
+            if lines > limit:
+                broken.append(f"{path}: {lines} lines, at most {limit}")
+        rows = text.splitlines()
+        for function in source.functions(text):
+            spans.append((function.lines, f"{path}:{function.first} {function.name}"))
+            if function.lines > FUNCTION_LINES:
+                above = function.first - 2
+                while above >= 0 and rows[above].lstrip().startswith("//"):
+                    above -= 1
+                comment = " ".join(rows[above + 1:function.first - 1])
+                if "Long because" not in comment:
+                    broken.append(f"{path}:{function.first}: {function.name} has {function.lines} lines, "
+                                  f"at most {FUNCTION_LINES}")
+    worst("Longest files", files)
+    worst("Longest functions", spans)
+    return broken
+
+
+def connects(root):
+    """A class makes at most 25 signal connections."""
+    counts = {}
+    for path in source.walk(root, ["src"], source.CODE):
+        for function in source.functions(source.read(root, path)):
+            calls = len(re.findall(r"\bconnect\s*\(", function.body))
+            owner = function.owner or f"{path} (no class)"
+            counts[owner] = counts.get(owner, 0) + calls
+    worst("Most connections", [(number, owner) for owner, number in counts.items() if number])
+    return [f"{owner}: {number} connections, at most {CONNECTS}" for owner, number in counts.items()
+            if number > CONNECTS]
+
+
+def find_cycles(graph):
+    """Groups of nodes that reach each other (Tarjan's components with more than one node, or a self-loop)."""
+    index, low, on_stack, stack, found = {}, {}, set(), [], []
+
+    def visit(node):
+        index[node] = low[node] = len(index)
+        stack.append(node)
+        on_stack.add(node)
+        for other in graph.get(node, ()):
+            if other not in index:
+                visit(other)
+                low[node] = min(low[node], low[other])
+            elif other in on_stack:
+                low[node] = min(low[node], index[other])
+        if low[node] == index[node]:
+            group = []
+            while True:
+                member = stack.pop()
+                on_stack.discard(member)
+                group.append(member)
+                if member == node:
+                    break
+            if len(group) > 1 or node in graph.get(node, ()):
+                found.append(sorted(group))
+
+    sys.setrecursionlimit(10000)
+    for node in graph:
+        if node not in index:
+            visit(node)
+    return found
+
+
+def cycles(root):
+    """No file includes itself over others, and no folder depends on itself over others."""
+    tree = source.Tree(root)
+    files = {path: tree.own_includes(path) for path in tree.files}
+    folders = {}
+    for path, others in files.items():
+        room = tree.room(path)
+        folders.setdefault(room, set()).update(tree.room(other) for other in others if tree.room(other) != room)
+    print(f"Include graph: {len(files)} files, {sum(map(len, files.values()))} includes, {len(folders)} folders")
+    return [f"files include each other: {' '.join(group)}" for group in find_cycles(files)] + [
+        f"folders depend on each other: {' '.join(group)}" for group in find_cycles(folders)]
+
+
+def layers(root):
+    """Folders include downwards only; adapters include platform and app; the logic sees no library.
+
+    Adapters are seen by programs' own sources (main.cpp and its like), which put the pieces together, and
+    platform/qt by the forms as well.
+    """
+    tree = source.Tree(root)
+    broken = []
+    for path in tree.files:
+        room, logic = tree.room(path), tree.is_logic(path)
+        if path.endswith(".cpp") and path not in tree.targets:
+            broken.append(f"{path}: no CMakeLists.txt of its folder compiles it")
+        if not tree.is_adapter(path) and room not in FLOOR:
+            broken.append(f"{path}: the folder {room} has no floor in the order of folders")
+            continue
+        for other in tree.own_includes(path):
+            other_room = tree.room(other)
+            if tree.is_adapter(path):
+                if other_room not in (room, "platform", "app"):
+                    broken.append(f"{path}: an adapter includes {other}")
+            elif tree.is_adapter(other):
+                if logic:
+                    broken.append(f"{path}: the logic includes the adapter's {other}")
+                elif path not in tree.programs and room != "main" and other_room != "platform/qt":
+                    broken.append(f"{path}: a form includes the adapter's {other}")
+            elif FLOOR.get(other_room, 0) > FLOOR[room]:
+                broken.append(f"{path}: includes {other} from a higher floor")
+            elif logic and not tree.is_logic(other):
+                broken.append(f"{path}: the logic includes {other}, which uses Qt")
+        if logic:
+            broken += [f"{path}: the logic includes <{name}>" for name in tree.foreign_includes(path)]
+    print(f"Layers: {sum(map(tree.is_logic, tree.files))} files of logic, "
+          f"{sum(map(tree.is_adapter, tree.files))} of adapters, {len(tree.files)} in all")
+    return broken
+
+
+def share(root):
+    """At least half of the code (aim: 60 %) knows no Qt; the tables of texts do not count."""
+    tree = source.Tree(root)
+    counted = [path for path in tree.files if not path.startswith(TABLES)]
+    lines = {path: len(tree.text[path].splitlines()) for path in counted}
+    total = sum(lines.values())
+    without_qt = sum(lines[path] for path in counted if not tree.uses_qt(path))
+    logic = sum(lines[path] for path in counted if tree.is_logic(path))
+    if total == 0:
+        return ["there is no code in src"]
+    print(f"Share: {100 * without_qt / total:.0f} % of {total} lines know no Qt (logic alone {100 * logic / total:.0f} %)")
+    return [f"{100 * without_qt / total:.1f} % of the lines know no Qt, at least {LOGIC_SHARE} %"] \
+        if without_qt * 100 < total * LOGIC_SHARE else []
+
+
+def ratio(root):
+    """The tests have at least 0.6 lines (aim: 0.8) for each line of code; the tables do not count."""
+    code = sum(source.line_count(root, path) for path in source.walk(root, ["src"], source.CODE)
+               if not path.startswith(TABLES))
+    tests = sum(source.line_count(root, path) for path in source.walk(root, ["tests"], source.CODE + (".py", ".sh")))
+    if code == 0:
+        return ["there is no code in src"]
+    print(f"Tests: {tests} lines for {code} lines of code, ratio {tests / code:.2f}")
+    return [f"ratio of tests to code {tests / code:.2f}, at least {TEST_RATIO}"] if tests < code * TEST_RATIO else []
+
+
+# (folders, endings of files, what, why)
+WORDS = [
+    (("src", "bench"), (".cpp", ".h", ".txt", ".ui", ".sql"),
+     re.compile(r"\b(?:TODO|FIXME|XXX)\b|\b[Nn]ot implemented|\b[Ss]tub\b"), "marks unfinished work"),
+    (("tests",), (".cpp", ".h"), re.compile(r"GTEST_SKIP|QSKIP|DISABLED_|EXPECT_TRUE\(true\)|SUCCEED\(\)"),
+     "is a test that cannot fail"),
+    (("src", "tests", "bench", "tools", "docs", "packaging"),
+     source.CODE + (".py", ".sh", ".md", ".txt", ".ui", ".sql"), re.compile(r"\bPart \d+\.\d+\b"),
+     "points at something that other readers do not have"),
+    (("src",), (".h",), re.compile(r"\busing namespace\b"), "opens a namespace for whole files"),
+]
+
+
+def words(root):
+    """No marks of unfinished work, no tests that cannot fail, no pointers out of the tree."""
+    broken, seen = [], 0
+    for folders, endings, pattern, why in WORDS:
+        for path in source.walk(root, folders, endings):
+            if path.startswith(("tools/house/", "tests/house/")):
+                continue
+            seen += 1
+            for number, line in enumerate(source.read(root, path).splitlines(), 1):
+                hit = pattern.search(line)
+                if hit:
+                    broken.append(f"{path}:{number}: \"{hit.group(0)}\" {why}")
+    print(f"Words: {seen} readings")
+    return broken
+
+
+def layout(root):
+    """Code is laid out by clang-format."""
+    files = source.walk(root, ["src", "tests", "bench", "tools"], source.CODE)
+    if not files:
+        return ["there is no code to look at"]
+    run = subprocess.run(["clang-format", "--dry-run", "-Werror", *files], cwd=root, text=True, capture_output=True)
+    bad = sorted(set(re.findall(r"^([^\s:]+):\d+:\d+: error", run.stderr, re.M)))
+    print(f"Layout: {len(files)} files")
+    if run.returncode and not bad:
+        return [run.stderr.strip() or "clang-format failed"]
+    return [f"{path}: run clang-format -i" for path in bad]
+
+
+CHECKS = {"sizes": sizes, "connects": connects, "cycles": cycles, "layers": layers, "share": share,
+          "ratio": ratio, "words": words, "format": layout}
+
+
+def main(arguments):
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--root", default=os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", ".."))
+    parser.add_argument("checks", nargs="+", choices=[*CHECKS, "all"])
+    options = parser.parse_args(arguments)
+    names = list(CHECKS) if "all" in options.checks else options.checks
+    broken = []
+    for name in names:
+        broken += [f"{name}: {line}" for line in CHECKS[name](os.path.normpath(options.root))]
+    for line in broken:
+        print(f"BROKEN {line}")
+    print("House rules kept." if not broken else f"{len(broken)} broken. {CHECKS[names[0]].__doc__.splitlines()[0]}")
+    return 1 if broken else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))

@@ -1,0 +1,219 @@
+"""Reads a tree of C++ the way the house rules look at it: files, includes, CMake targets, functions.
+
+Good enough for code that clang-format has laid out; it is no compiler.
+"""
+import os
+import re
+from dataclasses import dataclass, field
+
+CODE = (".cpp", ".h")
+LEFT_OUT = {".git", ".cache", "out", "__pycache__"}
+
+# Adapters: one folder for each library that they wrap.
+ADAPTERS = {"sqlite", "taglib", "vorbis", "mpv", "posix", "qt"}
+
+QT_INCLUDE = re.compile(r"^(Q[A-Z]\w*|Qt\w*/.*|ui_.*\.h)$")
+FOREIGN_INCLUDE = re.compile(r"^(Q[A-Z]\w*|Qt\w*/.*|ui_.*\.h|sqlite3.*\.h|taglib/.*|mpegfile\.h|id3v2\w*\.h|"
+                             r"tag\.h|mpv/.*|vorbis/.*|ogg/.*)$")
+
+
+def walk(root, folders, endings):
+    """Paths below the named folders, relative to the root, sorted."""
+    found = []
+    for folder in folders:
+        for base, names, files in os.walk(os.path.join(root, folder)):
+            names[:] = [n for n in names if n not in LEFT_OUT and not n.startswith("build")]
+            found += [os.path.relpath(os.path.join(base, f), root) for f in files if f.endswith(endings)]
+    return sorted(found)
+
+
+def read(root, path):
+    with open(os.path.join(root, path), encoding="utf-8", errors="replace") as file:
+        return file.read()
+
+
+def line_count(root, path):
+    return len(read(root, path).splitlines())
+
+
+_INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.M)
+
+
+def includes(text):
+    """(name, quoted) of each include line."""
+    return [(m.group(2), m.group(1) == '"') for m in _INCLUDE.finditer(text)]
+
+
+_BLANKED = re.compile(
+    r'R"(?P<tag>[^\s()\\]{0,16})\(.*?\)(?P=tag)"'
+    r"|//(?:[^\n\\]|\\.)*"
+    r"|/\*.*?\*/"
+    r'|"(?:[^"\\\n]|\\.)*"'
+    r"|(?<![0-9a-fA-F])'(?:[^'\\\n]|\\.)+'",
+    re.S,
+)
+
+
+def without_texts(text):
+    """The text with comments and literals blanked out; line numbers stay."""
+    blanked = _BLANKED.sub(lambda m: re.sub(r"[^\n]", " ", m.group(0)), text)
+    return re.sub(r"^\s*#(?:[^\n\\]|\\\n|\\.)*", lambda m: re.sub(r"[^\n]", " ", m.group(0)), blanked, flags=re.M)
+
+
+@dataclass
+class Function:
+    name: str        # as it stands in the file, with its class if that is written there
+    first: int       # line of its head, from 1
+    last: int        # line of its closing brace
+    body: str
+    classes: list = field(default_factory=list)
+
+    @property
+    def lines(self):
+        return self.last - self.first + 1
+
+    @property
+    def owner(self):
+        parts = self.name.split("::")
+        return parts[-2] if len(parts) > 1 else (self.classes[-1] if self.classes else "")
+
+
+_SCOPE = re.compile(r"\b(namespace|class|struct|union|enum|extern)\b([^;(){}]*)$")
+_HEAD_NAME = re.compile(r"((?:[~\w]+(?:<[^<>]*>)?::)*(?:operator\s*[^\s(]{1,3}|operator\(\)|~?\w+))\s*\(")
+
+
+def functions(text):
+    """Bodies of functions that stand in namespaces and classes; lambdas count to the function around them."""
+    plain = without_texts(text)
+    found = []
+    classes = []
+    stack = []   # one entry an open brace: ("scope", name) or ("function", head start, name) or ("other",)
+    start = 0    # where the text since the last boundary begins
+    depth_in_function = 0
+    parens = 0
+    for position, char in enumerate(plain):
+        if char == "(":
+            parens += 1
+        elif char == ")":
+            parens -= 1
+        elif char == "{":
+            head = plain[start:position]
+            if depth_in_function:
+                depth_in_function += 1
+                stack.append(("other",))
+                continue
+            scope = _SCOPE.search(head.split(";")[-1])
+            name = _HEAD_NAME.search(head)
+            member_value = re.search(r"\)\s*(noexcept\s*)?:(?!:)", head) and re.search(r"\w$", head)
+            if parens > 0 or member_value:
+                stack.append(("other",))
+            elif name and not re.search(r"=\s*$", head):
+                depth_in_function = 1
+                lead = len(head) - len(head.lstrip())
+                stack.append(("function", start + lead, name.group(1), position))
+            elif scope:
+                words = re.findall(r"\w+", scope.group(2).split(":")[0])
+                is_class = scope.group(1) in ("class", "struct", "union") and words
+                stack.append(("scope", words[-1] if is_class else None))
+                if is_class:
+                    classes.append(words[-1])
+                start = position + 1
+            else:
+                stack.append(("other",))
+        elif char == "}":
+            if not stack:
+                continue
+            top = stack.pop()
+            if depth_in_function:
+                depth_in_function -= 1
+            if top[0] == "function":
+                first = plain.count("\n", 0, top[1]) + 1
+                last = plain.count("\n", 0, position) + 1
+                found.append(Function(top[2], first, last, plain[top[3]:position + 1], list(classes)))
+                start = position + 1
+            elif top[0] == "scope":
+                if top[1]:
+                    classes.pop()
+                start = position + 1
+        elif char == ";" and not depth_in_function and parens == 0:
+            start = position + 1
+        elif char == ":" and not depth_in_function and re.search(r"\b(public|private|protected)\s*$|slots\s*$|"
+                                                                 r"signals\s*$", plain[start:position]):
+            start = position + 1
+    return found
+
+
+_TARGET_SOURCES = re.compile(r"(target_sources|add_executable|add_library)\s*\(\s*(\w+)([^)]*)\)", re.S)
+
+
+def target_of_sources(root):
+    """source path -> CMake target that compiles it, and the paths of programs' own sources, read from the
+    folders' CMakeLists.txt."""
+    result, programs = {}, set()
+    for path in walk(root, ["src"], ("CMakeLists.txt",)):
+        folder = os.path.dirname(path)
+        text = re.sub(r"#[^\n]*", "", read(root, path))
+        for match in _TARGET_SOURCES.finditer(text):
+            for word in match.group(3).split():
+                if word.endswith(".cpp"):
+                    source = os.path.normpath(os.path.join(folder, word))
+                    result[source] = match.group(2)
+                    if match.group(1) == "add_executable":
+                        programs.add(source)
+    return result, programs
+
+
+class Tree:
+    """src/ with what the rules ask of it."""
+
+    def __init__(self, root):
+        self.root = root
+        self.files = walk(root, ["src"], CODE)
+        self.text = {path: read(root, path) for path in self.files}
+        self.targets, self.programs = target_of_sources(root)
+
+    def room(self, path):
+        """Folder of a file: "scanner", "platform/sqlite"; "main" for what stands in src itself."""
+        parts = path.split("/")[1:-1]
+        if not parts:
+            return "main"
+        if parts[0] == "platform" and len(parts) > 1:
+            return "platform/" + parts[1]
+        return parts[0]
+
+    def is_adapter(self, path):
+        return self.room(path).startswith("platform/")
+
+    def own_includes(self, path):
+        """Included files of src/, as paths from the root."""
+        known = set(self.files)
+        result = []
+        for name, _quoted in includes(self.text[path]):
+            for candidate in ("src/" + name, os.path.normpath(os.path.join(os.path.dirname(path), name))):
+                if candidate in known:
+                    result.append(candidate)
+                    break
+        return result
+
+    def foreign_includes(self, path, pattern=FOREIGN_INCLUDE):
+        return [name for name, _quoted in includes(self.text[path]) if pattern.match(name)]
+
+    def is_logic(self, path):
+        """Compiled into the logic's target; a header goes with its source, or else by what it includes."""
+        if self.is_adapter(path) or self.room(path) == "main":
+            return False
+        source = os.path.splitext(path)[0] + ".cpp"
+        if source in self.targets:
+            return self.targets[source] == "quavernet_logic"
+        return not self.uses_qt(path)
+
+    def uses_qt(self, path, seen=None):
+        seen = seen if seen is not None else set()
+        if path in seen:
+            return False
+        seen.add(path)
+        source = os.path.splitext(path)[0] + ".cpp"
+        if self.targets.get(source) in ("quavernet_forms", "quavernet_qt", "quavernet"):
+            return True
+        return bool(self.foreign_includes(path, QT_INCLUDE)) or any(
+            self.uses_qt(other, seen) for other in self.own_includes(path))

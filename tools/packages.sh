@@ -1,0 +1,63 @@
+# Which Debian packages the project needs, and how missing ones are installed. Sourced by run.sh and test.sh.
+
+# What it takes to build the program and to run it on a desktop.
+PACKAGES_BUILD=(g++ cmake ninja-build ccache pkg-config libsqlite3-dev libtag1-dev
+    qt6-base-dev qt6-svg-dev libgl-dev)
+PACKAGES_RUN=(qt6-qpa-plugins qt6-translations-l10n libqt6svg6 fonts-dejavu-core xdg-utils)
+
+# A screen of its own for machines that have none, and the tools that look at it.
+PACKAGES_SCREEN=(xvfb openbox xdotool imagemagick x11-utils)
+
+# Tests: frameworks, real encoders, checkers, and the locales that some tests run under.
+PACKAGES_TEST=(libgtest-dev libgmock-dev lame vorbis-tools sox libsox-fmt-base sqlite3 python3 clang-format
+    desktop-file-utils appstream locales)
+
+# The command prefix that makes us root; fails with a sentence if there is no way.
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then
+        "$@"
+    elif command -v sudo >/dev/null 2>&1; then
+        sudo "$@"
+    else
+        echo "This step needs root, and there is no sudo: $*" >&2
+        return 1
+    fi
+}
+
+# Installs those of the named packages that are missing. Nothing is fetched when all are there.
+install_missing() {
+    local missing=() package
+    for package in "$@"; do
+        if ! dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed; then
+            missing+=("$package")
+        fi
+    done
+    [ "${#missing[@]}" -eq 0 ] && return 0
+    if ! command -v apt-get >/dev/null 2>&1; then
+        echo "Please install by hand what these Debian packages hold: ${missing[*]}" >&2
+        return 1
+    fi
+    echo "Installing ${missing[*]}"
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get update -q || return 1
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}"
+}
+
+# Makes the named UTF-8 locales available. The system's default locale stays as it is.
+make_locales() {
+    local locale
+    for locale in "$@"; do
+        if ! locale -a 2>/dev/null | grep -qix "${locale}\.utf-\?8"; then
+            as_root localedef -i "$locale" -f UTF-8 "$locale.UTF-8" || return 1
+        fi
+    done
+}
+
+# Every compiler run costs about 1 GB in the worst case; no more runs at once than there is memory for.
+build_jobs() {
+    local cores memory
+    cores=$(nproc)
+    memory=$(awk '/MemAvailable/ { print int($2 / 1048576) }' /proc/meminfo)
+    [ "$memory" -lt 1 ] && memory=1
+    [ "$cores" -gt "$memory" ] && cores=$memory
+    echo "$cores"
+}
