@@ -47,7 +47,8 @@ std::size_t SearchFrame(std::span<const std::byte> head) {
 
 } // namespace
 
-HeaderBits::HeaderBits(std::uint32_t value) : m_value(value), m_length(static_cast<int>(std::bit_width(value))) {}
+HeaderBits::HeaderBits(std::uint32_t value)
+    : m_value(value), m_length(static_cast<int>(std::bit_width(value))) {}
 
 std::uint32_t HeaderBits::Field(int position, int count) const {
     const int present = std::min(count, m_length - position + 1);

@@ -31,8 +31,8 @@ private:
 
 struct MpegHeader {
     HeaderBits bits;
-    bool isVbr = false;             ///< A Xing mark stands at its place.
-    std::uint32_t xingFrames = 0;   ///< The number behind the mark; only if isVbr.
+    bool isVbr = false;           ///< A Xing mark stands at its place.
+    std::uint32_t xingFrames = 0; ///< The number behind the mark; only if isVbr.
 };
 
 /// The header that begins at the first 0xFF followed by 0xFA or 0xFB (MPEG 1 Layer III, with and without

@@ -60,7 +60,8 @@ double VbrBitRate(std::uint64_t fileSize, std::int32_t frequency, int layer) {
     if (layer == 0 || frames == 0) {
         return 0;
     }
-    return static_cast<double>(fileSize) * frequency / frames / 1000 / Factors[static_cast<std::size_t>(layer)];
+    return static_cast<double>(fileSize) * frequency / frames / 1000 /
+           Factors[static_cast<std::size_t>(layer)];
 }
 
 // Play time in whole seconds. The file's bits must fit 32 bits, and a rate of 0 gives no time either.

@@ -73,8 +73,8 @@ BinaryFile& BinaryFile::operator=(BinaryFile&& other) noexcept {
 std::size_t BinaryFile::ReadAt(std::uint64_t offset, std::span<std::byte> bytes) const {
     std::size_t done = 0;
     while (done < bytes.size()) {
-        const ssize_t count =
-            ::pread(m_descriptor, bytes.data() + done, bytes.size() - done, static_cast<off_t>(offset + done));
+        const ssize_t count = ::pread(m_descriptor, bytes.data() + done, bytes.size() - done,
+                                      static_cast<off_t>(offset + done));
         if (count == 0) {
             break;
         }
@@ -89,8 +89,8 @@ std::size_t BinaryFile::ReadAt(std::uint64_t offset, std::span<std::byte> bytes)
 void BinaryFile::WriteAt(std::uint64_t offset, std::span<const std::byte> bytes) {
     std::size_t done = 0;
     while (done < bytes.size()) {
-        const ssize_t count =
-            ::pwrite(m_descriptor, bytes.data() + done, bytes.size() - done, static_cast<off_t>(offset + done));
+        const ssize_t count = ::pwrite(m_descriptor, bytes.data() + done, bytes.size() - done,
+                                       static_cast<off_t>(offset + done));
         if (count < 0 && errno != EINTR) {
             const bool full = errno == ENOSPC || errno == EDQUOT || errno == EFBIG;
             Fail(full ? ErrorNumber::DiskFull : ErrorNumber::DeviceInputOutput, errno, m_path);

@@ -74,7 +74,7 @@ void StoreFile(ScanRun& run, const FileFacts& file) {
             return;
         }
     }
-    InspectFile(std::string(current.CurrentPath));
+    InspectFile(current.CurrentPath);
     StoreFileRecord(run.saved);
     CountMegabytes(run);
     services.events->DoEvents();

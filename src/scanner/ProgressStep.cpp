@@ -2,6 +2,8 @@
 
 #include "app/MainModule.h"
 
+#include <cstdlib>
+
 namespace quavernet {
 
 namespace {
@@ -17,14 +19,18 @@ std::int32_t SecondsLeft(std::int32_t elapsed, std::int32_t filesDone, double fi
     return Narrow32(static_cast<double>(elapsed) / filesDone * (filesTotal - filesDone));
 }
 
+// At least two digits, a sign before them: made six times a file, so without the general number formats.
+std::string TwoDigits(std::int32_t value) {
+    const std::string digits = std::to_string(std::abs(value));
+    return std::string(value < 0 ? "-" : "") + (digits.size() < 2 ? "0" : "") + digits;
+}
+
 } // namespace
 
 std::string ClockText(std::int32_t seconds) {
-    const RegionalSettings& regional = services.regional;
     const std::int32_t rest = seconds % 60;
-    return FormatFixed(seconds / 60 / 60, 2, 0, regional) + ":" +
-           FormatFixed(seconds / 60 % 60, 2, 0, regional) + ":" +
-           FormatFixed(rest == -1 ? 0 : rest, 2, 0, regional);
+    return TwoDigits(seconds / 60 / 60) + ":" + TwoDigits(seconds / 60 % 60) + ":" +
+           TwoDigits(rest == -1 ? 0 : rest);
 }
 
 void AdvanceProgress(ScanRun& run, double filesTotal, const std::string& remainingPrefix,

@@ -2,6 +2,7 @@
 
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"
+#include "scanner/ProgressStep.h"
 #include "scanner/ScanWindow.h"
 
 #include <charconv>
@@ -27,9 +28,7 @@ std::string NumberText(float value) {
 }
 
 std::string TimeText(const DateTime& time) {
-    const RegionalSettings& regional = services.regional;
-    return FormatFixed(time.hour, 2, 0, regional) + ":" + FormatFixed(time.minute, 2, 0, regional) + ":" +
-           FormatFixed(time.second, 2, 0, regional);
+    return ClockText((time.hour * 60 + time.minute) * 60 + time.second);
 }
 
 } // namespace

@@ -96,6 +96,11 @@ void OpenLog(ScanRun& run) {
     run.log.SelectLastLine();
 }
 
+// A full disk is no reason to refuse the scan.
+void BackUpLibrary() {
+    Skip([] { mainModule.Connection->Backup(); });
+}
+
 void StartCounters(ScanRun& run) {
     mainModule.ScanStartTime = services.clock->Now();
     run.FilesDone = 0;
@@ -168,6 +173,7 @@ void ScanDriver::StartScan() {
         return;
     }
     run.window.ClearList();
+    BackUpLibrary();
     ScanFiles(run, *search);
     if (!run.OggPaths.empty()) {
         StartCounters(run);

@@ -94,7 +94,7 @@ TEST_F(CheckDatabaseTest, TheStatementsAreSentInTheirOrder) {
     }
     const RecordingConnection& recording = Record();
     Check();
-    EXPECT_EQ(recording.all,
+    EXPECT_EQ(recording.statements,
               (Texts{"Select count(Category), Category from Categories Group By Category",
                      "Select Category_id from Categories where Category = 'a' Order By Category_id",
                      "Select Category_id from Categories where Category = 'b''s' Order By Category_id",

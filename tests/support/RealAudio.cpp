@@ -55,8 +55,7 @@ void RunProgram(const std::vector<std::string>& command) {
     posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
     posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
     pid_t child = 0;
-    const int spawned =
-        posix_spawnp(&child, arguments[0], &actions, nullptr, arguments.data(), environment);
+    const int spawned = posix_spawnp(&child, arguments[0], &actions, nullptr, arguments.data(), environment);
     posix_spawn_file_actions_destroy(&actions);
     int status = -1;
     if (spawned != 0 || waitpid(child, &status, 0) != child || status != 0) {
@@ -65,8 +64,8 @@ void RunProgram(const std::vector<std::string>& command) {
 }
 
 std::string RealWave(double seconds, int rate, int channels, int bits) {
-    std::vector<std::string> command = {"sox", "-n", "-r", std::to_string(rate), "-c", std::to_string(channels),
-                                        "-b", std::to_string(bits)};
+    std::vector<std::string> command = {
+        "sox", "-n", "-r", std::to_string(rate), "-c", std::to_string(channels), "-b", std::to_string(bits)};
     // sox wants the effect behind the output, so the path's place is not the last one.
     MadeFiles& made = Made();
     command.push_back(std::to_string(seconds));

@@ -13,7 +13,8 @@
 namespace quavernet::test {
 
 inline void WriteFile(const std::string& path, std::string_view contents) {
-    std::ofstream(path, std::ios::binary).write(contents.data(), static_cast<std::streamsize>(contents.size()));
+    std::ofstream(path, std::ios::binary)
+        .write(contents.data(), static_cast<std::streamsize>(contents.size()));
 }
 
 inline std::string ReadFile(const std::string& path) {

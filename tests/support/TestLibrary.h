@@ -3,6 +3,7 @@
 #pragma once
 
 #include "support/LogicTest.h"
+#include "support/RecordingConnection.h"
 #include "support/TemporaryFolder.h"
 
 #include "app/MainModule.h"
@@ -46,40 +47,6 @@ inline std::vector<std::string> RowTextsOf(ADODB::Connection& connection, const 
     return texts;
 }
 
-/// Passes everything on to a real connection and keeps the statements in the order in which they came, for
-/// tests of literal texts and of the order of writes. Put it around mainModule.Connection.
-class RecordingConnection : public ADODB::Connection {
-public:
-    explicit RecordingConnection(std::unique_ptr<ADODB::Connection> real) : m_real(std::move(real)) {}
-
-    void Open(std::string_view connectionString) override { m_real->Open(connectionString); }
-    void Execute(std::string_view statement) override {
-        executed.emplace_back(statement);
-        all.emplace_back(statement);
-        m_real->Execute(statement);
-    }
-    ADODB::RowBlock Query(std::string_view statement) override {
-        all.emplace_back(statement);
-        return m_real->Query(statement);
-    }
-    void Commit() override {
-        ++commits;
-        m_real->Commit();
-    }
-    void Backup() override {
-        ++backups;
-        m_real->Backup();
-    }
-
-    std::vector<std::string> executed; ///< Statements that write.
-    std::vector<std::string> all;      ///< These and the queries.
-    int commits = 0;
-    int backups = 0;
-
-private:
-    std::unique_ptr<ADODB::Connection> m_real;
-};
-
 /// Base of tests that need a library: mainModule.Connection is open on a fresh one.
 class LibraryTest : public LogicTest {
 protected:
@@ -91,12 +58,7 @@ protected:
     ~LibraryTest() override { mainModule.Connection.reset(); }
 
     /// Puts a RecordingConnection around the open library, for the rest of the test.
-    RecordingConnection& Record() {
-        auto recording = std::make_unique<RecordingConnection>(std::move(mainModule.Connection));
-        RecordingConnection& reference = *recording;
-        mainModule.Connection = std::move(recording);
-        return reference;
-    }
+    RecordingConnection& Record() { return RecordingConnection::Install(); }
     ADODB::Connection& Connection() { return *mainModule.Connection; }
     void Execute(const std::string& statement) { Connection().Execute(statement); }
     void Execute(std::initializer_list<const char*> statements) {

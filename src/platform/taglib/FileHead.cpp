@@ -22,8 +22,7 @@ constexpr std::size_t CopyBlock = std::size_t{1} << 20;
 
 void Check(bool success, const std::string& path) {
     if (!success) {
-        throw RuntimeError(ErrorNumber::PathFileAccess,
-                           std::generic_category().message(errno) + ": " + path);
+        throw RuntimeError(ErrorNumber::PathFileAccess, std::generic_category().message(errno) + ": " + path);
     }
 }
 
@@ -58,7 +57,8 @@ void CopyAttributes(int from, int to) {
 class TemporaryCopy {
 public:
     explicit TemporaryCopy(const std::filesystem::path& folder)
-        : m_path((folder / ".quavernet-XXXXXX").string()), m_descriptor(::mkostemp(m_path.data(), O_CLOEXEC)) {
+        : m_path((folder / ".quavernet-XXXXXX").string()),
+          m_descriptor(::mkostemp(m_path.data(), O_CLOEXEC)) {
         Check(m_descriptor >= 0, folder.string());
     }
     ~TemporaryCopy() {

@@ -15,8 +15,9 @@ namespace quavernet {
 /// The file's times stay. If the write fails the old bytes are put back. Throws RuntimeError.
 void OverwriteHead(BinaryFile& file, std::span<const std::byte> oldHead, std::span<const std::byte> head);
 
-/// Puts `head` in place of the file's first `oldSize` bytes: writes a copy in the same folder and moves it over
-/// the file. Rights, owner, extended attributes and times stay; a link stays a link. Throws RuntimeError.
+/// Puts `head` in place of the file's first `oldSize` bytes: writes a copy in the same folder and moves it
+/// over the file. Rights, owner, extended attributes and times stay; a link stays a link. Throws
+/// RuntimeError.
 void ReplaceHead(const std::string& path, const BinaryFile& file, std::uint64_t oldSize,
                  std::span<const std::byte> head);
 

@@ -151,8 +151,8 @@ FieldValue DecodeFrame(const TagHeader& header, Field field, ByteView frame) {
     try {
         TagLib::ID3v2::Header tagHeader = NeutralHeader(header);
         const std::unique_ptr<TagLib::ID3v2::Frame> decoded(
-            TagLib::ID3v2::FrameFactory::instance()->createFrame(
-                ToTagLib(NeutralFrame(header, field, frame)), &tagHeader));
+            TagLib::ID3v2::FrameFactory::instance()->createFrame(ToTagLib(NeutralFrame(header, field, frame)),
+                                                                 &tagHeader));
         return ValueOf(decoded.get());
     } catch (const std::exception&) {
         return {}; // A frame that breaks the library is one that can't be read.

@@ -21,7 +21,7 @@ constexpr std::size_t WindowSize = 4096;
 constexpr std::size_t LargestUnsynchronised = std::size_t{1} << 25; // Such a body is read whole.
 constexpr std::uint64_t Padding = 1024;                             // In a tag that had to grow.
 
-constexpr std::size_t LargestText = LargestFrame / 4;               // Fits a frame in any encoding.
+constexpr std::size_t LargestText = LargestFrame / 4; // Fits a frame in any encoding.
 
 using FieldTexts = std::array<std::string, FieldCount>;
 
@@ -128,6 +128,9 @@ public:
     void LoadFile(const std::string& path) override {
         m_fields = FieldTexts();
         m_hasTag = false;
+        if (path.empty()) {
+            return; // Asked for every file without a tag: an exception would cost more than its inspection.
+        }
         try {
             const BinaryFile file(path, BinaryFile::Access::Read);
             if (const auto header = HeaderOf(file)) {
@@ -170,7 +173,8 @@ private:
             Refuse("Damaged ID3v2 tag", path);
         }
         const FieldChanges changes = Changes(found ? ReadFields(file, header) : FieldTexts());
-        if (std::none_of(changes.begin(), changes.end(), [](const auto& change) { return change.has_value(); })) {
+        if (std::none_of(changes.begin(), changes.end(),
+                         [](const auto& change) { return change.has_value(); })) {
             return;
         }
         if (std::any_of(changes.begin(), changes.end(),

@@ -1,0 +1,207 @@
+#include "inspect/InspectTest.h"
+
+#include "inspect/Id3v1.h"
+
+#include <filesystem>
+
+namespace quavernet::test {
+
+class ReadTagsTest : public InspectTest {
+protected:
+    // Flags of the file before, so that a test sees whether they are touched.
+    void SetFlags(bool v1, bool v2) {
+        file.HasTagV1 = v1;
+        file.HasTagV2 = v2;
+    }
+    const Id3v1Tag& ReadTagsOf(const std::string& name, std::string_view contents) {
+        const std::string path = File(name, contents);
+        file.CurrentFileName = name;
+        ReadTags(path);
+        return file.Id3v1Tag;
+    }
+};
+
+const std::string Audio(1000, 'a');
+
+TEST_F(ReadTagsTest, AnEmptyPathAndTheLiteralPatternEndAtOnce) {
+    file.Id3v1Tag.TagTitle = "before";
+    file.CurrentFileName = "a - b.mp3";
+    ReadTags("");
+    ReadTags("*.mp3");
+    EXPECT_EQ(file.Id3v1Tag.TagTitle, "before");
+}
+
+TEST_F(ReadTagsTest, Version1FieldsKeepTheirFullWidth) {
+    const Id3v1Tag& tag =
+        ReadTagsOf("a.mp3", Audio + TagV1("Titel  ", "K\xFCnstler", "Album", "1999", "Bemerkung", 17));
+    EXPECT_EQ(tag.TagTitle, "Titel  " + std::string(23, '\0'));
+    EXPECT_EQ(tag.TagArtist, "Künstler" + std::string(22, '\0'));
+    EXPECT_EQ(tag.TagAlbum, "Album" + std::string(25, '\0'));
+    EXPECT_EQ(tag.TagYear, "1999");
+    EXPECT_EQ(tag.TagComment, "Bemerkung" + std::string(21, '\0'));
+    EXPECT_EQ(tag.TagGenre, 17);
+    EXPECT_TRUE(file.HasTagV1);
+    EXPECT_FALSE(file.HasTagV2);
+    EXPECT_FALSE(file.HasNoTag);
+}
+
+TEST_F(ReadTagsTest, Version1TextsAreWindows1252) {
+    EXPECT_EQ(ReadTagsOf("a.mp3", Audio + TagV1("\x80\x93\xDF\x94\xFF", "x")).TagTitle.substr(0, 13),
+              "€“ß”ÿ");
+}
+
+TEST_F(ReadTagsTest, ACommentThatEndsInANulAndATrackNumberKeepsIt) {
+    const std::string comment = std::string(28, 'c') + '\0' + '\7';
+    EXPECT_EQ(ReadTagsOf("a.mp3", Audio + TagV1("t", "a", "", "", comment)).TagComment, comment);
+}
+
+TEST_F(ReadTagsTest, TheMarkIsComparedInBinary) {
+    EXPECT_EQ(ReadTagsOf("x.mp3", Audio + Put(TagV1("t", "a"), 0, "tag")).TagTitle, "x");
+    EXPECT_FALSE(file.HasTagV1);
+}
+
+TEST_F(ReadTagsTest, AFileThatIsOnlyATagIsRead) {
+    EXPECT_EQ(ReadTagsOf("x.mp3", TagV1("t", "a")).TagTitle[0], 't');
+}
+
+TEST_F(ReadTagsTest, AFileWithoutATagIsNamedAfterItsNameAndLeavesTheFlags) {
+    for (const bool v1 : {false, true}) {
+        SetFlags(v1, !v1);
+        const Id3v1Tag& tag = ReadTagsOf("Künstler - Lied.mp3", Audio);
+        EXPECT_EQ(tag.TagArtist, "Künstler");
+        EXPECT_EQ(tag.TagTitle, "Lied");
+        EXPECT_EQ(file.HasTagV1, v1);
+        EXPECT_EQ(file.HasTagV2, !v1);
+        EXPECT_FALSE(file.HasNoTag);
+    }
+}
+
+TEST_F(ReadTagsTest, FilesOfUnder128BytesAreNamedAfterTheirName) {
+    for (const std::size_t size : {0u, 1u, 127u}) {
+        EXPECT_EQ(ReadTagsOf("a - b.mp3", TagV1("t", "a").substr(0, size)).TagTitle, "b") << size;
+    }
+}
+
+TEST_F(ReadTagsTest, AFileThatCanNotBeOpenedLeavesTheTagAlone) {
+    file.CurrentFileName = "a - b.mp3";
+    SetFlags(true, false);
+    ReadTags(folder / "missing.mp3");
+    EXPECT_EQ(file.Id3v1Tag.TagTitle, "");
+    ReadTags(folder.Path());
+    EXPECT_EQ(file.Id3v1Tag.TagTitle, "");
+    EXPECT_TRUE(file.HasTagV1);
+}
+
+TEST_F(ReadTagsTest, Version2WinsOverVersion1AndGivesTitleAndPerformerAlone) {
+    const std::string frames = TextFrame(3, "TIT2", "T\xEAtel") + TextFrame(3, "TPE1", "Zwei") +
+                               TextFrame(3, "TALB", "Album 2") + TextFrame(3, "TCON", "(17)");
+    file.Id3v1Tag.TagAlbum = "before";
+    const Id3v1Tag& tag =
+        ReadTagsOf("a.mp3", TagV2(3, frames) + Audio + TagV1("Eins", "Eins", "Album 1", "", "", 9));
+    EXPECT_EQ(tag.TagTitle, "Têtel");
+    EXPECT_EQ(tag.TagArtist, "Zwei");
+    EXPECT_EQ(tag.TagAlbum, "before") << "not set by a version 2 tag";
+    EXPECT_EQ(tag.TagGenre, 255);
+    EXPECT_TRUE(file.HasTagV2);
+    EXPECT_FALSE(file.HasTagV1);
+}
+
+TEST_F(ReadTagsTest, Version2TextsAreCutAt30Characters) {
+    const std::string frames =
+        TextFrame(4, "TIT2", std::string(29, 'x') + "äöü", 3) + TextFrame(4, "TPE1", std::string(40, 'y'), 3);
+    const Id3v1Tag& tag = ReadTagsOf("a.mp3", TagV2(4, frames) + Audio);
+    EXPECT_EQ(tag.TagTitle, std::string(29, 'x') + "ä") << "characters, not bytes";
+    EXPECT_EQ(tag.TagArtist, std::string(30, 'y'));
+}
+
+TEST_F(ReadTagsTest, AnEmptyVersion2TagCountsAndIsNotReplacedByVersion1) {
+    file.Id3v1Tag.TagTitle = "before";
+    const Id3v1Tag& tag = ReadTagsOf("n - m.mp3", TagV2(3, "") + Audio + TagV1("Eins", "Eins"));
+    EXPECT_EQ(tag.TagTitle, "");
+    EXPECT_EQ(tag.TagArtist, "");
+    EXPECT_TRUE(file.HasTagV2);
+}
+
+TEST_F(ReadTagsTest, ABrokenVersion2HeaderIsNone) {
+    for (const std::string& header :
+         {Bytes({'I', 'D', '3', 5, 0, 0, 0, 0, 0, 10}), Bytes({'I', 'D', '3', 1, 0, 0, 0, 0, 0, 10}),
+          Bytes({'I', 'D', '3', 3, 0, 0, 0x80, 0, 0, 10}), std::string("ID3")}) {
+        EXPECT_EQ(ReadTagsOf("n - m.mp3", header + Audio + TagV1("Eins", "Zwei")).TagTitle[0], 'E');
+        EXPECT_TRUE(file.HasTagV1);
+    }
+}
+
+/// Records what the component is asked for.
+class RecordingTagComponent : public TagComponent {
+public:
+    void LoadFile(const std::string& path) override { loaded.push_back(path); }
+    bool HasV2Tag() const override { return false; }
+    std::string TagField(int) const override { return ""; }
+    void SetTagField(int, const std::string&) override {}
+    void SaveFile(const std::string&) override {}
+
+    std::vector<std::string> loaded;
+};
+
+TEST_F(ReadTagsTest, OnlyAFileThatBeginsWithId3IsGivenToTheComponent) {
+    auto owned = std::make_unique<RecordingTagComponent>();
+    const RecordingTagComponent& component = *owned;
+    mainModule.TagComponent = std::move(owned);
+    ReadTagsOf("a.mp3", Audio);
+    ReadTagsOf("b.mp3", "ID3" + Audio);
+    EXPECT_EQ(component.loaded, (std::vector<std::string>{"", folder / "b.mp3"}));
+}
+
+TEST_F(ReadTagsTest, TheComponentForgetsTheTagOfTheFileBefore) {
+    ReadTagsOf("a.mp3", TagV2(3, TextFrame(3, "TALB", "Album")) + Audio);
+    EXPECT_EQ(mainModule.TagComponent->TagField(TagComponent::Album), "Album");
+    ReadTagsOf("b.mp3", Audio);
+    EXPECT_EQ(mainModule.TagComponent->TagField(TagComponent::Album), "");
+    EXPECT_FALSE(mainModule.TagComponent->HasV2Tag());
+}
+
+TEST_F(ReadTagsTest, SetTagKindKnowsThreeKindsAndLeavesTheFlagsOtherwise) {
+    SetTagKind(1);
+    EXPECT_TRUE(file.HasTagV1 && !file.HasTagV2 && !file.HasNoTag);
+    SetTagKind(2);
+    EXPECT_TRUE(!file.HasTagV1 && file.HasTagV2 && !file.HasNoTag);
+    SetTagKind(3);
+    EXPECT_TRUE(!file.HasTagV1 && !file.HasTagV2 && file.HasNoTag);
+    for (const int kind : {4, 0, -1, 5}) {
+        SetTagKind(kind);
+        EXPECT_TRUE(!file.HasTagV1 && !file.HasTagV2 && file.HasNoTag) << kind;
+    }
+}
+
+TEST(TagTextTest, CleanGenreTextLeavesOutTheParentheses) {
+    EXPECT_EQ(CleanGenreText("(17)Rock"), "17Rock");
+    EXPECT_EQ(CleanGenreText("a(b)(c"), "abc");
+    EXPECT_EQ(CleanGenreText("()"), "");
+    EXPECT_EQ(CleanGenreText("Blues"), "Blues");
+}
+
+TEST(TagTextTest, RemoveNullsTakesThemFromEverywhere) {
+    EXPECT_EQ(RemoveNulls(std::string("\0a\0 b\0\0", 7)), "a b");
+    EXPECT_EQ(RemoveNulls(""), "");
+    EXPECT_EQ(RemoveNulls(std::string(3, '\0')), "");
+}
+
+TEST(Id3v1Test, WhatIsBuiltIsReadBack) {
+    Id3v1Tag tag;
+    tag.TagTitle = "Ein Lied";
+    tag.TagArtist = std::string(31, 'x');
+    tag.TagAlbum = "Größe";
+    tag.TagYear = "12345";
+    tag.TagComment = "日本€";
+    tag.TagGenre = 254;
+    const Id3v1Record record = BuildId3v1(tag);
+    const Id3v1Tag read = ParseId3v1(record);
+    EXPECT_EQ(read.TagTitle, "Ein Lied" + std::string(22, ' ')) << "filled with blanks";
+    EXPECT_EQ(read.TagArtist, std::string(30, 'x')) << "cut";
+    EXPECT_EQ(read.TagAlbum, "Größe" + std::string(25, ' ')) << "widths are in characters";
+    EXPECT_EQ(read.TagYear, "1234");
+    EXPECT_EQ(read.TagComment, "??€" + std::string(27, ' '));
+    EXPECT_EQ(read.TagGenre, 254);
+}
+
+} // namespace quavernet::test

@@ -1,0 +1,113 @@
+#include "scanner/FileCount.h"
+
+#include "support/ScanTest.h"
+
+#include <gmock/gmock.h>
+
+namespace quavernet::test {
+namespace {
+
+using ::testing::ElementsAre;
+
+class FileCountTest : public ScanTest {
+protected:
+    FileCountTest() {
+        run.Recursive = true;
+        run.texts.Initialise = "Initialisiere Ordner ";
+        run.StatusDots = run.texts.Initialise;
+        window.SetPanel(1, run.StatusDots);
+        calls.clear();
+    }
+
+    double CountFiles() {
+        const auto walk = volumes.GetFolder(music.Path());
+        GetFilesCount(run, *walk);
+        return run.FilesTotal;
+    }
+
+    ScanRun run{window, log};
+};
+
+TEST_F(FileCountTest, PlainFilesOfEveryKindCountAndHiddenOnesDoNot) {
+    Write("a.mp3");
+    Write("b.txt");
+    Write(".c.mp3");
+    Write("sub/d.jpg");
+    Write(".hidden/e.mp3");
+    Write(".hidden/.f.mp3");
+
+    EXPECT_EQ(CountFiles(), 4);
+    EXPECT_EQ(calls.size(), 4u) << "one dot for each";
+}
+
+TEST_F(FileCountTest, WithoutSubfoldersOnlyTheFolderItselfCounts) {
+    Write("a.mp3");
+    Write("sub/b.mp3");
+    run.Recursive = false;
+
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(FileCountTest, TheRestoreDataOfAnotherSystemAndAllBelowItAreLeftOut) {
+    Write("a.mp3");
+    Write("System Volume Information/b.mp3");
+    Write("my SYSTEM volume informations/sub/c.mp3");
+
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(FileCountTest, EventsRunOnceAFolder) {
+    Write("a.mp3");
+    Write("b.mp3");
+    Write("sub/c.mp3");
+    Write("System Volume Information/d.mp3");
+    CountFiles();
+
+    EXPECT_EQ(events.count, 2);
+}
+
+TEST_F(FileCountTest, ACancelLeavesTheRest) {
+    Write("a.mp3");
+    Write("sub/b.mp3");
+    events.onDoEvents = [&] { run.CancelScan = true; };
+
+    EXPECT_EQ(CountFiles(), 1) << "the folder whose events set the flag is still counted";
+}
+
+TEST_F(FileCountTest, TheDotsGrowToTheirLimitAndBeginAgain) {
+    for (int i = 0; i < 85; ++i) {
+        Write(std::to_string(i) + ".mp3");
+    }
+    CountFiles();
+
+    EXPECT_EQ(calls[0], "panel 1: Initialisiere Ordner .");
+    EXPECT_EQ(calls[1], "panel 1: Initialisiere Ordner ..");
+    EXPECT_EQ(calls[80], "panel 1: Initialisiere Ordner " + std::string(81, '.')) << "102 characters";
+    EXPECT_EQ(calls[81], "panel 1: Initialisiere Ordner ");
+    EXPECT_EQ(calls[82], "panel 1: Initialisiere Ordner .");
+}
+
+TEST_F(FileCountTest, ATextPutThereInBetweenGrowsOn) {
+    Write("a.mp3");
+    window.SetPanel(1, "other");
+    CountFiles();
+
+    EXPECT_EQ(window.panels[1], "other.");
+    EXPECT_EQ(run.StatusDots, "other");
+}
+
+TEST_F(FileCountTest, UmlautsCountAsOneCharacter) {
+    Write("a.mp3");
+    std::string text;
+    for (int i = 0; i < 100; ++i) {
+        text += "ä";
+    }
+    run.StatusDots = text;
+    window.SetPanel(1, text);
+    CountFiles();
+
+    EXPECT_EQ(window.panels[1], text + ".");
+}
+
+} // namespace
+} // namespace quavernet::test
