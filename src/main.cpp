@@ -1,8 +1,8 @@
 // The composition root: builds the adapters, fills in the services and runs the entry procedure inside the
 // event boundary. The only place that knows all.
+#include "mainwindow/Main.h"
 #include "app/MainModule.h"
 #include "mainwindow/AppWindows.h"
-#include "mainwindow/Main.h"
 #include "platform/posix/PosixFileSystem.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/Application.h"

@@ -23,13 +23,21 @@ void AppWindows::ShowMain() {
     m_main->show();
 }
 
-void AppWindows::ShowSplash() { (new frmSplash(m_main.get()))->show(); }
+void AppWindows::ShowSplash() {
+    (new frmSplash(m_main.get()))->show();
+}
 
-void AppWindows::LoadDatabase(const std::string& list) { m_main->LoadDatabase(list); }
+void AppWindows::LoadDatabase(const std::string& list) {
+    m_main->LoadDatabase(list);
+}
 
-void AppWindows::LoadTree() { m_main->LoadTree(); }
+void AppWindows::LoadTree() {
+    m_main->LoadTree();
+}
 
-void AppWindows::SetScanningPanel(const std::string& text) { m_main->SetScanningPanel(text); }
+void AppWindows::SetScanningPanel(const std::string& text) {
+    m_main->SetScanningPanel(text);
+}
 
 std::string AppWindows::Activity() const {
     return m_main ? m_main->Panes().Status().Text(Panel::Scanning) : std::string();

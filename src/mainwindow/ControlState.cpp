@@ -7,8 +7,8 @@ namespace quavernet {
 namespace {
 
 constexpr auto IdleControls = std::to_array<std::string_view>(
-    {"print", "date", "top", "cboGenre", "cboDrive", "cboAlbum", "txtSearch", "cmdSearch", "mnuFile", "mnuEdit",
-     "mnuView", "mnuExtras", "mnuOptions", "mnuUpperHelp"});
+    {"print", "date", "top", "cboGenre", "cboDrive", "cboAlbum", "txtSearch", "cmdSearch", "mnuFile",
+     "mnuEdit", "mnuView", "mnuExtras", "mnuOptions", "mnuUpperHelp"});
 
 constexpr auto SelectionControls = std::to_array<std::string_view>(
     {"plist", "mnuKontextPlaylist", "mnuPlaylist", "mnuDetails", "mnuEditFilename", "mnuEditDelete",

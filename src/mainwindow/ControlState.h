@@ -16,8 +16,8 @@ struct ControlSwitch {
     bool operator==(const ControlSwitch&) const = default;
 };
 
-/// Mode 0 is idle, 1 a running scan, 3 a changed selection; others switch nothing. `row` is the grid's current
-/// row (0: none) and `format` the text of its last column, which decides over conversion.
+/// Mode 0 is idle, 1 a running scan, 3 a changed selection; others switch nothing. `row` is the grid's
+/// current row (0: none) and `format` the text of its last column, which decides over conversion.
 std::vector<ControlSwitch> ControlState(std::int16_t mode, std::int32_t row, const std::string& format);
 
 } // namespace quavernet

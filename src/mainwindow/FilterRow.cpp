@@ -7,6 +7,8 @@
 
 #include <QAbstractItemView>
 #include <QKeyEvent>
+#include <QStyleOptionComboBox>
+#include <QStylePainter>
 
 namespace quavernet {
 
@@ -29,11 +31,32 @@ std::optional<std::int64_t> ChosenId(const QComboBox& combo) {
     return combo.currentData().toLongLong();
 }
 
+/// A combo whose text ends in dots where it is narrow, as on a small screen.
+class FilterCombo : public QComboBox {
+public:
+    using QComboBox::QComboBox;
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QStylePainter painter(this);
+        QStyleOptionComboBox option;
+        initStyleOption(&option);
+        painter.drawComplexControl(QStyle::CC_ComboBox, option);
+        const QRect text =
+            style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
+        option.currentText =
+            option.fontMetrics.elidedText(option.currentText, Qt::ElideRight, text.width() - 2);
+        painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+    }
+};
+
 bool IsArrowKey(int key) {
     return key == Qt::Key_Left || key == Qt::Key_Up || key == Qt::Key_Right || key == Qt::Key_Down;
 }
 
-bool IsEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
+bool IsEnter(int key) {
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
 
 } // namespace
 
@@ -57,7 +80,7 @@ FilterRow::FilterRow(QWidget* parent) : QWidget(parent) {
 }
 
 QComboBox* FilterRow::AddCombo(const QString& name) {
-    auto* combo = new QComboBox(this);
+    auto* combo = new FilterCombo(this);
     combo->setObjectName(name);
     combo->setMaxVisibleItems(25);
     combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -88,9 +111,15 @@ void FilterRow::ReadFilter(ListFilter& filter) const {
     filter.AlbumId = ChosenId(*m_album);
 }
 
-void FilterRow::FillDriveCombo() { Fill(*m_drive, quavernet::FillDriveCombo()); }
-void FilterRow::FillGenreCombo() { Fill(*m_genre, quavernet::FillGenreCombo()); }
-void FilterRow::FillAlbumCombo() { Fill(*m_album, quavernet::FillAlbumCombo()); }
+void FilterRow::FillDriveCombo() {
+    Fill(*m_drive, quavernet::FillDriveCombo());
+}
+void FilterRow::FillGenreCombo() {
+    Fill(*m_genre, quavernet::FillGenreCombo());
+}
+void FilterRow::FillAlbumCombo() {
+    Fill(*m_album, quavernet::FillAlbumCombo());
+}
 
 void FilterRow::LoadStrings() {
     m_go->setText(ToQString(LoadResString(123)));
@@ -102,7 +131,8 @@ void FilterRow::LoadStrings() {
 }
 
 void FilterRow::InterpretClicked() {
-    m_interpret->setChecked(SearchBoxClicked("SearchInterpret", m_interpret->isChecked(), m_title->isChecked()));
+    m_interpret->setChecked(
+        SearchBoxClicked("SearchInterpret", m_interpret->isChecked(), m_title->isChecked()));
 }
 
 void FilterRow::TitleClicked() {

@@ -107,9 +107,13 @@ std::int64_t GridView::RowData(std::int32_t row) const {
     return m_model.Rows().RowData(static_cast<std::size_t>(row));
 }
 
-std::int32_t GridView::TopRow() const { return verticalScrollBar()->value() + 1; }
+std::int32_t GridView::TopRow() const {
+    return verticalScrollBar()->value() + 1;
+}
 
-void GridView::SetTopRow(std::int32_t row) { verticalScrollBar()->setValue(row - 1); }
+void GridView::SetTopRow(std::int32_t row) {
+    verticalScrollBar()->setValue(row - 1);
+}
 
 bool GridView::RowIsVisible(std::int32_t row) const {
     const int top = rowViewportPosition(row - 1);
@@ -135,7 +139,9 @@ void GridView::SetKontextItems(int) {
     // view options are on in both cases.
 }
 
-std::int32_t GridView::MouseRow(const QPoint& position) const { return rowAt(position.y()) + 1; }
+std::int32_t GridView::MouseRow(const QPoint& position) const {
+    return rowAt(position.y()) + 1;
+}
 
 void GridView::mousePressEvent(QMouseEvent* event) {
     setFocus(Qt::MouseFocusReason);
@@ -158,7 +164,9 @@ void GridView::mouseMoveEvent(QMouseEvent* event) {
     }
 }
 
-void GridView::mouseReleaseEvent(QMouseEvent*) { m_selection.MouseUp(); }
+void GridView::mouseReleaseEvent(QMouseEvent*) {
+    m_selection.MouseUp();
+}
 
 void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
     mousePressEvent(event);
@@ -169,7 +177,8 @@ void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void GridView::keyPressEvent(QKeyEvent* event) {
-    const std::int32_t page = std::max(1, viewport()->height() / std::max(1, verticalHeader()->defaultSectionSize()) - 1);
+    const std::int32_t page =
+        std::max(1, viewport()->height() / std::max(1, verticalHeader()->defaultSectionSize()) - 1);
     std::int32_t target = m_selection.RowSel();
     switch (event->key()) {
     case Qt::Key_Return:

@@ -20,7 +20,9 @@ LetterLabel::LetterLabel(const QString& name, std::string filter, QWidget* paren
     setMouseTracking(true);
 }
 
-void LetterLabel::enterEvent(QEnterEvent*) { emit Entered(); }
+void LetterLabel::enterEvent(QEnterEvent*) {
+    emit Entered();
+}
 
 void LetterLabel::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) {
@@ -153,9 +155,13 @@ void LetterRow::mouseMoveEvent(QMouseEvent*) {
     emit MouseMoved();
 }
 
-void LetterRow::leaveEvent(QEvent*) { ResetLetterColors(); }
+void LetterRow::leaveEvent(QEvent*) {
+    ResetLetterColors();
+}
 
-void LetterRow::resizeEvent(QResizeEvent*) { PlaceLabels(); }
+void LetterRow::resizeEvent(QResizeEvent*) {
+    PlaceLabels();
+}
 
 void LetterRow::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange) {

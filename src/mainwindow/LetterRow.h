@@ -1,5 +1,5 @@
-// Frame2, the strip of letters above the list: "all", A to Z and "other". The list pane shows it; a click sets
-// the letter filter and asks for a reload.
+// Frame2, the strip of letters above the list: "all", A to Z and "other". The list pane shows it; a click
+// sets the letter filter and asks for a reload.
 #pragma once
 
 #include "mainwindow/MainLayout.h"

@@ -50,7 +50,8 @@ void ListController::DisableSelectionCommands() {
             button->setEnabled(false);
         }
     }
-    for (const char* name : {"mnuPlaylist", "mnuDetails", "mnuEditFilename", "mnuEditExchange", "mnuEditDelete"}) {
+    for (const char* name :
+         {"mnuPlaylist", "mnuDetails", "mnuEditFilename", "mnuEditExchange", "mnuEditDelete"}) {
         if (QAction* item = m_form.Menu().Item(name)) {
             item->setEnabled(false);
         }
@@ -75,11 +76,17 @@ void ListController::ShowTotals() {
     status.SetText(Panel::Albums, AlbumCountText(m_totals.AlbumCount));
 }
 
-void ListController::SetScanningPanel(const std::string& text) { m_form.SetScanningPanel(text); }
+void ListController::SetScanningPanel(const std::string& text) {
+    m_form.SetScanningPanel(text);
+}
 
-void ListController::SetProgress(float value) { m_form.Panes().Status().SetProgress(value); }
+void ListController::SetProgress(float value) {
+    m_form.Panes().Status().SetProgress(value);
+}
 
-float ListController::Progress() const { return m_form.Panes().Status().Progress(); }
+float ListController::Progress() const {
+    return m_form.Panes().Status().Progress();
+}
 
 ListFilter ListController::ReadFilter() const {
     ListFilter filter;

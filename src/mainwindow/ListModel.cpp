@@ -25,12 +25,14 @@ int ListModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(m_rows.Count());
 }
 
-int ListModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : ListColumnCount; }
+int ListModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : ListColumnCount;
+}
 
 QVariant ListModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::DisplayRole) {
-        return ToQString(m_rows.Text(static_cast<std::size_t>(index.row()) + 1,
-                                     static_cast<ListColumn>(index.column())));
+        return ToQString(
+            m_rows.Text(static_cast<std::size_t>(index.row()) + 1, static_cast<ListColumn>(index.column())));
     }
     if (role == Qt::TextAlignmentRole) {
         return QVariant(Qt::AlignLeft | Qt::AlignVCenter);

@@ -1,5 +1,5 @@
-// What the menu items and toolbar buttons of the main window do. Each command that exists is connected here by
-// its name.
+// What the menu items and toolbar buttons of the main window do. Each command that exists is connected here
+// by its name.
 #pragma once
 
 #include <QObject>

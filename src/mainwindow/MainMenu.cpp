@@ -11,7 +11,8 @@ MainMenu::MainMenu(QMenuBar* bar) : QObject(bar) {
         if (!entry.Is(MenuEntry::Built)) {
             continue;
         }
-        QMenu* parent = entry.Parent.empty() || entry.Parent == "popup" ? nullptr : m_items.at(entry.Parent)->menu();
+        QMenu* parent =
+            entry.Parent.empty() || entry.Parent == "popup" ? nullptr : m_items.at(entry.Parent)->menu();
         if (parent != nullptr && entry.Is(MenuEntry::Separated) && !parent->isEmpty()) {
             parent->addSeparator();
         }

@@ -142,9 +142,9 @@ void MainPanes::SizeFilterRow(bool narrow) {
     m_layout.cmdSearch.Width = 600;
     m_layout.cmdPlay.Width = m_layout.cmdRandomize.Width = 300;
     const int height = ToTwips(m_filter->txtSearch().sizeHint().height());
-    for (ControlBox* box :
-         {&m_layout.cboDrive, &m_layout.cboGenre, &m_layout.cboAlbum, &m_layout.chkInterpret, &m_layout.chkTitle,
-          &m_layout.txtSearch, &m_layout.cmdSearch, &m_layout.cmdPlay, &m_layout.cmdRandomize}) {
+    for (ControlBox* box : {&m_layout.cboDrive, &m_layout.cboGenre, &m_layout.cboAlbum,
+                            &m_layout.chkInterpret, &m_layout.chkTitle, &m_layout.txtSearch,
+                            &m_layout.cmdSearch, &m_layout.cmdPlay, &m_layout.cmdRandomize}) {
         box->Height = height;
         box->Top = (StripHeight - height) / 2;
     }
@@ -171,7 +171,8 @@ void MainPanes::ReadLayout() {
 
 void MainPanes::Form_Resize() {
     ReadLayout();
-    const WindowExtent extent{ToTwips(window()->width()), ToTwips(window()->height()), window()->isMinimized()};
+    const WindowExtent extent{ToTwips(window()->width()), ToTwips(window()->height()),
+                              window()->isMinimized()};
     ResizeMain(m_layout, extent, mainModule.ScreenResolution);
     ApplyLayout();
 }
@@ -214,7 +215,9 @@ void MainPanes::PlayButtonsAtRest() {
     m_randomize->SetAtRest();
 }
 
-void MainPanes::mouseMoveEvent(QMouseEvent*) { m_letters->ResetLetterColors(); }
+void MainPanes::mouseMoveEvent(QMouseEvent*) {
+    m_letters->ResetLetterColors();
+}
 
 bool MainPanes::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_sizer) {

@@ -1,5 +1,5 @@
-// The inside of frmMain: toolbar and filter row on top, tree and list pane with the splitter between them, the
-// status bar below. It owns the controls and moves them by the layout rules.
+// The inside of frmMain: toolbar and filter row on top, tree and list pane with the splitter between them,
+// the status bar below. It owns the controls and moves them by the layout rules.
 #pragma once
 
 #include "mainwindow/FilterRow.h"

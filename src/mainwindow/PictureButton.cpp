@@ -27,7 +27,9 @@ void PictureButton::enterEvent(QEnterEvent*) {
     emit Entered();
 }
 
-void PictureButton::leaveEvent(QEvent*) { SetAtRest(); }
+void PictureButton::leaveEvent(QEvent*) {
+    SetAtRest();
+}
 
 void PictureButton::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) {

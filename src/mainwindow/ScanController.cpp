@@ -12,7 +12,9 @@ namespace quavernet {
 namespace {
 
 /// Panels count from 1 in the order in which they stand.
-quavernet::Panel PanelOf(int panel) { return static_cast<quavernet::Panel>(panel - 1); }
+quavernet::Panel PanelOf(int panel) {
+    return static_cast<quavernet::Panel>(panel - 1);
+}
 
 } // namespace
 
@@ -54,24 +56,44 @@ void ScanController::SetPanel(int panel, const std::string& text) {
     m_form.Panes().Status().SetText(PanelOf(panel), text);
 }
 
-std::string ScanController::Panel(int panel) const { return m_form.Panes().Status().Text(PanelOf(panel)); }
+std::string ScanController::Panel(int panel) const {
+    return m_form.Panes().Status().Text(PanelOf(panel));
+}
 
-void ScanController::SetTitle(const std::string& text) { m_form.SetTitle(text); }
+void ScanController::SetTitle(const std::string& text) {
+    m_form.SetTitle(text);
+}
 
-void ScanController::SetMousePointer(int pointer) { m_form.SetMousePointer(pointer); }
+void ScanController::SetMousePointer(int pointer) {
+    m_form.SetMousePointer(pointer);
+}
 
-void ScanController::SetProgress(float value) { m_form.Panes().Status().SetProgress(value); }
+void ScanController::SetProgress(float value) {
+    m_form.Panes().Status().SetProgress(value);
+}
 
-float ScanController::Progress() const { return m_form.Panes().Status().Progress(); }
+float ScanController::Progress() const {
+    return m_form.Panes().Status().Progress();
+}
 
-void ScanController::SetControlState(int mode) { m_form.SetControlState(static_cast<std::int16_t>(mode)); }
+void ScanController::SetControlState(int mode) {
+    m_form.SetControlState(static_cast<std::int16_t>(mode));
+}
 
-void ScanController::ClearList() { m_form.List().ClearList(); }
+void ScanController::ClearList() {
+    m_form.List().ClearList();
+}
 
-void ScanController::FillDriveCombo() { m_form.Panes().Filter().FillDriveCombo(); }
+void ScanController::FillDriveCombo() {
+    m_form.Panes().Filter().FillDriveCombo();
+}
 
-void ScanController::FillAlbumCombo() { m_form.Panes().Filter().FillAlbumCombo(); }
+void ScanController::FillAlbumCombo() {
+    m_form.Panes().Filter().FillAlbumCombo();
+}
 
-void ScanController::LoadDatabase(const std::string& list) { m_form.LoadDatabase(list); }
+void ScanController::LoadDatabase(const std::string& list) {
+    m_form.LoadDatabase(list);
+}
 
 } // namespace quavernet

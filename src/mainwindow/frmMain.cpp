@@ -156,7 +156,9 @@ void frmMain::LoadStrings() {
     SetMousePointer(0);
 }
 
-void frmMain::LoadDatabase(const std::string& list) { m_list->LoadDatabase(list); }
+void frmMain::LoadDatabase(const std::string& list) {
+    m_list->LoadDatabase(list);
+}
 
 void frmMain::LoadTree() {
     QTreeWidget& tree = m_panes->Tree();
@@ -212,7 +214,9 @@ void frmMain::SetMousePointer(int pointer) {
     }
 }
 
-void frmMain::SetGridLines(bool shown) { m_panes->Grid().setShowGrid(shown); }
+void frmMain::SetGridLines(bool shown) {
+    m_panes->Grid().setShowGrid(shown);
+}
 
 void frmMain::SetColumnWidths(const ColumnWidths& widths) {
     for (std::size_t column = 0; column < widths.size(); ++column) {
@@ -274,9 +278,13 @@ void frmMain::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
-void frmMain::AfterLoadTimer_Timer() { m_panes->Filter().txtSearch().setFocus(); }
+void frmMain::AfterLoadTimer_Timer() {
+    m_panes->Filter().txtSearch().setFocus();
+}
 
-void frmMain::mouseMoveEvent(QMouseEvent*) { m_panes->Letters().ResetLetterColors(); }
+void frmMain::mouseMoveEvent(QMouseEvent*) {
+    m_panes->Letters().ResetLetterColors();
+}
 
 void frmMain::wheelEvent(QWheelEvent* event) {
     // Wherever the mouse stands, the wheel moves the list.

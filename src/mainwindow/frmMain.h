@@ -1,5 +1,6 @@
-// The main window: the frame around the library. It takes its state from the settings when it loads, writes it
-// back when it unloads, and switches its controls; its panes, lists and commands have classes of their own.
+// The main window: the frame around the library. It takes its state from the settings when it loads, writes
+// it back when it unloads, and switches its controls; its panes, lists and commands have classes of their
+// own.
 #pragma once
 
 #include "mainwindow/WindowState.h"

@@ -30,8 +30,12 @@ frmSplash::frmSplash(QWidget* owner)
 
 frmSplash::~frmSplash() = default;
 
-void frmSplash::mousePressEvent(QMouseEvent*) { close(); }
+void frmSplash::mousePressEvent(QMouseEvent*) {
+    close();
+}
 
-void frmSplash::keyPressEvent(QKeyEvent*) { close(); }
+void frmSplash::keyPressEvent(QKeyEvent*) {
+    close();
+}
 
 } // namespace quavernet

@@ -28,7 +28,9 @@ void ScanLogLines::Clear() {
     endResetModel();
 }
 
-int ScanLogLines::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : m_published; }
+int ScanLogLines::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : m_published;
+}
 
 QVariant ScanLogLines::data(const QModelIndex& index, int role) const {
     return role == Qt::DisplayRole ? ToQString(m_lines[static_cast<std::size_t>(index.row())]) : QVariant();
@@ -118,6 +120,8 @@ void frmScanLog::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
-void frmScanLog::reject() { close(); }
+void frmScanLog::reject() {
+    close();
+}
 
 } // namespace quavernet

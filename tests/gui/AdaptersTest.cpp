@@ -21,7 +21,9 @@ namespace {
 
 class AdaptersTest : public GuiTest {
 protected:
-    AdaptersTest() { QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, ToQString(folder.Path())); }
+    AdaptersTest() {
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, ToQString(folder.Path()));
+    }
 };
 
 /// Presses a button of the next message box, and tells what the box looked like.
@@ -47,13 +49,15 @@ void Answer(QMessageBox::StandardButton button, SeenBox& seen) {
 } // namespace
 
 TEST_F(AdaptersTest, ASettingReadsBackAsItWasWritten) {
-    for (const char* text : {"", "plain", "C:\\Müsik\\ÄÖÜ", "a,b;c=d", "@Invalid()", " blanks ", "\"quoted\"", "%20"}) {
+    for (const char* text :
+         {"", "plain", "C:\\Müsik\\ÄÖÜ", "a,b;c=d", "@Invalid()", " blanks ", "\"quoted\"", "%20"}) {
         {
             QtSettings store;
             store.Set(SettingsApplication, SettingsSection, "ColWidth(0)", text);
         }
         QtSettings store;
-        EXPECT_EQ(store.Query(SettingsApplication, SettingsSection, "ColWidth(0)"), std::optional<std::string>(text));
+        EXPECT_EQ(store.Query(SettingsApplication, SettingsSection, "ColWidth(0)"),
+                  std::optional<std::string>(text));
     }
 }
 

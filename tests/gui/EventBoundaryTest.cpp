@@ -53,7 +53,8 @@ TEST_F(EventBoundaryTest, AFailureInAnEventIsShownAndEndsTheProcess) {
             QTest::qWait(50);
         },
         ::testing::ExitedWithCode(1),
-        "\\[Programm wird beendet\\] Fehler: 6 - Overflow\n\\(Timer1\\)\nDas Programm wird beendet. .critical");
+        "\\[Programm wird beendet\\] Fehler: 6 - Overflow\n\\(Timer1\\)\nDas Programm wird beendet. "
+        ".critical");
 }
 
 TEST_F(EventBoundaryTest, TheBoxNamesWhatWasBeingDone) {

@@ -54,9 +54,10 @@ protected:
               "Insert into Albums (Album_id, Name) values (" + id + ", 'Album " + id + "')",
               "Insert into Drive (Drive_id, Drive) values (" + id + ", '" + drive + id + "')",
               "Insert into Files (Title_id, Inter_id, Name, Path, Sizeinbytes, Drive_id, Quality_id, Length, "
-              "Extension_id, Genre_id, Album_id) select " + id + ", " + id + ", '" + title + "." + format +
-                  "', '" + path + "', 1048576, " + id + ", " + id + ", 65, Extension_id, 0, " + id +
-                  " from Extensions where Extension = '" + format + "'"}) {
+              "Extension_id, Genre_id, Album_id) select " +
+                  id + ", " + id + ", '" + title + "." + format + "', '" + path + "', 1048576, " + id + ", " +
+                  id + ", 65, Extension_id, 0, " + id + " from Extensions where Extension = '" + format +
+                  "'"}) {
             mainModule.Connection->Execute(statement);
         }
     }

@@ -81,7 +81,8 @@ TEST_F(LanguageTest, NoTextOfTheFilterRowIsCutInEitherLanguage) {
     Start();
     for (const char* language : {"mnuViewLanguageGER", "mnuViewLanguageENG"}) {
         Action(language).trigger();
-        for (const char* name : {"chkInterpret", "chkTitle", "cmdSearch", "cboDrive", "cboGenre", "cboAlbum"}) {
+        for (const char* name :
+             {"chkInterpret", "chkTitle", "cmdSearch", "cboDrive", "cboGenre", "cboAlbum"}) {
             auto& control = Control<QWidget>(name);
             QString text = control.property("text").toString();
             int frame = 0;

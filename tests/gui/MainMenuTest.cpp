@@ -14,7 +14,8 @@ class MainMenuTest : public GuiTest {};
 void ExpectSoundSeparators(const QMenu& menu) {
     bool lastWasSeparator = true;
     for (const QAction* action : menu.actions()) {
-        EXPECT_FALSE(action->isSeparator() && lastWasSeparator) << FromQString(menu.menuAction()->objectName());
+        EXPECT_FALSE(action->isSeparator() && lastWasSeparator)
+            << FromQString(menu.menuAction()->objectName());
         lastWasSeparator = action->isSeparator();
         if (action->menu() != nullptr) {
             ExpectSoundSeparators(*action->menu());
@@ -38,7 +39,8 @@ TEST_F(MainMenuTest, CaptionsAndShortcutsFollowTheTableInBothLanguages) {
                 EXPECT_EQ(FromQString(item->text()), LoadResString(entry.Text));
             }
             const QString shortcut = item->shortcut().toString(QKeySequence::PortableText);
-            EXPECT_EQ(FromQString(shortcut), entry.Shortcut == 0 ? "" : std::string("Ctrl+") + entry.Shortcut);
+            EXPECT_EQ(FromQString(shortcut),
+                      entry.Shortcut == 0 ? "" : std::string("Ctrl+") + entry.Shortcut);
         }
     }
 }

@@ -117,8 +117,9 @@ TEST_F(WindowStateTest, AScanKeepsTheWindowOpenAndNothingIsSaved) {
     EXPECT_TRUE(Form().isVisible());
     EXPECT_TRUE(settings.values.empty());
     ASSERT_EQ(msgBox.shown.size(), 1U);
-    EXPECT_EQ(msgBox.shown[0].text, "Der Scanvorgang ist noch nicht beendet! Bitte brechen Sie diesen vor dem "
-                                    "Schliessen des Programmes ab.");
+    EXPECT_EQ(msgBox.shown[0].text,
+              "Der Scanvorgang ist noch nicht beendet! Bitte brechen Sie diesen vor dem "
+              "Schliessen des Programmes ab.");
     EXPECT_EQ(msgBox.shown[0].title, "Programm beenden");
     EXPECT_EQ(msgBox.shown[0].icon, MsgBox::Icon::Information);
 }

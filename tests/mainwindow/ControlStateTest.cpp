@@ -23,9 +23,17 @@ Names Switched(const std::vector<ControlSwitch>& switches, bool enabled) {
     return names;
 }
 
-const Names SelectionControls{"cmdPlay",           "mnuDetails",   "mnuEditDelete", "mnuEditExchange",
-                              "mnuEditFilename",   "mnuKontextExchange", "mnuKontextPlaylist",
-                              "mnuPlay", "mnuPlaySelectedItems", "mnuPlaylist", "plist"};
+const Names SelectionControls{"cmdPlay",
+                              "mnuDetails",
+                              "mnuEditDelete",
+                              "mnuEditExchange",
+                              "mnuEditFilename",
+                              "mnuKontextExchange",
+                              "mnuKontextPlaylist",
+                              "mnuPlay",
+                              "mnuPlaySelectedItems",
+                              "mnuPlaylist",
+                              "plist"};
 const Names ConversionControls{"konvert", "mnuKontextKonvert", "mnuKonvert"};
 
 Names Both(Names first, const Names& second) {
@@ -38,9 +46,10 @@ Names Both(Names first, const Names& second) {
 
 TEST(ControlStateTest, IdleOpensTheMenusAndFiltersAndClosesWhatNeedsASelection) {
     const auto switches = ControlState(0, 0, "");
-    EXPECT_EQ(Switched(switches, true),
-              (Names{"cboAlbum", "cboDrive", "cboGenre", "cmdSearch", "date", "mnuEdit", "mnuExtras", "mnuFile",
-                     "mnuOptions", "mnuUpperHelp", "mnuView", "print", "scan", "top", "txtSearch"}));
+    EXPECT_EQ(
+        Switched(switches, true),
+        (Names{"cboAlbum", "cboDrive", "cboGenre", "cmdSearch", "date", "mnuEdit", "mnuExtras", "mnuFile",
+               "mnuOptions", "mnuUpperHelp", "mnuView", "print", "scan", "top", "txtSearch"}));
     EXPECT_EQ(Switched(switches, false),
               (Names{"cancel", "cmdPlay", "konvert", "mnuPlay", "mnuPlaySelectedItems", "plist"}));
 }
@@ -49,9 +58,9 @@ TEST(ControlStateTest, ARunningScanLeavesOnlyCancel) {
     const auto switches = ControlState(1, 0, "");
     EXPECT_EQ(Switched(switches, true), Names{"cancel"});
     EXPECT_EQ(Switched(switches, false),
-              (Names{"cboAlbum", "cboDrive", "cboGenre", "cmdSearch", "date", "konvert", "mnuEdit", "mnuExtras",
-                     "mnuFile", "mnuOptions", "mnuUpperHelp", "mnuView", "plist", "print", "scan", "top",
-                     "txtSearch"}));
+              (Names{"cboAlbum", "cboDrive", "cboGenre", "cmdSearch", "date", "konvert", "mnuEdit",
+                     "mnuExtras", "mnuFile", "mnuOptions", "mnuUpperHelp", "mnuView", "plist", "print",
+                     "scan", "top", "txtSearch"}));
 }
 
 TEST(ControlStateTest, ASelectedRowOpensItsCommandsAndConversionForWavAlone) {

@@ -14,8 +14,8 @@ void SetDialogLanguage(const std::string& language) {
         translator->setObjectName(name);
     }
     QCoreApplication::removeTranslator(translator);
-    if (language == "GER" && translator->load(QStringLiteral("qtbase_de"),
-                                              QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    if (language == "GER" &&
+        translator->load(QStringLiteral("qtbase_de"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
         QCoreApplication::installTranslator(translator);
     }
 }

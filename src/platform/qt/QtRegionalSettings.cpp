@@ -6,7 +6,9 @@ namespace quavernet {
 
 namespace {
 
-bool IsDateLetter(QChar c) { return c == u'd' || c == u'M' || c == u'y'; }
+bool IsDateLetter(QChar c) {
+    return c == u'd' || c == u'M' || c == u'y';
+}
 
 /// Day, month and year in the locale's order and with its separators; what else a pattern may hold (weekday,
 /// era, quoted words) is left out, since dates are read back by it.
@@ -48,8 +50,8 @@ RegionalSettings ReadRegionalSettings(const QLocale& locale) {
     RegionalSettings regional;
     regional.decimalSeparator = FromQString(locale.decimalPoint());
     // The plain "C" locale groups no digits.
-    const bool groups = !(locale.numberOptions() & QLocale::OmitGroupSeparator) &&
-                        locale.language() != QLocale::C;
+    const bool groups =
+        !(locale.numberOptions() & QLocale::OmitGroupSeparator) && locale.language() != QLocale::C;
     regional.groupSeparator = groups ? FromQString(locale.groupSeparator()) : std::string();
     regional.shortDatePattern = FromQString(pattern);
     regional.dateSeparator = FromQString(FirstSeparator(pattern));

@@ -17,7 +17,8 @@ QSettings& QtSettings::Store(const std::string& application) {
         const auto separator = application.find('\\');
         const std::string product =
             separator == std::string::npos ? std::string() : application.substr(separator + 1);
-        m_store = std::make_unique<QSettings>(ToQString(application.substr(0, separator)), ToQString(product));
+        m_store =
+            std::make_unique<QSettings>(ToQString(application.substr(0, separator)), ToQString(product));
         m_store->setFallbacksEnabled(false);
         m_application = application;
     }
