@@ -310,6 +310,12 @@ constexpr clsResources::Entry Entries[] = {
     {608, "Play next song"},
     {609, "Bring main window to the front"},
     {610, "Minimise"},
+    {750, "Skipped... "},
+    {751, "no access"},
+    {752, "missing"},
+    {753, "link to itself"},
+    {754, "not a plain file"},
+    {755, "not readable: "},
 };
 
 } // namespace

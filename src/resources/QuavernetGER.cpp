@@ -311,6 +311,12 @@ constexpr clsResources::Entry Entries[] = {
     {608, "Nächstes Lied abspielen"},
     {609, "Hauptdialog in den Vordergrund bringen"},
     {610, "Minimieren"},
+    {750, "Übersprungen... "},
+    {751, "kein Zugriff"},
+    {752, "nicht vorhanden"},
+    {753, "Verknüpfung auf sich selbst"},
+    {754, "keine gewöhnliche Datei"},
+    {755, "nicht lesbar: "},
 };
 
 } // namespace
