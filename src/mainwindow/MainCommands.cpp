@@ -2,13 +2,34 @@
 
 #include "app/MainModule.h"
 #include "app/Registry.h"
+#include "library/CleanDatabase.h"
 #include "mainwindow/MainMenu.h"
 #include "mainwindow/MainPanes.h"
 #include "mainwindow/ScanController.h"
 #include "mainwindow/frmAbout.h"
 #include "mainwindow/frmMain.h"
+#include "scanner/frmRemind.h"
+#include "scanner/frmScanpath.h"
 
 namespace quavernet {
+
+namespace {
+
+/// The main window as the cleaning of the library sees it.
+class CleanView : public CleanWindow {
+public:
+    explicit CleanView(frmMain& form) : m_form(form) {}
+
+    void SetMousePointer(int pointer) override { m_form.SetMousePointer(pointer); }
+    void SetScanningPanel(const std::string& text) override { m_form.SetScanningPanel(text); }
+    void LoadTree() override { m_form.LoadTree(); }
+    void LoadDatabase(const std::string& list) override { m_form.LoadDatabase(list); }
+
+private:
+    frmMain& m_form;
+};
+
+} // namespace
 
 MainCommands::MainCommands(frmMain& form, ScanController& scan) : m_form(form) {
     OnMenu("mnuScan", [&scan] { scan.mnuScan_Click(); });
@@ -34,6 +55,12 @@ MainCommands::MainCommands(frmMain& form, ScanController& scan) : m_form(form) {
            [this] { mainModule.UseExternalPlayer = m_form.Menu().Checked("mnuExternalPlayer"); });
     OnMenu("mnuOptionsLoadOverSearch",
            [this] { mainModule.LoadOverSearch = m_form.Menu().Checked("mnuOptionsLoadOverSearch"); });
+    OnMenu("mnuCleanDatabase", [this] {
+        CleanView view(m_form);
+        mnuCleanDatabase_Click(view);
+    });
+    OnMenu("mnuStandardScanningPath", [this] { frmScanpath(&m_form).exec(); });
+    OnMenu("mnuRemind", [this] { frmRemind(&m_form).exec(); });
     OnMenu("mnuAbout", [this] { frmAbout(&m_form).exec(); });
 }
 
