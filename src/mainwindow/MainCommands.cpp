@@ -11,6 +11,8 @@
 #include "scanner/frmRemind.h"
 #include "scanner/frmScanpath.h"
 
+#include <QKeyEvent>
+
 namespace quavernet {
 
 namespace {
@@ -59,9 +61,20 @@ MainCommands::MainCommands(frmMain& form, ScanController& scan) : m_form(form) {
         CleanView view(m_form);
         mnuCleanDatabase_Click(view);
     });
+    m_form.Panes().Filter().txtSearch().installEventFilter(this);
     OnMenu("mnuStandardScanningPath", [this] { frmScanpath(&m_form).exec(); });
     OnMenu("mnuRemind", [this] { frmRemind(&m_form).exec(); });
     OnMenu("mnuAbout", [this] { frmAbout(&m_form).exec(); });
+}
+
+bool MainCommands::eventFilter(QObject* watched, QEvent* event) {
+    const auto* search = qobject_cast<QLineEdit*>(watched);
+    if (search == nullptr || event->type() != QEvent::ShortcutOverride || search->hasSelectedText() ||
+        !static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) {
+        return false;
+    }
+    event->ignore();
+    return true;
 }
 
 void MainCommands::OnMenu(std::string_view name, std::function<void()> command) {

@@ -83,10 +83,10 @@ TEST_F(CleanDatabaseTest, TheQuestionFollowsTheLanguage) {
 TEST_F(CleanDatabaseTest, AnsweringNoLeavesEverythingAsItWas) {
     AddFile(1, "gone.mp3", false);
     AddEntry(1, "Rock", 1);
-    RecordingConnection& statements = Record();
+    RecordingConnection& recorder = Record();
     msgBox.answers = {MsgBox::Answer::No};
     mnuCleanDatabase_Click(window);
-    EXPECT_THAT(statements.all, IsEmpty());
+    EXPECT_THAT(recorder.statements, IsEmpty());
     EXPECT_THAT(window.calls, IsEmpty());
     EXPECT_THAT(Files(), ElementsAre("1"));
 }
@@ -117,9 +117,9 @@ TEST_F(CleanDatabaseTest, WithLoadOverSearchOnlyTheTreeIsRebuilt) {
 }
 
 TEST_F(CleanDatabaseTest, AnEmptyLibraryIsCleanedToo) {
-    RecordingConnection& statements = Record();
+    RecordingConnection& recorder = Record();
     CleanDatabase(window);
-    EXPECT_THAT(statements.all, ElementsAre("Select Path, File_id from Files"));
+    EXPECT_THAT(recorder.statements, ElementsAre("Select Path, File_id from Files"));
 }
 
 TEST_F(CleanDatabaseTest, TheStatementsComeFileByFile) {
@@ -127,10 +127,10 @@ TEST_F(CleanDatabaseTest, TheStatementsComeFileByFile) {
     AddFile(2, "kept.mp3", true);
     AddFile(13, "lost.mp3", false);
     AddEntry(13, "Rock", 2);
-    RecordingConnection& statements = Record();
+    RecordingConnection& recorder = Record();
     CleanDatabase(window);
     EXPECT_THAT(
-        statements.all,
+        recorder.statements,
         ElementsAre(
             "Select Path, File_id from Files", "Delete from Files where File_id = 1",
             "Select Parent, [Position] from FileCategories where File_id = 1",

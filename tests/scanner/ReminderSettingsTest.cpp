@@ -1,5 +1,6 @@
 #include "scanner/ReminderSettings.h"
 
+#include "app/LoadResString.h"
 #include "support/TestLibrary.h"
 
 #include <gmock/gmock.h>
@@ -31,30 +32,30 @@ std::string OptionsOf(const ReminderChoice& choice) {
 } // namespace
 
 TEST_F(ReminderSettingsTest, WithoutARowTheReminderIsOffAndTheFormKeepsItsOption) {
-    RecordingConnection& statements = Record();
-    const ReminderSettings settings = LoadReminderSettings();
-    EXPECT_FALSE(settings.choice.chkRemind);
-    EXPECT_EQ(OptionsOf(settings.choice), "");
-    EXPECT_EQ(settings.lblDate, LoadResString(408));
-    EXPECT_EQ(settings.lblDate, "Erinnerung nicht aktiviert!");
-    EXPECT_THAT(statements.all, ElementsAre("Select RemindFlag, ScanPeriode, RemindDate from Reminder"));
+    RecordingConnection& recorder = Record();
+    const ReminderSettings stored = LoadReminderSettings();
+    EXPECT_FALSE(stored.choice.chkRemind);
+    EXPECT_EQ(OptionsOf(stored.choice), "");
+    EXPECT_EQ(stored.lblDate, LoadResString(408));
+    EXPECT_EQ(stored.lblDate, "Erinnerung nicht aktiviert!");
+    EXPECT_THAT(recorder.statements, ElementsAre("Select RemindFlag, ScanPeriode, RemindDate from Reminder"));
 }
 
 TEST_F(ReminderSettingsTest, TheStoredPeriodIsSelectedAlsoWhileTheReminderIsOff) {
     for (const char* period : {"d", "w", "m", "y"}) {
         SetReminder("0", "20.11.2026", period);
-        const ReminderSettings settings = LoadReminderSettings();
-        EXPECT_EQ(OptionsOf(settings.choice), period);
-        EXPECT_FALSE(settings.choice.chkRemind);
-        EXPECT_EQ(settings.lblDate, "Erinnerung nicht aktiviert!");
+        const ReminderSettings stored = LoadReminderSettings();
+        EXPECT_EQ(OptionsOf(stored.choice), period);
+        EXPECT_FALSE(stored.choice.chkRemind);
+        EXPECT_EQ(stored.lblDate, "Erinnerung nicht aktiviert!");
     }
 }
 
 TEST_F(ReminderSettingsTest, AReminderThatIsOnShowsItsNextDate) {
     SetReminder("1", "01.02.2027", "m");
-    const ReminderSettings settings = LoadReminderSettings();
-    EXPECT_TRUE(settings.choice.chkRemind);
-    EXPECT_EQ(settings.lblDate, "Nächste Erinnerung am 01.02.2027");
+    const ReminderSettings stored = LoadReminderSettings();
+    EXPECT_TRUE(stored.choice.chkRemind);
+    EXPECT_EQ(stored.lblDate, "Nächste Erinnerung am 01.02.2027");
 }
 
 TEST_F(ReminderSettingsTest, AReminderThatIsOnWithoutADateSaysSo) {
@@ -79,9 +80,9 @@ TEST_F(ReminderSettingsTest, AnUnknownPeriodSelectsNoOption) {
 }
 
 TEST_F(ReminderSettingsTest, TheFirstSaveInsertsTheRow) {
-    RecordingConnection& statements = Record();
+    RecordingConnection& recorder = Record();
     SaveReminderSettings({.chkRemind = true, .optWeekly = true});
-    EXPECT_THAT(statements.all,
+    EXPECT_THAT(recorder.statements,
                 ElementsAre("Select RemindFlag from Reminder",
                             "Insert Into Reminder (RemindFlag, RemindDate, Scanperiode) values (1, "
                             "'27.11.2026', 'w')"));
@@ -90,10 +91,10 @@ TEST_F(ReminderSettingsTest, TheFirstSaveInsertsTheRow) {
 
 TEST_F(ReminderSettingsTest, ALaterSaveUpdatesTheOneRow) {
     SetReminder("1", "01.01.2020", "d");
-    RecordingConnection& statements = Record();
+    RecordingConnection& recorder = Record();
     SaveReminderSettings({.chkRemind = false, .optYearly = true});
     EXPECT_THAT(
-        statements.all,
+        recorder.statements,
         ElementsAre("Select RemindFlag from Reminder",
                     "Update Reminder Set RemindFlag = 0, RemindDate = '20.11.2027', ScanPeriode = 'y'"));
     EXPECT_THAT(Stored(), ElementsAre("0|20.11.2027|y"));
