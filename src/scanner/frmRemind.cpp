@@ -20,6 +20,7 @@ frmRemind::frmRemind(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui:
                                                      : m_ui->optDaily;
     stored->setChecked(true);
     m_ui->lblDate->setText(ToQString(settings.lblDate));
+    m_ui->chkRemind->setFocus();
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmRemind::cmdOK_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
 }

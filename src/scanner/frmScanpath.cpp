@@ -13,6 +13,7 @@ frmScanpath::frmScanpath(QWidget* owner) : QDialog(owner), m_ui(std::make_unique
     const ScanPathSettings settings = LoadScanPathSettings();
     m_ui->chkScanPath->setChecked(settings.ScanpathValue);
     ShowPath(settings.Scanpath);
+    m_ui->chkScanPath->setFocus();
     connect(m_ui->cmdBrowse, &QPushButton::clicked, this, &frmScanpath::cmdBrowse_Click);
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmScanpath::cmdOK_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);

@@ -29,7 +29,7 @@ protected:
         dialog = std::make_unique<frmRemind>(&Form());
         dialog->show();
         dialog->activateWindow();
-        (void)QTest::qWaitForWindowActive(dialog.get());
+        ASSERT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == dialog.get(); }));
     }
     template <typename T> T& Part(const char* name) { return *dialog->findChild<T*>(QLatin1String(name)); }
     std::string Text(const char* name) { return FromQString(Part<QAbstractButton>(name).text()); }
