@@ -2,6 +2,7 @@
 // event boundary. The only place that knows all.
 #include "mainwindow/Main.h"
 #include "app/MainModule.h"
+#include "help/QtHelpViewer.h"
 #include "mainwindow/AppWindows.h"
 #include "platform/posix/PosixFileSystem.h"
 #include "platform/posix/SystemClock.h"
@@ -31,6 +32,7 @@ int main(int argc, char** argv) {
     QtDialogs dialogs;
     QtEvents events;
     SystemClock clock;
+    QtHelpViewer helpViewer;
     const auto fileSystem = CreatePosixFileSystem();
 
     services.settings = &settings;
@@ -40,6 +42,7 @@ int main(int argc, char** argv) {
     services.dialogs = &dialogs;
     services.events = &events;
     services.clock = &clock;
+    services.helpViewer = &helpViewer;
     services.regional = ReadRegionalSettings();
     services.createConnection = [] { return CreateSqliteConnection(services.regional); };
     services.createTagComponent = CreateTagLibComponent;

@@ -2,6 +2,7 @@
 
 #include "app/MainModule.h"
 #include "app/Registry.h"
+#include "app/ShowHelp.h"
 #include "library/CleanDatabase.h"
 #include "mainwindow/MainMenu.h"
 #include "mainwindow/MainPanes.h"
@@ -64,6 +65,7 @@ MainCommands::MainCommands(frmMain& form, ScanController& scan) : m_form(form) {
     m_form.Panes().Filter().txtSearch().installEventFilter(this);
     OnMenu("mnuStandardScanningPath", [this] { frmScanpath(&m_form).exec(); });
     OnMenu("mnuRemind", [this] { frmRemind(&m_form).exec(); });
+    OnMenu("mnuHelp", [] { ShowHelp("HTML\\start.html"); });
     OnMenu("mnuAbout", [this] { frmAbout(&m_form).exec(); });
 }
 

@@ -87,7 +87,7 @@ inline constexpr auto MainMenuTable = [] {
         {"mnuExternalPlayer", "mnuPlayerOptions", 243, 0, Check},
         {"mnuOptionsLoadOverSearch", "mnuOptions", 235, 0, Check | Line},
         {"mnuUpperHelp", "", 206, 0, Group},
-        {"mnuHelp", "mnuUpperHelp", 236, 'H', Later},
+        {"mnuHelp", "mnuUpperHelp", 236, 'H', Item},
         {"mnuAbout", "mnuUpperHelp", 238, 0, Item | Line},
 
         {"mnuKontext", "popup", 0, 0, Group},

@@ -3,6 +3,7 @@
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/Registry.h"
+#include "help/HelpKey.h"
 #include "mainwindow/CloseGuard.h"
 #include "mainwindow/ControlState.h"
 #include "mainwindow/ListController.h"
@@ -42,6 +43,7 @@ frmMain::frmMain() {
     m_list = std::make_unique<ListController>(*this);
     m_scan = std::make_unique<ScanController>(*this);
     m_commands = std::make_unique<MainCommands>(*this, *m_scan);
+    new HelpKey(this);
     m_afterLoadTimer.setParent(this);
     m_afterLoadTimer.setObjectName(QStringLiteral("AfterLoadTimer"));
     m_afterLoadTimer.setSingleShot(true);

@@ -1,6 +1,7 @@
 #include "scanner/frmScanLog.h"
 
 #include "app/LoadResString.h"
+#include "help/HelpKey.h"
 #include "platform/qt/QtText.h"
 #include "scanner/SkippedLine.h"
 #include "ui_frmScanLog.h"
@@ -43,6 +44,7 @@ frmScanLog::frmScanLog(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<U
     m_paintTimer.setSingleShot(true);
     m_paintTimer.setInterval(FrameTimeMs);
     connect(&m_paintTimer, &QTimer::timeout, this, &frmScanLog::PaintNow);
+    new HelpKey(this);
     connect(m_ui->cmdClose, &QPushButton::clicked, this, &QWidget::close);
 }
 
