@@ -1,6 +1,7 @@
 #include "scanner/frmRemind.h"
 
 #include "app/LoadResString.h"
+#include "help/HelpKey.h"
 #include "platform/qt/QtText.h"
 #include "scanner/ReminderSettings.h"
 #include "ui_frmRemind.h"
@@ -23,6 +24,7 @@ frmRemind::frmRemind(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui:
     m_ui->chkRemind->setFocus();
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmRemind::cmdOK_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    new HelpKey(this);
 }
 
 frmRemind::~frmRemind() = default;

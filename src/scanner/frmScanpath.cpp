@@ -1,6 +1,7 @@
 #include "scanner/frmScanpath.h"
 
 #include "app/LoadResString.h"
+#include "help/HelpKey.h"
 #include "platform/qt/QtText.h"
 #include "scanner/ScanPathSettings.h"
 #include "ui_frmScanpath.h"
@@ -17,6 +18,7 @@ frmScanpath::frmScanpath(QWidget* owner) : QDialog(owner), m_ui(std::make_unique
     connect(m_ui->cmdBrowse, &QPushButton::clicked, this, &frmScanpath::cmdBrowse_Click);
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmScanpath::cmdOK_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    new HelpKey(this);
 }
 
 frmScanpath::~frmScanpath() = default;

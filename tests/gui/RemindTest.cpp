@@ -152,6 +152,17 @@ TEST_F(RemindTest, EscapeAndCancelChangeNothing) {
     EXPECT_EQ(Stored(), Texts{"1|24.12.2026|m"});
 }
 
+TEST_F(RemindTest, F1OnEachControlOpensItsHelpPage) {
+    Open();
+    for (const char* name :
+         {"chkRemind", "optDaily", "optWeekly", "optMonthly", "optYearly", "cmdOK", "cmdCancel"}) {
+        helpViewer.shown.clear();
+        QTest::keyClick(&Part<QWidget>(name), Qt::Key_F1);
+        ASSERT_EQ(helpViewer.shown.size(), 1U) << name;
+        EXPECT_EQ(helpViewer.shown[0].second, "HTML\\scanreminder.html") << name;
+    }
+}
+
 TEST_F(RemindTest, TheMenuOpensItModalOverTheMainWindow) {
     bool seen = false;
     QTimer::singleShot(0, [&] {

@@ -144,6 +144,16 @@ TEST_F(ScanpathTest, APathThatIsNoUtf8KeepsItsBytesUntilItIsEdited) {
     EXPECT_EQ(msgBox.shown.size(), 1U);
 }
 
+TEST_F(ScanpathTest, F1OnEachControlOpensItsHelpPage) {
+    Open();
+    for (const char* name : {"chkScanPath", "txtScanpath", "cmdBrowse", "cmdOK", "cmdCancel"}) {
+        helpViewer.shown.clear();
+        QTest::keyClick(&Part<QWidget>(name), Qt::Key_F1);
+        ASSERT_EQ(helpViewer.shown.size(), 1U) << name;
+        EXPECT_EQ(helpViewer.shown[0].second, "HTML\\scanpath.html") << name;
+    }
+}
+
 TEST_F(ScanpathTest, TheMenuOpensItModalOverTheMainWindow) {
     bool seen = false;
     QTimer::singleShot(0, [&] {
