@@ -15,6 +15,7 @@
 #include "platform/qt/QtShell.h"
 #include "platform/sqlite/SqliteConnection.h"
 #include "platform/taglib/TagLibComponent.h"
+#include "platform/vorbis/OggInfoReader.h"
 
 using namespace quavernet;
 
@@ -32,6 +33,7 @@ int main(int argc, char** argv) {
     QtDialogs dialogs;
     QtEvents events;
     SystemClock clock;
+    OggInfoReader oggInfo;
     QtHelpViewer helpViewer;
     const auto fileSystem = CreatePosixFileSystem();
 
@@ -40,6 +42,7 @@ int main(int argc, char** argv) {
     services.shell = &shell;
     services.msgBox = &msgBox;
     services.dialogs = &dialogs;
+    services.oggInfo = &oggInfo;
     services.events = &events;
     services.clock = &clock;
     services.helpViewer = &helpViewer;

@@ -9,7 +9,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -63,18 +62,37 @@ private:
     std::vector<std::size_t> m_ends; ///< Where each added text ends in the block.
 };
 
-/// Row numbers in the order in which they were added, each at most once.
+/// Row numbers (0 or more) in the order in which they were added, each at most once. Made for whole ranges of
+/// a large list: an add costs one bit and one number.
 class RowNumbers {
 public:
     /// A row that is a member already is passed over.
-    void Add(std::int32_t row) {
-        if (m_members.insert(row).second) {
-            m_order.push_back(row);
+    void Add(std::int32_t row) { AddRange(row, row); }
+
+    /// Adds the rows from `first` to `last`, in ascending order.
+    void AddRange(std::int32_t first, std::int32_t last) {
+        if (first < 0) {
+            throw RuntimeError(ErrorNumber::InvalidProcedureCall, "Invalid procedure call or argument");
+        }
+        if (last < first) {
+            return;
+        }
+        if (m_members.size() <= static_cast<std::size_t>(last)) {
+            m_members.resize(static_cast<std::size_t>(last) + 1);
+        }
+        for (std::int64_t row = first; row <= last; ++row) {
+            auto member = m_members[static_cast<std::size_t>(row)];
+            if (!member) {
+                member = true;
+                m_order.push_back(static_cast<std::int32_t>(row));
+            }
         }
     }
+
     /// A row that is no member is passed over.
     void Remove(std::int32_t row) {
-        if (m_members.erase(row) != 0) {
+        if (Contains(row)) {
+            m_members[static_cast<std::size_t>(row)] = false;
             m_order.erase(std::find(m_order.begin(), m_order.end(), row));
         }
     }
@@ -82,13 +100,16 @@ public:
         m_order.clear();
         m_members.clear();
     }
-    bool Contains(std::int32_t row) const { return m_members.contains(row); }
+    bool Contains(std::int32_t row) const {
+        return row >= 0 && static_cast<std::size_t>(row) < m_members.size() &&
+               m_members[static_cast<std::size_t>(row)];
+    }
     std::size_t Count() const { return m_order.size(); }
     const std::vector<std::int32_t>& Rows() const { return m_order; }
 
 private:
     std::vector<std::int32_t> m_order;
-    std::unordered_set<std::int32_t> m_members;
+    std::vector<bool> m_members; ///< By row number.
 };
 
 /// Texts in the order in which they were added, each stored under itself: a second add of the same is

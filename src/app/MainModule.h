@@ -7,6 +7,7 @@
 #include "platform/ADODB.h"
 #include "platform/DateTime.h"
 #include "platform/FileSystemObject.h"
+#include "platform/OggInfoTool.h"
 #include "platform/RegionalSettings.h"
 #include "platform/Services.h"
 #include "platform/TagComponent.h"
@@ -69,6 +70,7 @@ extern MainModule mainModule;
 struct Services {
     SettingsStore* settings = nullptr;
     FileSystemObject* fileSystem = nullptr;
+    OggInfoTool* oggInfo = nullptr;
     Shell* shell = nullptr;
     MsgBox* msgBox = nullptr;
     CommonDialogs* dialogs = nullptr;

@@ -1,7 +1,6 @@
 #include "browser/GridSelection.h"
 
 #include "app/MainModule.h"
-#include "platform/RuntimeError.h"
 
 #include <algorithm>
 #include <utility>
@@ -9,92 +8,197 @@
 namespace quavernet {
 
 void GridSelection::Reset(std::int32_t rows) {
-    m_rows = rows;
-    m_painted.clear();
+    m_rows = std::max(rows, 1);
     m_row = m_rowSel = 0;
+    m_painted.Clear();
+    m_last.colSel = m_last.rowSel = 0;
+    mainModule.SelectedRows.Clear();
     m_window.RepaintRows();
 }
 
+void GridSelection::GotFocus() {
+    m_last.colSel = m_last.rowSel = 0;
+}
+
 void GridSelection::MouseDown(std::int32_t mouseRow, GridButton button, GridModifiers modifiers) {
+    mouseRow = std::clamp(mouseRow, 0, m_rows - 1);
+    if (button == GridButton::Left) {
+        MoveByPress(mouseRow, modifiers.Shift);
+    }
+    if (m_row >= 1) {
+        m_col = FormatColumn; // The control state looks the format up there, and leaves the column so.
+    }
+    m_window.SelectionChanged();
+    m_dragging = true;
     if (m_rows < 2) {
-        m_window.SelectionChanged();
         return;
     }
     if (button == GridButton::Right) {
-        m_rightClicked = true;
-        if (mainModule.SelectedRows.Count() <= 1 && mouseRow >= 1) {
-            m_row = m_rowSel = mouseRow;
-            SelChange();
-            mainModule.DetailsRow = m_row;
-            m_window.SetKontextItems(1);
-        } else {
-            m_window.SetKontextItems(2);
-        }
-        m_window.SelectionChanged();
+        PressRight(mouseRow);
         return;
     }
+    NoteButtons(button, modifiers);
+    // Bounds that moved are a change, and a press on the remembered bounds, or with none remembered, counts
+    // as one too: so every press is a change, and exactly one. A second one would turn a row that Ctrl has
+    // just taken in out again.
+    SelChange();
+}
+
+void GridSelection::MoveByPress(std::int32_t row, bool extend) {
+    if (row < 1) {
+        return; // The header moves nothing.
+    }
+    m_rowSel = row;
+    m_colSel = Columns - 1;
+    if (!extend) {
+        m_row = row;
+    }
+}
+
+void GridSelection::NoteButtons(GridButton button, GridModifiers modifiers) {
     m_rightClicked = false;
-    if (button == GridButton::Left) {
-        m_leftDown = true;
-        if (modifiers.Shift && !modifiers.Ctrl && !modifiers.Alt) {
-            m_highLight = true;
-            m_shiftDown = true;
-        } else if (modifiers.Ctrl && !modifiers.Shift && !modifiers.Alt) {
-            m_ctrlDown = true;
-        }
+    if (button != GridButton::Left) {
+        return;
     }
-    if (mouseRow >= 1) {
-        m_rowSel = mouseRow;
-        if (!m_shiftDown || m_row < 1) {
-            m_row = mouseRow;
-        }
-        // A press on the row that is selected already counts like any other.
-        SelChange();
+    m_leftDown = true;
+    if (modifiers.Shift && !modifiers.Ctrl && !modifiers.Alt) {
+        m_highLight = true;
+        m_shiftDown = true;
     }
-    m_window.SelectionChanged();
+    if (modifiers.Ctrl && !modifiers.Shift && !modifiers.Alt) {
+        m_ctrlDown = true;
+    }
+}
+
+void GridSelection::PressRight(std::int32_t row) {
+    m_rightClicked = true;
+    if (mainModule.SelectedRows.Count() > 1) {
+        m_window.SetKontextItems(2); // The selection stays: the menu acts on all of it.
+        return;
+    }
+    SetRow(row);
+    SelChange();
+    mainModule.DetailsRow = m_row;
+    services.events->DoEvents();
+    m_window.SetKontextItems(1);
+}
+
+GridHover GridSelection::MouseMove(std::int32_t mouseRow, bool leftButton) const {
+    GridHover hover;
+    Skip([&] { hover.ToolTip = mainModule.FileNames.Item(mouseRow); });
+    hover.StartDrag = leftButton && !m_ctrlDown;
+    return hover;
 }
 
 void GridSelection::MouseUp() {
-    m_highLight = m_ctrlDown = m_shiftDown = m_leftDown = false;
+    m_highLight = false;
+    m_dragging = false;
+    m_ctrlDown = false;
+    m_shiftDown = false;
+    m_leftDown = false;
+}
+
+void GridSelection::Click() {
+    if (m_rows >= 2) {
+        mainModule.GridTopRow = m_window.TopRow();
+    }
 }
 
 void GridSelection::MoveTo(std::int32_t row, bool extend) {
     if (m_rows < 2) {
         return;
     }
-    m_rowSel = std::clamp(row, 1, m_rows - 1);
-    if (!extend || m_row < 1) {
-        m_row = m_rowSel;
+    const std::int32_t end = std::clamp(row, 1, m_rows - 1);
+    const std::int32_t current = extend && m_row >= 1 ? m_row : end;
+    if (m_row == current && m_rowSel == end) {
+        return; // Nothing moved: the grid announces no change.
     }
+    m_row = current;
+    m_rowSel = end;
+    m_colSel = Columns - 1;
     SelChange();
+}
+
+void GridSelection::KeyMove(GridKey key, bool shift, std::int32_t page) {
+    switch (key) {
+    case GridKey::Up:
+        MoveTo(m_rowSel - 1, shift);
+        break;
+    case GridKey::Down:
+        MoveTo(m_rowSel + 1, shift);
+        break;
+    case GridKey::PageUp:
+        MoveTo(m_rowSel - std::max(page, 1), shift);
+        break;
+    case GridKey::PageDown:
+        MoveTo(m_rowSel + std::max(page, 1), shift);
+        break;
+    case GridKey::Home:
+        MoveTo(1, shift);
+        break;
+    case GridKey::End:
+        MoveTo(m_rows - 1, shift);
+        break;
+    }
+}
+
+std::vector<std::string> GridSelection::StartDrag() {
+    std::vector<std::string> files;
+    if (m_row < 1) {
+        return files;
+    }
+    if (mainModule.SelectedRows.Count() == 1) {
+        Skip([&] { SelChange(); });
+    }
+    services.events->DoEvents();
+    for (const std::int32_t row : mainModule.SelectedRows.Rows()) {
+        Skip([&] { files.push_back(mainModule.FilePaths.Item(row)); });
+    }
+    return files;
+}
+
+void GridSelection::SetRow(std::int32_t row) {
+    m_row = m_rowSel = std::clamp(row, 0, m_rows - 1);
+    m_colSel = Columns - 1;
 }
 
 void GridSelection::SelChange() {
     m_rowDeselected = false;
     if (m_rows >= 2) {
         if (m_leftDown && !m_ctrlDown && !m_shiftDown) {
+            m_col = m_colSel;
             m_row = m_rowSel;
         }
-        if (!m_ctrlDown) {
-            m_painted.clear();
-        }
-        if (m_ctrlDown && m_painted.contains(m_row)) {
-            PaintRange(m_row, m_rowSel, false);
-            // The collection knows rows by their numbers, not by their file ids: the unpainted row stays a
-            // member, and commands go on acting on it. Only a row whose number happens to equal the id goes.
-            const std::int64_t fileId = m_window.RowData(m_row);
-            if (fileId <= m_rows) {
-                mainModule.SelectedRows.Remove(static_cast<std::int32_t>(fileId));
-            }
-            m_rowDeselected = true;
-        } else {
-            PaintRange(m_row, m_rowSel, true);
-        }
+        PaintBounds();
         m_window.RepaintRows();
+        m_last = {m_col, m_colSel, m_row, m_rowSel};
         AddSelectedRows(m_row, m_rowSel);
         Skip([&] { m_window.SetScanningPanel(mainModule.FilePaths.Item(m_row)); });
     }
-    ScrollToRow();
+    FollowRow();
+}
+
+// With Ctrl a painted row goes out of the marks, and the entry that goes out of SelectedRows is the one whose
+// row number equals the row's File_id. As a rule there is none: the row stays a member, and commands still
+// act on it.
+void GridSelection::PaintBounds() {
+    if (!m_ctrlDown) {
+        m_painted.Clear();
+    }
+    const std::int32_t first = std::max(std::min(m_row, m_rowSel), 1); // The header is never marked.
+    const std::int32_t last = std::max(m_row, m_rowSel);
+    if (m_ctrlDown && m_painted.Contains(m_row)) {
+        m_painted.Remove(first, last);
+        Skip([&] {
+            const std::int64_t fileId = m_window.RowData(m_row);
+            if (std::in_range<std::int32_t>(fileId)) {
+                mainModule.SelectedRows.Remove(static_cast<std::int32_t>(fileId));
+            }
+        });
+        m_rowDeselected = true;
+    } else {
+        m_painted.Add(first, last);
+    }
 }
 
 void GridSelection::AddSelectedRows(std::int32_t first, std::int32_t last) {
@@ -105,30 +209,30 @@ void GridSelection::AddSelectedRows(std::int32_t first, std::int32_t last) {
         if (last <= first) {
             std::swap(first, last);
         }
-        for (std::int32_t row = first; row <= last; ++row) {
-            mainModule.SelectedRows.Add(row);
-        }
+        mainModule.SelectedRows.AddRange(std::max(first, 1), last); // The header is no entry of the list.
     }
+    m_multipleSelection = m_ctrlDown;
 }
 
-void GridSelection::PaintRange(std::int32_t first, std::int32_t last, bool paint) {
-    for (std::int32_t row = std::min(first, last); row <= std::max(first, last); ++row) {
-        if (paint) {
-            m_painted.insert(row);
-        } else {
-            m_painted.erase(row);
-        }
-    }
-}
-
-void GridSelection::ScrollToRow() {
-    mainModule.GridTopRow = m_window.TopRow();
-    if (m_rows < 2 || m_window.RowIsVisible(m_rowSel)) {
+// The list scrolls by one row at a change, towards the current row.
+void GridSelection::FollowRow() {
+    const std::int32_t topRow = m_window.TopRow();
+    mainModule.GridTopRow = topRow;
+    if (m_row < 1 || m_window.RowIsVisible(m_row)) {
         return;
     }
-    // One row at a time: the keyboard scrolls the list by single rows.
-    const bool up = m_rowSel <= mainModule.GridTopRow;
-    m_window.SetTopRow(mainModule.GridTopRow + (up ? -1 : 1));
+    m_window.SetTopRow(std::max(m_row <= topRow ? topRow - 1 : topRow + 1, 1));
+}
+
+std::vector<KontextItem> KontextItems(int mode) {
+    if (mode != 1 && mode != 2) {
+        return {};
+    }
+    return {{"mnuKontextDetails", mode == 1},
+            {"mnuKontextAnsicht", true},
+            {"mnuKontextFilename", true},
+            {"mnuKontextRandom", true},
+            {"mnuKontextPlay", true}};
 }
 
 } // namespace quavernet

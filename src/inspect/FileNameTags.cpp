@@ -1,8 +1,9 @@
-#include "inspect/modMp3Info.h"
+#include "inspect/FileNameTags.h"
 
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"
+#include "inspect/modMp3Info.h"
 #include "platform/CodePage.h"
 #include "platform/RuntimeError.h"
 
@@ -51,6 +52,18 @@ std::string Cut(std::string_view text) {
 
 } // namespace
 
+FileNameTags SplitFileName(std::string_view name) {
+    const std::vector<std::string_view> pieces = Pieces(name);
+    if (pieces.size() == 1) {
+        return {.title = pieces[0], .performer = {}};
+    }
+    if (pieces.size() == 2) {
+        return {.title = pieces[1], .performer = pieces[0]};
+    }
+    // Digits sort below letters: a track number in either place loses against the performer's name.
+    return {.title = pieces[2], .performer = SortsGreater(pieces[0], pieces[1]) ? pieces[0] : pieces[1]};
+}
+
 void TagsFromFileName() {
     CurrentFile& file = mainModule.CurrentFile;
     Id3v1Tag& tag = file.Id3v1Tag;
@@ -58,18 +71,10 @@ void TagsFromFileName() {
         if (file.CurrentFileName.empty()) {
             file.CurrentFileName = FileNameFromPath(file.DetailsPath);
         }
-        const std::vector<std::string_view> pieces = Pieces(file.CurrentFileName);
-        if (pieces.size() == 1) {
-            tag.TagTitle = Cut(pieces[0]);
-            tag.TagArtist = Cut(LoadResString(UnknownText));
-        } else if (pieces.size() == 2) {
-            tag.TagArtist = Cut(pieces[0]);
-            tag.TagTitle = Cut(pieces[1]);
-        } else {
-            // Digits sort below letters: a track number in either place loses against the performer's name.
-            tag.TagArtist = Cut(SortsGreater(pieces[0], pieces[1]) ? pieces[0] : pieces[1]);
-            tag.TagTitle = Cut(pieces[2]);
-        }
+        const FileNameTags tags = SplitFileName(file.CurrentFileName);
+        const bool hasDash = file.CurrentFileName.find('-') != std::string::npos;
+        tag.TagTitle = Cut(tags.title);
+        tag.TagArtist = Cut(hasDash ? std::string(tags.performer) : LoadResString(UnknownText));
         tag.TagGenre = 255;
     } catch (const RuntimeError&) {
         tag.TagTitle = tag.TagArtist = Cut(LoadResString(UnknownText));

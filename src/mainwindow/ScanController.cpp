@@ -20,7 +20,7 @@ quavernet::Panel PanelOf(int panel) {
 
 ScanController::ScanController(frmMain& form)
     : m_form(form), m_log(std::make_unique<frmScanLog>(&form)),
-      m_driver(std::make_unique<ScanDriver>(*this, *m_log)) {}
+      m_driver(std::make_unique<ScanDriver>(*this, *m_log, &m_oggBatches)) {}
 
 ScanController::~ScanController() = default;
 

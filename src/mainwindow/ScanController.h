@@ -1,6 +1,7 @@
 // The scan's side of the main window: what a running scan shows, and the commands that start and cancel it.
 #pragma once
 
+#include "scanner/OggBatches.h"
 #include "scanner/ScanDriver.h"
 #include "scanner/ScanWindow.h"
 
@@ -37,6 +38,7 @@ private:
 
     frmMain& m_form;
     std::unique_ptr<frmScanLog> m_log;
+    OggBatches m_oggBatches;
     std::unique_ptr<ScanDriver> m_driver;
 };
 

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <set>
+#include <string>
 
 namespace quavernet::test {
 
@@ -29,6 +31,17 @@ std::size_t BlanksBehind(std::string_view text) {
 bool Ascending(const clsResources& table) {
     return std::adjacent_find(table.begin(), table.end(),
                               [](const auto& a, const auto& b) { return a.id >= b.id; }) == table.end();
+}
+
+/// FNV-1a over all numbers and texts of a table.
+std::uint64_t Fingerprint(const clsResources& table) {
+    std::uint64_t hash = 14695981039346656037ull;
+    for (const auto& entry : table) {
+        for (const char c : std::to_string(entry.id) + std::string(entry.text) + "\n") {
+            hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211ull;
+        }
+    }
+    return hash;
 }
 
 /// The patterns of a dialog filter: every second part between bars.
@@ -174,6 +187,11 @@ TEST(StringTablesTest, GermanTextsStandToTheLetter) {
     for (const auto& [id, text] : texts) {
         EXPECT_EQ(German(id), text);
     }
+}
+
+TEST(StringTablesTest, NoGermanTextChangesUnnoticed) {
+    // The wording is fixed to the letter; whoever changes a text on purpose changes this number too.
+    EXPECT_EQ(Fingerprint(QuavernetGER), 0xaf4796773600d1e2u);
 }
 
 } // namespace quavernet::test

@@ -1,187 +1,520 @@
 #include "browser/GridSelection.h"
 
+#include "support/GridWindowDouble.h"
 #include "support/LogicTest.h"
+
+#include <gmock/gmock.h>
 
 namespace quavernet::test {
 
 namespace {
 
-class RecordingGrid : public GridWindow {
-public:
-    std::int64_t RowData(std::int32_t row) const override { return firstFileId + row; }
-    std::int32_t TopRow() const override { return top; }
-    void SetTopRow(std::int32_t row) override { top = row; }
-    bool RowIsVisible(std::int32_t row) const override { return row >= top && row < top + 5; }
-    void SetScanningPanel(const std::string& text) override { panel = text; }
-    void RepaintRows() override {}
-    void SelectionChanged() override { ++changes; }
-    void SetKontextItems(int mode) override { kontextModes.push_back(mode); }
-
-    std::int64_t firstFileId = 1000;
-    std::int32_t top = 1;
-    std::string panel = "untouched";
-    int changes = 0;
-    std::vector<int> kontextModes;
-};
-
-constexpr GridModifiers None{};
-constexpr GridModifiers Shift{.Shift = true};
-constexpr GridModifiers Ctrl{.Ctrl = true};
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 
 class GridSelectionTest : public LogicTest {
 protected:
-    GridSelectionTest() {
-        for (int row = 1; row <= 9; ++row) {
-            mainModule.FilePaths.Add("/music/" + std::to_string(row) + ".mp3");
-        }
-        selection.Reset(10);
-    }
+    GridSelectionTest() { Load(20); }
 
-    void Click(std::int32_t row, GridModifiers modifiers = None) {
-        selection.MouseDown(row, GridButton::Left, modifiers);
-        selection.MouseUp();
+    void Load(std::int32_t count) {
+        mainModule.FilePaths.Clear();
+        mainModule.FileNames.Clear();
+        for (std::int32_t row = 1; row <= count; ++row) {
+            mainModule.FilePaths.Add("/music/" + std::to_string(row) + ".mp3");
+            mainModule.FileNames.Add(std::to_string(row) + ".mp3");
+        }
+        grid.Reset(count + 1);
     }
-    void RightClick(std::int32_t row) {
-        selection.MouseDown(row, GridButton::Right, None);
-        selection.MouseUp();
+    void Press(std::int32_t row, GridModifiers modifiers = {}, GridButton button = GridButton::Left) {
+        grid.MouseDown(row, button, modifiers);
+    }
+    void RightPress(std::int32_t row) { Press(row, {}, GridButton::Right); }
+    void Key(GridKey key, bool shift = false) { grid.KeyMove(key, shift, window.visibleRows); }
+    void ClickAt(std::int32_t row, GridModifiers modifiers = {}) {
+        Press(row, modifiers);
+        grid.MouseUp();
+        grid.Click();
     }
     std::vector<std::int32_t> Painted() const {
         std::vector<std::int32_t> rows;
-        for (std::int32_t row = 0; row < 10; ++row) {
-            if (selection.IsPainted(row)) {
+        for (std::int32_t row = 0; row < grid.Rows(); ++row) {
+            if (grid.IsPainted(row)) {
                 rows.push_back(row);
             }
         }
         return rows;
     }
-    static std::vector<std::int32_t> Selected() { return mainModule.SelectedRows.Rows(); }
+    static const std::vector<std::int32_t>& Selected() { return mainModule.SelectedRows.Rows(); }
 
-    using Rows = std::vector<std::int32_t>;
-    RecordingGrid grid;
-    GridSelection selection{grid};
+    static constexpr GridModifiers Shift{.Shift = true};
+    static constexpr GridModifiers Ctrl{.Ctrl = true};
+
+    GridWindowDouble window;
+    GridSelection grid{window};
 };
 
-} // namespace
-
-TEST_F(GridSelectionTest, AClickSelectsItsRowAloneAndShowsItsPath) {
-    Click(3);
-    Click(5);
-    EXPECT_EQ(Painted(), Rows{5});
-    EXPECT_EQ(Selected(), Rows{5});
-    EXPECT_EQ(selection.Row(), 5);
-    EXPECT_EQ(grid.panel, "/music/5.mp3");
+TEST_F(GridSelectionTest, AClickSelectsOneRowAndShowsItsPath) {
+    ClickAt(3);
+    EXPECT_THAT(Painted(), ElementsAre(3));
+    EXPECT_THAT(Selected(), ElementsAre(3));
+    EXPECT_EQ(window.panel, "/music/3.mp3");
+    ClickAt(7);
+    EXPECT_THAT(Painted(), ElementsAre(7));
+    EXPECT_THAT(Selected(), ElementsAre(7));
+    EXPECT_FALSE(grid.MultipleSelection());
 }
 
-TEST_F(GridSelectionTest, CtrlAddsARow) {
-    Click(3);
-    Click(5, Ctrl);
-    EXPECT_EQ(Painted(), (Rows{3, 5}));
-    EXPECT_EQ(Selected(), (Rows{3, 5}));
-}
-
-TEST_F(GridSelectionTest, CtrlOnAPaintedRowUnpaintsItButCommandsStillActOnIt) {
-    Click(3);
-    Click(5, Ctrl);
-    Click(5, Ctrl);
-    EXPECT_EQ(Painted(), Rows{3});
-    EXPECT_EQ(Selected(), (Rows{3, 5}));
-}
-
-TEST_F(GridSelectionTest, UnpaintingARowTakesOutTheRowWhoseNumberIsItsFileId) {
-    grid.firstFileId = -2; // Row 5 holds the file with the id 3.
-    Click(3);
-    Click(5, Ctrl);
-    Click(5, Ctrl);
-    EXPECT_EQ(Painted(), Rows{3});
-    EXPECT_EQ(Selected(), Rows{5});
-}
-
-TEST_F(GridSelectionTest, ShiftPaintsFromTheCurrentRowToTheClickedOneInEitherDirection) {
-    Click(4);
-    Click(6, Shift);
-    EXPECT_EQ(Painted(), (Rows{4, 5, 6}));
-    EXPECT_EQ(Selected(), (Rows{4, 5, 6}));
-    EXPECT_EQ(selection.Row(), 4);
-    Click(2, Shift);
-    EXPECT_EQ(Painted(), (Rows{2, 3, 4}));
-    EXPECT_EQ(Selected(), (Rows{2, 3, 4}));
-}
-
-TEST_F(GridSelectionTest, TheGridsOwnMarkingIsOnOnlyWhileAPressWithShiftLasts) {
-    Click(4);
-    selection.MouseDown(6, GridButton::Left, Shift);
-    EXPECT_TRUE(selection.HighLight());
-    selection.MouseUp();
-    EXPECT_FALSE(selection.HighLight());
-    selection.MouseDown(6, GridButton::Left, None);
-    EXPECT_FALSE(selection.HighLight());
-}
-
-TEST_F(GridSelectionTest, CtrlAndShiftTogetherCountAsAPlainClick) {
-    Click(4);
-    Click(6, GridModifiers{.Shift = true, .Ctrl = true});
-    EXPECT_EQ(Painted(), Rows{6});
-    EXPECT_EQ(Selected(), Rows{6});
-}
-
-TEST_F(GridSelectionTest, TheRightButtonMovesASingleSelection) {
-    Click(3);
-    RightClick(7);
-    EXPECT_EQ(Painted(), Rows{7});
-    EXPECT_EQ(mainModule.DetailsRow, 7);
-    EXPECT_EQ(grid.kontextModes, std::vector<int>{1});
-    EXPECT_TRUE(selection.RightClicked());
-}
-
-TEST_F(GridSelectionTest, TheRightButtonKeepsSeveralSelectedRows) {
-    Click(3);
-    Click(5, Ctrl);
-    RightClick(7);
-    EXPECT_EQ(Painted(), (Rows{3, 5}));
-    EXPECT_EQ(Selected(), (Rows{3, 5}));
-    EXPECT_EQ(grid.kontextModes, std::vector<int>{2});
-}
-
-TEST_F(GridSelectionTest, APressInAnEmptyListOnlySwitchesTheControls) {
-    selection.Reset(1);
-    Click(0);
-    EXPECT_EQ(Selected(), Rows{});
-    EXPECT_EQ(grid.changes, 1);
-    EXPECT_EQ(grid.panel, "untouched");
-}
-
-TEST_F(GridSelectionTest, AStaleRowLeavesThePanelAsItWas) {
+TEST_F(GridSelectionTest, ARowWithoutAPathLeavesThePanelAsItWas) {
+    window.panel = "as it was";
     mainModule.FilePaths.Clear();
-    Click(3);
-    EXPECT_EQ(Selected(), Rows{3});
-    EXPECT_EQ(grid.panel, "untouched");
+    ClickAt(3);
+    EXPECT_EQ(window.panel, "as it was");
+    EXPECT_THAT(Selected(), ElementsAre(3));
 }
 
-TEST_F(GridSelectionTest, TheKeyboardScrollsByOneRow) {
-    Click(5);
-    selection.MoveTo(6, false);
-    EXPECT_EQ(grid.top, 2);
-    EXPECT_EQ(mainModule.GridTopRow, 1);
-    grid.top = 7;
-    selection.MoveTo(5, false);
-    EXPECT_EQ(grid.top, 6);
+TEST_F(GridSelectionTest, ACtrlClickAddsARowInTheOrderOfTheClicks) {
+    ClickAt(5);
+    ClickAt(2, Ctrl);
+    ClickAt(9, Ctrl);
+    EXPECT_THAT(Painted(), ElementsAre(2, 5, 9));
+    EXPECT_THAT(Selected(), ElementsAre(5, 2, 9));
+    EXPECT_TRUE(grid.MultipleSelection());
 }
 
-TEST_F(GridSelectionTest, TheKeyboardExtendsTheRangeWithShiftAndStopsAtTheEnds) {
-    Click(8);
-    selection.MoveTo(9, true);
-    EXPECT_EQ(Selected(), (Rows{8, 9}));
-    selection.MoveTo(10, false);
-    EXPECT_EQ(Selected(), Rows{9});
-    selection.MoveTo(-3, false);
-    EXPECT_EQ(Selected(), Rows{1});
+TEST_F(GridSelectionTest, ARowDeselectedWithCtrlIsUnpaintedAndStaysAMember) {
+    ClickAt(2);
+    ClickAt(5, Ctrl);
+    ClickAt(5, Ctrl);
+    EXPECT_THAT(Painted(), ElementsAre(2));
+    EXPECT_THAT(Selected(), ElementsAre(2, 5));
+    EXPECT_TRUE(grid.RowDeselected());
 }
 
-TEST_F(GridSelectionTest, AReloadForgetsRowAndPaint) {
-    Click(8);
-    selection.Reset(10);
-    EXPECT_EQ(Painted(), Rows{});
-    EXPECT_EQ(selection.Row(), 0);
+TEST_F(GridSelectionTest, ADeselectionTakesOutTheRowWhoseNumberIsTheFileId) {
+    window.fileId = [](std::int32_t row) { return row == 5 ? 2 : 1000 + row; };
+    ClickAt(2);
+    ClickAt(5, Ctrl);
+    ClickAt(5, Ctrl);
+    EXPECT_THAT(Painted(), ElementsAre(2));
+    EXPECT_THAT(Selected(), ElementsAre(5));
 }
+
+TEST_F(GridSelectionTest, AFileIdBeyondAllRowNumbersTakesNothingOut) {
+    window.fileId = [](std::int32_t) { return (std::int64_t{1} << 32) + 2; };
+    ClickAt(2);
+    ClickAt(5, Ctrl);
+    ClickAt(5, Ctrl);
+    EXPECT_THAT(Selected(), ElementsAre(2, 5));
+}
+
+TEST_F(GridSelectionTest, ADeselectedRowThatIsTakenInAgainStandsWhereItStood) {
+    ClickAt(2);
+    ClickAt(5, Ctrl);
+    ClickAt(7, Ctrl);
+    ClickAt(5, Ctrl);
+    ClickAt(5, Ctrl);
+    EXPECT_THAT(Painted(), ElementsAre(2, 5, 7));
+    EXPECT_THAT(Selected(), ElementsAre(2, 5, 7));
+    EXPECT_FALSE(grid.RowDeselected());
+}
+
+TEST_F(GridSelectionTest, AShiftClickPaintsFromTheCurrentRowToTheClickedOne) {
+    ClickAt(4);
+    Press(7, Shift);
+    EXPECT_TRUE(grid.HighLight());
+    EXPECT_THAT(Painted(), ElementsAre(4, 5, 6, 7));
+    EXPECT_THAT(Selected(), ElementsAre(4, 5, 6, 7));
+    EXPECT_EQ(grid.Row(), 4);
+    EXPECT_EQ(grid.RowSel(), 7);
+    grid.MouseUp();
+    EXPECT_FALSE(grid.HighLight());
+    ClickAt(2, Shift);
+    EXPECT_THAT(Selected(), ElementsAre(2, 3, 4));
+}
+
+TEST_F(GridSelectionTest, AShiftClickTowardsTheTopAddsTheRowsInAscendingOrder) {
+    ClickAt(7);
+    ClickAt(4, Shift);
+    EXPECT_THAT(Selected(), ElementsAre(4, 5, 6, 7));
+    EXPECT_EQ(window.panel, "/music/7.mp3");
+}
+
+TEST_F(GridSelectionTest, AClickWithShiftAndCtrlCountsAsAPlainClick) {
+    ClickAt(2);
+    ClickAt(6, {.Shift = true, .Ctrl = true});
+    EXPECT_THAT(Painted(), ElementsAre(6));
+    EXPECT_THAT(Selected(), ElementsAre(6));
+}
+
+TEST_F(GridSelectionTest, AClickOnTheSelectedRowOfARangeLeavesThatRowAlone) {
+    ClickAt(2);
+    ClickAt(5, Shift);
+    ClickAt(5);
+    EXPECT_THAT(Painted(), ElementsAre(5));
+    EXPECT_THAT(Selected(), ElementsAre(5));
+}
+
+TEST_F(GridSelectionTest, ACtrlClickOnTheSelectedRowTakesItOutOfTheMarks) {
+    ClickAt(5);
+    ClickAt(5, Ctrl);
+    EXPECT_THAT(Painted(), IsEmpty());
+    EXPECT_THAT(Selected(), ElementsAre(5));
+}
+
+TEST_F(GridSelectionTest, TheFirstCtrlClickAfterTheFocusCameTakesTheRowInOnce) {
+    ClickAt(2);
+    grid.GotFocus();
+    EXPECT_EQ(grid.LastColSel(), 0);
+    EXPECT_EQ(grid.LastRowSel(), 0);
+    ClickAt(5, Ctrl);
+    EXPECT_THAT(Painted(), ElementsAre(2, 5));
+    EXPECT_THAT(Selected(), ElementsAre(2, 5));
+}
+
+TEST_F(GridSelectionTest, TheHandlerRemembersTheBoundsItHasPainted) {
+    ClickAt(4);
+    ClickAt(6, Shift);
+    EXPECT_EQ(grid.LastRow(), 4);
+    EXPECT_EQ(grid.LastRowSel(), 6);
+    EXPECT_EQ(grid.LastCol(), GridSelection::FormatColumn);
+    EXPECT_EQ(grid.LastColSel(), GridSelection::Columns - 1);
+}
+
+TEST_F(GridSelectionTest, ARightPressWithOneRowSelectedMovesTheSelection) {
+    ClickAt(2);
+    RightPress(6);
+    EXPECT_THAT(window.kontextItems, ElementsAre(1));
+    EXPECT_TRUE(grid.RightClicked());
+    EXPECT_THAT(Painted(), ElementsAre(6));
+    EXPECT_THAT(Selected(), ElementsAre(6));
+    EXPECT_EQ(mainModule.DetailsRow, 6);
+    EXPECT_EQ(events.count, 1);
+}
+
+TEST_F(GridSelectionTest, ARightPressWithSeveralRowsSelectedKeepsThem) {
+    ClickAt(2);
+    ClickAt(4, Shift);
+    mainModule.DetailsRow = 99;
+    RightPress(9);
+    EXPECT_THAT(window.kontextItems, ElementsAre(2));
+    EXPECT_THAT(Selected(), ElementsAre(2, 3, 4));
+    EXPECT_THAT(Painted(), ElementsAre(2, 3, 4));
+    EXPECT_EQ(mainModule.DetailsRow, 99);
+}
+
+TEST_F(GridSelectionTest, AMemberWithoutAMarkCountsForTheRightPress) {
+    ClickAt(2);
+    ClickAt(5, Ctrl);
+    ClickAt(5, Ctrl);
+    RightPress(9);
+    EXPECT_THAT(window.kontextItems, ElementsAre(2));
+}
+
+TEST_F(GridSelectionTest, ALeftPressForgetsTheRightOne) {
+    RightPress(2);
+    EXPECT_TRUE(grid.RightClicked());
+    ClickAt(3);
+    EXPECT_FALSE(grid.RightClicked());
+}
+
+TEST_F(GridSelectionTest, AMiddlePressMovesNothingAndIsNoLeftOne) {
+    ClickAt(2);
+    Press(6, {}, GridButton::Other);
+    EXPECT_FALSE(grid.LeftDown());
+    EXPECT_FALSE(grid.RightClicked());
+    EXPECT_THAT(Selected(), ElementsAre(2));
+}
+
+TEST_F(GridSelectionTest, TheControlStateGoesByTheRowAfterALeftAndBeforeARightPress) {
+    std::vector<std::int32_t> rows;
+    window.onSelectionChanged = [&] { rows.push_back(grid.Row()); };
+    RightPress(4);
+    Press(6);
+    EXPECT_THAT(rows, ElementsAre(0, 6));
+}
+
+TEST_F(GridSelectionTest, TheColumnStaysAtTheFormatAfterAPress) {
+    ClickAt(4);
+    EXPECT_EQ(grid.Col(), 5);
+    EXPECT_EQ(grid.ColSel(), 5);
+}
+
+TEST_F(GridSelectionTest, APressIntoAListWithoutRowsArmsTheDragAndNothingElse) {
+    Load(0);
+    RightPress(0);
+    EXPECT_THAT(window.kontextItems, IsEmpty());
+    EXPECT_FALSE(grid.RightClicked());
+    EXPECT_TRUE(grid.GridDragging());
+    Press(0, Ctrl);
+    EXPECT_FALSE(grid.CtrlDown());
+    EXPECT_FALSE(grid.LeftDown());
+    EXPECT_THAT(Selected(), IsEmpty());
+}
+
+TEST_F(GridSelectionTest, APressOnTheHeaderAfterALoadSelectsNothing) {
+    ClickAt(0);
+    EXPECT_THAT(Selected(), IsEmpty());
+    EXPECT_THAT(Painted(), IsEmpty());
+    EXPECT_EQ(window.panel, "");
+}
+
+TEST_F(GridSelectionTest, AShiftClickAfterALoadBeginsAtTheFirstRow) {
+    ClickAt(3, Shift);
+    EXPECT_THAT(Selected(), ElementsAre(1, 2, 3));
+    EXPECT_FALSE(grid.IsPainted(0));
+}
+
+TEST_F(GridSelectionTest, APlaceBelowTheLastRowCountsAsTheLastRow) {
+    ClickAt(50);
+    EXPECT_THAT(Selected(), ElementsAre(20));
+}
+
+TEST_F(GridSelectionTest, TheReleaseClearsAllFlagsOfThePress) {
+    Press(3, Ctrl);
+    EXPECT_TRUE(grid.CtrlDown());
+    EXPECT_TRUE(grid.LeftDown());
+    EXPECT_TRUE(grid.GridDragging());
+    grid.MouseUp();
+    EXPECT_FALSE(grid.CtrlDown());
+    EXPECT_FALSE(grid.LeftDown());
+    EXPECT_FALSE(grid.GridDragging());
+    Press(3, Shift);
+    EXPECT_TRUE(grid.ShiftDown());
+    grid.MouseUp();
+    EXPECT_FALSE(grid.ShiftDown());
+}
+
+TEST_F(GridSelectionTest, ALoadEmptiesTheSelectionAndForgetsTheBounds) {
+    ClickAt(4);
+    grid.Reset(1);
+    EXPECT_THAT(Selected(), IsEmpty());
+    EXPECT_EQ(grid.Rows(), 1);
+    EXPECT_EQ(grid.Row(), 0);
+    EXPECT_EQ(grid.LastColSel(), 0);
+    EXPECT_EQ(grid.LastRowSel(), 0);
+    Load(20);
+    EXPECT_THAT(Painted(), IsEmpty());
+}
+
+TEST_F(GridSelectionTest, ArrowKeysMoveTheSelectionByOneRow) {
+    Key(GridKey::Down);
+    EXPECT_THAT(Selected(), ElementsAre(1));
+    Key(GridKey::Down);
+    EXPECT_THAT(Selected(), ElementsAre(2));
+    EXPECT_THAT(Painted(), ElementsAre(2));
+    Key(GridKey::Up);
+    Key(GridKey::Up);
+    EXPECT_THAT(Selected(), ElementsAre(1));
+}
+
+TEST_F(GridSelectionTest, ArrowKeysWithShiftGrowAndShrinkTheRange) {
+    ClickAt(4);
+    Key(GridKey::Down, true);
+    Key(GridKey::Down, true);
+    EXPECT_THAT(Selected(), ElementsAre(4, 5, 6));
+    Key(GridKey::Up, true);
+    EXPECT_THAT(Selected(), ElementsAre(4, 5));
+    EXPECT_THAT(Painted(), ElementsAre(4, 5));
+    Key(GridKey::Down);
+    EXPECT_THAT(Selected(), ElementsAre(6));
+}
+
+TEST_F(GridSelectionTest, AKeyThatMovesNothingKeepsTheSelection) {
+    ClickAt(1);
+    ClickAt(3, Ctrl);
+    ClickAt(1, Ctrl);
+    ClickAt(1, Ctrl);
+    Key(GridKey::Up);
+    EXPECT_THAT(Painted(), ElementsAre(1, 3));
+}
+
+TEST_F(GridSelectionTest, AKeyMoveEndsAMultipleSelection) {
+    ClickAt(1);
+    ClickAt(3, Ctrl);
+    Key(GridKey::Down);
+    EXPECT_THAT(Selected(), ElementsAre(4));
+    EXPECT_FALSE(grid.MultipleSelection());
+}
+
+TEST_F(GridSelectionTest, HomeAndEndGoToTheFirstAndTheLastRow) {
+    ClickAt(5);
+    Key(GridKey::End);
+    EXPECT_THAT(Selected(), ElementsAre(20));
+    Key(GridKey::Home, true);
+    EXPECT_EQ(Selected().size(), 20U);
+    EXPECT_EQ(grid.Row(), 20);
+    EXPECT_EQ(grid.RowSel(), 1);
+}
+
+TEST_F(GridSelectionTest, PageKeysMoveByTheRowsInView) {
+    ClickAt(1);
+    Key(GridKey::PageDown);
+    EXPECT_EQ(grid.Row(), 11);
+    Key(GridKey::PageDown);
+    EXPECT_EQ(grid.Row(), 20);
+    Key(GridKey::PageUp);
+    EXPECT_EQ(grid.Row(), 10);
+    window.visibleRows = 0;
+    Key(GridKey::PageUp);
+    EXPECT_EQ(grid.Row(), 9) << "a list too low for a row moves by one";
+}
+
+TEST_F(GridSelectionTest, AnArrowKeyScrollsByOneRowAtTheEdges) {
+    ClickAt(10);
+    Key(GridKey::Down);
+    EXPECT_EQ(window.topRow, 2);
+    EXPECT_EQ(mainModule.GridTopRow, 1) << "the top row is noted before the scroll";
+    ClickAt(2);
+    Key(GridKey::Up);
+    EXPECT_EQ(window.topRow, 1);
+}
+
+TEST_F(GridSelectionTest, AnArrowKeyFarFromTheViewScrollsByOneRowOnly) {
+    ClickAt(2);
+    window.topRow = 8;
+    Key(GridKey::Down);
+    EXPECT_EQ(window.topRow, 7);
+}
+
+TEST_F(GridSelectionTest, ARangeLeavesTheViewAtItsCurrentRow) {
+    ClickAt(10);
+    Key(GridKey::Down, true);
+    EXPECT_EQ(window.topRow, 1) << "the current row is in view";
+    window.topRow = 11;
+    Key(GridKey::Down, true);
+    EXPECT_EQ(window.topRow, 10) << "the list goes back towards the current row";
+}
+
+TEST_F(GridSelectionTest, AClickNotesTheTopRow) {
+    window.topRow = 6;
+    grid.Click();
+    EXPECT_EQ(mainModule.GridTopRow, 6);
+    Load(0);
+    window.topRow = 3;
+    grid.Click();
+    EXPECT_EQ(mainModule.GridTopRow, 6) << "a list without rows has no top row to note";
+}
+
+TEST_F(GridSelectionTest, TheToolTipIsTheNameOnDiskUnderTheMouse) {
+    EXPECT_EQ(grid.MouseMove(3, false).ToolTip, "3.mp3");
+    EXPECT_FALSE(grid.MouseMove(0, false).ToolTip) << "over the header the tip stays";
+}
+
+TEST_F(GridSelectionTest, AMoveWithTheLeftButtonStartsADragUnlessCtrlIsDown) {
+    EXPECT_FALSE(grid.MouseMove(3, false).StartDrag);
+    Press(3);
+    EXPECT_TRUE(grid.MouseMove(3, true).StartDrag);
+    grid.MouseUp();
+    Press(4, Ctrl);
+    EXPECT_FALSE(grid.MouseMove(4, true).StartDrag);
+}
+
+TEST_F(GridSelectionTest, ADragTakesThePathsOfAllMembers) {
+    ClickAt(5);
+    ClickAt(2, Ctrl);
+    EXPECT_THAT(grid.StartDrag(), ElementsAre("/music/5.mp3", "/music/2.mp3"));
+}
+
+TEST_F(GridSelectionTest, ADragOfOneMemberTakesTheRowThatIsPainted) {
+    Press(5);
+    EXPECT_THAT(grid.StartDrag(), ElementsAre("/music/5.mp3"));
+    EXPECT_EQ(events.count, 1);
+    grid.CompleteDrag();
+    EXPECT_FALSE(grid.GridDragging());
+    EXPECT_FALSE(grid.LeftDown());
+}
+
+TEST_F(GridSelectionTest, ADragPassesOverAMemberWithoutAPath) {
+    ClickAt(5);
+    ClickAt(2, Ctrl);
+    mainModule.FilePaths.Clear();
+    mainModule.FilePaths.Add("/music/a.mp3");
+    mainModule.FilePaths.Add("/music/b.mp3");
+    EXPECT_THAT(grid.StartDrag(), ElementsAre("/music/b.mp3"));
+}
+
+TEST_F(GridSelectionTest, ADragWithoutACurrentRowTakesNothing) {
+    EXPECT_THAT(grid.StartDrag(), IsEmpty());
+    EXPECT_EQ(events.count, 0);
+}
+
+TEST_F(GridSelectionTest, TheEndOfADropClearsTheMemoryOfTheDrag) {
+    Press(5);
+    grid.ClearDragging();
+    EXPECT_FALSE(grid.GridDragging());
+    EXPECT_TRUE(grid.LeftDown());
+}
+
+TEST_F(GridSelectionTest, ARowBehindTheLastIsSetAsTheLast) {
+    grid.SetRow(25);
+    grid.SelChange();
+    EXPECT_THAT(Selected(), ElementsAre(20));
+}
+
+TEST_F(GridSelectionTest, RowsBeyondSixteenBitsAreMembersLikeAnyOther) {
+    Load(40000);
+    ClickAt(32760);
+    Key(GridKey::End, true);
+    EXPECT_EQ(Selected().size(), 7241U);
+    EXPECT_TRUE(mainModule.SelectedRows.Contains(32768));
+    EXPECT_TRUE(mainModule.SelectedRows.Contains(40000));
+}
+
+TEST_F(GridSelectionTest, AMillionRowsAreMarkedAsOneRange) {
+    grid.Reset(1'000'001);
+    Key(GridKey::Home);
+    Key(GridKey::End, true);
+    EXPECT_EQ(mainModule.SelectedRows.Count(), 1'000'000U);
+    EXPECT_EQ(grid.Painted().Ranges().size(), 1U);
+}
+
+TEST_F(GridSelectionTest, TheMenuOfOneRowEnablesAllItsItemsAndThatOfSeveralNotTheDetails) {
+    const auto text = [](int mode) {
+        std::string items;
+        for (const KontextItem& item : KontextItems(mode)) {
+            items += std::string(item.Name) + (item.Enabled ? "+ " : "- ");
+        }
+        return items;
+    };
+    EXPECT_EQ(text(1), "mnuKontextDetails+ mnuKontextAnsicht+ mnuKontextFilename+ mnuKontextRandom+ "
+                       "mnuKontextPlay+ ");
+    EXPECT_EQ(text(2), "mnuKontextDetails- mnuKontextAnsicht+ mnuKontextFilename+ mnuKontextRandom+ "
+                       "mnuKontextPlay+ ");
+    EXPECT_EQ(text(3), "");
+}
+
+TEST(RowNumbersTest, MembersKeepTheirOrderAndStandOnce) {
+    RowNumbers rows;
+    rows.AddRange(3, 5);
+    rows.Add(1);
+    rows.AddRange(0, 4);
+    EXPECT_THAT(rows.Rows(), ElementsAre(3, 4, 5, 1, 0, 2));
+    EXPECT_EQ(rows.Count(), 6U);
+    rows.AddRange(9, 8);
+    EXPECT_EQ(rows.Count(), 6U);
+}
+
+TEST(RowNumbersTest, ARemovedMemberCanBeAddedAgainAtTheEnd) {
+    RowNumbers rows;
+    rows.AddRange(1, 3);
+    rows.Remove(2);
+    rows.Remove(2);
+    rows.Remove(77);
+    rows.Remove(-1);
+    EXPECT_FALSE(rows.Contains(2));
+    rows.Add(2);
+    EXPECT_THAT(rows.Rows(), ElementsAre(1, 3, 2));
+    rows.Clear();
+    EXPECT_FALSE(rows.Contains(1));
+    rows.Add(1);
+    EXPECT_THAT(rows.Rows(), ElementsAre(1));
+}
+
+TEST(RowNumbersTest, ANegativeRowIsRefused) {
+    RowNumbers rows;
+    EXPECT_THROW(rows.Add(-1), RuntimeError);
+}
+
+} // namespace
 
 } // namespace quavernet::test

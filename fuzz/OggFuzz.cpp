@@ -1,0 +1,93 @@
+// Feeds any bytes to the Ogg reader, as they are and with their checksums made right, and what it prints to
+// the parser; then the bytes themselves to the parser, as if a tool had printed them. Built with libFuzzer,
+// or with ReplayCorpus.cpp to run over stored inputs.
+#include "inspect/OggInfoText.h"
+#include "platform/RuntimeError.h"
+#include "platform/vorbis/ByteSource.h"
+#include "platform/vorbis/OggInfoReader.h"
+#include "platform/vorbis/OggPages.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+using namespace quavernet;
+
+void Require(bool condition) {
+    if (!condition) {
+        std::abort();
+    }
+}
+
+/// The texts printed for a file stand in proportion to its size: a byte of a comment gives six characters at
+/// most (itself and its hexadecimal form), a page one line.
+void RequireBounded(const std::string& lines, std::size_t size) {
+    Require(lines.size() <= 1024 + 16 * size);
+}
+
+void ReadFile(const std::uint8_t* data, std::size_t size) {
+    const auto source = vorbis::OpenMemory({data, size});
+    std::string lines;
+    vorbis::AppendOggInfo("/music/x.ogg", *source, lines);
+    RequireBounded(lines, size);
+    Require(lines.starts_with("Processing file \"/music/x.ogg\"...\n\n"));
+    const auto files = ReadOggInfo(lines);
+    Require(!files.empty() && files.front().path == "/music/x.ogg");
+}
+
+/// The bytes with the right checksum in every page: without it nothing behind a changed byte would be read.
+std::vector<std::uint8_t> Repaired(std::span<const std::uint8_t> data) {
+    constexpr std::string_view mark = "OggS";
+    std::vector<std::uint8_t> bytes(data.begin(), data.end());
+    for (std::size_t at = 0; at + 27 <= bytes.size();) {
+        const std::size_t headerSize = std::size_t{27} + bytes[at + 26];
+        if (!std::equal(mark.begin(), mark.end(), bytes.begin() + static_cast<std::ptrdiff_t>(at)) ||
+            at + headerSize > bytes.size()) {
+            ++at;
+            continue;
+        }
+        std::size_t size = headerSize;
+        for (std::size_t i = at + 27; i < at + headerSize; ++i) {
+            size += bytes[i];
+        }
+        if (at + size > bytes.size()) {
+            break;
+        }
+        const std::uint32_t sum = vorbis::OggChecksum(std::span(bytes).subspan(at, size));
+        for (std::size_t i = 0; i < 4; ++i) {
+            bytes[at + 22 + i] = static_cast<std::uint8_t>(sum >> (8 * i));
+        }
+        at += size;
+    }
+    return bytes;
+}
+
+void ReadOutput(std::string_view output) {
+    for (const auto& file : ReadOggInfo(output)) {
+        Require(!file.path.empty());
+        Require(file.name.find('/') == std::string::npos);
+        Require(file.length.empty() || std::abs(std::atol(file.length.c_str())) <= 32768);
+    }
+    try {
+        ReadOggDetails(output);
+    } catch (const RuntimeError&) {
+        // The details of a line that can't be read fail so.
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    ReadFile(data, size);
+    const std::vector<std::uint8_t> repaired = Repaired({data, size});
+    ReadFile(repaired.data(), repaired.size());
+    ReadOutput({reinterpret_cast<const char*>(data), size});
+    return 0;
+}

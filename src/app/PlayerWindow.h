@@ -1,0 +1,35 @@
+// The internal player as the list and the tree see it: commands of frmPlayer, which implements this. It lies
+// here so that list and tree reach the player without knowing it, and the player may know both of them.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace quavernet {
+
+class PlayerWindow {
+public:
+    /// Mode of FillPlaylistFromTree.
+    static constexpr std::int16_t OneFile = 1;
+    static constexpr std::int16_t WholeCategory = 2;
+
+    virtual ~PlayerWindow() = default;
+
+    /// Shows the window beside the main window; loads it if need be.
+    virtual void Show() = 0;
+
+    /// Puts the rows of mainModule.SelectedRows into the queue, which is emptied first unless files are
+    /// always added.
+    virtual void FillPlaylist() = 0;
+
+    /// Puts the tree's selected file or category into the queue, emptied first by the same rule.
+    virtual void FillPlaylistFromTree(std::int16_t mode) = 0;
+
+    virtual std::size_t QueueCount() const = 0;
+
+    /// Start a queue entry, counted from 1. A fault shows in the entry's text, never as a failure.
+    virtual void PlayFile(std::int16_t index) = 0;
+    virtual void PlayFileFromTree(std::int16_t index) = 0;
+};
+
+} // namespace quavernet

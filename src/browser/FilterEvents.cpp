@@ -1,0 +1,138 @@
+#include "browser/FilterEvents.h"
+
+#include "app/LoadResString.h"
+#include "app/MainModule.h"
+#include "app/Registry.h"
+
+namespace quavernet {
+
+namespace {
+
+constexpr int KeyEnter = 13;
+constexpr int KeyLeft = 37;
+constexpr int KeyDown = 40; // 38 and 39 lie between: up and right.
+constexpr int KeyF1 = 112;
+
+bool IsArrowKey(int keyCode) {
+    return keyCode >= KeyLeft && keyCode <= KeyDown;
+}
+
+FilterAction HelpOnF1(int keyCode) {
+    return keyCode == KeyF1 ? FilterAction::ShowHelp : FilterAction::None;
+}
+
+bool ClickBox(const std::string& setting, bool checked, bool otherChecked) {
+    const bool stays = checked || !otherChecked;
+    SaveSettingValue(SettingsApplication, SettingsSection, setting, stays ? "1" : "0");
+    return stays;
+}
+
+} // namespace
+
+FilterAction ComboClick() {
+    return mainModule.SuppressComboClick ? FilterAction::None : FilterAction::LoadDatabase;
+}
+
+void ComboKeyDown(int keyCode) {
+    if (IsArrowKey(keyCode)) {
+        mainModule.SuppressComboClick = true;
+    }
+}
+
+FilterAction ComboKeyUp(int keyCode) {
+    if (IsArrowKey(keyCode)) {
+        mainModule.SuppressComboClick = false;
+    }
+    return HelpOnF1(keyCode);
+}
+
+FilterAction ComboKeyPress(int character) {
+    return character == KeyEnter ? FilterAction::LoadDatabase : FilterAction::None;
+}
+
+FilterAction SearchKeyDown(int keyCode) {
+    return HelpOnF1(keyCode);
+}
+
+FilterAction SearchKeyPress(int character) {
+    return character == KeyEnter ? FilterAction::Search : FilterAction::None;
+}
+
+FilterAction CheckBoxKeyDown(int keyCode) {
+    return HelpOnF1(keyCode);
+}
+
+FilterAction CheckBoxKeyPress(int character) {
+    return character == KeyEnter ? FilterAction::Search : FilterAction::None;
+}
+
+bool ClickInterpret(bool checked, bool titleChecked) {
+    return ClickBox("SearchInterpret", checked, titleChecked);
+}
+
+bool ClickTitle(bool checked, bool interpretChecked) {
+    return ClickBox("SearchTitle", checked, interpretChecked);
+}
+
+void mnuViewInterpret_Click(SearchFields& fields) {
+    fields.InterpretChecked = ClickInterpret(true, fields.TitleChecked);
+    fields.MenuInterpretChecked = true;
+    fields.MenuTitleChecked = false;
+}
+
+void mnuViewTitle_Click(SearchFields& fields) {
+    fields.TitleChecked = ClickTitle(true, fields.InterpretChecked);
+    fields.MenuTitleChecked = true;
+    fields.MenuInterpretChecked = false;
+}
+
+bool mnuOptionsLoadOverSearch_Click(bool checked) {
+    mainModule.LoadOverSearch = !checked;
+    return mainModule.LoadOverSearch;
+}
+
+LetterLabels::LetterLabels() {
+    m_labels.front() = {"lblAll", "All", true};
+    for (std::size_t i = 0; i < 26; ++i) {
+        const char letter = static_cast<char>('A' + i);
+        m_labels[i + 1] = {std::string("lbl") + letter, std::string(1, letter)};
+    }
+    m_labels.back() = {"lblOther", "other"};
+}
+
+void LetterLabels::ResetLetterColors() {
+    for (Label& label : m_labels) {
+        label.ForeColor = RestColor;
+    }
+}
+
+void LetterLabels::ResetLetterBold() {
+    for (Label& label : m_labels) {
+        label.Bold = false;
+    }
+}
+
+void LetterLabels::MouseMove(std::size_t label) {
+    ResetLetterColors();
+    m_labels.at(label).ForeColor = HoverColor;
+}
+
+FilterAction LetterLabels::Click(std::size_t label) {
+    ResetLetterBold();
+    m_labels.at(label).Bold = true;
+    mainModule.LetterFilter = m_labels.at(label).Value;
+    return FilterAction::LoadDatabase;
+}
+
+std::vector<PanelToolTip> StatusBarToolTips(const std::string& titles, const std::string& interprets,
+                                            const std::string& albums) {
+    if (mainModule.ScanRunning) {
+        return {{"Filecount", LoadResString(372)},
+                {"Interprets", LoadResString(373)},
+                {"Titles", LoadResString(374)}};
+    }
+    const std::string stored = LoadResString(371);
+    return {{"Titles", titles + stored}, {"Interprets", interprets + stored}, {"Albums", albums + stored}};
+}
+
+} // namespace quavernet

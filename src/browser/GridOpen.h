@@ -1,0 +1,35 @@
+// What a double click or the Enter key on the main list does: sort by a column, or play a row in the internal
+// or an external player. Called by the list's form and by the commands that stand for a double click.
+#pragma once
+
+#include "app/PlayerWindow.h"
+#include "browser/GridSelection.h"
+#include "browser/GridSort.h"
+
+#include <cstdint>
+#include <string>
+
+namespace quavernet {
+
+/// The main window as a double click sees it.
+class GridOpenWindow {
+public:
+    virtual ~GridOpenWindow() = default;
+
+    virtual void SetMousePointer(int pointer) = 0;             ///< 0 default, 11 hourglass.
+    virtual void SetRedraw(bool redraw) = 0;                   ///< Painting of the grid.
+    virtual void SetHeaderPicture(const SortArrow& arrow) = 0; ///< All other header cells lose theirs.
+    virtual void LoadDatabase(const std::string& list) = 0;
+};
+
+/// A double click at a cell. In row 0 it sorts by the column; in another row it plays the current row.
+/// Failures end it silently.
+void grdMp3_DblClick(std::int32_t mouseCol, std::int32_t mouseRow, GridSelection& grid, PlayerWindow& player,
+                     GridOpenWindow& window);
+
+/// What the Enter key runs: with one selected row the double click on the current row (wherever the mouse
+/// is), with several PlaySelectedFiles.
+enum class GridEnterAction { None, DblClick, PlaySelectedFiles };
+GridEnterAction GridEnter();
+
+} // namespace quavernet

@@ -1,0 +1,182 @@
+#include "inspect/OggInfoText.h"
+
+#include <optional>
+
+#include "app/TextHelpers.h"
+#include "platform/RegionalSettings.h"
+#include "platform/RuntimeError.h"
+
+namespace quavernet {
+
+namespace {
+
+constexpr std::size_t QuoteAndDots = 4; // Behind the path of a "Processing file" line.
+
+/// One line and its capital form, in which the keys are searched.
+class Line {
+public:
+    explicit Line(std::string_view text) : m_text(text), m_upper(UpperAscii(text)) {}
+
+    /// The rest of the line behind the key and `more` further characters; nothing if the key isn't there.
+    std::optional<std::string_view> Behind(std::string_view upperKey, std::size_t more) const {
+        return Rest(std::string_view(m_upper).find(upperKey), upperKey.size(), more);
+    }
+    std::optional<std::string_view> BehindExact(std::string_view key, std::size_t more) const {
+        return Rest(m_text.find(key), key.size(), more);
+    }
+    std::optional<std::string_view> BehindStart(std::string_view upperKey, std::size_t more) const {
+        return Rest(m_upper.starts_with(upperKey) ? 0 : std::string_view::npos, upperKey.size(), more);
+    }
+
+private:
+    std::optional<std::string_view> Rest(std::size_t found, std::size_t keySize, std::size_t more) const {
+        if (found == std::string_view::npos) {
+            return std::nullopt;
+        }
+        const auto rest = m_text.substr(found + keySize);
+        return rest.substr(LeftCharacters(rest, more).size());
+    }
+
+    std::string_view m_text;
+    std::string m_upper;
+};
+
+/// A number in decimal, with a point or a comma before its fraction.
+double DecimalNumber(std::string_view text) {
+    std::string digits(Trim(text));
+    const auto sign = digits.find_first_of(".,");
+    if (sign != std::string::npos) {
+        digits[sign] = '.';
+    }
+    const std::string_view unsignedPart = std::string_view(digits).substr(digits.starts_with('-') ? 1 : 0);
+    if (unsignedPart.find_first_of("0123456789") == std::string_view::npos ||
+        unsignedPart.find_first_not_of("0123456789.") != std::string_view::npos ||
+        unsignedPart.find('.') != unsignedPart.rfind('.')) {
+        throw RuntimeError(ErrorNumber::TypeMismatch, "Type mismatch");
+    }
+    return Val(digits);
+}
+
+/// The text before a mark. Throws RuntimeError 5 if the mark isn't there.
+std::string_view Before(std::string_view text, std::string_view mark) {
+    const auto found = text.find(mark);
+    if (found == std::string_view::npos) {
+        throw RuntimeError(ErrorNumber::InvalidProcedureCall, "Invalid procedure call or argument");
+    }
+    return text.substr(0, found);
+}
+
+/// Whole kilobits; a tool that speaks a language with a decimal comma prints one.
+std::string WholeBitRate(std::string_view text) {
+    std::string_view value;
+    for (const char sign : {'.', ','}) {
+        if (const auto found = text.find(sign); found != std::string_view::npos) {
+            value = text.substr(0, found);
+        }
+    }
+    return std::string(value);
+}
+
+/// From minutes, "m:", seconds and one character. Product and sum are 16-bit numbers: 546 minutes and seven
+/// seconds is the longest.
+std::string Seconds(std::string_view text) {
+    const double minutes = Narrow16(DecimalNumber(Before(text, "m")));
+    const auto colon = text.find(':');
+    const auto behind = colon == std::string_view::npos ? text : text.substr(colon + 1);
+    const double seconds = Narrow16(DecimalNumber(DropRightCharacters(behind, 1)));
+    const double product = Narrow16(minutes * 60);
+    return std::to_string(Narrow16(product + seconds));
+}
+
+class OutputReader {
+public:
+    /// With `clearing`, a new path completes the file before.
+    explicit OutputReader(bool clearing) : m_clearing(clearing) {}
+
+    void TakeLine(std::string_view text) {
+        const Line line(text);
+        Take(line.Behind("PROCESSING FILE", 2), [&](std::string_view value) { TakePath(value); });
+        Take(line.BehindExact("Nominal bitrate:", 1),
+             [&](std::string_view value) { m_file.bitRate = WholeBitRate(value); });
+        Take(line.Behind("TITLE", 1), [&](std::string_view value) { m_file.title = value; });
+        Take(line.Behind("ARTIST", 1), [&](std::string_view value) { m_file.performer = value; });
+        Take(line.Behind("ALBUM", 1), [&](std::string_view value) { m_file.album = value; });
+        Take(line.Behind("GENRE", 1), [&](std::string_view value) { m_file.genre = value; });
+        Take(line.Behind("TOTAL DATA LENGTH:", 1),
+             [&](std::string_view value) { m_file.size = DropRightCharacters(Before(value, "bytes"), 1); });
+        Take(line.Behind("PLAYBACK LENGTH:", 1),
+             [&](std::string_view value) { m_file.length = Seconds(value); });
+        Take(line.Behind("COMMENT=", 0), [&](std::string_view value) { m_file.comment = value; });
+        Take(line.BehindStart("RATE:", 1), [&](std::string_view value) { m_file.frequency = value; });
+        Take(line.Behind("DATE", 1), [&](std::string_view value) { m_file.year = value; });
+        Take(line.Behind("CHANNELS:", 1), [&](std::string_view value) { m_file.channels = value; });
+    }
+
+    void TakeLines(std::string_view output) {
+        while (!output.empty()) {
+            const auto end = output.find('\n');
+            std::string_view line = output.substr(0, end);
+            output = end == std::string_view::npos ? std::string_view() : output.substr(end + 1);
+            if (end != std::string_view::npos && line.ends_with('\r')) {
+                line.remove_suffix(1);
+            }
+            TakeLine(line);
+        }
+    }
+
+    OggFileInfo& File() { return m_file; }
+
+    std::vector<OggFileInfo> TakeFiles() {
+        if (!m_file.path.empty()) {
+            m_files.push_back(std::move(m_file));
+        }
+        return std::move(m_files);
+    }
+
+private:
+    template <typename Action> void Take(std::optional<std::string_view> value, Action action) {
+        if (!value) {
+            return;
+        }
+        if (!m_clearing) {
+            action(*value);
+            return;
+        }
+        try {
+            action(*value);
+        } catch (const RuntimeError& error) {
+            m_file.failure = error.Description();
+        }
+    }
+
+    void TakePath(std::string_view value) {
+        if (m_clearing && !m_file.path.empty()) {
+            m_files.push_back(std::move(m_file));
+            m_file = {};
+        } else if (!m_file.failure.empty()) {
+            m_file = {}; // What could not be read must not spoil the next file.
+        }
+        m_file.path = DropRightCharacters(value, QuoteAndDots);
+        m_file.name = FileNameFromPath(m_file.path);
+    }
+
+    bool m_clearing;
+    OggFileInfo m_file;
+    std::vector<OggFileInfo> m_files;
+};
+
+} // namespace
+
+std::vector<OggFileInfo> ReadOggInfo(std::string_view output) {
+    OutputReader reader(true);
+    reader.TakeLines(output);
+    return reader.TakeFiles();
+}
+
+OggFileInfo ReadOggDetails(std::string_view output) {
+    OutputReader reader(false);
+    reader.TakeLines(output);
+    return std::move(reader.File());
+}
+
+} // namespace quavernet

@@ -1,0 +1,51 @@
+// Random access to the bytes under a reader: a file, or a block of memory. Called by the page reader.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace quavernet::vorbis {
+
+class ByteSource {
+public:
+    virtual ~ByteSource() = default;
+
+    virtual std::uint64_t Size() const = 0;
+
+    /// Copies bytes from `offset` on; the result is their number, less than asked for at the end or where
+    /// the medium fails.
+    virtual std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> target) = 0;
+};
+
+/// Nothing, with errno set, if the file can't be opened. Anything but a plain file opens as an empty one.
+std::unique_ptr<ByteSource> OpenFile(const std::string& path);
+
+/// A view: the bytes must outlive it.
+std::unique_ptr<ByteSource> OpenMemory(std::span<const std::uint8_t> bytes);
+
+/// A piece of a source held in memory, so that neighbouring reads cost one call.
+class ByteWindow {
+public:
+    explicit ByteWindow(ByteSource& source) : m_source(source) {}
+
+    std::uint64_t Size() const { return m_source.Size(); }
+
+    /// Up to `count` bytes at `offset`: fewer only at the end. Valid until the next call. A read fetches
+    /// `ahead` bytes if that is more.
+    std::span<const std::uint8_t> At(std::uint64_t offset, std::size_t count, std::size_t ahead = 0);
+
+    /// All that is held from `offset` on, after a read of `ahead` bytes if that is less than `count`.
+    std::span<const std::uint8_t> Held(std::uint64_t offset, std::size_t count, std::size_t ahead);
+
+private:
+    ByteSource& m_source;
+    std::vector<std::uint8_t> m_bytes;
+    std::uint64_t m_start = 0;
+    std::size_t m_filled = 0;
+};
+
+} // namespace quavernet::vorbis

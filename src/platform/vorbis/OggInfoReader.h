@@ -1,0 +1,28 @@
+// Describes Ogg files in process, in the lines of the command-line tool ogginfo. Built by src/main.cpp; the
+// scanner and the details dialog reach it as OggInfoTool.
+#pragma once
+
+#include "platform/OggInfoTool.h"
+#include "platform/vorbis/ByteSource.h"
+
+#include <string>
+#include <vector>
+
+namespace quavernet {
+
+/// Walks over the pages and reads the header packets: audio is never decoded, and its checksums are looked at
+/// only where the order of the pages is in doubt. Streams that are no Vorbis are named and passed over.
+/// Warnings that carry no text of the file are left out.
+class OggInfoReader : public OggInfoTool {
+public:
+    std::string Run(const std::vector<std::string>& paths) override;
+};
+
+namespace vorbis {
+
+/// Appends the lines of one opened file.
+void AppendOggInfo(const std::string& path, ByteSource& source, std::string& lines);
+
+} // namespace vorbis
+
+} // namespace quavernet

@@ -1,0 +1,37 @@
+// The three header packets of a Vorbis stream (Vorbis I specification, section 4.2), the third by its mark
+// only. Called by OggInfoReader.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace quavernet::vorbis {
+
+using Packet = std::span<const std::uint8_t>;
+
+struct Identification {
+    std::uint32_t version = 0;
+    std::uint8_t channels = 0;
+    std::uint32_t rate = 0; ///< Hz
+    std::int32_t upperBitRate = 0;
+    std::int32_t nominalBitRate = 0; ///< Bits per second; 0 or less: not set.
+    std::int32_t lowerBitRate = 0;
+};
+
+struct Comments {
+    std::string vendor;
+    std::vector<std::string> entries; ///< "KEY=value", in their order, as the bytes stand.
+};
+
+/// Whether the packet begins with the type byte (1, 3 or 5) and the mark "vorbis".
+bool IsHeader(Packet packet, std::uint8_t type);
+
+/// Nothing if the packet is no valid header of its kind. Lengths are compared with the packet's own size
+/// before anything is taken.
+std::optional<Identification> ReadIdentification(Packet packet);
+std::optional<Comments> ReadComments(Packet packet);
+
+} // namespace quavernet::vorbis

@@ -1,0 +1,65 @@
+#include "scanner/AddDroppedFiles.h"
+
+#include "app/MainModule.h"
+#include "app/TextHelpers.h"
+#include "inspect/modMp3Info.h"
+#include "library/SqlQuote.h"
+#include "platform/RuntimeError.h"
+#include "scanner/FileFields.h"
+#include "scanner/ScanDriver.h"
+
+namespace quavernet {
+
+namespace {
+
+bool IsAudioFile(const std::string& path) {
+    const std::string ext = LowerAscii(RightCharacters(path, 4));
+    return ext == ".mp3" || ext == ".wav" || ext == ".ogg";
+}
+
+// True if the file was not known and has been stored.
+bool AddIfUnknown(const std::string& path, ScanDriver& driver) {
+    ADODB::Recordset known;
+    known.Open("Select Path from Files where Path = '" + SqlQuote(path) + "'", *mainModule.Connection);
+    mainModule.CurrentFile.CurrentPath = path;
+    mainModule.CurrentFile.DetailsPath = path;
+    const bool isKnown = known.RecordCount() > 0;
+    known.Close();
+    if (!isKnown) {
+        AddDroppedFileToLibrary(path, driver);
+    }
+    return !isKnown;
+}
+
+} // namespace
+
+void AddDroppedFileToLibrary(const std::string& path, ScanDriver& driver) {
+    // CurrentFileName is still that of the file before, and a file without a tag is named after it. An Ogg
+    // file goes this way too: it has no frame header, so its bit rate and length are 0.
+    InspectFile(path);
+    FillFileFields(services.fileSystem->GetFile(path));
+    driver.StoreFileRecord();
+}
+
+void AddDroppedFiles(DropTarget target, const std::vector<std::string>& paths, ScanDriver& driver,
+                     ScanWindow& window) {
+    if (target == DropTarget::Window) {
+        return;
+    }
+    try {
+        bool added = false;
+        for (const std::string& path : paths) {
+            if (IsAudioFile(path) && AddIfUnknown(path, driver)) {
+                added = true;
+            }
+        }
+        mainModule.Connection->Commit();
+        if (added && !mainModule.LoadOverSearch) {
+            window.LoadDatabase("");
+        }
+    } catch (const RuntimeError&) {
+        // Ends the drop; what has been stored stays.
+    }
+}
+
+} // namespace quavernet

@@ -1,0 +1,25 @@
+// Audio files dropped from other programs join the library without a scan. Called by the drop events of the
+// list and of the main window; the single-file step also by the drop on the tree and by the import of a tree.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace quavernet {
+
+class ScanDriver;
+class ScanWindow;
+
+enum class DropTarget { Grid, Window };
+
+/// Stores each dropped file that is an MP3, WAV or Ogg file and not known yet, and loads the list if one was
+/// stored. A failure ends the drop silently; files stored so far stay. The background of the window takes no
+/// files.
+void AddDroppedFiles(DropTarget target, const std::vector<std::string>& paths, ScanDriver& driver,
+                     ScanWindow& window);
+
+/// Inspects one file and stores it. DetailsPath must hold its path. Throws RuntimeError if the file is
+/// missing or a statement fails.
+void AddDroppedFileToLibrary(const std::string& path, ScanDriver& driver);
+
+} // namespace quavernet

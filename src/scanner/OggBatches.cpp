@@ -1,0 +1,110 @@
+#include "scanner/OggBatches.h"
+
+#include "app/LoadResString.h"
+#include "app/MainModule.h"
+#include "inspect/OggInfoText.h"
+#include "library/SqlQuote.h"
+#include "scanner/OggStore.h"
+#include "scanner/ProgressStep.h"
+#include "scanner/ScanRun.h"
+
+#include <algorithm>
+
+namespace quavernet {
+
+namespace {
+
+constexpr std::size_t BatchSize = 10;
+
+// The step at the end of a batch speaks German in every language.
+constexpr const char* BatchRemaining = "verbl.: ";
+constexpr const char* BatchElapsed = "Zeit: ";
+
+bool IsKnown(const std::string& path) {
+    ADODB::Recordset rows;
+    rows.Open("Select * from Files where Path = '" + SqlQuote(path) + "'", *mainModule.Connection);
+    const bool known = rows.RecordCount() > 0;
+    rows.Close();
+    return known;
+}
+
+/// The paths of a batch that are to be read: in a quick scan those that the library does not hold.
+std::vector<std::string> WantedPaths(const ScanRun& run, std::size_t first, std::size_t last) {
+    std::vector<std::string> paths;
+    for (std::size_t i = first; i < last; ++i) {
+        if (!run.QuickScan || !IsKnown(run.OggPaths[i])) {
+            paths.push_back(run.OggPaths[i]);
+        }
+    }
+    return paths;
+}
+
+void Drop(ScanRun& run, const std::string& path, const std::string& reason) {
+    if (mainModule.ScanLogEnabled) {
+        run.log.AddSkipped({{path, reason}});
+    }
+}
+
+void StoreOrDrop(ScanRun& run, const OggFileInfo& file) {
+    if (!file.failure.empty()) {
+        Drop(run, file.path, file.failure);
+        return;
+    }
+    OggRecord record{file.title, file.performer, file.bitRate, file.length, file.name, file.path, file.size,
+                     {},         file.genre,     {},           file.album};
+    try {
+        StoreOggRecord(record, run.saved);
+    } catch (const RuntimeError& error) {
+        Drop(run, file.path, error.Description());
+    }
+}
+
+void Step(ScanRun& run, const std::string& remainingPrefix, const std::string& elapsedPrefix) {
+    ++run.FilesDone;
+    AdvanceProgress(run, static_cast<double>(run.OggPaths.size()), remainingPrefix, elapsedPrefix);
+}
+
+void ReadBatch(ScanRun& run, const std::vector<std::string>& paths) {
+    run.window.SetPanel(ScanPanel::Scanning, LoadResString(353));
+    const std::vector<OggFileInfo> files = ReadOggInfo(services.oggInfo->Run(paths));
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        StoreOrDrop(run, files[i]);
+        if (i + 1 < files.size()) {
+            Step(run, run.texts.Remaining, run.texts.Elapsed);
+        }
+    }
+    Step(run, BatchRemaining, BatchElapsed);
+
+    // A file that vanished or may not be read has no record of its own.
+    for (const std::string& path : paths) {
+        const auto isOf = [&](const OggFileInfo& file) { return file.path == path; };
+        if (std::none_of(files.begin(), files.end(), isOf)) {
+            Drop(run, path, "File not found");
+        }
+    }
+}
+
+} // namespace
+
+void OggBatches::ReadOggBatches(ScanRun& run) {
+    run.window.SetPanel(ScanPanel::Scanning, LoadResString(352));
+    run.window.SetProgress(0);
+    run.ProgressStep = static_cast<float>(100 / static_cast<double>(run.OggPaths.size()));
+    const std::size_t count = run.OggPaths.size();
+    for (std::size_t first = 0; first < count; first += BatchSize) {
+        if (run.CancelScan) {
+            return;
+        }
+        services.events->DoEvents();
+        const std::vector<std::string> paths = WantedPaths(run, first, std::min(first + BatchSize, count));
+        if (paths.empty()) {
+            return;
+        }
+        ReadBatch(run, paths);
+    }
+    run.window.SetPanel(ScanPanel::Remaining, LoadResString(345) + "00:00:00");
+    run.window.SetPanel(ScanPanel::Elapsed, LoadResString(346) + "00:00:00");
+    run.window.SetProgress(0);
+}
+
+} // namespace quavernet

@@ -1,0 +1,172 @@
+#include "scanner/OggStore.h"
+
+#include "app/LoadResString.h"
+#include "app/MainModule.h"
+#include "app/TextHelpers.h"
+#include "inspect/FileNameTags.h"
+#include "library/SqlQuote.h"
+#include "scanner/ScanDriver.h"
+
+#include <optional>
+
+namespace quavernet {
+
+namespace {
+
+constexpr const char* NoGenre = "255";
+
+struct LookupKeys {
+    std::string Title_id;
+    std::string Inter_id;
+    std::string Drive_id;
+    std::string Quality_id;
+    std::string Album_id;
+    std::string Genre_id;
+};
+
+std::optional<std::string> FirstValue(const std::string& select) {
+    ADODB::Recordset rows;
+    rows.Open(select, *mainModule.Connection);
+    const auto value = rows.RecordCount() > 0 ? std::optional(rows.Fields(0).Text()) : std::nullopt;
+    rows.Close();
+    return value;
+}
+
+/// The key of the row that `select` finds; without one the row is made, and the highest key is its own.
+std::string FindOrInsert(const std::string& select, const std::string& insert, const std::string& maximum) {
+    if (const auto key = FirstValue(select)) {
+        return *key;
+    }
+    mainModule.Connection->Execute(insert);
+    return FirstValue(maximum).value_or("");
+}
+
+void FillNames(OggRecord& record) {
+    if (record.title.empty() && record.performer.empty()) {
+        const OggNames names = OggTagsFromFileName(record.path);
+        record.title = names.title;
+        record.performer = names.performer;
+    }
+    if (record.title.empty()) {
+        record.title = LoadResString(347);
+    }
+    if (record.performer.empty()) {
+        record.performer = LoadResString(347);
+    }
+}
+
+std::string TitleKey(const OggRecord& record) {
+    const std::string title = SqlQuote(record.title);
+    return FindOrInsert("Select Title_id from Titel where Name = '" + title + "'",
+                        "Insert Into Titel (Name) values ('" + title + "')",
+                        "Select Max(Title_id) from Titel");
+}
+
+std::string PerformerKey(const OggRecord& record) {
+    const std::string performer = SqlQuote(record.performer);
+    return FindOrInsert("Select Inter_id from Interpret where Interpret = '" + performer + "'",
+                        "Insert Into Interpret (Interpret) values ('" + performer + "')",
+                        "Select Max(Inter_id) from Interpret");
+}
+
+/// Drive, stored path and date come from the file itself: here the date is that of the last change, with its
+/// time.
+void FillFileFacts(OggRecord& record) {
+    const FileFacts facts = services.fileSystem->GetFile(record.path);
+    record.drive = UNCPath(facts.drivePath, true);
+    if (record.drive.empty()) {
+        record.drive = facts.drivePath;
+    }
+    const std::string volume = facts.drivePath.ends_with('/') ? facts.drivePath : facts.drivePath + "/";
+    if (volume != record.drive) {
+        record.path = ReplaceAll(record.path, volume, record.drive);
+    }
+    record.date = GeneralDateText(facts.dateLastModified, services.regional);
+}
+
+/// The final "/" of a root stays, unlike in the store of the other files: a volume with both kinds has two
+/// rows.
+std::string DriveKey(const OggRecord& record) {
+    const std::string drive = SqlQuote(record.drive);
+    return FindOrInsert("Select Drive_id from Drive where Drive = '" + drive + "'",
+                        "Insert Into Drive (Drive) values ('" + drive + "')",
+                        "Select Max(Drive_id) from Drive");
+}
+
+/// A file that tells no bit rate fails here.
+std::string QualityKey(const OggRecord& record) {
+    return FindOrInsert("Select Quality_id from Quality where Quality = " + record.quality,
+                        "Insert Into Quality (Quality) values (" + record.quality + ")",
+                        "Select Max(Quality_id) from Quality");
+}
+
+std::string AlbumKey(OggRecord& record) {
+    if (record.album.empty()) {
+        record.album = LoadResString(328);
+    }
+    const std::string album = SqlQuote(record.album);
+    return FindOrInsert("Select Album_id from Albums where Name = '" + album + "'",
+                        "Insert Into Albums (Name) values ('" + album + "')",
+                        "Select Max(Album_id) from Albums");
+}
+
+/// A genre that the library does not know is none.
+std::string GenreKey(const OggRecord& record) {
+    return FirstValue("Select Genre_id from Genres where Genre = '" + SqlQuote(record.genre) + "'")
+        .value_or(NoGenre);
+}
+
+// Ogg files have the extension key 3 in every library: no lookup.
+std::string InsertStatement(const OggRecord& record, const LookupKeys& keys) {
+    return "Insert into Files (Title_id, Inter_id, Name, Path, Sizeinbytes, DateLastModified, "
+           "Drive_id, Quality_id, Length, Extension_id, Genre_id, Album_id) values (" +
+           keys.Title_id + ", " + keys.Inter_id + ", '" + record.name + "', '" + record.path + "', " +
+           record.size + ", '" + record.date + "', " + keys.Drive_id + ", " + keys.Quality_id + ", " +
+           record.length + ", 3, " + keys.Genre_id + ", " + keys.Album_id + ")";
+}
+
+std::string UpdateStatement(const OggRecord& record, const LookupKeys& keys) {
+    return "Update Files set Title_id = " + keys.Title_id + ", Inter_id = " + keys.Inter_id + ", Name = '" +
+           record.name + "',Path = '" + record.path + "',Sizeinbytes = " + record.size +
+           ",DateLastModified = '" + record.date + "', Drive_id = " + keys.Drive_id +
+           ",Quality_id = " + keys.Quality_id + ",Length = " + record.length +
+           ",Extension_id = 3,Genre_id = " + keys.Genre_id + ",Album_id = " + keys.Album_id +
+           " where Path = '" + record.path + "'";
+}
+
+} // namespace
+
+OggNames OggTagsFromFileName(const std::string& path) {
+    const std::string name = FileNameFromPath(path);
+    try {
+        const FileNameTags tags = SplitFileName(name);
+        return {std::string(tags.title), std::string(tags.performer)};
+    } catch (const RuntimeError&) {
+        return {LoadResString(347), LoadResString(347)};
+    }
+}
+
+void StoreOggRecord(OggRecord& record, SavedLog& log) {
+    FillNames(record);
+    LookupKeys keys;
+    keys.Title_id = TitleKey(record);
+    keys.Inter_id = PerformerKey(record);
+    FillFileFacts(record);
+    keys.Drive_id = DriveKey(record);
+    keys.Quality_id = QualityKey(record);
+    keys.Album_id = AlbumKey(record);
+    keys.Genre_id = GenreKey(record);
+
+    record.path = SqlQuote(record.path);
+    record.name = SqlQuote(record.name);
+    const bool isKnown =
+        FirstValue("Select File_id from Files where Path = '" + record.path + "'").has_value();
+    mainModule.Connection->Execute(isKnown ? UpdateStatement(record, keys) : InsertStatement(record, keys));
+    // The log gets the path while it is still quoted: an apostrophe shows twice there.
+    log.Add(record.path, record.size, record.length);
+    services.events->DoEvents();
+    record.path = SqlUnquote(record.path);
+    record.name = SqlUnquote(record.name);
+}
+
+} // namespace quavernet

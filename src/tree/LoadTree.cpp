@@ -1,0 +1,113 @@
+#include "tree/LoadTree.h"
+
+#include "app/LoadResString.h"
+#include "app/MainModule.h"
+#include "library/SqlQuote.h"
+#include "platform/RuntimeError.h"
+#include "tree/NodeKey.h"
+
+#include <cmath>
+#include <utility>
+
+namespace quavernet {
+
+namespace {
+
+constexpr int InvalidUseOfNull = 94;
+constexpr std::int32_t RootText = 591;
+
+void AddCategories(TreeModel& tree, TreeNode& root) {
+    ADODB::Recordset categories;
+    categories.Open("Select Category from Categories order By Category", *mainModule.Connection);
+    root.Expanded = true;
+    if (categories.RecordCount() > 0) {
+        categories.MoveFirst();
+        while (!categories.Eof()) {
+            const std::string name = categories.Fields(0).Text();
+            TreeNode& node = tree.Add(&root, CategoryKey(name), name, "close", "open");
+            node.ForeColor = TreeNode::CategoryColor;
+            node.Bold = true;
+            services.events->DoEvents();
+            categories.MoveNext();
+        }
+    }
+    categories.Close();
+}
+
+// The order is over all categories at once; each of them still ends up sorted, as each entry is appended to
+// its own.
+void AddEntries(TreeModel& tree) {
+    ADODB::Recordset entries;
+    entries.Open("Select F.Name, C.Category, F.Path, F.File_id, [FC.Position], FC.FileCategory_id "
+                 "from Files F, Categories C, FileCategories FC "
+                 " where F.File_id = FC.File_id and C.Category_id = FC.Category_id Order By [FC.Position]",
+                 *mainModule.Connection);
+    while (!entries.Eof()) {
+        tree.Add(&tree.Node(CategoryKey(entries.Fields(1).Text())),
+                 FileKey(entries.Fields(5).Text(), entries.Fields(4).Text()), entries.Fields(0).Text(),
+                 "file", "");
+        entries.MoveNext();
+    }
+    entries.Close();
+}
+
+// Minutes and seconds are 16-bit numbers: a longer category is a failure.
+std::string LengthText(const ADODB::Field& sum) {
+    if (sum.IsNull()) {
+        throw RuntimeError(InvalidUseOfNull, "Invalid use of Null");
+    }
+    const std::int16_t minutes = Narrow16(std::trunc(sum.Number() / 60));
+    const std::int16_t seconds = Narrow16(Narrow32(sum.Number()) % 60);
+    return FormatFixed(minutes, 2, 0, services.regional) + ":" +
+           FormatFixed(seconds, 2, 0, services.regional);
+}
+
+void AddLengths(TreeModel& tree) {
+    ADODB::Recordset sums;
+    sums.Open("Select Sum(F.Length), FC.Parent from Files F Inner Join FileCategories FC"
+              " on F.File_id = FC.File_id "
+              "Group By FC.Parent",
+              *mainModule.Connection);
+    while (!sums.Eof()) {
+        const std::string length = LengthText(sums.Fields(0));
+        TreeNode& category = tree.Node(CategoryKey(sums.Fields(1).Text()));
+        category.Text += " (" + length + ")";
+        sums.MoveNext();
+    }
+    sums.Close();
+}
+
+} // namespace
+
+void LoadTree(TreeModel& tree) {
+    TreeModel loaded;
+    TreeNode& root = loaded.Add(nullptr, std::string(RootKey), LoadResString(RootText), "parent", "");
+    root.Bold = true;
+    AddCategories(loaded, root);
+    AddEntries(loaded);
+    AddLengths(loaded);
+    services.events->DoEvents();
+    for (const std::string& key : mainModule.TreeNodeData.Keys()) {
+        loaded.Node(key).Expanded = true;
+    }
+    tree = std::move(loaded);
+    mainModule.TreeLoaded = true;
+}
+
+std::string GetFileIdFromNode(const TreeModel& tree, const std::string& key) {
+    const TreeNode& node = key.empty() ? tree.SelectedItem() : tree.Node(key);
+    if (node.Parent == nullptr) {
+        throw RuntimeError(ErrorNumber::ObjectNotSet, "Object variable or With block variable not set");
+    }
+    // The category stands unquoted: names come from dialogs that take no apostrophe.
+    ADODB::Recordset entry;
+    entry.Open("Select File_id from FileCategories where Parent = '" + CategoryFromKey(node.Parent->Key) +
+                   "' and Filename = '" + SqlQuote(node.Text) +
+                   "' and [Position] = " + PositionFromKey(node.Key),
+               *mainModule.Connection);
+    const std::string fileId = entry.RecordCount() > 0 ? entry.Fields(0).Text() : std::string();
+    entry.Close();
+    return fileId;
+}
+
+} // namespace quavernet

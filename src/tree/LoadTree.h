@@ -1,0 +1,22 @@
+// Builds the category tree from the library, and finds the file behind an entry. Called at start and after
+// every change of Categories, FileCategories or Files.
+#pragma once
+
+#include "tree/TreeModel.h"
+
+#include <string>
+
+namespace quavernet {
+
+/// Replaces the tree by what the library holds; selection and drop mark are lost, the nodes that the user has
+/// expanded (mainModule.TreeNodeData) are expanded again. Throws RuntimeError if a statement fails, an
+/// entry's Parent names no category, an expanded node is gone, or a category plays longer than 32767 minutes;
+/// the tree then stays as it was.
+void LoadTree(TreeModel& tree);
+
+/// File_id of an entry, by the node's key or, for an empty key, of the selected node. Empty if no row
+/// matches: so after the file was renamed, since the lookup goes by the name of the time when the entry was
+/// made.
+std::string GetFileIdFromNode(const TreeModel& tree, const std::string& key);
+
+} // namespace quavernet

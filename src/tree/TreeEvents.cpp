@@ -1,0 +1,113 @@
+#include "tree/TreeEvents.h"
+
+#include "app/LoadResString.h"
+#include "app/MainModule.h"
+#include "library/SqlQuote.h"
+#include "platform/RuntimeError.h"
+#include "tree/LoadTree.h"
+
+namespace quavernet {
+
+namespace {
+
+constexpr int KeyDelete = 46;
+constexpr int KeyF1 = 112;
+
+void ShowExclamation(std::int32_t textId, std::int32_t titleId) {
+    services.msgBox->Show(LoadResString(textId), LoadResString(titleId), MsgBox::Icon::Exclamation,
+                          MsgBox::Buttons::Ok);
+}
+
+std::string PathOfSelectedEntry(const TreeModel& tree) {
+    ADODB::Recordset file;
+    file.Open("Select Path from Files where File_id = " + GetFileIdFromNode(tree, ""),
+              *mainModule.Connection);
+    std::string path = file.Fields(0).Text();
+    file.Close();
+    return path;
+}
+
+void OpenInPlayer(PlayerWindow& player) {
+    player.Show();
+    player.FillPlaylistFromTree(PlayerWindow::OneFile);
+    if (!mainModule.AlwaysAddToPlaylist) {
+        player.PlayFileFromTree(1);
+    }
+}
+
+} // namespace
+
+void TreeExpand(TreeModel& tree, const std::string& key) {
+    Skip([&] { tree.Node(key).Expanded = true; });
+    mainModule.TreeNodeData.Add(key);
+}
+
+void TreeCollapse(TreeModel& tree, const std::string& key) {
+    Skip([&] { tree.Node(key).Expanded = false; });
+    mainModule.TreeNodeData.Remove(key);
+}
+
+void TreeNodeClick(TreeModel& tree, const std::string& key) {
+    tree.Select(key);
+    tree.SetDropHighlight(key);
+}
+
+TreeKeyAction TreeKeyDown(const TreeModel& tree, int keyCode) {
+    if (keyCode == KeyF1) {
+        return TreeKeyAction::ShowHelp;
+    }
+    const bool deletes =
+        keyCode == KeyDelete && tree.HasSelection() && KindOfKey(tree.SelectedItem().Key) != NodeKind::Root;
+    return deletes ? TreeKeyAction::Delete : TreeKeyAction::None;
+}
+
+std::vector<TreeMenuItem> TreeMenuItems(NodeKind kind) {
+    const bool root = kind == NodeKind::Root;
+    const bool category = kind == NodeKind::Category;
+    return {{"mnuPlay", !root},
+            {"mnuTreeRandom", category},
+            {"mnuCreatePlaylist", category},
+            {"mnuNewCategory", category},
+            {"mnuEditCategory", category},
+            {"mnuDelete", !root},
+            {"mnuDeleteContent", root || category},
+            {"mnuShowInGrid", !root},
+            {"mnuSep12", category},
+            {"mnuSep2", true},
+            {"mnuSep3", !root},
+            {"mnuSep11", category},
+            {"mnuSep15", !root}};
+}
+
+std::optional<std::vector<TreeMenuItem>> TreeRightPress(TreeModel& tree, const std::string& key) {
+    if (!tree.Contains(key)) {
+        return std::nullopt;
+    }
+    tree.Select(key);
+    return TreeMenuItems(KindOfKey(key));
+}
+
+void TreeDblClick(const TreeModel& tree, PlayerWindow& player) {
+    std::string path;
+    try {
+        if (KindOfKey(tree.SelectedItem().Key) == NodeKind::File) {
+            if (mainModule.UseExternalPlayer) {
+                path = PathOfSelectedEntry(tree);
+                if (services.shell->ShellExecute(path) == 2) {
+                    ShowExclamation(330, 329);
+                }
+            } else {
+                OpenInPlayer(player);
+            }
+        }
+    } catch (const RuntimeError& failure) {
+        if (failure.Number() != ErrorNumber::ObjectNotSet) {
+            ShowExclamation(316, 317);
+        }
+    }
+    // With the internal player, and on other nodes, no path is known: the statement then names none and
+    // counts nothing.
+    mainModule.Connection->Execute("Update Files Set Hits = Hits + 1 where Path = '" + SqlQuote(path) + "'");
+}
+
+} // namespace quavernet

@@ -1,0 +1,49 @@
+// What mouse and keyboard do on the category tree: expanding, the context menu, the double click. The tree's
+// form passes its events on and shows what comes back.
+#pragma once
+
+#include "app/PlayerWindow.h"
+#include "tree/NodeKey.h"
+#include "tree/TreeModel.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quavernet {
+
+inline const std::string TreeHelpPage = "HTML\\tree.html";
+
+/// The user has expanded or collapsed a node: TreeNodeData remembers it for the next LoadTree.
+void TreeExpand(TreeModel& tree, const std::string& key);
+void TreeCollapse(TreeModel& tree, const std::string& key);
+
+/// Selects the node and marks it as the target of a drop.
+void TreeNodeClick(TreeModel& tree, const std::string& key);
+
+enum class TreeKeyAction {
+    None,
+    Delete,  ///< As mnuDelete, with failures passed over.
+    ShowHelp ///< Show TreeHelpPage; the key is swallowed.
+};
+TreeKeyAction TreeKeyDown(const TreeModel& tree, int keyCode);
+
+/// An item or separator of mnuTree: visible and enabled, or hidden and disabled.
+struct TreeMenuItem {
+    const char* Name;
+    bool Visible;
+};
+
+/// The items that depend on the kind of node. mnuExport, mnuImport and mnuEditTree always show.
+std::vector<TreeMenuItem> TreeMenuItems(NodeKind kind);
+
+/// A right press at a node (empty key: beside all nodes): selects the node and gives the menu's items, or
+/// nothing if no menu pops up.
+std::optional<std::vector<TreeMenuItem>> TreeRightPress(TreeModel& tree, const std::string& key);
+
+/// Plays the selected entry in the internal or an external player; ends with the count of a play in every
+/// case. Failures before the count are told in a box (but for a missing selection); one of the count is
+/// thrown.
+void TreeDblClick(const TreeModel& tree, PlayerWindow& player);
+
+} // namespace quavernet

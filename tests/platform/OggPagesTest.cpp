@@ -1,0 +1,88 @@
+#include "platform/vorbis/OggPages.h"
+
+#include "support/OggFiles.h"
+
+#include <gtest/gtest.h>
+
+namespace quavernet::test {
+
+namespace {
+
+using vorbis::ByteSource;
+using vorbis::OggPage;
+using vorbis::OggPageReader;
+
+/// A source in memory that counts what is read of it, and can stop delivering.
+class CountedSource : public ByteSource {
+public:
+    explicit CountedSource(std::string bytes) : m_bytes(std::move(bytes)) {}
+
+    std::uint64_t Size() const override { return claimedSize != 0 ? claimedSize : m_bytes.size(); }
+    std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> target) override {
+        const std::size_t got =
+            offset >= m_bytes.size()
+                ? 0
+                : m_bytes.copy(reinterpret_cast<char*>(target.data()), target.size(), offset);
+        largest = std::max(largest, target.size());
+        total += got;
+        return got;
+    }
+
+    std::uint64_t claimedSize = 0;
+    std::size_t largest = 0;
+    std::size_t total = 0;
+
+private:
+    std::string m_bytes;
+};
+
+std::size_t CountPages(ByteSource& source) {
+    OggPageReader reader(source);
+    OggPage page;
+    std::size_t count = 0;
+    while (reader.Next(page)) {
+        ++count;
+    }
+    return count;
+}
+
+} // namespace
+
+TEST(OggPagesTest, TheChecksumOfARealPageIsTheOneItCarries) {
+    const std::string& ogg = EncodedOgg::Stereo();
+    EXPECT_EQ(JoinPages(SplitPages(ogg)), ogg);
+}
+
+TEST(OggPagesTest, AWalkReadsAboutTheFileOnce) {
+    CountedSource source(EncodedOgg::Long());
+    EXPECT_EQ(CountPages(source), SplitPages(EncodedOgg::Long()).size());
+    EXPECT_LT(source.total, EncodedOgg::Long().size() + 2 * OggPage::MaximumSize);
+}
+
+TEST(OggPagesTest, APageThatClaimsMoreThanTheFileHoldsEndsTheWalk) {
+    std::string bytes = EncodedOgg::Mono();
+    bytes.resize(bytes.size() - 1);
+    CountedSource source(bytes);
+    EXPECT_EQ(CountPages(source), SplitPages(EncodedOgg::Mono()).size() - 1);
+    EXPECT_LE(source.largest, bytes.size());
+}
+
+TEST(OggPagesTest, AFileThatIsShorterThanItsSizeEndsTheWalk) {
+    CountedSource source(EncodedOgg::Mono().substr(0, 5000));
+    source.claimedSize = std::uint64_t{1} << 40;
+    EXPECT_LE(CountPages(source), 2U);
+    EXPECT_LT(source.total, 1000000U);
+}
+
+TEST(OggPagesTest, FalseMarksCostNoMoreThanASmallMultipleOfTheFile) {
+    // Each mark claims a page of the greatest size, which must be read before it can be told to be none.
+    std::string bytes;
+    while (bytes.size() < 2000000) {
+        bytes += std::string("OggS\0\0", 6) + std::string(20, '\0') + '\xff' + std::string(28, '\xff');
+    }
+    CountedSource source(bytes);
+    EXPECT_EQ(CountPages(source), 0U);
+    EXPECT_LT(source.total, 12 * bytes.size());
+}
+
+} // namespace quavernet::test

@@ -1,0 +1,222 @@
+#include "scanner/AddDroppedFiles.h"
+
+#include "scanner/ScanDriver.h"
+#include "support/RecordingConnection.h"
+#include "support/ScanDoubles.h"
+#include "support/SmallAudio.h"
+#include "support/TemporaryFolder.h"
+#include "support/TestLibrary.h"
+
+#include "platform/taglib/TagLibComponent.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+namespace quavernet::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+class AddDroppedFilesTest : public LibraryTest {
+protected:
+    AddDroppedFilesTest() : connection(RecordingConnection::Install()) {
+        services.fileSystem = fileSystem.get();
+        mainModule.TagComponent = CreateTagLibComponent();
+    }
+
+    std::string Mp3(const std::string& name, const std::string& title = "Song") {
+        const std::string path = music / name;
+        WriteBytes(path, Mp3Bytes(title, "Blue", "Best"));
+        return path;
+    }
+    std::string Untagged(const std::string& name) {
+        const std::string path = music / name;
+        const std::string bytes = Mp3Bytes("", "", "");
+        WriteBytes(path, bytes.substr(0, bytes.size() - 128));
+        return path;
+    }
+    void Drop(const std::vector<std::string>& paths, DropTarget target = DropTarget::Grid) {
+        calls.clear();
+        connection.statements.clear();
+        AddDroppedFiles(target, paths, driver, window);
+    }
+    std::vector<std::string> Names() { return Rows("Select Name from Files order by File_id"); }
+    std::vector<std::string> Titles() {
+        return Rows(
+            "Select I.Interpret, T.Name from Files F, Interpret I, Titel T where F.Inter_id = I.Inter_id "
+            "and F.Title_id = T.Title_id order by F.File_id");
+    }
+
+    RecordingConnection& connection;
+    std::unique_ptr<FileSystemObject> fileSystem = CreatePosixFileSystem();
+    TemporaryFolder music;
+    CallList calls;
+    RecordingScanWindow window{calls};
+    RecordingScanLog log{calls};
+    ScanDriver driver{window, log};
+};
+
+TEST_F(AddDroppedFilesTest, ADroppedFileJoinsTheLibraryAndTheListIsLoaded) {
+    const std::string path = Mp3("song.mp3");
+    Drop({path});
+    EXPECT_THAT(Rows("Select F.Path, F.Length, Q.Quality, F.Hits from Files F, Quality Q where "
+                     "F.Quality_id = Q.Quality_id"),
+                ElementsAre(path + "|10|128|0"));
+    EXPECT_THAT(Titles(), ElementsAre("Blue|Song"));
+    EXPECT_THAT(calls, ElementsAre("load ''"));
+    EXPECT_EQ(mainModule.CurrentFile.CurrentFileName, "song.mp3");
+    EXPECT_EQ(mainModule.CurrentFile.DetailsPath, path);
+}
+
+TEST_F(AddDroppedFilesTest, TheStatementAsksForThePathBeforeAnythingIsStored) {
+    const std::string path = Mp3("it's.mp3");
+    Drop({path});
+    EXPECT_EQ(connection.statements.front(),
+              "Select Path from Files where Path = '" + std::string(music / "it''s.mp3") + "'");
+    EXPECT_THAT(Names(), ElementsAre("it's.mp3"));
+    EXPECT_EQ(mainModule.CurrentFile.CurrentPath, path);
+}
+
+TEST_F(AddDroppedFilesTest, AKnownFileAddsNothingAndLoadsNothing) {
+    const std::string path = Mp3("song.mp3");
+    Drop({path});
+    Drop({path});
+    EXPECT_THAT(connection.statements, ElementsAre(StartsWith("Select Path from Files")));
+    EXPECT_THAT(calls, IsEmpty());
+    EXPECT_THAT(Names(), ElementsAre("song.mp3"));
+}
+
+TEST_F(AddDroppedFilesTest, AKnownFileStillBecomesTheCurrentPath) {
+    const std::string known = Mp3("known.mp3");
+    Drop({known});
+    mainModule.CurrentFile.CurrentPath.clear();
+    mainModule.CurrentFile.DetailsPath.clear();
+    Drop({known});
+    EXPECT_EQ(mainModule.CurrentFile.CurrentPath, known);
+    EXPECT_EQ(mainModule.CurrentFile.DetailsPath, known);
+}
+
+TEST_F(AddDroppedFilesTest, AFileDroppedTwiceAtOnceIsStoredOnce) {
+    const std::string path = Mp3("song.mp3");
+    Drop({path, path});
+    EXPECT_THAT(Names(), ElementsAre("song.mp3"));
+}
+
+TEST_F(AddDroppedFilesTest, OtherFilesArePassedOver) {
+    const std::string text = music / "notes.txt";
+    WriteBytes(text, "mp3");
+    const std::string list = music / "list.m3u";
+    WriteBytes(list, "#EXTM3U");
+    const std::string noDot = music / "amp3";
+    WriteBytes(noDot, "x");
+    const std::string good = Mp3("song.mp3");
+    Drop({text, list, noDot, "", "mp3", good});
+    EXPECT_THAT(Names(), ElementsAre("song.mp3"));
+    EXPECT_EQ(connection.StatementsOf("Select Path").size(), 1U);
+}
+
+TEST_F(AddDroppedFilesTest, TheExtensionCountsInAnyCase) {
+    Drop({Mp3("LOUD.MP3")});
+    EXPECT_THAT(Names(), ElementsAre("LOUD.MP3"));
+    const std::string wave = music / "Tone.WaV";
+    WriteBytes(wave, WaveBytes());
+    Drop({wave});
+    EXPECT_THAT(Names(), ElementsAre("LOUD.MP3", "Tone.WaV"));
+    EXPECT_EQ(
+        Value(
+            "Select Extension from Extensions E, Files F where F.Extension_id = E.Extension_id and F.Name = "
+            "'Tone.WaV'"),
+        "wav");
+}
+
+TEST_F(AddDroppedFilesTest, ADroppedFolderAddsNothing) {
+    std::filesystem::create_directory(music / "album");
+    Drop({music / "album"});
+    EXPECT_THAT(Names(), IsEmpty());
+    EXPECT_THAT(calls, IsEmpty());
+}
+
+TEST_F(AddDroppedFilesTest, ADroppedOggFileGoesTheWayOfMpegAndHasNeitherRateNorLength) {
+    mainModule.CurrentFile.CurrentFileName = "Blue - Song.ogg";
+    const std::string path = music / "other.ogg";
+    WriteBytes(path, "OggS" + std::string(300, '\0'));
+    Drop({path});
+    EXPECT_THAT(Rows("Select F.Length, Q.Quality, F.Extension_id from Files F, Quality Q where "
+                     "F.Quality_id = Q.Quality_id"),
+                ElementsAre("0|0|3"));
+    EXPECT_THAT(Titles(), ElementsAre("Blue|Song"));
+}
+
+TEST_F(AddDroppedFilesTest, TheSecondOfTwoUntaggedFilesIsNamedAfterTheFirst) {
+    Drop({Untagged("Adam - First.mp3"), Untagged("Eve - Second.mp3")});
+    EXPECT_THAT(Names(), ElementsAre("Adam - First.mp3", "Eve - Second.mp3"));
+    EXPECT_THAT(Titles(), ElementsAre("Adam|First", "Adam|First"));
+}
+
+TEST_F(AddDroppedFilesTest, AnUndatedFileGetsTheFallbackDate) {
+    class Undated : public ChosenVolumes {
+    public:
+        FileFacts GetFile(const std::string& path) override {
+            FileFacts facts = ChosenVolumes::GetFile(path);
+            facts.dateCreated = DateTime();
+            return facts;
+        }
+    } undated;
+    services.fileSystem = &undated;
+    Drop({Mp3("song.mp3")});
+    EXPECT_THAT(Rows("Select DateLastModified from Files"), ElementsAre("01.01.1900"));
+}
+
+TEST_F(AddDroppedFilesTest, ALoadOverSearchOnlyKeepsTheListAsItIs) {
+    mainModule.LoadOverSearch = true;
+    Drop({Mp3("song.mp3")});
+    EXPECT_THAT(Names(), ElementsAre("song.mp3"));
+    EXPECT_THAT(calls, IsEmpty());
+}
+
+TEST_F(AddDroppedFilesTest, AVanishedFileEndsTheDropAndKeepsWhatWasStored) {
+    const std::string first = Mp3("first.mp3");
+    const std::string last = Mp3("last.mp3", "Last");
+    Drop({first, music / "gone.mp3", last});
+    EXPECT_THAT(Names(), ElementsAre("first.mp3"));
+    EXPECT_THAT(calls, IsEmpty()) << "the list is not loaded after a failure";
+    EXPECT_THAT(msgBox.shown, IsEmpty());
+}
+
+TEST_F(AddDroppedFilesTest, AFolderNamedLikeAFileEndsTheDrop) {
+    std::filesystem::create_directory(music / "album.mp3");
+    Drop({music / "album.mp3", Mp3("song.mp3")});
+    EXPECT_THAT(Names(), IsEmpty());
+}
+
+TEST_F(AddDroppedFilesTest, AFailingStatementEndsTheDropSilently) {
+    connection.failOn = "Insert Into Files";
+    Drop({Mp3("song.mp3"), Mp3("other.mp3")});
+    EXPECT_THAT(Names(), IsEmpty());
+    EXPECT_THAT(calls, IsEmpty());
+    EXPECT_EQ(connection.StatementsOf("Insert Into Files").size(), 1U);
+}
+
+TEST_F(AddDroppedFilesTest, TheBackgroundOfTheWindowTakesNoFiles) {
+    Drop({Mp3("song.mp3"), Mp3("song2.mp3")}, DropTarget::Window);
+    EXPECT_THAT(connection.statements, IsEmpty());
+    EXPECT_THAT(calls, IsEmpty());
+    EXPECT_THAT(Names(), IsEmpty());
+}
+
+TEST_F(AddDroppedFilesTest, ADroppedFileIsNamedInTheScanLog) {
+    mainModule.ScanLogEnabled = true;
+    const std::string path = Mp3("song.mp3");
+    Drop({path});
+    EXPECT_THAT(calls, ::testing::Contains("log line: 14:03:22 - Saved... " + path));
+}
+
+TEST_F(AddDroppedFilesTest, TheSingleFileStepTellsItsFailures) {
+    EXPECT_THROW(AddDroppedFileToLibrary(music / "gone.mp3", driver), RuntimeError);
+}
+
+} // namespace
+} // namespace quavernet::test

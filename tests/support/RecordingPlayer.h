@@ -1,0 +1,42 @@
+// A player window that writes down what is asked of it.
+#pragma once
+
+#include "app/PlayerWindow.h"
+#include "platform/RuntimeError.h"
+
+#include <string>
+#include <vector>
+
+namespace quavernet::test {
+
+class RecordingPlayer : public PlayerWindow {
+public:
+    explicit RecordingPlayer(std::vector<std::string>& calls) : m_calls(calls) {}
+
+    void Show() override { m_calls.push_back("Show"); }
+    void FillPlaylist() override {
+        m_calls.push_back("FillPlaylist");
+        if (fillFails) {
+            throw RuntimeError(1, "queue");
+        }
+    }
+    void FillPlaylistFromTree(std::int16_t mode) override {
+        m_calls.push_back("FillPlaylistFromTree " + std::to_string(mode));
+        if (fillFails) {
+            throw RuntimeError(1, "queue");
+        }
+    }
+    std::size_t QueueCount() const override { return queueCount; }
+    void PlayFile(std::int16_t index) override { m_calls.push_back("PlayFile " + std::to_string(index)); }
+    void PlayFileFromTree(std::int16_t index) override {
+        m_calls.push_back("PlayFileFromTree " + std::to_string(index));
+    }
+
+    std::size_t queueCount = 1;
+    bool fillFails = false;
+
+private:
+    std::vector<std::string>& m_calls;
+};
+
+} // namespace quavernet::test
