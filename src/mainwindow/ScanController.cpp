@@ -34,6 +34,14 @@ void ScanController::mnuScan_Click() {
     mainModule.ScanRunning = false;
 }
 
+void ScanController::ReminderScan() {
+    if (mainModule.ScanRunning) {
+        return;
+    }
+    Skip([this] { mnuScan_Click(); });
+    mainModule.ScanRunning = false; // Also after a failure: a window that believes in a scan can't be closed.
+}
+
 void ScanController::Cancel() {
     m_driver->Cancel();
     m_form.SetScanningPanel({});

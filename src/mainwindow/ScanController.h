@@ -18,6 +18,8 @@ public:
     ~ScanController() override;
 
     void mnuScan_Click();
+    /// As mnuScan_Click, for a scan that the reminder starts: failures are passed over.
+    void ReminderScan();
     void Cancel();
 
 private:

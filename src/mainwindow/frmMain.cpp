@@ -14,6 +14,7 @@
 #include "mainwindow/ScanController.h"
 #include "mainwindow/Twips.h"
 #include "platform/qt/DialogLanguage.h"
+#include "scanner/CheckReminder.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -282,6 +283,17 @@ void frmMain::closeEvent(QCloseEvent* event) {
 
 void frmMain::AfterLoadTimer_Timer() {
     m_panes->Filter().txtSearch().setFocus();
+    bool scanWanted = false;
+    Skip([&] { CheckReminder(scanWanted, [this] { UnloadSplash(); }); });
+    if (scanWanted) {
+        m_scan->ReminderScan();
+    }
+}
+
+void frmMain::UnloadSplash() {
+    if (auto* splash = findChild<QWidget*>(QStringLiteral("frmSplash"))) {
+        splash->close();
+    }
 }
 
 void frmMain::mouseMoveEvent(QMouseEvent*) {

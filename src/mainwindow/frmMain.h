@@ -58,6 +58,7 @@ private:
     bool Form_QueryUnload();
     void Form_Unload();
     void AfterLoadTimer_Timer();
+    void UnloadSplash();
 
     void PlaceWindow(const WindowState& state);
     void RestoreGrid(const WindowState& state);

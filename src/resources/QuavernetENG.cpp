@@ -320,6 +320,12 @@ constexpr clsResources::Entry Entries[] = {
     {708, "Search all pages"},
     {709, "Nothing found"},
     {710, "Pages found"},
+    {750, "Skipped... "},
+    {751, "no access"},
+    {752, "missing"},
+    {753, "link to itself"},
+    {754, "not a plain file"},
+    {755, "not readable: "},
 };
 
 } // namespace

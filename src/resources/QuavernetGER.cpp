@@ -321,6 +321,12 @@ constexpr clsResources::Entry Entries[] = {
     {708, "In allen Seiten suchen"},
     {709, "Nichts gefunden"},
     {710, "Gefundene Seiten"},
+    {750, "Übersprungen... "},
+    {751, "kein Zugriff"},
+    {752, "nicht vorhanden"},
+    {753, "Verknüpfung auf sich selbst"},
+    {754, "keine gewöhnliche Datei"},
+    {755, "nicht lesbar: "},
 };
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "app/LoadResString.h"
 #include "help/HelpKey.h"
 #include "platform/qt/QtText.h"
+#include "scanner/SkippedLine.h"
 #include "ui_frmScanLog.h"
 
 #include <QCloseEvent>
@@ -92,7 +93,7 @@ void frmScanLog::SetPlaytime(const std::string& text) {
 
 void frmScanLog::AddSkipped(const std::vector<SkippedEntry>& entries) {
     for (const SkippedEntry& entry : entries) {
-        m_lines.Add(entry.path + ": " + entry.reason);
+        m_lines.Add(SkippedLine(entry));
     }
     PaintSoon();
 }

@@ -14,6 +14,7 @@
 #include <ctime>
 #include <filesystem>
 #include <functional>
+#include <map>
 
 #include <fcntl.h>
 #include <sys/socket.h>
@@ -193,14 +194,22 @@ TEST_F(PosixFileSystemTest, PipesSocketsDevicesAndDanglingLinksArePassedOverAndN
     EXPECT_THAT(NamesIn(*walk, folder.Path()), ElementsAre("good.mp3"));
 
     std::vector<std::string> notes;
+    std::map<std::string, SkippedEntry::Kind> kinds;
     for (const SkippedEntry& entry : walk->TakeSkipped()) {
-        notes.push_back(entry.path.substr(folder.Path().size() + 1) + ": " + entry.reason);
+        const std::string name = entry.path.substr(folder.Path().size() + 1);
+        notes.push_back(name + ": " + entry.reason);
+        kinds[name] = entry.kind;
     }
     EXPECT_THAT(notes, UnorderedElementsAre("pipe.mp3: " + std::string(std::strerror(EOPNOTSUPP)),
                                             "socket.mp3: " + std::string(std::strerror(EOPNOTSUPP)),
                                             "device.mp3: " + std::string(std::strerror(EOPNOTSUPP)),
                                             "dangling.mp3: " + std::string(std::strerror(ENOENT)),
                                             "circle.mp3: " + std::string(std::strerror(ELOOP))));
+    EXPECT_EQ(kinds["pipe.mp3"], SkippedEntry::Kind::NoPlainFile);
+    EXPECT_EQ(kinds["socket.mp3"], SkippedEntry::Kind::NoPlainFile);
+    EXPECT_EQ(kinds["device.mp3"], SkippedEntry::Kind::NoPlainFile);
+    EXPECT_EQ(kinds["dangling.mp3"], SkippedEntry::Kind::Missing);
+    EXPECT_EQ(kinds["circle.mp3"], SkippedEntry::Kind::LinkCircle);
     EXPECT_THAT(walk->TakeSkipped(), IsEmpty()) << "notes are handed out once";
 }
 
@@ -213,7 +222,11 @@ TEST_F(PosixFileSystemTest, AnUnreadableSubFolderIsPassedOverAndNoted) {
     const auto walk = fileSystem->GetFolder(folder.Path());
 
     EXPECT_THAT(AllFiles(*walk), ElementsAre("good.mp3"));
-    EXPECT_EQ(ReasonFor(*walk, folder / "private"), std::strerror(EACCES));
+    const std::vector<SkippedEntry> skipped = walk->TakeSkipped();
+    ASSERT_EQ(skipped.size(), 1U);
+    EXPECT_EQ(skipped[0].path, folder / "private");
+    EXPECT_EQ(skipped[0].reason, std::strerror(EACCES));
+    EXPECT_EQ(skipped[0].kind, SkippedEntry::Kind::NoAccess);
 }
 
 TEST_F(PosixFileSystemTest, AnUnreadableFileIsListedButGivesNoFacts) {
