@@ -26,7 +26,11 @@ bool LoadId3v2(const std::string& path, const FileBytes& file) {
     if (component == nullptr) {
         return false;
     }
-    component->LoadFile(BeginsWithId3(file) ? path : std::string());
+    if (BeginsWithId3(file)) {
+        component->LoadHead(path, file.Head());
+    } else {
+        component->LoadFile({});
+    }
     return component->HasV2Tag();
 }
 
