@@ -10,9 +10,8 @@
 int main(int count, char** arguments) {
     using namespace quavernet::bench;
     if (count < 6) {
-        std::fprintf(stderr,
-                     "quavernet_bench MUSIC WORK TEMPLATE ROWS ROUNDS [--only scan|list] "
-                     "[--store FILE] [--compare FILE]\n");
+        std::fprintf(stderr, "quavernet_bench MUSIC WORK TEMPLATE ROWS ROUNDS [--only scan|list] "
+                             "[--store FILE] [--compare FILE]\n");
         return 2;
     }
     try {

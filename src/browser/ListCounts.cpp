@@ -85,7 +85,7 @@ void AddListed(const ADODB::RowBlock& listed, LookupKeys& keys) {
         const std::size_t end = std::min(row + IdsInStatement, listed.Rows());
         std::string ids;
         for (; row < end; ++row) {
-            ids += (ids.empty() ? "" : ",") + listed.At(row, ListField::FileId).Text();
+            ids.append(ids.empty() ? "" : ",").append(listed.At(row, ListField::FileId).Text());
         }
         const ADODB::RowBlock files = mainModule.Connection->Query(
             "Select Inter_id, Title_id, Album_id from Files where File_id in (" + ids + ")");
