@@ -54,6 +54,11 @@ int CompareFrom(std::string_view left, std::string_view right, std::size_t start
     std::size_t i = start, j = start;
     int accents = 0;
     while (i < left.size() && j < right.size()) {
+        if (left[i] == right[j] && static_cast<unsigned char>(left[i]) < 0x80) {
+            ++i;
+            ++j;
+            continue;
+        }
         const char32_t a = NextCodePoint(left, i);
         const char32_t b = NextCodePoint(right, j);
         if (a == b) {
