@@ -90,9 +90,10 @@ bool IsSame(const Field& left, const Field& right) {
     return true;
 }
 
-/// Each different value of a column once, and for each row which one it holds.
+/// Each different value of a column once, and for each row which one it holds. A value is kept as the first
+/// row that holds it: a million titles would take ten times the space as fields.
 struct DistinctValues {
-    std::vector<Field> values;
+    std::vector<std::uint32_t> firstRows;
     std::vector<std::uint32_t> valueOfRow;
 
     DistinctValues(const ADODB::RowBlock& rows, std::size_t column) {
@@ -106,13 +107,13 @@ struct DistinctValues {
             const std::uint64_t hash = HashOf(value);
             const auto shortHash = static_cast<std::uint32_t>(hash >> 32);
             std::size_t slot = (hash ^ (hash >> 29)) & (slots - 1);
-            while (table[slot] != Free &&
-                   !(hashes[table[slot]] == shortHash && IsSame(values[table[slot]], value))) {
+            while (table[slot] != Free && !(hashes[table[slot]] == shortHash &&
+                                            IsSame(rows.At(firstRows[table[slot]], column), value))) {
                 slot = (slot + 1) & (slots - 1);
             }
             if (table[slot] == Free) {
-                table[slot] = static_cast<std::uint32_t>(values.size());
-                values.push_back(value);
+                table[slot] = static_cast<std::uint32_t>(firstRows.size());
+                firstRows.push_back(static_cast<std::uint32_t>(row));
                 hashes.push_back(shortHash);
             }
             valueOfRow.push_back(table[slot]);
@@ -211,27 +212,30 @@ private:
 };
 
 /// For each value its place in the order; equal values share one.
-std::vector<std::uint32_t> RanksOf(const std::vector<Field>& values) {
+std::vector<std::uint32_t> RanksOf(const ADODB::RowBlock& rows, std::size_t column,
+                                   const std::vector<std::uint32_t>& firstRows) {
     struct Entry {
         std::uint64_t start; ///< Of a text.
         std::uint32_t value;
     };
     static const TextStarts starts;
+    const auto field = [&](const Entry& entry) { return rows.At(firstRows[entry.value], column); };
     std::vector<Entry> entries;
-    entries.reserve(values.size());
-    for (std::size_t value = 0; value < values.size(); ++value) {
+    entries.reserve(firstRows.size());
+    for (std::uint32_t value = 0; value < firstRows.size(); ++value) {
         // Nulls and numbers stand before all texts; among themselves they are compared as they are.
-        const bool isText = values[value].GetKind() == Field::Kind::Text;
-        entries.push_back({isText ? starts.Of(values[value].View()) : 0, static_cast<std::uint32_t>(value)});
+        const Field first = rows.At(firstRows[value], column);
+        entries.push_back({first.GetKind() == Field::Kind::Text ? starts.Of(first.View()) : 0, value});
     }
     std::sort(entries.begin(), entries.end(), [&](const Entry& left, const Entry& right) {
         return left.start != right.start ? left.start < right.start
-                                         : CompareValues(values[left.value], values[right.value]) < 0;
+                                         : CompareValues(field(left), field(right)) < 0;
     });
-    std::vector<std::uint32_t> ranks(values.size());
+    std::vector<std::uint32_t> ranks(entries.size());
     std::uint32_t rank = 0;
     for (std::size_t i = 0; i < entries.size(); ++i) {
-        if (i > 0 && CompareValues(values[entries[i - 1].value], values[entries[i].value]) != 0) {
+        if (i > 0 && (entries[i - 1].start != entries[i].start ||
+                      CompareValues(field(entries[i - 1]), field(entries[i])) != 0)) {
             ++rank;
         }
         ranks[entries[i].value] = rank;
@@ -273,7 +277,7 @@ std::optional<OrderedStatement> TakeOrderClause(std::string_view statement) {
 
 std::vector<std::uint32_t> RowOrder(const ADODB::RowBlock& rows, std::size_t column, bool descending) {
     const DistinctValues distinct(rows, column);
-    const std::vector<std::uint32_t> ranks = RanksOf(distinct.values);
+    const std::vector<std::uint32_t> ranks = RanksOf(rows, column, distinct.firstRows);
     const auto lastRank = static_cast<std::uint32_t>(ranks.size()) - 1;
     const auto placeOf = [&](std::size_t row) {
         const std::uint32_t rank = ranks[distinct.valueOfRow[row]];
