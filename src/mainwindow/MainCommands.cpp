@@ -2,6 +2,7 @@
 
 #include "app/MainModule.h"
 #include "app/Registry.h"
+#include "browser/FilterEvents.h"
 #include "mainwindow/MainMenu.h"
 #include "mainwindow/MainPanes.h"
 #include "mainwindow/ScanController.h"
@@ -32,8 +33,11 @@ MainCommands::MainCommands(frmMain& form, ScanController& scan) : m_form(form) {
            [this] { mainModule.AlwaysAddToPlaylist = m_form.Menu().Checked("mnuAddToPlaylist"); });
     OnMenu("mnuExternalPlayer",
            [this] { mainModule.UseExternalPlayer = m_form.Menu().Checked("mnuExternalPlayer"); });
-    OnMenu("mnuOptionsLoadOverSearch",
-           [this] { mainModule.LoadOverSearch = m_form.Menu().Checked("mnuOptionsLoadOverSearch"); });
+    OnMenu("mnuOptionsLoadOverSearch", [this] {
+        // The click has turned the mark round already.
+        const bool before = !m_form.Menu().Checked("mnuOptionsLoadOverSearch");
+        m_form.Menu().SetChecked("mnuOptionsLoadOverSearch", mnuOptionsLoadOverSearch_Click(before));
+    });
     OnMenu("mnuAbout", [this] { frmAbout(&m_form).exec(); });
 }
 

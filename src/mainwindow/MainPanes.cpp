@@ -81,7 +81,7 @@ void MainPanes::BuildToolbar() {
         if (entry.Built) {
             QAction* button = m_toolbar->addAction(Picture(entry.Key), QString());
             button->setObjectName(QLatin1String(entry.Key));
-            m_toolbar->widgetForAction(button)->setFocusPolicy(Qt::NoFocus);
+            m_toolbar->widgetForAction(button)->setFocusPolicy(Qt::TabFocus);
         }
     }
     m_play = new PictureButton(QStringLiteral("cmdPlay"), "Play", m_filter);
@@ -97,8 +97,6 @@ void MainPanes::BuildFrames() {
     m_frame3->setObjectName(QStringLiteral("Frame3"));
     m_tree = new QTreeWidget(m_frame3);
     m_tree->setObjectName(QStringLiteral("TreeView"));
-    m_tree->setHeaderHidden(true);
-    m_tree->setUniformRowHeights(true);
     m_frame1 = new QFrame(m_client);
     m_frame1->setObjectName(QStringLiteral("Frame1"));
     m_frame1->setMouseTracking(true);
@@ -124,11 +122,23 @@ void MainPanes::LoadStrings() {
     m_randomize->setToolTip(ToQString(LoadResString(596)));
     for (const ToolbarEntry& entry : ToolbarTable) {
         if (QAction* button = ToolbarButton(entry.Key)) {
-            button->setToolTip(ToQString(LoadResString(entry.ToolTip)));
+            button->setText(ToQString(LoadResString(entry.ToolTip))); // The tip, and what a screen reader says.
         }
     }
+    LoadAccessibleNames();
     SizeFilterRow(mainModule.ScreenResolution == "800x600");
     Form_Resize();
+}
+
+void MainPanes::LoadAccessibleNames() {
+    const std::pair<QWidget*, int> names[] = {{m_play, 595},
+                                              {m_randomize, 596},
+                                              {m_grid, 370},
+                                              {m_tree, 591},
+                                              {&m_status->ProgressBar(), 372}};
+    for (const auto& [widget, text] : names) {
+        widget->setAccessibleName(ToQString(LoadResString(text)));
+    }
 }
 
 void MainPanes::SizeFilterRow(bool narrow) {

@@ -1,6 +1,8 @@
-// The scan's side of the main window: what a running scan shows, and the commands that start and cancel it.
+// The scan's side of the main window: what a running scan shows, the commands that start and cancel it, and
+// files that are dropped.
 #pragma once
 
+#include "scanner/AddDroppedFiles.h"
 #include "scanner/OggBatches.h"
 #include "scanner/ScanDriver.h"
 #include "scanner/ScanWindow.h"
@@ -19,6 +21,7 @@ public:
 
     void mnuScan_Click();
     void Cancel();
+    void FilesDropped(DropTarget target, const std::vector<std::string>& paths);
 
 private:
     ScanOptions Options() const override;

@@ -1,5 +1,7 @@
 #include "gui/GuiTest.h"
 
+#include <QHeaderView>
+
 namespace quavernet::test {
 
 namespace {
@@ -9,6 +11,11 @@ protected:
         AddFile("Abba", "One");
         AddFile("Beatles", "Two");
         AddFile("Cure", "Tree");
+    }
+    static void MoveMouse(QWidget& over) {
+        QMouseEvent move(QEvent::MouseMove, QPointF(2, 2), QPointF(over.mapToGlobal(QPoint(2, 2))), Qt::NoButton,
+                         Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&over, &move);
     }
     static QColor Colour(const QLabel& label) { return label.palette().color(QPalette::WindowText); }
 };
@@ -78,24 +85,29 @@ TEST_F(FilterRowTest, OnlyTheLetterUnderTheMouseIsWhite) {
     const QColor rest(0, 0, 0xC0);
     EXPECT_EQ(Colour(a), rest);
     for (QLabel* label : {&a, &b}) {
-        QEnterEvent enter(QPointF(2, 2), QPointF(2, 2), QPointF(2, 2));
-        QCoreApplication::sendEvent(label, &enter);
+        MoveMouse(*label);
     }
     EXPECT_EQ(Colour(a), rest);
     EXPECT_EQ(Colour(b), QColor(Qt::white));
-    QTest::mouseMove(Grid().viewport(), QPoint(30, 30));
-    QMouseEvent move(QEvent::MouseMove, QPointF(30, 30), QPointF(30, 30), Qt::NoButton, Qt::NoButton,
-                     Qt::NoModifier);
-    QCoreApplication::sendEvent(Grid().viewport(), &move);
-    EXPECT_EQ(Colour(b), rest);
+    for (QWidget* other : {Grid().viewport(), static_cast<QWidget*>(&Control<QFrame>("Frame1")),
+                           static_cast<QWidget*>(&Control<QFrame>("Frame2")), static_cast<QWidget*>(&Form()),
+                           Grid().horizontalHeader()->viewport()}) {
+        MoveMouse(b);
+        ASSERT_EQ(Colour(b), QColor(Qt::white));
+        MoveMouse(*other);
+        EXPECT_EQ(Colour(b), rest) << FromQString(other->objectName());
+    }
 }
 
 TEST_F(FilterRowTest, TheCountersOfTheStatusBarExplainThemselves) {
     Start();
     MainStatusBar& status = Form().Panes().Status();
+    EXPECT_EQ(FromQString(status.ToolTip(Panel::Titles)), "");
+    MoveMouse(status);
     EXPECT_EQ(FromQString(status.ToolTip(Panel::Titles)), "3 Titel in der Datenbank gespeichert");
     EXPECT_EQ(FromQString(status.ToolTip(Panel::Filecount)), "");
     mainModule.ScanRunning = true;
+    MoveMouse(status);
     EXPECT_EQ(FromQString(status.ToolTip(Panel::Filecount)), "Prozent des gesamten Scanvorganges");
     EXPECT_EQ(FromQString(status.ToolTip(Panel::Interprets)), "Geschätzte verbleibende Zeit");
     EXPECT_EQ(FromQString(status.ToolTip(Panel::Titles)), "Abgelaufene Zeit");
