@@ -2,6 +2,7 @@
 // event boundary. The only place that knows all.
 #include "mainwindow/Main.h"
 #include "app/MainModule.h"
+#include "help/QtHelpViewer.h"
 #include "mainwindow/AppWindows.h"
 #include "platform/posix/PosixFileSystem.h"
 #include "platform/posix/SystemClock.h"
@@ -33,6 +34,7 @@ int main(int argc, char** argv) {
     QtEvents events;
     SystemClock clock;
     OggInfoReader oggInfo;
+    QtHelpViewer helpViewer;
     const auto fileSystem = CreatePosixFileSystem();
 
     services.settings = &settings;
@@ -43,6 +45,7 @@ int main(int argc, char** argv) {
     services.oggInfo = &oggInfo;
     services.events = &events;
     services.clock = &clock;
+    services.helpViewer = &helpViewer;
     services.regional = ReadRegionalSettings();
     services.createConnection = [] { return CreateSqliteConnection(services.regional); };
     services.createTagComponent = CreateTagLibComponent;

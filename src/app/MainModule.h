@@ -76,6 +76,7 @@ struct Services {
     CommonDialogs* dialogs = nullptr;
     Events* events = nullptr;
     Clock* clock = nullptr;
+    HelpViewer* helpViewer = nullptr;
     RegionalSettings regional;
     std::function<std::unique_ptr<ADODB::Connection>()> createConnection;
     std::function<std::unique_ptr<TagComponent>()> createTagComponent;

@@ -12,9 +12,13 @@ struct FilterEntry {
     std::int64_t ItemData = 0;
 };
 
-std::vector<FilterEntry> FillDriveCombo(); ///< Drives in use, in the table's order.
-std::vector<FilterEntry> FillGenreCombo(); ///< "No genre" (255) always, then the genres in use by name.
-std::vector<FilterEntry>
-FillAlbumCombo(); ///< The no-album row at index 1 if in use, then the albums by name.
+/// Drives in use, in the table's order.
+std::vector<FilterEntry> FillDriveCombo();
+
+/// "No genre" (255) always, then the genres in use by name.
+std::vector<FilterEntry> FillGenreCombo();
+
+/// The no-album row at index 1 if in use, then the albums in use by name.
+std::vector<FilterEntry> FillAlbumCombo();
 
 } // namespace quavernet

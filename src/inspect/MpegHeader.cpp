@@ -47,24 +47,20 @@ std::size_t SearchFrame(std::span<const std::byte> head) {
 
 } // namespace
 
-HeaderBits::HeaderBits(std::uint32_t value)
-    : m_value(value), m_length(static_cast<int>(std::bit_width(value))) {}
-
-std::uint32_t HeaderBits::Field(int position, int count) const {
-    const int present = std::min(count, m_length - position + 1);
-    if (present <= 0) {
-        return 0;
+std::string BytesToBits(std::uint32_t bytes) {
+    std::string bits;
+    for (int bit = std::bit_width(bytes) - 1; bit >= 0; --bit) {
+        bits += (bytes >> bit & 1) != 0 ? '1' : '0';
     }
-    const int behind = m_length - (position - 1) - present;
-    return m_value >> behind & ((1u << present) - 1);
+    return bits;
 }
 
-std::string HeaderBits::Text() const {
-    std::string text;
-    for (int bit = m_length - 1; bit >= 0; --bit) {
-        text += (m_value >> bit & 1) != 0 ? '1' : '0';
+std::uint32_t BitsToNumber(std::string_view bits) {
+    std::uint32_t number = 0;
+    for (const char bit : bits) {
+        number = number << 1 | (bit == '1' ? 1u : 0u);
     }
-    return text;
+    return number;
 }
 
 std::optional<MpegHeader> FindMpegHeader(std::span<const std::byte> head, std::uint64_t fileSize) {
@@ -74,7 +70,7 @@ std::optional<MpegHeader> FindMpegHeader(std::span<const std::byte> head, std::u
     constexpr std::uint32_t Xing = 0x58696E67;
     const std::size_t position = SearchFrame(head);
     MpegHeader header;
-    header.bits = HeaderBits(FourBytesAt(head, position));
+    header.bits = BytesToBits(FourBytesAt(head, position));
     header.isVbr = FourBytesAt(head, position + XingOffset) == Xing;
     if (header.isVbr) {
         // The word of flags before it is not looked at: these bytes are the frame count whatever it says.

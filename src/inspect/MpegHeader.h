@@ -7,30 +7,19 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace quavernet {
 
-/// A bit string without its leading zeros. Positions count from 1 at the first bit that is set: a header that
-/// begins with zeros (one read from a false position) is shorter, and all its fields lie shifted.
-class HeaderBits {
-public:
-    HeaderBits() = default;
-    explicit HeaderBits(std::uint32_t value);
+/// The bits of four bytes, the first byte in the highest place, as "0" and "1" without leading zeros: a
+/// header that begins with zeros (one read from a false position) is shorter, and all its fields lie shifted.
+std::string BytesToBits(std::uint32_t bytes);
 
-    /// Number of up to `count` bits from the position; bits behind the end are missing, not 0. Nothing left
-    /// gives 0.
-    std::uint32_t Field(int position, int count) const;
-
-    /// The bits as "0" and "1"; empty for a value of 0.
-    std::string Text() const;
-
-private:
-    std::uint32_t m_value = 0;
-    int m_length = 0;
-};
+/// The number that a bit string spells; 0 for an empty one.
+std::uint32_t BitsToNumber(std::string_view bits);
 
 struct MpegHeader {
-    HeaderBits bits;
+    std::string bits;             ///< As BytesToBits gives them.
     bool isVbr = false;           ///< A Xing mark stands at its place.
     std::uint32_t xingFrames = 0; ///< The number behind the mark; only if isVbr.
 };

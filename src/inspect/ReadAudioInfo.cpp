@@ -13,7 +13,8 @@
 
 #include <array>
 #include <cmath>
-#include <span>
+#include <string_view>
+#include <utility>
 
 namespace quavernet {
 
@@ -74,8 +75,8 @@ std::int32_t PlayTime(std::uint64_t fileSize, double bitRate) {
 }
 
 // The header of the file, kept in IsVbr and VbrFrames too. Both keep their values if no header can be read.
-HeaderBits TakeMpegHeader(const FileBytes& file) {
-    const auto header = file.IsOpen() ? FindMpegHeader(file.Head(), file.Size()) : std::nullopt;
+std::string TakeMpegHeader(const FileBytes& file) {
+    auto header = file.IsOpen() ? FindMpegHeader(file.Head(), file.Size()) : std::nullopt;
     if (!header) {
         return {};
     }
@@ -83,29 +84,35 @@ HeaderBits TakeMpegHeader(const FileBytes& file) {
     if (header->isVbr) {
         mainModule.CurrentFile.VbrFrames = header->xingFrames;
     }
-    return header->bits;
+    return std::move(header->bits);
+}
+
+// Number of up to `count` bits of a header from a position that counts from 1. Bits behind its end are
+// missing, not 0; where none is left the number is 0.
+std::uint32_t BitField(std::string_view header, std::size_t position, std::size_t count) {
+    return position > header.size() ? 0 : BitsToNumber(header.substr(position - 1, count));
 }
 
 // What the mode, emphasis and flag bits say, in words.
-void ReadTexts(const HeaderBits& header, AudioInfo& info) {
-    info.Mode = LoadResString(StereoText + static_cast<std::int32_t>(header.Field(25, 2)));
+void ReadTexts(std::string_view header, AudioInfo& info) {
+    info.Mode = LoadResString(StereoText + static_cast<std::int32_t>(BitField(header, 25, 2)));
     constexpr std::array<const char*, 4> Emphases = {"no", "50/15", nullptr, "CCITT J 17"};
-    const char* emphasis = Emphases[header.Field(31, 2)];
+    const char* emphasis = Emphases[BitField(header, 31, 2)];
     info.Emphasis = emphasis != nullptr ? emphasis : LoadResString(ReservedText);
     const std::array<std::string, 2> noYes = {LoadResString(NoText), LoadResString(YesText)};
-    info.OriginalFlag = noYes[header.Field(30, 1)];
-    info.CopyFlag = noYes[header.Field(29, 1)];
-    info.PaddingFlag = noYes[header.Field(23, 1)];
-    info.PrivateFlag = noYes[header.Field(24, 1)];
-    info.ProtectedFlag = noYes[1 - header.Field(16, 1)];
+    info.OriginalFlag = noYes[BitField(header, 30, 1)];
+    info.CopyFlag = noYes[BitField(header, 29, 1)];
+    info.PaddingFlag = noYes[BitField(header, 23, 1)];
+    info.PrivateFlag = noYes[BitField(header, 24, 1)];
+    info.ProtectedFlag = noYes[1 - BitField(header, 16, 1)];
 }
 
 // Sample rate and working bit rate of an MPEG file; false if version or layer do not exist.
-bool ReadRates(const HeaderBits& header, const FileBytes& file, AudioInfo& info, double& bitRate) {
+bool ReadRates(std::string_view header, const FileBytes& file, AudioInfo& info, double& bitRate) {
     if (info.Version == 0) {
         return false;
     }
-    const std::uint32_t frequency = header.Field(21, 2);
+    const std::uint32_t frequency = BitField(header, 21, 2);
     if (frequency < Mpeg1Frequencies.size()) {
         info.Frequency = (info.Version == 1 ? Mpeg1Frequencies : Mpeg2Frequencies)[frequency];
     }
@@ -116,7 +123,7 @@ bool ReadRates(const HeaderBits& header, const FileBytes& file, AudioInfo& info,
         if (rates == nullptr) {
             return false;
         }
-        const std::uint32_t index = header.Field(17, 4);
+        const std::uint32_t index = BitField(header, 17, 4);
         bitRate = index < BitRateCount ? rates[index] : 0;
     }
     if (bitRate == 0) {
@@ -126,10 +133,10 @@ bool ReadRates(const HeaderBits& header, const FileBytes& file, AudioInfo& info,
 }
 
 void ReadMpeg(const std::string& path, const FileBytes& file) {
-    const HeaderBits header = TakeMpegHeader(file);
+    const std::string header = TakeMpegHeader(file);
     AudioInfo info;
-    info.Version = Versions[header.Field(12, 2)];
-    info.Layer = Layers[header.Field(14, 2)];
+    info.Version = Versions[BitField(header, 12, 2)];
+    info.Layer = Layers[BitField(header, 14, 2)];
     if (LowerAscii(RightCharacters(path, 3)) == "mp3") {
         double bitRate = 0;
         if (!ReadRates(header, file, info, bitRate)) {
@@ -178,7 +185,7 @@ void ReadAudioInfo(const std::string& path) {
 }
 
 std::string ReadMpegHeader(const std::string& path) {
-    return TakeMpegHeader(FileBytes(path)).Text();
+    return TakeMpegHeader(FileBytes(path));
 }
 
 } // namespace quavernet

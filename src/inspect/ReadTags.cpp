@@ -5,6 +5,7 @@
 
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"
+#include "platform/RuntimeError.h"
 
 #include <algorithm>
 #include <array>
@@ -26,8 +27,10 @@ bool LoadId3v2(const std::string& path, const FileBytes& file) {
     if (component == nullptr) {
         return false;
     }
-    component->LoadFile(BeginsWithId3(file) ? path : std::string());
-    return component->HasV2Tag();
+    bool hasTag = false;
+    Skip([&] { component->LoadFile(BeginsWithId3(file) ? path : std::string()); });
+    Skip([&] { hasTag = component->HasV2Tag(); });
+    return hasTag;
 }
 
 // Title and performer alone: album, year, genre, comment and publisher of a version 2 tag are asked of the
@@ -37,6 +40,8 @@ void ReadId3v2() {
     const auto field = [](int index) {
         return std::string(LeftCharacters(mainModule.TagComponent->TagField(index), Id3v1Tag::TextWidth));
     };
+    tag.TagArtist.clear(); // Blank, should a field fail.
+    tag.TagTitle.clear();
     tag.TagTitle = field(TagComponent::Title);
     tag.TagArtist = field(TagComponent::Performer);
 }
@@ -65,14 +70,15 @@ void SetTagKind(int kind) {
     file.HasNoTag = kind == 3;
 }
 
-// The kind flags stay those of the file before if this one has no tag.
+// Statements that fail are passed over: a tag that can't be read is one that is not there. The kind flags
+// stay those of the file before if this one has no tag.
 void ReadTags(const std::string& path, const FileBytes& file) {
     if (path.empty() || path == "*.mp3") {
         return;
     }
     if (LoadId3v2(path, file)) {
         SetTagKind(2);
-        ReadId3v2();
+        Skip([] { ReadId3v2(); });
     } else if (file.IsOpen()) {
         ReadId3v1(file);
     }

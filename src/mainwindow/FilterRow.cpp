@@ -66,6 +66,7 @@ FilterRow::FilterRow(QWidget* parent) : QWidget(parent) {
     m_search->installEventFilter(this);
     m_go = new QPushButton(this);
     m_go->setObjectName(QStringLiteral("cmdSearch"));
+    m_go->setAutoDefault(true); // Enter presses it while it has the keyboard.
     connect(m_interpret, &QCheckBox::clicked, this, &FilterRow::InterpretClicked);
     connect(m_title, &QCheckBox::clicked, this, &FilterRow::TitleClicked);
     connect(m_go, &QPushButton::clicked, this, &FilterRow::ReloadWanted);

@@ -2,14 +2,38 @@
 
 #include "app/MainModule.h"
 #include "app/Registry.h"
+#include "app/ShowHelp.h"
 #include "browser/FilterEvents.h"
+#include "library/CleanDatabase.h"
 #include "mainwindow/MainMenu.h"
 #include "mainwindow/MainPanes.h"
 #include "mainwindow/ScanController.h"
 #include "mainwindow/frmAbout.h"
 #include "mainwindow/frmMain.h"
+#include "scanner/frmRemind.h"
+#include "scanner/frmScanpath.h"
+
+#include <QKeyEvent>
 
 namespace quavernet {
+
+namespace {
+
+/// The main window as the cleaning of the library sees it.
+class CleanView : public CleanWindow {
+public:
+    explicit CleanView(frmMain& form) : m_form(form) {}
+
+    void SetMousePointer(int pointer) override { m_form.SetMousePointer(pointer); }
+    void SetScanningPanel(const std::string& text) override { m_form.SetScanningPanel(text); }
+    void LoadTree() override { m_form.LoadTree(); }
+    void LoadDatabase(const std::string& list) override { m_form.LoadDatabase(list); }
+
+private:
+    frmMain& m_form;
+};
+
+} // namespace
 
 MainCommands::MainCommands(frmMain& form, ScanController& scan) : m_form(form) {
     OnMenu("mnuScan", [&scan] { scan.mnuScan_Click(); });
@@ -38,7 +62,25 @@ MainCommands::MainCommands(frmMain& form, ScanController& scan) : m_form(form) {
         const bool before = !m_form.Menu().Checked("mnuOptionsLoadOverSearch");
         m_form.Menu().SetChecked("mnuOptionsLoadOverSearch", mnuOptionsLoadOverSearch_Click(before));
     });
+    OnMenu("mnuCleanDatabase", [this] {
+        CleanView view(m_form);
+        mnuCleanDatabase_Click(view);
+    });
+    m_form.Panes().Filter().txtSearch().installEventFilter(this);
+    OnMenu("mnuStandardScanningPath", [this] { frmScanpath(&m_form).exec(); });
+    OnMenu("mnuRemind", [this] { frmRemind(&m_form).exec(); });
+    OnMenu("mnuHelp", [] { ShowHelp("HTML\\start.html"); });
     OnMenu("mnuAbout", [this] { frmAbout(&m_form).exec(); });
+}
+
+bool MainCommands::eventFilter(QObject* watched, QEvent* event) {
+    const auto* search = qobject_cast<QLineEdit*>(watched);
+    if (search == nullptr || event->type() != QEvent::ShortcutOverride || search->hasSelectedText() ||
+        !static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) {
+        return false;
+    }
+    event->ignore();
+    return true;
 }
 
 void MainCommands::OnMenu(std::string_view name, std::function<void()> command) {

@@ -18,6 +18,9 @@ class MainCommands : public QObject {
 public:
     MainCommands(frmMain& form, ScanController& scan);
 
+    /// Ctrl+C belongs to the search box only while text is marked there; otherwise the menu has it.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void OnMenu(std::string_view name, std::function<void()> command);
     void OnToolbar(std::string_view key, std::function<void()> command);

@@ -48,6 +48,7 @@ protected:
 private:
     void BuildToolbar();
     void BuildFrames();
+    void OrderTabs();
     void LoadAccessibleNames();
     void SizeFilterRow(bool narrow);
     void ReadLayout();

@@ -45,6 +45,14 @@ void ScanController::FilesDropped(DropTarget target, const std::vector<std::stri
     AddDroppedFiles(target, paths, *m_driver, *this);
 }
 
+void ScanController::ReminderScan() {
+    if (mainModule.ScanRunning) {
+        return;
+    }
+    Skip([this] { mnuScan_Click(); });
+    mainModule.ScanRunning = false; // Also after a failure: a window that believes in a scan can't be closed.
+}
+
 void ScanController::Cancel() {
     m_driver->Cancel();
     m_form.SetScanningPanel({});

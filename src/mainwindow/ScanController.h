@@ -20,6 +20,8 @@ public:
     ~ScanController() override;
 
     void mnuScan_Click();
+    /// As mnuScan_Click, for a scan that the reminder starts: failures are passed over.
+    void ReminderScan();
     void Cancel();
     void FilesDropped(DropTarget target, const std::vector<std::string>& paths);
 

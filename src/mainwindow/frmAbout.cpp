@@ -3,6 +3,7 @@
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/Version.h"
+#include "help/HelpKey.h"
 #include "mainwindow/Pictures.h"
 #include "ui_frmAbout.h"
 
@@ -15,6 +16,7 @@ frmAbout::frmAbout(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui::f
     m_ui->cmdOK->setText(ToQString(LoadResString(101)));
     m_ui->cmdSysInfo->setText(ToQString(LoadResString(103)));
     m_ui->lblVersion->setText(ToQString(LoadResString(302) + " " + VersionNumbers()));
+    new HelpKey(this);
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_ui->cmdSysInfo, &QPushButton::clicked, this, &frmAbout::StartSysInfo);
 }

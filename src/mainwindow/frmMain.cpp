@@ -3,6 +3,7 @@
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/Registry.h"
+#include "help/HelpKey.h"
 #include "mainwindow/CloseGuard.h"
 #include "mainwindow/ControlState.h"
 #include "mainwindow/ListController.h"
@@ -15,6 +16,7 @@
 #include "mainwindow/Twips.h"
 #include "platform/qt/DialogLanguage.h"
 #include "platform/qt/FileUris.h"
+#include "scanner/CheckReminder.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -48,6 +50,7 @@ frmMain::frmMain() {
     connect(&m_panes->Grid(), &GridView::FilesDropped, this, [this](const std::vector<std::string>& paths) {
         m_scan->FilesDropped(DropTarget::Grid, paths);
     });
+    new HelpKey(this);
     m_afterLoadTimer.setParent(this);
     m_afterLoadTimer.setObjectName(QStringLiteral("AfterLoadTimer"));
     m_afterLoadTimer.setSingleShot(true);
@@ -277,6 +280,17 @@ void frmMain::closeEvent(QCloseEvent* event) {
 
 void frmMain::AfterLoadTimer_Timer() {
     m_panes->Filter().txtSearch().setFocus();
+    bool scanWanted = false;
+    Skip([&] { CheckReminder(scanWanted, [this] { UnloadSplash(); }); });
+    if (scanWanted) {
+        m_scan->ReminderScan();
+    }
+}
+
+void frmMain::UnloadSplash() {
+    if (auto* splash = findChild<QWidget*>(QStringLiteral("frmSplash"))) {
+        splash->close();
+    }
 }
 
 void frmMain::mouseMoveEvent(QMouseEvent*) {

@@ -62,6 +62,7 @@ private:
     bool Form_QueryUnload();
     void Form_Unload();
     void AfterLoadTimer_Timer();
+    void UnloadSplash();
 
     void PlaceWindow(const WindowState& state);
     void RestoreGrid(const WindowState& state);

@@ -11,6 +11,13 @@ std::chrono::year_month_day CivilDay(const DateTime& date) {
            std::chrono::day(static_cast<unsigned>(date.day));
 }
 
+DateTime OnDay(const std::chrono::year_month_day& day, DateTime time) {
+    time.year = static_cast<int>(day.year());
+    time.month = static_cast<int>(static_cast<unsigned>(day.month()));
+    time.day = static_cast<int>(static_cast<unsigned>(day.day()));
+    return time;
+}
+
 } // namespace
 
 bool IsValidDate(const DateTime& date) {
@@ -26,6 +33,15 @@ std::int64_t CivilSeconds(const DateTime& date) {
 
 std::int64_t SecondsBetween(const DateTime& from, const DateTime& to) {
     return CivilSeconds(to) - CivilSeconds(from);
+}
+
+DateTime AddDays(const DateTime& date, int days) {
+    return OnDay(std::chrono::sys_days(CivilDay(date)) + std::chrono::days(days), date);
+}
+
+DateTime AddMonths(const DateTime& date, int months) {
+    const std::chrono::year_month_day day = CivilDay(date) + std::chrono::months(months);
+    return OnDay(day.ok() ? day : day.year() / day.month() / std::chrono::last, date);
 }
 
 } // namespace quavernet

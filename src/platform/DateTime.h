@@ -27,4 +27,11 @@ std::int64_t CivilSeconds(const DateTime& date);
 /// Whole seconds from `from` to `to`.
 std::int64_t SecondsBetween(const DateTime& from, const DateTime& to);
 
+/// The same time of day, some days later; `days` may be negative. `date` must be set.
+DateTime AddDays(const DateTime& date, int days);
+
+/// The same day of a later month, or that month's last day if it is shorter: January 31 and one month give
+/// the last day of February. `months` may be negative. `date` must be set.
+DateTime AddMonths(const DateTime& date, int months);
+
 } // namespace quavernet

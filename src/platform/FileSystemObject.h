@@ -34,8 +34,17 @@ struct FolderContents {
 
 /// An entry that a walk passed over, and why, for the scan log.
 struct SkippedEntry {
+    enum class Kind : std::uint8_t {
+        Unreadable,  ///< Any failure that is none of the others.
+        NoAccess,    ///< The user may not read it.
+        Missing,     ///< It has vanished, or it is a link that leads nowhere.
+        LinkCircle,  ///< A link that leads back to itself.
+        NoPlainFile, ///< A device, pipe or socket, or a folder of the kernel.
+    };
+
     std::string path;
-    std::string reason;
+    std::string reason; ///< The system's own words.
+    Kind kind = Kind::Unreadable;
 };
 
 /// One walk over a folder and what lies below it. It remembers every folder by device and inode, so that

@@ -114,7 +114,8 @@ bool IsDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-// The runs of digits in the text, and whether an afternoon mark follows. At most six numbers make a date.
+// The runs of digits in the text, and whether a mark of the day's half follows a time. At most six numbers
+// make a date.
 struct DateParts {
     std::vector<int> numbers;
     std::vector<std::size_t> widths;
@@ -122,6 +123,11 @@ struct DateParts {
     bool forenoon = false;
     bool valid = true;
 };
+
+bool IsDateSeparator(char c) {
+    return std::string_view(" ./-:,").find(c) != std::string_view::npos ||
+           static_cast<unsigned char>(c) >= 0x80;
+}
 
 DateParts SplitDate(std::string_view text) {
     DateParts parts;
@@ -138,12 +144,12 @@ DateParts SplitDate(std::string_view text) {
             continue;
         }
         const char c = text[i];
-        if (c == 'P' || c == 'p') {
+        const bool behindTime = parts.numbers.size() > 3;
+        if ((c == 'P' || c == 'p') && behindTime) {
             parts.afternoon = true;
-        } else if (c == 'A' || c == 'a') {
+        } else if ((c == 'A' || c == 'a') && behindTime) {
             parts.forenoon = true;
-        } else if (c != 'M' && c != 'm' && c != ' ' && c != '.' && c != '/' && c != '-' && c != ':' &&
-                   c != ',' && static_cast<unsigned char>(c) < 0x80) {
+        } else if (!IsDateSeparator(c) && !((c == 'M' || c == 'm') && behindTime)) {
             parts.valid = false;
         }
         ++i;
@@ -298,7 +304,8 @@ std::string DayMonthYearText(const DateTime& date, const RegionalSettings& regio
 
 std::optional<DateTime> ParseDate(std::string_view text, const RegionalSettings& regional) {
     const DateParts parts = SplitDate(text);
-    if (!parts.valid || parts.numbers.size() < 3 || parts.numbers.size() > 6) {
+    const bool hourAlone = parts.numbers.size() == 4 && !parts.forenoon && !parts.afternoon;
+    if (!parts.valid || parts.numbers.size() < 3 || parts.numbers.size() > 6 || hourAlone) {
         return std::nullopt;
     }
     if (parts.widths[0] == 4) {

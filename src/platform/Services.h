@@ -77,6 +77,16 @@ public:
     virtual void DoEvents() = 0;
 };
 
+/// Shows the pages of the help.
+class HelpViewer {
+public:
+    virtual ~HelpViewer() = default;
+
+    /// Shows a page ("HTML\\start.html") of a help file in the one help window; an empty page shows the
+    /// contents. A file or page that isn't there, or an empty file, shows nothing. Never fails.
+    virtual void DisplayTopic(const std::string& file, const std::string& page) = 0;
+};
+
 class Clock {
 public:
     virtual ~Clock() = default;

@@ -310,6 +310,22 @@ constexpr clsResources::Entry Entries[] = {
     {608, "Play next song"},
     {609, "Bring main window to the front"},
     {610, "Minimise"},
+    {701, "Quavernet Help"},
+    {702, "Back"},
+    {703, "Forward"},
+    {704, "Contents"},
+    {705, "Find on this page"},
+    {706, "Previous match"},
+    {707, "Next match"},
+    {708, "Search all pages"},
+    {709, "Nothing found"},
+    {710, "Pages found"},
+    {750, "Skipped... "},
+    {751, "no access"},
+    {752, "missing"},
+    {753, "link to itself"},
+    {754, "not a plain file"},
+    {755, "not readable: "},
 };
 
 } // namespace

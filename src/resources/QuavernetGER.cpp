@@ -311,6 +311,22 @@ constexpr clsResources::Entry Entries[] = {
     {608, "Nächstes Lied abspielen"},
     {609, "Hauptdialog in den Vordergrund bringen"},
     {610, "Minimieren"},
+    {701, "Hilfe zu Quavernet"},
+    {702, "Zurück"},
+    {703, "Vorwärts"},
+    {704, "Inhalt"},
+    {705, "Auf dieser Seite suchen"},
+    {706, "Vorheriger Treffer"},
+    {707, "Nächster Treffer"},
+    {708, "In allen Seiten suchen"},
+    {709, "Nichts gefunden"},
+    {710, "Gefundene Seiten"},
+    {750, "Übersprungen... "},
+    {751, "kein Zugriff"},
+    {752, "nicht vorhanden"},
+    {753, "Verknüpfung auf sich selbst"},
+    {754, "keine gewöhnliche Datei"},
+    {755, "nicht lesbar: "},
 };
 
 } // namespace

@@ -46,8 +46,12 @@ std::string DrivePath(const std::string& path, bool tolerant) {
     for (const std::string& drive : LogicalDrives()) {
         const std::string volume = WithSlash(drive);
         const std::string root = UNCPath(drive, true);
-        // A local drive gives itself back. It is no network root, and "/" would match every path.
         if (root == volume) {
+            // A local drive gives itself back, and a path on it is local already. "/" holds every path but
+            // those of a network.
+            if (path.starts_with(volume) && !path.starts_with("//")) {
+                return path;
+            }
             continue;
         }
         if (UpperAscii(std::string_view(path).substr(0, root.size())) == UpperAscii(root)) {

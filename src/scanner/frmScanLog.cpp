@@ -1,7 +1,9 @@
 #include "scanner/frmScanLog.h"
 
 #include "app/LoadResString.h"
+#include "help/HelpKey.h"
 #include "platform/qt/QtText.h"
+#include "scanner/SkippedLine.h"
 #include "ui_frmScanLog.h"
 
 #include <QCloseEvent>
@@ -42,6 +44,7 @@ frmScanLog::frmScanLog(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<U
     m_paintTimer.setSingleShot(true);
     m_paintTimer.setInterval(FrameTimeMs);
     connect(&m_paintTimer, &QTimer::timeout, this, &frmScanLog::PaintNow);
+    new HelpKey(this);
     connect(m_ui->cmdClose, &QPushButton::clicked, this, &QWidget::close);
 }
 
@@ -90,7 +93,7 @@ void frmScanLog::SetPlaytime(const std::string& text) {
 
 void frmScanLog::AddSkipped(const std::vector<SkippedEntry>& entries) {
     for (const SkippedEntry& entry : entries) {
-        m_lines.Add(entry.path + ": " + entry.reason);
+        m_lines.Add(SkippedLine(entry));
     }
     PaintSoon();
 }

@@ -63,9 +63,9 @@ private:
     std::unique_ptr<Ui::frmScanLog> m_ui;
     ScanLogLines m_lines;
     QTimer m_paintTimer;
-    std::string m_fileCount;
-    std::string m_megabytes;
-    std::string m_playtime;
+    std::string m_fileCount = "0";
+    std::string m_megabytes = "0";
+    std::string m_playtime = "0";
 };
 
 } // namespace quavernet

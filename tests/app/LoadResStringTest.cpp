@@ -15,6 +15,11 @@ TEST_F(LoadResStringTest, SpeaksGermanWithoutASetting) {
 TEST_F(LoadResStringTest, AnUnknownLanguageMakesEveryTextUnreadable) {
     settings.values["Language"] = "FRA";
     EXPECT_EQ(LoadResString(432), "Error : No Local Data");
+    EXPECT_EQ(mainModule.Language, "FRA");
+    EXPECT_EQ(mainModule.HelpDocument, "");
+    mainModule.HelpDocument = "Help for Quavernet.doc";
+    LoadResString(432);
+    EXPECT_EQ(mainModule.HelpDocument, "Help for Quavernet.doc");
 }
 
 TEST_F(LoadResStringTest, AMissingIdIsNamedWithItsLeadingBlank) {

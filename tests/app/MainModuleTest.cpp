@@ -4,6 +4,44 @@
 
 namespace quavernet::test {
 
+namespace {
+
+using Texts = std::vector<std::string>;
+
+/// Both note when they are released.
+class MortalConnection : public ADODB::Connection {
+public:
+    explicit MortalConnection(Texts& log) : m_log(log) {}
+    ~MortalConnection() override {
+        m_log.push_back("connection with " + std::to_string(mainModule.FilePaths.Count()) + " paths");
+    }
+    void Open(std::string_view) override {}
+    void Execute(std::string_view) override {}
+    ADODB::RowBlock Query(std::string_view) override { return ADODB::RowBlock(); }
+    void Commit() override {}
+
+private:
+    Texts& m_log;
+};
+
+class MortalTags : public TagComponent {
+public:
+    explicit MortalTags(Texts& log) : m_log(log) {}
+    ~MortalTags() override {
+        m_log.push_back("tags with " + std::to_string(mainModule.TreeNodeData.Keys().size()) + " nodes");
+    }
+    void LoadFile(const std::string&) override {}
+    bool HasV2Tag() const override { return false; }
+    std::string TagField(int) const override { return {}; }
+    void SetTagField(int, const std::string&) override {}
+    void SaveFile(const std::string&) override {}
+
+private:
+    Texts& m_log;
+};
+
+} // namespace
+
 using MainModuleTest = LogicTest;
 
 TEST_F(MainModuleTest, StartsWithAllLettersAndTheListSortedByPerformer) {
@@ -43,6 +81,16 @@ TEST_F(MainModuleTest, TheEndReleasesEverythingAndReportsNoFailure) {
     EXPECT_EQ(mainModule.SelectedRows.Count(), 0u);
     EXPECT_TRUE(mainModule.TreeNodeData.Keys().empty());
     EXPECT_EQ(mainModule.TagComponent, nullptr);
+}
+
+TEST_F(MainModuleTest, TheLibraryIsReleasedFirstAndTheTagComponentLast) {
+    Texts log;
+    mainModule.Connection = std::make_unique<MortalConnection>(log);
+    mainModule.TagComponent = std::make_unique<MortalTags>(log);
+    mainModule.FilePaths.Add("/a.mp3");
+    mainModule.TreeNodeData.Add("Parent");
+    EXPECT_THROW(ExitProgram(), ProcessEnded);
+    EXPECT_EQ(log, (Texts{"connection with 1 paths", "tags with 0 nodes"}));
 }
 
 TEST_F(MainModuleTest, TheBrowserVersionIsPassedOn) {

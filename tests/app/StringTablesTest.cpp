@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <set>
+#include <string>
 
 namespace quavernet::test {
 
@@ -29,6 +31,23 @@ std::size_t BlanksBehind(std::string_view text) {
 bool Ascending(const clsResources& table) {
     return std::adjacent_find(table.begin(), table.end(),
                               [](const auto& a, const auto& b) { return a.id >= b.id; }) == table.end();
+}
+
+/// The wording is fixed up to here; the texts behind it are free.
+constexpr std::int32_t LastFixedText = 610;
+
+/// FNV-1a over the numbers and fixed texts of a table.
+std::uint64_t Fingerprint(const clsResources& table) {
+    std::uint64_t hash = 14695981039346656037ull;
+    for (const auto& entry : table) {
+        if (entry.id > LastFixedText) {
+            break;
+        }
+        for (const char c : std::to_string(entry.id) + std::string(entry.text) + "\n") {
+            hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211ull;
+        }
+    }
+    return hash;
 }
 
 /// The patterns of a dialog filter: every second part between bars.
@@ -75,6 +94,8 @@ TEST(StringTablesTest, EveryRangeOfNumbersIsComplete) {
     add(432, 454);
     add(500, 561);
     add(571, 610);
+    add(701, 710);
+    add(750, 755);
     std::set<std::int32_t> known;
     for (const auto& entry : QuavernetGER) {
         known.insert(entry.id);
@@ -172,6 +193,11 @@ TEST(StringTablesTest, GermanTextsStandToTheLetter) {
     for (const auto& [id, text] : texts) {
         EXPECT_EQ(German(id), text);
     }
+}
+
+TEST(StringTablesTest, NoGermanTextChangesUnnoticed) {
+    // The wording is fixed to the letter; whoever changes a text on purpose changes this number too.
+    EXPECT_EQ(Fingerprint(QuavernetGER), 0xaf4796773600d1e2u);
 }
 
 } // namespace quavernet::test

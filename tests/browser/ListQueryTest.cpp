@@ -399,6 +399,9 @@ TEST_F(ListQueryTest, AMissingSizeOrLengthOfAListedRowFails) {
     ListFilter hidden;
     hidden.ViewMp3 = false;
     EXPECT_EQ(ErrorOf([&] { Load(hidden); }), 0);
+    Execute("Update Files set Length = 3000000000, Sizeinbytes = 1");
+    EXPECT_EQ(ErrorOf([this] { Load(); }), ErrorNumber::Overflow);
+    EXPECT_EQ(ErrorOf([&] { Load(hidden); }), 0);
 }
 
 TEST_F(ListQueryTest, AnEmptyPerformerFailsOnlyUnderTheLettersThatAskForItsCode) {

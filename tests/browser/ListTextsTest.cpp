@@ -55,6 +55,7 @@ TEST_F(ListTextsTest, PerformersAndAlbumsAreSingularAtExactlyOne) {
     EXPECT_EQ(InterpretCountText("1"), "1 Interpret");
     EXPECT_EQ(InterpretCountText("2"), "2 Interpreten");
     EXPECT_EQ(InterpretCountText("11"), "11 Interpreten");
+    EXPECT_EQ(InterpretCountText("01"), "01 Interpret"); // The value decides, not the spelling.
     EXPECT_EQ(AlbumCountText("0"), "0 Alben");
     EXPECT_EQ(AlbumCountText("1"), "1 Album");
     EXPECT_EQ(AlbumCountText("2"), "2 Alben");

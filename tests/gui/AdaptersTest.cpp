@@ -115,6 +115,18 @@ TEST_F(AdaptersTest, BoxesHaveTheIconsAndButtonsTold) {
     EXPECT_EQ(seen.buttons, QMessageBox::Ok);
 }
 
+TEST_F(AdaptersTest, ReturnInABoxMeansItsFirstAnswerAndEscapeTheOther) {
+    QtMsgBox boxes;
+    const auto press = [&](Qt::Key key, MsgBox::Buttons buttons) {
+        QTimer::singleShot(0, [key] { QTest::keyClick(QApplication::activeModalWidget(), key); });
+        return boxes.Show("", "", MsgBox::Icon::Question, buttons);
+    };
+    EXPECT_EQ(press(Qt::Key_Return, MsgBox::Buttons::YesNo), MsgBox::Answer::Yes);
+    EXPECT_EQ(press(Qt::Key_Escape, MsgBox::Buttons::YesNo), MsgBox::Answer::No);
+    EXPECT_EQ(press(Qt::Key_Return, MsgBox::Buttons::OkCancel), MsgBox::Answer::Ok);
+    EXPECT_EQ(press(Qt::Key_Escape, MsgBox::Buttons::OkCancel), MsgBox::Answer::Cancel);
+}
+
 TEST_F(AdaptersTest, QtsOwnDialogsFollowTheLanguage) {
     QtMsgBox boxes;
     SeenBox seen;

@@ -36,7 +36,7 @@ class CheckTest(unittest.TestCase):
             return check.main(["--root", self.root, *names]), out.getvalue()
 
     def test_a_good_tree_keeps_the_rules(self):
-        for name in ("sizes", "connects", "cycles", "layers", "share", "words", "format"):
+        for name in ("sizes", "connects", "cycles", "layers", "share", "words", "texts", "format"):
             code = "src/platform/Clock.cpp"
             self.write(code, '#include "platform/Clock.h"\nint Now() { return 1; }\n')
             self.assertEqual(self.broken(name), [], name)
@@ -161,6 +161,63 @@ class CheckTest(unittest.TestCase):
         self.write("src/app/B.cpp", 'char name[] = "x-XXXXXX"; using namespace std;\n')
         places = [line.split(" ")[0] for line in self.broken("words")]
         self.assertEqual(places, ["src/platform/Clock.h:1:", "tests/ClockTest.cpp:2:", "docs/A.md:1:", "src/app/A.h:1:"])
+
+    def texts_in(self, path, code):
+        self.write(path, code)
+        return [line.split(": ", 1)[1].rsplit(";", 1)[0] for line in self.broken("texts")]
+
+    def test_a_literal_that_a_control_or_box_shows_is_told(self):
+        for call in ('label->setText("Hello")', 'setWindowTitle(QStringLiteral("Title"))', 'x.setToolTip(u"Tip")',
+                     'QMessageBox::warning(this, QString(), "Bad")', 'QMessageBox box(icon, title, "Bad", ok)',
+                     'menu->addAction(Picture("open"), "Open")', 'QLabel label("Name")', 'tr("Close")',
+                     'services.msgBox->Show(LoadResString(1) + "x", title)', 'window.SetPanel(1, "Busy")',
+                     'run.log.AddLine(time() + (" - " + std::string("Saved ")))',
+                     'setText(\n    cond ? LoadResString(1)\n         : "No")', 'setText(R"(Raw)")'):
+            told = self.texts_in("src/app/A.cpp", f"void A() {{\n    {call};\n}}\n")
+            self.assertEqual(len(told), 1, call)
+            self.assertIn("is shown", told[0])
+
+    def test_the_place_of_a_literal_is_told(self):
+        self.write("src/app/A.cpp", '// one\n/* "two"\n */\nvoid A() {\n    x->setText("Four");\n}\n')
+        self.assertEqual(self.broken("texts"),
+                         ['src/app/A.cpp:5: "Four" is shown; it belongs into both string tables'])
+
+    def test_names_numbers_signs_and_comments_are_no_texts(self):
+        for code in ('setText(LoadResString(123));', 'setText(Text(GetSettingValue(App, Section, "LastScan", "-")));',
+                     'x->setText("12:30");', '// setText("Hello")', 'setObjectName(QStringLiteral("Frame Two"));',
+                     'f(QStringLiteral("cmdSearch"));', 'f(QStringLiteral(":/icons/a.svg"));',
+                     '#include "app/Text.h"', 'auto s = "Select Path from Files";', "setText('x');"):
+            self.assertEqual(self.texts_in("src/app/A.cpp", code + "\n"), [], code)
+
+    def test_words_in_a_qt_literal_are_told_wherever_they_stand(self):
+        self.assertEqual(self.texts_in("src/app/A.cpp", 'auto a = QStringLiteral("Not found");\n'),
+                         ['"Not found" looks like a text in words'])
+        self.assertEqual(self.texts_in("src/app/A.cpp", 'auto a = QStringLiteral("Missing");\n'),
+                         ['"Missing" looks like a text in words'])
+
+    def test_letters_beyond_ascii_are_told_wherever_they_stand(self):
+        self.assertEqual(self.texts_in("src/app/A.cpp", 'auto a = "Länge";\n'), ['"Länge" has letters beyond ASCII'])
+        self.assertEqual(self.texts_in("src/app/A.cpp", 'auto a = "\u2013 \u00b7";\n'), [])
+
+    def test_the_string_tables_may_hold_texts(self):
+        self.assertEqual(self.texts_in("src/resources/QuavernetGER.cpp", '{1, "Länge"}, f(tr("Hello"));\n'), [])
+
+    def test_a_string_of_a_form_is_told(self):
+        form = ('<ui>\n<widget name="x"><property name="{0}"><string notr="true">{1}</string></property></widget>'
+                '</ui>\n')
+        self.assertEqual(self.texts_in("src/app/A.ui", form.format("text", "Hello")), ['"Hello" is shown'])
+        self.assertEqual(self.texts_in("src/app/A.ui", form.format("toolTip", "Hello")), ['"Hello" is shown'])
+        self.assertEqual(self.texts_in("src/app/A.ui", form.format("text", "0")), [])
+        self.assertEqual(self.texts_in("src/app/A.ui", form.format("styleSheet", "color: red")), [])
+
+    def test_an_allowed_text_passes_in_its_place_alone_and_not_for_ever(self):
+        title = 'constexpr const char* Title = "Wählen Sie einen Ordner";\n'
+        self.assertEqual(self.texts_in("src/scanner/ScanPathSettings.cpp", title), [])
+        self.assertEqual(len(self.texts_in("src/scanner/Other.cpp", title)), 1)
+        self.write("src/scanner/Other.cpp", "")
+        self.write("src/scanner/ScanPathSettings.cpp", "")
+        self.assertEqual(self.broken("texts"), ['src/scanner/ScanPathSettings.cpp: "Wählen Sie einen Ordner" is allowed '
+                                                'in tools/house/texts.py but stands there no more'])
 
     def test_code_that_is_laid_out_otherwise_is_told(self):
         self.write(".clang-format", "BasedOnStyle: LLVM\nIndentWidth: 4\n")

@@ -65,6 +65,8 @@ TEST_F(FileNameTagsTest, TextsAreCutAt30Characters) {
     const std::string forty(40, 'x');
     EXPECT_EQ(Tags("ä" + forty + "-ö" + forty + ".mp3"),
               "ä" + std::string(29, 'x') + "|ö" + std::string(29, 'x') + "|255");
+    EXPECT_EQ(Tags("y" + forty + "-01-z" + forty + ".mp3"),
+              "y" + std::string(29, 'x') + "|z" + std::string(29, 'x') + "|255");
 }
 
 TEST_F(FileNameTagsTest, AnEmptyNameIsTakenFromTheDetailsPathAndKept) {

@@ -124,16 +124,18 @@ TEST_F(MpegHeaderTest, AFrameCountBehindTheEndReadsAsZero) {
     EXPECT_EQ(file.VbrFrames, 0);
 }
 
-TEST(HeaderBitsTest, FieldsOfAShortStringLieShifted) {
-    const HeaderBits bits(0b10110);
-    EXPECT_EQ(bits.Text(), "10110");
-    EXPECT_EQ(bits.Field(1, 2), 2u);
-    EXPECT_EQ(bits.Field(4, 2), 2u);
-    EXPECT_EQ(bits.Field(5, 2), 0u) << "the one bit that is left";
-    EXPECT_EQ(bits.Field(3, 8), 6u);
-    EXPECT_EQ(bits.Field(6, 1), 0u);
-    EXPECT_EQ(HeaderBits(0).Text(), "");
-    EXPECT_EQ(HeaderBits(0xFFFFFFFF).Field(1, 4), 15u);
+TEST(HeaderBitsTest, LeadingZerosAreDropped) {
+    EXPECT_EQ(BytesToBits(0b10110), "10110");
+    EXPECT_EQ(BytesToBits(0), "");
+    EXPECT_EQ(BytesToBits(0x80000001), "10000000000000000000000000000001");
+}
+
+TEST(HeaderBitsTest, ABitStringIsWeighedByItsLength) {
+    EXPECT_EQ(BitsToNumber("10"), 2u);
+    EXPECT_EQ(BitsToNumber("1"), 1u);
+    EXPECT_EQ(BitsToNumber("0110"), 6u);
+    EXPECT_EQ(BitsToNumber(""), 0u);
+    EXPECT_EQ(BitsToNumber(std::string(32, '1')), 0xFFFFFFFFu);
 }
 
 } // namespace quavernet::test

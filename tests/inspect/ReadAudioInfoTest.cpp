@@ -101,6 +101,22 @@ TEST_F(ReadAudioInfoTest, AMpeg2OrLayer2FileIsReadFromItsFirstThreeBytesAlone) {
     EXPECT_EQ(layer2.Mode, "Stereo");
 }
 
+TEST_F(ReadAudioInfoTest, AMpeg2FileBehindAVersion2TagIsReadFromTheTagsMarkAndStaysCleared) {
+    ExpectCleared(Read("a.mp3", TagV2(3, TextFrame(3, "TIT2", "Titel")) +
+                                    Mpeg(20000, 0, Bytes({0xFF, 0xF3, 0x90, 0xC4}))));
+}
+
+TEST_F(ReadAudioInfoTest, AFrameFoundWithinTheAudioOfAMpeg2FileIsTakenForItsFirst) {
+    const std::string audio = Bytes({0xFF, 0xE3, 0x18, 0xC4});
+    const auto file8k = [&](std::size_t size) { return Put(Mpeg(size, 0, audio), 70, Frame(0xF0)); };
+    const AudioInfo& shortFile = Read("a.mp3", file8k(4095));
+    EXPECT_EQ(shortFile.Version, 1);
+    EXPECT_EQ(shortFile.BitRate, 0) << "the forbidden index, and too short for the fallback";
+    EXPECT_EQ(shortFile.Length, 0);
+    EXPECT_EQ(Read("a.mp3", file8k(4096)).BitRate, 8) << "the fallback knows the file's real first frame";
+    EXPECT_EQ(file.AudioInfo.Length, 4);
+}
+
 TEST_F(ReadAudioInfoTest, AFalseHeaderWithADroppedZeroPrefixIsReadShifted) {
     // 0x0F 0xFF 0xB9: twenty bits. Positions 12-13 are "11", 14-15 "01", 17-20 "1001".
     const AudioInfo& info = Read("a.mp3", Mpeg(100000, 0, Bytes({0x0F, 0xFF, 0xB9})));
@@ -146,6 +162,17 @@ TEST_F(ReadAudioInfoTest, TheRateIsRoundedHalfToEven) {
     EXPECT_EQ(Read("a.mp3", Xing(160000, 392)).BitRate, 125);
     EXPECT_EQ(Read("a.mp3", Xing(160640, 392)).BitRate, 126) << "125.5";
     EXPECT_EQ(Read("a.mp3", Xing(159360, 392)).BitRate, 124) << "124.5";
+}
+
+TEST_F(ReadAudioInfoTest, TheFactorOfAnAverageRateIsThatOfTheLayer) {
+    // Headers made of the first three bytes; the mark is looked for at position 36.
+    const auto averageOf = [&](int second, std::uint64_t frames) {
+        const std::string contents = Put(Mpeg(4000, 0, Bytes({0xFF, second, 0x90})), 35, "Xing");
+        return Read("a.mp3", Put(contents, 43, Big(frames, 4))).BitRate;
+    };
+    EXPECT_EQ(averageOf(0xFF, 100), 147) << "Layer I: 12";
+    EXPECT_EQ(averageOf(0xFD, 1), 1225) << "Layer II: 144";
+    EXPECT_EQ(averageOf(0xF9, 10), 0) << "the reserved layer has none";
 }
 
 TEST_F(ReadAudioInfoTest, ARateAbove16BitsIsStoredAsZeroAndTheLengthStillUsesIt) {

@@ -1,6 +1,7 @@
 #include "inspect/InspectTest.h"
 
 #include "inspect/Id3v1.h"
+#include "platform/RuntimeError.h"
 
 #include <filesystem>
 
@@ -22,14 +23,6 @@ protected:
 };
 
 const std::string Audio(1000, 'a');
-
-TEST_F(ReadTagsTest, AnEmptyPathAndTheLiteralPatternEndAtOnce) {
-    file.Id3v1Tag.TagTitle = "before";
-    file.CurrentFileName = "a - b.mp3";
-    ReadTags("");
-    ReadTags("*.mp3");
-    EXPECT_EQ(file.Id3v1Tag.TagTitle, "before");
-}
 
 TEST_F(ReadTagsTest, Version1FieldsKeepTheirFullWidth) {
     const Id3v1Tag& tag =
@@ -131,22 +124,79 @@ TEST_F(ReadTagsTest, ABrokenVersion2HeaderIsNone) {
     }
 }
 
-/// Records what the component is asked for.
+/// Records what the component is asked for, and fails where it is told to.
 class RecordingTagComponent : public TagComponent {
 public:
-    void LoadFile(const std::string& path) override { loaded.push_back(path); }
-    bool HasV2Tag() const override { return false; }
-    std::string TagField(int) const override { return ""; }
+    static RecordingTagComponent& Install() {
+        auto owned = std::make_unique<RecordingTagComponent>();
+        RecordingTagComponent& component = *owned;
+        mainModule.TagComponent = std::move(owned);
+        return component;
+    }
+
+    void LoadFile(const std::string& path) override {
+        loaded.push_back(path);
+        FailIf(failLoad);
+    }
+    bool HasV2Tag() const override {
+        FailIf(failQuestion);
+        return hasTag;
+    }
+    std::string TagField(int index) const override {
+        FailIf(index == failField);
+        return "field " + std::to_string(index);
+    }
     void SetTagField(int, const std::string&) override {}
     void SaveFile(const std::string&) override {}
 
     std::vector<std::string> loaded;
+    bool hasTag = false;
+    bool failLoad = false;
+    bool failQuestion = false;
+    int failField = -1;
+
+private:
+    static void FailIf(bool failing) {
+        if (failing) {
+            throw RuntimeError(ErrorNumber::DeviceInputOutput, "the component is gone");
+        }
+    }
 };
 
+TEST_F(ReadTagsTest, AnEmptyPathAndTheLiteralPatternEndAtOnce) {
+    const RecordingTagComponent& component = RecordingTagComponent::Install();
+    file.Id3v1Tag.TagTitle = "before";
+    ReadTags("");
+    ReadTags("*.mp3");
+    EXPECT_TRUE(component.loaded.empty());
+    EXPECT_EQ(file.Id3v1Tag.TagTitle, "before");
+    ReadTags("*.wav");
+    EXPECT_EQ(component.loaded.size(), 1u) << "no other pattern is known";
+}
+
+TEST_F(ReadTagsTest, AComponentThatFailsIsPassedOver) {
+    RecordingTagComponent& component = RecordingTagComponent::Install();
+    component.hasTag = true;
+    component.failLoad = true;
+    EXPECT_EQ(ReadTagsOf("a.mp3", "ID3" + Audio).TagTitle, "field 2") << "the question is asked all the same";
+
+    component.failQuestion = true;
+    EXPECT_EQ(ReadTagsOf("b.mp3", Audio + TagV1("Eins", "Wer")).TagTitle[0], 'E');
+    EXPECT_TRUE(file.HasTagV1);
+}
+
+TEST_F(ReadTagsTest, AFieldThatFailsLeavesBlankWhatIsNotYetRead) {
+    RecordingTagComponent& component = RecordingTagComponent::Install();
+    component.hasTag = true;
+    file.Id3v1Tag.TagTitle = file.Id3v1Tag.TagArtist = "before";
+    component.failField = TagComponent::Performer;
+    EXPECT_EQ(ReadTagsOf("a.mp3", "ID3" + Audio).TagTitle, "field 2");
+    EXPECT_EQ(file.Id3v1Tag.TagArtist, "");
+    EXPECT_TRUE(file.HasTagV2);
+}
+
 TEST_F(ReadTagsTest, OnlyAFileThatBeginsWithId3IsGivenToTheComponent) {
-    auto owned = std::make_unique<RecordingTagComponent>();
-    const RecordingTagComponent& component = *owned;
-    mainModule.TagComponent = std::move(owned);
+    const RecordingTagComponent& component = RecordingTagComponent::Install();
     ReadTagsOf("a.mp3", Audio);
     ReadTagsOf("b.mp3", "ID3" + Audio);
     EXPECT_EQ(component.loaded, (std::vector<std::string>{"", folder / "b.mp3"}));

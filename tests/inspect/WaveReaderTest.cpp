@@ -90,6 +90,14 @@ TEST_F(WaveReaderTest, OtherChunksArePassedOverWhereverTheyStand) {
     EXPECT_EQ(Read("a.wav", Riff(Chunk("data", "abcdefgh") + Format(2, 44100, 4, 16))).Length, 2);
 }
 
+TEST_F(WaveReaderTest, AThousandOtherChunksDoNotKeepAWaveFromBeingRead) {
+    std::string chunks;
+    for (int i = 0; i < 1000; ++i) {
+        chunks += Chunk("junk", "ab");
+    }
+    EXPECT_EQ(Read("a.wav", Riff(chunks + Format(2, 44100, 4, 16) + Chunk("data", "abcdefgh"))).Length, 2);
+}
+
 TEST_F(WaveReaderTest, TheFirstChunkOfItsKindCounts) {
     EXPECT_EQ(
         Read("a.wav", Riff(Format(1, 44100, 4, 8) + Format(2, 8000, 4, 16) + Chunk("data", ""))).BitRate, 8);

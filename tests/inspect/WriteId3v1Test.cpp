@@ -50,6 +50,12 @@ TEST_F(WriteId3v1Test, AFileWithoutATagDoesNotGrowAndLosesItsLast128Bytes) {
     EXPECT_TRUE(msgBox.shown.empty());
 }
 
+TEST_F(WriteId3v1Test, AMarkInOtherLettersIsNone) {
+    const std::string path = File("a.mp3", Put(TagV1("alt", "alt"), 0, "tag"));
+    WriteId3v1(path, tag);
+    EXPECT_EQ(ReadFile(path), expected) << "the mark is written too";
+}
+
 TEST_F(WriteId3v1Test, AFileOf128BytesBecomesATag) {
     const std::string path = File("a.mp3", std::string(128, 'a'));
     WriteId3v1(path, tag);

@@ -102,6 +102,19 @@ TEST_F(CheckDatabaseTest, TheStatementsAreSentInTheirOrder) {
                      "Delete from FileCategories where Category_id in (5, 3)"}));
 }
 
+TEST_F(CheckDatabaseTest, ThePanelNamesEachStepBeforeItsStatements) {
+    AddCategory("a");
+    AddCategory("a");
+    Record().onStatement = [this](const std::string& statement) {
+        shown.push_back(statement.substr(0, statement.find(' ', statement.find(' ') + 1)));
+    };
+    events.onDoEvents = [this] { shown.push_back("events"); };
+    Check();
+    EXPECT_EQ(shown,
+              (Texts{"Prüfe Datenbank...", "events", "Select count(Category),", "Repariere Datenbank...",
+                     "events", "Select Category_id", "Delete from", "Delete from"}));
+}
+
 TEST_F(CheckDatabaseTest, ThePanelShowsTheRepairBeforeAnythingIsDeleted) {
     AddCategory("a");
     AddCategory("a");

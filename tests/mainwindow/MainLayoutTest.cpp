@@ -110,6 +110,21 @@ TEST(ResizeTest, ANegativeSizeIsPassedOverAndTheRestGoesOn) {
     EXPECT_EQ(layout.TreeView.Width, 11880);
     EXPECT_EQ(layout.Frame1.Height, 100);
     EXPECT_EQ(layout.grdMp3.Height, 8800);
+    layout.ScaleHeight = 500; // The tree pane follows the list pane, whose height stays.
+    layout.Frame3.Height = 1;
+    ResizeMain(layout, {5120, 3000, false}, Wide);
+    EXPECT_EQ(layout.Frame1.Height, 100);
+    EXPECT_EQ(layout.Frame3.Height, 100);
+    EXPECT_EQ(layout.ProgressBar.Top, 250);
+}
+
+TEST(ResizeTest, OnASmallScreenTheLetterRowFollowsTheListEvenWhereThatKeepsItsWidth) {
+    MainLayout layout = Started();
+    layout.ScaleWidth = 2800;
+    layout.Frame1.Width = 4000;
+    ResizeMain(layout, {5000, 3000, false}, Small);
+    EXPECT_EQ(layout.Frame1.Width, 4000);
+    EXPECT_EQ(layout.Frame2.Width, 3850);
 }
 
 TEST(SplitterTest, MovesBothPanesWithTheMouse) {
@@ -192,6 +207,38 @@ TEST(SplitterTest, ASizeThatWouldBeNegativeEndsTheHandler) {
     EXPECT_EQ(layout.Frame1.Left, 22895);
     EXPECT_EQ(layout.Frame1.Width, before.Frame1.Width);
     EXPECT_EQ(layout.lblSizer.Left, before.lblSizer.Left);
+}
+
+TEST(SplitterTest, AClampThatFindsNoRoomLeavesWhatItSetBefore) {
+    MainLayout narrow = Started();
+    narrow.ScaleWidth = 600;
+    narrow.Frame3.Width = 400;
+    narrow.Frame1.Width = 4000;
+    MainLayout layout = narrow;
+    DragSplitter(layout, -15);
+    EXPECT_EQ(layout.Frame3.Width, 499);
+    EXPECT_EQ(layout.Frame1.Left, 559);
+    EXPECT_EQ(layout.Frame1.Width, 4000);
+    EXPECT_EQ(layout.lblSizer.Left, narrow.lblSizer.Left);
+    layout = narrow;
+    layout.ScaleWidth = 550;
+    layout.Frame1.Width = 400;
+    DragSplitter(layout, 15);
+    EXPECT_EQ(layout.Frame1.Width, 499);
+    EXPECT_EQ(layout.Frame1.Left, 51);
+    EXPECT_EQ(layout.Frame3.Width, 400);
+    EXPECT_EQ(layout.lblSizer.Left, narrow.lblSizer.Left);
+}
+
+TEST(SplitterTest, AGridWithoutRoomKeepsTheTreeAndTheSplitterWhereTheyAre) {
+    MainLayout layout = Started();
+    layout.Frame1.Width = 600;
+    const MainLayout before = layout;
+    DragSplitter(layout, 500);
+    EXPECT_EQ(layout.Frame1.Width, 100);
+    EXPECT_EQ(layout.grdMp3, before.grdMp3);
+    EXPECT_EQ(layout.TreeView, before.TreeView);
+    EXPECT_EQ(layout.lblSizer, before.lblSizer);
 }
 
 TEST(SplitterTest, TheStoredPositionIsAppliedWithoutAClamp) {

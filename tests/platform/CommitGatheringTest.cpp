@@ -48,7 +48,71 @@ TEST_F(CommitGatheringTest, TheStatementAfterTheLimitBringsTheEarlierOnesToTheFi
     EXPECT_EQ(SeenByAnother(), Texts{});
     eager.CommitIfDue(database);
     EXPECT_EQ(SeenByAnother(), Texts{"one"});
-    EXPECT_EQ(sqlite::CommitGathering::MaximumAge.count(), 200);
+}
+
+TEST_F(CommitGatheringTest, EveryStatementOfAConnectionLooksWhetherACommitIsDue) {
+    mainModule.Connection = CreateSqliteConnection(services.regional, std::chrono::seconds(0));
+    Connection().Open(ConnectionStart + libraryPath);
+    Insert("one");
+    EXPECT_EQ(SeenByAnother(), Texts{});
+    Insert("two");
+    EXPECT_EQ(SeenByAnother(), Texts{"one"});
+    Rows("Select Name from Titel");
+    EXPECT_EQ(SeenByAnother(), (Texts{"one", "two"}));
+}
+
+TEST_F(CommitGatheringTest, TheLimitRunsFromTheFirstWriteAndNotFromTheLast) {
+    const auto library = sqlite::OpenLibraryFile(libraryPath);
+    sqlite3* const database = library.handle.get();
+    sqlite::CommitGathering::Clock::time_point now;
+    sqlite::CommitGathering commits(std::chrono::milliseconds(200), [&now] { return now; });
+    const auto writeAt = [&](int milliseconds) {
+        now = sqlite::CommitGathering::Clock::time_point(std::chrono::milliseconds(milliseconds));
+        commits.CommitIfDue(database);
+        commits.BeforeWrite(database);
+        sqlite::RunInternal(database, "Insert into Titel (Name) values ('x')");
+        commits.AfterWrite(database, SQLITE_DONE);
+        return SeenByAnother().size();
+    };
+    EXPECT_EQ(writeAt(1000), 0u);
+    EXPECT_EQ(writeAt(1100), 0u);
+    EXPECT_EQ(writeAt(1199), 0u);
+    EXPECT_EQ(writeAt(1200), 3u);
+    EXPECT_EQ(writeAt(1300), 3u);
+    EXPECT_EQ(writeAt(1400), 5u);
+}
+
+TEST_F(CommitGatheringTest, AFailingCommitSaysWhatIsLostAndTheNextWritesAreKept) {
+    const auto library = sqlite::OpenLibraryFile(libraryPath);
+    sqlite3* const database = library.handle.get();
+    sqlite::RunInternal(database, "pragma foreign_keys = on; create table Child (Title_id integer references "
+                                  "Titel (Title_id) deferrable initially deferred)");
+    sqlite::CommitGathering commits{std::chrono::hours(1)};
+    const auto write = [&](const char* statement) {
+        commits.BeforeWrite(database);
+        sqlite::RunInternal(database, statement);
+        commits.AfterWrite(database, SQLITE_DONE);
+    };
+    const auto failure = [&]() -> std::string {
+        try {
+            commits.Commit(database);
+        } catch (const RuntimeError& error) {
+            return error.Description();
+        }
+        return "none";
+    };
+    write("Insert into Titel (Name) values ('lost')");
+    write("Insert into Child values (99)"); // The transaction stays open when its commit fails.
+    EXPECT_EQ(failure(), "FOREIGN KEY constraint failed (2 earlier changes were undone)");
+    EXPECT_EQ(SeenByAnother(), Texts{});
+    sqlite3_commit_hook(
+        database, [](void*) { return 1; }, nullptr);
+    write("Insert into Titel (Name) values ('lost too')"); // The engine itself takes the transaction back.
+    EXPECT_EQ(failure(), "constraint failed (1 earlier changes were undone)");
+    sqlite3_commit_hook(database, nullptr, nullptr);
+    write("Insert into Titel (Name) values ('kept')");
+    EXPECT_EQ(failure(), "none");
+    EXPECT_EQ(SeenByAnother(), Texts{"kept"});
 }
 
 TEST_F(CommitGatheringTest, ClosingCommits) {

@@ -1,6 +1,8 @@
 #include "platform/posix/PosixFileSystem.h"
 
 #include "platform/RuntimeError.h"
+#include "platform/posix/PosixFolderWalk.h"
+#include "support/OrdinaryUser.h"
 #include "support/SmallAudio.h"
 #include "support/TemporaryFolder.h"
 
@@ -12,6 +14,7 @@
 #include <ctime>
 #include <filesystem>
 #include <functional>
+#include <map>
 
 #include <fcntl.h>
 #include <sys/socket.h>
@@ -26,26 +29,6 @@ namespace fs = std::filesystem;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
-
-// Rights bind everyone but the superuser: a test that needs them steps down for its length.
-class WithoutPrivileges {
-public:
-    WithoutPrivileges() {
-        if (::geteuid() == 0) {
-            m_steppedDown = ::seteuid(65534) == 0;
-        }
-    }
-    ~WithoutPrivileges() {
-        if (m_steppedDown && ::seteuid(0) != 0) {
-            std::abort();
-        }
-    }
-    WithoutPrivileges(const WithoutPrivileges&) = delete;
-    WithoutPrivileges& operator=(const WithoutPrivileges&) = delete;
-
-private:
-    bool m_steppedDown = false;
-};
 
 class PosixFileSystemTest : public ::testing::Test {
 protected:
@@ -155,7 +138,7 @@ TEST_F(PosixFileSystemTest, AFolderThatIsMissingOrNoFolderOrMayNotBeReadRaisesEr
     EXPECT_EQ(NumberOf([&] { fileSystem->GetFolder(folder / "file"); }), 76);
     EXPECT_EQ(NumberOf([&] { fileSystem->GetFolder(""); }), 76);
     EXPECT_EQ(NumberOf([&] { fileSystem->GetFolder(folder.Path() + std::string("\0x", 2)); }), 76);
-    const WithoutPrivileges user;
+    const OrdinaryUser user;
     EXPECT_EQ(NumberOf([&] { fileSystem->GetFolder(folder / "private"); }), 76);
 }
 
@@ -211,14 +194,22 @@ TEST_F(PosixFileSystemTest, PipesSocketsDevicesAndDanglingLinksArePassedOverAndN
     EXPECT_THAT(NamesIn(*walk, folder.Path()), ElementsAre("good.mp3"));
 
     std::vector<std::string> notes;
+    std::map<std::string, SkippedEntry::Kind> kinds;
     for (const SkippedEntry& entry : walk->TakeSkipped()) {
-        notes.push_back(entry.path.substr(folder.Path().size() + 1) + ": " + entry.reason);
+        const std::string name = entry.path.substr(folder.Path().size() + 1);
+        notes.push_back(name + ": " + entry.reason);
+        kinds[name] = entry.kind;
     }
     EXPECT_THAT(notes, UnorderedElementsAre("pipe.mp3: " + std::string(std::strerror(EOPNOTSUPP)),
                                             "socket.mp3: " + std::string(std::strerror(EOPNOTSUPP)),
                                             "device.mp3: " + std::string(std::strerror(EOPNOTSUPP)),
                                             "dangling.mp3: " + std::string(std::strerror(ENOENT)),
                                             "circle.mp3: " + std::string(std::strerror(ELOOP))));
+    EXPECT_EQ(kinds["pipe.mp3"], SkippedEntry::Kind::NoPlainFile);
+    EXPECT_EQ(kinds["socket.mp3"], SkippedEntry::Kind::NoPlainFile);
+    EXPECT_EQ(kinds["device.mp3"], SkippedEntry::Kind::NoPlainFile);
+    EXPECT_EQ(kinds["dangling.mp3"], SkippedEntry::Kind::Missing);
+    EXPECT_EQ(kinds["circle.mp3"], SkippedEntry::Kind::LinkCircle);
     EXPECT_THAT(walk->TakeSkipped(), IsEmpty()) << "notes are handed out once";
 }
 
@@ -227,17 +218,21 @@ TEST_F(PosixFileSystemTest, AnUnreadableSubFolderIsPassedOverAndNoted) {
     Write("private/x.mp3");
     Write("good.mp3");
     Lock("private");
-    const WithoutPrivileges user;
+    const OrdinaryUser user;
     const auto walk = fileSystem->GetFolder(folder.Path());
 
     EXPECT_THAT(AllFiles(*walk), ElementsAre("good.mp3"));
-    EXPECT_EQ(ReasonFor(*walk, folder / "private"), std::strerror(EACCES));
+    const std::vector<SkippedEntry> skipped = walk->TakeSkipped();
+    ASSERT_EQ(skipped.size(), 1U);
+    EXPECT_EQ(skipped[0].path, folder / "private");
+    EXPECT_EQ(skipped[0].reason, std::strerror(EACCES));
+    EXPECT_EQ(skipped[0].kind, SkippedEntry::Kind::NoAccess);
 }
 
 TEST_F(PosixFileSystemTest, AnUnreadableFileIsListedButGivesNoFacts) {
     Write("locked.mp3");
     Lock("locked.mp3");
-    const WithoutPrivileges user;
+    const OrdinaryUser user;
     const auto walk = fileSystem->GetFolder(folder.Path());
 
     EXPECT_THAT(NamesIn(*walk, folder.Path()), ElementsAre("locked.mp3"));
@@ -250,7 +245,7 @@ TEST_F(PosixFileSystemTest, AFolderThatMayBeListedButNotEnteredGivesNoFacts) {
     Write("listed/x.mp3");
     fs::permissions(folder / "listed", fs::perms(0444));
     locked.push_back(folder / "listed");
-    const WithoutPrivileges user;
+    const OrdinaryUser user;
     const auto walk = fileSystem->GetFolder(folder.Path());
 
     EXPECT_THAT(AllFiles(*walk), ElementsAre("listed/x.mp3"));
@@ -308,6 +303,34 @@ TEST_F(PosixFileSystemTest, FactsTellNamePathSizeAndDates) {
     } else {
         EXPECT_EQ(facts->dateCreated, facts->dateLastModified);
     }
+}
+
+TEST(FactsOfTest, WhereNoBirthIsKeptTheDateOfCreationIsThatOfTheLastChange) {
+    posix::MountTable mounts;
+    struct statx raw {};
+    raw.stx_mask = STATX_MTIME;
+    raw.stx_mtime.tv_sec = 1000000000;
+    raw.stx_btime.tv_sec = 900000000;
+    FileFacts facts = posix::FactsOf("/a.mp3", raw, mounts);
+    EXPECT_EQ(facts.dateLastModified.year, 2001);
+    EXPECT_EQ(facts.dateCreated, facts.dateLastModified);
+
+    raw.stx_mask |= STATX_BTIME;
+    EXPECT_EQ(posix::FactsOf("/a.mp3", raw, mounts).dateCreated.year, 1998);
+    raw.stx_btime.tv_sec = 0;
+    EXPECT_EQ(posix::FactsOf("/a.mp3", raw, mounts).dateCreated, facts.dateLastModified);
+}
+
+TEST_F(PosixFileSystemTest, ALinkIsHiddenByItsOwnName) {
+    fs::create_directory(folder / "real");
+    Write("real/a.mp3");
+    fs::create_symlink("real/a.mp3", folder / ".hidden.mp3");
+    const auto walk = fileSystem->GetFolder(folder.Path());
+
+    const FolderContents contents = walk->List(folder.Path());
+
+    ASSERT_EQ(contents.files.size(), 1u);
+    EXPECT_TRUE(contents.files[0].hidden);
 }
 
 TEST_F(PosixFileSystemTest, FactsAreToldAlsoForFilesOutsideTheFolderLastListed) {

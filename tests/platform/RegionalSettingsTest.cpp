@@ -60,6 +60,16 @@ TEST(FormatNumberTest, CarriesThroughNines) {
     EXPECT_EQ(FormatNumber(0.996, 2, German()), "1,00");
 }
 
+TEST(FormatNumberTest, WhatIsNoNumberShowsAsZero) {
+    EXPECT_EQ(FormatNumber(std::nan(""), 2, German()), "0");
+    EXPECT_EQ(FormatNumber(-INFINITY, 2, German()), "0");
+}
+
+TEST(FormatNumberTest, CountsFifteenDigits) {
+    EXPECT_EQ(FormatNumber(123456789012345678.0, 2, German()), "123.456.789.012.346.000,00");
+    EXPECT_EQ(FormatNumber(1234567890123.456, 2, American()), "1,234,567,890,123.46");
+}
+
 TEST(FormatNumberTest, ZeroHasNoSign) {
     EXPECT_EQ(FormatNumber(0, 2, German()), "0,00");
     EXPECT_EQ(FormatNumber(-0.001, 2, German()), "0,00");
@@ -171,6 +181,11 @@ TEST(ParseDateTest, ReadsEveryFormThatItWrites) {
     }
 }
 
+TEST(ParseDateTest, ATimeMayBeShort) {
+    EXPECT_EQ(ParseDate("5.11.2026 14:03", German()), (DateTime{2026, 11, 5, 14, 3, 0}));
+    EXPECT_EQ(ParseDate("11/5/2026 2 pm", American()), (DateTime{2026, 11, 5, 14, 0, 0}));
+}
+
 TEST(ParseDateTest, FollowsTheOrderOfTheSystem) {
     EXPECT_EQ(ParseDate("05.11.2026", German()), (DateTime{2026, 11, 5}));
     EXPECT_EQ(ParseDate("05/11/2026", American()), (DateTime{2026, 5, 11}));
@@ -201,7 +216,8 @@ TEST(ParseDateTest, AnIsoTextIsReadWhereTheYearComesFirst) {
 TEST(ParseDateTest, RefusesWhatIsNoDate) {
     for (const char* text :
          {"", "-", "abc", "5.11", "32.1.2026", "29.02.2025", "31.04.2026", "5.11.2026 25:00:00",
-          "5.11.2026 10:60:00", "1.2.3.4.5.6.7", "5x11x2026", "00.00.0000"}) {
+          "5.11.2026 10:60:00", "1.2.3.4.5.6.7", "5x11x2026", "00.00.0000", "5M11M2026", "am 5.11.2026",
+          "5.11.2026 PM", "5.11.2026 14", "1.1.20261231", "05.11.026"}) {
         EXPECT_EQ(ParseDate(text, German()), std::nullopt) << text;
     }
     EXPECT_EQ(ParseDate("29.02.2024", German()), (DateTime{2024, 2, 29}));

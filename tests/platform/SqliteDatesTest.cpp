@@ -1,4 +1,5 @@
 #include "platform/RuntimeError.h"
+#include "platform/sqlite/DateColumns.h"
 #include "support/TestLibrary.h"
 
 #include <fstream>
@@ -112,6 +113,17 @@ TEST_F(SqliteDatesTest, NoDateStaysNoDate) {
     EXPECT_EQ(rows.At(0, 0).GetKind(), ADODB::Field::Kind::Text);
     EXPECT_EQ(rows.At(0, 0).Text(), "");
     EXPECT_TRUE(rows.At(1, 0).IsNull());
+}
+
+TEST_F(SqliteDatesTest, AStoredTextInAnotherFormIsShownAsItIs) {
+    const RegionalSettings regional;
+    EXPECT_EQ(sqlite::ShownDate("2026-11-20", regional), "20.11.2026");
+    EXPECT_EQ(sqlite::ShownDate("2026-11-20 04:05:06", regional), "20.11.2026 04:05:06");
+    for (const char* text :
+         {"", "x", "2026-13-45", "2026-02-30", "2026/11/20", "20-11-2026", "2026-1-20x",
+          "2026-11-20 25:00:00", "2026-11-20 04:05", "+026-11-20", "2026-11-20 aa:00:00"}) {
+        EXPECT_EQ(sqlite::ShownDate(text, regional), text);
+    }
 }
 
 TEST_F(SqliteDatesTest, ADateInATextColumnIsAText) {

@@ -111,6 +111,7 @@ TEST_F(SqliteDialectTest, OneStatementATextWithoutATerminator) {
     EXPECT_THROW(Execute("Delete from Files; Delete from Titel"), RuntimeError);
     EXPECT_THROW(Execute(""), RuntimeError);
     EXPECT_THROW(Execute("   "), RuntimeError);
+    EXPECT_EQ(Value("Select Count(File_id) from Files;"), "2"); // One that comes all the same is passed over.
     EXPECT_EQ(Count("Select * from Files"), 2);
     EXPECT_EQ(Count("Select * from Titel"), 2);
 }

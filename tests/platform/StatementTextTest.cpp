@@ -45,7 +45,7 @@ TEST_F(StatementTextTest, BracketsInsideATextStayAsTheyAre) {
     EXPECT_EQ(Scan("Select 1 from Files where Name = 'Live [Vol.2] ''x'''"),
               "Select 1 from Files where Name = ?");
     EXPECT_EQ(Values(), Texts{"Live [Vol.2] 'x'"});
-    text.ScanKeepingLiterals("Select '[A.B]', \"[C.D]\"");
+    text.ScanKeepingLiterals("Select '[A.B]', \"[C.D]\"", {});
     EXPECT_EQ(text.Sql(), "Select '[A.B]', \"[C.D]\"");
 }
 
@@ -53,6 +53,7 @@ TEST_F(StatementTextTest, ValuesBecomeParametersAndNamesAndSortPlacesDoNot) {
     EXPECT_EQ(Scan("Select Q1 from T2 where A = 128 and B = 1.5 and C in (1, 2) Order By 1, 2"),
               "Select Q1 from T2 where A = ? and B = ? and C in (?, ?) Order By 1, 2");
     EXPECT_EQ(Values(), (Texts{"128", "1.500000", "1", "2"}));
+    EXPECT_EQ(Scan("Select A, B from T Group By A, 2"), "Select A, B from T Group By A, 2");
     EXPECT_EQ(Scan("Update F set [Position] = [Position] - 1 where A = -5"),
               "Update F set [Position] = [Position] - 1 where A = -5");
     EXPECT_EQ(Scan("Select 1 where A = 99999999999999999999"), "Select 1 where A = 99999999999999999999");
@@ -92,6 +93,19 @@ TEST_F(StatementTextTest, WhatWouldCutAStatementSilentlyIsRefused) {
     EXPECT_THROW(Scan(std::string_view("Select 'a\0b'", 12)), RuntimeError);
     EXPECT_EQ(Scan("Select 'a -- b /* c'"), "Select ?");
     EXPECT_EQ(Values(), Texts{"a -- b /* c"});
+}
+
+TEST_F(StatementTextTest, AParameterOfTheStatementsOwnIsRefused) {
+    EXPECT_THROW(Scan("Select 1 from Files where Name = 'x' and Path = ?1"), RuntimeError);
+    EXPECT_THROW(Scan("Select 1 from Files where Name = ?"), RuntimeError);
+    EXPECT_EQ(Scan("Select '?1'"), "Select ?");
+}
+
+TEST_F(StatementTextTest, DatesAreConvertedEvenWhereOtherLiteralsStay) {
+    text.ScanKeepingLiterals("Update Files set Name = 'x', DateLastModified = '04.05.2006' where File_id = 1",
+                             {"datelastmodified"});
+    EXPECT_EQ(text.Sql(), "Update Files set Name = 'x', DateLastModified = ? where File_id = 1");
+    EXPECT_EQ(Values(), Texts{"@04.05.2006"});
 }
 
 TEST_F(StatementTextTest, UnfinishedQuotesAndBracketsDoNotRunOverTheEnd) {

@@ -124,6 +124,21 @@ TEST_F(TagLibReadTest, ATagSpansManyWindows) {
     EXPECT_EQ(TitleOf(3, frames + TextFrame(3, "TIT2", "Titel")), "Titel");
 }
 
+TEST_F(TagLibReadTest, ATextOfMoreThanAMegabyteIsPassedOver) {
+    const std::string longest((1 << 20) - 11, 'x'); // With its header and its encoding a frame of a megabyte.
+    EXPECT_EQ(TitleOf(3, TextFrame(3, "TIT2", longest)), longest);
+    EXPECT_EQ(TitleOf(3, TextFrame(3, "TIT2", longest + "x")), "");
+}
+
+TEST_F(TagLibReadTest, NoMoreThan65536FramesAreLookedAt) {
+    std::string frames;
+    for (int i = 0; i < 65535; ++i) {
+        frames += TextFrame(2, "TXX", "");
+    }
+    EXPECT_EQ(TitleOf(2, frames + TextFrame(2, "TT2", "Titel")), "Titel");
+    EXPECT_EQ(TitleOf(2, frames + TextFrame(2, "TXX", "") + TextFrame(2, "TT2", "Titel")), "");
+}
+
 TEST_F(TagLibReadTest, AnEmptyTagCounts) {
     for (int major = 2; major <= 4; ++major) {
         EXPECT_TRUE(Load(TagV2(major, "") + Audio)) << major;

@@ -14,6 +14,7 @@
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 
 namespace quavernet::test {
 
@@ -232,6 +233,21 @@ TEST_F(TagLibWriteTest, RightsAndTimesStay) {
     }
 }
 
+TEST_F(TagLibWriteTest, TheUsersOwnAttributesStayWhereTheFileSystemKeepsAny) {
+    WriteFile(path, TagV2(3, TextFrame(3, "TIT2", "Alt")) + Audio);
+    const bool keeps = ::setxattr(path.c_str(), "user.rating", "5", 1, 0) == 0;
+    const ino_t before = Inode(path);
+    SaveAgain({{T::Title, "Ein neuer Titel"}});
+    ASSERT_NE(Inode(path), before) << "a copy";
+    char value = 0;
+    EXPECT_EQ(::getxattr(path.c_str(), "user.rating", &value, 1) == 1 && value == '5', keeps);
+}
+
+TEST_F(TagLibWriteTest, ControlCharactersAreNotTakenForWindows1252) {
+    Save(TagV2(3, "", 200) + Audio, {{T::Title, "a\xC2\x85z"}});
+    EXPECT_EQ(FieldOf(T::Title), "a\xC2\x85z");
+}
+
 TEST_F(TagLibWriteTest, ALinkStaysALink) {
     std::filesystem::create_directory(folder / "music");
     WriteFile(folder / "music/real.mp3", TagV2(3, TextFrame(3, "TIT2", "Alt")) + Audio);
@@ -241,6 +257,26 @@ TEST_F(TagLibWriteTest, ALinkStaysALink) {
     EXPECT_EQ(ReadFile(folder / "music/real.mp3"),
               TagV2(3, TextFrame(3, "TIT2", "Ein neuer Titel"), 1024) + Audio);
 }
+
+// While it lives, no write reaches beyond so many bytes of a file.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN)) {
+        EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &m_old), 0);
+        const struct rlimit small = {bytes, m_old.rlim_max};
+        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+    }
+    ~FullDisk() {
+        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &m_old), 0);
+        std::signal(SIGXFSZ, m_handler);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    void (*m_handler)(int);
+    struct rlimit m_old {};
+};
 
 class TagLibWriteFailureTest : public TagLibWriteTest {
 protected:
@@ -295,16 +331,23 @@ TEST_F(TagLibWriteFailureTest, AFullDiskLeavesTheOldFileAndNoCopy) {
     const std::string contents = TagV2(3, TextFrame(3, "TIT2", "Alt")) + std::string(100000, 'a');
     WriteFile(path, contents);
     component->SetTagField(T::Title, "Ein neuer Titel");
-    struct rlimit old {};
-    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &old), 0);
-    auto* const handler = std::signal(SIGXFSZ, SIG_IGN);
-    const struct rlimit small = {50000, old.rlim_max};
-    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-    ExpectFailure(path);
-    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &old), 0);
-    std::signal(SIGXFSZ, handler);
+    {
+        const FullDisk disk(50000);
+        ExpectFailure(path);
+    }
     EXPECT_EQ(ReadFile(path), contents);
     EXPECT_EQ(Names(), std::vector<std::string>{"a.mp3"});
+}
+
+TEST_F(TagLibWriteFailureTest, AWriteInPlaceThatEndsHalfwayPutsTheOldBytesBack) {
+    const std::string contents = TagV2(3, TextFrame(3, "TIT2", "Alt"), 200) + Audio;
+    WriteFile(path, contents);
+    component->SetTagField(T::Title, std::string(100, 'x'));
+    {
+        const FullDisk disk(60); // Within the title.
+        ExpectFailure(path);
+    }
+    EXPECT_EQ(ReadFile(path), contents);
 }
 
 TEST_F(TagLibWriteFailureTest, ATagThatIsLargerThanItsFileIsNotTouched) {

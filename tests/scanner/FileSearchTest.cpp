@@ -1,5 +1,6 @@
 #include "scanner/FileSearch.h"
 
+#include "scanner/FolderOrder.h"
 #include "support/ScanTest.h"
 
 #include <gmock/gmock.h>
@@ -104,6 +105,63 @@ TEST_F(FileSearchTest, TheRestoreDataOfAnotherSystemAndAllBelowItAreLeftOut) {
     EXPECT_THAT(StoredPaths(), ElementsAre("a.mp3"));
 }
 
+TEST_F(FileSearchTest, ATickChangedInTheScanHoldsForTheKindsAtOnceAndForTheRestInTheNext) {
+    WriteMp3("a.mp3");
+    Write("sub/b.wav", WaveBytes());
+    WriteMp3("sub/c.mp3");
+    events.onDoEvents = [&] {
+        if (window.panels[1].starts_with("Scanning... ")) {
+            window.options.ScanWav = false;
+            window.options.Recursive = false;
+            window.options.QuickScan = true;
+        }
+    };
+
+    Scan();
+
+    EXPECT_THAT(StoredPaths(), ElementsAre("a.mp3", "sub/c.mp3"));
+    EXPECT_THAT(connection.StatementsOf("Select Path from Files where"), IsEmpty());
+}
+
+TEST_F(FileSearchTest, ATickChangedInTheCountHoldsInTheNextScan) {
+    Write("a.txt");
+    Write("sub/b.txt");
+    events.onDoEvents = [&] { window.options.Recursive = false; };
+
+    Scan();
+
+    EXPECT_THAT(window.progressValues, ElementsAre(50.0F, 100.0F, 0.0F));
+}
+
+TEST_F(FileSearchTest, EventsRunOnceAFileIsStoredAndItsSizeIsText) {
+    Write("a.mp3", std::string(1600000, 'x'));
+    int stored = 0;
+    events.onDoEvents = [&] {
+        if (!connection.StatementsOf("Insert Into Files").empty()) {
+            ++stored;
+            EXPECT_EQ(mainModule.CurrentFile.FileSize, "1,53");
+        }
+    };
+
+    Scan();
+
+    EXPECT_EQ(stored, 1);
+}
+
+TEST(FolderOrderTest, AFolderIsFollowedByWhatLiesBelowItAndThenByItsNeighbour) {
+    FolderOrder order("/");
+    std::vector<std::string> visited;
+    while (!order.IsDone()) {
+        visited.push_back(order.Next());
+        if (visited.back() == "/") {
+            order.AddSubFolders({"/b", "/a", "/c"});
+        } else if (visited.back() == "/b") {
+            order.AddSubFolders({"/b/2", "/b/1"});
+        }
+    }
+    EXPECT_THAT(visited, ElementsAre("/", "/b", "/b/2", "/b/1", "/a", "/c")) << "no sorting is done";
+}
+
 TEST_F(FileSearchTest, HiddenFilesAreScannedThoughTheyWereNotCounted) {
     Write("a.txt");
     WriteMp3(".b.mp3");
@@ -133,23 +191,27 @@ TEST_F(FileSearchTest, TheTimeLeftTurnsNegativeBehindTheCountedFiles) {
         ElementsAre("panel 3: verbl.: 00:00:00", "panel 3: verbl.: 00:00:-15", "panel 3: verbl.: 00:00:-20"));
 }
 
-TEST_F(FileSearchTest, TheFieldsOfTheFileBeforeAreClearedAlsoForFilesThatArePassedOver) {
-    Write("a.txt");
-    CurrentFile& file = mainModule.CurrentFile;
-    file.FileTitle = file.FileArtist = file.FileQuality = file.FileSize = file.FileName = file.FilePath =
-        file.FileDate = file.FileDrive = file.FileGenre = file.FileAlbum = "before";
-    file.CurrentPath = file.CurrentFileName = file.DetailsPath = "before";
+TEST_F(FileSearchTest, TheFieldsOfTheFileBeforeAreClearedAlsoForFilesThatAreNotStored) {
+    for (const char* name : {"a.txt", "a.ogg"}) {
+        const TemporaryFolder other;
+        dialogs.folder = other.Path();
+        WriteBytes(other / name, "x");
+        CurrentFile& file = mainModule.CurrentFile;
+        file.FileTitle = file.FileArtist = file.FileQuality = file.FileSize = file.FileName = file.FilePath =
+            file.FileDate = file.FileDrive = file.FileGenre = file.FileAlbum = "before";
+        file.CurrentPath = file.CurrentFileName = file.DetailsPath = "before";
 
-    Scan();
+        Scan();
 
-    for (const std::string& text :
-         {file.FileTitle, file.FileArtist, file.FileQuality, file.FileSize, file.FileName, file.FilePath,
-          file.FileDate, file.FileDrive, file.FileGenre, file.FileAlbum}) {
-        EXPECT_EQ(text, "");
+        for (const std::string& text :
+             {file.FileTitle, file.FileArtist, file.FileQuality, file.FileSize, file.FileName, file.FilePath,
+              file.FileDate, file.FileDrive, file.FileGenre, file.FileAlbum}) {
+            EXPECT_EQ(text, "");
+        }
+        EXPECT_EQ(file.CurrentPath, "before");
+        EXPECT_EQ(file.CurrentFileName, "before");
+        EXPECT_EQ(file.DetailsPath, "before");
     }
-    EXPECT_EQ(file.CurrentPath, "before");
-    EXPECT_EQ(file.CurrentFileName, "before");
-    EXPECT_EQ(file.DetailsPath, "before");
 }
 
 TEST_F(FileSearchTest, TheSizeOfAStoredFileBecomesItsMegabytes) {

@@ -158,13 +158,22 @@ TEST_F(ScanDriverTest, AnEmptyStandardPathStartsNoScan) {
 
 TEST_F(ScanDriverTest, AnyOtherValueOfTheSettingAsksForTheFolder) {
     settings.values["Scanpath"] = music.Path();
-    for (const char* value : {"0", "", "2", "ja"}) {
+    for (const char* value : {"0", "", "2", "ja", "-1", "11"}) {
         settings.values["ScanpathValue"] = value;
         dialogs.folder = std::nullopt;
         Scan();
     }
 
-    EXPECT_EQ(dialogs.titles.size(), 4u);
+    EXPECT_EQ(dialogs.titles.size(), 6u);
+}
+
+TEST_F(ScanDriverTest, TheSettingCountsByItsNumber) {
+    for (const char* value : {"1", " 1", "1.0", "01"}) {
+        settings.values["ScanpathValue"] = value;
+        Scan();
+    }
+
+    EXPECT_THAT(dialogs.titles, IsEmpty());
 }
 
 TEST_F(ScanDriverTest, AFolderThatCannotBeOpenedEndsTheCommandWithoutAMessage) {
@@ -276,9 +285,10 @@ TEST_F(ScanDriverTest, ACancelInTheSearchEndsItAtTheNextFileAndFinishesAsUsual) 
 TEST_F(ScanDriverTest, ACancelBetweenFoldersLeavesTheSecondUntouched) {
     WriteMp3("one/a.mp3");
     WriteMp3("two/b.mp3");
-    int stored = 0;
+    int listed = 0;
+    volumes.onList = [&](FolderContents&) { ++listed; };
     events.onDoEvents = [&] {
-        if (connection.StatementsOf("Insert Into Files").size() == 1 && ++stored == 1) {
+        if (!connection.StatementsOf("Insert Into Files").empty()) {
             driver.Cancel();
         }
     };
@@ -286,6 +296,8 @@ TEST_F(ScanDriverTest, ACancelBetweenFoldersLeavesTheSecondUntouched) {
     Scan();
 
     EXPECT_EQ(StoredPaths().size(), 1u);
+    EXPECT_EQ(listed, 3 + 2) << "all three to count, two to search";
+    EXPECT_FALSE(mainModule.CurrentFile.FileName.empty());
 }
 
 TEST_F(ScanDriverTest, WithLoadOverSearchTheListStaysEmpty) {
@@ -339,6 +351,27 @@ TEST_F(ScanDriverTest, WithoutOggFilesThePassDoesNotRun) {
     EXPECT_EQ(ogg.runs, 0);
 }
 
+TEST_F(ScanDriverTest, WithoutAPassOggFilesAreLeftAlone) {
+    Write("a.ogg");
+    ScanDriver withoutPass(window, log);
+
+    withoutPass.StartScan();
+
+    EXPECT_THAT(StoredPaths(), IsEmpty());
+    EXPECT_EQ(calls.back(), "panel 1: ");
+    EXPECT_FALSE(mainModule.SuppressComboClick);
+}
+
+TEST_F(ScanDriverTest, TheSumOfMegabytesBeginsAnewInTheNextScan) {
+    Write("a.mp3", std::string(1600000, 'x'));
+    Write("b.ogg");
+
+    Scan();
+    EXPECT_DOUBLE_EQ(ogg.megabytes, 1.53);
+    Scan();
+    EXPECT_DOUBLE_EQ(ogg.megabytes, 1.53);
+}
+
 TEST_F(ScanDriverTest, TheOggPathsOfOneScanAreGoneInTheNext) {
     Write("a.ogg");
     Scan();
@@ -346,6 +379,18 @@ TEST_F(ScanDriverTest, TheOggPathsOfOneScanAreGoneInTheNext) {
     Scan();
 
     EXPECT_THAT(ogg.paths, ElementsAre(music / "b.ogg"));
+}
+
+TEST_F(ScanDriverTest, TheOggPathsOfAScanThatFailedAreGoneInTheNext) {
+    Write("a.ogg");
+    WriteMp3("sub/b.mp3");
+    connection.failOn = "Insert Into Files";
+    EXPECT_THROW(Scan(), RuntimeError);
+    connection.failOn.clear();
+
+    Scan();
+
+    EXPECT_THAT(ogg.paths, ElementsAre(music / "a.ogg"));
 }
 
 TEST_F(ScanDriverTest, AFailingStatementLeavesTheScanWhereItWas) {

@@ -62,9 +62,16 @@ TEST_F(VolumesTest, DrivePathTurnsANetworkPathIntoALocalOne) {
 
 TEST_F(VolumesTest, DrivePathWithoutAMatchGivesThePathBackOrRaisesError5) {
     EXPECT_EQ(DrivePath("//server/musical/x.mp3", true), "//server/musical/x.mp3");
-    EXPECT_EQ(DrivePath("/home/x.mp3", true), "/home/x.mp3");
+    EXPECT_EQ(DrivePath("home/x.mp3", true), "home/x.mp3");
     EXPECT_EQ(NumberOf([] { DrivePath("//other/x.mp3", false); }), 5);
-    EXPECT_EQ(NumberOf([] { DrivePath("/home/x.mp3", false); }), 5);
+    EXPECT_EQ(NumberOf([] { DrivePath("home/x.mp3", false); }), 5);
+}
+
+TEST_F(VolumesTest, DrivePathFindsALocalPathOnItsDriveAndLeavesIt) {
+    EXPECT_EQ(DrivePath("/home/x.mp3", false), "/home/x.mp3");
+    volumes.drives = {"/media/disc"};
+    EXPECT_EQ(DrivePath("/media/disc/x.mp3", false), "/media/disc/x.mp3");
+    EXPECT_EQ(NumberOf([] { DrivePath("/media/disco/x.mp3", false); }), 5);
 }
 
 FileFacts Facts(const std::string& path, const std::string& drive) {
@@ -109,6 +116,7 @@ TEST_F(VolumesTest, ANetworkFileIsStoredByItsNetworkNameWhereverTheDriveStandsIn
 TEST_F(VolumesTest, AFileWithoutADateIsDatedToTheFirstDayOf1900) {
     FileFacts facts = Facts("/a.mp3", "/");
     facts.dateCreated = DateTime();
+    mainModule.CurrentFile.FileDate = "17.05.2020"; // Of the file before.
     FillFileFields(facts);
 
     EXPECT_EQ(mainModule.CurrentFile.FileDate, "01.01.1900 00:00:00");

@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace quavernet::test {
@@ -105,6 +106,15 @@ public:
 
     int count = 0;
     std::function<void()> onDoEvents;
+};
+
+class RecordingHelpViewer : public HelpViewer {
+public:
+    void DisplayTopic(const std::string& file, const std::string& page) override {
+        shown.emplace_back(file, page);
+    }
+
+    std::vector<std::pair<std::string, std::string>> shown; ///< Help file and page.
 };
 
 class HandClock : public Clock {

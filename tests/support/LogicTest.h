@@ -18,6 +18,7 @@ protected:
         services.dialogs = &dialogs;
         services.events = &events;
         services.clock = &clock;
+        services.helpViewer = &helpViewer;
     }
     ~LogicTest() override {
         mainModule = MainModule();
@@ -30,6 +31,7 @@ protected:
     ScriptedDialogs dialogs;
     HandEvents events;
     HandClock clock;
+    RecordingHelpViewer helpViewer;
 };
 
 } // namespace quavernet::test

@@ -101,6 +101,7 @@ public:
         paths = run.OggPaths;
         filesDone = run.FilesDone;
         cancelled = run.CancelScan;
+        megabytes = run.ScannedMegabytes;
         start = mainModule.ScanStartTime;
     }
 
@@ -108,6 +109,7 @@ public:
     std::vector<std::string> paths;
     std::int32_t filesDone = -1;
     bool cancelled = false;
+    double megabytes = -1;
     DateTime start;
 };
 

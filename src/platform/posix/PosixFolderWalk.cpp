@@ -22,6 +22,23 @@ DateTime DateOf(const struct statx_timestamp& time) {
     return IsValidDate(date) ? date : DateTime();
 }
 
+SkippedEntry::Kind KindOf(int error) {
+    switch (error) {
+    case EACCES:
+    case EPERM:
+        return SkippedEntry::Kind::NoAccess;
+    case ENOENT:
+    case ENOTDIR:
+        return SkippedEntry::Kind::Missing;
+    case ELOOP:
+        return SkippedEntry::Kind::LinkCircle;
+    case NotForScanning:
+        return SkippedEntry::Kind::NoPlainFile;
+    default:
+        return SkippedEntry::Kind::Unreadable;
+    }
+}
+
 } // namespace
 
 FileFacts FactsOf(const std::string& path, const struct statx& facts, MountTable& mounts) {
@@ -188,7 +205,7 @@ std::string PosixFolderWalk::FullPath(std::string_view name) const {
 }
 
 void PosixFolderWalk::Note(const std::string& path, int error) {
-    m_skipped.push_back({path, ErrorText(error)});
+    m_skipped.push_back({path, ErrorText(error), KindOf(error)});
 }
 
 std::vector<SkippedEntry> PosixFolderWalk::TakeSkipped() {

@@ -43,6 +43,9 @@ MsgBox::Answer QtMsgBox::Show(const std::string& text, const std::string& title,
     QMessageBox box(QtIcon(icon), ToQString(title), ToQString(text), QtButtons(buttons),
                     QApplication::activeWindow());
     box.setObjectName(QStringLiteral("MsgBox"));
+    if (buttons == Buttons::YesNo) {
+        box.setDefaultButton(QMessageBox::Yes); // As everywhere the first one, in whatever order they stand.
+    }
     // File names and error texts are shown as they are, never read as markup.
     box.setTextFormat(Qt::PlainText);
     switch (box.exec()) {

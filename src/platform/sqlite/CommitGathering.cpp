@@ -22,7 +22,7 @@ void CommitGathering::BeforeWrite(sqlite3* database) {
     if (sqlite3_get_autocommit(database) != 0) {
         m_gathered = 0;
         RunInternal(database, "begin immediate");
-        m_firstWrite = Clock::now();
+        m_firstWrite = m_now();
     }
 }
 
@@ -41,7 +41,7 @@ void CommitGathering::AfterWrite(sqlite3* database, int code) {
 }
 
 void CommitGathering::CommitIfDue(sqlite3* database) {
-    if (sqlite3_get_autocommit(database) == 0 && Clock::now() - m_firstWrite >= m_maximumAge) {
+    if (sqlite3_get_autocommit(database) == 0 && m_now() - m_firstWrite >= m_maximumAge) {
         Commit(database);
     }
 }

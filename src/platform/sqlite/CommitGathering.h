@@ -4,6 +4,8 @@
 
 #include <chrono>
 #include <cstddef>
+#include <functional>
+#include <utility>
 
 struct sqlite3;
 
@@ -12,9 +14,9 @@ namespace quavernet::sqlite {
 class CommitGathering {
 public:
     using Clock = std::chrono::steady_clock;
-    static constexpr std::chrono::milliseconds MaximumAge{200};
 
-    explicit CommitGathering(Clock::duration maximumAge = MaximumAge) : m_maximumAge(maximumAge) {}
+    explicit CommitGathering(Clock::duration maximumAge, std::function<Clock::time_point()> now = &Clock::now)
+        : m_maximumAge(maximumAge), m_now(std::move(now)) {}
 
     /// Before a statement that writes. Opens the transaction if there is none.
     void BeforeWrite(sqlite3* database);
@@ -32,6 +34,7 @@ public:
 
 private:
     Clock::duration m_maximumAge;
+    std::function<Clock::time_point()> m_now;
     std::size_t m_gathered = 0; ///< Statements since the last commit.
     Clock::time_point m_firstWrite;
 };

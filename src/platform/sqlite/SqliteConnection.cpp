@@ -45,7 +45,8 @@ private:
 
 class SqliteConnection : public ADODB::Connection {
 public:
-    explicit SqliteConnection(RegionalSettings regional) : m_regional(std::move(regional)) {}
+    SqliteConnection(RegionalSettings regional, CommitGathering::Clock::duration longestGathering)
+        : m_regional(std::move(regional)), m_commits(longestGathering) {}
 
     ~SqliteConnection() override {
         try {
@@ -147,7 +148,7 @@ private:
         try {
             return m_cache.Get(m_library.get(), m_text.Sql());
         } catch (const RuntimeError&) {
-            m_text.ScanKeepingLiterals(statement);
+            m_text.ScanKeepingLiterals(statement, m_dateColumns);
             return m_cache.Get(m_library.get(), m_text.Sql());
         }
     }
@@ -205,8 +206,10 @@ private:
 
 } // namespace
 
-std::unique_ptr<ADODB::Connection> CreateSqliteConnection(const RegionalSettings& regional) {
-    return std::make_unique<SqliteConnection>(regional);
+std::unique_ptr<ADODB::Connection>
+CreateSqliteConnection(const RegionalSettings& regional,
+                       std::chrono::steady_clock::duration longestGathering) {
+    return std::make_unique<SqliteConnection>(regional, longestGathering);
 }
 
 } // namespace quavernet

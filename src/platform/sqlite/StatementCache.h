@@ -37,8 +37,7 @@ public:
 
 private:
     static constexpr std::size_t maximumCount = 128;
-    static constexpr std::size_t maximumLength =
-        4096; ///< Longer texts are lists of ids and don't come again.
+    static constexpr std::size_t maximumLength = 4096; // Longer ones are lists of ids and don't come again.
 
     struct Hash : std::hash<std::string_view> {
         using is_transparent = void;

@@ -12,7 +12,7 @@ namespace quavernet::sqlite {
 namespace {
 
 // Statements with more literals are lists of ids: each is its own, and keeps the rest of them as they stand.
-constexpr std::size_t maximumLiterals = 64;
+constexpr std::size_t liftedLiterals = 64;
 
 bool IsDigit(char c) {
     return c >= '0' && c <= '9';
@@ -34,8 +34,10 @@ bool EqualsLower(std::string_view text, std::string_view lower) {
 
 class StatementText::Scanner {
 public:
-    Scanner(StatementText& target, std::string_view statement, const std::vector<std::string>* dateColumns)
-        : m_target(target), m_statement(statement), m_dateColumns(dateColumns) {}
+    Scanner(StatementText& target, std::string_view statement, const std::vector<std::string>& dateColumns,
+            std::size_t maximumLiterals)
+        : m_target(target), m_statement(statement), m_dateColumns(dateColumns),
+          m_maximumLiterals(maximumLiterals) {}
 
     void Run() {
         if (m_statement.find('\0') != std::string_view::npos) {
@@ -76,9 +78,7 @@ private:
         m_comparesDate = false;
     }
 
-    bool LiftsMore() const {
-        return m_dateColumns != nullptr && m_target.m_literals.size() < maximumLiterals;
-    }
+    bool LiftsMore() const { return m_target.m_literals.size() < m_maximumLiterals; }
 
     void TakeText() {
         std::size_t end = m_at + 1;
@@ -182,8 +182,7 @@ private:
     }
 
     void NoteName(std::string_view name) {
-        m_comparesDate = m_dateColumns != nullptr &&
-                         std::any_of(m_dateColumns->begin(), m_dateColumns->end(),
+        m_comparesDate = std::any_of(m_dateColumns.begin(), m_dateColumns.end(),
                                      [&](const std::string& column) { return EqualsLower(name, column); });
         if (m_comparesDate && m_isInsert && !m_inValues && m_depth == 1) {
             m_dateFields.push_back(m_field);
@@ -194,6 +193,9 @@ private:
         const char next = m_at + 1 < m_statement.size() ? m_statement[m_at + 1] : '\0';
         if ((c == '-' && next == '-') || (c == '/' && next == '*')) {
             throw RuntimeError(SQLITE_ERROR, "Syntax error: a comment in the statement");
+        }
+        if (c == '?') {
+            throw RuntimeError(SQLITE_ERROR, "No value given for one or more required parameters.");
         }
         if (c == '(') {
             ++m_depth;
@@ -211,7 +213,8 @@ private:
 
     StatementText& m_target;
     std::string_view m_statement;
-    const std::vector<std::string>* m_dateColumns; ///< Null: literals stay in place.
+    const std::vector<std::string>& m_dateColumns;
+    std::size_t m_maximumLiterals; ///< Literals behind so many stay in place; dates are lifted all the same.
     std::size_t m_at = 0;
     char m_lastSign = 0; ///< Last character before here, if it was an operator, bracket or comma.
     bool m_first = true;
@@ -225,17 +228,20 @@ private:
 };
 
 void StatementText::Scan(std::string_view statement, const std::vector<std::string>& dateColumns) {
-    m_sql.clear();
-    m_texts.clear();
-    m_literals.clear();
-    Scanner(*this, statement, &dateColumns).Run();
+    ScanLifting(statement, dateColumns, liftedLiterals);
 }
 
-void StatementText::ScanKeepingLiterals(std::string_view statement) {
+void StatementText::ScanKeepingLiterals(std::string_view statement,
+                                        const std::vector<std::string>& dateColumns) {
+    ScanLifting(statement, dateColumns, 0);
+}
+
+void StatementText::ScanLifting(std::string_view statement, const std::vector<std::string>& dateColumns,
+                                std::size_t maximumLiterals) {
     m_sql.clear();
     m_texts.clear();
     m_literals.clear();
-    Scanner(*this, statement, nullptr).Run();
+    Scanner(*this, statement, dateColumns, maximumLiterals).Run();
 }
 
 std::string_view StatementText::Text(const Literal& literal) const {

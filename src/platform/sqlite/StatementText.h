@@ -24,12 +24,13 @@ struct Literal {
 /// One statement, scanned. Reused from statement to statement to save allocations.
 class StatementText {
 public:
-    /// Scans a statement. `dateColumns` are names in lower case. Throws RuntimeError for an embedded NUL or a
-    /// comment outside of quotes: either would cut the statement silently.
+    /// Scans a statement. `dateColumns` are names in lower case. Throws RuntimeError for what would change
+    /// the statement silently when it stands outside of quotes: an embedded NUL or a comment cuts it, a
+    /// parameter of its own would take the value of a literal.
     void Scan(std::string_view statement, const std::vector<std::string>& dateColumns);
 
-    /// The same statement with its literals in place.
-    void ScanKeepingLiterals(std::string_view statement);
+    /// The same statement with its literals in place, but for the dates, which have to be converted.
+    void ScanKeepingLiterals(std::string_view statement, const std::vector<std::string>& dateColumns);
 
     const std::string& Sql() const { return m_sql; }
     const std::vector<Literal>& Literals() const { return m_literals; }
@@ -37,6 +38,9 @@ public:
 
 private:
     class Scanner;
+
+    void ScanLifting(std::string_view statement, const std::vector<std::string>& dateColumns,
+                     std::size_t maximumLiterals);
 
     std::string m_sql;
     std::string m_texts; ///< Text literals, unquoted, one behind the other.

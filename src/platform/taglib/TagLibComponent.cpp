@@ -20,8 +20,7 @@ using namespace id3v2;
 constexpr std::size_t WindowSize = 4096;
 constexpr std::size_t LargestUnsynchronised = std::size_t{1} << 25; // Such a body is read whole.
 constexpr std::uint64_t Padding = 1024;                             // In a tag that had to grow.
-
-constexpr std::size_t LargestText = LargestFrame / 4; // Fits a frame in any encoding.
+constexpr std::size_t LargestText = LargestFrame / 4;               // Fits a frame in any encoding.
 
 using FieldTexts = std::array<std::string, FieldCount>;
 

@@ -1,0 +1,94 @@
+#include "library/CleanDatabase.h"
+
+#include "app/LoadResString.h"
+#include "app/MainModule.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <vector>
+
+namespace quavernet {
+
+namespace {
+
+constexpr int DefaultPointer = 0;
+constexpr int Hourglass = 11;
+
+struct Entry {
+    std::string parent;
+    std::int64_t position;
+};
+
+// The file's entries from the last position to the first: where it stands twice in a category, closing the
+// gap behind the later entry leaves the earlier one in its place.
+std::vector<Entry> EntriesOf(const std::string& fileId) {
+    std::vector<Entry> entries;
+    ADODB::Recordset rows;
+    rows.Open("Select Parent, [Position] from FileCategories where File_id = " + fileId,
+              *mainModule.Connection);
+    if (rows.RecordCount() > 0) {
+        for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext()) {
+            entries.push_back({rows.Fields(0).Text(), rows.Fields(1).Integer()});
+        }
+    }
+    rows.Close();
+    std::stable_sort(entries.begin(), entries.end(),
+                     [](const Entry& a, const Entry& b) { return a.position > b.position; });
+    return entries;
+}
+
+// The category's name goes in as it was read, without SqlQuote: a name with an apostrophe fails here and
+// stops the run, after the file's own row has gone.
+void RemoveEntry(const std::string& fileId, const Entry& entry) {
+    const std::string position = std::to_string(entry.position);
+    mainModule.Connection->Execute("Delete from FileCategories where ([Position] = " + position +
+                                   " and File_id = " + fileId + " and Parent = '" + entry.parent + "')");
+    mainModule.Connection->Execute(
+        "Update FileCategories set [Position] = [Position] - 1 where ([Position] > " + position +
+        " and Parent = '" + entry.parent + "')");
+}
+
+void RemoveFile(const std::string& fileId) {
+    mainModule.Connection->Execute("Delete from Files where File_id = " + fileId);
+    for (const Entry& entry : EntriesOf(fileId)) {
+        RemoveEntry(fileId, entry);
+    }
+}
+
+void RemoveMissingFiles() {
+    ADODB::Recordset files;
+    files.Open("Select Path, File_id from Files", *mainModule.Connection);
+    if (files.RecordCount() > 0) {
+        for (files.MoveFirst(); !files.Eof(); files.MoveNext()) {
+            if (!services.fileSystem->FileExists(files.Fields(0).Text())) {
+                RemoveFile(files.Fields(1).Text());
+            }
+        }
+    }
+    files.Close();
+}
+
+} // namespace
+
+void mnuCleanDatabase_Click(CleanWindow& window) {
+    const std::string question = LoadResString(357) + "\n" + LoadResString(358) + "\n\n" + LoadResString(359);
+    if (services.msgBox->Show(question, LoadResString(360), MsgBox::Icon::Information,
+                              MsgBox::Buttons::YesNo) == MsgBox::Answer::Yes) {
+        CleanDatabase(window);
+    }
+}
+
+void CleanDatabase(CleanWindow& window) {
+    window.SetMousePointer(Hourglass);
+    window.SetScanningPanel(LoadResString(383));
+    services.events->DoEvents();
+    RemoveMissingFiles();
+    window.LoadTree();
+    if (!mainModule.LoadOverSearch) {
+        window.LoadDatabase("");
+    }
+    window.SetScanningPanel("");
+    window.SetMousePointer(DefaultPointer);
+}
+
+} // namespace quavernet

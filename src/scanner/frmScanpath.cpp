@@ -1,0 +1,58 @@
+#include "scanner/frmScanpath.h"
+
+#include "app/LoadResString.h"
+#include "help/HelpKey.h"
+#include "platform/qt/QtText.h"
+#include "scanner/ScanPathSettings.h"
+#include "ui_frmScanpath.h"
+
+namespace quavernet {
+
+frmScanpath::frmScanpath(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui::frmScanpath>()) {
+    m_ui->setupUi(this);
+    LoadStrings();
+    const ScanPathSettings settings = LoadScanPathSettings();
+    m_ui->chkScanPath->setChecked(settings.ScanpathValue);
+    ShowPath(settings.Scanpath);
+    m_ui->chkScanPath->setFocus();
+    connect(m_ui->cmdBrowse, &QPushButton::clicked, this, &frmScanpath::cmdBrowse_Click);
+    connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmScanpath::cmdOK_Click);
+    connect(m_ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    new HelpKey(this);
+}
+
+frmScanpath::~frmScanpath() = default;
+
+void frmScanpath::LoadStrings() {
+    setWindowTitle(ToQString(LoadResString(583)));
+    m_ui->cmdBrowse->setText(ToQString(LoadResString(117)));
+    m_ui->cmdOK->setText(ToQString(LoadResString(101)));
+    m_ui->cmdCancel->setText(ToQString(LoadResString(102)));
+    m_ui->chkScanPath->setText(ToQString(LoadResString(581)));
+    m_ui->Label2->setText(ToQString(LoadResString(582)));
+}
+
+void frmScanpath::ShowPath(const std::string& path) {
+    m_path = path;
+    m_ui->txtScanpath->setText(ToQString(path));
+}
+
+// A path that is no UTF-8 keeps its bytes as long as nobody edits the shown text.
+std::string frmScanpath::Path() const {
+    const QString shown = m_ui->txtScanpath->text();
+    return shown == ToQString(m_path) ? m_path : FromQString(shown);
+}
+
+void frmScanpath::cmdBrowse_Click() {
+    if (const auto path = BrowseScanPath()) {
+        ShowPath(*path);
+    }
+}
+
+void frmScanpath::cmdOK_Click() {
+    if (SaveScanPathSettings({m_ui->chkScanPath->isChecked(), Path()})) {
+        accept();
+    }
+}
+
+} // namespace quavernet
