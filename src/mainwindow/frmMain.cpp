@@ -107,7 +107,7 @@ void frmMain::RestoreFilters(const WindowState& state) {
     SetComboIndex(filter.cboDrive(), state.Drive);
     SetComboIndex(filter.cboGenre(), state.Genre);
     SetComboIndex(filter.cboAlbum(), state.Album);
-    // Neither box is cleared here: both are checked by design, and at least one must stay so.
+    // Neither box is cleared here: by design they start so, and a stored "0" leaves them.
     if (state.SearchTitle) {
         filter.chkTitle().setChecked(true);
     }

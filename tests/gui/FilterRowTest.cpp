@@ -1,5 +1,6 @@
 #include "gui/GuiTest.h"
 
+#include <QAbstractItemView>
 #include <QHeaderView>
 
 namespace quavernet::test {
@@ -112,6 +113,50 @@ TEST_F(FilterRowTest, TheCountersOfTheStatusBarExplainThemselves) {
     EXPECT_EQ(FromQString(status.ToolTip(Panel::Interprets)), "Geschätzte verbleibende Zeit");
     EXPECT_EQ(FromQString(status.ToolTip(Panel::Titles)), "Abgelaufene Zeit");
     mainModule.ScanRunning = false;
+}
+
+TEST_F(FilterRowTest, KeysInAnOpenListWorkAsInTheClosedOne) {
+    Start();
+    auto& album = Control<QComboBox>("cboAlbum");
+    album.showPopup();
+    QTest::keyPress(album.view(), Qt::Key_Down);
+    EXPECT_TRUE(mainModule.SuppressComboClick);
+    QTest::keyRelease(album.view(), Qt::Key_Down);
+    EXPECT_FALSE(mainModule.SuppressComboClick);
+    EXPECT_EQ(Listed().size(), 3U);
+    QTest::keyClick(album.view(), Qt::Key_Return);
+    EXPECT_EQ(album.currentIndex(), 1);
+    EXPECT_EQ(Listed(), Texts{"Abba"});
+}
+
+TEST_F(FilterRowTest, EnterOnACheckBoxSearchesAndAClickDoesNot) {
+    Start();
+    Control<QLineEdit>("txtSearch").setText(QStringLiteral("abb"));
+    auto& title = Control<QCheckBox>("chkTitle");
+    QTest::mouseClick(&title, Qt::LeftButton, {}, QPoint(8, title.height() / 2));
+    EXPECT_EQ(Listed().size(), 3U);
+    QTest::keyClick(&title, Qt::Key_Return);
+    EXPECT_EQ(Listed(), Texts{"Abba"});
+}
+
+TEST_F(FilterRowTest, TheGenreEntryForNoGenreIsAlwaysThere) {
+    Start();
+    auto& genre = Control<QComboBox>("cboGenre");
+    EXPECT_EQ(FromQString(genre.itemText(1)), "Kein Genre...");
+    EXPECT_EQ(genre.itemData(1).toInt(), 255);
+    genre.setCurrentIndex(1);
+    EXPECT_TRUE(Listed().empty());
+}
+
+TEST_F(FilterRowTest, TheTipOfAPanelStaysUntilAMovementSetsAnother) {
+    Start();
+    MainStatusBar& status = Form().Panes().Status();
+    mainModule.ScanRunning = true;
+    MoveMouse(status);
+    mainModule.ScanRunning = false;
+    MoveMouse(status);
+    EXPECT_EQ(FromQString(status.ToolTip(Panel::Filecount)), "Prozent des gesamten Scanvorganges");
+    EXPECT_EQ(FromQString(status.ToolTip(Panel::Albums)), "3 Alben in der Datenbank gespeichert");
 }
 
 } // namespace quavernet::test

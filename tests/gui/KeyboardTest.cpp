@@ -1,7 +1,7 @@
 #include "gui/GuiTest.h"
 
 #include <QAccessible>
-#include <QToolBar>
+#include <QToolButton>
 
 #include <set>
 
