@@ -9,8 +9,8 @@ from desktop import ProgramTest, wait_until
 PARTNER = os.environ["QUAVERNET_DRAG_PARTNER"]
 
 # In a window of the first start's size, under the menu bar.
-LIST_ROW_1 = (300, 135)
-LIST_ROW_2 = (300, 154)
+LIST_ROW_1 = (300, 118)
+LIST_ROW_2 = (300, 137)
 LIST_MIDDLE = (500, 400)
 BACKGROUND = (960, 65)
 

@@ -8,9 +8,9 @@ from desktop import ProgramTest, wait_until
 
 FIRST_MENU = (20, 12)
 MENUS = ("Datei", "Ansicht", "Optionen", "Hilfe")
-ROW_1 = (300, 135)
-HEADER_TITLE = (520, 116)
-LETTER_A = (264, 93)
+ROW_1 = (300, 118)
+HEADER_TITLE = (520, 100)
+LETTER_A = (266, 73)
 
 
 class MenusTest(ProgramTest):
@@ -31,13 +31,19 @@ class MenusTest(ProgramTest):
         wait_until("an open menu", lambda: self.popups() >= 1)
         self.desktop.key(*["Right"] * number, "Home")
 
+    def close_menu(self):
+        """Escape, once for each open submenu too."""
+        def closed():
+            self.desktop.key("Escape")
+            return self.popups() == 0
+        wait_until("the menu to go", closed)
+
     def choose(self, window, number, *downs):
         """The item so many steps below the first, and on in submenus."""
         self.open_menu(window, number)
         for level, steps in enumerate(downs):
             self.desktop.key(*["Down"] * steps, *(["Right"] if level + 1 < len(downs) else []))
         self.desktop.key("Return")
-        wait_until("the menu to go", lambda: not self.desktop.windows("^$") or self.popups() >= 0)
 
     def dialog(self, window, title, number, *downs):
         """The item opens a window of this title, which Escape closes."""
@@ -62,8 +68,7 @@ class MenusTest(ProgramTest):
         for number, menu in enumerate(MENUS):
             self.open_menu(window, number)
             self.desktop.picture(f"menus-{number + 1}-{menu.lower()}")
-            self.desktop.key("Escape")
-            wait_until("the menu to go", lambda: self.popups() == 0)
+            self.close_menu()
 
         self.dialog(window, "^Wählen Sie einen Ordner$", 0, 0)
         self.dialog(window, "^Datenbank säubern$", 0, 1)
