@@ -18,7 +18,8 @@ void RowPainter::initStyleOption(QStyleOptionViewItem* option, const QModelIndex
 }
 
 // One mark over the whole row: the row is what the keys move.
-void RowPainter::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+void RowPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                       const QModelIndex& index) const {
     QStyledItemDelegate::paint(painter, option, index);
     const std::int32_t row = index.row() + 1;
     if (row != m_selection.RowSel() || option.widget == nullptr || !option.widget->hasFocus()) {
@@ -26,8 +27,8 @@ void RowPainter::paint(QPainter* painter, const QStyleOptionViewItem& option, co
     }
     const bool painted = m_selection.IsPainted(row);
     painter->save();
-    painter->setPen(QPen(option.palette.color(painted ? QPalette::HighlightedText : QPalette::Text), 1,
-                         Qt::DotLine));
+    painter->setPen(
+        QPen(option.palette.color(painted ? QPalette::HighlightedText : QPalette::Text), 1, Qt::DotLine));
     painter->drawLine(option.rect.topLeft(), option.rect.topRight());
     painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
     painter->restore();

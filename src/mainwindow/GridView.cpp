@@ -133,8 +133,7 @@ void GridView::mousePressEvent(QMouseEvent* event) {
 }
 
 void GridView::mouseMoveEvent(QMouseEvent* event) {
-    const GridHover hover =
-        m_selection.MouseMove(MouseRow(event->pos()), event->buttons() == Qt::LeftButton);
+    const GridHover hover = m_selection.MouseMove(MouseRow(event->pos()), event->buttons() == Qt::LeftButton);
     if (hover.ToolTip) {
         setToolTip(ToQString(*hover.ToolTip));
     }

@@ -64,7 +64,7 @@ void LetterRow::Choose(std::size_t index) {
 void LetterRow::LoadStrings() {
     m_labels.front()->setText(ToQString(LoadResString(543)));
     m_labels.back()->setText(ToQString(LoadResString(544)));
-    setAccessibleName(QStringLiteral("A-Z"));
+    setAccessibleName(m_labels.front()->text());
     PlaceLabels();
 }
 
@@ -184,7 +184,7 @@ void LetterRow::keyPressEvent(QKeyEvent* event) {
         event->ignore();
         return;
     }
-    setAccessibleDescription(m_labels[m_cursor]->text());
+    setAccessibleName(m_labels[m_cursor]->text()); // A screen reader says where the keyboard stands.
     update();
 }
 

@@ -80,9 +80,9 @@ MainPanes::MainPanes(QWidget* parent) : QWidget(parent) {
     BuildToolbar();
     BuildFrames();
     OrderTabs();
-    for (QObject* watched : {static_cast<QObject*>(m_toolbar), static_cast<QObject*>(m_frame1),
-                             static_cast<QObject*>(m_sizer), static_cast<QObject*>(m_client),
-                             static_cast<QObject*>(m_grid), static_cast<QObject*>(m_tree)}) {
+    for (QObject* watched :
+         {static_cast<QObject*>(m_toolbar), static_cast<QObject*>(m_frame1), static_cast<QObject*>(m_sizer),
+          static_cast<QObject*>(m_client), static_cast<QObject*>(m_grid), static_cast<QObject*>(m_tree)}) {
         watched->installEventFilter(this);
     }
     m_layout.Frame1 = {2895, PaneTop, 12000, 9000};
@@ -101,15 +101,13 @@ void MainPanes::OrderTabs() {
         setTabOrder(last, next);
         last = next;
     }
-    for (QWidget* next : {static_cast<QWidget*>(&m_filter->cboDrive()),
-                          static_cast<QWidget*>(&m_filter->cboGenre()),
-                          static_cast<QWidget*>(&m_filter->cboAlbum()),
-                          static_cast<QWidget*>(&m_filter->chkInterpret()),
-                          static_cast<QWidget*>(&m_filter->chkTitle()),
-                          static_cast<QWidget*>(&m_filter->txtSearch()),
-                          static_cast<QWidget*>(&m_filter->cmdSearch()), static_cast<QWidget*>(m_play),
-                          static_cast<QWidget*>(m_randomize), static_cast<QWidget*>(m_letters),
-                          static_cast<QWidget*>(m_grid), static_cast<QWidget*>(m_tree)}) {
+    for (QWidget* next :
+         {static_cast<QWidget*>(&m_filter->cboDrive()), static_cast<QWidget*>(&m_filter->cboGenre()),
+          static_cast<QWidget*>(&m_filter->cboAlbum()), static_cast<QWidget*>(&m_filter->chkInterpret()),
+          static_cast<QWidget*>(&m_filter->chkTitle()), static_cast<QWidget*>(&m_filter->txtSearch()),
+          static_cast<QWidget*>(&m_filter->cmdSearch()), static_cast<QWidget*>(m_play),
+          static_cast<QWidget*>(m_randomize), static_cast<QWidget*>(m_letters), static_cast<QWidget*>(m_grid),
+          static_cast<QWidget*>(m_tree)}) {
         setTabOrder(last, next);
         last = next;
     }
@@ -165,7 +163,8 @@ void MainPanes::LoadStrings() {
     m_randomize->setToolTip(ToQString(LoadResString(596)));
     for (const ToolbarEntry& entry : ToolbarTable) {
         if (QAction* button = ToolbarButton(entry.Key)) {
-            button->setText(ToQString(LoadResString(entry.ToolTip))); // The tip, and what a screen reader says.
+            button->setText(
+                ToQString(LoadResString(entry.ToolTip))); // The tip, and what a screen reader says.
         }
     }
     LoadAccessibleNames();
@@ -174,11 +173,8 @@ void MainPanes::LoadStrings() {
 }
 
 void MainPanes::LoadAccessibleNames() {
-    const std::pair<QWidget*, int> names[] = {{m_play, 595},
-                                              {m_randomize, 596},
-                                              {m_grid, 370},
-                                              {m_tree, 591},
-                                              {&m_status->ProgressBar(), 372}};
+    const std::pair<QWidget*, int> names[] = {
+        {m_play, 595}, {m_randomize, 596}, {m_grid, 370}, {m_tree, 591}, {&m_status->ProgressBar(), 372}};
     for (const auto& [widget, text] : names) {
         widget->setAccessibleName(ToQString(LoadResString(text)));
     }

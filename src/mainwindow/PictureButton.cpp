@@ -39,7 +39,8 @@ void PictureButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     QRect place(0, 0, PictureSize, PictureSize);
     place.moveCenter(rect().center());
-    Picture(PictureKey()).paint(&painter, place, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
+    Picture(PictureKey())
+        .paint(&painter, place, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
     if (hasFocus()) {
         QStyleOptionFocusRect focus;
         focus.initFrom(this);

@@ -15,7 +15,8 @@ namespace quavernet {
 
 namespace {
 
-constexpr int IndexRole = Qt::UserRole; ///< The node's Index; a key need not survive as a text of the toolkit.
+constexpr int IndexRole =
+    Qt::UserRole; ///< The node's Index; a key need not survive as a text of the toolkit.
 
 /// The picture at rest, and the one of the selected node where there is one.
 QIcon IconOf(const TreeNode& node) {

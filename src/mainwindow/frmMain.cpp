@@ -47,9 +47,8 @@ frmMain::frmMain() {
     m_list = std::make_unique<ListController>(*this, m_player);
     m_scan = std::make_unique<ScanController>(*this);
     m_commands = std::make_unique<MainCommands>(*this, *m_scan);
-    connect(&m_panes->Grid(), &GridView::FilesDropped, this, [this](const std::vector<std::string>& paths) {
-        m_scan->FilesDropped(DropTarget::Grid, paths);
-    });
+    connect(&m_panes->Grid(), &GridView::FilesDropped, this,
+            [this](const std::vector<std::string>& paths) { m_scan->FilesDropped(DropTarget::Grid, paths); });
     new HelpKey(this);
     m_afterLoadTimer.setParent(this);
     m_afterLoadTimer.setObjectName(QStringLiteral("AfterLoadTimer"));

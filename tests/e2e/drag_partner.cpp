@@ -1,5 +1,5 @@
-// The other side of a drag: a window that gives the files named on its command line to whoever they are dragged
-// to, and prints the files that are dropped on it, one URI a line.
+// The other side of a drag: a window that gives the files named on its command line to whoever they are
+// dragged to, and prints the files that are dropped on it, one URI a line.
 #include <QApplication>
 #include <QDrag>
 #include <QMimeData>

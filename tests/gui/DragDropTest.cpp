@@ -99,8 +99,9 @@ TEST_F(DragDropTest, WhatIsNoFileIsNotTaken) {
 
 TEST_F(DragDropTest, FilesOfOtherMachinesAndProtocolsAreLeftOut) {
     QMimeData data;
-    data.setData(QStringLiteral("text/uri-list"), "# a comment\r\nfile:///a%20b.mp3\r\nhttp://host/c.mp3\r\n"
-                                                  "file://localhost/d.mp3\nfile://other/e.mp3\r\nfile:/f.mp3");
+    data.setData(QStringLiteral("text/uri-list"),
+                 "# a comment\r\nfile:///a%20b.mp3\r\nhttp://host/c.mp3\r\n"
+                 "file://localhost/d.mp3\nfile://other/e.mp3\r\nfile:/f.mp3");
     EXPECT_EQ(LocalFiles(data), (Texts{"/a b.mp3", "/d.mp3", "/f.mp3"}));
     EXPECT_TRUE(LocalFiles(QMimeData()).empty());
 }
@@ -120,8 +121,8 @@ TEST_F(DragDropTest, ADragFromTheListEndsThePressThatBeganIt) {
     QTest::mousePress(Grid().viewport(), Qt::LeftButton, {}, CellCentre(2));
     EXPECT_TRUE(Grid().Selection().GridDragging());
     const QPoint far = CellCentre(2) + QPoint(60, 5);
-    QMouseEvent move(QEvent::MouseMove, QPointF(far), QPointF(Grid().viewport()->mapToGlobal(far)), Qt::NoButton,
-                     Qt::LeftButton, Qt::NoModifier);
+    QMouseEvent move(QEvent::MouseMove, QPointF(far), QPointF(Grid().viewport()->mapToGlobal(far)),
+                     Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(Grid().viewport(), &move);
     EXPECT_FALSE(Grid().Selection().GridDragging());
     EXPECT_FALSE(Grid().Selection().LeftDown());

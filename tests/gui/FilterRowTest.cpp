@@ -14,8 +14,8 @@ protected:
         AddFile("Cure", "Tree");
     }
     static void MoveMouse(QWidget& over) {
-        QMouseEvent move(QEvent::MouseMove, QPointF(2, 2), QPointF(over.mapToGlobal(QPoint(2, 2))), Qt::NoButton,
-                         Qt::NoButton, Qt::NoModifier);
+        QMouseEvent move(QEvent::MouseMove, QPointF(2, 2), QPointF(over.mapToGlobal(QPoint(2, 2))),
+                         Qt::NoButton, Qt::NoButton, Qt::NoModifier);
         QCoreApplication::sendEvent(&over, &move);
     }
     static QColor Colour(const QLabel& label) { return label.palette().color(QPalette::WindowText); }

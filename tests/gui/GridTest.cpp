@@ -209,9 +209,9 @@ TEST_F(GridTest, TheSystemsFailuresAreTold) {
     AddFiles(1);
     Start();
     mainModule.UseExternalPlayer = true;
-    for (const auto& [code, text] :
-         {std::pair(2, "Die Datei konnte nicht gefunden werden!"), std::pair(3, "Netzlaufwerk nicht verfügbar!"),
-          std::pair(5, "Die Datei konnte nicht gefunden werden!")}) {
+    for (const auto& [code, text] : {std::pair(2, "Die Datei konnte nicht gefunden werden!"),
+                                     std::pair(3, "Netzlaufwerk nicht verfügbar!"),
+                                     std::pair(5, "Die Datei konnte nicht gefunden werden!")}) {
         shell.executeResult = code;
         DoubleClickRow(1);
         ASSERT_FALSE(msgBox.shown.empty());
@@ -316,7 +316,8 @@ TEST_F(GridTest, OfALongListOnlyTheCellsInViewAreComputed) {
     AddFile("Abba", "One");
     mainModule.Connection->Execute(
         "Insert into Files (Title_id, Inter_id, Name, Path, Sizeinbytes, Drive_id, Quality_id, Length, "
-        "Extension_id, Genre_id, Album_id) with recursive N(i) as (select 1 union all select i + 1 from N where "
+        "Extension_id, Genre_id, Album_id) with recursive N(i) as (select 1 union all select i + 1 from N "
+        "where "
         "i < 100000) select 1, 1, 'n', '/m/' || i, 1, 1, 1, 1, Extension_id, 0, 1 from N, Files");
     Start();
     ASSERT_EQ(Grid().Model().rowCount(), 100001);

@@ -93,7 +93,8 @@ TEST_F(KeyboardTest, TheMenuKeyOpensTheContextMenuOfTheCurrentRow) {
     AddFile("Abba", "One");
     Start();
     ClickRow(1);
-    QContextMenuEvent key(QContextMenuEvent::Keyboard, QPoint(5, 5), Grid().viewport()->mapToGlobal(QPoint(5, 5)));
+    QContextMenuEvent key(QContextMenuEvent::Keyboard, QPoint(5, 5),
+                          Grid().viewport()->mapToGlobal(QPoint(5, 5)));
     QCoreApplication::sendEvent(Grid().viewport(), &key);
     QMenu* menu = Form().Menu().Popup("mnuKontext");
     EXPECT_TRUE(menu->isVisible());

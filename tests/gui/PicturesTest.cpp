@@ -12,8 +12,9 @@ namespace quavernet::test {
 namespace {
 
 constexpr auto Keys = std::to_array<const char*>(
-    {"ArrowDown", "ArrowUp", "Play", "PlayGreen", "PlayGreenDown", "PlayR", "PlayRGreen", "PlayRGreenDown",
-     "cancel", "close", "date", "drag", "file", "konvert", "open", "parent", "plist", "print", "scan", "top"});
+    {"ArrowDown",      "ArrowUp", "Play",  "PlayGreen", "PlayGreenDown", "PlayR", "PlayRGreen",
+     "PlayRGreenDown", "cancel",  "close", "date",      "drag",          "file",  "konvert",
+     "open",           "parent",  "plist", "print",     "scan",          "top"});
 
 double Luminance(const QColor& color) {
     const auto part = [](double value) {
@@ -58,7 +59,8 @@ TEST_F(PicturesTest, EveryPictureIsDrawnAtTheScaleOfTheScreen) {
             ASSERT_EQ(sharp.size(), size) << key;
             QImage blown = plain.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
             blown.setDevicePixelRatio(scale);
-            EXPECT_NE(sharp.convertToFormat(QImage::Format_ARGB32), blown.convertToFormat(QImage::Format_ARGB32))
+            EXPECT_NE(sharp.convertToFormat(QImage::Format_ARGB32),
+                      blown.convertToFormat(QImage::Format_ARGB32))
                 << key << " is blown up, not drawn";
         }
     }
@@ -82,8 +84,8 @@ TEST_F(PicturesTest, APictureButtonHasThreeLooks) {
     QObject::connect(&button, &PictureButton::Entered, [&entered] { ++entered; });
     window.show();
     EXPECT_EQ(button.PictureKey(), "Play");
-    QMouseEvent over(QEvent::MouseMove, QPointF(5, 5), QPointF(button.mapToGlobal(QPoint(5, 5))), Qt::NoButton,
-                     Qt::NoButton, Qt::NoModifier);
+    QMouseEvent over(QEvent::MouseMove, QPointF(5, 5), QPointF(button.mapToGlobal(QPoint(5, 5))),
+                     Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&button, &over);
     EXPECT_EQ(button.PictureKey(), "PlayGreen");
     EXPECT_EQ(entered, 1);
