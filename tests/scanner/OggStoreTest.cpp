@@ -6,6 +6,7 @@
 #include "support/TestLibrary.h"
 
 #include "scanner/ScanDriver.h"
+#include "scanner/Volumes.h"
 
 #include <gmock/gmock.h>
 
