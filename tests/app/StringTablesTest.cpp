@@ -33,10 +33,16 @@ bool Ascending(const clsResources& table) {
                               [](const auto& a, const auto& b) { return a.id >= b.id; }) == table.end();
 }
 
-/// FNV-1a over all numbers and texts of a table.
+/// The wording is fixed up to here; the texts behind it are free.
+constexpr std::int32_t LastFixedText = 610;
+
+/// FNV-1a over the numbers and fixed texts of a table.
 std::uint64_t Fingerprint(const clsResources& table) {
     std::uint64_t hash = 14695981039346656037ull;
     for (const auto& entry : table) {
+        if (entry.id > LastFixedText) {
+            break;
+        }
         for (const char c : std::to_string(entry.id) + std::string(entry.text) + "\n") {
             hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211ull;
         }
