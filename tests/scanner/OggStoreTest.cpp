@@ -195,6 +195,9 @@ TEST_F(OggStoreTest, AnUnknownGenreIsNoneAndMakesNoRow) {
     record.genre = "Space Yodel";
     Store(record);
     EXPECT_EQ(Value("Select Genre_id from Files"), "255");
+    record.genre = " Rock";
+    Store(record);
+    EXPECT_EQ(Value("Select Genre_id from Files"), "255") << "the text is looked up as it stands";
     record.genre = "";
     Store(record);
     EXPECT_EQ(Value("Select Genre_id from Files"), "255");
