@@ -55,4 +55,7 @@ std::vector<std::string> WalkFiles(const std::string& folder);
 /// Opens every file and reads its first 4 KB and last 128 bytes; returns the number of bytes read.
 std::uint64_t ReadHeadsAndTails(const std::vector<std::string>& paths);
 
+/// Reads every file from its first byte to its last; returns the number of bytes read.
+std::uint64_t ReadWhole(const std::vector<std::string>& paths);
+
 } // namespace quavernet::bench

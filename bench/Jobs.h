@@ -22,4 +22,8 @@ std::vector<Line> ScanJobs(const Setting& setting);
 /// The list in its six orders, search, letter and the filter combos.
 std::vector<Line> ListJobs(const Setting& setting);
 
+/// The reader of Ogg files, ten files a call as in a scan, beside bare reads and beside ogginfo itself.
+/// `music` holds nothing but intact Ogg files.
+std::vector<Line> OggJobs(const std::string& music, int rounds);
+
 } // namespace quavernet::bench

@@ -8,6 +8,8 @@
 #include "scanner/FileFields.h"
 #include "scanner/ScanDriver.h"
 
+#include <cstdint>
+
 namespace quavernet {
 
 namespace {
@@ -48,7 +50,9 @@ void AddDroppedFiles(DropTarget target, const std::vector<std::string>& paths, S
     }
     try {
         bool added = false;
+        std::int16_t index = 0;
         for (const std::string& path : paths) {
+            index = Narrow16(index + 1.0); // The list is counted in 16 bits.
             if (IsAudioFile(path) && AddIfUnknown(path, driver)) {
                 added = true;
             }

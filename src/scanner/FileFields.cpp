@@ -2,7 +2,7 @@
 
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"
-#include "scanner/ScanDriver.h"
+#include "scanner/Volumes.h"
 
 namespace quavernet {
 

@@ -5,9 +5,9 @@
 #include "inspect/modMp3Info.h"
 #include "library/SqlQuote.h"
 #include "scanner/FileFields.h"
-#include "scanner/FileStore.h"
 #include "scanner/FolderOrder.h"
 #include "scanner/ProgressStep.h"
+#include "scanner/StoreFileRecord.h"
 
 namespace quavernet {
 

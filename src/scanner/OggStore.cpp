@@ -5,7 +5,7 @@
 #include "app/TextHelpers.h"
 #include "inspect/FileNameTags.h"
 #include "library/SqlQuote.h"
-#include "scanner/ScanDriver.h"
+#include "scanner/Volumes.h"
 
 #include <optional>
 

@@ -4,11 +4,11 @@
 #include "app/MainModule.h"
 #include "app/Registry.h"
 #include "app/TextHelpers.h"
-#include "scanner/FileCount.h"
 #include "scanner/FileSearch.h"
-#include "scanner/FileStore.h"
+#include "scanner/GetFilesCount.h"
 #include "scanner/OggPass.h"
 #include "scanner/ScanRun.h"
+#include "scanner/StoreFileRecord.h"
 
 namespace quavernet {
 

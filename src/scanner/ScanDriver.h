@@ -35,15 +35,4 @@ private:
     std::unique_ptr<State> m_state;
 };
 
-/// The volumes that hold user data, by their mount points.
-std::vector<std::string> LogicalDrives();
-
-/// The network root of a drive, with a final "/". Throws RuntimeError 5 for a local drive unless `tolerant`
-/// is set; then the drive itself comes back, likewise with a final "/".
-std::string UNCPath(const std::string& drive, bool tolerant);
-
-/// The local path behind a network path. A path on a local drive comes back unchanged, and so does one on no
-/// drive if `tolerant` is set; otherwise that throws RuntimeError 5.
-std::string DrivePath(const std::string& path, bool tolerant);
-
 } // namespace quavernet

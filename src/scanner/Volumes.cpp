@@ -1,4 +1,4 @@
-#include "scanner/ScanDriver.h"
+#include "scanner/Volumes.h"
 
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"

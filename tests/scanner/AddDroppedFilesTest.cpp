@@ -200,6 +200,48 @@ TEST_F(AddDroppedFilesTest, AFailingStatementEndsTheDropSilently) {
     EXPECT_EQ(connection.StatementsOf("Insert Into Files").size(), 1U);
 }
 
+TEST_F(AddDroppedFilesTest, AFailingQuestionEndsTheDropBeforeThePathBecomesTheCurrentOne) {
+    mainModule.CurrentFile.CurrentPath = mainModule.CurrentFile.DetailsPath = "/before.mp3";
+    connection.failOn = "Select Path from Files";
+    Drop({Mp3("song.mp3"), Mp3("other.mp3")});
+    EXPECT_EQ(connection.statements.size(), 1U);
+    EXPECT_EQ(mainModule.CurrentFile.CurrentPath, "/before.mp3");
+    EXPECT_EQ(mainModule.CurrentFile.DetailsPath, "/before.mp3");
+    EXPECT_THAT(Names(), IsEmpty());
+}
+
+TEST_F(AddDroppedFilesTest, TheListIsCountedInSixteenBits) {
+    std::vector<std::string> paths(32767, "/notes.txt");
+    paths.back() = Mp3("last.mp3");
+    Drop(paths);
+    EXPECT_THAT(Names(), ElementsAre("last.mp3"));
+    EXPECT_THAT(calls, ElementsAre("load ''"));
+    paths.front() = Mp3("first.mp3");
+    paths.push_back(Mp3("behind.mp3"));
+    Drop(paths);
+    EXPECT_THAT(Names(), ElementsAre("last.mp3", "first.mp3"));
+    EXPECT_THAT(calls, IsEmpty()) << "an overflow ends the drop like any failure";
+}
+
+TEST_F(AddDroppedFilesTest, WhatWasStoredIsCommittedBeforeTheListIsLoaded) {
+    Drop({Mp3("song.mp3")});
+    EXPECT_EQ(connection.commits, 1);
+}
+
+TEST_F(AddDroppedFilesTest, ADroppedFileIsInspectedBeforeItsFactsAreAsked) {
+    class Watched : public ChosenVolumes {
+    public:
+        FileFacts GetFile(const std::string& path) override {
+            titleWhenAsked = mainModule.CurrentFile.FileTitle;
+            return ChosenVolumes::GetFile(path);
+        }
+        std::string titleWhenAsked;
+    } watched;
+    services.fileSystem = &watched;
+    Drop({Mp3("song.mp3")});
+    EXPECT_EQ(watched.titleWhenAsked, "Song");
+}
+
 TEST_F(AddDroppedFilesTest, TheBackgroundOfTheWindowTakesNoFiles) {
     Drop({Mp3("song.mp3"), Mp3("song2.mp3")}, DropTarget::Window);
     EXPECT_THAT(connection.statements, IsEmpty());

@@ -275,6 +275,7 @@ TEST_F(OggBatchesTest, ARecordThatCannotBeStoredIsDroppedAndNamedAndTheRestGoesO
     EXPECT_THAT(StoredNames(), ElementsAre("a.ogg", "e.ogg"));
     EXPECT_THAT(SkippedPaths(), ElementsAre(noOgg, tooLong, gone));
     EXPECT_EQ(log.skipped[1].reason, "Overflow");
+    EXPECT_EQ(log.skipped[2].reason, "File not found");
     EXPECT_EQ(run.FilesDone, 4) << "the missing file has no record";
 }
 

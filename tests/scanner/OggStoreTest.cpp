@@ -6,6 +6,7 @@
 #include "support/TestLibrary.h"
 
 #include "scanner/ScanDriver.h"
+#include "scanner/Volumes.h"
 
 #include <gmock/gmock.h>
 
@@ -194,6 +195,9 @@ TEST_F(OggStoreTest, AnUnknownGenreIsNoneAndMakesNoRow) {
     record.genre = "Space Yodel";
     Store(record);
     EXPECT_EQ(Value("Select Genre_id from Files"), "255");
+    record.genre = " Rock";
+    Store(record);
+    EXPECT_EQ(Value("Select Genre_id from Files"), "255") << "the text is looked up as it stands";
     record.genre = "";
     Store(record);
     EXPECT_EQ(Value("Select Genre_id from Files"), "255");

@@ -1,4 +1,4 @@
-#include "scanner/ScanDriver.h"
+#include "scanner/Volumes.h"
 
 #include "scanner/FileFields.h"
 #include "support/LogicTest.h"

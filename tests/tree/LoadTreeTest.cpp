@@ -124,8 +124,11 @@ TEST_F(LoadTreeTest, EachKindOfNodeHasItsLook) {
 
 TEST_F(LoadTreeTest, EventsRunAfterEachCategoryAndOnceBeforeTheNodesExpand) {
     FillJazz();
+    std::vector<std::size_t> statementsSent;
+    events.onDoEvents = [&] { statementsSent.push_back(connection.statements.size()); };
+    connection.statements.clear();
     Load();
-    EXPECT_EQ(events.count, 3);
+    EXPECT_THAT(statementsSent, ElementsAre(1U, 1U, 3U));
 }
 
 TEST_F(LoadTreeTest, ACategoryWithoutEntriesHasNoSuffix) {
@@ -154,6 +157,14 @@ TEST_F(LoadTreeTest, TheLongestCategoryHas32767MinutesAndALongerOneIsAnOverflow)
     EXPECT_EQ(tree.Node("CAT_Long").Text, "Long (32767:59)");
     Execute("Update Files Set Length = 1966080");
     EXPECT_EQ(FailureOfLoad(), 6);
+}
+
+TEST_F(LoadTreeTest, TheSumIsRoundedForTheSecondsButNotForTheMinutes) {
+    AddFile(1, "half.mp3", "59.5");
+    AddCategory(1, "Half");
+    AddEntry(1, 1, 1, 1, "Half", "half.mp3");
+    Load();
+    EXPECT_EQ(tree.Node("CAT_Half").Text, "Half (00:00)");
 }
 
 TEST_F(LoadTreeTest, ACategoryWhoseLengthsAreAllNullIsAFailure) {

@@ -25,26 +25,22 @@ public:
 
     bool Empty() const { return m_streams.empty(); }
 
-    /// Takes in a page. False, with nothing done, if its body was needed and the page is not intact.
-    bool Take(OggPageReader& reader, OggPage& page) {
+    void Take(OggPageReader& reader, const OggPage& page) {
         const auto known = m_bySerial.find(page.serial);
         if (known == m_bySerial.end()) {
-            return TakeFirst(reader, page);
+            TakeFirst(reader, page);
+            return;
         }
         Stream& stream = m_streams[known->second];
-        if (stream.vorbis && !stream.closed && stream.vorbis->NeedsBody() && !reader.IsIntact(page)) {
-            return false;
-        }
         m_inHeaders = false;
         if (stream.ended) {
             if (stream.isNew) {
                 AppendNew(stream, page.serial); // The tool names it again with each of its further pages.
             }
-            return true;
+            return;
         }
         stream.isNew = false;
         Feed(stream, reader, page);
-        return true;
     }
 
     /// Reports the streams whose last page never came.
@@ -68,10 +64,7 @@ private:
         bool closed = false; ///< It began where no stream may begin: nothing of it counts.
     };
 
-    bool TakeFirst(OggPageReader& reader, OggPage& page) {
-        if (!reader.IsIntact(page)) {
-            return false;
-        }
+    void TakeFirst(OggPageReader& reader, const OggPage& page) {
         Stream& stream = m_streams.emplace_back();
         stream.number = m_streams.size();
         m_bySerial.emplace(page.serial, m_streams.size() - 1);
@@ -82,7 +75,6 @@ private:
         SetType(stream, VorbisStream::BeginsWith(page, reader.Body(page)));
         AppendNew(stream, page.serial);
         Feed(stream, reader, page);
-        return true;
     }
 
     static void SetType(Stream& stream, VorbisStream::Beginning beginning) {
@@ -140,9 +132,7 @@ void AppendOggInfo(const std::string& path, ByteSource& source, std::string& lin
     StreamSet streams(lines);
     OggPage page;
     while (reader.Next(page)) {
-        if (!streams.Take(reader, page)) {
-            reader.Reject(page);
-        }
+        streams.Take(reader, page);
     }
     if (streams.Empty()) {
         lines.append("ERROR: No Ogg data found in file \"").append(path).append("\".\n");

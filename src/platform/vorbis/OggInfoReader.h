@@ -10,9 +10,9 @@
 
 namespace quavernet {
 
-/// Walks over the pages and reads the header packets: audio is never decoded, and its checksums are looked at
-/// only where the order of the pages is in doubt. Streams that are no Vorbis are named and passed over.
-/// Warnings that carry no text of the file are left out.
+/// Walks over the pages and reads the header packets; audio is never decoded. Streams that are no Vorbis are
+/// named and passed over: a file of them alone has no nominal bit rate, so that a scan would not store it
+/// either way. Warnings that carry no text of the file are left out.
 class OggInfoReader : public OggInfoTool {
 public:
     std::string Run(const std::vector<std::string>& paths) override;

@@ -16,9 +16,11 @@ constexpr std::size_t ReadAhead = 65536; // A read of this size costs less than 
 constexpr std::uint64_t VainFloor = 1 << 20;
 constexpr std::uint64_t VainFactor = 4;
 
-using ChecksumTables = std::array<std::array<std::uint32_t, 256>, 8>;
+constexpr std::size_t Stride = 16; // Bytes a step: one step waits for the one before, so long ones pay.
 
-/// Eight bytes a step: table k holds the effect of a byte that k further bytes follow.
+using ChecksumTables = std::array<std::array<std::uint32_t, 256>, Stride>;
+
+/// Table k holds the effect of a byte that k further bytes follow.
 constexpr ChecksumTables MakeTables() {
     ChecksumTables tables{};
     for (std::uint32_t byte = 0; byte < 256; ++byte) {
@@ -40,22 +42,21 @@ constexpr ChecksumTables MakeTables() {
 constexpr ChecksumTables Tables = MakeTables();
 
 std::uint32_t Checksum(std::uint32_t sum, std::span<const std::uint8_t> bytes) {
-    std::size_t i = 0;
-    for (; i + 8 <= bytes.size(); i += 8) {
-        sum ^= std::uint32_t{bytes[i]} << 24 | std::uint32_t{bytes[i + 1]} << 16 |
-               std::uint32_t{bytes[i + 2]} << 8 | std::uint32_t{bytes[i + 3]};
-        sum = Tables[7][sum >> 24] ^ Tables[6][sum >> 16 & 0xff] ^ Tables[5][sum >> 8 & 0xff] ^
-              Tables[4][sum & 0xff] ^ Tables[3][bytes[i + 4]] ^ Tables[2][bytes[i + 5]] ^
-              Tables[1][bytes[i + 6]] ^ Tables[0][bytes[i + 7]];
+    while (bytes.size() >= Stride) {
+        std::uint32_t next = 0;
+        for (std::size_t i = 4; i < Stride; ++i) {
+            next ^= Tables[Stride - 1 - i][bytes[i]];
+        }
+        for (std::size_t i = 0; i < 4; ++i) {
+            next ^= Tables[Stride - 1 - i][bytes[i] ^ (sum >> (24 - 8 * i) & 0xff)];
+        }
+        sum = next;
+        bytes = bytes.subspan(Stride);
     }
-    for (; i < bytes.size(); ++i) {
-        sum = sum << 8 ^ Tables[0][sum >> 24 ^ bytes[i]];
+    for (const std::uint8_t byte : bytes) {
+        sum = sum << 8 ^ Tables[0][sum >> 24 ^ byte];
     }
     return sum;
-}
-
-bool IsMark(std::span<const std::uint8_t> bytes) {
-    return bytes.size() >= Mark.size() && std::equal(Mark.begin(), Mark.end(), bytes.begin());
 }
 
 } // namespace
@@ -98,7 +99,6 @@ bool OggPageReader::ReadHeader(OggPage& page) {
     page.headerSize = FixedHeader + page.segments;
     std::copy_n(bytes.begin() + FixedHeader, page.segments, page.lacing.begin());
     page.bodySize = 0;
-    page.intact = false;
     for (const std::uint8_t length : page.Lacing()) {
         page.bodySize += length;
     }
@@ -107,40 +107,23 @@ bool OggPageReader::ReadHeader(OggPage& page) {
 
 bool OggPageReader::Next(OggPage& page) {
     while (m_vainBytes <= VainFloor + VainFactor * m_window.Size()) {
-        if (!IsMark(m_window.At(m_position, Mark.size(), ReadAhead))) {
-            m_inStep = false;
-            if (!FindMark()) {
-                return false;
-            }
-        }
-        if (!ReadHeader(page)) {
+        if (!FindMark() || !ReadHeader(page)) {
             return false;
         }
-        const bool doubtful =
-            !m_inStep || page.last || !IsMark(m_window.At(page.End(), Mark.size(), ReadAhead));
-        if (!doubtful || IsIntact(page)) {
+        if (IsIntact(page)) {
             m_position = page.End();
-            m_inStep = true;
             return true;
         }
-        Reject(page);
+        m_position = page.offset + 1;
+        m_vainBytes += page.Size();
     }
     return false;
 }
 
-bool OggPageReader::IsIntact(OggPage& page) {
-    if (!page.intact) {
-        const auto bytes = m_window.At(page.offset, page.Size(), ReadAhead);
-        page.intact = bytes.size() == page.Size() &&
-                      OggChecksum(bytes) == LittleEndian<std::uint32_t>(bytes, ChecksumAt);
-    }
-    return page.intact;
-}
-
-void OggPageReader::Reject(const OggPage& page) {
-    m_position = page.offset + 1;
-    m_inStep = false;
-    m_vainBytes += page.Size();
+bool OggPageReader::IsIntact(const OggPage& page) {
+    const auto bytes = m_window.At(page.offset, page.Size(), ReadAhead);
+    return bytes.size() == page.Size() &&
+           OggChecksum(bytes) == LittleEndian<std::uint32_t>(bytes, ChecksumAt);
 }
 
 std::span<const std::uint8_t> OggPageReader::Body(const OggPage& page) {

@@ -1,4 +1,4 @@
-#include "scanner/FileCount.h"
+#include "scanner/GetFilesCount.h"
 
 #include "support/ScanTest.h"
 
@@ -9,9 +9,9 @@ namespace {
 
 using ::testing::ElementsAre;
 
-class FileCountTest : public ScanTest {
+class GetFilesCountTest : public ScanTest {
 protected:
-    FileCountTest() {
+    GetFilesCountTest() {
         run.Recursive = true;
         run.texts.Initialise = "Initialisiere Ordner ";
         run.StatusDots = run.texts.Initialise;
@@ -28,7 +28,7 @@ protected:
     ScanRun run{window, log};
 };
 
-TEST_F(FileCountTest, PlainFilesOfEveryKindCountAndHiddenOnesDoNot) {
+TEST_F(GetFilesCountTest, PlainFilesOfEveryKindCountAndHiddenOnesDoNot) {
     Write("a.mp3");
     Write("b.txt");
     Write(".c.mp3");
@@ -40,7 +40,7 @@ TEST_F(FileCountTest, PlainFilesOfEveryKindCountAndHiddenOnesDoNot) {
     EXPECT_EQ(calls.size(), 4u) << "one dot for each";
 }
 
-TEST_F(FileCountTest, WithoutSubfoldersOnlyTheFolderItselfCounts) {
+TEST_F(GetFilesCountTest, WithoutSubfoldersOnlyTheFolderItselfCounts) {
     Write("a.mp3");
     Write("sub/b.mp3");
     run.Recursive = false;
@@ -48,7 +48,7 @@ TEST_F(FileCountTest, WithoutSubfoldersOnlyTheFolderItselfCounts) {
     EXPECT_EQ(CountFiles(), 1);
 }
 
-TEST_F(FileCountTest, TheRestoreDataOfAnotherSystemAndAllBelowItAreLeftOut) {
+TEST_F(GetFilesCountTest, TheRestoreDataOfAnotherSystemAndAllBelowItAreLeftOut) {
     Write("a.mp3");
     Write("System Volume Information/b.mp3");
     Write("my SYSTEM volume informations/sub/c.mp3");
@@ -56,7 +56,7 @@ TEST_F(FileCountTest, TheRestoreDataOfAnotherSystemAndAllBelowItAreLeftOut) {
     EXPECT_EQ(CountFiles(), 1);
 }
 
-TEST_F(FileCountTest, EventsRunOnceAFolder) {
+TEST_F(GetFilesCountTest, EventsRunOnceAFolder) {
     Write("a.mp3");
     Write("b.mp3");
     Write("sub/c.mp3");
@@ -66,7 +66,7 @@ TEST_F(FileCountTest, EventsRunOnceAFolder) {
     EXPECT_EQ(events.count, 2);
 }
 
-TEST_F(FileCountTest, ACancelLeavesTheRest) {
+TEST_F(GetFilesCountTest, ACancelLeavesTheRest) {
     Write("a.mp3");
     Write("sub/b.mp3");
     events.onDoEvents = [&] { run.CancelScan = true; };
@@ -74,7 +74,7 @@ TEST_F(FileCountTest, ACancelLeavesTheRest) {
     EXPECT_EQ(CountFiles(), 1) << "the folder whose events set the flag is still counted";
 }
 
-TEST_F(FileCountTest, TheDotsGrowToTheirLimitAndBeginAgain) {
+TEST_F(GetFilesCountTest, TheDotsGrowToTheirLimitAndBeginAgain) {
     for (int i = 0; i < 85; ++i) {
         Write(std::to_string(i) + ".mp3");
     }
@@ -87,7 +87,7 @@ TEST_F(FileCountTest, TheDotsGrowToTheirLimitAndBeginAgain) {
     EXPECT_EQ(calls[82], "panel 1: Initialisiere Ordner .");
 }
 
-TEST_F(FileCountTest, ATextPutThereInBetweenGrowsOn) {
+TEST_F(GetFilesCountTest, ATextPutThereInBetweenGrowsOn) {
     Write("a.mp3");
     window.SetPanel(1, "other");
     CountFiles();
@@ -96,7 +96,7 @@ TEST_F(FileCountTest, ATextPutThereInBetweenGrowsOn) {
     EXPECT_EQ(run.StatusDots, "other");
 }
 
-TEST_F(FileCountTest, UmlautsCountAsOneCharacter) {
+TEST_F(GetFilesCountTest, UmlautsCountAsOneCharacter) {
     Write("a.mp3");
     std::string text;
     for (int i = 0; i < 100; ++i) {

@@ -1,4 +1,4 @@
-#include "scanner/FileCount.h"
+#include "scanner/GetFilesCount.h"
 
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"

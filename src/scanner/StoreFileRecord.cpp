@@ -1,4 +1,4 @@
-#include "scanner/FileStore.h"
+#include "scanner/StoreFileRecord.h"
 
 #include "app/LoadResString.h"
 #include "app/MainModule.h"

@@ -1,0 +1,79 @@
+#include "Floors.h"
+#include "Jobs.h"
+
+#include "inspect/OggInfoText.h"
+#include "platform/vorbis/OggInfoReader.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <memory>
+#include <stdexcept>
+
+namespace quavernet::bench {
+
+namespace {
+
+constexpr std::size_t BatchSize = 10; ///< As in a scan.
+
+using Batches = std::vector<std::vector<std::string>>;
+
+Batches BatchesOf(const std::vector<std::string>& paths) {
+    Batches batches;
+    for (std::size_t first = 0; first < paths.size(); first += BatchSize) {
+        const auto begin = paths.begin() + static_cast<std::ptrdiff_t>(first);
+        const auto size = static_cast<std::ptrdiff_t>(std::min(BatchSize, paths.size() - first));
+        batches.emplace_back(begin, begin + size);
+    }
+    return batches;
+}
+
+/// The output of ogginfo itself. The paths hold no apostrophe.
+std::string RunTool(const std::vector<std::string>& paths) {
+    std::string command = "LC_ALL=C.UTF-8 ogginfo";
+    for (const std::string& path : paths) {
+        command += " '" + path + "'";
+    }
+    const auto close = [](FILE* pipe) { ::pclose(pipe); };
+    const std::unique_ptr<FILE, decltype(close)> pipe(::popen(command.c_str(), "r"), close);
+    if (!pipe) {
+        throw std::runtime_error("can't run ogginfo");
+    }
+    std::string output;
+    std::array<char, 65536> piece{};
+    while (const std::size_t size = std::fread(piece.data(), 1, piece.size(), pipe.get())) {
+        output.append(piece.data(), size);
+    }
+    return output;
+}
+
+/// Both must tell the same of every file, or their times can't be compared.
+void RequireEqual(const Batches& batches) {
+    for (const auto& batch : batches) {
+        const auto own = ReadOggInfo(OggInfoReader().Run(batch));
+        if (own.size() != batch.size() || own != ReadOggInfo(RunTool(batch))) {
+            throw std::runtime_error("ogginfo is missing or tells something else of " + batch.front());
+        }
+    }
+}
+
+} // namespace
+
+std::vector<Line> OggJobs(const std::string& music, int rounds) {
+    const std::vector<std::string> paths = WalkFiles(music);
+    const Batches batches = BatchesOf(paths);
+    RequireEqual(batches);
+    const auto forEachBatch = [&](const auto& read) {
+        for (const auto& batch : batches) {
+            ReadOggInfo(read(batch));
+        }
+    };
+    const Timed own{nullptr,
+                    [&] { forEachBatch([](const auto& batch) { return OggInfoReader().Run(batch); }); }};
+    const Timed tool{nullptr, [&] { forEachBatch(RunTool); }};
+    const Timed bare{nullptr, [&] { ReadWhole(paths); }};
+    return {Measure("Ogg files, floor: bare reads", paths.size(), 4, rounds, own, bare),
+            Measure("Ogg files, floor: ogginfo", paths.size(), 0.5, rounds, own, tool)};
+}
+
+} // namespace quavernet::bench
