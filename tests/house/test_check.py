@@ -195,6 +195,17 @@ class CheckTest(unittest.TestCase):
         self.assertEqual(self.texts_in("src/app/A.cpp", 'auto a = QStringLiteral("Missing");\n'),
                          ['"Missing" looks like a text in words'])
 
+    def test_words_that_are_made_for_a_reader_are_told_where_they_are_made(self):
+        for code in ('return "no access";', 'auto a = " files / (";', 'return "Ready!";', 'Drop(run, path, "File not found");',
+                     'return x + " - Saved... " + y;', 'auto a = "left: ";'):
+            self.assertEqual(len(self.texts_in("src/scanner/A.cpp", code + "\n")), 1, code)
+            self.write("src/scanner/A.cpp", "")
+            self.assertEqual(self.texts_in("src/platform/A.cpp", code + "\n"), [], code)
+        for code in ('throw RuntimeError(13, "Type mismatch");', 'auto a = "Select Path from Files";',
+                     'auto a = " and I.Interpret" + x;', 'auto a = "Update Files set ";', 'auto a = "HTML\\\\start.html";',
+                     'auto a = "scan";', 'auto a = ", ";'):
+            self.assertEqual(self.texts_in("src/scanner/A.cpp", code + "\n"), [], code)
+
     def test_letters_beyond_ascii_are_told_wherever_they_stand(self):
         self.assertEqual(self.texts_in("src/app/A.cpp", 'auto a = "Länge";\n'), ['"Länge" has letters beyond ASCII'])
         self.assertEqual(self.texts_in("src/app/A.cpp", 'auto a = "\u2013 \u00b7";\n'), [])
