@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <QPushButton>
+#include <QTimer>
 
 #include <set>
 
@@ -104,6 +105,18 @@ TEST_F(DialogRulesTest, TheAboutBoxNamesItsProductAndItsButtons) {
         EXPECT_EQ(msgBox.shown.back(),
                   (ShownBox{title, "Quavernet", MsgBox::Icon::None, MsgBox::Buttons::Ok}));
     }
+}
+
+TEST_F(DialogRulesTest, TheMenuOpensTheAboutBoxModalOverTheMainWindow) {
+    bool seen = false;
+    QTimer::singleShot(0, [&] {
+        QWidget* modal = QApplication::activeModalWidget();
+        seen = modal != nullptr && modal->objectName() == QLatin1String("frmAbout") &&
+               modal->parentWidget() == &Form();
+        modal->close();
+    });
+    Action("mnuAbout").trigger();
+    EXPECT_TRUE(seen);
 }
 
 TEST_F(DialogRulesTest, EveryControlIsReachedByTheKeyboardAlone) {

@@ -196,6 +196,31 @@ TEST_F(LanguageSwitchTest, EveryTextOfTheWindowIsTheSameTextInTheOtherLanguage) 
     EXPECT_EQ(Shown(), german) << "and back";
 }
 
+TEST_F(LanguageSwitchTest, EachControlHasItsOwnText) {
+    Start();
+    const std::tuple<const char*, const char*, int> texts[] = {
+        {"cmdSearch", "text", 123},       {"lblAll", "text", 543},      {"lblOther", "text", 544},
+        {"chkInterpret", "text", 545},    {"chkTitle", "text", 546},    {"cboDrive", "toolTip", 592},
+        {"cboGenre", "toolTip", 593},     {"cboAlbum", "toolTip", 594}, {"cmdPlay", "toolTip", 595},
+        {"cmdRandomize", "toolTip", 596}, {"scan", "toolTip", 597},     {"cancel", "toolTip", 598},
+        {"print", "toolTip", 599},        {"plist", "toolTip", 600},    {"konvert", "toolTip", 601},
+        {"top", "toolTip", 602},          {"date", "toolTip", 603}};
+    for (const char* language : {"mnuViewLanguageGER", "mnuViewLanguageENG"}) {
+        Action(language).trigger();
+        for (const auto& [name, property, id] : texts) {
+            const auto* control = Form().findChild<QObject*>(QLatin1String(name));
+            // Buttons of commands that are not there yet are not there either.
+            if (control != nullptr) {
+                EXPECT_EQ(FromQString(control->property(property).toString()), LoadResString(id)) << name;
+            }
+        }
+    }
+    for (const char* name : {"cmdSearch", "lblAll", "lblOther", "chkInterpret", "chkTitle", "cboDrive",
+                             "cboGenre", "cboAlbum", "cmdPlay", "cmdRandomize", "scan", "cancel"}) {
+        EXPECT_NE(Form().findChild<QObject*>(QLatin1String(name)), nullptr) << name;
+    }
+}
+
 TEST_F(LanguageSwitchTest, AStartInEnglishShowsWhatTheSwitchShows) {
     Start();
     SwitchTo("mnuViewLanguageENG");
