@@ -158,6 +158,7 @@ class CheckTest(unittest.TestCase):
         self.write("tests/ClockTest.cpp", "\nGTEST_" "SKIP();\n")
         self.write("docs/A.md", "See Par" "t 4.2.\n")
         self.write("src/app/A.h", "using namespace std;\n")
+        self.write("src/app/C.h", "inline int F() {\n    using namespace std;\n    return 1;\n}\n")
         self.write("src/app/B.cpp", 'char name[] = "x-XXXXXX"; using namespace std;\n')
         places = [line.split(" ")[0] for line in self.broken("words")]
         self.assertEqual(places, ["src/platform/Clock.h:1:", "tests/ClockTest.cpp:2:", "docs/A.md:1:", "src/app/A.h:1:"])
