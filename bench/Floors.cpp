@@ -166,9 +166,11 @@ void BareLibrary::CreateTables() {
         "Path text, Sizeinbytes integer, DateLastModified text, Drive_id integer, Quality_id integer, "
         "Length integer, Extension_id integer, Genre_id integer, Album_id integer, Hits integer default 0);"
         "create index TitelName on Titel (Name); create index InterpretName on Interpret (Interpret);"
-        "create index AlbumsName on Albums (Name); create index FilesPath on Files (Path);"
+        "create index AlbumsName on Albums (Name); create index DriveName on Drive (Drive);"
+        "create index QualityValue on Quality (Quality); create index FilesPath on Files (Path);"
         "create index FilesDrive on Files (Drive_id); create index FilesGenre on Files (Genre_id);"
-        "create index FilesAlbum on Files (Album_id)");
+        "create index FilesAlbum on Files (Album_id); create index FilesPerformer on Files (Inter_id);"
+        "create index FilesTitle on Files (Title_id)");
 }
 
 void BareLibrary::WriteRows(const std::vector<StoredRow>& rows) {

@@ -7,7 +7,7 @@
 
 namespace quavernet::bench {
 
-/// Medians of one job and of the least that the machine needs for the same.
+/// Fastest rounds of one job and of the least that the machine needs for the same.
 struct Line {
     std::string job;
     double seconds = 0;

@@ -51,6 +51,11 @@ std::string_view LeftCharacters(std::string_view text, std::size_t count) {
 }
 
 std::string_view RightCharacters(std::string_view text, std::size_t count) {
+    // The ends that are asked for are nearly always ASCII; then there is no need to count from the front.
+    const std::string_view end = text.substr(text.size() - std::min(count, text.size()));
+    if (std::all_of(end.begin(), end.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; })) {
+        return end;
+    }
     const std::size_t total = CharacterCount(text);
     return total <= count ? text : text.substr(LeftCharacters(text, total - count).size());
 }

@@ -4,12 +4,12 @@
 #include "browser/ListRecord.h"
 
 #include <algorithm>
+#include <unordered_set>
+#include <vector>
 
 namespace quavernet {
 
 namespace {
-
-using Keys = std::vector<std::int64_t>;
 
 std::string CountBy(const std::string& statement) {
     ADODB::Recordset records;
@@ -17,56 +17,123 @@ std::string CountBy(const std::string& statement) {
     return records.Fields(0).Text();
 }
 
-Keys SortedFileIds(const ADODB::RowBlock& listed) {
-    Keys ids;
-    ids.reserve(listed.Rows());
-    for (std::size_t row = 0; row < listed.Rows(); ++row) {
-        ids.push_back(listed.At(row, ListField::FileId).Integer());
+// Different keys. They are small numbers, given out in a row, so that a bit for each tells which were met.
+class KeySet {
+public:
+    void Add(const ADODB::Field& field) {
+        if (field.IsNull()) {
+            return;
+        }
+        const std::int64_t key = field.Integer();
+        if (!HasBit(key)) {
+            m_others.insert(key);
+            return;
+        }
+        const auto place = static_cast<std::size_t>(key);
+        if (place >= m_met.size()) {
+            m_met.resize(place * 2 + 1);
+        }
+        m_count += m_met[place] ? 0 : 1;
+        m_met[place] = true;
     }
-    std::sort(ids.begin(), ids.end());
-    return ids;
-}
 
-std::string DistinctCount(Keys& keys) {
-    std::sort(keys.begin(), keys.end());
-    return std::to_string(std::unique(keys.begin(), keys.end()) - keys.begin());
-}
-
-void AddKey(Keys& keys, const ADODB::Field& key) {
-    if (!key.IsNull()) {
-        keys.push_back(key.Integer());
+    bool Contains(std::int64_t key) const {
+        if (!HasBit(key)) {
+            return m_others.contains(key);
+        }
+        const auto place = static_cast<std::size_t>(key);
+        return place < m_met.size() && m_met[place];
     }
-}
 
-void CountByKeys(const ADODB::RowBlock& listed, ListTotals& totals) {
-    const Keys ids = SortedFileIds(listed);
-    Keys interprets;
-    Keys titles;
-    Keys albums;
-    if (!ids.empty()) {
+    std::string Count() const { return std::to_string(m_count + m_others.size()); }
+
+private:
+    static bool HasBit(std::int64_t key) {
+        constexpr std::int64_t BitLimit = 1 << 24;
+        return key >= 0 && key < BitLimit;
+    }
+
+    std::vector<bool> m_met;
+    std::size_t m_count = 0;
+    std::unordered_set<std::int64_t> m_others; ///< Keys that nobody gave out in a row.
+};
+
+class LookupKeys {
+public:
+    /// Takes the keys that stand in three columns from `first` on.
+    void Add(const ADODB::RowBlock& files, std::size_t row, std::size_t first) {
+        m_interprets.Add(files.At(row, first));
+        m_titles.Add(files.At(row, first + 1));
+        m_albums.Add(files.At(row, first + 2));
+    }
+    void Tell(ListTotals& totals) const {
+        totals.InterpretCount = m_interprets.Count();
+        totals.TitleCount = m_titles.Count();
+        totals.AlbumCount = m_albums.Count();
+    }
+
+private:
+    KeySet m_interprets;
+    KeySet m_titles;
+    KeySet m_albums;
+};
+
+// A search or a filter found few files: only these are asked for, some thousands in one statement.
+void AddListed(const ADODB::RowBlock& listed, LookupKeys& keys) {
+    constexpr std::size_t IdsInStatement = 5000;
+    for (std::size_t row = 0; row < listed.Rows();) {
+        const std::size_t end = std::min(row + IdsInStatement, listed.Rows());
+        std::string ids;
+        for (; row < end; ++row) {
+            ids.append(ids.empty() ? "" : ",").append(listed.At(row, ListField::FileId).Text());
+        }
         const ADODB::RowBlock files = mainModule.Connection->Query(
-            "Select File_id, Inter_id, Title_id, Album_id from Files Order By File_id");
-        auto wanted = ids.begin();
-        for (std::size_t row = 0; row < files.Rows() && wanted != ids.end(); ++row) {
-            if (files.At(row, 0).Integer() == *wanted) {
-                AddKey(interprets, files.At(row, 1));
-                AddKey(titles, files.At(row, 2));
-                AddKey(albums, files.At(row, 3));
-                ++wanted;
-            }
+            "Select Inter_id, Title_id, Album_id from Files where File_id in (" + ids + ")");
+        for (std::size_t file = 0; file < files.Rows(); ++file) {
+            keys.Add(files, file, 0);
         }
     }
-    totals.InterpretCount = DistinctCount(interprets);
-    totals.TitleCount = DistinctCount(titles);
-    totals.AlbumCount = DistinctCount(albums);
+}
+
+// Many files, but not all: one pass over the table, in which the listed ones are marked.
+void AddMarked(const ADODB::RowBlock& listed, LookupKeys& keys) {
+    KeySet ids;
+    for (std::size_t row = 0; row < listed.Rows(); ++row) {
+        ids.Add(listed.At(row, ListField::FileId));
+    }
+    const ADODB::RowBlock files =
+        mainModule.Connection->Query("Select File_id, Inter_id, Title_id, Album_id from Files");
+    for (std::size_t row = 0; row < files.Rows(); ++row) {
+        if (ids.Contains(files.At(row, 0).Integer())) {
+            keys.Add(files, row, 1);
+        }
+    }
+}
+
+void CountByKeys(const ADODB::RowBlock& listed, std::int64_t allFiles, ListTotals& totals) {
+    const auto count = static_cast<std::int64_t>(listed.Rows());
+    if (count > 0 && count == allFiles) {
+        // Each key has an index, which holds equal ones side by side.
+        totals.InterpretCount = CountBy("Select Count(distinct Inter_id) from Files");
+        totals.TitleCount = CountBy("Select Count(distinct Title_id) from Files");
+        totals.AlbumCount = CountBy("Select Count(distinct Album_id) from Files");
+        return;
+    }
+    LookupKeys keys;
+    if (count < allFiles / 4) {
+        AddListed(listed, keys);
+    } else if (count > 0) {
+        AddMarked(listed, keys);
+    }
+    keys.Tell(totals);
 }
 
 } // namespace
 
-void CountLookups(const ADODB::RowBlock& listed, const ListFilter& filter, const std::string& list,
-                  ListTotals& totals) {
+void CountLookups(const ADODB::RowBlock& listed, std::int64_t allFiles, const ListFilter& filter,
+                  const std::string& list, ListTotals& totals) {
     if (!mainModule.ShowChartMode || mainModule.ShowInGridMode) {
-        CountByKeys(listed, totals);
+        CountByKeys(listed, allFiles, totals);
         return;
     }
     totals.InterpretCount = CountBy(InterpretCountStatement(filter, list));

@@ -28,11 +28,14 @@ private:
     std::size_t m_field;
 };
 
-// Measured on the whole library, not on the result: the bar of a narrow search does not reach its end.
-float ProgressStep() {
+std::int64_t CountFiles() {
     ADODB::Recordset records;
     records.Open("Select Count(*) from Files", *mainModule.Connection);
-    const auto files = records.Fields(0).Integer();
+    return records.Fields(0).Integer();
+}
+
+// Measured on the whole library, not on the result: the bar of a narrow search does not reach its end.
+float ProgressStep(std::int64_t files) {
     return files > 0 ? static_cast<float>(100.0 / static_cast<double>(files)) : 0;
 }
 
@@ -133,18 +136,18 @@ ListResult LoadDatabase(const std::function<ListFilter()>& readFilter, const std
     window.SetScanningPanel(LoadResString(382));
     services.events->DoEvents();
     window.ClearList();
-    const float step = ProgressStep();
+    const std::int64_t allFiles = CountFiles();
     const ListFilter filter = readFilter();
 
     auto data = std::make_shared<ListData>();
     data->Block = mainModule.Connection->Query(ListStatement(filter, list));
     ListResult result;
-    result.Totals.TotalMegabytes = SelectRows(*data, filter, step, window);
+    result.Totals.TotalMegabytes = SelectRows(*data, filter, ProgressStep(allFiles), window);
     result.Rows = ListRows(data);
     mainModule.FilePaths.Show(std::make_shared<ListColumnTexts>(data, ListField::Path));
     mainModule.FileNames.Show(std::make_shared<ListColumnTexts>(data, ListField::Name));
 
-    CountLookups(data->Block, filter, list, result.Totals);
+    CountLookups(data->Block, allFiles, filter, list, result.Totals);
     return result;
 }
 

@@ -28,7 +28,13 @@ bool LoadId3v2(const std::string& path, const FileBytes& file) {
         return false;
     }
     bool hasTag = false;
-    Skip([&] { component->LoadFile(BeginsWithId3(file) ? path : std::string()); });
+    Skip([&] {
+        if (BeginsWithId3(file)) {
+            component->LoadHead(path, file.Head());
+        } else {
+            component->LoadFile({});
+        }
+    });
     Skip([&] { hasTag = component->HasV2Tag(); });
     return hasTag;
 }

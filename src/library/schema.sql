@@ -58,8 +58,8 @@ create table Covers (
 
 create table Reminder (RemindFlag integer, RemindDate DATETEXT, ScanPeriode text collate QUAVERNET);
 
--- Every lookup by file goes by its path; the combos look for a file of each drive, genre and album; the list is
--- read in the order of performers or titles.
+-- Every lookup by file goes by its path; the combos look for a file of each drive, genre and album; the
+-- counters of a whole library go along the keys of performers, titles and albums.
 create index FilesByPath on Files (Path);
 create index FilesByDrive on Files (Drive_id);
 create index FilesByGenre on Files (Genre_id);
@@ -81,14 +81,9 @@ create index EntriesByParent on FileCategories (Parent, Position);
 create index EntriesByFile on FileCategories (File_id);
 create index CoversByAlbum on Covers (Album_id, Interpret_id);
 
--- The planner's statistics are given, not gathered: one plan for every library. The list starts at Files, but for
--- the order of performers, which the index gives without a sort. The count of files for each performer is set
--- some times too high, so that going by performer pays only where it saves that sort. Titles are left out: going
--- through 100,000 titles in their order jumps about in Files and costs as much as the sort. The index of paths is
--- for lookups alone ("unordered"): without it, "Select Path, File_id from Files" would walk the files in the order
--- of their paths in place of the table's.
+-- The planner's statistics are given, not gathered: one plan for every library. With nothing told of the tables'
+-- sizes the list starts at Files, or at the filter's index, and finds the rest by key; its order is made from the
+-- rows when they have been read. The index of paths is for lookups alone ("unordered"): without it,
+-- "Select Path, File_id from Files" would walk the files in the order of their paths in place of the table's.
 analyze sqlite_schema;
-insert into sqlite_stat1 (tbl, idx, stat) values
-    ('Files', 'FilesByPerformer', '1000000 60'),
-    ('Files', 'FilesByPath', '1000000 1 unordered'),
-    ('Interpret', 'InterpretByName', '40000 1');
+insert into sqlite_stat1 (tbl, idx, stat) values ('Files', 'FilesByPath', '1000000 1 unordered');

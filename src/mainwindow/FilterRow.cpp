@@ -1,8 +1,8 @@
 #include "mainwindow/FilterRow.h"
 
 #include "app/LoadResString.h"
-#include "app/MainModule.h"
-#include "browser/GridCommands.h"
+#include "browser/FilterEvents.h"
+#include "mainwindow/KeyCodes.h"
 #include "platform/qt/QtText.h"
 
 #include <QAbstractItemView>
@@ -50,14 +50,6 @@ protected:
     }
 };
 
-bool IsArrowKey(int key) {
-    return key == Qt::Key_Left || key == Qt::Key_Up || key == Qt::Key_Right || key == Qt::Key_Down;
-}
-
-bool IsEnter(int key) {
-    return key == Qt::Key_Return || key == Qt::Key_Enter;
-}
-
 } // namespace
 
 FilterRow::FilterRow(QWidget* parent) : QWidget(parent) {
@@ -74,6 +66,7 @@ FilterRow::FilterRow(QWidget* parent) : QWidget(parent) {
     m_search->installEventFilter(this);
     m_go = new QPushButton(this);
     m_go->setObjectName(QStringLiteral("cmdSearch"));
+    m_go->setAutoDefault(true); // Enter presses it while it has the keyboard.
     connect(m_interpret, &QCheckBox::clicked, this, &FilterRow::InterpretClicked);
     connect(m_title, &QCheckBox::clicked, this, &FilterRow::TitleClicked);
     connect(m_go, &QPushButton::clicked, this, &FilterRow::ReloadWanted);
@@ -87,11 +80,8 @@ QComboBox* FilterRow::AddCombo(const QString& name) {
     combo->setMinimumContentsLength(6);
     combo->view()->setTextElideMode(Qt::ElideRight);
     combo->installEventFilter(this);
-    connect(combo, &QComboBox::currentIndexChanged, this, [this] {
-        if (!mainModule.SuppressComboClick) {
-            emit ReloadWanted();
-        }
-    });
+    combo->view()->installEventFilter(this); // The keys go there while the list is open.
+    connect(combo, &QComboBox::currentIndexChanged, this, [this] { Apply(ComboClick()); });
     return combo;
 }
 
@@ -128,50 +118,64 @@ void FilterRow::LoadStrings() {
     m_drive->setToolTip(ToQString(LoadResString(592)));
     m_genre->setToolTip(ToQString(LoadResString(593)));
     m_album->setToolTip(ToQString(LoadResString(594)));
+    for (QComboBox* combo : {m_drive, m_genre, m_album}) {
+        combo->setAccessibleName(combo->toolTip());
+    }
+    m_search->setAccessibleName(ToQString(LoadResString(105)));
 }
 
 void FilterRow::InterpretClicked() {
-    m_interpret->setChecked(
-        SearchBoxClicked("SearchInterpret", m_interpret->isChecked(), m_title->isChecked()));
+    m_interpret->setChecked(ClickInterpret(m_interpret->isChecked(), m_title->isChecked()));
 }
 
 void FilterRow::TitleClicked() {
-    m_title->setChecked(SearchBoxClicked("SearchTitle", m_title->isChecked(), m_interpret->isChecked()));
+    m_title->setChecked(ClickTitle(m_title->isChecked(), m_interpret->isChecked()));
+}
+
+bool FilterRow::Apply(FilterAction action) {
+    switch (action) {
+    case FilterAction::LoadDatabase:
+        emit ReloadWanted();
+        return true;
+    case FilterAction::Search:
+        m_go->click();
+        return true;
+    default:
+        return false; // The form as a whole answers F1.
+    }
 }
 
 bool FilterRow::eventFilter(QObject* watched, QEvent* event) {
-    if (qobject_cast<QComboBox*>(watched) != nullptr) {
-        return ComboEvent(*event);
+    if (watched == m_search) {
+        return event->type() == QEvent::KeyPress &&
+               Apply(SearchKeyPress(KeyCode(*static_cast<QKeyEvent*>(event))));
     }
-    if (event->type() == QEvent::KeyPress && IsEnter(static_cast<QKeyEvent*>(event)->key())) {
-        m_go->click();
-        return true;
+    if (watched == m_interpret || watched == m_title) {
+        return event->type() == QEvent::KeyPress &&
+               Apply(CheckBoxKeyPress(KeyCode(*static_cast<QKeyEvent*>(event))));
     }
-    return false;
+    return ComboEvent(*event, qobject_cast<QComboBox*>(watched) == nullptr);
 }
 
-bool FilterRow::ComboEvent(QEvent& event) {
+bool FilterRow::ComboEvent(QEvent& event, bool listIsOpen) {
     switch (event.type()) {
     case QEvent::KeyPress: {
-        const int key = static_cast<QKeyEvent&>(event).key();
-        if (IsEnter(key)) {
-            emit ReloadWanted();
-            return true;
-        }
-        // A walk through the entries by arrow keys must not reload the list for each of them.
-        if (IsArrowKey(key)) {
-            mainModule.SuppressComboClick = true;
-        }
-        return false;
+        const int key = KeyCode(static_cast<QKeyEvent&>(event));
+        ComboKeyDown(key);
+        // In the open list Enter picks the entry, and the pick is the click that reloads.
+        return !listIsOpen && Apply(ComboKeyPress(key));
     }
     case QEvent::KeyRelease: {
         const auto& key = static_cast<QKeyEvent&>(event);
-        if (IsArrowKey(key.key()) && !key.isAutoRepeat()) {
-            mainModule.SuppressComboClick = false;
+        if (!key.isAutoRepeat()) {
+            Apply(ComboKeyUp(KeyCode(key)));
         }
         return false;
     }
     case QEvent::Wheel:
+        if (listIsOpen) {
+            return false;
+        }
         // The wheel moves the list wherever the mouse stands; it must not change a filter in passing.
         event.ignore();
         return true;

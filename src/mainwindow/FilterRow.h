@@ -2,6 +2,7 @@
 // search looks. It turns its controls into a ListFilter and asks for a reload.
 #pragma once
 
+#include "browser/FilterEvents.h"
 #include "browser/FilterLists.h"
 #include "browser/ListQuery.h"
 
@@ -46,7 +47,8 @@ protected:
 private:
     QComboBox* AddCombo(const QString& name);
     QCheckBox* AddCheckBox(const QString& name);
-    bool ComboEvent(QEvent& event);
+    bool ComboEvent(QEvent& event, bool listIsOpen);
+    bool Apply(FilterAction action); ///< True if the key has been used up.
     void InterpretClicked();
     void TitleClicked();
 

@@ -1,66 +1,21 @@
 #include "mainwindow/GridView.h"
 
-#include "app/MainModule.h"
+#include "mainwindow/GridPaint.h"
 #include "mainwindow/Pictures.h"
-#include "platform/RuntimeError.h"
+#include "platform/qt/FileUris.h"
 
 #include <QApplication>
 #include <QDrag>
-#include <QFile>
-#include <QHeaderView>
 #include <QHelpEvent>
 #include <QMimeData>
-#include <QPainter>
 #include <QScrollBar>
-#include <QStyledItemDelegate>
 #include <QToolTip>
-#include <QUrl>
+
+#include <algorithm>
 
 namespace quavernet {
 
 namespace {
-
-/// Paints the rows of the selection: what looks like a selection is cell colour.
-class RowPainter : public QStyledItemDelegate {
-public:
-    RowPainter(const GridSelection& selection, QObject* parent)
-        : QStyledItemDelegate(parent), m_selection(selection) {}
-
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-        QStyledItemDelegate::initStyleOption(option, index);
-        option->state &= ~(QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
-        if (m_selection.IsPainted(index.row() + 1)) {
-            option->backgroundBrush = option->palette.brush(QPalette::Active, QPalette::Highlight);
-            option->palette.setBrush(QPalette::Text,
-                                     option->palette.brush(QPalette::Active, QPalette::HighlightedText));
-        }
-    }
-
-private:
-    const GridSelection& m_selection;
-};
-
-/// The header draws the sort arrow at the right edge of its cell.
-class ArrowHeader : public QHeaderView {
-public:
-    ArrowHeader(const ListModel& model, QWidget* parent)
-        : QHeaderView(Qt::Horizontal, parent), m_list(model) {}
-
-protected:
-    void paintSection(QPainter* painter, const QRect& rect, int section) const override {
-        painter->save();
-        QHeaderView::paintSection(painter, rect, section);
-        painter->restore();
-        if (section == m_list.SortColumn()) {
-            constexpr int Size = 16;
-            const QRect place(rect.right() - Size - 3, rect.center().y() - Size / 2, Size, Size);
-            Picture(m_list.SortAscending() ? "ArrowUp" : "ArrowDown").paint(painter, place);
-        }
-    }
-
-private:
-    const ListModel& m_list;
-};
 
 GridButton ButtonOf(const QMouseEvent& event) {
     switch (event.button()) {
@@ -70,6 +25,20 @@ GridButton ButtonOf(const QMouseEvent& event) {
         return GridButton::Right;
     default:
         return GridButton::Other;
+    }
+}
+
+GridModifiers ModifiersOf(const QMouseEvent& event) {
+    return {event.modifiers().testFlag(Qt::ShiftModifier), event.modifiers().testFlag(Qt::ControlModifier),
+            event.modifiers().testFlag(Qt::AltModifier)};
+}
+
+void TakeFiles(QDropEvent& event) {
+    if (event.mimeData()->hasUrls()) {
+        event.setDropAction(Qt::CopyAction);
+        event.accept();
+    } else {
+        event.ignore();
     }
 }
 
@@ -88,6 +57,8 @@ GridView::GridView(QWidget* parent) : QTableView(parent), m_selection(*this) {
     setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setMouseTracking(true);
+    setAcceptDrops(true);
+    viewport()->setAcceptDrops(true);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setMinimumSectionSize(1);
@@ -95,7 +66,9 @@ GridView::GridView(QWidget* parent) : QTableView(parent), m_selection(*this) {
     horizontalHeader()->setSectionsClickable(true);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setMinimumSectionSize(0);
-    connect(horizontalHeader(), &QHeaderView::sectionDoubleClicked, this, &GridView::HeaderDoubleClicked);
+    horizontalHeader()->viewport()->installEventFilter(this);
+    connect(horizontalHeader(), &QHeaderView::sectionDoubleClicked, this,
+            [this](int column) { emit DoubleClicked(column, 0); });
 }
 
 void GridView::SetRows(ListRows rows) {
@@ -128,137 +101,195 @@ std::string GridView::CurrentFormat() const {
     return m_model.Rows().Text(static_cast<std::size_t>(row), ListColumn::Format);
 }
 
+std::int32_t GridView::MouseRow(const QPoint& position) const {
+    const int row = rowAt(position.y());
+    return row < 0 ? m_selection.Rows() : row + 1;
+}
+
 void GridView::SetScanningPanel(const std::string& text) {
     if (ShowInScanningPanel) {
         ShowInScanningPanel(text);
     }
 }
 
-void GridView::SetKontextItems(int) {
-    // The items that depend on one or several rows belong to commands that are not in the menu yet; the
-    // view options are on in both cases.
-}
-
-std::int32_t GridView::MouseRow(const QPoint& position) const {
-    return rowAt(position.y()) + 1;
-}
-
-void GridView::mousePressEvent(QMouseEvent* event) {
+void GridView::Press(const QMouseEvent& event, std::int32_t mouseRow) {
     setFocus(Qt::MouseFocusReason);
     window()->raise();
-    m_pressPosition = event->pos();
-    const GridModifiers modifiers{event->modifiers().testFlag(Qt::ShiftModifier),
-                                  event->modifiers().testFlag(Qt::ControlModifier),
-                                  event->modifiers().testFlag(Qt::AltModifier)};
-    m_selection.MouseDown(MouseRow(event->pos()), ButtonOf(*event), modifiers);
-    if (event->button() == Qt::RightButton && m_selection.Rows() >= 2) {
-        emit KontextMenuWanted(event->globalPosition().toPoint());
+    m_pressPosition = event.globalPosition().toPoint();
+    const GridButton button = ButtonOf(event);
+    m_selection.MouseDown(mouseRow, button, ModifiersOf(event));
+    if (button == GridButton::Right && m_selection.Rows() >= 2) {
+        emit KontextMenuWanted(event.globalPosition().toPoint());
     }
 }
 
+void GridView::Release() {
+    m_selection.MouseUp();
+    m_selection.Click();
+}
+
+void GridView::mousePressEvent(QMouseEvent* event) {
+    Press(*event, MouseRow(event->pos()));
+}
+
 void GridView::mouseMoveEvent(QMouseEvent* event) {
+    const GridHover hover = m_selection.MouseMove(MouseRow(event->pos()), event->buttons() == Qt::LeftButton);
+    if (hover.ToolTip) {
+        setToolTip(ToQString(*hover.ToolTip));
+    }
     emit MouseMoved();
-    if (event->buttons() == Qt::LeftButton && !m_selection.CtrlDown() &&
-        (event->pos() - m_pressPosition).manhattanLength() >= QApplication::startDragDistance()) {
-        DragSelectedFiles();
+    const int distance = (event->globalPosition().toPoint() - m_pressPosition).manhattanLength();
+    if (hover.StartDrag && distance >= QApplication::startDragDistance()) {
+        Drag();
     }
 }
 
 void GridView::mouseReleaseEvent(QMouseEvent*) {
-    m_selection.MouseUp();
+    Release();
 }
 
 void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
-    mousePressEvent(event);
-    const std::int32_t row = MouseRow(event->pos());
-    if (row >= 1 && !m_selection.RightClicked()) {
-        emit RowDoubleClicked(m_selection.Row());
+    // The second press of a double click is none of its own: the first has already set the selection.
+    if (event->button() == Qt::LeftButton) {
+        emit DoubleClicked(std::max(columnAt(event->pos().x()), 0), MouseRow(event->pos()));
     }
 }
 
+// The header is row 0 of the list to the mouse. No drag starts there: it would end the drag of a column's
+// edge.
+bool GridView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != horizontalHeader()->viewport()) {
+        return QTableView::eventFilter(watched, event);
+    }
+    if (event->type() == QEvent::MouseButtonPress) {
+        Press(*static_cast<QMouseEvent*>(event), 0);
+    } else if (event->type() == QEvent::MouseButtonRelease) {
+        Release();
+    } else if (event->type() == QEvent::MouseMove) {
+        emit MouseMoved();
+    }
+    return false;
+}
+
+std::int32_t GridView::RowsInView() const {
+    return std::max(1, viewport()->height() / std::max(1, verticalHeader()->defaultSectionSize()) - 1);
+}
+
+bool GridView::MoveByKey(const QKeyEvent& event) {
+    static constexpr std::pair<int, GridKey> Keys[] = {
+        {Qt::Key_Up, GridKey::Up},         {Qt::Key_Down, GridKey::Down},
+        {Qt::Key_PageUp, GridKey::PageUp}, {Qt::Key_PageDown, GridKey::PageDown},
+        {Qt::Key_Home, GridKey::Home},     {Qt::Key_End, GridKey::End}};
+    const auto* found =
+        std::find_if(std::begin(Keys), std::end(Keys),
+                     [&event](const std::pair<int, GridKey>& entry) { return entry.first == event.key(); });
+    if (found == std::end(Keys)) {
+        return false;
+    }
+    m_selection.KeyMove(found->second, event.modifiers().testFlag(Qt::ShiftModifier), RowsInView());
+    if (m_selection.RowSel() >= 1 && !RowIsVisible(m_selection.RowSel())) {
+        scrollTo(m_model.index(m_selection.RowSel() - 1, 0));
+    }
+    return true;
+}
+
 void GridView::keyPressEvent(QKeyEvent* event) {
-    const std::int32_t page =
-        std::max(1, viewport()->height() / std::max(1, verticalHeader()->defaultSectionSize()) - 1);
-    std::int32_t target = m_selection.RowSel();
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
         emit EnterPressed();
-        return;
-    case Qt::Key_Up:
-        target -= 1;
         break;
-    case Qt::Key_Down:
-        target += 1;
+    case Qt::Key_Left:
+    case Qt::Key_Right: {
+        QScrollBar& bar = *horizontalScrollBar();
+        bar.setValue(bar.value() + (event->key() == Qt::Key_Left ? -bar.singleStep() : bar.singleStep()));
         break;
-    case Qt::Key_PageUp:
-        target -= page;
-        break;
-    case Qt::Key_PageDown:
-        target += page;
-        break;
-    case Qt::Key_Home:
-        target = 1;
-        break;
-    case Qt::Key_End:
-        target = m_selection.Rows() - 1;
-        break;
+    }
     default:
-        QTableView::keyPressEvent(event);
+        if (!MoveByKey(*event)) {
+            event->ignore();
+        }
+    }
+}
+
+// The menu key stands for a right press on the current row; the mouse's own press has already had its menu.
+void GridView::contextMenuEvent(QContextMenuEvent* event) {
+    if (event->reason() != QContextMenuEvent::Keyboard || m_selection.Rows() < 2) {
         return;
     }
-    m_selection.MoveTo(target, event->modifiers().testFlag(Qt::ShiftModifier));
-    if (m_selection.RowSel() >= 1 && !RowIsVisible(m_selection.RowSel())) {
-        scrollTo(m_model.index(m_selection.RowSel() - 1, 0));
+    const std::int32_t row = m_selection.Row();
+    m_selection.MouseDown(row, GridButton::Right, {});
+    m_selection.MouseUp();
+    const QPoint place =
+        row >= 1 ? visualRect(m_model.index(row - 1, 0)).bottomLeft() : viewport()->rect().topLeft();
+    emit KontextMenuWanted(viewport()->mapToGlobal(place));
+}
+
+void GridView::focusInEvent(QFocusEvent* event) {
+    QTableView::focusInEvent(event);
+    m_selection.GotFocus();
+    viewport()->update();
+}
+
+void GridView::focusOutEvent(QFocusEvent* event) {
+    QTableView::focusOutEvent(event);
+    viewport()->update();
+}
+
+void GridView::ScrollByNotch(int delta) {
+    // One notch is one row, whatever the size of the delta; neither the row nor the selection moves.
+    if (delta >= 0) {
+        SetTopRow(std::max(TopRow() - 1, 1));
+    } else if (TopRow() < m_selection.Rows()) {
+        SetTopRow(TopRow() + 1);
     }
 }
 
 void GridView::wheelEvent(QWheelEvent* event) {
-    const int delta = event->angleDelta().y();
-    if (delta == 0) {
+    const QPoint delta = event->angleDelta();
+    if (delta.y() == 0 && delta.x() != 0) {
         QTableView::wheelEvent(event);
         return;
     }
-    // One notch is one row, whatever the size of the delta; neither the row nor the selection moves.
-    SetTopRow(TopRow() + (delta > 0 ? -1 : 1));
+    ScrollByNotch(delta.y());
     event->accept();
 }
 
 bool GridView::viewportEvent(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
-        const auto* help = static_cast<QHelpEvent*>(event);
-        QString tip;
-        Skip([&] { tip = ToQString(mainModule.FileNames.Item(MouseRow(help->pos()))); });
-        if (tip.isEmpty()) {
+        if (toolTip().isEmpty()) {
             QToolTip::hideText();
         } else {
-            QToolTip::showText(help->globalPos(), tip, viewport());
+            QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), toolTip(), viewport());
         }
         return true;
     }
     return QTableView::viewportEvent(event);
 }
 
-void GridView::DragSelectedFiles() {
-    if (m_selection.Row() < 1) {
-        return;
-    }
-    QList<QUrl> urls;
-    for (const std::int32_t row : mainModule.SelectedRows.Rows()) {
-        Skip([&] {
-            urls.append(QUrl::fromLocalFile(
-                QFile::decodeName(QByteArray::fromStdString(mainModule.FilePaths.Item(row)))));
-        });
-    }
-    if (!urls.isEmpty()) {
-        auto* drag = new QDrag(this);
-        auto* files = new QMimeData;
-        files->setUrls(urls);
-        drag->setMimeData(files);
-        drag->setPixmap(Picture("drag").pixmap(24));
+void GridView::Drag() {
+    const std::vector<std::string> files = m_selection.StartDrag();
+    if (!files.empty()) {
+        auto* drag = new QDrag(this); // Qt deletes it when the other side is through with the data.
+        drag->setMimeData(FilesToOffer(files));
+        drag->setPixmap(Picture("drag").pixmap(QSize(24, 24), devicePixelRatioF()));
         drag->exec(Qt::CopyAction);
     }
-    m_selection.MouseUp();
+    m_selection.CompleteDrag();
+}
+
+void GridView::dragEnterEvent(QDragEnterEvent* event) {
+    TakeFiles(*event);
+}
+
+void GridView::dragMoveEvent(QDragMoveEvent* event) {
+    TakeFiles(*event);
+}
+
+void GridView::dropEvent(QDropEvent* event) {
+    const std::vector<std::string> paths = LocalFiles(*event->mimeData());
+    TakeFiles(*event);
+    emit FilesDropped(paths);
 }
 
 } // namespace quavernet

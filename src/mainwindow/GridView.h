@@ -1,5 +1,5 @@
-// grdMp3 on the screen: hands mouse and key facts to the selection, paints what it says, and scrolls by whole
-// rows. The list pane owns it.
+// grdMp3 on the screen: hands mouse, key and drop facts to the selection and to the list pane, paints what
+// the selection says, and scrolls by whole rows. The list pane owns it.
 #pragma once
 
 #include "browser/GridSelection.h"
@@ -8,6 +8,8 @@
 #include <QTableView>
 
 #include <functional>
+#include <string>
+#include <vector>
 
 namespace quavernet {
 
@@ -20,6 +22,7 @@ public:
     void SetRows(ListRows rows);
     ListModel& Model() { return m_model; }
     GridSelection& Selection() { return m_selection; }
+    const GridSelection& Selection() const { return m_selection; }
 
     std::int64_t RowData(std::int32_t row) const override;
     std::int32_t TopRow() const override;
@@ -29,15 +32,23 @@ public:
     /// Text of the last column of the current row; empty if there is none.
     std::string CurrentFormat() const;
 
+    /// The row under the mouse from 1; the place below the last row counts as Rows().
+    std::int32_t MouseRow(const QPoint& position) const;
+
+    /// One notch of the wheel: up for a positive delta or none.
+    void ScrollByNotch(int delta);
+
     std::function<void(const std::string&)> ShowInScanningPanel;
 
 signals:
-    void HeaderDoubleClicked(int column);
-    void RowDoubleClicked(std::int32_t row);
+    /// Row 0 is the header.
+    void DoubleClicked(std::int32_t mouseCol, std::int32_t mouseRow);
     void EnterPressed();
-    void ControlStateChanged(); ///< The current row may be another one.
+    void ControlStateChanged();        ///< The current row may be another one.
+    void KontextItemsWanted(int mode); ///< 1: one selected row, 2: several.
     void KontextMenuWanted(const QPoint& globalPosition);
     void MouseMoved();
+    void FilesDropped(const std::vector<std::string>& paths);
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
@@ -46,16 +57,26 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     bool viewportEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void SetScanningPanel(const std::string& text) override;
     void RepaintRows() override { viewport()->update(); }
     void SelectionChanged() override { emit ControlStateChanged(); }
-    void SetKontextItems(int mode) override;
+    void SetKontextItems(int mode) override { emit KontextItemsWanted(mode); }
 
-    std::int32_t MouseRow(const QPoint& position) const;
-    void DragSelectedFiles();
+    void Press(const QMouseEvent& event, std::int32_t mouseRow);
+    void Release();
+    void Drag();
+    bool MoveByKey(const QKeyEvent& event);
+    std::int32_t RowsInView() const;
 
     ListModel m_model;
     GridSelection m_selection;

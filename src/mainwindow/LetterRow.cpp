@@ -1,27 +1,25 @@
 #include "mainwindow/LetterRow.h"
 
 #include "app/LoadResString.h"
-#include "app/MainModule.h"
 #include "mainwindow/Pictures.h"
 #include "mainwindow/Twips.h"
 
 #include <QEvent>
 #include <QMouseEvent>
+#include <QPainter>
 
 #include <algorithm>
 
 namespace quavernet {
 
-LetterLabel::LetterLabel(const QString& name, std::string filter, QWidget* parent)
-    : QLabel(parent), m_filter(std::move(filter)) {
+LetterLabel::LetterLabel(const QString& name, QWidget* parent) : QLabel(parent) {
     setObjectName(name);
     setAlignment(Qt::AlignCenter);
-    setAutoFillBackground(false);
     setMouseTracking(true);
 }
 
-void LetterLabel::enterEvent(QEnterEvent*) {
-    emit Entered();
+void LetterLabel::mouseMoveEvent(QMouseEvent*) {
+    emit Moved();
 }
 
 void LetterLabel::mousePressEvent(QMouseEvent* event) {
@@ -33,71 +31,75 @@ void LetterLabel::mousePressEvent(QMouseEvent* event) {
 LetterRow::LetterRow(QWidget* parent) : QFrame(parent) {
     setObjectName(QStringLiteral("Frame2"));
     setMouseTracking(true);
-    AddLabel(QStringLiteral("lblAll"), QString(), "All");
-    for (char letter = 'A'; letter <= 'Z'; ++letter) {
-        const QString text(QLatin1Char{letter});
-        AddLabel(QStringLiteral("lbl") + text, text, std::string(1, letter));
+    setFocusPolicy(Qt::TabFocus);
+    for (std::size_t i = 0; i < LetterLabels::Count; ++i) {
+        AddLabel(i);
     }
-    AddLabel(QStringLiteral("lblOther"), QString(), "other");
-    ResetLetterColors();
+    ShowLooks();
 }
 
-void LetterRow::AddLabel(const QString& name, const QString& text, std::string filter) {
-    auto* label = new LetterLabel(name, std::move(filter), this);
-    label->setText(text);
+void LetterRow::AddLabel(std::size_t index) {
+    const LetterLabels::Label& state = m_state.Labels()[index];
+    auto* label = new LetterLabel(ToQString(state.Name), this);
+    if (state.Value.size() == 1) {
+        label->setText(ToQString(state.Value)); // The others have texts of the language.
+    }
     m_labels.push_back(label);
-    connect(label, &LetterLabel::Entered, this, [this, label] {
-        ResetLetterColors();
-        ColorLabel(*label, true);
+    connect(label, &LetterLabel::Moved, this, [this, index] {
+        m_state.MouseMove(index);
+        ShowLooks();
     });
-    connect(label, &LetterLabel::Clicked, this, [this, label] {
-        ResetLetterBold();
-        QFont font = label->font();
-        font.setBold(true);
-        label->setFont(font);
-        mainModule.LetterFilter = label->Filter();
+    connect(label, &LetterLabel::Clicked, this, [this, index] { Choose(index); });
+}
+
+void LetterRow::Choose(std::size_t index) {
+    m_cursor = index;
+    const FilterAction action = m_state.Click(index);
+    ShowLooks();
+    if (action == FilterAction::LoadDatabase) {
         emit LetterChosen();
-    });
+    }
 }
 
 void LetterRow::LoadStrings() {
     m_labels.front()->setText(ToQString(LoadResString(543)));
     m_labels.back()->setText(ToQString(LoadResString(544)));
+    setAccessibleName(m_labels.front()->text());
     PlaceLabels();
 }
 
 void LetterRow::ResetLetterColors() {
-    for (LetterLabel* label : m_labels) {
-        ColorLabel(*label, false);
-    }
-}
-
-void LetterRow::ResetLetterBold() {
-    for (LetterLabel* label : m_labels) {
-        QFont font = label->font();
-        font.setBold(false);
-        label->setFont(font);
-    }
+    m_state.ResetLetterColors();
+    ShowLooks();
 }
 
 void LetterRow::MarkAll() {
-    ResetLetterBold();
-    QFont font = m_labels.front()->font();
-    font.setBold(true);
-    m_labels.front()->setFont(font);
+    m_state = LetterLabels();
+    m_cursor = 0;
+    ShowLooks();
 }
 
-void LetterRow::ColorLabel(LetterLabel& label, bool hovered) {
-    // White is read on the highlight colour; the window's own colour would swallow it where it is light.
-    if (label.autoFillBackground() == hovered && label.property("colored").toBool()) {
-        return;
+// Called at every movement of the mouse: labels that look right already are left alone.
+void LetterRow::ShowLooks() {
+    for (std::size_t i = 0; i < m_labels.size(); ++i) {
+        const LetterLabels::Label& state = m_state.Labels()[i];
+        LetterLabel& label = *m_labels[i];
+        if (label.font().bold() != state.Bold) {
+            QFont font = label.font();
+            font.setBold(state.Bold);
+            label.setFont(font);
+        }
+        // White is read on a coloured ground; the window's own would swallow it where it is light.
+        const bool hovered = state.ForeColor == LetterLabels::HoverColor;
+        const QColor color = ColorOn(palette(), state.ForeColor);
+        if (label.palette().color(QPalette::WindowText) != color || label.autoFillBackground() != hovered) {
+            QPalette colors = palette();
+            colors.setColor(QPalette::WindowText, color);
+            colors.setColor(QPalette::Window, QColor(0x2A, 0x5D, 0xA8));
+            label.setPalette(colors);
+            label.setAutoFillBackground(hovered);
+        }
     }
-    QPalette colors = palette();
-    colors.setColor(QPalette::WindowText, hovered ? QColor(0xFF, 0xFF, 0xFF) : LetterRestColor(colors));
-    colors.setColor(QPalette::Window, QColor(0x2A, 0x5D, 0xA8));
-    label.setPalette(colors);
-    label.setAutoFillBackground(hovered);
-    label.setProperty("colored", true);
 }
 
 LetterRow::LetterBoxes LetterRow::Boxes() const {
@@ -159,16 +161,57 @@ void LetterRow::leaveEvent(QEvent*) {
     ResetLetterColors();
 }
 
+void LetterRow::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Left:
+        m_cursor -= m_cursor > 0 ? 1 : 0;
+        break;
+    case Qt::Key_Right:
+        m_cursor += m_cursor + 1 < m_labels.size() ? 1 : 0;
+        break;
+    case Qt::Key_Home:
+        m_cursor = 0;
+        break;
+    case Qt::Key_End:
+        m_cursor = m_labels.size() - 1;
+        break;
+    case Qt::Key_Space:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        Choose(m_cursor);
+        break;
+    default:
+        event->ignore();
+        return;
+    }
+    setAccessibleName(m_labels[m_cursor]->text()); // A screen reader says where the keyboard stands.
+    update();
+}
+
+void LetterRow::focusInEvent(QFocusEvent*) {
+    update();
+}
+
+void LetterRow::focusOutEvent(QFocusEvent*) {
+    update();
+}
+
+void LetterRow::paintEvent(QPaintEvent* event) {
+    QFrame::paintEvent(event);
+    if (hasFocus()) {
+        QPainter painter(this);
+        painter.setPen(palette().color(QPalette::Highlight));
+        painter.drawRect(m_labels[m_cursor]->geometry().adjusted(0, 0, -1, -1));
+    }
+}
+
 void LetterRow::resizeEvent(QResizeEvent*) {
     PlaceLabels();
 }
 
 void LetterRow::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange) {
-        for (LetterLabel* label : m_labels) {
-            label->setProperty("colored", false);
-        }
-        ResetLetterColors();
+        ShowLooks();
     }
     QFrame::changeEvent(event);
 }

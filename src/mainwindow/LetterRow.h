@@ -1,7 +1,9 @@
 // Frame2, the strip of letters above the list: "all", A to Z and "other". The list pane shows it; a click
-// sets the letter filter and asks for a reload.
+// sets the letter filter and asks for a reload; for the keyboard the strip is one stop, walked by the arrow
+// keys.
 #pragma once
 
+#include "browser/FilterEvents.h"
 #include "mainwindow/MainLayout.h"
 
 #include <QFrame>
@@ -15,20 +17,15 @@ namespace quavernet {
 class LetterLabel : public QLabel {
     Q_OBJECT
 public:
-    LetterLabel(const QString& name, std::string filter, QWidget* parent);
-
-    const std::string& Filter() const { return m_filter; }
+    LetterLabel(const QString& name, QWidget* parent);
 
 signals:
-    void Entered();
+    void Moved();
     void Clicked();
 
 protected:
-    void enterEvent(QEnterEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
-
-private:
-    std::string m_filter;
 };
 
 class LetterRow : public QFrame {
@@ -38,7 +35,6 @@ public:
 
     void LoadStrings();
     void ResetLetterColors();
-    void ResetLetterBold();
 
     /// Marks "all" as the active letter, as at each start.
     void MarkAll();
@@ -56,16 +52,23 @@ signals:
 protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
-    void AddLabel(const QString& name, const QString& text, std::string filter);
+    void AddLabel(std::size_t index);
+    void Choose(std::size_t index);
+    void ShowLooks();
     void PlaceLabels();
     int LabelWidth(const LetterLabel& label) const;
-    void ColorLabel(LetterLabel& label, bool hovered);
 
+    LetterLabels m_state;
     std::vector<LetterLabel*> m_labels;
+    std::size_t m_cursor = 0; ///< The label that the keyboard stands on.
     bool m_placesFixed = false;
 };
 

@@ -2,43 +2,44 @@
 
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
-#include "browser/GridCommands.h"
 #include "mainwindow/MainMenu.h"
 #include "mainwindow/MainPanes.h"
 #include "mainwindow/frmMain.h"
-#include "platform/RuntimeError.h"
 #include "platform/qt/QtText.h"
-
-#include <QHeaderView>
 
 namespace quavernet {
 
-ListController::ListController(frmMain& form) : m_form(form) {
-    GridView& grid = form.Panes().Grid();
+ListController::ListController(frmMain& form, PlayerWindow& player) : m_form(form), m_player(player) {
+    GridView& grid = Grid();
     grid.ShowInScanningPanel = [this](const std::string& text) { SetScanningPanel(text); };
-    connect(&grid, &GridView::HeaderDoubleClicked, this, &ListController::HeaderDoubleClicked);
-    connect(&grid, &GridView::RowDoubleClicked, this, &ListController::RowDoubleClicked);
+    connect(&grid, &GridView::DoubleClicked, this, &ListController::DoubleClicked);
     connect(&grid, &GridView::EnterPressed, this, &ListController::EnterPressed);
+    connect(&grid, &GridView::KontextItemsWanted, this, &ListController::SetKontextItems);
     connect(&grid, &GridView::KontextMenuWanted, this, &ListController::KontextMenu);
     connect(&grid, &GridView::ControlStateChanged, this, [this] { m_form.SetControlState(3); });
     connect(&form.Panes().Filter(), &FilterRow::ReloadWanted, this, [this] { LoadDatabase({}); });
     connect(&form.Panes().Letters(), &LetterRow::LetterChosen, this, [this] { LoadDatabase({}); });
 }
 
+GridView& ListController::Grid() const {
+    return m_form.Panes().Grid();
+}
+
 void ListController::LoadDatabase(const std::string& list) {
     ListResult result = quavernet::LoadDatabase([this] { return ReadFilter(); }, list, *this);
-    m_form.Panes().Grid().SetRows(std::move(result.Rows));
+    Grid().SetRows(std::move(result.Rows));
     m_totals = std::move(result.Totals);
     ShowTotals();
     SetProgress(0);
     DisableSelectionCommands();
     m_form.SetControlState(0);
+    Grid().setToolTip({});
     SetScanningPanel({});
 }
 
 void ListController::ClearList() {
     m_totals.TotalMegabytes = 0;
-    m_form.Panes().Grid().SetRows({});
+    Grid().SetRows({});
     if (QAction* plist = m_form.Panes().ToolbarButton("plist")) {
         plist->setEnabled(false);
     }
@@ -64,12 +65,12 @@ void ListController::LoadHeaders() {
     if (format.startsWith(u'<')) {
         format.remove(0, 1);
     }
-    m_form.Panes().Grid().Model().SetHeaders(format.split(u'|'));
+    Grid().Model().SetHeaders(format.split(u'|'));
 }
 
 void ListController::ShowTotals() {
     MainStatusBar& status = m_form.Panes().Status();
-    const std::size_t listed = m_form.Panes().Grid().Model().Rows().Count();
+    const std::size_t listed = Grid().Model().Rows().Count();
     status.SetText(Panel::Filecount, FileCountText(listed, m_totals.TotalMegabytes));
     status.SetText(Panel::Interprets, InterpretCountText(m_totals.InterpretCount));
     status.SetText(Panel::Titles, TitleCountText(m_totals.TitleCount));
@@ -97,30 +98,34 @@ ListFilter ListController::ReadFilter() const {
     return filter;
 }
 
-void ListController::HeaderDoubleClicked(int column) {
-    m_form.SetMousePointer(11);
-    try {
-        SortByColumn(column);
-        m_form.Panes().Grid().Model().SetSortArrow(column, mainModule.SortDirection == "ASC");
-        LoadDatabase({});
-    } catch (const RuntimeError&) {
-        // A double click that fails ends in silence and gives the pointer back.
-    }
-    m_form.SetMousePointer(0);
+void ListController::SetMousePointer(int pointer) {
+    m_form.SetMousePointer(pointer);
 }
 
-void ListController::RowDoubleClicked(std::int32_t row) {
-    if (!mainModule.UseExternalPlayer || row < 1) {
-        return;
-    }
-    m_form.SetMousePointer(11);
-    PlayRowExternally(row, m_form.Panes().Grid().RowData(row));
-    m_form.SetMousePointer(0);
+void ListController::SetRedraw(bool redraw) {
+    Grid().setUpdatesEnabled(redraw);
+}
+
+void ListController::SetHeaderPicture(const SortArrow& arrow) {
+    Grid().Model().SetSortArrow(arrow.Column, arrow.Picture == "ArrowUp");
+}
+
+void ListController::DoubleClicked(std::int32_t mouseCol, std::int32_t mouseRow) {
+    grdMp3_DblClick(mouseCol, mouseRow, Grid().Selection(), m_player, *this);
 }
 
 void ListController::EnterPressed() {
-    if (mainModule.SelectedRows.Count() == 1) {
-        RowDoubleClicked(m_form.Panes().Grid().Selection().Row());
+    // Several rows go to the player together; there is no command for it in the menus yet either.
+    if (GridEnter() == GridEnterAction::DblClick) {
+        DoubleClicked(0, Grid().Selection().Row());
+    }
+}
+
+void ListController::SetKontextItems(int mode) {
+    for (const KontextItem& entry : KontextItems(mode)) {
+        if (QAction* item = m_form.Menu().Item(entry.Name)) {
+            item->setEnabled(entry.Enabled);
+        }
     }
 }
 

@@ -2,6 +2,7 @@
 // clicks on headers, rows and letters.
 #pragma once
 
+#include "browser/GridOpen.h"
 #include "browser/ListQuery.h"
 
 #include <QObject>
@@ -12,13 +13,14 @@
 namespace quavernet {
 
 class frmMain;
+class GridView;
 
-class ListController : public QObject, private ListWindow {
+class ListController : public QObject, private ListWindow, private GridOpenWindow {
     Q_OBJECT
 public:
-    explicit ListController(frmMain& form);
+    ListController(frmMain& form, PlayerWindow& player);
 
-    void LoadDatabase(const std::string& list);
+    void LoadDatabase(const std::string& list) override;
     void ClearList() override;
     void LoadHeaders();
 
@@ -29,15 +31,20 @@ private:
     void SetScanningPanel(const std::string& text) override;
     void SetProgress(float value) override;
     float Progress() const override;
+    void SetMousePointer(int pointer) override;
+    void SetRedraw(bool redraw) override;
+    void SetHeaderPicture(const SortArrow& arrow) override;
 
     ListFilter ReadFilter() const;
     void DisableSelectionCommands();
-    void HeaderDoubleClicked(int column);
-    void RowDoubleClicked(std::int32_t row);
+    void DoubleClicked(std::int32_t mouseCol, std::int32_t mouseRow);
     void EnterPressed();
+    void SetKontextItems(int mode);
     void KontextMenu(const QPoint& globalPosition);
+    GridView& Grid() const;
 
     frmMain& m_form;
+    PlayerWindow& m_player;
     ListTotals m_totals;
 };
 

@@ -3,6 +3,7 @@
 #include "app/MainModule.h"
 #include "app/Registry.h"
 #include "app/ShowHelp.h"
+#include "browser/FilterEvents.h"
 #include "library/CleanDatabase.h"
 #include "mainwindow/MainMenu.h"
 #include "mainwindow/MainPanes.h"
@@ -56,8 +57,11 @@ MainCommands::MainCommands(frmMain& form, ScanController& scan) : m_form(form) {
            [this] { mainModule.AlwaysAddToPlaylist = m_form.Menu().Checked("mnuAddToPlaylist"); });
     OnMenu("mnuExternalPlayer",
            [this] { mainModule.UseExternalPlayer = m_form.Menu().Checked("mnuExternalPlayer"); });
-    OnMenu("mnuOptionsLoadOverSearch",
-           [this] { mainModule.LoadOverSearch = m_form.Menu().Checked("mnuOptionsLoadOverSearch"); });
+    OnMenu("mnuOptionsLoadOverSearch", [this] {
+        // The click has turned the mark round already.
+        const bool before = !m_form.Menu().Checked("mnuOptionsLoadOverSearch");
+        m_form.Menu().SetChecked("mnuOptionsLoadOverSearch", mnuOptionsLoadOverSearch_Click(before));
+    });
     OnMenu("mnuCleanDatabase", [this] {
         CleanView view(m_form);
         mnuCleanDatabase_Click(view);

@@ -17,7 +17,9 @@ MainMenu::MainMenu(QMenuBar* bar) : QObject(bar) {
             parent->addSeparator();
         }
         QAction* action = nullptr;
-        if (entry.Is(MenuEntry::Menu)) {
+        if (entry.Is(MenuEntry::Bar)) {
+            action = parent->addSeparator();
+        } else if (entry.Is(MenuEntry::Menu)) {
             auto* menu = new QMenu(bar);
             action = menu->menuAction();
             if (parent != nullptr) {

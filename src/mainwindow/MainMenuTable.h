@@ -16,6 +16,7 @@ struct MenuEntry {
         StartsDisabled = 4, ///< Grey until a row is clicked.
         Separated = 8,      ///< A separator stands before it.
         Built = 16,         ///< The command exists; others stay out of the menus.
+        Bar = 32,           ///< A separator with a name, shown and hidden like an item.
     };
 
     std::string_view Name;
@@ -35,10 +36,12 @@ inline constexpr std::uint8_t LaterGroup = MenuEntry::Menu;
 inline constexpr std::uint8_t Check = MenuEntry::Checkable | MenuEntry::Built;
 inline constexpr std::uint8_t Grey = MenuEntry::StartsDisabled;
 inline constexpr std::uint8_t Line = MenuEntry::Separated;
+inline constexpr std::uint8_t LaterBar = MenuEntry::Bar;
 } // namespace detail
 
 inline constexpr auto MainMenuTable = [] {
-    using namespace detail;
+    using detail::Check, detail::Grey, detail::Group, detail::Item, detail::Later, detail::LaterBar,
+        detail::LaterGroup, detail::Line;
     return std::to_array<MenuEntry>({
         {"mnuFile", "", 201, 0, Group},
         {"mnuScan", "mnuFile", 207, 'S', Item},
@@ -109,15 +112,20 @@ inline constexpr auto MainMenuTable = [] {
         {"mnuTree", "popup", 0, 0, LaterGroup},
         {"mnuPlay", "mnuTree", 224, 0, Later},
         {"mnuTreeRandom", "mnuTree", 227, 0, Later},
+        {"mnuSep12", "mnuTree", 0, 0, LaterBar},
         {"mnuCreatePlaylist", "mnuTree", 225, 0, Later},
-        {"mnuNewCategory", "mnuTree", 245, 0, Later | Line},
+        {"mnuSep3", "mnuTree", 0, 0, LaterBar},
+        {"mnuNewCategory", "mnuTree", 245, 0, Later},
         {"mnuEditCategory", "mnuTree", 246, 0, Later},
+        {"mnuSep11", "mnuTree", 0, 0, LaterBar},
         {"mnuDelete", "mnuTree", 0, 0, Later}, // Its text is "Löschen" in every language.
         {"mnuDeleteContent", "mnuTree", 247, 0, Later},
-        {"mnuShowInGrid", "mnuTree", 244, 0, Later | Line},
-        {"mnuExport", "mnuTree", 210, 0, Later | Line},
+        {"mnuSep15", "mnuTree", 0, 0, LaterBar},
+        {"mnuShowInGrid", "mnuTree", 244, 0, Later},
+        {"mnuSep2", "mnuTree", 0, 0, LaterBar},
+        {"mnuExport", "mnuTree", 210, 0, Later},
         {"mnuImport", "mnuTree", 211, 0, Later},
-        {"mnuEditTree", "mnuTree", 222, 0, Later | Line},
+        {"mnuEditTree", "mnuTree", 222, 0, Later},
     });
 }();
 

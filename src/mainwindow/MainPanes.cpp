@@ -5,7 +5,9 @@
 #include "mainwindow/Pictures.h"
 #include "mainwindow/Twips.h"
 
+#include <QApplication>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QVBoxLayout>
 
 #include <array>
@@ -40,6 +42,23 @@ constexpr int LetterHeight = 390;
 constexpr int GridTop = 510;
 constexpr int ProgressHeight = 150;
 
+/// A pane that draws a line around the control in it that has the keyboard.
+class PaneFrame : public QFrame {
+public:
+    using QFrame::QFrame;
+
+protected:
+    void paintEvent(QPaintEvent* event) override {
+        QFrame::paintEvent(event);
+        const QWidget* focused = QApplication::focusWidget();
+        if (qobject_cast<const QAbstractItemView*>(focused) != nullptr && focused->parentWidget() == this) {
+            QPainter painter(this);
+            painter.setPen(palette().color(QPalette::Highlight));
+            painter.drawRect(focused->geometry().adjusted(-1, -1, 0, 0));
+        }
+    }
+};
+
 QRect Pixels(const ControlBox& box) {
     return QRect(ToPixels(static_cast<double>(box.Left)), ToPixels(static_cast<double>(box.Top)),
                  ToPixels(static_cast<double>(box.Width)), ToPixels(static_cast<double>(box.Height)));
@@ -60,8 +79,10 @@ MainPanes::MainPanes(QWidget* parent) : QWidget(parent) {
     column->addWidget(m_client, 1);
     BuildToolbar();
     BuildFrames();
-    for (QObject* watched : {static_cast<QObject*>(m_toolbar), static_cast<QObject*>(m_frame1),
-                             static_cast<QObject*>(m_sizer), static_cast<QObject*>(m_client)}) {
+    OrderTabs();
+    for (QObject* watched :
+         {static_cast<QObject*>(m_toolbar), static_cast<QObject*>(m_frame1), static_cast<QObject*>(m_sizer),
+          static_cast<QObject*>(m_client), static_cast<QObject*>(m_grid), static_cast<QObject*>(m_tree)}) {
         watched->installEventFilter(this);
     }
     m_layout.Frame1 = {2895, PaneTop, 12000, 9000};
@@ -70,6 +91,26 @@ MainPanes::MainPanes(QWidget* parent) : QWidget(parent) {
     m_layout.TreeView = {PaneMargin, PaneMargin, 2700, 8820};
     m_layout.grdMp3 = {30, GridTop, 11880, 8400};
     m_layout.ProgressBar = {0, 0, 1650, ProgressHeight};
+}
+
+// From the strip on top, left to right, to the panes.
+void MainPanes::OrderTabs() {
+    QWidget* last = m_toolbar;
+    for (QAction* button : m_toolbar->actions()) {
+        QWidget* next = m_toolbar->widgetForAction(button);
+        setTabOrder(last, next);
+        last = next;
+    }
+    for (QWidget* next :
+         {static_cast<QWidget*>(&m_filter->cboDrive()), static_cast<QWidget*>(&m_filter->cboGenre()),
+          static_cast<QWidget*>(&m_filter->cboAlbum()), static_cast<QWidget*>(&m_filter->chkInterpret()),
+          static_cast<QWidget*>(&m_filter->chkTitle()), static_cast<QWidget*>(&m_filter->txtSearch()),
+          static_cast<QWidget*>(&m_filter->cmdSearch()), static_cast<QWidget*>(m_play),
+          static_cast<QWidget*>(m_randomize), static_cast<QWidget*>(m_letters), static_cast<QWidget*>(m_grid),
+          static_cast<QWidget*>(m_tree)}) {
+        setTabOrder(last, next);
+        last = next;
+    }
 }
 
 void MainPanes::BuildToolbar() {
@@ -81,7 +122,7 @@ void MainPanes::BuildToolbar() {
         if (entry.Built) {
             QAction* button = m_toolbar->addAction(Picture(entry.Key), QString());
             button->setObjectName(QLatin1String(entry.Key));
-            m_toolbar->widgetForAction(button)->setFocusPolicy(Qt::NoFocus);
+            m_toolbar->widgetForAction(button)->setFocusPolicy(Qt::TabFocus);
         }
     }
     m_play = new PictureButton(QStringLiteral("cmdPlay"), "Play", m_filter);
@@ -93,13 +134,11 @@ void MainPanes::BuildToolbar() {
 }
 
 void MainPanes::BuildFrames() {
-    m_frame3 = new QFrame(m_client);
+    m_frame3 = new PaneFrame(m_client);
     m_frame3->setObjectName(QStringLiteral("Frame3"));
     m_tree = new QTreeWidget(m_frame3);
     m_tree->setObjectName(QStringLiteral("TreeView"));
-    m_tree->setHeaderHidden(true);
-    m_tree->setUniformRowHeights(true);
-    m_frame1 = new QFrame(m_client);
+    m_frame1 = new PaneFrame(m_client);
     m_frame1->setObjectName(QStringLiteral("Frame1"));
     m_frame1->setMouseTracking(true);
     m_letters = new LetterRow(m_frame1);
@@ -124,11 +163,21 @@ void MainPanes::LoadStrings() {
     m_randomize->setToolTip(ToQString(LoadResString(596)));
     for (const ToolbarEntry& entry : ToolbarTable) {
         if (QAction* button = ToolbarButton(entry.Key)) {
-            button->setToolTip(ToQString(LoadResString(entry.ToolTip)));
+            button->setText(
+                ToQString(LoadResString(entry.ToolTip))); // The tip, and what a screen reader says.
         }
     }
+    LoadAccessibleNames();
     SizeFilterRow(mainModule.ScreenResolution == "800x600");
     Form_Resize();
+}
+
+void MainPanes::LoadAccessibleNames() {
+    const std::pair<QWidget*, int> names[] = {
+        {m_play, 595}, {m_randomize, 596}, {m_grid, 370}, {m_tree, 591}, {&m_status->ProgressBar(), 372}};
+    for (const auto& [widget, text] : names) {
+        widget->setAccessibleName(ToQString(LoadResString(text)));
+    }
 }
 
 void MainPanes::SizeFilterRow(bool narrow) {
@@ -224,6 +273,9 @@ bool MainPanes::eventFilter(QObject* watched, QEvent* event) {
         SplitterEvent(*event);
     } else if (watched == m_client && event->type() == QEvent::Resize) {
         Form_Resize();
+    } else if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
+        m_frame1->update();
+        m_frame3->update();
     } else if (event->type() == QEvent::MouseMove) {
         PlayButtonsAtRest();
         if (watched != m_toolbar) {

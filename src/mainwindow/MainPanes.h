@@ -48,6 +48,8 @@ protected:
 private:
     void BuildToolbar();
     void BuildFrames();
+    void OrderTabs();
+    void LoadAccessibleNames();
     void SizeFilterRow(bool narrow);
     void ReadLayout();
     void ApplyLayout();

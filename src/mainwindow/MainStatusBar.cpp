@@ -1,13 +1,14 @@
 #include "mainwindow/MainStatusBar.h"
 
-#include "app/LoadResString.h"
-#include "app/MainModule.h"
+#include "browser/FilterEvents.h"
 #include "mainwindow/Twips.h"
 #include "platform/qt/QtText.h"
 
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
+
+#include <algorithm>
 
 namespace quavernet {
 
@@ -47,27 +48,16 @@ void MainStatusBar::SetText(Panel panel, const std::string& text) {
 }
 
 QString MainStatusBar::ToolTip(Panel panel) const {
-    if (mainModule.ScanRunning) {
-        switch (panel) {
-        case Panel::Filecount:
-            return ToQString(LoadResString(372));
-        case Panel::Interprets:
-            return ToQString(LoadResString(373));
-        case Panel::Titles:
-            return ToQString(LoadResString(374));
-        default:
-            return {};
-        }
-    }
-    switch (panel) {
-    case Panel::Titles:
-    case Panel::Interprets:
-    case Panel::Albums:
-        return ToQString(Text(panel) + LoadResString(371));
-    case Panel::Scanning:
-        return ToQString(Text(panel)); // A long path is shown shortened in the panel.
-    default:
-        return {};
+    return ToQString(panel == Panel::Scanning ? Text(panel) : m_toolTips[static_cast<std::size_t>(panel)]);
+}
+
+void MainStatusBar::mouseMoveEvent(QMouseEvent*) {
+    static constexpr std::array<const char*, 6> Keys{"Scanning", "Filecount", "Interprets",
+                                                     "Titles",   "Albums",    "Progressbar"};
+    for (PanelToolTip& tip :
+         StatusBarToolTips(Text(Panel::Titles), Text(Panel::Interprets), Text(Panel::Albums))) {
+        const auto* panel = std::find(Keys.begin(), Keys.end(), tip.Panel);
+        m_toolTips[static_cast<std::size_t>(panel - Keys.begin())] = std::move(tip.Text);
     }
 }
 

@@ -21,6 +21,9 @@ public:
 
     void SetText(Panel panel, const std::string& text);
     const std::string& Text(Panel panel) const { return m_texts[static_cast<std::size_t>(panel)]; }
+
+    /// What the last movement of the mouse over the bar set, and for the first panel its own text, which may
+    /// be shown shortened.
     QString ToolTip(Panel panel) const;
 
     /// 0 to 100; fractions are kept.
@@ -34,11 +37,13 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     bool event(QEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
     void ShowProgress();
 
     std::array<std::string, 6> m_texts;
+    std::array<std::string, 6> m_toolTips;
     QProgressBar* m_bar;
     QTimer m_paintTimer;
     QElapsedTimer m_sinceBarPaint;

@@ -3,6 +3,8 @@
 #include "mainwindow/Pictures.h"
 
 #include <QMouseEvent>
+#include <QPainter>
+#include <QStyleOptionFocusRect>
 
 namespace quavernet {
 
@@ -11,45 +13,51 @@ constexpr int PictureSize = 18;
 }
 
 PictureButton::PictureButton(const QString& name, std::string key, QWidget* parent)
-    : QLabel(parent), m_key(std::move(key)) {
+    : QAbstractButton(parent), m_key(std::move(key)) {
     setObjectName(name);
-    setAlignment(Qt::AlignCenter);
-    SetAtRest();
+    setMouseTracking(true);
+    setFocusPolicy(Qt::TabFocus);
 }
 
-void PictureButton::Show(const char* suffix) {
-    const QIcon::Mode mode = isEnabled() ? QIcon::Normal : QIcon::Disabled;
-    setPixmap(Picture(m_key + suffix).pixmap(QSize(PictureSize, PictureSize), devicePixelRatio(), mode));
+void PictureButton::SetAtRest() {
+    m_hovered = false;
+    update();
 }
 
-void PictureButton::enterEvent(QEnterEvent*) {
-    Show("Green");
+std::string PictureButton::PictureKey() const {
+    if (isDown()) {
+        return m_key + "GreenDown";
+    }
+    return m_hovered && isEnabled() ? m_key + "Green" : m_key;
+}
+
+QSize PictureButton::sizeHint() const {
+    return {PictureSize + 2, PictureSize + 2};
+}
+
+void PictureButton::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    QRect place(0, 0, PictureSize, PictureSize);
+    place.moveCenter(rect().center());
+    Picture(PictureKey())
+        .paint(&painter, place, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
+    if (hasFocus()) {
+        QStyleOptionFocusRect focus;
+        focus.initFrom(this);
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, this);
+    }
+}
+
+void PictureButton::mouseMoveEvent(QMouseEvent* event) {
+    m_hovered = true;
     emit Entered();
+    update();
+    QAbstractButton::mouseMoveEvent(event);
 }
 
-void PictureButton::leaveEvent(QEvent*) {
+void PictureButton::leaveEvent(QEvent* event) {
     SetAtRest();
-}
-
-void PictureButton::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton) {
-        Show("GreenDown");
-    }
-}
-
-void PictureButton::mouseReleaseEvent(QMouseEvent* event) {
-    const bool inside = rect().contains(event->pos());
-    Show(inside ? "Green" : "");
-    if (inside && event->button() == Qt::LeftButton) {
-        emit Clicked();
-    }
-}
-
-void PictureButton::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::EnabledChange) {
-        SetAtRest();
-    }
-    QLabel::changeEvent(event);
+    QAbstractButton::leaveEvent(event);
 }
 
 } // namespace quavernet

@@ -2,35 +2,36 @@
 // cmdPlay and cmdRandomize are of this kind.
 #pragma once
 
-#include <QLabel>
+#include <QAbstractButton>
 
 #include <string>
 
 namespace quavernet {
 
-class PictureButton : public QLabel {
+class PictureButton : public QAbstractButton {
     Q_OBJECT
 public:
     /// `key` names the picture at rest; "Green" and "GreenDown" are added for the other two.
     PictureButton(const QString& name, std::string key, QWidget* parent);
 
-    void SetAtRest() { Show(""); }
+    void SetAtRest();
+
+    /// Name of the picture that it shows now.
+    std::string PictureKey() const;
+
+    QSize sizeHint() const override;
 
 signals:
     void Entered();
-    void Clicked();
 
 protected:
-    void enterEvent(QEnterEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void changeEvent(QEvent* event) override;
 
 private:
-    void Show(const char* suffix);
-
     std::string m_key;
+    bool m_hovered = false;
 };
 
 } // namespace quavernet

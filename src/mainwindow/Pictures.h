@@ -9,6 +9,7 @@
 #include <QPalette>
 #include <QPixmap>
 
+#include <cstdint>
 #include <string_view>
 
 namespace quavernet {
@@ -21,9 +22,15 @@ inline bool IsDark(const QPalette& palette) {
     return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
 }
 
-/// Letters at rest: 0xC00000 in blue-green-red order; a lighter blue where the window is dark.
-inline QColor LetterRestColor(const QPalette& palette) {
-    return IsDark(palette) ? QColor(0x8A, 0xB4, 0xFF) : QColor(0x00, 0x00, 0xC0);
+/// A colour number of the logic (blue, green, red from the highest byte down) on this palette: the dark blue
+/// 0xC00000 of letters and categories becomes a light one where the window is dark.
+inline QColor ColorOn(const QPalette& palette, std::uint32_t color) {
+    constexpr std::uint32_t DarkBlue = 0xC00000;
+    if (color == DarkBlue && IsDark(palette)) {
+        return QColor(0x8A, 0xB4, 0xFF);
+    }
+    return QColor(static_cast<int>(color & 0xFF), static_cast<int>((color >> 8) & 0xFF),
+                  static_cast<int>((color >> 16) & 0xFF));
 }
 
 } // namespace quavernet

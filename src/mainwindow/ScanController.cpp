@@ -7,6 +7,8 @@
 #include "mainwindow/frmMain.h"
 #include "scanner/frmScanLog.h"
 
+#include <QPointer>
+
 namespace quavernet {
 
 namespace {
@@ -29,9 +31,18 @@ void ScanController::mnuScan_Click() {
     if (mainModule.ScanRunning) {
         return;
     }
+    const QPointer<QWidget> focus = m_form.focusWidget();
     mainModule.ScanRunning = true;
     m_driver->StartScan();
     mainModule.ScanRunning = false;
+    // A control that is switched off loses the keyboard to its neighbour; it gets it back.
+    if (focus && focus->isEnabled()) {
+        focus->setFocus();
+    }
+}
+
+void ScanController::FilesDropped(DropTarget target, const std::vector<std::string>& paths) {
+    AddDroppedFiles(target, paths, *m_driver, *this);
 }
 
 void ScanController::ReminderScan() {

@@ -1,6 +1,8 @@
-// The scan's side of the main window: what a running scan shows, and the commands that start and cancel it.
+// The scan's side of the main window: what a running scan shows, the commands that start and cancel it, and
+// files that are dropped.
 #pragma once
 
+#include "scanner/AddDroppedFiles.h"
 #include "scanner/OggBatches.h"
 #include "scanner/ScanDriver.h"
 #include "scanner/ScanWindow.h"
@@ -21,6 +23,7 @@ public:
     /// As mnuScan_Click, for a scan that the reminder starts: failures are passed over.
     void ReminderScan();
     void Cancel();
+    void FilesDropped(DropTarget target, const std::vector<std::string>& paths);
 
 private:
     ScanOptions Options() const override;

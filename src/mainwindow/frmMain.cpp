@@ -12,13 +12,15 @@
 #include "mainwindow/MainPanes.h"
 #include "mainwindow/Pictures.h"
 #include "mainwindow/ScanController.h"
+#include "mainwindow/TreePane.h"
 #include "mainwindow/Twips.h"
 #include "platform/qt/DialogLanguage.h"
+#include "platform/qt/FileUris.h"
 #include "scanner/CheckReminder.h"
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QHeaderView>
+#include <QMimeData>
 
 namespace quavernet {
 
@@ -37,12 +39,16 @@ frmMain::frmMain() {
     setObjectName(QStringLiteral("frmMain"));
     setWindowIcon(Picture("quavernet"));
     setMouseTracking(true);
+    setAcceptDrops(true);
     m_menu = new MainMenu(menuBar());
     m_panes = new MainPanes(this);
     setCentralWidget(m_panes);
-    m_list = std::make_unique<ListController>(*this);
+    m_tree = new TreePane(m_panes->Tree(), *m_menu, m_player);
+    m_list = std::make_unique<ListController>(*this, m_player);
     m_scan = std::make_unique<ScanController>(*this);
     m_commands = std::make_unique<MainCommands>(*this, *m_scan);
+    connect(&m_panes->Grid(), &GridView::FilesDropped, this,
+            [this](const std::vector<std::string>& paths) { m_scan->FilesDropped(DropTarget::Grid, paths); });
     new HelpKey(this);
     m_afterLoadTimer.setParent(this);
     m_afterLoadTimer.setObjectName(QStringLiteral("AfterLoadTimer"));
@@ -100,7 +106,7 @@ void frmMain::RestoreFilters(const WindowState& state) {
     SetComboIndex(filter.cboDrive(), state.Drive);
     SetComboIndex(filter.cboGenre(), state.Genre);
     SetComboIndex(filter.cboAlbum(), state.Album);
-    // Neither box is cleared here: both are checked by design, and at least one must stay so.
+    // Neither box is cleared here: by design they start so, and a stored "0" leaves them.
     if (state.SearchTitle) {
         filter.chkTitle().setChecked(true);
     }
@@ -151,9 +157,7 @@ void frmMain::LoadStrings() {
     m_panes->LoadStrings();
     SetTitle("Quavernet - " + LoadResString(351) +
              GetSettingValue(SettingsApplication, SettingsSection, "LastScan", "-"));
-    if (mainModule.TreeLoaded) {
-        LoadTree();
-    }
+    m_tree->LoadStrings();
     m_list->ShowTotals();
     SetScanningPanel(LoadResString(432));
     SetMousePointer(0);
@@ -164,15 +168,7 @@ void frmMain::LoadDatabase(const std::string& list) {
 }
 
 void frmMain::LoadTree() {
-    QTreeWidget& tree = m_panes->Tree();
-    tree.clear();
-    auto* root = new QTreeWidgetItem(&tree, {ToQString(LoadResString(591))});
-    root->setData(0, Qt::UserRole, QStringLiteral("Parent"));
-    root->setIcon(0, Picture("parent"));
-    QFont bold = tree.font();
-    bold.setBold(true);
-    root->setFont(0, bold);
-    mainModule.TreeLoaded = true;
+    m_tree->LoadTree();
 }
 
 void frmMain::SetControlState(std::int16_t mode) {
@@ -302,7 +298,17 @@ void frmMain::mouseMoveEvent(QMouseEvent*) {
 
 void frmMain::wheelEvent(QWheelEvent* event) {
     // Wherever the mouse stands, the wheel moves the list.
-    QApplication::sendEvent(m_panes->Grid().viewport(), event);
+    m_panes->Grid().ScrollByNotch(event->angleDelta().y());
+}
+
+void frmMain::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasUrls()) {
+        event->acceptProposedAction();
+    }
+}
+
+void frmMain::dropEvent(QDropEvent* event) {
+    m_scan->FilesDropped(DropTarget::Window, LocalFiles(*event->mimeData()));
 }
 
 } // namespace quavernet

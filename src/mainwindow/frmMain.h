@@ -3,9 +3,9 @@
 // own.
 #pragma once
 
+#include "mainwindow/NoPlayer.h"
 #include "mainwindow/WindowState.h"
 
-#include <QElapsedTimer>
 #include <QMainWindow>
 #include <QTimer>
 
@@ -20,6 +20,7 @@ class MainCommands;
 class MainMenu;
 class MainPanes;
 class ScanController;
+class TreePane;
 
 class frmMain : public QMainWindow {
     Q_OBJECT
@@ -48,11 +49,14 @@ public:
     MainMenu& Menu() { return *m_menu; }
     MainPanes& Panes() { return *m_panes; }
     ListController& List() { return *m_list; }
+    TreePane& Tree() { return *m_tree; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     bool Form_QueryUnload();
@@ -70,6 +74,8 @@ private:
 
     MainMenu* m_menu;
     MainPanes* m_panes;
+    NoPlayer m_player;
+    TreePane* m_tree;
     std::unique_ptr<ListController> m_list;
     std::unique_ptr<ScanController> m_scan;
     std::unique_ptr<MainCommands> m_commands;

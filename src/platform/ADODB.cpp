@@ -63,7 +63,8 @@ void RowBlock::AddText(std::string_view value) {
 }
 
 Field RowBlock::At(std::size_t row, std::size_t column) const {
-    const Cell& cell = m_cells[row * m_columns + column];
+    const std::size_t added = m_order.empty() ? row : m_order[row];
+    const Cell& cell = m_cells[added * m_columns + column];
     switch (cell.kind) {
     case Field::Kind::Integer:
         return Field(std::bit_cast<std::int64_t>(cell.payload));

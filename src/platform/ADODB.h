@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace quavernet::ADODB {
@@ -60,6 +61,9 @@ public:
     std::size_t Rows() const { return m_columns == 0 ? 0 : m_cells.size() / m_columns; }
     Field At(std::size_t row, std::size_t column) const;
 
+    /// From now on row n is the one that was added as order[n]. `order` names every row once.
+    void Arrange(std::vector<std::uint32_t> order) { m_order = std::move(order); }
+
 private:
     struct Cell {
         std::uint64_t payload; ///< Integer or real by its bits; text: offset into m_text.
@@ -70,6 +74,7 @@ private:
     std::size_t m_columns;
     std::vector<Cell> m_cells;
     std::string m_text;
+    std::vector<std::uint32_t> m_order; ///< Empty: as added.
 };
 
 /// A static, read-only recordset. Pattern of use: Open, test RecordCount, MoveFirst, loop until Eof with

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <vector>
 
@@ -18,7 +17,9 @@ constexpr int SingleDigits = 7;
 // The rounding works on the decimal form, so that 1.005 becomes 1.01 as its reader expects.
 std::string RoundedDigits(double value, int decimals, int significant) {
     char buffer[40];
-    std::snprintf(buffer, sizeof buffer, "%.*e", significant - 1, std::fabs(value));
+    *std::to_chars(buffer, buffer + sizeof buffer - 1, std::fabs(value), std::chars_format::scientific,
+                   significant - 1)
+         .ptr = '\0';
     std::string digits;
     const char* p = buffer;
     for (; *p != 'e'; ++p) {
@@ -94,16 +95,19 @@ const char* SkipPlus(const char* begin, const char* end) {
     return plus ? begin + 1 : begin;
 }
 
+// At least so many digits, with zeros in front. Dates are made for each file of a scan.
+std::string Digits(int value, std::size_t least) {
+    const std::string digits = std::to_string(value);
+    std::string text(least - std::min(least, digits.size()), '0');
+    return text += digits;
+}
+
 std::string TwoDigits(int value) {
-    char buffer[16];
-    std::snprintf(buffer, sizeof buffer, "%02d", value);
-    return buffer;
+    return Digits(value, 2);
 }
 
 std::string FourDigits(int value) {
-    char buffer[16];
-    std::snprintf(buffer, sizeof buffer, "%04d", value);
-    return buffer;
+    return Digits(value, 4);
 }
 
 bool HasTime(const DateTime& date) {

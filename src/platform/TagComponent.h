@@ -1,7 +1,9 @@
 // ID3v2 tags as the inspection and the details dialog see them. The adapter lives in platform/taglib.
 #pragma once
 
+#include <cstddef>
 #include <memory>
+#include <span>
 #include <string>
 
 namespace quavernet {
@@ -17,7 +19,11 @@ public:
     /// Reads the tag of a file. A file that is missing or carries no tag leaves the fields empty.
     virtual void LoadFile(const std::string& path) = 0;
 
-    /// Whether the file last given to LoadFile begins with an ID3v2 tag: major version 2 to 4 and a valid
+    /// The same for a caller that has read the beginning of the file: it isn't opened again if the tag lies
+    /// within `head`.
+    virtual void LoadHead(const std::string& path, std::span<const std::byte> /*head*/) { LoadFile(path); }
+
+    /// Whether the file last loaded begins with an ID3v2 tag: major version 2 to 4 and a valid
     /// size, even when it holds no frame.
     virtual bool HasV2Tag() const = 0;
 

@@ -13,6 +13,7 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QSettings>
+#include <QStandardPaths>
 #include <QTimer>
 
 namespace quavernet::test {
@@ -196,6 +197,19 @@ TEST_F(AdaptersTest, PendingEventsRunInDoEvents) {
     QTimer::singleShot(0, [&ran] { ran = true; });
     realEvents.DoEvents();
     EXPECT_TRUE(ran);
+}
+
+TEST_F(AdaptersTest, TheFolderDialogStartsInAFolderThatIsThere) {
+    QtDialogs systemDialogs;
+    QString start;
+    QTimer::singleShot(0, [&] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        start = dialog->directory().absolutePath();
+        dialog->reject();
+    });
+    systemDialogs.BrowseForFolder("");
+    const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
+    EXPECT_EQ(start, QFileInfo(music).isDir() ? music : QDir::homePath());
 }
 
 } // namespace quavernet::test

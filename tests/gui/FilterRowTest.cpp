@@ -1,5 +1,8 @@
 #include "gui/GuiTest.h"
 
+#include <QAbstractItemView>
+#include <QHeaderView>
+
 namespace quavernet::test {
 
 namespace {
@@ -9,6 +12,11 @@ protected:
         AddFile("Abba", "One");
         AddFile("Beatles", "Two");
         AddFile("Cure", "Tree");
+    }
+    static void MoveMouse(QWidget& over) {
+        QMouseEvent move(QEvent::MouseMove, QPointF(2, 2), QPointF(over.mapToGlobal(QPoint(2, 2))),
+                         Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&over, &move);
     }
     static QColor Colour(const QLabel& label) { return label.palette().color(QPalette::WindowText); }
 };
@@ -78,28 +86,77 @@ TEST_F(FilterRowTest, OnlyTheLetterUnderTheMouseIsWhite) {
     const QColor rest(0, 0, 0xC0);
     EXPECT_EQ(Colour(a), rest);
     for (QLabel* label : {&a, &b}) {
-        QEnterEvent enter(QPointF(2, 2), QPointF(2, 2), QPointF(2, 2));
-        QCoreApplication::sendEvent(label, &enter);
+        MoveMouse(*label);
     }
     EXPECT_EQ(Colour(a), rest);
     EXPECT_EQ(Colour(b), QColor(Qt::white));
-    QTest::mouseMove(Grid().viewport(), QPoint(30, 30));
-    QMouseEvent move(QEvent::MouseMove, QPointF(30, 30), QPointF(30, 30), Qt::NoButton, Qt::NoButton,
-                     Qt::NoModifier);
-    QCoreApplication::sendEvent(Grid().viewport(), &move);
-    EXPECT_EQ(Colour(b), rest);
+    for (QWidget* other : {Grid().viewport(), static_cast<QWidget*>(&Control<QFrame>("Frame1")),
+                           static_cast<QWidget*>(&Control<QFrame>("Frame2")), static_cast<QWidget*>(&Form()),
+                           Grid().horizontalHeader()->viewport()}) {
+        MoveMouse(b);
+        ASSERT_EQ(Colour(b), QColor(Qt::white));
+        MoveMouse(*other);
+        EXPECT_EQ(Colour(b), rest) << FromQString(other->objectName());
+    }
 }
 
 TEST_F(FilterRowTest, TheCountersOfTheStatusBarExplainThemselves) {
     Start();
     MainStatusBar& status = Form().Panes().Status();
+    EXPECT_EQ(FromQString(status.ToolTip(Panel::Titles)), "");
+    MoveMouse(status);
     EXPECT_EQ(FromQString(status.ToolTip(Panel::Titles)), "3 Titel in der Datenbank gespeichert");
     EXPECT_EQ(FromQString(status.ToolTip(Panel::Filecount)), "");
     mainModule.ScanRunning = true;
+    MoveMouse(status);
     EXPECT_EQ(FromQString(status.ToolTip(Panel::Filecount)), "Prozent des gesamten Scanvorganges");
     EXPECT_EQ(FromQString(status.ToolTip(Panel::Interprets)), "Geschätzte verbleibende Zeit");
     EXPECT_EQ(FromQString(status.ToolTip(Panel::Titles)), "Abgelaufene Zeit");
     mainModule.ScanRunning = false;
+}
+
+TEST_F(FilterRowTest, KeysInAnOpenListWorkAsInTheClosedOne) {
+    Start();
+    auto& album = Control<QComboBox>("cboAlbum");
+    album.showPopup();
+    QTest::keyPress(album.view(), Qt::Key_Down);
+    EXPECT_TRUE(mainModule.SuppressComboClick);
+    QTest::keyRelease(album.view(), Qt::Key_Down);
+    EXPECT_FALSE(mainModule.SuppressComboClick);
+    EXPECT_EQ(Listed().size(), 3U);
+    QTest::keyClick(album.view(), Qt::Key_Return);
+    EXPECT_EQ(album.currentIndex(), 1);
+    EXPECT_EQ(Listed(), Texts{"Abba"});
+}
+
+TEST_F(FilterRowTest, EnterOnACheckBoxSearchesAndAClickDoesNot) {
+    Start();
+    Control<QLineEdit>("txtSearch").setText(QStringLiteral("abb"));
+    auto& title = Control<QCheckBox>("chkTitle");
+    QTest::mouseClick(&title, Qt::LeftButton, {}, QPoint(8, title.height() / 2));
+    EXPECT_EQ(Listed().size(), 3U);
+    QTest::keyClick(&title, Qt::Key_Return);
+    EXPECT_EQ(Listed(), Texts{"Abba"});
+}
+
+TEST_F(FilterRowTest, TheGenreEntryForNoGenreIsAlwaysThere) {
+    Start();
+    auto& genre = Control<QComboBox>("cboGenre");
+    EXPECT_EQ(FromQString(genre.itemText(1)), "Kein Genre...");
+    EXPECT_EQ(genre.itemData(1).toInt(), 255);
+    genre.setCurrentIndex(1);
+    EXPECT_TRUE(Listed().empty());
+}
+
+TEST_F(FilterRowTest, TheTipOfAPanelStaysUntilAMovementSetsAnother) {
+    Start();
+    MainStatusBar& status = Form().Panes().Status();
+    mainModule.ScanRunning = true;
+    MoveMouse(status);
+    mainModule.ScanRunning = false;
+    MoveMouse(status);
+    EXPECT_EQ(FromQString(status.ToolTip(Panel::Filecount)), "Prozent des gesamten Scanvorganges");
+    EXPECT_EQ(FromQString(status.ToolTip(Panel::Albums)), "3 Alben in der Datenbank gespeichert");
 }
 
 } // namespace quavernet::test

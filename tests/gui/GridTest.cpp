@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 #include <QToolTip>
 #include <QWheelEvent>
 
@@ -23,6 +24,11 @@ protected:
         QSpontaneKeyEvent::setSpontaneous(&event);
         qApp->notify(&target, &event);
     }
+    /// As the system sends it: the second press is the double click itself.
+    void DoubleClickRow(int row, Qt::KeyboardModifiers modifiers = {}) {
+        ClickRow(row, modifiers);
+        QTest::mouseDClick(Grid().viewport(), Qt::LeftButton, modifiers, CellCentre(row));
+    }
     void DoubleClickHeader(int column) {
         QHeaderView& header = *Grid().horizontalHeader();
         const QPoint place(header.sectionViewportPosition(column) + 20, header.height() / 2);
@@ -32,6 +38,11 @@ protected:
         const QImage image = Grid().viewport()->grab().toImage();
         const QRect cell = Grid().visualRect(Grid().model()->index(row - 1, 0));
         return image.pixelColor(cell.right() - 3, cell.center().y());
+    }
+    void MoveMouse(const QPoint& place, Qt::MouseButtons buttons = Qt::NoButton) {
+        QMouseEvent move(QEvent::MouseMove, QPointF(place), QPointF(Grid().viewport()->mapToGlobal(place)),
+                         Qt::NoButton, buttons, Qt::NoModifier);
+        QCoreApplication::sendEvent(Grid().viewport(), &move);
     }
     using Rows = std::vector<std::int32_t>;
 };
@@ -103,6 +114,7 @@ TEST_F(GridTest, TheToolTipIsTheFilesNameOnDisk) {
     AddFiles(2);
     Start();
     const QPoint place = CellCentre(2);
+    MoveMouse(place);
     QHelpEvent help(QEvent::ToolTip, place, Grid().viewport()->mapToGlobal(place));
     QCoreApplication::sendEvent(Grid().viewport(), &help);
     EXPECT_EQ(FromQString(QToolTip::text()), "Title 101.mp3");
@@ -112,7 +124,7 @@ TEST_F(GridTest, ADoubleClickOpensTheFileInTheSystemsPlayerAndCountsIt) {
     AddFiles(2);
     Start();
     mainModule.UseExternalPlayer = true;
-    QTest::mouseDClick(Grid().viewport(), Qt::LeftButton, {}, CellCentre(2));
+    DoubleClickRow(2);
     EXPECT_EQ(shell.executed, Texts{"/music/Title 101.mp3"});
     EXPECT_EQ(mainModule.Connection->Query("Select Hits from Files where File_id = 2").At(0, 0).Integer(), 1);
     QTest::keyClick(&Grid(), Qt::Key_Return);
@@ -147,6 +159,177 @@ TEST_F(GridTest, TheRowsAreNoTallerThanOneLine) {
     Start();
     EXPECT_EQ(Grid().rowHeight(0), Grid().fontMetrics().height() + 5);
     EXPECT_FALSE(Grid().wordWrap());
+}
+
+TEST_F(GridTest, APressBelowTheLastRowCountsAsTheLastRow) {
+    AddFiles(3);
+    Start();
+    const QPoint below(20, Grid().viewport()->height() - 4);
+    EXPECT_EQ(Grid().MouseRow(below), Grid().Selection().Rows());
+    QTest::mouseClick(Grid().viewport(), Qt::LeftButton, {}, below);
+    EXPECT_EQ(mainModule.SelectedRows.Rows(), Rows{3});
+}
+
+TEST_F(GridTest, AnEmptyListTakesPressesAndDoubleClicksWithoutAResult) {
+    mainModule.UseExternalPlayer = true;
+    Start();
+    const QPoint place(20, 40);
+    QTest::mouseClick(Grid().viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(Grid().viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseClick(Grid().viewport(), Qt::RightButton, {}, place);
+    QTest::keyClick(&Grid(), Qt::Key_Return);
+    EXPECT_FALSE(Form().Menu().Popup("mnuKontext")->isVisible());
+    EXPECT_TRUE(shell.executed.empty());
+    EXPECT_EQ(mainModule.SelectedRows.Count(), 0U);
+}
+
+TEST_F(GridTest, TheToolTipOfAPlaceWithoutAFileStaysAndALoadEmptiesIt) {
+    AddFiles(2);
+    Start();
+    MoveMouse(CellCentre(1));
+    EXPECT_EQ(FromQString(Grid().toolTip()), "Title 100.mp3");
+    MoveMouse(QPoint(20, Grid().viewport()->height() - 4));
+    EXPECT_EQ(FromQString(Grid().toolTip()), "Title 100.mp3");
+    Form().LoadDatabase({});
+    EXPECT_EQ(FromQString(Grid().toolTip()), "");
+}
+
+TEST_F(GridTest, WithoutAPlayerADoubleClickEndsSilentlyAndCountsNothing) {
+    AddFiles(2);
+    Start();
+    DoubleClickRow(2);
+    QTest::keyClick(&Grid(), Qt::Key_Return);
+    EXPECT_TRUE(shell.executed.empty());
+    EXPECT_TRUE(msgBox.shown.empty());
+    EXPECT_EQ(mainModule.Connection->Query("Select Sum(Hits) from Files").At(0, 0).Integer(), 0);
+    EXPECT_EQ(Form().cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(GridTest, TheSystemsFailuresAreTold) {
+    AddFiles(1);
+    Start();
+    mainModule.UseExternalPlayer = true;
+    for (const auto& [code, text] : {std::pair(2, "Die Datei konnte nicht gefunden werden!"),
+                                     std::pair(3, "Netzlaufwerk nicht verfügbar!"),
+                                     std::pair(5, "Die Datei konnte nicht gefunden werden!")}) {
+        shell.executeResult = code;
+        DoubleClickRow(1);
+        ASSERT_FALSE(msgBox.shown.empty());
+        EXPECT_EQ(msgBox.shown.back().text, text);
+        EXPECT_EQ(msgBox.shown.back().title, "Öffnen nicht möglich");
+        EXPECT_EQ(msgBox.shown.back().icon, MsgBox::Icon::Exclamation);
+    }
+    EXPECT_EQ(mainModule.Connection->Query("Select Hits from Files").At(0, 0).Integer(), 3);
+}
+
+TEST_F(GridTest, ADoubleClickWithCtrlTakesTheRowInAndDoesNotTakeItOutAgain) {
+    AddFiles(3);
+    Start();
+    mainModule.UseExternalPlayer = true;
+    DoubleClickRow(2, Qt::ControlModifier);
+    EXPECT_TRUE(Grid().Selection().IsPainted(2));
+    EXPECT_EQ(shell.executed.size(), 1U);
+}
+
+TEST_F(GridTest, CtrlTakesThePaintOffARowThatStaysAMember) {
+    AddFiles(3);
+    Start();
+    ClickRow(1);
+    ClickRow(3, Qt::ControlModifier);
+    ClickRow(3, Qt::ControlModifier);
+    EXPECT_FALSE(Grid().Selection().IsPainted(3));
+    EXPECT_EQ(mainModule.SelectedRows.Count(), 1U); // The File_id of row 3 is 3: here it is found by chance.
+    mainModule.Connection->Execute("Update Files set File_id = File_id + 100");
+    Form().LoadDatabase({});
+    ClickRow(1);
+    ClickRow(3, Qt::ControlModifier);
+    ClickRow(3, Qt::ControlModifier);
+    EXPECT_FALSE(Grid().Selection().IsPainted(3));
+    EXPECT_EQ(mainModule.SelectedRows.Rows(), (Rows{1, 3}));
+}
+
+TEST_F(GridTest, TheContextMenuKeepsAMultipleSelection) {
+    AddFiles(4);
+    Start();
+    ClickRow(1);
+    ClickRow(3, Qt::ShiftModifier);
+    ClickRow(4, {}, Qt::RightButton);
+    Form().Menu().Popup("mnuKontext")->close();
+    EXPECT_EQ(mainModule.SelectedRows.Rows(), (Rows{1, 2, 3}));
+    ClickRow(2);
+    ClickRow(4, {}, Qt::RightButton);
+    Form().Menu().Popup("mnuKontext")->close();
+    EXPECT_EQ(mainModule.SelectedRows.Rows(), Rows{4});
+    EXPECT_TRUE(Action("mnuKontextAnsicht").isEnabled());
+}
+
+TEST_F(GridTest, APressOnTheHeaderIsAPressInRowZero) {
+    AddFiles(3);
+    Start();
+    ClickRow(2);
+    QHeaderView& header = *Grid().horizontalHeader();
+    QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, QPoint(20, header.height() / 2));
+    EXPECT_EQ(mainModule.SelectedRows.Rows(), Rows{2});
+    EXPECT_EQ(Listed().front(), "Performer 100");
+    QTest::mouseClick(header.viewport(), Qt::RightButton, {}, QPoint(20, header.height() / 2));
+    EXPECT_TRUE(Form().Menu().Popup("mnuKontext")->isVisible());
+    Form().Menu().Popup("mnuKontext")->close();
+}
+
+TEST_F(GridTest, TypedLettersMoveNothing) {
+    AddFiles(60);
+    Start();
+    ClickRow(2);
+    QTest::keyClicks(&Grid(), QStringLiteral("Performer 150"));
+    EXPECT_EQ(Grid().TopRow(), 1);
+    EXPECT_EQ(Grid().Selection().Row(), 2);
+}
+
+TEST_F(GridTest, TheWheelStopsAtTheEndsOfTheList) {
+    AddFiles(60);
+    Start();
+    for (int i = 0; i < 100; ++i) {
+        Wheel(*Grid().viewport(), -120);
+    }
+    EXPECT_TRUE(Grid().RowIsVisible(60));
+    const std::int32_t last = Grid().TopRow();
+    Wheel(*Grid().viewport(), -120);
+    EXPECT_EQ(Grid().TopRow(), last);
+}
+
+namespace {
+/// Counts the cells that are painted.
+class CountingPainter : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    void paint(QPainter*, const QStyleOptionViewItem&, const QModelIndex&) const override { ++cells; }
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        ++sizes;
+        return QStyledItemDelegate::sizeHint(option, index);
+    }
+    mutable int cells = 0;
+    mutable int sizes = 0;
+};
+} // namespace
+
+TEST_F(GridTest, OfALongListOnlyTheCellsInViewAreComputed) {
+    AddFile("Abba", "One");
+    mainModule.Connection->Execute(
+        "Insert into Files (Title_id, Inter_id, Name, Path, Sizeinbytes, Drive_id, Quality_id, Length, "
+        "Extension_id, Genre_id, Album_id) with recursive N(i) as (select 1 union all select i + 1 from N "
+        "where "
+        "i < 100000) select 1, 1, 'n', '/m/' || i, 1, 1, 1, 1, Extension_id, 0, 1 from N, Files");
+    Start();
+    ASSERT_EQ(Grid().Model().rowCount(), 100001);
+    CountingPainter counter;
+    Grid().setItemDelegate(&counter);
+    Grid().viewport()->grab();
+    Grid().SetTopRow(50000);
+    Grid().viewport()->grab();
+    const int inView = (Grid().viewport()->height() / Grid().rowHeight(0) + 2) * ListColumnCount;
+    EXPECT_GT(counter.cells, 0);
+    EXPECT_LE(counter.cells, 4 * inView);
+    EXPECT_EQ(counter.sizes, 0);
 }
 
 } // namespace quavernet::test

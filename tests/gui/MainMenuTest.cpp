@@ -4,7 +4,10 @@
 #include "mainwindow/MainMenuTable.h"
 
 #include <QDialog>
+#include <QMetaMethod>
 #include <QTimer>
+
+#include <set>
 
 namespace quavernet::test {
 
@@ -112,6 +115,127 @@ TEST_F(MainMenuTest, TheAboutBoxNamesVersionAndProduct) {
     ASSERT_EQ(msgBox.shown.size(), 1U);
     EXPECT_EQ(msgBox.shown[0].text, "Über Quavernet");
     EXPECT_EQ(msgBox.shown[0].icon, MsgBox::Icon::None);
+}
+
+TEST_F(MainMenuTest, ExactlyTheseCommandsAreLeftOutUntilTheyExist) {
+    Texts leftOut;
+    for (const MenuEntry& entry : MainMenuTable) {
+        if (!entry.Is(MenuEntry::Built)) {
+            leftOut.emplace_back(entry.Name);
+        }
+    }
+    EXPECT_EQ(leftOut, (Texts{"mnuPlayer",
+                              "mnuPrint",
+                              "mnuFileExport",
+                              "mnuFileImport",
+                              "mnuEdit",
+                              "mnuEditExchange",
+                              "mnuEditFilename",
+                              "mnuEditDelete",
+                              "mnuManageCovers",
+                              "mnuEditTree2",
+                              "mnuExtras",
+                              "mnuDetails",
+                              "mnuPlaySelectedItems",
+                              "mnuPlaylist",
+                              "mnuKonvert",
+                              "mnuRandomPlay",
+                              "mnuKonvertoptions",
+                              "mnuToplists",
+                              "mnuCoverOnlineSearch",
+                              "mnuRandom",
+                              "mnuKontextDetails",
+                              "mnuKontextPlay",
+                              "mnuKontextKonvert",
+                              "mnuKontextExchange",
+                              "mnuKontextFilename",
+                              "mnuKontextDelete",
+                              "mnuKontextPlaylist",
+                              "mnuKontextRandom",
+                              "mnuKontextPrint",
+                              "mnuTree",
+                              "mnuPlay",
+                              "mnuTreeRandom",
+                              "mnuSep12",
+                              "mnuCreatePlaylist",
+                              "mnuSep3",
+                              "mnuNewCategory",
+                              "mnuEditCategory",
+                              "mnuSep11",
+                              "mnuDelete",
+                              "mnuDeleteContent",
+                              "mnuSep15",
+                              "mnuShowInGrid",
+                              "mnuSep2",
+                              "mnuExport",
+                              "mnuImport",
+                              "mnuEditTree"}));
+    Start();
+    for (const std::string& name : leftOut) {
+        EXPECT_EQ(Form().Menu().Item(name), nullptr) << name;
+    }
+    Texts buttons;
+    for (const QAction* button : Form().Panes().Toolbar1().actions()) {
+        buttons.push_back(FromQString(button->objectName()));
+    }
+    EXPECT_EQ(buttons, (Texts{"scan", "cancel"}));
+}
+
+TEST_F(MainMenuTest, EveryItemThatIsShownIsConnected) {
+    Start();
+    // The toggles that are read where they count need no handler.
+    const std::set<std::string_view> marksAlone{"mnuQuickscan", "mnuRecursive", "mnuScanMp3", "mnuScanWav",
+                                                "mnuScanOgg"};
+    const QMetaMethod triggered = QMetaMethod::fromSignal(&QAction::triggered);
+    for (const MenuEntry& entry : MainMenuTable) {
+        const QAction* item = Form().Menu().Item(entry.Name);
+        if (item == nullptr || entry.Is(MenuEntry::Menu) || marksAlone.contains(entry.Name)) {
+            continue;
+        }
+        struct Signals : QAction {
+            using QObject::isSignalConnected;
+        };
+        EXPECT_TRUE((item->*(&Signals::isSignalConnected))(triggered)) << entry.Name;
+    }
+}
+
+TEST_F(MainMenuTest, TheSixMenusAndTheirCommandsFollowTheMode) {
+    AddFile("Abba", "One", "wav");
+    Start();
+    const Texts menus{"mnuFile", "mnuView", "mnuOptions", "mnuUpperHelp"};
+    const Texts controls{"cboDrive", "cboGenre", "cboAlbum", "txtSearch", "cmdSearch"};
+    const auto expect = [&](bool idle) {
+        for (const std::string& name : menus) {
+            EXPECT_EQ(Action(name.c_str()).isEnabled(), idle) << name;
+        }
+        for (const std::string& name : controls) {
+            EXPECT_EQ(Control<QWidget>(name.c_str()).isEnabled(), idle) << name;
+        }
+        EXPECT_EQ(Action("scan").isEnabled(), idle);
+        EXPECT_EQ(Action("cancel").isEnabled(), !idle);
+    };
+    expect(true);
+    Form().SetControlState(1);
+    expect(false);
+    Form().SetControlState(2);
+    expect(false);
+    Form().SetControlState(0);
+    expect(true);
+    ClickRow(1);
+    expect(true);
+    EXPECT_EQ(Grid().CurrentFormat(), "wav");
+    EXPECT_EQ(Grid().Selection().Col(), 5);
+    EXPECT_FALSE(Control<QWidget>("cmdPlay").isVisible());
+}
+
+TEST_F(MainMenuTest, GridLinesWorkAsAPairByMenuShortcutAndContextMenu) {
+    Start();
+    QTest::keyClick(Form().windowHandle(), Qt::Key_G, Qt::ControlModifier);
+    EXPECT_TRUE(Grid().showGrid());
+    EXPECT_TRUE(Action("mnuKontextShowGridlines").isChecked());
+    Action("mnuKontextShowGridlines").trigger();
+    EXPECT_FALSE(Grid().showGrid());
+    EXPECT_FALSE(Action("mnuShowGridlines").isChecked());
 }
 
 } // namespace quavernet::test

@@ -202,4 +202,12 @@ TEST_F(ScanTest, WithoutTheLogNoWindowComesUp) {
     EXPECT_FALSE(Control<QListView>("lstLog").window()->isVisible());
 }
 
+TEST_F(ScanTest, AfterTheScanTheKeyboardIsWhereItWas) {
+    settings.values["ScanLog"] = "0";
+    Start();
+    Control<QLineEdit>("txtSearch").setFocus();
+    Action("scan").trigger();
+    EXPECT_EQ(Form().focusWidget(), &Control<QLineEdit>("txtSearch"));
+}
+
 } // namespace quavernet::test

@@ -2,6 +2,7 @@
 
 #include <QDialog>
 #include <QHeaderView>
+#include <QProgressBar>
 #include <QTimer>
 #include <QTreeWidget>
 
@@ -170,6 +171,94 @@ TEST_F(WindowStateTest, TheSplashWindowStandsFourSecondsOrUntilAKey) {
     EXPECT_EQ(FromQString(splash.findChild<QLabel*>(QStringLiteral("lblVersion"))->text()), "v1.0.3");
     QTest::mouseClick(splash.findChild<QLabel*>(QStringLiteral("Image1")), Qt::LeftButton);
     EXPECT_FALSE(splash.isVisible());
+}
+
+TEST_F(WindowStateTest, TheSplitterStopsAtANarrowList) {
+    Start();
+    for (int i = 0; i < 40; ++i) {
+        DragSplitter(60);
+    }
+    EXPECT_EQ(Frame("Frame1").width(), 33); // 499 twips
+    DragSplitter(0);
+    EXPECT_EQ(Frame("Frame1").width(), 33);
+    EXPECT_EQ(Frame("lblSizer").x(), Frame("Frame3").width());
+}
+
+TEST_F(WindowStateTest, AStoredSplitterPositionIsTakenWithoutALimit) {
+    settings.values["SplitterPos"] = "150";
+    Start();
+    EXPECT_EQ(Frame("Frame3").width(), 10);
+    EXPECT_EQ(Form().Panes().SplitterPos(), 150);
+}
+
+TEST_F(WindowStateTest, APositionOffTheScreenStays) {
+    settings.values["WindowLeft"] = "-60000";
+    settings.values["WindowTop"] = "45000";
+    windows = std::make_unique<AppWindows>();
+    mainModule.SuppressComboClick = true;
+    EXPECT_NO_THROW(Main(*windows));
+    EXPECT_EQ(Form().pos(), QPoint(-4000, 3000));
+}
+
+TEST_F(WindowStateTest, AnIndexThatIsNoNumberLeavesTheFirstEntry) {
+    settings.values["Album"] = "three";
+    AddFile("Abba", "One");
+    Start();
+    EXPECT_EQ(Control<QComboBox>("cboAlbum").currentIndex(), 0);
+}
+
+TEST_F(WindowStateTest, AColumnWidthOrACheckThatIsNoNumberStopsTheStart) {
+    for (const char* name : {"ColWidth(3)", "SplitterPos", "QuickScan", "ViewOgg"}) {
+        settings.values.clear();
+        settings.values[name] = "wide";
+        windows = std::make_unique<AppWindows>();
+        EXPECT_THROW(Main(*windows), RuntimeError) << name;
+    }
+}
+
+TEST_F(WindowStateTest, ASearchBoxIsCheckedByAStoredOneAlone) {
+    settings.values["SearchTitle"] = "0";
+    Start();
+    EXPECT_FALSE(Control<QCheckBox>("chkTitle").isChecked());
+    EXPECT_TRUE(Control<QCheckBox>("chkInterpret").isChecked());
+}
+
+TEST_F(WindowStateTest, EachStartBeginsWithAllLettersSortedByPerformer) {
+    AddFile("Abba", "One");
+    AddFile("Cure", "Two");
+    mainModule.LetterFilter = "C";
+    mainModule.SortDirection = "DESC";
+    mainModule.ShowInGridMode = true;
+    Start();
+    EXPECT_EQ(mainModule.LetterFilter, "All");
+    EXPECT_EQ(mainModule.SortDirection, "ASC");
+    EXPECT_FALSE(mainModule.ShowInGridMode);
+    EXPECT_TRUE(Control<QLabel>("lblAll").font().bold());
+    EXPECT_EQ(Listed(), (Texts{"Abba", "Cure"}));
+    EXPECT_EQ(Grid().Model().SortColumn(), 0);
+}
+
+TEST_F(WindowStateTest, TheProgressBarEndsOneAboveItsHighestValueAndLiesOverTheLastPanel) {
+    Start();
+    QProgressBar& bar = Form().Panes().Status().ProgressBar();
+    EXPECT_EQ(bar.minimum(), 0);
+    EXPECT_EQ(bar.maximum(), 101);
+    const QRect panels(Form().Panes().Status().mapTo(&Form(), QPoint()), Form().Panes().Status().size());
+    const QRect place(bar.mapTo(&Form(), QPoint()), bar.size());
+    EXPECT_TRUE(panels.contains(place));
+    EXPECT_GT(place.left(), panels.right() - 1740 / 15 - 2);
+}
+
+TEST_F(WindowStateTest, AResizeMovesThePanesAndANarrowWindowLeavesThem) {
+    Start();
+    Form().resize(1200, 800);
+    QCoreApplication::processEvents();
+    const int width = Frame("Frame1").width();
+    EXPECT_EQ(width, 1200 - Frame("Frame3").width() - 7);
+    EXPECT_EQ(Grid().width(), width - 8);
+    Form().resize(320, 800);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Frame("Frame1").width(), width);
 }
 
 } // namespace quavernet::test

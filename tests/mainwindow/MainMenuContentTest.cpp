@@ -66,11 +66,10 @@ TEST(MainMenuContentTest, ThePopupMenusHoldTheirItemsInOrder) {
               "mnuKontextPrint 209, mnuKontextAnsicht 202, ");
     EXPECT_EQ(ItemsOf("mnuKontextAnsicht"),
               "mnuKontextMp3 214, mnuKontextOgg 215, mnuKontextWav 216, mnuKontextShowGridlines 217, ");
-    EXPECT_EQ(
-        ItemsOf("mnuTree"),
-        "mnuPlay 224, mnuTreeRandom 227, mnuCreatePlaylist 225, mnuNewCategory 245, mnuEditCategory 246, "
-        "mnuDelete 0, mnuDeleteContent 247, mnuShowInGrid 244, mnuExport 210, mnuImport 211, mnuEditTree "
-        "222, ");
+    EXPECT_EQ(ItemsOf("mnuTree"),
+              "mnuPlay 224, mnuTreeRandom 227, mnuSep12 0, mnuCreatePlaylist 225, mnuSep3 0, "
+              "mnuNewCategory 245, mnuEditCategory 246, mnuSep11 0, mnuDelete 0, mnuDeleteContent 247, "
+              "mnuSep15 0, mnuShowInGrid 244, mnuSep2 0, mnuExport 210, mnuImport 211, mnuEditTree 222, ");
 }
 
 TEST(MainMenuContentTest, ExactlyTheTogglesCarryACheckMark) {

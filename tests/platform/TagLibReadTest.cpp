@@ -1,5 +1,6 @@
 #include "platform/taglib/TagLibComponent.h"
 
+#include "platform/taglib/Id3v2Frames.h"
 #include "support/TagBytes.h"
 #include "support/TemporaryFolder.h"
 
@@ -7,6 +8,7 @@
 
 #include <filesystem>
 #include <random>
+#include <span>
 
 #include <sys/stat.h>
 
@@ -50,6 +52,68 @@ TEST_F(TagLibReadTest, ReadsTheSevenFieldsOfVersion3) {
     EXPECT_EQ(Field(T::Publisher), "Verlag");
     EXPECT_EQ(Field(0), "");
     EXPECT_EQ(Field(99), "");
+}
+
+TEST_F(TagLibReadTest, AFrameThatNeedsNoLibraryReadsAsTheLibraryReadsIt) {
+    std::mt19937 chance(7);
+    const auto below = [&chance](unsigned limit) { return static_cast<unsigned>(chance() % limit); };
+    static constexpr const char* pieces[] = {"a",    "Lied", "ä",    "\xE4", "\x80", "\x81",
+                                             "😀",    "日",   " ",    "\xFF", "\xFE", "\xEF\xBB\xBF",
+                                             "\xC3", "\n",   "(17)", "/"};
+    std::size_t plain = 0;
+    for (int round = 0; round < 20000; ++round) {
+        const unsigned encoding = below(5);
+        std::string contents(1, static_cast<char>(encoding));
+        if (encoding == 1 && below(8) != 0) {
+            contents += "\xFF\xFE";
+        }
+        for (unsigned count = below(7); count > 0; --count) {
+            if (below(8) == 0) {
+                contents += '\0';
+            } else if (encoding == 1 && below(4) != 0) {
+                contents += static_cast<char>(below(256));
+                contents += static_cast<char>(below(6) == 0 ? below(256) : below(4));
+            } else {
+                contents += pieces[below(std::size(pieces))];
+            }
+        }
+        const int major = 2 + static_cast<int>(below(3));
+        std::string frame = major == 2 ? "TT2" : "TIT2";
+        const auto size = static_cast<char>(contents.size());
+        frame += major == 2 ? std::string{0, 0, size} : std::string{0, 0, 0, size, 0, 0};
+        frame += contents;
+        const id3v2::ByteView bytes = std::as_bytes(std::span(frame));
+        const id3v2::TagHeader header{static_cast<unsigned char>(major), 0, 0, 1000};
+        if (const auto text = id3v2::DecodePlainText(header, bytes)) {
+            ++plain;
+            EXPECT_EQ(*text, id3v2::DecodeWithTagLib(header, id3v2::Field::Title, bytes).text)
+                << testing::PrintToString(frame);
+        }
+    }
+    EXPECT_GT(plain, 5000u);
+}
+
+TEST_F(TagLibReadTest, ATagInsideTheHeadReadsWithoutItsFileAndALongerOneWithIt) {
+    const std::string frames = TextFrame(3, "TIT2", "Titel") + TextFrame(3, "TPE1", "Wer");
+    for (const std::string& tag :
+         {TagV2(3, frames), TagV2(4, TextFrame(4, "TIT2", "Titel", 3) + TextFrame(4, "TPE1", "Wer", 3)),
+          TagV2(3, TextFrame(3, "TXXX", std::string(3000, 'x')) + frames)}) {
+        const std::string contents = tag + Audio;
+        WriteFile(folder / "long.mp3", contents);
+        for (const std::size_t size : {contents.size(), tag.size(), tag.size() - 1, std::size_t{10}}) {
+            const auto head = std::as_bytes(std::span(contents)).first(size);
+            component->LoadHead(folder / "missing.mp3", head);
+            EXPECT_EQ(component->HasV2Tag(), size >= tag.size());
+            EXPECT_EQ(Field(T::Title), size >= tag.size() ? "Titel" : "");
+            component->LoadHead(folder / "long.mp3", head);
+            EXPECT_TRUE(component->HasV2Tag());
+            EXPECT_EQ(Field(T::Title), "Titel");
+            EXPECT_EQ(Field(T::Performer), "Wer");
+        }
+    }
+    component->LoadHead(folder / "missing.mp3", {});
+    EXPECT_FALSE(component->HasV2Tag());
+    EXPECT_EQ(Field(T::Title), "");
 }
 
 TEST_F(TagLibReadTest, ReadsTheSevenFieldsOfVersion4) {

@@ -37,7 +37,6 @@ ALLOWED = {
     ("src/scanner/ScanDriver.cpp", "Quavernet - "): "the product's name",
     ("src/scanner/ProgressStep.cpp", "Quavernet - "): "the product's name",
     ("src/mainwindow/frmMain.cpp", "Quavernet - "): "the product's name",
-    ("src/mainwindow/frmMain.cpp", "Parent"): "the key of the tree's root",
     ("src/mainwindow/frmAbout.cpp", "Quavernet"): "the product's name",
     ("src/mainwindow/frmAbout.ui", "Quavernet"): "the product's name",
     ("src/mainwindow/frmSplash.ui", "Quavernet"): "the product's name",

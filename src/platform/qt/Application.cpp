@@ -26,7 +26,7 @@ void CommitLibrary() {
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName(QStringLiteral("Quavernet"));
     setOrganizationName(QStringLiteral("Greyfinch Labs"));
-    setDesktopFileName(QStringLiteral("quavernet"));
+    setDesktopFileName(QStringLiteral("io.greyfinch.Quavernet"));
     // The last of the two top-level windows ends the process by itself.
     setQuitOnLastWindowClosed(false);
     // The connection may gather the commits of a run of writes; before the program waits for its user they

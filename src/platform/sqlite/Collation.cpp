@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 
 #include <sqlite3.h>
 
@@ -32,10 +34,31 @@ const std::array<unsigned char, 128>& AsciiRanks() {
     return ranks;
 }
 
+// How many characters at the beginning are the same ASCII, counted in eights: most paths that a lookup meets
+// begin with the same folders.
+std::size_t EqualStart(std::string_view left, std::string_view right, std::size_t common) {
+    constexpr std::uint64_t HighBits = 0x8080808080808080u;
+    std::size_t count = 0;
+    for (; count + sizeof(std::uint64_t) <= common; count += sizeof(std::uint64_t)) {
+        std::uint64_t a = 0, b = 0;
+        std::memcpy(&a, left.data() + count, sizeof a);
+        std::memcpy(&b, right.data() + count, sizeof b);
+        if (a != b || (a & HighBits) != 0) {
+            break;
+        }
+    }
+    return count;
+}
+
 int CompareFrom(std::string_view left, std::string_view right, std::size_t start) {
     std::size_t i = start, j = start;
     int accents = 0;
     while (i < left.size() && j < right.size()) {
+        if (left[i] == right[j] && static_cast<unsigned char>(left[i]) < 0x80) {
+            ++i;
+            ++j;
+            continue;
+        }
         const char32_t a = NextCodePoint(left, i);
         const char32_t b = NextCodePoint(right, j);
         if (a == b) {
@@ -66,7 +89,7 @@ int Collate(void*, int leftSize, const void* left, int rightSize, const void* ri
 int CompareTexts(std::string_view left, std::string_view right) {
     static const std::array<unsigned char, 128>& ranks = AsciiRanks();
     const std::size_t common = left.size() < right.size() ? left.size() : right.size();
-    for (std::size_t i = 0; i < common; ++i) {
+    for (std::size_t i = EqualStart(left, right, common); i < common; ++i) {
         const auto a = static_cast<unsigned char>(left[i]);
         const auto b = static_cast<unsigned char>(right[i]);
         if ((a | b) >= 0x80) {

@@ -1,5 +1,6 @@
 #include "platform/sqlite/LikeOperator.h"
 
+#include <array>
 #include <cstddef>
 
 #include <sqlite3.h>
@@ -13,6 +14,17 @@ namespace {
 
 constexpr char32_t anyRun = 0x200000;
 constexpr char32_t anyOne = 0x200001;
+
+const std::array<unsigned char, 128>& AsciiFolds() {
+    static const std::array<unsigned char, 128> folds = [] {
+        std::array<unsigned char, 128> result{};
+        for (char32_t c = 0; c < 128; ++c) {
+            result[c] = static_cast<unsigned char>(FoldCase(c));
+        }
+        return result;
+    }();
+    return folds;
+}
 
 std::string_view TextOf(sqlite3_value* value) {
     const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
@@ -66,6 +78,7 @@ LikePattern::LikePattern(std::string_view pattern, char32_t escape) {
 }
 
 bool LikePattern::Matches(std::string_view text) const {
+    static const std::array<unsigned char, 128>& folds = AsciiFolds();
     const char32_t* next = m_pattern.data();
     const char32_t* const end = next + m_pattern.size();
     const char32_t* retryPattern = nullptr; // Behind the last "%" met; going back to that one is enough.
@@ -79,7 +92,15 @@ bool LikePattern::Matches(std::string_view text) const {
             }
             continue;
         }
-        const char32_t c = FoldCase(NextCodePoint(text, i));
+        // A search goes over every character of every text: nearly all of them are ASCII.
+        const auto byte = static_cast<unsigned char>(text[i]);
+        char32_t c = 0;
+        if (byte < 0x80) {
+            c = folds[byte];
+            ++i;
+        } else {
+            c = FoldCase(NextCodePoint(text, i));
+        }
         if (next != end && (*next == c || *next == anyOne)) {
             ++next;
             continue;
@@ -87,7 +108,11 @@ bool LikePattern::Matches(std::string_view text) const {
         if (retryPattern == nullptr) {
             return false;
         }
-        NextCodePoint(text, retryText);
+        if (static_cast<unsigned char>(text[retryText]) < 0x80) {
+            ++retryText;
+        } else {
+            NextCodePoint(text, retryText);
+        }
         i = retryText;
         next = retryPattern;
     }

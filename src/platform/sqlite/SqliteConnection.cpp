@@ -1,5 +1,6 @@
 #include "platform/sqlite/SqliteConnection.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -12,6 +13,7 @@
 #include "platform/sqlite/CommitGathering.h"
 #include "platform/sqlite/DateColumns.h"
 #include "platform/sqlite/LibraryFile.h"
+#include "platform/sqlite/RowOrder.h"
 #include "platform/sqlite/SqliteError.h"
 #include "platform/sqlite/StatementCache.h"
 #include "platform/sqlite/StatementText.h"
@@ -87,22 +89,12 @@ public:
 
     ADODB::RowBlock Query(std::string_view statement) override {
         m_commits.CommitIfDue(Library());
-        PreparedStatement& prepared = Bind(statement);
-        sqlite3_stmt* const handle = prepared.handle.get();
-        if (sqlite3_stmt_readonly(handle) == 0) {
-            throw RuntimeError(SQLITE_ERROR, "A recordset can't be opened on a statement that writes.");
+        const auto ordered = TakeOrderClause(statement);
+        if (!ordered || IsDateColumn(ordered->name)) { // Shown dates don't sort; the stored ones do.
+            return ReadRows(statement);
         }
-        const Run run(handle);
-        ADODB::RowBlock rows(prepared.dateColumns.size());
-        int code = sqlite3_step(handle);
-        for (; code == SQLITE_ROW; code = sqlite3_step(handle)) {
-            for (std::size_t column = 0; column < prepared.dateColumns.size(); ++column) {
-                AddCell(rows, handle, static_cast<int>(column), prepared.dateColumns[column]);
-            }
-        }
-        if (code != SQLITE_DONE) {
-            ThrowError(Library(), code);
-        }
+        ADODB::RowBlock rows = ReadRows(ordered->unordered);
+        rows.Arrange(RowOrder(rows, ordered->column, ordered->descending));
         return rows;
     }
 
@@ -127,6 +119,13 @@ private:
         return m_library.get();
     }
 
+    bool IsDateColumn(std::string_view name) const {
+        return std::any_of(m_dateColumns.begin(), m_dateColumns.end(), [&](const std::string& column) {
+            return sqlite3_strnicmp(column.c_str(), name.data(), static_cast<int>(name.size())) == 0 &&
+                   column.size() == name.size();
+        });
+    }
+
     // The prepared form of a statement with its literals bound.
     PreparedStatement& Bind(std::string_view statement) {
         m_text.Scan(statement, m_dateColumns);
@@ -140,6 +139,26 @@ private:
             Check(m_library.get(), BindOne(handle, static_cast<int>(i) + 1, literals[i]));
         }
         return prepared;
+    }
+
+    ADODB::RowBlock ReadRows(std::string_view statement) {
+        PreparedStatement& prepared = Bind(statement);
+        sqlite3_stmt* const handle = prepared.handle.get();
+        if (sqlite3_stmt_readonly(handle) == 0) {
+            throw RuntimeError(SQLITE_ERROR, "A recordset can't be opened on a statement that writes.");
+        }
+        const Run run(handle);
+        ADODB::RowBlock rows(prepared.dateColumns.size());
+        int code = sqlite3_step(handle);
+        for (; code == SQLITE_ROW; code = sqlite3_step(handle)) {
+            for (std::size_t column = 0; column < prepared.dateColumns.size(); ++column) {
+                AddCell(rows, handle, static_cast<int>(column), prepared.dateColumns[column]);
+            }
+        }
+        if (code != SQLITE_DONE) {
+            ThrowError(Library(), code);
+        }
+        return rows;
     }
 
     // A statement that fails without its literals is prepared with them: the engine's message then shows the

@@ -5,6 +5,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/sqlite/DateColumns.h"
 #include "platform/sqlite/SqliteError.h"
+#include "platform/sqlite/UpdateGuard.h"
 
 namespace quavernet::sqlite {
 
@@ -40,7 +41,7 @@ PreparedStatement& StatementCache::Get(sqlite3* database, const std::string& sql
         m_single = Prepare(database, sql);
         return m_single;
     }
-    PreparedStatement prepared = Prepare(database, sql);
+    PreparedStatement prepared = Prepare(database, GuardUpdate(sql));
     if (m_statements.size() >= maximumCount) {
         m_statements.clear();
     }

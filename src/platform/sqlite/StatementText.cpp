@@ -1,6 +1,7 @@
 #include "platform/sqlite/StatementText.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 
 #include <sqlite3.h>
@@ -18,9 +19,18 @@ bool IsDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
+// Looked up for nearly every character of every statement.
+constexpr std::array<bool, 256> NameCharacters = [] {
+    std::array<bool, 256> result{};
+    for (std::size_t c = 0; c < result.size(); ++c) {
+        result[c] = (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
+                    c == '$' || c >= 0x80;
+    }
+    return result;
+}();
+
 bool IsNameCharacter(char c) {
-    return IsDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '$' ||
-           static_cast<unsigned char>(c) >= 0x80;
+    return NameCharacters[static_cast<unsigned char>(c)];
 }
 
 bool EqualsLower(std::string_view text, std::string_view lower) {

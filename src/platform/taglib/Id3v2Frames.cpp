@@ -85,6 +85,32 @@ FieldValue ValueOf(const TagLib::ID3v2::Frame* frame) {
     return value;
 }
 
+// Little-endian text behind its mark, up to a NUL; the planes above the first are left to the library.
+std::optional<std::string> PlainUtf16(ByteView contents) {
+    const bool marked =
+        contents.size() >= 4 && contents[0] == std::byte{0xFF} && contents[1] == std::byte{0xFE};
+    if (!marked || contents.size() % 2 != 0) {
+        return std::nullopt;
+    }
+    std::string text;
+    for (std::size_t at = 2; at < contents.size(); at += 2) {
+        const char32_t unit =
+            std::to_integer<char32_t>(contents[at]) | std::to_integer<char32_t>(contents[at + 1]) << 8;
+        if (unit == 0) {
+            break;
+        }
+        if ((unit >= 0xD800 && unit < 0xE000) || unit >= 0xFFFE) {
+            return std::nullopt;
+        }
+        if (unit < 0x80) {
+            text += static_cast<char>(unit);
+        } else {
+            text += EncodeUtf8(unit);
+        }
+    }
+    return text.empty() ? std::nullopt : std::optional(std::move(text));
+}
+
 bool IsLatin1(std::string_view text) {
     while (!text.empty()) {
         const char32_t c = CodePoint(text);
@@ -143,7 +169,40 @@ Bytes EncodeContents(unsigned major, Field field, const FieldValue& value) {
 
 } // namespace
 
+std::optional<std::string> DecodePlainText(const TagHeader& header, ByteView frame) {
+    const std::size_t headerSize = FrameHeaderSize(header.major);
+    const bool plainFrame = header.major == 2 || (frame.size() > headerSize && frame[8] == std::byte{0} &&
+                                                  frame[9] == std::byte{0});
+    const bool unsynchronised = header.major == 4 && header.HasFlag(TagHeader::Unsynchronisation);
+    if (frame.size() < headerSize + 2 || frame.size() > LargestFrame || !plainFrame || unsynchronised) {
+        return std::nullopt;
+    }
+    const auto encoding = std::to_integer<unsigned>(frame[headerSize]);
+    const ByteView contents = frame.subspan(headerSize + 1);
+    if (encoding == Utf16) {
+        return PlainUtf16(contents);
+    }
+    if (contents[0] == std::byte{0}) {
+        return std::nullopt; // An empty first value is passed over for the next one.
+    }
+    std::string_view text(reinterpret_cast<const char*>(contents.data()), contents.size());
+    text = text.substr(0, text.find('\0'));
+    if (encoding == Latin1) {
+        return FromWindows1252(text);
+    }
+    return encoding == Utf8 && IsValidUtf8(text) ? std::optional<std::string>(text) : std::nullopt;
+}
+
 FieldValue DecodeFrame(const TagHeader& header, Field field, ByteView frame) {
+    if (field != Field::Comment) {
+        if (auto text = DecodePlainText(header, frame)) {
+            return {std::move(*text), {}, {}};
+        }
+    }
+    return DecodeWithTagLib(header, field, frame);
+}
+
+FieldValue DecodeWithTagLib(const TagHeader& header, Field field, ByteView frame) {
     if (frame.size() <= FrameHeaderSize(header.major) || frame.size() > LargestFrame ||
         (IsCompressed(header.major, frame) && frame.size() > LargestCompressedFrame)) {
         return {};

@@ -4,6 +4,7 @@
 
 #include "platform/taglib/Id3v2Layout.h"
 
+#include <optional>
 #include <string>
 
 namespace quavernet::id3v2 {
@@ -20,6 +21,13 @@ struct FieldValue {
 /// Contents of a frame given with its header. Encoding 0 is taken as Windows-1252. Empty for a frame that
 /// can't be decoded, or one of more than a megabyte.
 FieldValue DecodeFrame(const TagHeader& header, Field field, ByteView frame);
+
+/// The text of a frame that needs no library: no flags, Windows-1252, UTF-8 or the simple part of UTF-16.
+/// Gives what DecodeFrame gives, or nothing for a frame with anything unusual in it.
+std::optional<std::string> DecodePlainText(const TagHeader& header, ByteView frame);
+
+/// DecodeFrame through TagLib, for every frame.
+FieldValue DecodeWithTagLib(const TagHeader& header, Field field, ByteView frame);
 
 /// A whole frame of that id for the tag's version: Latin-1 where that will do and UTF-16 otherwise, from
 /// version 2.4 on UTF-8.

@@ -22,7 +22,8 @@ constexpr std::size_t LargestUnsynchronised = std::size_t{1} << 25; // Such a bo
 constexpr std::uint64_t Padding = 1024;                             // In a tag that had to grow.
 constexpr std::size_t LargestText = LargestFrame / 4;               // Fits a frame in any encoding.
 
-using FieldTexts = std::array<std::string, FieldCount>;
+/// The first frame of each field, with its header; empty if there is none.
+using FieldFrames = std::array<Bytes, FieldCount>;
 
 // A tag's body in its file, read through a window: frames that nobody asks for (pictures) are passed over.
 class FileBody : public TagBody {
@@ -70,30 +71,67 @@ Bytes ReadBytes(const BinaryFile& file, std::uint64_t offset, std::size_t count)
     return bytes;
 }
 
-FieldTexts FieldsOf(const TagHeader& header, TagBody& body) {
-    FieldTexts texts;
-    std::array<bool, FieldCount> seen{};
+FieldFrames FramesOf(const TagHeader& header, TagBody& body) {
+    FieldFrames frames;
     for (const Frame& frame : ListFrames(header, body).frames) {
-        const auto field = static_cast<std::size_t>(frame.field);
-        if (frame.field != Field::None && !seen[field]) {
-            seen[field] = true;
+        if (frame.field == Field::None) {
+            continue;
+        }
+        if (Bytes& first = frames[static_cast<std::size_t>(frame.field)]; first.empty()) {
             const ByteView bytes = body.View(frame.offset, std::min(frame.size, LargestFrame + 1));
-            texts[field] = DecodeFrame(header, frame.field, bytes).text;
+            first.assign(bytes.begin(), bytes.end());
         }
     }
-    return texts;
+    return frames;
 }
 
-FieldTexts ReadFields(const BinaryFile& file, const TagHeader& header) {
+FieldFrames FramesOfUnsynchronised(const TagHeader& header, ByteView body) {
+    const Bytes plain = Resynchronise(body.first(std::min(body.size(), LargestUnsynchronised)));
+    MemoryBody plainBody(plain);
+    return FramesOf(header, plainBody);
+}
+
+FieldFrames ReadFrames(const BinaryFile& file, const TagHeader& header) {
     if (!IsUnsynchronised(header)) {
         FileBody body(file, BodySize(file, header));
-        return FieldsOf(header, body);
+        return FramesOf(header, body);
     }
     const std::size_t size = std::min(BodySize(file, header), LargestUnsynchronised);
-    const Bytes plain = Resynchronise(ReadBytes(file, HeaderSize, size));
-    MemoryBody body(plain);
-    return FieldsOf(header, body);
+    return FramesOfUnsynchronised(header, ReadBytes(file, HeaderSize, size));
 }
+
+FieldFrames ReadFrames(ByteView head, const TagHeader& header) {
+    const ByteView rawBody = head.subspan(HeaderSize, header.size);
+    if (IsUnsynchronised(header)) {
+        return FramesOfUnsynchronised(header, rawBody);
+    }
+    MemoryBody body(rawBody);
+    return FramesOf(header, body);
+}
+
+/// The texts of a tag's fields. A frame is decoded when its text is asked for: a scan asks for two of them.
+class TagFields {
+public:
+    TagFields() = default;
+    TagFields(const TagHeader& header, FieldFrames frames) : m_header(header), m_frames(std::move(frames)) {}
+
+    const std::string& Text(std::size_t field) {
+        if (!m_frames[field].empty()) {
+            m_texts[field] = DecodeFrame(m_header, static_cast<Field>(field), m_frames[field]).text;
+            m_frames[field].clear();
+        }
+        return m_texts[field];
+    }
+    void SetText(std::size_t field, const std::string& text) {
+        m_frames[field].clear();
+        m_texts[field] = text;
+    }
+
+private:
+    TagHeader m_header;
+    FieldFrames m_frames; ///< Empty: its text stands.
+    std::array<std::string, FieldCount> m_texts;
+};
 
 std::optional<Field> FieldOfIndex(int index) {
     switch (index) {
@@ -125,7 +163,7 @@ public:
     TagLibComponent() { UseWindows1252(); }
 
     void LoadFile(const std::string& path) override {
-        m_fields = FieldTexts();
+        m_fields = TagFields();
         m_hasTag = false;
         if (path.empty()) {
             return; // Asked for every file without a tag: an exception would cost more than its inspection.
@@ -134,23 +172,33 @@ public:
             const BinaryFile file(path, BinaryFile::Access::Read);
             if (const auto header = HeaderOf(file)) {
                 m_hasTag = true;
-                m_fields = ReadFields(file, *header);
+                m_fields = TagFields(*header, ReadFrames(file, *header));
             }
         } catch (const RuntimeError&) {
             return; // A file that can't be read is one without a tag.
         }
     }
 
+    void LoadHead(const std::string& path, std::span<const std::byte> head) override {
+        const auto header = head.size() >= HeaderSize ? ParseTagHeader(head.first(HeaderSize)) : std::nullopt;
+        if (!header || header->TotalSize() > head.size()) {
+            LoadFile(path);
+            return;
+        }
+        m_hasTag = true;
+        m_fields = TagFields(*header, ReadFrames(head, *header));
+    }
+
     bool HasV2Tag() const override { return m_hasTag; }
 
     std::string TagField(int index) const override {
         const auto field = FieldOfIndex(index);
-        return field ? m_fields[static_cast<std::size_t>(*field)] : std::string();
+        return field ? m_fields.Text(static_cast<std::size_t>(*field)) : std::string();
     }
 
     void SetTagField(int index, const std::string& text) override {
         if (const auto field = FieldOfIndex(index)) {
-            m_fields[static_cast<std::size_t>(*field)] = text;
+            m_fields.SetText(static_cast<std::size_t>(*field), text);
         }
     }
 
@@ -171,7 +219,8 @@ private:
         if (space > file.Size() || (header.major == 2 && header.HasFlag(TagHeader::Compression))) {
             Refuse("Damaged ID3v2 tag", path);
         }
-        const FieldChanges changes = Changes(found ? ReadFields(file, header) : FieldTexts());
+        const FieldChanges changes =
+            Changes(found ? TagFields(header, ReadFrames(file, header)) : TagFields());
         if (std::none_of(changes.begin(), changes.end(),
                          [](const auto& change) { return change.has_value(); })) {
             return;
@@ -195,17 +244,17 @@ private:
     }
 
     // A field whose text is the one in the file keeps its frame as it is.
-    FieldChanges Changes(const FieldTexts& old) const {
+    FieldChanges Changes(TagFields old) const {
         FieldChanges changes;
         for (std::size_t i = 0; i < FieldCount; ++i) {
-            if (m_fields[i] != old[i]) {
-                changes[i] = m_fields[i];
+            if (m_fields.Text(i) != old.Text(i)) {
+                changes[i] = m_fields.Text(i);
             }
         }
         return changes;
     }
 
-    FieldTexts m_fields;
+    mutable TagFields m_fields; // Texts are made when they are asked for.
     bool m_hasTag = false;
 };
 

@@ -1,0 +1,172 @@
+#include "mainwindow/TreePane.h"
+
+#include "app/LoadResString.h"
+#include "app/MainModule.h"
+#include "mainwindow/KeyCodes.h"
+#include "mainwindow/MainMenu.h"
+#include "mainwindow/Pictures.h"
+#include "tree/LoadTree.h"
+
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <QSignalBlocker>
+
+namespace quavernet {
+
+namespace {
+
+constexpr int IndexRole =
+    Qt::UserRole; ///< The node's Index; a key need not survive as a text of the toolkit.
+
+/// The picture at rest, and the one of the selected node where there is one.
+QIcon IconOf(const TreeNode& node) {
+    QIcon icon = Picture(node.Image);
+    if (*node.SelectedImage != '\0') {
+        icon.addFile(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(node.SelectedImage)), QSize(),
+                     QIcon::Selected);
+    }
+    return icon;
+}
+
+} // namespace
+
+TreePane::TreePane(QTreeWidget& tree, MainMenu& menu, PlayerWindow& player)
+    : QObject(&tree), m_tree(tree), m_menu(menu), m_player(player) {
+    tree.setHeaderHidden(true);
+    tree.setUniformRowHeights(true);
+    tree.setContextMenuPolicy(Qt::CustomContextMenu);
+    // A long name gets a scroll bar instead of dots.
+    tree.header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    tree.header()->setStretchLastSection(false);
+    tree.installEventFilter(this);
+    tree.viewport()->installEventFilter(this);
+    connect(&tree, &QTreeWidget::itemExpanded, this,
+            [this](QTreeWidgetItem* item) { TreeExpand(m_model, KeyOf(item)); });
+    connect(&tree, &QTreeWidget::itemCollapsed, this,
+            [this](QTreeWidgetItem* item) { TreeCollapse(m_model, KeyOf(item)); });
+    connect(&tree, &QTreeWidget::itemSelectionChanged, this, &TreePane::NodeClick);
+    connect(&tree, &QTreeWidget::itemClicked, this, &TreePane::NodeClick);
+    connect(&tree, &QWidget::customContextMenuRequested, this, &TreePane::ContextMenu);
+}
+
+std::string TreePane::KeyOf(const QTreeWidgetItem* item) const {
+    return item == nullptr
+               ? std::string()
+               : m_model.Nodes()[static_cast<std::size_t>(item->data(0, IndexRole).toULongLong()) - 1].Key;
+}
+
+void TreePane::LoadTree() {
+    quavernet::LoadTree(m_model);
+    Show();
+}
+
+void TreePane::LoadStrings() {
+    if (!mainModule.TreeLoaded || !m_model.Contains(RootKey)) {
+        return;
+    }
+    TreeNode& root = m_model.Node(RootKey);
+    root.Text = LoadResString(591);
+    m_items.at(root.Key)->setText(0, ToQString(root.Text));
+}
+
+// Painting is off around the rebuild, and the nodes that it expands are not the user's doing.
+void TreePane::Show() {
+    const QSignalBlocker silent(m_tree);
+    m_tree.setUpdatesEnabled(false);
+    m_tree.clear();
+    m_items.clear();
+    for (const TreeNode& node : m_model.Nodes()) {
+        if (node.Parent == nullptr) {
+            auto* item = new QTreeWidgetItem(&m_tree);
+            ShowNode(*item, node);
+            ShowChildren(*item, node);
+        }
+    }
+    ShowColors();
+    for (const TreeNode& node : m_model.Nodes()) {
+        if (node.Expanded) {
+            m_items.at(node.Key)->setExpanded(true);
+        }
+    }
+    m_tree.setUpdatesEnabled(true);
+}
+
+void TreePane::ShowChildren(QTreeWidgetItem& parent, const TreeNode& node) {
+    for (const TreeNode* child : node.Children) {
+        auto* item = new QTreeWidgetItem(&parent);
+        ShowNode(*item, *child);
+        ShowChildren(*item, *child);
+    }
+}
+
+void TreePane::ShowNode(QTreeWidgetItem& item, const TreeNode& node) {
+    item.setText(0, ToQString(node.Text));
+    item.setData(0, IndexRole, static_cast<qulonglong>(node.Index));
+    item.setIcon(0, IconOf(node));
+    QFont font = m_tree.font();
+    font.setBold(node.Bold);
+    item.setFont(0, font);
+    m_items.emplace(node.Key, &item);
+}
+
+void TreePane::ShowColors() {
+    for (const TreeNode& node : m_model.Nodes()) {
+        if (node.ForeColor != TreeNode::TextColor) {
+            m_items.at(node.Key)->setForeground(0, ColorOn(m_tree.palette(), node.ForeColor));
+        }
+    }
+}
+
+void TreePane::NodeClick() {
+    const QList<QTreeWidgetItem*> selected = m_tree.selectedItems();
+    if (!selected.isEmpty()) {
+        TreeNodeClick(m_model, KeyOf(selected.constFirst()));
+    }
+}
+
+void TreePane::ContextMenu(const QPoint& position) {
+    QTreeWidgetItem* item = m_tree.itemAt(position);
+    const auto items = TreeRightPress(m_model, KeyOf(item));
+    if (!items) {
+        return;
+    }
+    m_tree.setCurrentItem(item);
+    if (ShowMenuItems(*items)) {
+        m_menu.Popup("mnuTree")->popup(m_tree.viewport()->mapToGlobal(position));
+    }
+}
+
+// False if the menu has no item to show.
+bool TreePane::ShowMenuItems(const std::vector<TreeMenuItem>& items) {
+    for (const TreeMenuItem& entry : items) {
+        if (QAction* item = m_menu.Item(entry.Name)) {
+            item->setVisible(entry.Visible);
+            item->setEnabled(entry.Visible);
+        }
+    }
+    const QMenu* menu = m_menu.Popup("mnuTree");
+    return menu != nullptr && !menu->isEmpty();
+}
+
+void TreePane::KeyDown(const QKeyEvent& event) {
+    if (TreeKeyDown(m_model, KeyCode(event)) != TreeKeyAction::Delete) {
+        return; // The form as a whole answers F1.
+    }
+    if (QAction* item = m_menu.Item("mnuDelete")) {
+        Skip([item] { item->trigger(); });
+    }
+}
+
+bool TreePane::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == &m_tree && event->type() == QEvent::KeyPress) {
+        KeyDown(*static_cast<QKeyEvent*>(event));
+    } else if (watched == &m_tree && event->type() == QEvent::PaletteChange) {
+        ShowColors();
+    } else if (watched == m_tree.viewport() && event->type() == QEvent::MouseButtonDblClick &&
+               static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
+        TreeDblClick(m_model, m_player);
+    }
+    return false;
+}
+
+} // namespace quavernet

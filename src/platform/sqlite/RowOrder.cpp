@@ -1,0 +1,299 @@
+#include "platform/sqlite/RowOrder.h"
+
+#include "platform/sqlite/Collation.h"
+#include "platform/sqlite/LetterTables.h"
+
+#include <algorithm>
+#include <bit>
+#include <functional>
+#include <numeric>
+
+namespace quavernet::sqlite {
+
+namespace {
+
+using Field = ADODB::Field;
+
+bool EqualsLower(std::string_view text, std::string_view lower) {
+    return text.size() == lower.size() &&
+           std::equal(text.begin(), text.end(), lower.begin(), [](char a, char b) {
+               return (a >= 'A' && a <= 'Z' ? static_cast<char>(a + 32) : a) == b;
+           });
+}
+
+std::size_t FindLower(std::string_view text, std::string_view lower) {
+    for (std::size_t at = 0; at + lower.size() <= text.size(); ++at) {
+        if (EqualsLower(text.substr(at, lower.size()), lower)) {
+            return at;
+        }
+    }
+    return std::string_view::npos;
+}
+
+bool IsQualifiedName(std::string_view text) {
+    return std::count(text.begin(), text.end(), '.') == 1 &&
+           std::all_of(text.begin(), text.end(), [](char c) {
+               return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+                      c == '_' || c == '.';
+           });
+}
+
+// Words that give the rows behind "from" another meaning than a plain join's.
+bool IsPlainJoin(std::string_view statement) {
+    return FindLower(statement, " group by ") == std::string_view::npos &&
+           FindLower(statement, " union ") == std::string_view::npos &&
+           FindLower(statement, " limit ") == std::string_view::npos;
+}
+
+std::optional<std::size_t> PlaceInList(std::string_view list, std::string_view name) {
+    std::optional<std::size_t> place;
+    for (std::size_t column = 0; !list.empty(); ++column) {
+        const std::size_t comma = std::min(list.find(", "), list.size());
+        const std::string_view item = list.substr(0, comma);
+        if (!IsQualifiedName(item)) {
+            return std::nullopt;
+        }
+        if (item == name && !place) {
+            place = column;
+        }
+        list.remove_prefix(std::min(comma + 2, list.size()));
+    }
+    return place;
+}
+
+std::uint64_t HashOf(const Field& value) {
+    switch (value.GetKind()) {
+    case Field::Kind::Text:
+        return std::hash<std::string_view>()(value.View());
+    case Field::Kind::Null:
+        return 0;
+    default:
+        return std::bit_cast<std::uint64_t>(value.Number()) * 0x9E3779B97F4A7C15u;
+    }
+}
+
+// The very same value; a number in both of its forms counts as two here and as a tie in the order.
+bool IsSame(const Field& left, const Field& right) {
+    if (left.GetKind() != right.GetKind()) {
+        return false;
+    }
+    switch (left.GetKind()) {
+    case Field::Kind::Text:
+        return left.View() == right.View();
+    case Field::Kind::Integer:
+        return left.Integer() == right.Integer();
+    case Field::Kind::Real:
+        return left.Number() == right.Number();
+    case Field::Kind::Null:
+        break;
+    }
+    return true;
+}
+
+/// Each different value of a column once, and for each row which one it holds. A value is kept as the first
+/// row that holds it: a million titles would take ten times the space as fields.
+struct DistinctValues {
+    std::vector<std::uint32_t> firstRows;
+    std::vector<std::uint32_t> valueOfRow;
+
+    DistinctValues(const ADODB::RowBlock& rows, std::size_t column) {
+        constexpr std::uint32_t Free = ~std::uint32_t{0};
+        const std::size_t slots = std::bit_ceil(rows.Rows() * 2 + 1);
+        std::vector<std::uint32_t> table(slots, Free);
+        std::vector<std::uint32_t> hashes;
+        valueOfRow.reserve(rows.Rows());
+        for (std::size_t row = 0; row < rows.Rows(); ++row) {
+            const Field value = rows.At(row, column);
+            const std::uint64_t hash = HashOf(value);
+            const auto shortHash = static_cast<std::uint32_t>(hash >> 32);
+            std::size_t slot = (hash ^ (hash >> 29)) & (slots - 1);
+            while (table[slot] != Free && !(hashes[table[slot]] == shortHash &&
+                                            IsSame(rows.At(firstRows[table[slot]], column), value))) {
+                slot = (slot + 1) & (slots - 1);
+            }
+            if (table[slot] == Free) {
+                table[slot] = static_cast<std::uint32_t>(firstRows.size());
+                firstRows.push_back(static_cast<std::uint32_t>(row));
+                hashes.push_back(shortHash);
+            }
+            valueOfRow.push_back(table[slot]);
+        }
+    }
+};
+
+int ClassOf(const Field& value) {
+    return value.IsNull() ? 0 : value.GetKind() == Field::Kind::Text ? 2 : 1;
+}
+
+int CompareNumbers(const Field& left, const Field& right) {
+    if (left.GetKind() == Field::Kind::Integer && right.GetKind() == Field::Kind::Integer) {
+        return left.Integer() < right.Integer() ? -1 : left.Integer() > right.Integer() ? 1 : 0;
+    }
+    // Holds every whole number of 64 bits exactly, which a double does not.
+    const auto exact = [](const Field& number) {
+        return number.GetKind() == Field::Kind::Integer ? static_cast<long double>(number.Integer())
+                                                        : static_cast<long double>(number.Number());
+    };
+    return exact(left) < exact(right) ? -1 : exact(left) > exact(right) ? 1 : 0;
+}
+
+int CompareValues(const Field& left, const Field& right) {
+    const int classOfLeft = ClassOf(left);
+    if (const int difference = classOfLeft - ClassOf(right); difference != 0) {
+        return difference;
+    }
+    return classOfLeft == 0   ? 0
+           : classOfLeft == 1 ? CompareNumbers(left, right)
+                              : CompareTexts(left.View(), right.View());
+}
+
+// The beginning of a text as one number that sorts as the text does: where two of them differ, so does the
+// order; where they are alike, the texts decide. A byte for each character; the characters behind the first
+// one that shares its byte with others say nothing and are left out.
+class TextStarts {
+public:
+    TextStarts() {
+        constexpr std::uint8_t FirstByte =
+            1; // 0 stands behind the end: a text comes before its longer forms.
+        std::vector<char32_t> characters(128);
+        std::iota(characters.begin(), characters.end(), U'\0');
+        std::sort(characters.begin(), characters.end(),
+                  [](char32_t a, char32_t b) { return PrimaryWeight(a) < PrimaryWeight(b); });
+        std::uint8_t byte = FirstByte;
+        bool beforeDigits = true;
+        for (std::size_t i = 0; i < characters.size(); ++i) {
+            const char32_t c = characters[i];
+            if (beforeDigits && PrimaryWeight(c) >= PrimaryWeight(U'0')) {
+                m_punctuation = ++byte;
+                ++byte;
+                beforeDigits = false;
+            } else if (i > 0 && PrimaryWeight(c) != PrimaryWeight(characters[i - 1])) {
+                ++byte;
+            }
+            m_bytes[c] = byte;
+        }
+        m_other = static_cast<std::uint8_t>(byte + 1);
+    }
+
+    std::uint64_t Of(std::string_view text) const {
+        std::uint64_t start = 0;
+        int shift = 56;
+        for (std::size_t at = 0; at < text.size() && shift >= 0; shift -= 8) {
+            const auto lead = static_cast<unsigned char>(text[at]);
+            std::uint8_t byte = 0;
+            bool shared = false;
+            if (lead < 0x80) {
+                byte = m_bytes[lead];
+                ++at;
+            } else {
+                byte = ByteOf(NextCodePoint(text, at), shared);
+            }
+            start |= std::uint64_t{byte} << shift;
+            if (shared) {
+                break;
+            }
+        }
+        return start;
+    }
+
+private:
+    std::uint8_t ByteOf(char32_t c, bool& shared) const {
+        const std::uint32_t weight = PrimaryWeight(c);
+        if (weight >= PrimaryWeight(U'a') && weight <= PrimaryWeight(U'z')) {
+            return m_bytes[U'a' + (weight - PrimaryWeight(U'a'))];
+        }
+        shared = true;
+        return weight < PrimaryWeight(U'0') ? m_punctuation : m_other;
+    }
+
+    std::uint8_t m_bytes[128] = {};
+    std::uint8_t m_punctuation = 0; ///< Every sign outside of ASCII.
+    std::uint8_t m_other = 0;       ///< Every letter that has no Latin base.
+};
+
+/// For each value its place in the order; equal values share one.
+std::vector<std::uint32_t> RanksOf(const ADODB::RowBlock& rows, std::size_t column,
+                                   const std::vector<std::uint32_t>& firstRows) {
+    struct Entry {
+        std::uint64_t start; ///< Of a text.
+        std::uint32_t value;
+    };
+    static const TextStarts starts;
+    const auto field = [&](const Entry& entry) { return rows.At(firstRows[entry.value], column); };
+    std::vector<Entry> entries;
+    entries.reserve(firstRows.size());
+    for (std::uint32_t value = 0; value < firstRows.size(); ++value) {
+        // Nulls and numbers stand before all texts; among themselves they are compared as they are.
+        const Field first = rows.At(firstRows[value], column);
+        entries.push_back({first.GetKind() == Field::Kind::Text ? starts.Of(first.View()) : 0, value});
+    }
+    std::sort(entries.begin(), entries.end(), [&](const Entry& left, const Entry& right) {
+        return left.start != right.start ? left.start < right.start
+                                         : CompareValues(field(left), field(right)) < 0;
+    });
+    std::vector<std::uint32_t> ranks(entries.size());
+    std::uint32_t rank = 0;
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        if (i > 0 && (entries[i - 1].start != entries[i].start ||
+                      CompareValues(field(entries[i - 1]), field(entries[i])) != 0)) {
+            ++rank;
+        }
+        ranks[entries[i].value] = rank;
+    }
+    return ranks;
+}
+
+} // namespace
+
+std::optional<OrderedStatement> TakeOrderClause(std::string_view statement) {
+    constexpr std::string_view Select = "select ", From = " from ", OrderBy = " order by ";
+    const std::size_t blank = statement.rfind(' ');
+    if (blank == std::string_view::npos || !EqualsLower(statement.substr(0, Select.size()), Select)) {
+        return std::nullopt;
+    }
+    OrderedStatement result;
+    const std::string_view direction = statement.substr(blank + 1);
+    result.descending = EqualsLower(direction, "desc");
+    if (!result.descending && !EqualsLower(direction, "asc")) {
+        return std::nullopt;
+    }
+    const std::string_view rest = statement.substr(0, blank);
+    const std::string_view name = rest.substr(rest.rfind(' ') + 1);
+    const std::string_view before = rest.substr(0, rest.size() - name.size());
+    const std::size_t from = FindLower(before, From);
+    if (!IsQualifiedName(name) || before.size() < OrderBy.size() || from == std::string_view::npos ||
+        !EqualsLower(before.substr(before.size() - OrderBy.size()), OrderBy)) {
+        return std::nullopt;
+    }
+    result.unordered = before.substr(0, before.size() - OrderBy.size());
+    const auto place = PlaceInList(before.substr(Select.size(), from - Select.size()), name);
+    if (!place || !IsPlainJoin(result.unordered)) {
+        return std::nullopt;
+    }
+    result.name = name.substr(name.find('.') + 1);
+    result.column = *place;
+    return result;
+}
+
+std::vector<std::uint32_t> RowOrder(const ADODB::RowBlock& rows, std::size_t column, bool descending) {
+    const DistinctValues distinct(rows, column);
+    const std::vector<std::uint32_t> ranks = RanksOf(rows, column, distinct.firstRows);
+    const auto lastRank = static_cast<std::uint32_t>(ranks.size()) - 1;
+    const auto placeOf = [&](std::size_t row) {
+        const std::uint32_t rank = ranks[distinct.valueOfRow[row]];
+        return descending ? lastRank - rank : rank;
+    };
+    // Where the rows of each rank begin, by counting them; going through the rows keeps the order of ties.
+    std::vector<std::uint32_t> next(ranks.size() + 1);
+    for (std::size_t row = 0; row < rows.Rows(); ++row) {
+        ++next[placeOf(row) + 1];
+    }
+    std::partial_sum(next.begin(), next.end(), next.begin());
+    std::vector<std::uint32_t> order(rows.Rows());
+    for (std::size_t row = 0; row < rows.Rows(); ++row) {
+        order[next[placeOf(row)]++] = static_cast<std::uint32_t>(row);
+    }
+    return order;
+}
+
+} // namespace quavernet::sqlite

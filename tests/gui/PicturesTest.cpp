@@ -1,0 +1,112 @@
+#include "gui/GuiTest.h"
+
+#include "mainwindow/PictureButton.h"
+#include "mainwindow/Pictures.h"
+
+#include <QPainter>
+
+#include <cmath>
+
+namespace quavernet::test {
+
+namespace {
+
+constexpr auto Keys = std::to_array<const char*>(
+    {"ArrowDown",      "ArrowUp", "Play",  "PlayGreen", "PlayGreenDown", "PlayR", "PlayRGreen",
+     "PlayRGreenDown", "cancel",  "close", "date",      "drag",          "file",  "konvert",
+     "open",           "parent",  "plist", "print",     "scan",          "top"});
+
+double Luminance(const QColor& color) {
+    const auto part = [](double value) {
+        return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * part(color.redF()) + 0.7152 * part(color.greenF()) + 0.0722 * part(color.blueF());
+}
+
+double Contrast(const QColor& a, const QColor& b) {
+    const double light = std::max(Luminance(a), Luminance(b));
+    const double dark = std::min(Luminance(a), Luminance(b));
+    return (light + 0.05) / (dark + 0.05);
+}
+
+/// The best contrast that any pixel of the picture has with the ground.
+double BestContrast(const char* key, const QColor& ground) {
+    QImage image(48, 48, QImage::Format_ARGB32);
+    image.fill(ground);
+    QPainter painter(&image);
+    Picture(key).paint(&painter, image.rect());
+    painter.end();
+    double best = 1;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            best = std::max(best, Contrast(image.pixelColor(x, y), ground));
+        }
+    }
+    return best;
+}
+
+class PicturesTest : public GuiTest {};
+
+} // namespace
+
+TEST_F(PicturesTest, EveryPictureIsDrawnAtTheScaleOfTheScreen) {
+    for (const char* key : Keys) {
+        const QImage plain = Picture(key).pixmap(QSize(16, 16), 1.0).toImage();
+        ASSERT_EQ(plain.size(), QSize(16, 16)) << key;
+        for (const double scale : {1.5, 2.0}) {
+            const QImage sharp = Picture(key).pixmap(QSize(16, 16), scale).toImage();
+            const QSize size(static_cast<int>(16 * scale), static_cast<int>(16 * scale));
+            ASSERT_EQ(sharp.size(), size) << key;
+            QImage blown = plain.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+            blown.setDevicePixelRatio(scale);
+            EXPECT_NE(sharp.convertToFormat(QImage::Format_ARGB32),
+                      blown.convertToFormat(QImage::Format_ARGB32))
+                << key << " is blown up, not drawn";
+        }
+    }
+}
+
+TEST_F(PicturesTest, EveryPictureIsSeenOnALightAndOnADarkWindow) {
+    for (const char* key : Keys) {
+        EXPECT_GE(BestContrast(key, QColor(0xEF, 0xEF, 0xEF)), 3.0) << key;
+        EXPECT_GE(BestContrast(key, QColor(0x2D, 0x2D, 0x30)), 3.0) << key;
+    }
+}
+
+TEST_F(PicturesTest, APictureButtonHasThreeLooks) {
+    QWidget window;
+    window.resize(100, 100);
+    PictureButton button(QStringLiteral("cmdPlay"), "Play", &window);
+    button.setGeometry(10, 10, 20, 20);
+    int clicks = 0;
+    int entered = 0;
+    QObject::connect(&button, &QAbstractButton::clicked, [&clicks] { ++clicks; });
+    QObject::connect(&button, &PictureButton::Entered, [&entered] { ++entered; });
+    window.show();
+    EXPECT_EQ(button.PictureKey(), "Play");
+    QMouseEvent over(QEvent::MouseMove, QPointF(5, 5), QPointF(button.mapToGlobal(QPoint(5, 5))),
+                     Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&button, &over);
+    EXPECT_EQ(button.PictureKey(), "PlayGreen");
+    EXPECT_EQ(entered, 1);
+    QTest::mousePress(&button, Qt::LeftButton);
+    EXPECT_EQ(button.PictureKey(), "PlayGreenDown");
+    QTest::mouseRelease(&button, Qt::LeftButton);
+    EXPECT_EQ(button.PictureKey(), "PlayGreen");
+    EXPECT_EQ(clicks, 1);
+    button.SetAtRest();
+    EXPECT_EQ(button.PictureKey(), "Play");
+    QTest::keyClick(&button, Qt::Key_Space);
+    EXPECT_EQ(clicks, 2);
+    button.setEnabled(false);
+    QTest::mouseClick(&button, Qt::LeftButton);
+    EXPECT_EQ(clicks, 2);
+}
+
+TEST_F(PicturesTest, ThePlayButtonsStayHiddenUntilThereIsAPlayer) {
+    Start();
+    EXPECT_FALSE(Control<PictureButton>("cmdPlay").isVisible());
+    EXPECT_FALSE(Control<PictureButton>("cmdRandomize").isVisible());
+}
+
+} // namespace quavernet::test
