@@ -15,13 +15,23 @@ namespace quavernet {
 
 namespace {
 
-constexpr int ContentsWidth = 260;
-constexpr int PageWidth = 720;
+constexpr int ContentsWidth = 290;
+constexpr int PageWidth = 690;
 constexpr int PlaceRole = Qt::UserRole;
 
 void SetTip(QWidget* control, std::int32_t text) {
     control->setToolTip(ToQString(LoadResString(text)));
     control->setAccessibleName(control->toolTip());
+}
+
+/// Hints in empty fields, half as strong as text: some dark desktops leave them black. The form's colours are
+/// those that the field is about to take over.
+void ShadeHint(const QWidget& form, QLineEdit* field) {
+    QPalette palette = field->palette();
+    QColor hint = form.palette().color(QPalette::Text);
+    hint.setAlpha(128);
+    palette.setColor(QPalette::PlaceholderText, hint);
+    field->setPalette(palette);
 }
 
 } // namespace
@@ -37,6 +47,8 @@ frmHelp::frmHelp() : m_ui(std::make_unique<Ui::frmHelp>()) {
     m_ui->lstResults->hide();
     m_ui->cmdBack->setEnabled(false);
     m_ui->cmdForward->setEnabled(false);
+    ShadeHint(*this, m_ui->txtFind);
+    ShadeHint(*this, m_ui->txtSearchAll);
     Wire();
 }
 
@@ -210,6 +222,9 @@ void frmHelp::changeEvent(QEvent* event) {
     // The program may have taken on another language behind the open window.
     if (event->type() == QEvent::LanguageChange || event->type() == QEvent::ActivationChange) {
         FollowLanguage();
+    } else if (event->type() == QEvent::PaletteChange) {
+        ShadeHint(*this, m_ui->txtFind);
+        ShadeHint(*this, m_ui->txtSearchAll);
     }
 }
 

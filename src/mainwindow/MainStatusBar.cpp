@@ -82,12 +82,17 @@ void MainStatusBar::ShowProgress() {
 std::array<QRect, 6> MainStatusBar::PanelRects() const {
     // The counters get room for what a large library needs, the first panel takes the rest.
     const QFontMetrics metrics(font());
-    const auto room = [&](const char* sample) {
-        return metrics.horizontalAdvance(QLatin1String(sample)) + 2 * PaddingPx;
+    const auto room = [&](std::initializer_list<const char*> samples) {
+        int widest = 0;
+        for (const char* sample : samples) {
+            widest = std::max(widest, metrics.horizontalAdvance(QLatin1String(sample)));
+        }
+        return widest + 2 * PaddingPx;
     };
-    const std::array<int, 5> widths{room("100000 Dateien / (999.999,99 MB)"), room("100000 Interpreten"),
-                                    room("100000 Tracks"), room("100000 Albums"),
-                                    ToPixels(ProgressPanelTwips)};
+    // A running scan has its times in the same panels.
+    const std::array<int, 5> widths{
+        room({"100000 Dateien / (999.999,99 MB)"}), room({"100000 Interpreten", "verbl.: 00:00:00"}),
+        room({"100000 Tracks", "Time: 00:00:00"}), room({"100000 Albums"}), ToPixels(ProgressPanelTwips)};
     std::array<QRect, 6> rects;
     int right = width();
     for (std::size_t i = 5; i >= 1; --i) {

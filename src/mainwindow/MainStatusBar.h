@@ -31,13 +31,15 @@ public:
     float Progress() const { return m_progress; }
     QProgressBar& ProgressBar() { return *m_bar; }
 
+    /// Where the panels stand, in their order.
+    std::array<QRect, 6> PanelRects() const;
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     bool event(QEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
-    std::array<QRect, 6> PanelRects() const;
     void ShowProgress();
 
     std::array<std::string, 6> m_texts;

@@ -39,10 +39,15 @@ std::vector<std::string> WantedPaths(const ScanRun& run, std::size_t first, std:
     return paths;
 }
 
-void Drop(ScanRun& run, const std::string& path, const std::string& reason) {
+void Drop(ScanRun& run, const std::string& path, const std::string& reason,
+          SkippedEntry::Kind kind = SkippedEntry::Kind::Unreadable) {
     if (mainModule.ScanLogEnabled) {
-        run.log.AddSkipped({{path, reason}});
+        run.log.AddSkipped({{path, reason, kind}});
     }
+}
+
+SkippedEntry::Kind MissingOrUnreadable(const std::string& path) {
+    return services.fileSystem->FileExists(path) ? SkippedEntry::Kind::NoAccess : SkippedEntry::Kind::Missing;
 }
 
 void StoreOrDrop(ScanRun& run, const OggFileInfo& file) {
@@ -79,7 +84,7 @@ void ReadBatch(ScanRun& run, const std::vector<std::string>& paths) {
     for (const std::string& path : paths) {
         const auto isOf = [&](const OggFileInfo& file) { return file.path == path; };
         if (std::none_of(files.begin(), files.end(), isOf)) {
-            Drop(run, path, "File not found");
+            Drop(run, path, {}, MissingOrUnreadable(path));
         }
     }
 }

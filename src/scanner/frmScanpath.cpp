@@ -6,6 +6,8 @@
 #include "scanner/ScanPathSettings.h"
 #include "ui_frmScanpath.h"
 
+#include <QLayout>
+
 namespace quavernet {
 
 frmScanpath::frmScanpath(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui::frmScanpath>()) {
@@ -14,6 +16,8 @@ frmScanpath::frmScanpath(QWidget* owner) : QDialog(owner), m_ui(std::make_unique
     const ScanPathSettings settings = LoadScanPathSettings();
     m_ui->chkScanPath->setChecked(settings.ScanpathValue);
     ShowPath(settings.Scanpath);
+    // The wrapped text is as high as its lines at this width, and no higher.
+    resize(minimumWidth(), layout()->totalHeightForWidth(minimumWidth()));
     m_ui->chkScanPath->setFocus();
     connect(m_ui->cmdBrowse, &QPushButton::clicked, this, &frmScanpath::cmdBrowse_Click);
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmScanpath::cmdOK_Click);

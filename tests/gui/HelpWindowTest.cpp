@@ -239,6 +239,38 @@ TEST_F(HelpWindowTest, AnUnreadableLanguageLeavesTheOpenPage) {
     EXPECT_NE(PageText().find("Willkommen bei Quavernet"), std::string::npos);
 }
 
+TEST_F(HelpWindowTest, TheFieldsHintsFollowTheTextOfADarkDesktop) {
+    Open("");
+    const QPalette before = QApplication::palette();
+    QPalette dark;
+    dark.setColor(QPalette::Base, QColor(27, 30, 32));
+    dark.setColor(QPalette::Text, QColor(252, 252, 252));
+    dark.setColor(QPalette::PlaceholderText, Qt::black);
+    for (const QPalette& palette : {dark, before}) {
+        QApplication::setPalette(palette);
+        QCoreApplication::processEvents();
+        for (const char* name : {"txtFind", "txtSearchAll"}) {
+            const QPalette shown = Control<QLineEdit>(name).palette();
+            EXPECT_EQ(shown.color(QPalette::PlaceholderText).rgb(), shown.color(QPalette::Text).rgb())
+                << name;
+            EXPECT_EQ(shown.color(QPalette::PlaceholderText).alpha(), 128) << name;
+        }
+    }
+}
+
+TEST_F(HelpWindowTest, NoEntryOfTheContentsIsCut) {
+    for (const char* language : {"GER", "ENG"}) {
+        SetLanguage(language);
+        Open("");
+        auto& contents = Control<QTreeWidget>("treContents");
+        for (QTreeWidgetItemIterator item(&contents); *item != nullptr; ++item) {
+            const QRect place = contents.visualItemRect(*item);
+            const int text = contents.fontMetrics().horizontalAdvance((*item)->text(0));
+            EXPECT_LE(text + 8, place.width()) << FromQString((*item)->text(0));
+        }
+    }
+}
+
 TEST_F(HelpWindowTest, TheHelpWorksWhileAModalFormIsOpen) {
     Open("HTML\\start.html");
     QDialog modal;

@@ -77,6 +77,27 @@ TEST_F(LanguageTest, AnUnknownLanguageIsUnreadableButRuns) {
     EXPECT_FALSE(Action("mnuViewLanguageGER").isChecked());
 }
 
+TEST_F(LanguageTest, NoCounterAndNoTimeOfAScanIsCutInEitherLanguage) {
+    Start();
+    MainStatusBar& status = Form().Panes().Status();
+    const auto expectRoom = [&](Panel panel, const std::string& text) {
+        // The panel's own margins take nine pixels.
+        EXPECT_LE(status.fontMetrics().horizontalAdvance(ToQString(text)) + 9,
+                  status.PanelRects()[static_cast<std::size_t>(panel)].width())
+            << text;
+    };
+    for (const char* language : {"mnuViewLanguageGER", "mnuViewLanguageENG"}) {
+        Action(language).trigger();
+        expectRoom(Panel::Filecount, "99999" + LoadResString(584) + "99.999,99 MB)");
+        expectRoom(Panel::Filecount, "100" + LoadResString(344));
+        expectRoom(Panel::Interprets, "99999" + LoadResString(586));
+        expectRoom(Panel::Interprets, LoadResString(345) + "00:00:00");
+        expectRoom(Panel::Titles, "99999" + LoadResString(588));
+        expectRoom(Panel::Titles, LoadResString(346) + "00:00:00");
+        expectRoom(Panel::Albums, "99999" + LoadResString(589));
+    }
+}
+
 TEST_F(LanguageTest, NoTextOfTheFilterRowIsCutInEitherLanguage) {
     Start();
     for (const char* language : {"mnuViewLanguageGER", "mnuViewLanguageENG"}) {

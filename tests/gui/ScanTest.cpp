@@ -2,6 +2,8 @@
 
 #include <fstream>
 
+#include "support/TestLibrary.h"
+
 #include <QListView>
 
 namespace quavernet::test {
@@ -111,6 +113,85 @@ TEST_F(ScanTest, TheLogCannotBeClosedWhileTheScanRuns) {
     EXPECT_TRUE(checked);
     EXPECT_TRUE(Control<QListView>("lstLog").window()->close());
     EXPECT_EQ(Control<QListView>("lstLog").model()->rowCount(), 0);
+}
+
+TEST_F(ScanTest, EachScanOptionFlipsItsMarkAndDoesNothingElse) {
+    Start();
+    const auto stored = settings.values;
+    RecordingConnection& recorder = RecordingConnection::Install();
+    for (const char* name :
+         {"mnuScanMp3", "mnuScanWav", "mnuScanOgg", "mnuRecursive", "mnuQuickscan", "mnuOptionsScanLog"}) {
+        const bool checked = Action(name).isChecked();
+        const bool logged = mainModule.ScanLogEnabled;
+        const bool isLog = name == std::string("mnuOptionsScanLog");
+        Action(name).trigger();
+        EXPECT_EQ(Action(name).isChecked(), !checked) << name;
+        EXPECT_EQ(mainModule.ScanLogEnabled, isLog ? !logged : logged) << name;
+        Action(name).trigger();
+        EXPECT_EQ(Action(name).isChecked(), checked) << name;
+        EXPECT_EQ(mainModule.ScanLogEnabled, logged) << name;
+    }
+    EXPECT_EQ(settings.values, stored) << "marks are stored when the window closes";
+    EXPECT_TRUE(recorder.statements.empty());
+}
+
+TEST_F(ScanTest, TheFormatsThatAreMarkedAreScanned) {
+    class NotingTool : public OggInfoTool {
+    public:
+        std::string Run(const std::vector<std::string>& paths) override {
+            asked += paths.size();
+            return {};
+        }
+        std::size_t asked = 0;
+    };
+    NotingTool ogg;
+    services.oggInfo = &ogg;
+    std::ofstream(folder / "music/Can - Three.mp3") << std::string(4000, '\0');
+    std::ofstream(folder / "music/Devo - Four.ogg") << "no stream";
+    Start();
+    const auto scanned = [&] {
+        mainModule.Connection->Execute("Delete from Files");
+        ogg.asked = 0;
+        Action("scan").trigger();
+        return RowTextsOf(*mainModule.Connection, "Select Name from Files order by Name");
+    };
+    Action("mnuScanWav").trigger();
+    EXPECT_EQ(scanned(), Texts{"Can - Three.mp3"});
+    EXPECT_EQ(ogg.asked, 1U);
+    Action("mnuScanOgg").trigger();
+    Action("mnuScanMp3").trigger();
+    EXPECT_EQ(scanned(), Texts{});
+    EXPECT_EQ(ogg.asked, 0U);
+    Action("mnuScanWav").trigger();
+    EXPECT_EQ(scanned(), (Texts{"Abba - One.wav", "Cure - Two.wav"}));
+    services.oggInfo = nullptr;
+}
+
+TEST_F(ScanTest, OnlyARecursiveScanEntersSubfolders) {
+    std::filesystem::create_directory(folder / "music/more");
+    WriteWave(folder / "music/more/Devo - Four.wav");
+    Start();
+    Action("mnuRecursive").trigger();
+    Action("scan").trigger();
+    EXPECT_EQ(Listed(), (Texts{"Abba", "Cure"}));
+    Action("mnuRecursive").trigger();
+    Action("scan").trigger();
+    EXPECT_EQ(Listed(), (Texts{"Abba", "Cure", "Devo"}));
+}
+
+TEST_F(ScanTest, OnlyAFullScanReadsKnownFilesAgain) {
+    Start();
+    Action("scan").trigger();
+    mainModule.Connection->Execute("Update Files set Length = 999");
+    const auto lengths = [&] {
+        return RowTextsOf(*mainModule.Connection, "Select Length from Files order by Name");
+    };
+    Action("mnuQuickscan").trigger();
+    Action("scan").trigger();
+    EXPECT_EQ(lengths(), (Texts{"999", "999"}));
+    Action("mnuQuickscan").trigger();
+    Action("scan").trigger();
+    EXPECT_EQ(lengths(), (Texts{"1", "1"}));
 }
 
 TEST_F(ScanTest, WithoutTheLogNoWindowComesUp) {

@@ -158,6 +158,7 @@ class CheckTest(unittest.TestCase):
         self.write("tests/ClockTest.cpp", "\nGTEST_" "SKIP();\n")
         self.write("docs/A.md", "See Par" "t 4.2.\n")
         self.write("src/app/A.h", "using namespace std;\n")
+        self.write("src/app/C.h", "inline int F() {\n    using namespace std;\n    return 1;\n}\n")
         self.write("src/app/B.cpp", 'char name[] = "x-XXXXXX"; using namespace std;\n')
         places = [line.split(" ")[0] for line in self.broken("words")]
         self.assertEqual(places, ["src/platform/Clock.h:1:", "tests/ClockTest.cpp:2:", "docs/A.md:1:", "src/app/A.h:1:"])
@@ -194,6 +195,17 @@ class CheckTest(unittest.TestCase):
                          ['"Not found" looks like a text in words'])
         self.assertEqual(self.texts_in("src/app/A.cpp", 'auto a = QStringLiteral("Missing");\n'),
                          ['"Missing" looks like a text in words'])
+
+    def test_words_that_are_made_for_a_reader_are_told_where_they_are_made(self):
+        for code in ('return "no access";', 'auto a = " files / (";', 'return "Ready!";', 'Drop(run, path, "File not found");',
+                     'return x + " - Saved... " + y;', 'auto a = "left: ";'):
+            self.assertEqual(len(self.texts_in("src/scanner/A.cpp", code + "\n")), 1, code)
+            self.write("src/scanner/A.cpp", "")
+            self.assertEqual(self.texts_in("src/platform/A.cpp", code + "\n"), [], code)
+        for code in ('throw RuntimeError(13, "Type mismatch");', 'auto a = "Select Path from Files";',
+                     'auto a = " and I.Interpret" + x;', 'auto a = "Update Files set ";', 'auto a = "HTML\\\\start.html";',
+                     'auto a = "scan";', 'auto a = ", ";'):
+            self.assertEqual(self.texts_in("src/scanner/A.cpp", code + "\n"), [], code)
 
     def test_letters_beyond_ascii_are_told_wherever_they_stand(self):
         self.assertEqual(self.texts_in("src/app/A.cpp", 'auto a = "Länge";\n'), ['"Länge" has letters beyond ASCII'])

@@ -275,8 +275,18 @@ TEST_F(OggBatchesTest, ARecordThatCannotBeStoredIsDroppedAndNamedAndTheRestGoesO
     EXPECT_THAT(StoredNames(), ElementsAre("a.ogg", "e.ogg"));
     EXPECT_THAT(SkippedPaths(), ElementsAre(noOgg, tooLong, gone));
     EXPECT_EQ(log.skipped[1].reason, "Overflow");
-    EXPECT_EQ(log.skipped[2].reason, "File not found");
+    EXPECT_EQ(log.skipped[1].kind, SkippedEntry::Kind::Unreadable);
+    EXPECT_EQ(log.skipped[2].kind, SkippedEntry::Kind::Missing);
     EXPECT_EQ(run.FilesDone, 4) << "the missing file has no record";
+}
+
+TEST_F(OggBatchesTest, AFileThatTheReaderDoesNotTellOfThoughItIsThereMayNotBeRead) {
+    mainModule.ScanLogEnabled = true;
+    AddFiles(1);
+    tool.output = "";
+    Read();
+    ASSERT_EQ(log.skipped.size(), 1U);
+    EXPECT_EQ(log.skipped[0].kind, SkippedEntry::Kind::NoAccess);
 }
 
 TEST_F(OggBatchesTest, ALengthOf546MinutesIsStored) {

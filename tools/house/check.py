@@ -193,7 +193,7 @@ WORDS = [
     (("src", "tests", "bench", "tools", "docs", "packaging"),
      source.CODE + (".py", ".sh", ".md", ".txt", ".ui", ".sql"), re.compile(r"\bPart \d+\.\d+\b"),
      "points at something that other readers do not have"),
-    (("src",), (".h",), re.compile(r"\busing namespace\b"), "opens a namespace for whole files"),
+    (("src",), (".h",), re.compile(r"^using namespace\b"), "opens a namespace for whole files"),
 ]
 
 

@@ -1,0 +1,189 @@
+#include "gui/GuiTest.h"
+
+#include "mainwindow/frmAbout.h"
+#include "scanner/frmRemind.h"
+#include "scanner/frmScanLog.h"
+#include "scanner/frmScanpath.h"
+
+#include <QAbstractButton>
+#include <QDialog>
+#include <QLabel>
+#include <QLayout>
+#include <QPushButton>
+#include <QTimer>
+
+#include <set>
+
+namespace quavernet::test {
+
+namespace {
+
+/// What all dialogs have in common.
+class DialogRulesTest : public GuiTest {
+protected:
+    DialogRulesTest() { Start(); }
+
+    void Open(QDialog& dialog) {
+        dialog.show();
+        dialog.activateWindow();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &dialog; }));
+    }
+    static std::string DefaultButton(const QDialog& dialog) {
+        for (const QPushButton* button : dialog.findChildren<QPushButton*>()) {
+            if (button->isDefault()) {
+                return FromQString(button->objectName());
+            }
+        }
+        return {};
+    }
+    /// Names of the controls that Tab reaches, from the first to the one before it comes round.
+    static std::set<std::string> ReachedByTab(QDialog& dialog) {
+        std::set<std::string> names;
+        QWidget* focus = dialog.focusWidget();
+        while (focus != nullptr && names.insert(FromQString(focus->objectName())).second) {
+            QTest::keyClick(focus, Qt::Key_Tab);
+            focus = dialog.focusWidget();
+        }
+        return names;
+    }
+    /// Controls with texts that are cut at the size that the dialog comes up with.
+    static std::vector<std::string> CutTexts(const QDialog& dialog) {
+        std::vector<std::string> cut;
+        for (const QWidget* widget : dialog.findChildren<QWidget*>()) {
+            const auto* label = qobject_cast<const QLabel*>(widget);
+            const int needed = label != nullptr && label->wordWrap() ? label->heightForWidth(label->width())
+                                                                     : widget->sizeHint().height();
+            const bool shows = label != nullptr || qobject_cast<const QAbstractButton*>(widget) != nullptr;
+            const bool narrow = label == nullptr || !label->wordWrap();
+            if (shows && widget->isVisible() &&
+                (widget->height() < needed || (narrow && widget->width() < widget->sizeHint().width()))) {
+                cut.push_back(FromQString(widget->objectName()));
+            }
+        }
+        return cut;
+    }
+
+    using Names = std::set<std::string>;
+};
+
+} // namespace
+
+TEST_F(DialogRulesTest, ReturnMeansTheFirstButtonAndEscapeTheOther) {
+    frmRemind remind(&Form());
+    EXPECT_EQ(DefaultButton(remind), "cmdOK");
+    frmScanpath scanpath(&Form());
+    EXPECT_EQ(DefaultButton(scanpath), "cmdOK");
+    frmAbout about(&Form());
+    EXPECT_EQ(DefaultButton(about), "cmdOK");
+    for (QDialog* dialog : {static_cast<QDialog*>(&remind), static_cast<QDialog*>(&scanpath)}) {
+        Open(*dialog);
+        QTest::keyClick(dialog, Qt::Key_Escape);
+        EXPECT_FALSE(dialog->isVisible());
+        EXPECT_EQ(dialog->result(), QDialog::Rejected);
+    }
+}
+
+TEST_F(DialogRulesTest, TheAboutBoxClosesByReturnAndByEscape) {
+    frmAbout about(&Form());
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
+        Open(about);
+        QTest::keyClick(&about, key);
+        EXPECT_FALSE(about.isVisible());
+    }
+    EXPECT_TRUE(msgBox.shown.empty()) << "Return is not the button of the system information";
+}
+
+TEST_F(DialogRulesTest, TheAboutBoxNamesItsProductAndItsButtons) {
+    for (const auto& [language, title, close] :
+         {std::tuple{"GER", "Über Quavernet", "OK"}, std::tuple{"ENG", "About Quavernet", "OK"}}) {
+        settings.values["Language"] = language;
+        frmAbout about(&Form());
+        EXPECT_EQ(FromQString(about.windowTitle()), title);
+        EXPECT_EQ(FromQString(about.findChild<QPushButton*>(QStringLiteral("cmdOK"))->text()), close);
+        EXPECT_EQ(FromQString(about.findChild<QLabel*>(QStringLiteral("lblTitle"))->text()), "Quavernet");
+        about.findChild<QPushButton*>(QStringLiteral("cmdSysInfo"))->click();
+        EXPECT_EQ(msgBox.shown.back(),
+                  (ShownBox{title, "Quavernet", MsgBox::Icon::None, MsgBox::Buttons::Ok}));
+    }
+}
+
+TEST_F(DialogRulesTest, TheMenuOpensTheAboutBoxModalOverTheMainWindow) {
+    bool seen = false;
+    QTimer::singleShot(0, [&] {
+        QWidget* modal = QApplication::activeModalWidget();
+        seen = modal != nullptr && modal->objectName() == QLatin1String("frmAbout") &&
+               modal->parentWidget() == &Form();
+        modal->close();
+    });
+    Action("mnuAbout").trigger();
+    EXPECT_TRUE(seen);
+}
+
+TEST_F(DialogRulesTest, EveryControlIsReachedByTheKeyboardAlone) {
+    frmRemind remind(&Form());
+    Open(remind);
+    // The arrow keys go on among the options.
+    EXPECT_EQ(ReachedByTab(remind), (Names{"chkRemind", "optDaily", "cmdOK", "cmdCancel"}));
+    frmScanpath scanpath(&Form());
+    Open(scanpath);
+    EXPECT_EQ(ReachedByTab(scanpath),
+              (Names{"chkScanPath", "txtScanpath", "cmdBrowse", "cmdOK", "cmdCancel"}));
+    frmAbout about(&Form());
+    Open(about);
+    EXPECT_EQ(ReachedByTab(about), (Names{"cmdSysInfo", "cmdOK"}));
+    frmScanLog log(&Form());
+    log.Show();
+    Open(log);
+    EXPECT_EQ(ReachedByTab(log), (Names{"lstLog", "cmdClose"}));
+}
+
+TEST_F(DialogRulesTest, TheScanLogClosesByReturnOnceTheScanIsOver) {
+    frmScanLog log(&Form());
+    log.Show();
+    Open(log);
+    log.EnableClose(false);
+    QTest::keyClick(&log, Qt::Key_Return);
+    EXPECT_TRUE(log.isVisible());
+    log.EnableClose(true);
+    QTest::keyClick(&log, Qt::Key_Return);
+    EXPECT_FALSE(log.isVisible());
+}
+
+TEST_F(DialogRulesTest, NoDialogOffersToBeMinimised) {
+    frmRemind remind(&Form());
+    frmScanpath scanpath(&Form());
+    frmAbout about(&Form());
+    frmScanLog log(&Form());
+    for (const QDialog* dialog : {static_cast<QDialog*>(&remind), static_cast<QDialog*>(&scanpath),
+                                  static_cast<QDialog*>(&about), static_cast<QDialog*>(&log)}) {
+        EXPECT_FALSE(dialog->windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
+        EXPECT_EQ(dialog->windowType(), Qt::Dialog);
+        EXPECT_EQ(dialog->parentWidget(), &Form()) << "it stays over the main window";
+    }
+}
+
+TEST_F(DialogRulesTest, NoTextIsCutInEitherLanguage) {
+    for (const char* language : {"GER", "ENG"}) {
+        settings.values["Language"] = language;
+        frmRemind remind(&Form());
+        frmScanpath scanpath(&Form());
+        frmAbout about(&Form());
+        frmScanLog log(&Form());
+        log.Show();
+        for (QDialog* dialog : {static_cast<QDialog*>(&remind), static_cast<QDialog*>(&scanpath),
+                                static_cast<QDialog*>(&about), static_cast<QDialog*>(&log)}) {
+            Open(*dialog);
+            EXPECT_EQ(CutTexts(*dialog), std::vector<std::string>{})
+                << language << " " << FromQString(dialog->objectName());
+        }
+    }
+}
+
+TEST_F(DialogRulesTest, TheScanPathsWrappedTextTakesNoMoreRoomThanItsLines) {
+    frmScanpath scanpath(&Form());
+    Open(scanpath);
+    const auto& text = *scanpath.findChild<QLabel*>(QStringLiteral("Label2"));
+    EXPECT_LE(text.height(), text.heightForWidth(text.width()) + 1);
+}
+
+} // namespace quavernet::test
