@@ -16,10 +16,11 @@ protected:
             AddFile("Performer " + std::to_string(100 + i), "Title " + std::to_string(100 + i));
         }
     }
-    void Wheel(QWidget& target, int delta) {
+    void Wheel(QWidget& target, int delta) { Wheel(target, QPoint(0, delta)); }
+    void Wheel(QWidget& target, QPoint delta) {
         const QPointF place(5, 5);
-        QWheelEvent event(place, target.mapToGlobal(place), QPoint(), QPoint(0, delta), Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QWheelEvent event(place, target.mapToGlobal(place), QPoint(), delta, Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
         // Only an event that looks like the system's travels up to the window.
         QSpontaneKeyEvent::setSpontaneous(&event);
         qApp->notify(&target, &event);
@@ -102,6 +103,8 @@ TEST_F(GridTest, OneNotchOfTheWheelIsOneRowWhereverTheMouseStands) {
     Wheel(Control<QComboBox>("cboGenre"), -120);
     EXPECT_EQ(Grid().TopRow(), 5);
     EXPECT_EQ(Control<QComboBox>("cboGenre").currentIndex(), 0);
+    Wheel(Control<QLineEdit>("txtSearch"), QPoint(120, 0)); // To the side.
+    EXPECT_EQ(Grid().TopRow(), 5);
     for (int i = 0; i < 9; ++i) {
         Wheel(*Grid().viewport(), 40);
     }
