@@ -78,7 +78,13 @@ TEST_F(GridTest, ADoubleClickOnAHeaderSortsAndTurnsTheDirectionEachTime) {
     Start();
     EXPECT_EQ(Grid().Model().SortColumn(), 0);
     EXPECT_TRUE(Grid().Model().SortAscending());
+    bool paintedMeanwhile = true;
+    QObject::connect(Grid().model(), &QAbstractItemModel::modelReset, &Form(),
+                     [&] { paintedMeanwhile = Grid().updatesEnabled(); });
     DoubleClickHeader(1);
+    EXPECT_FALSE(paintedMeanwhile);
+    EXPECT_TRUE(Grid().updatesEnabled());
+    Grid().model()->disconnect(&Form());
     EXPECT_TRUE(mainModule.SortTitle);
     EXPECT_FALSE(mainModule.SortInterpret);
     EXPECT_EQ(mainModule.SortDirection, "DESC");
