@@ -10,6 +10,8 @@
 #include <QStyleOptionComboBox>
 #include <QStylePainter>
 
+#include <utility>
+
 namespace quavernet {
 
 namespace {
@@ -36,6 +38,14 @@ class FilterCombo : public QComboBox {
 public:
     using QComboBox::QComboBox;
 
+    void showPopup() override {
+        m_opened = currentIndex();
+        QComboBox::showPopup();
+    }
+
+    /// True if the open list gave the entry that stood there before, which is no change of the index.
+    bool PickedAgain(int index) { return std::exchange(m_opened, NotOpened) == index; }
+
 protected:
     void paintEvent(QPaintEvent*) override {
         QStylePainter painter(this);
@@ -48,6 +58,10 @@ protected:
             option.fontMetrics.elidedText(option.currentText, Qt::ElideRight, text.width() - 2);
         painter.drawControl(QStyle::CE_ComboBoxLabel, option);
     }
+
+private:
+    static constexpr int NotOpened = -1;
+    int m_opened = NotOpened;
 };
 
 } // namespace
@@ -82,6 +96,12 @@ QComboBox* FilterRow::AddCombo(const QString& name) {
     combo->installEventFilter(this);
     combo->view()->installEventFilter(this); // The keys go there while the list is open.
     connect(combo, &QComboBox::currentIndexChanged, this, [this] { Apply(ComboClick()); });
+    // Picking the shown entry is a click too: the list may still show what another entry has left there.
+    connect(combo, &QComboBox::activated, this, [this, combo](int index) {
+        if (combo->PickedAgain(index)) {
+            Apply(ComboClick());
+        }
+    });
     return combo;
 }
 

@@ -10,6 +10,11 @@ constexpr std::int64_t LeastWindowWidth = 5000;
 constexpr std::int64_t LeastWindowHeight = 3000;
 constexpr std::int64_t LeastPaneWidth = 500; ///< A pane below this is set to one twip less.
 
+constexpr std::int64_t SmallDriveWidth = 1250; ///< Of a screen of 800x600, like the next three.
+constexpr std::int64_t SmallGenreWidth = 1250;
+constexpr std::int64_t SmallAlbumWidth = 1450;
+constexpr std::int64_t SmallSearchWidth = 1250;
+
 // A control takes no negative size; the assignment then fails and the old size stays.
 bool SetSize(std::int64_t& size, std::int64_t value) {
     if (value < 0) {
@@ -87,6 +92,30 @@ void ResizeMain(MainLayout& layout, const WindowExtent& window, const std::strin
     layout.ProgressBar.Left = layout.ScaleWidth - 1740;
 }
 
+void FitFilterRow(MainLayout& layout, std::int64_t windowWidth, std::int64_t afterSearch) {
+    struct Flexible {
+        ControlBox& box;
+        std::int64_t full;
+        std::int64_t least;
+    };
+    const Flexible controls[] = {{layout.cboDrive, 1950, SmallDriveWidth},
+                                 {layout.cboGenre, 1950, SmallGenreWidth},
+                                 {layout.cboAlbum, 2100, SmallAlbumWidth},
+                                 {layout.txtSearch, 1800, SmallSearchWidth}};
+    std::int64_t give = 0;
+    for (const Flexible& control : controls) {
+        control.box.Width = control.full;
+        give += control.full - control.least;
+    }
+    PlaceFilterRow(layout);
+    const std::int64_t missing =
+        std::clamp<std::int64_t>(layout.cmdSearch.Left + afterSearch - windowWidth, 0, give);
+    for (const Flexible& control : controls) {
+        const std::int64_t own = control.full - control.least;
+        control.box.Width -= (missing * own + give - 1) / give; // Rounded up: together they give enough.
+    }
+}
+
 void DragSplitter(MainLayout& layout, std::int64_t distance) {
     const bool moved = distance == 0  ? true
                        : distance < 0 ? DragLeft(layout, distance)
@@ -108,10 +137,10 @@ void ApplySplitterPos(MainLayout& layout, std::int64_t splitterPos) {
 void PackForSmallScreen(MainLayout& layout) {
     layout.Frame1.Width = 8500;
     layout.grdMp3.Width = 8350;
-    layout.cboDrive.Width = 1250;
-    layout.cboGenre.Width = 1250;
-    layout.cboAlbum.Width = 1450;
-    layout.txtSearch.Width = 1250;
+    layout.cboDrive.Width = SmallDriveWidth;
+    layout.cboGenre.Width = SmallGenreWidth;
+    layout.cboAlbum.Width = SmallAlbumWidth;
+    layout.txtSearch.Width = SmallSearchWidth;
     layout.Letters.front().Left = 50;
     for (std::size_t i = 1; i < LetterLabelCount; ++i) {
         layout.Letters[i].Left = RightOf(layout.Letters[i - 1]) + 10;

@@ -57,6 +57,11 @@ struct WindowExtent {
 /// that would be negative is not set, and the rules behind it go on from the old one.
 void ResizeMain(MainLayout& layout, const WindowExtent& window, const std::string& screenResolution);
 
+/// Widths of the filter lists and of the search box: full in a wide window; in a narrow one they give way,
+/// down to those of a small screen, so that what stands right of them stays in view. `afterSearch` is the
+/// room needed from the left of cmdSearch on; the widths of the check boxes must be set.
+void FitFilterRow(MainLayout& layout, std::int64_t windowWidth, std::int64_t afterSearch);
+
 /// Mouse move on the splitter with the left button down; `distance` is X minus the drag's origin. Either pane
 /// stops at a width of 499. A size that would be negative ends the handler at that point.
 void DragSplitter(MainLayout& layout, std::int64_t distance);

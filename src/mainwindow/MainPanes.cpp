@@ -34,6 +34,7 @@ constexpr bool PlayButtonsBuilt = false;
 
 // Twips, where the layout rules leave a place open.
 constexpr int StripHeight = 510;
+constexpr int FilterMargin = 60; ///< Right of the filter row's last control.
 constexpr int PaneTop = 60;
 constexpr int PaneMargin = 90;
 constexpr int StatusHeight = 345;
@@ -168,7 +169,7 @@ void MainPanes::LoadStrings() {
         }
     }
     LoadAccessibleNames();
-    SizeFilterRow(mainModule.ScreenResolution == "800x600");
+    SizeFilterRow();
     Form_Resize();
 }
 
@@ -180,12 +181,14 @@ void MainPanes::LoadAccessibleNames() {
     }
 }
 
-void MainPanes::SizeFilterRow(bool narrow) {
-    if (!narrow) {
-        m_layout.cboDrive.Width = m_layout.cboGenre.Width = 1950;
-        m_layout.cboAlbum.Width = 2100;
-        m_layout.txtSearch.Width = 1800;
+void MainPanes::FitFilterRow() {
+    if (mainModule.ScreenResolution != "800x600") {
+        constexpr int AfterSearch = PlayButtonsBuilt ? 650 + 300 + 300 : 600;
+        quavernet::FitFilterRow(m_layout, ToTwips(m_filter->width()) - FilterMargin, AfterSearch);
     }
+}
+
+void MainPanes::SizeFilterRow() {
     m_layout.chkInterpret.Width = ToTwips(m_filter->chkInterpret().sizeHint().width());
     m_layout.chkTitle.Width = ToTwips(m_filter->chkTitle().sizeHint().width());
     m_layout.cmdSearch.Width = 600;
@@ -203,7 +206,7 @@ void MainPanes::PackForSmallScreen() {
     m_layout.Letters = m_letters->Boxes();
     quavernet::PackForSmallScreen(m_layout);
     m_letters->SetBoxes(m_layout.Letters);
-    SizeFilterRow(true);
+    SizeFilterRow();
     ApplyLayout();
 }
 
@@ -222,6 +225,7 @@ void MainPanes::Form_Resize() {
     ReadLayout();
     const WindowExtent extent{ToTwips(window()->width()), ToTwips(window()->height()),
                               window()->isMinimized()};
+    FitFilterRow();
     ResizeMain(m_layout, extent, mainModule.ScreenResolution);
     ApplyLayout();
 }

@@ -50,7 +50,8 @@ private:
     void BuildFrames();
     void OrderTabs();
     void LoadAccessibleNames();
-    void SizeFilterRow(bool narrow);
+    void SizeFilterRow();
+    void FitFilterRow();
     void ReadLayout();
     void ApplyLayout();
     void PlayButtonsAtRest();

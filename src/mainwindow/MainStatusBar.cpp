@@ -9,6 +9,7 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <numeric>
 
 namespace quavernet {
 
@@ -90,9 +91,17 @@ std::array<QRect, 6> MainStatusBar::PanelRects() const {
         return widest + 2 * PaddingPx;
     };
     // A running scan has its times in the same panels.
-    const std::array<int, 5> widths{
+    std::array<int, 5> widths{
         room({"100000 Dateien / (999.999,99 MB)"}), room({"100000 Interpreten", "verbl.: 00:00:00"}),
         room({"100000 Tracks", "Time: 00:00:00"}), room({"100000 Albums"}), ToPixels(ProgressPanelTwips)};
+    // In a narrow window the counters give up what their texts leave free until the first panel has a third.
+    int missing = width() / 3 - (width() - std::accumulate(widths.begin(), widths.end(), 0));
+    for (std::size_t i = 0; i < 4 && missing > 0; ++i) {
+        const int text = metrics.horizontalAdvance(ToQString(m_texts[i + 1])) + 2 * PaddingPx;
+        const int given = std::clamp(widths[i] - text, 0, missing);
+        widths[i] -= given;
+        missing -= given;
+    }
     std::array<QRect, 6> rects;
     int right = width();
     for (std::size_t i = 5; i >= 1; --i) {

@@ -297,8 +297,10 @@ void frmMain::mouseMoveEvent(QMouseEvent*) {
 }
 
 void frmMain::wheelEvent(QWheelEvent* event) {
-    // Wherever the mouse stands, the wheel moves the list.
-    m_panes->Grid().ScrollByNotch(event->angleDelta().y());
+    // Wherever the mouse stands, the wheel moves the list. A movement to the side is no notch of it.
+    if (event->angleDelta().y() != 0 || event->angleDelta().x() == 0) {
+        m_panes->Grid().ScrollByNotch(event->angleDelta().y());
+    }
 }
 
 void frmMain::dragEnterEvent(QDragEnterEvent* event) {

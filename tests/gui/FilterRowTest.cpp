@@ -129,6 +129,31 @@ TEST_F(FilterRowTest, KeysInAnOpenListWorkAsInTheClosedOne) {
     EXPECT_EQ(Listed(), Texts{"Abba"});
 }
 
+TEST_F(FilterRowTest, PickingTheShownEntryAgainReloadsOnce) {
+    Start();
+    auto& album = Control<QComboBox>("cboAlbum");
+    album.setCurrentIndex(1);
+    Action("mnuViewLanguageENG").trigger();
+    ASSERT_EQ(album.currentIndex(), 0);
+    ASSERT_EQ(Listed(), Texts{"Abba"});
+    int loads = 0;
+    QObject::connect(Grid().model(), &QAbstractItemModel::modelReset, &album, [&loads] { ++loads; });
+    const auto pick = [&album](int index) {
+        album.showPopup();
+        album.view()->setCurrentIndex(album.model()->index(index, 0));
+        QTest::keyClick(album.view(), Qt::Key_Return);
+    };
+    pick(0);
+    EXPECT_EQ(Listed().size(), 3U);
+    const int once = std::exchange(loads, 0);
+    pick(2);
+    EXPECT_EQ(Listed(), Texts{"Beatles"});
+    EXPECT_EQ(std::exchange(loads, 0), once);
+    mainModule.SuppressComboClick = true;
+    pick(2);
+    EXPECT_EQ(loads, 0);
+}
+
 TEST_F(FilterRowTest, EnterOnACheckBoxSearchesAndAClickDoesNot) {
     Start();
     Control<QLineEdit>("txtSearch").setText(QStringLiteral("abb"));

@@ -16,10 +16,11 @@ protected:
             AddFile("Performer " + std::to_string(100 + i), "Title " + std::to_string(100 + i));
         }
     }
-    void Wheel(QWidget& target, int delta) {
+    void Wheel(QWidget& target, int delta) { Wheel(target, QPoint(0, delta)); }
+    void Wheel(QWidget& target, QPoint delta) {
         const QPointF place(5, 5);
-        QWheelEvent event(place, target.mapToGlobal(place), QPoint(), QPoint(0, delta), Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QWheelEvent event(place, target.mapToGlobal(place), QPoint(), delta, Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
         // Only an event that looks like the system's travels up to the window.
         QSpontaneKeyEvent::setSpontaneous(&event);
         qApp->notify(&target, &event);
@@ -77,7 +78,13 @@ TEST_F(GridTest, ADoubleClickOnAHeaderSortsAndTurnsTheDirectionEachTime) {
     Start();
     EXPECT_EQ(Grid().Model().SortColumn(), 0);
     EXPECT_TRUE(Grid().Model().SortAscending());
+    bool paintedMeanwhile = true;
+    QObject::connect(Grid().model(), &QAbstractItemModel::modelReset, &Form(),
+                     [&] { paintedMeanwhile = Grid().updatesEnabled(); });
     DoubleClickHeader(1);
+    EXPECT_FALSE(paintedMeanwhile);
+    EXPECT_TRUE(Grid().updatesEnabled());
+    Grid().model()->disconnect(&Form());
     EXPECT_TRUE(mainModule.SortTitle);
     EXPECT_FALSE(mainModule.SortInterpret);
     EXPECT_EQ(mainModule.SortDirection, "DESC");
@@ -102,6 +109,8 @@ TEST_F(GridTest, OneNotchOfTheWheelIsOneRowWhereverTheMouseStands) {
     Wheel(Control<QComboBox>("cboGenre"), -120);
     EXPECT_EQ(Grid().TopRow(), 5);
     EXPECT_EQ(Control<QComboBox>("cboGenre").currentIndex(), 0);
+    Wheel(Control<QLineEdit>("txtSearch"), QPoint(120, 0)); // To the side.
+    EXPECT_EQ(Grid().TopRow(), 5);
     for (int i = 0; i < 9; ++i) {
         Wheel(*Grid().viewport(), 40);
     }

@@ -120,4 +120,21 @@ TEST_F(LanguageTest, NoTextOfTheFilterRowIsCutInEitherLanguage) {
     }
 }
 
+TEST_F(LanguageTest, TheSearchButtonStaysInViewInANarrowWindowInEitherLanguage) {
+    Start();
+    auto& go = Control<QPushButton>("cmdSearch");
+    auto& drive = Control<QComboBox>("cboDrive");
+    Form().resize(1200, 600);
+    EXPECT_EQ(drive.width(), 130);
+    Form().resize(800, 600);
+    for (const char* language : {"mnuViewLanguageGER", "mnuViewLanguageENG"}) {
+        Action(language).trigger();
+        EXPECT_LT(go.geometry().right(), go.parentWidget()->width()) << language;
+        EXPECT_LT(drive.width(), 130);
+        EXPECT_EQ(drive.x(), 192);
+    }
+    Form().resize(1200, 600);
+    EXPECT_EQ(drive.width(), 130);
+}
+
 } // namespace quavernet::test

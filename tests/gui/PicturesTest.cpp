@@ -3,6 +3,7 @@
 #include "mainwindow/PictureButton.h"
 #include "mainwindow/Pictures.h"
 
+#include <QMouseEvent>
 #include <QPainter>
 
 #include <cmath>
@@ -107,6 +108,28 @@ TEST_F(PicturesTest, ThePlayButtonsStayHiddenUntilThereIsAPlayer) {
     Start();
     EXPECT_FALSE(Control<PictureButton>("cmdPlay").isVisible());
     EXPECT_FALSE(Control<PictureButton>("cmdRandomize").isVisible());
+}
+
+TEST_F(PicturesTest, AMouseOverOnePlayButtonOrAPaneSetsTheOtherPictureToRest) {
+    Start();
+    auto& play = Control<PictureButton>("cmdPlay");
+    auto& randomize = Control<PictureButton>("cmdRandomize");
+    play.setEnabled(true);
+    const auto moveOver = [](QWidget& widget) {
+        QMouseEvent move(QEvent::MouseMove, QPointF(2, 2), QPointF(widget.mapToGlobal(QPoint(2, 2))),
+                         Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&widget, &move);
+    };
+    moveOver(play);
+    EXPECT_EQ(play.PictureKey(), "PlayGreen");
+    moveOver(randomize);
+    EXPECT_EQ(play.PictureKey(), "Play");
+    EXPECT_EQ(randomize.PictureKey(), "PlayRGreen");
+    for (const char* name : {"Frame1", "Frame2", "Toolbar1"}) {
+        moveOver(randomize);
+        moveOver(Control<QWidget>(name));
+        EXPECT_EQ(randomize.PictureKey(), "PlayR") << name;
+    }
 }
 
 } // namespace quavernet::test

@@ -84,6 +84,7 @@ TEST_F(ScanTest, CancelReachesARunningScan) {
             menuWasOpen = Action("mnuFile").isEnabled();
             Action("cancel").trigger();
             EXPECT_TRUE(Action("scan").isEnabled());
+            EXPECT_FALSE(Action("cancel").isEnabled());
             EXPECT_EQ(PanelText(Panel::Scanning), "");
         }
     };

@@ -2,8 +2,10 @@
 
 #include <QDialog>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QProgressBar>
 #include <QTimer>
+#include <QToolTip>
 #include <QTreeWidget>
 
 namespace quavernet::test {
@@ -108,6 +110,54 @@ TEST_F(WindowStateTest, WithLoadOverSearchTheListStaysEmptyUntilASearch) {
     EXPECT_EQ(Listed(), Texts{});
     QTest::mouseClick(&Control<QPushButton>("cmdSearch"), Qt::LeftButton);
     EXPECT_EQ(Listed(), Texts{"Abba"});
+}
+
+TEST_F(WindowStateTest, AStoredFilterCountsAtTheStartAndLoadsNothingByItself) {
+    AddFile("Abba", "One");
+    AddFile("Cure", "Two");
+    settings.values["Album"] = "2";
+    Start();
+    EXPECT_EQ(Control<QComboBox>("cboAlbum").currentIndex(), 2);
+    EXPECT_EQ(Listed(), Texts{"Cure"});
+    CloseMain();
+    settings.values["LoadOverSearch"] = "1";
+    Start();
+    EXPECT_EQ(Control<QComboBox>("cboAlbum").currentIndex(), 2);
+    EXPECT_EQ(Listed(), Texts{});
+    EXPECT_EQ(PanelText(Panel::Albums), " Alben"); // Nothing has been counted yet.
+}
+
+TEST_F(WindowStateTest, AMinimisedWindowIsClosedAsANormalOneAndKeepsItsSize) {
+    Start();
+    Form().showMinimized();
+    ASSERT_TRUE(Form().isMinimized());
+    mainModule.PlayerOpen = true; // Keeps the process.
+    EXPECT_TRUE(Form().close());
+    EXPECT_FALSE(Form().isMinimized());
+    EXPECT_EQ(settings.values["WindowWidth"], "14100");
+    EXPECT_EQ(settings.values["WindowHeight"], "9000");
+}
+
+TEST_F(WindowStateTest, ARefusedCloseLeavesTheWindowMinimised) {
+    Start();
+    Form().showMinimized();
+    mainModule.ScanRunning = true;
+    EXPECT_FALSE(Form().close());
+    EXPECT_TRUE(Form().isMinimized());
+}
+
+TEST_F(WindowStateTest, InANarrowWindowTheFirstPanelKeepsAThirdOfTheStatusBar) {
+    Start();
+    Form().resize(700, 600);
+    Form().SetScanningPanel("Lade Datenbank...");
+    MainStatusBar& status = Form().Panes().Status();
+    const auto tipAt = [&status](int x) {
+        const QPoint place(x, status.height() / 2);
+        QHelpEvent help(QEvent::ToolTip, place, status.mapToGlobal(place));
+        QCoreApplication::sendEvent(&status, &help);
+        return FromQString(QToolTip::text());
+    };
+    EXPECT_EQ(tipAt(status.width() / 3 - 2), "Lade Datenbank...");
 }
 
 TEST_F(WindowStateTest, AScanKeepsTheWindowOpenAndNothingIsSaved) {

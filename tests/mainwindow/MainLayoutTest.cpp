@@ -127,6 +127,32 @@ TEST(ResizeTest, OnASmallScreenTheLetterRowFollowsTheListEvenWhereThatKeepsItsWi
     EXPECT_EQ(layout.Frame2.Width, 3850);
 }
 
+TEST(FilterRowFitTest, TheFilterControlsGiveWayInANarrowWindowDownToTheirSmallWidths) {
+    MainLayout layout;
+    layout.chkInterpret.Width = 1100;
+    layout.chkTitle.Width = 800;
+    const auto widths = [&layout](std::int64_t windowWidth) {
+        FitFilterRow(layout, windowWidth, 600);
+        ResizeMain(layout, {windowWidth, 9000, false}, "1280x960");
+        return std::array<std::int64_t, 4>{layout.cboDrive.Width, layout.cboGenre.Width,
+                                           layout.cboAlbum.Width, layout.txtSearch.Width};
+    };
+    const std::array<std::int64_t, 4> full{1950, 1950, 2100, 1800};
+    constexpr std::int64_t FullRow =
+        2880 + 1950 + 100 + 1950 + 100 + 2100 + 100 + 1100 + 50 + 800 + 100 + 1800 + 50 + 600;
+    EXPECT_EQ(widths(FullRow), full);
+    EXPECT_EQ(widths(30000), full);
+    EXPECT_EQ(widths(FullRow - 1300), (std::array<std::int64_t, 4>{1600, 1600, 1775, 1525}));
+    EXPECT_EQ(layout.cmdSearch.Left + 600, FullRow - 1300);
+    for (std::int64_t narrow = FullRow - 2600; narrow < FullRow; ++narrow) {
+        widths(narrow);
+        ASSERT_LE(layout.cmdSearch.Left + 600, narrow);
+    }
+    const std::array<std::int64_t, 4> least{1250, 1250, 1450, 1250};
+    EXPECT_EQ(widths(FullRow - 2600), least);
+    EXPECT_EQ(widths(6000), least);
+}
+
 TEST(SplitterTest, MovesBothPanesWithTheMouse) {
     MainLayout layout = Started();
     const auto width = layout.Frame1.Width;
