@@ -22,6 +22,9 @@ std::vector<Line> ScanJobs(const Setting& setting);
 /// The list in its six orders, search, letter and the filter combos.
 std::vector<Line> ListJobs(const Setting& setting);
 
+/// Makes a library of `setting.rows` rows at a path that is free, from the template.
+void MakeLibrary(const Setting& setting, const std::string& path);
+
 /// The reader of Ogg files, ten files a call as in a scan, beside bare reads and beside ogginfo itself.
 /// `music` holds nothing but intact Ogg files.
 std::vector<Line> OggJobs(const std::string& music, int rounds);

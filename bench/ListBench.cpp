@@ -123,12 +123,17 @@ void Load(const ListFilter& filter, std::size_t least) {
 
 } // namespace
 
-std::vector<Line> ListJobs(const Setting& setting) {
-    const std::string path = setting.work + "/list.db";
+void MakeLibrary(const Setting& setting, const std::string& path) {
     std::filesystem::copy_file(setting.library, path);
     BenchServices program;
     program.OpenLibrary(path);
     FillLibrary(setting.rows);
+}
+
+std::vector<Line> ListJobs(const Setting& setting) {
+    const std::string path = setting.work + "/list.db";
+    MakeLibrary(setting, path);
+    BenchServices program;
     // As after a restart of the program: what the engine gathers at closing is there.
     program.OpenLibrary(path);
 

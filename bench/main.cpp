@@ -49,12 +49,17 @@ std::vector<Line> LibraryJobs(char** arguments, const std::string& only) {
 } // namespace
 
 int main(int count, char** arguments) {
+    if (count == 5 && std::strcmp(arguments[1], "library") == 0) {
+        MakeLibrary({"", "", arguments[3], std::stoul(arguments[4]), 0}, arguments[2]);
+        return 0;
+    }
     const bool ogg = count > 1 && std::strcmp(arguments[1], "ogg") == 0;
     const int firstOption = ogg ? 4 : 6;
     if (count < firstOption) {
         std::fprintf(stderr,
                      "quavernet_bench MUSIC WORK TEMPLATE ROWS ROUNDS [--only scan|list] [--store FILE] "
                      "[--compare FILE]\n"
+                     "quavernet_bench library FILE TEMPLATE ROWS\n"
                      "quavernet_bench ogg MUSIC ROUNDS [--store FILE] [--compare FILE]\n");
         return 2;
     }
