@@ -1,4 +1,4 @@
-// The three header packets of a Vorbis stream (Vorbis I specification, section 4.2), the third by its mark
+// The three header packets of a Vorbis stream (Vorbis I, section 4.2), the third by its mark
 // only. Called by OggInfoReader.
 #pragma once
 
