@@ -33,6 +33,18 @@ protected:
     std::unique_ptr<FileSystemObject> fileSystem = CreatePosixFileSystem();
 };
 
+/// Keeps the names in the order in which they are written.
+class OrderedSettings : public MapSettings {
+public:
+    void Set(const std::string& application, const std::string& section, const std::string& name,
+             const std::string& value) override {
+        written.push_back(name);
+        MapSettings::Set(application, section, name, value);
+    }
+
+    std::vector<std::string> written;
+};
+
 } // namespace
 
 TEST_F(ScanPathSettingsTest, NothingIsSetAtFirst) {
@@ -95,6 +107,13 @@ TEST_F(ScanPathSettingsTest, AnExistingFolderIsStoredAsItStands) {
     const ScanPathSettings scanPath = LoadScanPathSettings();
     EXPECT_FALSE(scanPath.ScanpathValue);
     EXPECT_EQ(scanPath.Scanpath, folder.Path());
+}
+
+TEST_F(ScanPathSettingsTest, ThePathIsWrittenBeforeItsCheckBox) {
+    OrderedSettings ordered;
+    services.settings = &ordered;
+    EXPECT_TRUE(SaveScanPathSettings({true, folder.Path()}));
+    EXPECT_THAT(ordered.written, ElementsAre("Scanpath", "ScanpathValue"));
 }
 
 TEST_F(ScanPathSettingsTest, UmlautsBlanksAndForeignBytesAreFolderNamesToo) {
