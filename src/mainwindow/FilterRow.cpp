@@ -20,7 +20,7 @@ void Fill(QComboBox& combo, const std::vector<FilterEntry>& entries) {
     const bool blocked = combo.blockSignals(true);
     combo.clear();
     for (const FilterEntry& entry : entries) {
-        combo.addItem(ToQString(entry.Text), QVariant::fromValue<qlonglong>(entry.ItemData));
+        combo.addItem(ToLine(entry.Text), QVariant::fromValue<qlonglong>(entry.ItemData));
     }
     combo.setCurrentIndex(0);
     combo.blockSignals(blocked);

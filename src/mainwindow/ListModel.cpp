@@ -31,7 +31,7 @@ int ListModel::columnCount(const QModelIndex& parent) const {
 
 QVariant ListModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::DisplayRole) {
-        return ToQString(
+        return ToLine(
             m_rows.Text(static_cast<std::size_t>(index.row()) + 1, static_cast<ListColumn>(index.column())));
     }
     if (role == Qt::TextAlignmentRole) {

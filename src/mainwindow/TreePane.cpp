@@ -100,7 +100,7 @@ void TreePane::ShowChildren(QTreeWidgetItem& parent, const TreeNode& node) {
 }
 
 void TreePane::ShowNode(QTreeWidgetItem& item, const TreeNode& node) {
-    item.setText(0, ToQString(node.Text));
+    item.setText(0, ToLine(node.Text));
     item.setData(0, IndexRole, static_cast<qulonglong>(node.Index));
     item.setIcon(0, IconOf(node));
     QFont font = m_tree.font();
@@ -157,12 +157,13 @@ void TreePane::KeyDown(const QKeyEvent& event) {
     }
 }
 
+// By the kind of the event first: the last ones come when the tree is hardly a tree any more.
 bool TreePane::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == &m_tree && event->type() == QEvent::KeyPress) {
+    if (event->type() == QEvent::KeyPress && watched == &m_tree) {
         KeyDown(*static_cast<QKeyEvent*>(event));
-    } else if (watched == &m_tree && event->type() == QEvent::PaletteChange) {
+    } else if (event->type() == QEvent::PaletteChange && watched == &m_tree) {
         ShowColors();
-    } else if (watched == m_tree.viewport() && event->type() == QEvent::MouseButtonDblClick &&
+    } else if (event->type() == QEvent::MouseButtonDblClick && watched == m_tree.viewport() &&
                static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
         TreeDblClick(m_model, m_player);
     }

@@ -35,7 +35,7 @@ int ScanLogLines::rowCount(const QModelIndex& parent) const {
 }
 
 QVariant ScanLogLines::data(const QModelIndex& index, int role) const {
-    return role == Qt::DisplayRole ? ToQString(m_lines[static_cast<std::size_t>(index.row())]) : QVariant();
+    return role == Qt::DisplayRole ? ToLine(m_lines[static_cast<std::size_t>(index.row())]) : QVariant();
 }
 
 frmScanLog::frmScanLog(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui::frmScanLog>()) {

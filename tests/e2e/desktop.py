@@ -154,6 +154,7 @@ class ProgramTest(unittest.TestCase):
         self.addCleanup(self.desktop.close)
         self.library = Library(self.home)
         self.program = None
+        self.before_start = ignore_file_size_signal
 
     def tearDown(self):
         self.desktop.picture(self.id().split(".")[-1] + "-end")
@@ -171,7 +172,7 @@ class ProgramTest(unittest.TestCase):
     def start(self):
         """Starts the program and gives its main window, once the start picture has gone."""
         self.program = subprocess.Popen([PROGRAM], env=self.desktop.environment, cwd=self.home,
-                                        restore_signals=False, preexec_fn=ignore_file_size_signal)
+                                        restore_signals=False, preexec_fn=self.before_start)
         window = self.desktop.window("^Quavernet - ")
         wait_until("the library", lambda: self.library.values("select count(*) from Genres"))
         wait_until("the start picture to go", lambda: self.main_is_alone())

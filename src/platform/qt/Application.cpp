@@ -6,6 +6,7 @@
 #include "platform/qt/QtText.h"
 
 #include <QAbstractEventDispatcher>
+#include <QLabel>
 
 #include <cstdlib>
 
@@ -18,6 +19,16 @@ constexpr int FailureExitCode = 1;
 void CommitLibrary() {
     if (mainModule.Connection) {
         mainModule.Connection->Commit();
+    }
+}
+
+// A label guesses whether its text is markup, and texts come from files: "<b>x</b>" is a fine title. Every
+// label is told to show what it was given, once, before it is first shown. Tool tips are labels, and so are
+// the texts of all boxes.
+void ShowTextsAsTheyStand(QObject& receiver) {
+    if (auto* label = qobject_cast<QLabel*>(&receiver);
+        label != nullptr && label->textFormat() == Qt::AutoText) {
+        label->setTextFormat(Qt::PlainText);
     }
 }
 
@@ -38,6 +49,9 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
 bool Application::notify(QObject* receiver, QEvent* event) {
     // The receiver may be gone when the handler throws.
     const QString receiverName = receiver->objectName();
+    if (event->type() == QEvent::Polish) {
+        ShowTextsAsTheyStand(*receiver);
+    }
     try {
         return QApplication::notify(receiver, event);
     } catch (const std::exception& failure) {

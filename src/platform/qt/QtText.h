@@ -13,6 +13,19 @@ inline QString ToQString(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+/// A text for a place that has room for one line: breaks and tabs become blanks. As they stand they would hide
+/// what comes behind them.
+inline QString ToLine(std::string_view text) {
+    QString line = ToQString(text);
+    for (QChar& c : line) {
+        if (c == u'\n' || c == u'\r' || c == u'\t' || c == QChar::LineSeparator ||
+            c == QChar::ParagraphSeparator) {
+            c = u' ';
+        }
+    }
+    return line;
+}
+
 inline std::string FromQString(const QString& text) {
     return text.toStdString();
 }

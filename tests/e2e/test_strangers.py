@@ -1,0 +1,174 @@
+"""Files of strangers: names and tags that would mean something to a shell, a statement, a format, a page or a
+browser. The real program scans, lists and opens them inside a cage that kills it at the first socket for a network."""
+import http.server
+import os
+import signal
+import socket
+import subprocess
+import sys
+import threading
+import unittest
+
+import no_network
+from desktop import SAMPLE_MAKER, ProgramTest, ignore_file_size_signal, wait_until
+
+sys.path.insert(0, os.path.dirname(SAMPLE_MAKER))
+import tags  # noqa: E402
+
+ROW_1 = (300, 118)
+
+
+def hostile_texts(port, mark):
+    """Each would leave a trace if somebody read more into it: a visit at the port, or the file `mark`."""
+    return [f"<b>x</b><img src=http://127.0.0.1:{port}/x>", "%s%n%d %1", "'; DROP TABLE Files; --",
+            "x'); Delete from Files; --", f"$(touch {mark})", f"`touch {mark}`", f"; touch {mark} ;", f"| touch {mark}",
+            "&amp; &File", "two\nlines", "-rf", f"http://127.0.0.1:{port}/x", "O'Neil \"x\""]
+
+
+class Visits(http.server.ThreadingHTTPServer):
+    """Counts who comes by."""
+
+    def __init__(self):
+        super().__init__(("127.0.0.1", 0), http.server.BaseHTTPRequestHandler)
+        self.count = 0
+        threading.Thread(target=self.serve_forever, daemon=True).start()
+
+    def verify_request(self, _request, _client):
+        self.count += 1
+        return False
+
+
+class CageTest(unittest.TestCase):
+    def run_caged(self, code):
+        return subprocess.run([sys.executable, "-c", code], preexec_fn=no_network.enter, capture_output=True).returncode
+
+    def test_the_cage_kills_who_makes_a_socket_for_a_network(self):
+        for family in no_network.FAMILIES:
+            self.assertEqual(self.run_caged(f"import socket; socket.socket(socket.{family}, socket.SOCK_DGRAM)"),
+                             -signal.SIGSYS, family)
+        self.assertEqual(self.run_caged("import socket; socket.socket(socket.AF_UNIX)"), 0)
+        self.assertNotEqual(self.run_caged("import subprocess, sys\n"
+                                           "sys.exit(subprocess.call([sys.executable, '-c',"
+                                           "'import socket; socket.socket()']))"), 0)
+
+
+class StrangersTest(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        self.visits = Visits()
+        self.addCleanup(self.visits.shutdown)
+        self.before_start = self.enter_cage
+        self.mark = "touched-by-a-name"
+        self.texts = hostile_texts(self.visits.server_address[1], self.mark)
+        self.folder = os.path.join(self.home, "Musik", "Fremd")
+        self.fake_desktop()
+
+    @staticmethod
+    def enter_cage():
+        ignore_file_size_signal()
+        no_network.enter()
+
+    def fake_desktop(self):
+        """An xdg-open that notes its arguments."""
+        self.opened = os.path.join(self.home, "opened")
+        tool = os.path.join(self.home, "bin", "xdg-open")
+        os.makedirs(os.path.dirname(tool))
+        with open(tool, "w", encoding="utf-8") as file:
+            file.write(f"#!/bin/sh\nprintf '%s\\0' \"$#\" \"$@\" >> '{self.opened}'\n")
+        os.chmod(tool, 0o755)
+        self.desktop.environment["PATH"] = f"{self.home}/bin:{os.environ['PATH']}"
+        settings = os.path.join(self.home, ".config", "Greyfinch Labs")
+        os.makedirs(settings)
+        with open(os.path.join(settings, "Quavernet.conf"), "w", encoding="utf-8") as file:
+            file.write("[Settings]\nExternalPlayer=1\nScanLog=0\n")
+
+    def write(self, text, name, data):
+        folder = os.path.join(self.folder, text.replace("/", "|"))
+        os.makedirs(folder, exist_ok=True)
+        path = os.path.join(folder, name.replace("/", "|"))
+        with open(path, "wb") as file:
+            file.write(data)
+        return path
+
+    def encoded(self, *command):
+        wave = os.path.join(self.home, "silence.wav")
+        if not os.path.exists(wave):
+            subprocess.run(["sox", "-n", "-r", "44100", "-c", "2", wave, "trim", "0", "1"], check=True)
+        return subprocess.run(command, cwd=self.home, check=True, capture_output=True).stdout
+
+    def make_strangers(self):
+        mp3 = self.encoded("lame", "--quiet", "silence.wav", "-")
+        paths = []
+        for text in self.texts:
+            fields = {"title": text, "artist": text, "album": text, "year": "1999", "comment": text, "genre": "Rock"}
+            data = tags.id3v2(4, fields, 3) + mp3 + tags.id3v1(text, text, text, "1999", text, 17)
+            paths.append(self.write(text, text + ".mp3", data))
+            paths.append(self.write(text, text + ".wav", self.encoded("cat", "silence.wav")))
+            if "\n" not in text:  # A line break ends the line in which the Ogg reader names a file.
+                ogg = self.encoded("oggenc", "-Q", "-t", text, "-a", text, "-l", text, "-c", "COMMENT=" + text,
+                                   "-o", "-", "silence.wav")
+                paths.append(self.write(text, text + ".ogg", ogg))
+        forged = self.encoded("oggenc", "-Q", "-c", "X=Nominal bitrate: 1 or 1=1", "-o", "-", "silence.wav")
+        self.write("forged", "forged.ogg", forged)
+        return sorted(paths)
+
+    def calls(self):
+        """The arguments of each call of the desktop's opener."""
+        if not os.path.exists(self.opened):
+            return []
+        with open(self.opened, "rb") as file:
+            words = file.read().decode().split("\0")[:-1]
+        found = []
+        while words:
+            count = int(words.pop(0))
+            found.append([words.pop(0) for _ in range(count)])
+        return found
+
+    def test_names_and_tags_of_strangers_are_texts_and_nothing_else(self):
+        paths = self.make_strangers()
+        window = self.start()
+        self.scan(window, self.folder)
+        wait_until("the end of the scan", lambda: self.desktop.title(window)[-1] not in "-%")
+        self.assertEqual(sorted(self.library.files()), paths)
+        for table, column in (("Titel", "Name"), ("Interpret", "Interpret"), ("Albums", "Name")):
+            self.assertLessEqual(set(self.texts), set(self.library.values(f"select {column} from {table}")))
+        self.desktop.picture("strangers-list")
+
+        self.desktop.activate(window)
+        self.desktop.click(window, *ROW_1)
+        self.desktop.key("End")
+        # The tool tip of a row, where markup would be read.
+        self.desktop.ask("xdotool", "mousemove_relative", "--", 40, 3)
+        self.desktop.key("Home")
+        for played in range(1, 13):
+            self.desktop.key("Return", "Down")
+            wait_until("the desktop's opener", lambda: len(self.calls()) >= played)
+        self.desktop.picture("strangers-tip")
+        for arguments in self.calls():
+            self.assertEqual(len(arguments), 1)
+            self.assertIn(arguments[0], paths)
+        wait_until("the counted plays", lambda: self.library.values("select sum(Hits) from Files") == [12])
+
+        self.desktop.key("F1")
+        page = self.desktop.window("^Hilfe zu Quavernet$")
+        self.desktop.activate(page)
+        self.desktop.key("ctrl+f")
+        self.desktop.type(self.texts[0])
+        self.desktop.key("Return")
+        self.desktop.key("Escape")
+        self.desktop.activate(window)
+        self.desktop.key("ctrl+q")
+        self.assertEqual(self.ended(), 0)
+        self.assertEqual(self.visits.count, 0)
+        left = [name for base, folders, names in os.walk(self.home) for name in folders + names]
+        self.assertNotIn(self.mark, left)
+        self.assertFalse(os.path.exists(os.path.join(os.getcwd(), self.mark)))
+
+    def test_the_visits_are_counted(self):
+        with socket.create_connection(self.visits.server_address, 10) as visitor:
+            visitor.sendall(b"GET / HTTP/1.0\r\n\r\n")
+            wait_until("the visit", lambda: self.visits.count == 1)
+
+
+if __name__ == "__main__":
+    unittest.main()
