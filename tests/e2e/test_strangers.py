@@ -2,6 +2,7 @@
 browser. The real program scans, lists and opens them inside a cage that kills it at the first socket for a network."""
 import http.server
 import os
+import re
 import signal
 import socket
 import subprocess
@@ -10,7 +11,7 @@ import threading
 import unittest
 
 import no_network
-from desktop import SAMPLE_MAKER, ProgramTest, ignore_file_size_signal, wait_until
+from desktop import PROGRAM, SAMPLE_MAKER, ProgramTest, ignore_file_size_signal, wait_until
 
 sys.path.insert(0, os.path.dirname(SAMPLE_MAKER))
 import tags  # noqa: E402
@@ -52,10 +53,18 @@ class CageTest(unittest.TestCase):
                                            "'import socket; socket.socket()']))"), 0)
 
 
+class LibrariesTest(unittest.TestCase):
+    def test_the_program_is_linked_with_no_library_for_the_network(self):
+        linked = subprocess.run(["ldd", PROGRAM], check=True, capture_output=True, text=True).stdout
+        self.assertIn("libQt6Widgets", linked)
+        self.assertEqual(re.findall(r"lib(?:Qt6Network|Qt6WebEngine\w*|curl\S*|ssl|soup\S*|nghttp2)\.so", linked), [])
+
+
 class StrangersTest(ProgramTest):
     def setUp(self):
         super().setUp()
         self.visits = Visits()
+        self.addCleanup(self.visits.server_close)
         self.addCleanup(self.visits.shutdown)
         self.before_start = self.enter_cage
         self.mark = "touched-by-a-name"
@@ -93,7 +102,7 @@ class StrangersTest(ProgramTest):
     def encoded(self, *command):
         wave = os.path.join(self.home, "silence.wav")
         if not os.path.exists(wave):
-            subprocess.run(["sox", "-n", "-r", "44100", "-c", "2", wave, "trim", "0", "1"], check=True)
+            subprocess.run(["sox", "-n", "-r", "44100", "-b", "16", "-c", "2", wave, "trim", "0", "1"], check=True)
         return subprocess.run(command, cwd=self.home, check=True, capture_output=True).stdout
 
     def make_strangers(self):
@@ -130,20 +139,20 @@ class StrangersTest(ProgramTest):
         self.scan(window, self.folder)
         wait_until("the end of the scan", lambda: self.desktop.title(window)[-1] not in "-%")
         self.assertEqual(sorted(self.library.files()), paths)
-        for table, column in (("Titel", "Name"), ("Interpret", "Interpret"), ("Albums", "Name")):
+        for table, column in (("Titel", "Name"), ("Interpret", "Interpret")):
             self.assertLessEqual(set(self.texts), set(self.library.values(f"select {column} from {table}")))
+        # A scan takes albums from Ogg files, and from tags of version 1, which these have not.
+        self.assertLessEqual({text for text in self.texts if "\n" not in text},
+                             set(self.library.values("select Name from Albums")))
         self.desktop.picture("strangers-list")
 
         self.desktop.activate(window)
         self.desktop.click(window, *ROW_1)
-        self.desktop.key("End")
-        # The tool tip of a row, where markup would be read.
-        self.desktop.ask("xdotool", "mousemove_relative", "--", 40, 3)
         self.desktop.key("Home")
         for played in range(1, 13):
             self.desktop.key("Return", "Down")
             wait_until("the desktop's opener", lambda: len(self.calls()) >= played)
-        self.desktop.picture("strangers-tip")
+        self.desktop.picture("strangers-played")
         for arguments in self.calls():
             self.assertEqual(len(arguments), 1)
             self.assertIn(arguments[0], paths)
