@@ -9,10 +9,9 @@ cd "$(dirname "${BASH_SOURCE[0]}")"
 install_missing "${PACKAGES_BUILD[@]}" "${PACKAGES_RUN[@]}" "${PACKAGES_SCREEN[@]}" "${PACKAGES_TEST[@]}"
 make_locales de_DE en_US
 
-# The logic tests under the sanitizers are a build of their own, without the forms. The test build below runs
-# its program as one of its tests.
-cmake --preset asan
-cmake --build --preset asan --parallel "$(build_jobs)"
+# Under the sanitizers everything is a build of its own. The test build below runs its programs among its tests.
+cmake --preset asan-gui
+cmake --build --preset asan-gui --parallel "$(build_jobs)"
 
 cmake --preset test
 cmake --build --preset test --parallel "$(build_jobs)"
