@@ -12,7 +12,7 @@ namespace {
 
 constexpr int SecondsPerMinute = 60;
 constexpr double BytesPerKilobyte = 1024;
-constexpr std::int64_t BytesPerMegabyte = 1024 * 1024;
+constexpr std::int64_t BytesPerMegabyte = 1048576;
 
 double NumberOf(const ADODB::Field& field) {
     if (field.IsNull()) {

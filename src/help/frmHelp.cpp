@@ -241,9 +241,8 @@ void frmHelp::keyPressEvent(QKeyEvent* event) {
     } else if (event->modifiers() == (Qt::ControlModifier | Qt::ShiftModifier) && key == Qt::Key_F) {
         m_ui->txtSearchAll->setFocus();
         m_ui->txtSearchAll->selectAll();
-    } else if (key == Qt::Key_F3) {
-        FindInPage(event->modifiers().testFlag(Qt::ShiftModifier));
-    } else if ((key == Qt::Key_Return || key == Qt::Key_Enter) && m_ui->txtFind->hasFocus()) {
+    } else if (key == Qt::Key_F3 ||
+               ((key == Qt::Key_Return || key == Qt::Key_Enter) && m_ui->txtFind->hasFocus())) {
         FindInPage(event->modifiers().testFlag(Qt::ShiftModifier));
     } else if ((key == Qt::Key_Return || key == Qt::Key_Enter) && m_ui->txtSearchAll->hasFocus()) {
         m_ui->lstResults->setCurrentRow(0);

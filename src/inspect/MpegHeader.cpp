@@ -49,7 +49,7 @@ std::size_t SearchFrame(std::span<const std::byte> head) {
 
 std::string BytesToBits(std::uint32_t bytes) {
     std::string bits;
-    for (int bit = std::bit_width(bytes) - 1; bit >= 0; --bit) {
+    for (int bit = static_cast<int>(std::bit_width(bytes)) - 1; bit >= 0; --bit) {
         bits += (bytes >> bit & 1) != 0 ? '1' : '0';
     }
     return bits;

@@ -155,13 +155,14 @@ void ReadWave(const FileBytes& file) {
         return;
     }
     AudioInfo& info = mainModule.CurrentFile.AudioInfo;
-    Skip([&] { info.Frequency = Narrow32(facts->samplesPerSecond / 10 * 10.0); });
-    info.Mode = facts->channels == 1 ? "mono" : facts->channels == 2 ? "stereo" : "";
+    const std::uint32_t tensOfHertz = facts->samplesPerSecond / 10;
+    Skip([&] { info.Frequency = Narrow32(tensOfHertz * 10.0); });
     Skip([&] { info.BitRate = Narrow16(facts->bitsPerSample); });
     if (facts->averageBytesPerSecond != 0) {
         const double seconds = static_cast<double>(facts->dataBytes) / facts->averageBytesPerSecond;
         Skip([&] { info.Length = Narrow32(Val(FormatFixed(seconds, 1, 0, services.regional))); });
     }
+    info.Mode = facts->channels == 1 ? "mono" : facts->channels == 2 ? "stereo" : "";
 }
 
 } // namespace

@@ -1,5 +1,5 @@
-// Apostrophes of texts on their way into a statement and back. Every text of a user or a file passes through
-// SqlQuote before it stands between quotes.
+// Texts on their way into a statement and back. Every text of a user or a file passes through SqlQuote before
+// it stands between quotes, and through SqlNumber where it stands as a bare number.
 #pragma once
 
 #include <string>
@@ -12,5 +12,9 @@ std::string SqlQuote(std::string_view text);
 
 /// Each doubled apostrophe turned back into one, from left to right.
 std::string SqlUnquote(std::string_view text);
+
+/// The text itself if it is a number in digits, with a sign and a decimal point where it has them, or empty.
+/// Throws RuntimeError 13 otherwise: nothing that a file says may become a part of a statement.
+std::string_view SqlNumber(std::string_view text);
 
 } // namespace quavernet

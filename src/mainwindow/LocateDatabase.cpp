@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::int64_t LongestWait = 10; // Seconds.
 
-std::string WithFinalSlash(std::string path) {
+std::string WithFinalSlash(const std::string& path) {
     return path.ends_with('/') ? path : path + "/";
 }
 
@@ -30,7 +30,7 @@ bool WaitUntil(const std::function<bool()>& exists) {
 }
 
 std::string DocumentsFolder() {
-    const std::string folder = WithFinalSlash(GetSpecialFolderPath(Shell::DocumentsFolder));
+    std::string folder = WithFinalSlash(GetSpecialFolderPath(Shell::DocumentsFolder));
     if (!folder.starts_with('/')) {
         // The text that stands for "no such folder" must not become a folder of that name.
         throw RuntimeError(ErrorNumber::PathNotFound, "Path not found");

@@ -92,7 +92,7 @@ void MainCommands::OnToolbar(std::string_view key, std::function<void()> command
 }
 
 void MainCommands::OnPair(std::string_view first, std::string_view second,
-                          std::function<void(bool)> command) {
+                          const std::function<void(bool)>& command) {
     for (const std::string_view name : {first, second}) {
         OnMenu(name, [this, first, second, name, command] {
             const bool checked = m_form.Menu().Checked(name);

@@ -26,7 +26,7 @@ private:
     void OnToolbar(std::string_view key, std::function<void()> command);
 
     /// Two items that work as one: a click sets both, then runs the command.
-    void OnPair(std::string_view first, std::string_view second, std::function<void(bool)> command);
+    void OnPair(std::string_view first, std::string_view second, const std::function<void(bool)>& command);
 
     void SwitchLanguage(const std::string& language);
 

@@ -11,24 +11,24 @@ MainMenu::MainMenu(QMenuBar* bar) : QObject(bar) {
         if (!entry.Is(MenuEntry::Built)) {
             continue;
         }
-        QMenu* parent =
-            entry.Parent.empty() || entry.Parent == "popup" ? nullptr : m_items.at(entry.Parent)->menu();
-        if (parent != nullptr && entry.Is(MenuEntry::Separated) && !parent->isEmpty()) {
-            parent->addSeparator();
+        const auto parent = [&]() -> QMenu& { return *m_items.at(entry.Parent)->menu(); };
+        const bool top = entry.Parent.empty() || entry.Parent == "popup";
+        if (!top && entry.Is(MenuEntry::Separated) && !parent().isEmpty()) {
+            parent().addSeparator();
         }
         QAction* action = nullptr;
         if (entry.Is(MenuEntry::Bar)) {
-            action = parent->addSeparator();
+            action = parent().addSeparator();
         } else if (entry.Is(MenuEntry::Menu)) {
             auto* menu = new QMenu(bar);
             action = menu->menuAction();
-            if (parent != nullptr) {
-                parent->addMenu(menu);
+            if (!top) {
+                parent().addMenu(menu);
             } else if (entry.Parent.empty()) {
                 bar->addMenu(menu);
             }
         } else {
-            action = parent->addAction(QString());
+            action = parent().addAction(QString());
         }
         action->setObjectName(ToQString(entry.Name));
         action->setCheckable(entry.Is(MenuEntry::Checkable));

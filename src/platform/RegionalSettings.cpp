@@ -63,7 +63,7 @@ std::string Assemble(double value, int minimumDigits, int decimals, int signific
         return "0";
     }
     const std::string digits = RoundedDigits(value, decimals, significant);
-    const std::size_t fraction = static_cast<std::size_t>(decimals);
+    const auto fraction = static_cast<std::size_t>(decimals);
     std::string whole = digits.substr(0, digits.size() - fraction);
     while (whole.size() > 1 && whole.front() == '0') {
         whole.erase(whole.begin());

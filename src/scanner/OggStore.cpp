@@ -27,7 +27,7 @@ struct LookupKeys {
 std::optional<std::string> FirstValue(const std::string& select) {
     ADODB::Recordset rows;
     rows.Open(select, *mainModule.Connection);
-    const auto value = rows.RecordCount() > 0 ? std::optional(rows.Fields(0).Text()) : std::nullopt;
+    auto value = rows.RecordCount() > 0 ? std::optional(rows.Fields(0).Text()) : std::nullopt;
     rows.Close();
     return value;
 }
@@ -100,6 +100,14 @@ std::string QualityKey(const OggRecord& record) {
                         "Select Max(Quality_id) from Quality");
 }
 
+/// The values that stand in statements as bare numbers. They are read from lines that a comment of the file
+/// can imitate: a comment "x=Nominal bitrate: ..." brings any text here.
+void RefuseWhatIsNoNumber(const OggRecord& record) {
+    for (const std::string* text : {&record.quality, &record.size, &record.length}) {
+        SqlNumber(*text);
+    }
+}
+
 std::string AlbumKey(OggRecord& record) {
     if (record.album.empty()) {
         record.album = LoadResString(328);
@@ -147,6 +155,7 @@ OggNames OggTagsFromFileName(const std::string& path) {
 }
 
 void StoreOggRecord(OggRecord& record, SavedLog& log) {
+    RefuseWhatIsNoNumber(record);
     FillNames(record);
     LookupKeys keys;
     keys.Title_id = TitleKey(record);

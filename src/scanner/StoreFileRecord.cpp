@@ -24,7 +24,7 @@ struct LookupKeys {
 std::string FirstKey(const std::string& select) {
     ADODB::Recordset rows;
     rows.Open(select, *mainModule.Connection);
-    const std::string key = rows.RecordCount() > 0 ? rows.Fields(0).Text() : std::string();
+    std::string key = rows.RecordCount() > 0 ? rows.Fields(0).Text() : std::string();
     rows.Close();
     return key;
 }

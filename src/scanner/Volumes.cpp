@@ -32,7 +32,7 @@ std::vector<std::string> LogicalDrives() {
 }
 
 std::string UNCPath(const std::string& drive, bool tolerant) {
-    const std::string volume = WithSlash(drive);
+    std::string volume = WithSlash(drive);
     if (const auto root = services.fileSystem->NetworkRoot(WithoutSlash(volume))) {
         return StripAtNull(*root) + "/";
     }

@@ -105,7 +105,7 @@ std::string GetFileIdFromNode(const TreeModel& tree, const std::string& key) {
                    "' and Filename = '" + SqlQuote(node.Text) +
                    "' and [Position] = " + PositionFromKey(node.Key),
                *mainModule.Connection);
-    const std::string fileId = entry.RecordCount() > 0 ? entry.Fields(0).Text() : std::string();
+    std::string fileId = entry.RecordCount() > 0 ? entry.Fields(0).Text() : std::string();
     entry.Close();
     return fileId;
 }

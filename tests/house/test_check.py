@@ -36,7 +36,7 @@ class CheckTest(unittest.TestCase):
             return check.main(["--root", self.root, *names]), out.getvalue()
 
     def test_a_good_tree_keeps_the_rules(self):
-        for name in ("sizes", "connects", "cycles", "layers", "share", "words", "texts", "format"):
+        for name in ("sizes", "connects", "cycles", "layers", "share", "words", "texts", "handing", "format"):
             code = "src/platform/Clock.cpp"
             self.write(code, '#include "platform/Clock.h"\nint Now() { return 1; }\n')
             self.assertEqual(self.broken(name), [], name)
@@ -240,6 +240,39 @@ class CheckTest(unittest.TestCase):
         shutil.rmtree(os.path.join(self.root, "src"))
         for name in ("share", "ratio", "format"):
             self.assertTrue(self.broken(name), name)
+
+    def test_no_text_is_handed_on_to_an_interpreter_or_the_network(self):
+        for code, what in (
+                ("std::system(x);", "std::system("), ("auto* p = popen(x, y);", "popen("), ("execvp(a, b);", "execvp("),
+                ("QProcess::startDetached(a, b);", "QProcess"), ("QDesktopServices::openUrl(x);", "QDesktopServices"),
+                ("QNetworkAccessManager m;", "QNetworkAccessManager"), ("label.setTextFormat(Qt::RichText);", "Qt::RichText"),
+                ("page->setHtml(x);", "setHtml("), ("::socket(AF_INET, 1, 0);", "::socket(AF_"),
+                ("getaddrinfo(a, b, c, d);", "getaddrinfo("), ("b->setOpenExternalLinks(true);", "setOpenExternalLinks(true")):
+            self.write("src/platform/Clock.cpp", f"int Now() {{\n    {code}\n}}\n")
+            told = self.broken("handing")
+            self.assertTrue(told and f'src/platform/Clock.cpp:2: "{what}" ' in told[0], (code, told))
+        self.write("src/platform/Clock.cpp", "#include <QNetworkReply>\n#include <sys/socket.h>\n")
+        self.assertEqual(len(self.broken("handing")), 2)
+
+    def test_words_that_only_look_like_handing_on_are_fine(self):
+        self.write("src/platform/Clock.cpp",
+                   "// system(x) and popen(y) in a comment\nconst char* a = \"system(x)\";\n"
+                   "QLocale l = QLocale::system();\nconnect(a, b);\nfile.system(x);\n")
+        self.assertEqual(self.broken("handing"), [])
+
+    def test_a_format_is_a_literal(self):
+        good = 'void f() {\n    std::printf("%s", x);\n    std::snprintf(a.data(), a.size(), "%d, %d", x, y);\n' \
+               '    std::fprintf(stderr, "x");\n}\n'
+        self.write("src/platform/Clock.cpp", good)
+        self.assertEqual(self.broken("handing"), [])
+        for call in ("std::printf(x)", "std::snprintf(a, f(1, 2), x)", "std::fprintf(stderr, text.c_str())"):
+            self.write("src/platform/Clock.cpp", f"void f() {{\n    {call};\n}}\n")
+            self.assertIn("takes a format that is no literal", self.broken("handing")[0])
+
+    def test_a_library_for_the_network_is_told(self):
+        self.write("src/platform/CMakeLists.txt", "target_sources(quavernet_logic PRIVATE Clock.cpp)\n"
+                   "target_link_libraries(quavernet_logic PRIVATE Qt6::Network)\n")
+        self.assertEqual(self.broken("handing"), ["src/platform/CMakeLists.txt: links a library for the network"])
 
 
 class FunctionsTest(unittest.TestCase):

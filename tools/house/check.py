@@ -13,6 +13,7 @@ import sys
 
 sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+import handing as handed_on  # noqa: E402
 import source  # noqa: E402
 import texts as shown_texts  # noqa: E402
 
@@ -213,6 +214,11 @@ def words(root):
     return broken
 
 
+def handing(root):
+    """No text reaches a shell, a format, markup, an address opener or the network."""
+    return handed_on.check(root)
+
+
 def layout(root):
     """Code is laid out by clang-format."""
     files = source.walk(root, ["src", "tests", "bench", "tools"], source.CODE)
@@ -232,7 +238,7 @@ def texts(root):
 
 
 CHECKS = {"sizes": sizes, "connects": connects, "cycles": cycles, "layers": layers, "share": share,
-          "ratio": ratio, "words": words, "texts": texts,
+          "ratio": ratio, "words": words, "texts": texts, "handing": handing,
           "format": layout}
 
 

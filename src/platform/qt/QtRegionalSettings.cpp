@@ -15,11 +15,11 @@ bool IsDateLetter(QChar c) {
 QString PlainShortPattern(const QString& pattern) {
     QString plain;
     bool quoted = false;
-    for (qsizetype i = 0; i < pattern.size(); ++i) {
-        if (pattern[i] == u'\'') {
+    for (const QChar c : pattern) {
+        if (c == u'\'') {
             quoted = !quoted;
         } else if (!quoted) {
-            plain += pattern[i];
+            plain += c;
         }
     }
     if (!plain.contains(u'd') || !plain.contains(u'M') || !plain.contains(u'y') ||

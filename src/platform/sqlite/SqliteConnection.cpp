@@ -52,7 +52,7 @@ public:
 
     ~SqliteConnection() override {
         try {
-            Commit();
+            SqliteConnection::Commit();
         } catch (const RuntimeError&) {
             // Nobody is left to hear of it; the file keeps its last committed state.
         }
