@@ -170,7 +170,8 @@ std::vector<std::string> OtherFrames(const Parts& parts, const std::array<bool, 
     return others;
 }
 
-void RequireSaved(std::string_view before, const std::string& after, const std::array<bool, FieldCount>& changed) {
+void RequireSaved(std::string_view before, const std::string& after,
+                  const std::array<bool, FieldCount>& changed) {
     const auto now = Split(after);
     Require(now.has_value());
     RequireLayout(*now);

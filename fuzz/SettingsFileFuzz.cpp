@@ -53,7 +53,8 @@ private:
 
 // Forms that the store itself never writes; the library takes any type out of them.
 bool HoldsForeignValues(std::string_view file) {
-    return file.find("@Variant") != std::string_view::npos || file.find("@DateTime") != std::string_view::npos;
+    return file.find("@Variant") != std::string_view::npos ||
+           file.find("@DateTime") != std::string_view::npos;
 }
 
 } // namespace

@@ -20,12 +20,12 @@ using namespace quavernet;
 using fuzz::Require;
 
 constexpr std::array<const char*, 34> Names = {
-    "WindowLeft",     "WindowTop",   "WindowWidth",    "WindowHeight",  "SplitterPos",   "ColWidth(0)",
-    "ColWidth(1)",    "ColWidth(2)", "ColWidth(3)",    "ColWidth(4)",   "ColWidth(5)",   "GridLines",
-    "Drive",          "Genre",       "Album",          "SearchTitle",   "SearchInterpret", "QuickScan",
-    "RecursiveScan",  "ScanMp3",     "ScanWav",        "ScanOgg",       "ViewMp3",       "ViewWav",
-    "ViewOgg",        "ScanLog",     "LoadOverSearch", "ExternalPlayer", "AddToPlaylist", "Language",
-    "LastScan",       "Scanpath",    "ScanpathValue",  "Coverstring"};
+    "WindowLeft",    "WindowTop",   "WindowWidth",    "WindowHeight",   "SplitterPos",     "ColWidth(0)",
+    "ColWidth(1)",   "ColWidth(2)", "ColWidth(3)",    "ColWidth(4)",    "ColWidth(5)",     "GridLines",
+    "Drive",         "Genre",       "Album",          "SearchTitle",    "SearchInterpret", "QuickScan",
+    "RecursiveScan", "ScanMp3",     "ScanWav",        "ScanOgg",        "ViewMp3",         "ViewWav",
+    "ViewOgg",       "ScanLog",     "LoadOverSearch", "ExternalPlayer", "AddToPlaylist",   "Language",
+    "LastScan",      "Scanpath",    "ScanpathValue",  "Coverstring"};
 
 void FillSettings(std::string_view input, test::MapSettings& settings) {
     for (std::size_t i = 0; !input.empty(); ++i) {

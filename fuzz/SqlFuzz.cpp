@@ -84,8 +84,8 @@ bool SlowLike(std::string_view pattern, std::string_view text) {
         std::vector<bool> next(p.size() + 1);
         for (std::size_t i = 0; i < p.size(); ++i) {
             const char32_t wanted = p[i].folded;
-            next[i + 1] = wanted == U'%' ? next[i] || row[i + 1]
-                                         : row[i] && (wanted == U'_' || wanted == c.folded);
+            next[i + 1] =
+                wanted == U'%' ? next[i] || row[i + 1] : row[i] && (wanted == U'_' || wanted == c.folded);
         }
         row = next;
     }

@@ -45,9 +45,8 @@ bool IsBoundary(TagBody& body, std::size_t offset, unsigned major) {
         return offset == body.Size();
     }
     const ByteView bytes = body.View(offset, IdSize(major));
-    return !bytes.empty() &&
-           (bytes[0] == std::byte{0} ||
-            (bytes.size() == IdSize(major) && IsFrameId(TextAt(bytes, 0, bytes.size()))));
+    return !bytes.empty() && (bytes[0] == std::byte{0} ||
+                              (bytes.size() == IdSize(major) && IsFrameId(TextAt(bytes, 0, bytes.size()))));
 }
 
 // Bytes of the contents of the frame whose header begins at the offset. Some writers put plain sizes into

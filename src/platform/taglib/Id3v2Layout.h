@@ -65,8 +65,8 @@ public:
     virtual ~TagBody() = default;
     virtual std::size_t Size() const = 0;
 
-    /// Up to `count` bytes from the offset, fewer at the end, or of a file that was cut while it is read; valid
-    /// until the next call.
+    /// Up to `count` bytes from the offset, fewer at the end, or of a file that was cut while it is read;
+    /// valid until the next call.
     virtual ByteView View(std::size_t offset, std::size_t count) = 0;
 };
 

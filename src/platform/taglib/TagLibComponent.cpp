@@ -232,8 +232,7 @@ private:
         const Bytes oldTag = ReadBytes(file, 0, static_cast<std::size_t>(space));
         const ByteView rawBody = found ? ByteView(oldTag).subspan(HeaderSize, header.size) : ByteView();
         const Bytes plainBody = IsUnsynchronised(header) ? Resynchronise(rawBody) : Bytes();
-        const EditedBody body =
-            EditFrames(header, IsUnsynchronised(header) ? plainBody : rawBody, changes);
+        const EditedBody body = EditFrames(header, IsUnsynchronised(header) ? plainBody : rawBody, changes);
         Replace(path, file, header, oldTag, body);
     }
 
