@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <iterator>
 #include <span>
@@ -17,8 +18,9 @@
 namespace quavernet::fuzz {
 
 /// Ends the run with the input at hand if a result breaks a rule.
-inline void Require(bool condition) {
+inline void Require(bool condition, int line = __builtin_LINE()) {
     if (!condition) {
+        std::fprintf(stderr, "The rule in line %d is broken.\n", line);
         std::abort();
     }
 }

@@ -99,6 +99,25 @@ void RequireLayout(const Parts& parts) {
     Require(parts.list.end == offset);
 }
 
+/// The body of a file that is cut while it is read.
+class CutBody : public TagBody {
+public:
+    CutBody(ByteView held, std::size_t size) : m_size(size), m_rest(held) {}
+    std::size_t Size() const override { return m_size; }
+    ByteView View(std::size_t offset, std::size_t count) override { return m_rest.View(offset, count); }
+
+private:
+    std::size_t m_size;
+    MemoryBody m_rest;
+};
+
+void ReadCut(const Parts& parts, std::size_t held) {
+    const Bytes copy(parts.body.begin(), parts.body.begin() + static_cast<std::ptrdiff_t>(held));
+    CutBody body(copy, parts.body.size());
+    const FrameList list = ListFrames(parts.header, body);
+    Require(list.begin <= parts.body.size() && list.end <= parts.body.size());
+}
+
 Texts Read(const std::string& path, std::string_view file) {
     const auto component = CreateTagLibComponent();
     component->LoadFile(path);
@@ -151,7 +170,8 @@ std::vector<std::string> OtherFrames(const Parts& parts, const std::array<bool, 
     return others;
 }
 
-void RequireSaved(std::string_view before, const std::string& after, const std::array<bool, FieldCount>& changed) {
+void RequireSaved(std::string_view before, const std::string& after,
+                  const std::array<bool, FieldCount>& changed) {
     const auto now = Split(after);
     Require(now.has_value());
     RequireLayout(*now);
@@ -216,6 +236,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     UseWindows1252();
     if (const auto parts = Split(file)) {
         RequireLayout(*parts);
+        for (const std::size_t tenths : {std::size_t{0}, std::size_t{3}, std::size_t{9}}) {
+            ReadCut(*parts, parts->body.size() * tenths / 10);
+        }
     }
     const Texts old = Read(path, file);
     Require(fuzz::ReadWhole(path) == file);

@@ -1,6 +1,6 @@
 // Feeds any bytes, as the beginning of an MPEG file, to the search for a frame header, the reading of its
-// fields and of a Xing mark, and the fallback search for a bit rate, and compares what comes out with the slow
-// reading of the tests, which shares no code with it.
+// fields and of a Xing mark, and the fallback search for a bit rate, and compares what comes out with the
+// slow reading of the tests, which shares no code with it.
 #include "inspect/AudioInfoModel.h"
 #include "inspect/FileBytes.h"
 #include "inspect/MpegFallback.h"
@@ -36,8 +36,8 @@ void RequireInRange(const AudioInfo& info) {
     Require(IsOneOf<int>(info.Version, {0, 1, 2, 25}));
     Require(IsOneOf<int>(info.Layer, {0, 1, 2, 3}));
     Require(IsOneOf<std::string>(info.Emphasis, {"", "no", "50/15", "reserviert", "CCITT J 17"}));
-    for (const std::string& flag : {info.PaddingFlag, info.ProtectedFlag, info.CopyFlag, info.OriginalFlag,
-                                    info.PrivateFlag}) {
+    for (const std::string& flag :
+         {info.PaddingFlag, info.ProtectedFlag, info.CopyFlag, info.OriginalFlag, info.PrivateFlag}) {
         Require(IsOneOf<std::string>(flag, {"", "Ja", "Nein"}));
     }
 }

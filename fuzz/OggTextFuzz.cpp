@@ -62,7 +62,7 @@ void RequireTexts(const std::vector<std::string>& lines, const OggFileInfo& file
     RequireLast(lines, "DATE", file.year);
     RequireLast(lines, "CHANNELS:", file.channels);
     Require(file.path.ends_with(file.name) && file.name.find('/') == std::string::npos);
-    Require(file.bitRate.find_first_of(".\n") == std::string::npos);
+    Require(file.bitRate.find_first_of(",\n") == std::string::npos); // The comma cuts last.
     if (!file.length.empty()) {
         int seconds = 0;
         const char* const end = file.length.data() + file.length.size();

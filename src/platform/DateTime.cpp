@@ -21,9 +21,10 @@ DateTime OnDay(const std::chrono::year_month_day& day, DateTime time) {
 } // namespace
 
 bool IsValidDate(const DateTime& date) {
-    return date.year >= 100 && date.year <= 9999 && date.month > 0 && date.day > 0 && CivilDay(date).ok() &&
-           date.hour >= 0 && date.hour < 24 && date.minute >= 0 && date.minute < 60 && date.second >= 0 &&
-           date.second < 60;
+    // Month and day are checked before they become calendar values, which keep only eight bits of them.
+    return date.year >= 100 && date.year <= 9999 && date.month > 0 && date.month <= 12 && date.day > 0 &&
+           date.day <= 31 && CivilDay(date).ok() && date.hour >= 0 && date.hour < 24 && date.minute >= 0 &&
+           date.minute < 60 && date.second >= 0 && date.second < 60;
 }
 
 std::int64_t CivilSeconds(const DateTime& date) {

@@ -62,6 +62,17 @@ TEST_F(AdaptersTest, ASettingReadsBackAsItWasWritten) {
     }
 }
 
+TEST_F(AdaptersTest, APathThatIsNoUtf8ReadsBackToTheByte) {
+    for (const std::string text : {"/m/K\xE4the/", "\xFF", "\xEF\xBB\xBF/m/", "/m/\xED\xA0\x80"}) {
+        {
+            QtSettings store;
+            store.Set(SettingsApplication, SettingsSection, "Scanpath", text);
+        }
+        QtSettings store;
+        EXPECT_EQ(store.Query(SettingsApplication, SettingsSection, "Scanpath"), text);
+    }
+}
+
 TEST_F(AdaptersTest, AValueThatWasNeverWrittenIsMissing) {
     QtSettings store;
     EXPECT_EQ(store.Query(SettingsApplication, SettingsSection, "Scanpath"), std::nullopt);

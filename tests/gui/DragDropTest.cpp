@@ -106,6 +106,12 @@ TEST_F(DragDropTest, FilesOfOtherMachinesAndProtocolsAreLeftOut) {
     EXPECT_TRUE(LocalFiles(QMimeData()).empty());
 }
 
+TEST_F(DragDropTest, APathWithANulIsLeftOut) {
+    QMimeData data;
+    data.setData(QStringLiteral("text/uri-list"), "file:///a.mp3%00.wav\r\nfile:///b.mp3\r\n%00\r\n");
+    EXPECT_EQ(LocalFiles(data), (Texts{"/b.mp3"})); // The system would open "/a.mp3" for it.
+}
+
 TEST_F(DragDropTest, OfferedFilesReadBackByteForByte) {
     const Texts paths{"/m/ä & #1%.mp3", "/m/\xFF\xFE.mp3", "/m/a\nb.wav"};
     const std::unique_ptr<QMimeData> data(FilesToOffer(paths));

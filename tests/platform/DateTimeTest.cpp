@@ -38,6 +38,14 @@ TEST(DateTimeTest, ADateIsSetFromItsYearOn) {
     EXPECT_LT((DateTime{2026, 1, 31, 23, 0, 0}), (DateTime{2026, 2, 1}));
 }
 
+TEST(DateTimeTest, AMonthOrDayFarBeyondTheCalendarIsNoDate) {
+    EXPECT_FALSE(IsValidDate(Day(2000, 1290, 3))); // 1290 is 10 in its lowest eight bits.
+    EXPECT_FALSE(IsValidDate(Day(2000, 257, 3)));
+    EXPECT_FALSE(IsValidDate(Day(2000, 1, 257)));
+    EXPECT_FALSE(IsValidDate(Day(2000, 13, 1)));
+    EXPECT_FALSE(IsValidDate(Day(2000, 1, 32)));
+}
+
 TEST(DateTimeTest, DaysRunOverMonthsYearsAndLeapDays) {
     EXPECT_EQ(AddDays(Day(2026, 11, 20), 1), Day(2026, 11, 21));
     EXPECT_EQ(AddDays(Day(2026, 11, 30), 1), Day(2026, 12, 1));

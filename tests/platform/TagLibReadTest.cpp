@@ -1,6 +1,7 @@
 #include "platform/taglib/TagLibComponent.h"
 
 #include "platform/taglib/Id3v2Frames.h"
+#include "platform/taglib/Id3v2Layout.h"
 #include "support/TagBytes.h"
 #include "support/TemporaryFolder.h"
 
@@ -278,6 +279,36 @@ TEST_F(TagLibReadTest, HostileTagsGiveEmptyFields) {
         EXPECT_EQ(Field(T::Comment), "");
         if (std::string_view(what) != "unknown encoding") {
             EXPECT_EQ(Field(T::Title), "");
+        }
+    }
+}
+
+TEST(Id3v2LayoutTest, ABodyThatIsCutWhileItIsReadEndsItsFrames) {
+    // Tells its old size and gives what is left.
+    class CutBody : public id3v2::TagBody {
+    public:
+        CutBody(std::string_view held, std::size_t size)
+            : m_held(AsBytes(held).begin(), AsBytes(held).end()), m_size(size) {}
+        std::size_t Size() const override { return m_size; }
+        id3v2::ByteView View(std::size_t offset, std::size_t count) override {
+            return id3v2::MemoryBody(m_held).View(offset, count);
+        }
+
+    private:
+        id3v2::Bytes m_held;
+        std::size_t m_size;
+    };
+    for (const int major : {2, 3, 4}) {
+        const std::string first = TextFrame(major, major == 2 ? "TT2" : "TIT2", "Titel");
+        const std::string body = first + TextFrame(major, major == 2 ? "TP1" : "TPE1", "Interpret");
+        const auto header = id3v2::ParseTagHeader(AsBytes(TagV2(major, body)));
+        ASSERT_TRUE(header);
+        for (std::size_t held = 0; held < first.size() + 4; ++held) {
+            CutBody cut(std::string_view(body).substr(0, held), body.size());
+            const auto list = id3v2::ListFrames(*header, cut);
+            EXPECT_LE(list.frames.size(), 2u);
+            EXPECT_LE(list.end, body.size());
+            EXPECT_TRUE(held > 0 || list.frames.empty());
         }
     }
 }

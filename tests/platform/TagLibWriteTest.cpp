@@ -175,6 +175,16 @@ TEST_F(TagLibWriteTest, BytesBehindTheFramesThatAreNoPaddingStay) {
               TagV2(3, TextFrame(3, "TIT2", "Neue") + "???" + std::string(19, '\0')) + Audio);
 }
 
+TEST_F(TagLibWriteTest, AFrameThatWasCutOffGetsNoPaddingThatWouldMakeItWhole) {
+    const std::string cut = "TPE1" + Big(40, 4) + Bytes({0, 0, 0}) + "Cut";
+    const std::string frames = TextFrame(3, "TIT2", "Titel") + cut;
+    for (const std::string title : {"Neuer", "Ein laengerer", "Kurz"}) {
+        EXPECT_EQ(Save(TagV2(3, frames) + Audio, {{T::Title, title}}),
+                  TagV2(3, TextFrame(3, "TIT2", title) + cut) + Audio);
+        EXPECT_EQ(FieldOf(T::Performer), "");
+    }
+}
+
 TEST_F(TagLibWriteTest, AnUnsynchronisedTagIsWrittenPlain) {
     const std::string priv = FrameV2(3, "PRIV", Bytes({0xFF, 0xE0}));
     const std::string raw =

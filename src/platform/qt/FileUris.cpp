@@ -1,5 +1,7 @@
 #include "platform/qt/FileUris.h"
 
+#include <utility>
+
 #include <QByteArray>
 #include <QMimeData>
 
@@ -28,8 +30,10 @@ std::vector<std::string> LocalFiles(const QMimeData& data) {
             }
             line.remove(0, path);
         }
-        if (line.startsWith('/')) {
-            paths.push_back(QByteArray::fromPercentEncoding(line).toStdString());
+        std::string path = QByteArray::fromPercentEncoding(line).toStdString();
+        // The system would cut a path at a NUL and open another file.
+        if (line.startsWith('/') && path.find('\0') == std::string::npos) {
+            paths.push_back(std::move(path));
         }
     }
     return paths;

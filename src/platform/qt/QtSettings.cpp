@@ -31,12 +31,17 @@ std::optional<std::string> QtSettings::Query(const std::string& application, con
     if (!value.isValid()) {
         return std::nullopt;
     }
-    return FromQString(value.toString());
+    return value.typeId() == QMetaType::QByteArray ? value.toByteArray().toStdString()
+                                                   : FromQString(value.toString());
 }
 
 void QtSettings::Set(const std::string& application, const std::string& section, const std::string& name,
                      const std::string& value) {
-    Store(application).setValue(Key(section, name), ToQString(value));
+    // A folder's name may be no UTF-8: such a text is kept as its bytes, or it would name another folder.
+    const QString text = ToQString(value);
+    Store(application)
+        .setValue(Key(section, name),
+                  FromQString(text) == value ? QVariant(text) : QVariant(QByteArray::fromStdString(value)));
 }
 
 void QtSettings::Sync() {

@@ -3,6 +3,7 @@
 #include "platform/taglib/Id3v2Frames.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace quavernet::id3v2 {
 
@@ -27,7 +28,7 @@ Bytes Replacement(const TagHeader& header, const Frame& frame, ByteView body, co
 
 } // namespace
 
-Bytes EditFrames(const TagHeader& header, ByteView body, const FieldChanges& changes) {
+EditedBody EditFrames(const TagHeader& header, ByteView body, const FieldChanges& changes) {
     MemoryBody memory(body);
     const FrameList list = ListFrames(header, memory);
     std::array<bool, FieldCount> seen{};
@@ -50,13 +51,14 @@ Bytes EditFrames(const TagHeader& header, ByteView body, const FieldChanges& cha
             append(EncodeFrame(header.major, FrameId(field, header.major), field, {*changes[i], {}, {}}));
         }
     }
+    const std::size_t tailBegin = result.size();
     // Padding goes; bytes that are neither frame nor padding are somebody's and stay.
     ByteView tail = body.subspan(list.end);
     while (!tail.empty() && tail.back() == std::byte{0}) {
         tail = tail.first(tail.size() - 1);
     }
     append(tail);
-    return result;
+    return {std::move(result), tailBegin};
 }
 
 Bytes BuildTag(const TagHeader& header, ByteView frames, std::uint64_t totalSize) {
@@ -70,6 +72,12 @@ Bytes BuildTag(const TagHeader& header, ByteView frames, std::uint64_t totalSize
     tag.insert(tag.end(), frames.begin(), frames.end());
     tag.resize(totalSize);
     return tag;
+}
+
+bool ReadsAsEdited(ByteView tag, const EditedBody& body) {
+    const auto header = ParseTagHeader(tag);
+    MemoryBody memory(tag.subspan(HeaderSize));
+    return header && ListFrames(*header, memory).end == body.tailBegin;
 }
 
 } // namespace quavernet::id3v2

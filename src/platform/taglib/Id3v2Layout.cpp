@@ -45,8 +45,8 @@ bool IsBoundary(TagBody& body, std::size_t offset, unsigned major) {
         return offset == body.Size();
     }
     const ByteView bytes = body.View(offset, IdSize(major));
-    return bytes[0] == std::byte{0} ||
-           (bytes.size() == IdSize(major) && IsFrameId(TextAt(bytes, 0, bytes.size())));
+    return !bytes.empty() && (bytes[0] == std::byte{0} ||
+                              (bytes.size() == IdSize(major) && IsFrameId(TextAt(bytes, 0, bytes.size()))));
 }
 
 // Bytes of the contents of the frame whose header begins at the offset. Some writers put plain sizes into
@@ -177,16 +177,16 @@ Bytes Resynchronise(ByteView body) {
 
 std::uint32_t BigEndian(ByteView bytes, std::size_t offset, std::size_t count) {
     std::uint32_t value = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        value = value << 8 | std::to_integer<std::uint32_t>(bytes[offset + i]);
+    for (std::size_t i = offset; i < offset + count; ++i) {
+        value = value << 8 | (i < bytes.size() ? std::to_integer<std::uint32_t>(bytes[i]) : 0u);
     }
     return value;
 }
 
 std::uint32_t SyncSafe(ByteView bytes, std::size_t offset) {
     std::uint32_t value = 0;
-    for (std::size_t i = 0; i < 4; ++i) {
-        value = value << 7 | (std::to_integer<std::uint32_t>(bytes[offset + i]) & 0x7Fu);
+    for (std::size_t i = offset; i < offset + 4; ++i) {
+        value = value << 7 | (i < bytes.size() ? std::to_integer<std::uint32_t>(bytes[i]) & 0x7Fu : 0u);
     }
     return value;
 }

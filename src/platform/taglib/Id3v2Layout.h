@@ -65,7 +65,8 @@ public:
     virtual ~TagBody() = default;
     virtual std::size_t Size() const = 0;
 
-    /// Up to `count` bytes from the offset, fewer only at the end; valid until the next call.
+    /// Up to `count` bytes from the offset, fewer at the end, or of a file that was cut while it is read;
+    /// valid until the next call.
     virtual ByteView View(std::size_t offset, std::size_t count) = 0;
 };
 
@@ -89,6 +90,7 @@ FrameList ListFrames(const TagHeader& header, TagBody& body);
 /// Undoes the unsynchronisation of a whole body: 0xFF 0x00 becomes 0xFF.
 Bytes Resynchronise(ByteView body);
 
+/// Numbers at an offset; bytes that are missing count as 0.
 std::uint32_t BigEndian(ByteView bytes, std::size_t offset, std::size_t count);
 std::uint32_t SyncSafe(ByteView bytes, std::size_t offset);
 void AppendBigEndian(Bytes& bytes, std::uint32_t value, std::size_t count);

@@ -232,15 +232,31 @@ private:
         const Bytes oldTag = ReadBytes(file, 0, static_cast<std::size_t>(space));
         const ByteView rawBody = found ? ByteView(oldTag).subspan(HeaderSize, header.size) : ByteView();
         const Bytes plainBody = IsUnsynchronised(header) ? Resynchronise(rawBody) : Bytes();
-        const Bytes frames = EditFrames(header, IsUnsynchronised(header) ? plainBody : rawBody, changes);
+        const EditedBody body = EditFrames(header, IsUnsynchronised(header) ? plainBody : rawBody, changes);
+        Replace(path, file, header, oldTag, body);
+    }
 
-        if (const std::uint64_t needed = HeaderSize + frames.size(); needed <= space && space <= LargestTag) {
-            OverwriteHead(file, oldTag, BuildTag(header, frames, space));
-        } else if (needed + Padding > LargestTag) {
+    // In place if the new tag fits there, else by a copy with padding, else by one without.
+    static void Replace(const std::string& path, BinaryFile& file, const TagHeader& header,
+                        const Bytes& oldTag, const EditedBody& body) {
+        const std::uint64_t space = oldTag.size();
+        const std::uint64_t needed = HeaderSize + body.bytes.size();
+        if (needed + Padding > LargestTag) {
             Refuse("ID3v2 tag too large", path);
-        } else {
-            ReplaceHead(path, file, space, BuildTag(header, frames, needed + Padding));
         }
+        for (const std::uint64_t size : {space, needed + Padding, needed}) {
+            const Bytes tag = size < needed ? Bytes() : BuildTag(header, body.bytes, size);
+            if (tag.empty() || !ReadsAsEdited(tag, body)) {
+                continue;
+            }
+            if (size == space) {
+                OverwriteHead(file, oldTag, tag);
+            } else {
+                ReplaceHead(path, file, space, tag);
+            }
+            return;
+        }
+        Refuse("Damaged ID3v2 tag", path);
     }
 
     // A field whose text is the one in the file keeps its frame as it is.
