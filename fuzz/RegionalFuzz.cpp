@@ -21,14 +21,15 @@ using namespace quavernet;
 using fuzz::Require;
 
 // As the reader of the system's settings makes them: four digits of the year, nothing quoted.
-const std::array<RegionalSettings, 8> Countries = {{{",", ".", ".", "dd.MM.yyyy", false},
-                                                    {".", ",", "/", "M/d/yyyy", true},
-                                                    {".", ",", "/", "dd/MM/yyyy", false},
-                                                    {",", "\u202F", "/", "dd/MM/yyyy", false},
-                                                    {".", "", "-", "yyyy-MM-dd", false},
-                                                    {".", "'", ".", "d. M. yyyy", false},
-                                                    {"\u066B", "\u066C", "\u200F/", "d\u200F/M\u200F/yyyy", true},
-                                                    {",", "\u00A0", ". ", "yyyy. MM. dd.", false}}};
+const std::array<RegionalSettings, 8> Countries = {
+    {{",", ".", ".", "dd.MM.yyyy", false},
+     {".", ",", "/", "M/d/yyyy", true},
+     {".", ",", "/", "dd/MM/yyyy", false},
+     {",", "\u202F", "/", "dd/MM/yyyy", false},
+     {".", "", "-", "yyyy-MM-dd", false},
+     {".", "'", ".", "d. M. yyyy", false},
+     {"\u066B", "\u066C", "\u200F/", "d\u200F/M\u200F/yyyy", true},
+     {",", "\u00A0", ". ", "yyyy. MM. dd.", false}}};
 
 DateTime DayOf(DateTime date) {
     date.hour = date.minute = date.second = 0;
@@ -57,9 +58,8 @@ void ReadDate(std::string_view text, const RegionalSettings& regional) {
     if (date) {
         RequireDate(*date, regional);
     }
-    std::string stored;
     try {
-        stored = sqlite::StoredDate(text, regional);
+        const std::string stored = sqlite::StoredDate(text, regional);
         Require(text.empty() ? stored.empty() : date && stored == IsoDateText(*date));
     } catch (const RuntimeError&) {
         Require(!date && !text.empty());
