@@ -58,9 +58,8 @@ void ReadDate(std::string_view text, const RegionalSettings& regional) {
     if (date) {
         RequireDate(*date, regional);
     }
-    std::string stored;
     try {
-        stored = sqlite::StoredDate(text, regional);
+        const std::string stored = sqlite::StoredDate(text, regional);
         Require(text.empty() ? stored.empty() : date && stored == IsoDateText(*date));
     } catch (const RuntimeError&) {
         Require(!date && !text.empty());

@@ -113,7 +113,9 @@ TEST_F(DialogRulesTest, TheMenuOpensTheAboutBoxModalOverTheMainWindow) {
         QWidget* modal = QApplication::activeModalWidget();
         seen = modal != nullptr && modal->objectName() == QLatin1String("frmAbout") &&
                modal->parentWidget() == &Form();
-        modal->close();
+        if (modal != nullptr) {
+            modal->close();
+        }
     });
     Action("mnuAbout").trigger();
     EXPECT_TRUE(seen);

@@ -119,6 +119,29 @@ TEST_F(GridTest, OneNotchOfTheWheelIsOneRowWhereverTheMouseStands) {
     EXPECT_EQ(mainModule.SelectedRows.Rows(), Rows{1});
 }
 
+TEST_F(GridTest, APressInTheListBringsTheWindowToTheFront) {
+    class RaiseCounter : public QObject {
+    public:
+        bool eventFilter(QObject*, QEvent* event) override {
+            count += event->type() == QEvent::ZOrderChange ? 1 : 0;
+            return false;
+        }
+        int count = 0;
+    };
+    AddFiles(3);
+    Start();
+    RaiseCounter raises;
+    Form().installEventFilter(&raises);
+    for (const Qt::MouseButton button : {Qt::LeftButton, Qt::MiddleButton}) {
+        raises.count = 0;
+        QTest::mousePress(Grid().viewport(), button, {}, CellCentre(1));
+        EXPECT_EQ(raises.count, 1);
+        QTest::mouseRelease(Grid().viewport(), button, {}, CellCentre(1));
+        EXPECT_EQ(raises.count, 1);
+    }
+    Form().removeEventFilter(&raises);
+}
+
 TEST_F(GridTest, TheToolTipIsTheFilesNameOnDisk) {
     AddFiles(2);
     Start();

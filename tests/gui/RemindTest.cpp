@@ -52,6 +52,14 @@ protected:
 
 } // namespace
 
+TEST_F(RemindTest, AFlagOtherThanOneLeavesTheBoxCleared) {
+    SetReminder("2", "01.02.2027", "m");
+    Open();
+    EXPECT_EQ(Part<QCheckBox>("chkRemind").checkState(), Qt::Unchecked);
+    EXPECT_EQ(Label("lblDate"), "Erinnerung nicht aktiviert!");
+    EXPECT_EQ(CheckedOption(), "optMonthly");
+}
+
 TEST_F(RemindTest, TheCaptionsAreThoseOfTheLanguage) {
     Open();
     EXPECT_EQ(FromQString(dialog->windowTitle()), "Scan Erinnerung");
@@ -169,7 +177,9 @@ TEST_F(RemindTest, TheMenuOpensItModalOverTheMainWindow) {
         QWidget* modal = QApplication::activeModalWidget();
         seen = modal != nullptr && modal->objectName() == QLatin1String("frmRemind") &&
                modal->parentWidget() == &Form();
-        modal->close();
+        if (modal != nullptr) {
+            modal->close();
+        }
     });
     Action("mnuRemind").trigger();
     EXPECT_TRUE(seen);

@@ -160,7 +160,9 @@ TEST_F(ScanpathTest, TheMenuOpensItModalOverTheMainWindow) {
         QWidget* modal = QApplication::activeModalWidget();
         seen = modal != nullptr && modal->objectName() == QLatin1String("frmScanpath") &&
                modal->parentWidget() == &Form();
-        modal->close();
+        if (modal != nullptr) {
+            modal->close();
+        }
     });
     Action("mnuStandardScanningPath").trigger();
     EXPECT_TRUE(seen);

@@ -89,6 +89,14 @@ TEST_F(TreePaneTest, TheBlueOfACategoryIsReadableOnADarkWindow) {
     EXPECT_GT(Alpha().foreground(0).color().lightness(), 160);
 }
 
+TEST_F(TreePaneTest, AStartForgetsWhatWasExpandedBefore) {
+    MakeTree();
+    mainModule.TreeNodeData.Add("CAT_Alpha");
+    Start();
+    EXPECT_TRUE(mainModule.TreeNodeData.Keys().empty());
+    EXPECT_FALSE(Alpha().isExpanded());
+}
+
 TEST_F(TreePaneTest, WhatTheUserHasExpandedStaysSoAfterARebuild) {
     MakeTree();
     Start();

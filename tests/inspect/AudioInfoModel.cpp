@@ -107,7 +107,7 @@ std::string AudioInfoModel::ReadMpegHeader(const std::string& file) {
     for (int position = 1; position <= 5000; ++position) {
         if (Get(file, position) == 0xFF) {
             const auto next = Get(file, position + 1);
-            if (next == 0xFA || next == 0xFB) {
+            if (next && (*next == 0xFA || *next == 0xFB)) {
                 kept = position;
                 break;
             }
@@ -148,10 +148,10 @@ double AudioInfoModel::FallbackBitRate(const std::string& file) const {
         values.push_back(std::stoi(piece));
     }
     int table[8][16] = {};
-    for (int row = 1; row <= 14; ++row) {
-        for (int y = 0; y <= 2; ++y) {
-            table[7 - y][row] = values[static_cast<std::size_t>(row * 6 + y)];
-            table[3 - y][row] = values[static_cast<std::size_t>(row * 6 + 3 + y)];
+    for (std::size_t row = 1; row <= 14; ++row) {
+        for (std::size_t y = 0; y <= 2; ++y) {
+            table[7 - y][row] = values[row * 6 + y];
+            table[3 - y][row] = values[row * 6 + 3 + y];
         }
     }
     const std::string text = file.size() < 4096 ? "" : file.substr(0, 4096);

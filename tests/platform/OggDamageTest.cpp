@@ -62,6 +62,17 @@ TEST_F(OggDamageTest, AMissingPageIsNotMissedInTheSum) {
     ExpectAsTheTool("gap.ogg", JoinPages(pages));
 }
 
+TEST_F(OggDamageTest, AHeaderPageOfAnotherVersionIsTakenAsTheToolTakesIt) {
+    const auto whole = SplitPages(EncodedOgg::Stereo());
+    ASSERT_GT(whole.size(), 3U);
+    for (std::size_t page = 0; page < whole.size(); ++page) {
+        auto pages = whole;
+        pages[page].version = 1;
+        const auto file = ExpectAsTheTool(std::to_string(page) + ".ogg", JoinPages(pages));
+        EXPECT_EQ(file.bitRate, page < 2 ? "" : "112") << page;
+    }
+}
+
 TEST_F(OggDamageTest, AMissingHeaderPageLeavesNoStream) {
     auto pages = SplitPages(WithComments(EncodedOgg::Stereo(), {"TITLE=" + std::string(100000, 'x')}));
     for (std::size_t gone = 0; gone < 4; ++gone) {

@@ -313,6 +313,30 @@ TEST(Id3v2LayoutTest, ABodyThatIsCutWhileItIsReadEndsItsFrames) {
     }
 }
 
+/// Packed without packing: one stored block (RFC 1950 and 1951).
+std::string Stored(const std::string& data) {
+    std::uint32_t low = 1;
+    std::uint32_t high = 0;
+    for (const char c : data) {
+        low = (low + static_cast<unsigned char>(c)) % 65521;
+        high = (high + low) % 65521;
+    }
+    const auto size = static_cast<int>(data.size());
+    return Bytes({0x78, 0x01, 0x01, size & 0xFF, size >> 8, ~size & 0xFF, ~(size >> 8) & 0xFF}) + data +
+           Big(high << 16 | low, 4);
+}
+
+TEST_F(TagLibReadTest, APackedFrameIsReadUpTo64KilobytesSinceItMayUnpackToFarMore) {
+    constexpr std::size_t AroundTheText = 10 + 4 + 7 + 1 + 4; // Headers, the encoding, the check at the end.
+    const auto titleOfFrame = [&](std::size_t frame) {
+        const std::string contents = '\0' + std::string(frame - AroundTheText, 'x');
+        return TitleOf(3, FrameV2(3, "TIT2", Big(contents.size(), 4) + Stored(contents), 0x0080)).size();
+    };
+    EXPECT_EQ(titleOfFrame(100), 100 - AroundTheText);
+    EXPECT_EQ(titleOfFrame(65536), 65536 - AroundTheText);
+    EXPECT_EQ(titleOfFrame(65537), 0U);
+}
+
 TEST_F(TagLibReadTest, NoMutationOfATagBreaksTheReader) {
     std::mt19937 random(11);
     int titles = 0;

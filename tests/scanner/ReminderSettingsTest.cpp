@@ -51,6 +51,15 @@ TEST_F(ReminderSettingsTest, TheStoredPeriodIsSelectedAlsoWhileTheReminderIsOff)
     }
 }
 
+TEST_F(ReminderSettingsTest, AFlagOtherThanOneIsOffInTheFormAsItIsAtTheStart) {
+    for (const char* flag : {"2", "-1", "0.5", "null"}) {
+        SetReminder(flag, "01.02.2027", "m");
+        const ReminderSettings stored = LoadReminderSettings();
+        EXPECT_FALSE(stored.choice.chkRemind) << flag;
+        EXPECT_EQ(stored.lblDate, "Erinnerung nicht aktiviert!") << flag;
+    }
+}
+
 TEST_F(ReminderSettingsTest, AReminderThatIsOnShowsItsNextDate) {
     SetReminder("1", "01.02.2027", "m");
     const ReminderSettings stored = LoadReminderSettings();

@@ -4,6 +4,8 @@
 #include "support/ScanDoubles.h"
 #include "support/TestLibrary.h"
 
+#include "scanner/SavedLog.h"
+
 #include <gmock/gmock.h>
 
 namespace quavernet::test {
@@ -317,6 +319,21 @@ TEST_F(StoreFileRecordTest, TheLogCountersAreRoundedAfterEachFile) {
     Store();
     EXPECT_THAT(calls, ::testing::Contains("log megabytes: 1,25"));
     EXPECT_THAT(calls, ::testing::Contains("log minutes: 1"));
+}
+
+TEST_F(StoreFileRecordTest, HalfAMinuteIsTheFirstThatCountsAndNothingBelowIt) {
+    mainModule.ScanLogEnabled = true;
+    SavedLog saved(log);
+    for (int i = 0; i < 50; ++i) {
+        saved.Add("/a.mp3", "0", "29.9999");
+        EXPECT_EQ(calls[calls.size() - 2], "log minutes: 0");
+    }
+    saved.Add("/a.mp3", "0", "30");
+    EXPECT_EQ(calls[calls.size() - 2], "log minutes: 1");
+    saved.Add("/a.mp3", "0", "89.9999");
+    EXPECT_EQ(calls[calls.size() - 2], "log minutes: 2");
+    saved.Add("/a.mp3", "0", "150");
+    EXPECT_EQ(calls[calls.size() - 2], "log minutes: 5");
 }
 
 TEST_F(StoreFileRecordTest, AFailingLogChangesNothing) {

@@ -94,7 +94,7 @@ std::vector<std::string> PacketsOf(const std::vector<ForgedPage>& pages) {
 }
 
 std::string PageBytes(const ForgedPage& page) {
-    std::string bytes = std::string("OggS\0", 5) + static_cast<char>(page.flags);
+    std::string bytes = std::string("OggS") + static_cast<char>(page.version) + static_cast<char>(page.flags);
     bytes += NumberBytes(static_cast<std::uint64_t>(page.granule), 8) + LittleEndian32(page.serial) +
              LittleEndian32(page.sequence) + LittleEndian32(0) + static_cast<char>(page.lacing.size());
     bytes.append(page.lacing.begin(), page.lacing.end()).append(page.body);

@@ -19,6 +19,7 @@ struct ForgedPage {
     std::uint32_t sequence = 0;
     std::vector<std::uint8_t> lacing;
     std::string body;
+    std::uint8_t version = 0; ///< Of the page's form: 0 is the only one there is.
 };
 
 std::vector<ForgedPage> SplitPages(const std::string& ogg);

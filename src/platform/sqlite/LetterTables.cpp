@@ -175,21 +175,21 @@ struct Tables {
 };
 
 constexpr Tables MakeTables() {
-    Tables tables;
+    Tables made;
     for (std::size_t page = 0; page < 256; ++page) {
         const std::size_t slot = SlotOf(page);
-        tables.slots[page] = static_cast<std::uint8_t>(slot);
+        made.slots[page] = static_cast<std::uint8_t>(slot);
         for (std::size_t low = 0; low < 256 && slot < pageCount; ++low) {
-            tables.folds[slot][low] = static_cast<std::uint16_t>(page << 8 | low);
+            made.folds[slot][low] = static_cast<std::uint16_t>(page << 8 | low);
         }
     }
     for (const FoldRun& run : foldRuns) {
         for (char32_t c = run.first; c <= run.last; c += static_cast<char32_t>(run.step)) {
-            tables.folds[SlotOf(c >> 8)][c & 0xFF] =
+            made.folds[SlotOf(c >> 8)][c & 0xFF] =
                 static_cast<std::uint16_t>(static_cast<std::int32_t>(c) + run.delta);
         }
     }
-    return tables;
+    return made;
 }
 
 constexpr Tables tables = MakeTables();
