@@ -48,7 +48,13 @@ void RemoveEntry(const std::string& fileId, const Entry& entry) {
         " and Parent = '" + entry.parent + "')");
 }
 
-void RemoveFile(const std::string& fileId) {
+void RemoveFile(const std::string& path, const std::string& fileId) {
+    const ADODB::Undisturbed undisturbed(*mainModule.Connection);
+    // Another running program may have stored the file since: it writes no row from here on, so that one look
+    // at the disk tells.
+    if (services.fileSystem->FileExists(path)) {
+        return;
+    }
     mainModule.Connection->Execute("Delete from Files where File_id = " + fileId);
     for (const Entry& entry : EntriesOf(fileId)) {
         RemoveEntry(fileId, entry);
@@ -60,8 +66,9 @@ void RemoveMissingFiles() {
     files.Open("Select Path, File_id from Files", *mainModule.Connection);
     if (files.RecordCount() > 0) {
         for (files.MoveFirst(); !files.Eof(); files.MoveNext()) {
-            if (!services.fileSystem->FileExists(files.Fields(0).Text())) {
-                RemoveFile(files.Fields(1).Text());
+            const std::string path = files.Fields(0).Text();
+            if (!services.fileSystem->FileExists(path)) {
+                RemoveFile(path, files.Fields(1).Text());
             }
         }
     }

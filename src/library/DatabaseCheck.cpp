@@ -33,13 +33,13 @@ std::string NewestIds(const std::vector<std::string>& names) {
         record.Open("Select Category_id from Categories where Category = '" + SqlQuote(name) +
                         "' Order By Category_id",
                     *mainModule.Connection);
-        if (record.RecordCount() > 0) {
+        if (record.RecordCount() > 1) { // Another program that started at the same time may have repaired it.
             record.MoveLast();
             ids += record.Fields(0).Text() + ", ";
         }
         record.Close();
     }
-    return ids.substr(0, ids.size() - 2);
+    return ids.substr(0, ids.empty() ? 0 : ids.size() - 2);
 }
 
 } // namespace
@@ -53,7 +53,11 @@ void CheckDatabase(const std::function<void(const std::string&)>& showStatus) {
     }
     showStatus(LoadResString(439));
     services.events->DoEvents();
+    const ADODB::Undisturbed undisturbed(*mainModule.Connection);
     const std::string ids = NewestIds(names);
+    if (ids.empty()) {
+        return;
+    }
     mainModule.Connection->Execute("Delete from Categories where Category_id in (" + ids + ")");
     mainModule.Connection->Execute("Delete from FileCategories where Category_id in (" + ids + ")");
 }

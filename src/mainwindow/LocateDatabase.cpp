@@ -1,11 +1,11 @@
 #include "mainwindow/Main.h"
 
+#include "app/LibraryFailure.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
-#include "platform/RuntimeError.h"
+#include "platform/LibraryError.h"
 
 #include <functional>
-#include <optional>
 
 namespace quavernet {
 
@@ -38,39 +38,72 @@ std::string DocumentsFolder() {
     return folder;
 }
 
-// The library's path, or nothing if a wait was in vain.
-std::optional<std::string> FindOrCreate() {
-    const std::string folder = DocumentsFolder() + "Quavernet Database/";
-    const std::string file = folder + "Quavernet.db";
+LibraryFault FaultOf(const RuntimeError& error) {
+    switch (error.Number()) {
+    case ErrorNumber::DiskFull:
+        return LibraryFault::DiskFull;
+    case ErrorNumber::PermissionDenied:
+        return LibraryFault::FolderReadOnly;
+    default:
+        return LibraryFault::Other;
+    }
+}
+
+// What stands in the file's place stays. Another start of the program may have been quicker: then that is the
+// library.
+void CopyTemplate(const std::string& file) {
+    FileSystemObject& fileSystem = *services.fileSystem;
+    try {
+        fileSystem.CopyFile(WithFinalSlash(services.shell->ProgramFolder()) + "Quavernet.db", file);
+    } catch (const RuntimeError& error) {
+        if (fileSystem.FileExists(file)) {
+            return;
+        }
+        if (error.Number() == ErrorNumber::FileAlreadyExists) {
+            const bool isFolder = fileSystem.FolderExists(file);
+            throw LibraryError(isFolder ? LibraryFault::Folder : LibraryFault::NoPlainFile, file,
+                               error.Number(), error.Description());
+        }
+        throw;
+    }
+}
+
+// False if a wait was in vain.
+bool FindOrCreate(const std::string& folder, const std::string& file) {
     FileSystemObject& fileSystem = *services.fileSystem;
     if (fileSystem.FileExists(file)) {
-        return file;
+        return true;
     }
     if (!fileSystem.FolderExists(folder)) {
         fileSystem.CreateFolder(folder);
         if (!WaitUntil([&] { return fileSystem.FolderExists(folder); })) {
-            return std::nullopt;
+            return false;
         }
     }
-    fileSystem.CopyFile(WithFinalSlash(services.shell->ProgramFolder()) + "Quavernet.db", file);
-    if (!WaitUntil([&] { return fileSystem.FileExists(file); })) {
-        return std::nullopt;
-    }
-    return file;
+    CopyTemplate(file);
+    return WaitUntil([&] { return fileSystem.FileExists(file); });
 }
 
 } // namespace
 
 std::string LocateDatabase() {
+    std::string file;
+    std::string details;
     try {
-        if (const auto file = FindOrCreate()) {
-            return *file;
+        const std::string folder = DocumentsFolder() + "Quavernet Database/";
+        file = folder + "Quavernet.db";
+        if (FindOrCreate(folder, file)) {
+            return file;
         }
-    } catch (const RuntimeError&) {
-        // The same failure box as for a wait in vain.
+    } catch (const LibraryError& error) {
+        details = LibraryFailureText(error);
+    } catch (const RuntimeError& error) {
+        details = LibraryFailureText(LibraryError(FaultOf(error), file, error.Number(), error.Description()));
     }
-    services.msgBox->Show(LoadResString(440) + "\n" + LoadResString(441) + "\n" + LoadResString(442),
-                          LoadResString(443), MsgBox::Icon::Critical, MsgBox::Buttons::Ok);
+    // One box, also for a wait in vain, which has no reason to tell.
+    services.msgBox->ShowWithDetails(
+        LoadResString(440) + "\n" + LoadResString(441) + "\n" + LoadResString(442), details,
+        LoadResString(443), MsgBox::Icon::Critical, MsgBox::Buttons::Ok);
     ExitProgram();
 }
 

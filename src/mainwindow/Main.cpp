@@ -1,5 +1,6 @@
 #include "mainwindow/Main.h"
 
+#include "app/LibraryFailure.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "library/DatabaseCheck.h"
@@ -11,8 +12,8 @@ namespace {
 constexpr std::int32_t LeastBrowserMajor = 5;
 constexpr std::int32_t LeastBrowserMinor = 5;
 
-[[noreturn]] void EndWithBox(const std::string& text, const std::string& title, MsgBox::Buttons buttons) {
-    services.msgBox->Show(text, title, MsgBox::Icon::Critical, buttons);
+[[noreturn]] void EndWithBox(const std::string& text, const std::string& title) {
+    services.msgBox->Show(text, title, MsgBox::Icon::Critical, MsgBox::Buttons::Ok);
     ExitProgram();
 }
 
@@ -22,27 +23,32 @@ void CheckBrowser() {
     std::int32_t minor = 0;
     std::int32_t build = 0;
     if (!GetIEVersion(major, minor, build)) {
-        EndWithBox(LoadResString(417) + "\n" + LoadResString(420), LoadResString(421), MsgBox::Buttons::Ok);
+        EndWithBox(LoadResString(417) + "\n" + LoadResString(420), LoadResString(421));
     }
     if (major < LeastBrowserMajor || (major == LeastBrowserMajor && minor < LeastBrowserMinor)) {
         EndWithBox(LoadResString(417) + "\n" + LoadResString(418) + std::to_string(major) + "." +
                        std::to_string(minor) + "." + std::to_string(build) + ".",
-                   LoadResString(419), MsgBox::Buttons::Ok);
+                   LoadResString(419));
     }
 }
 
 void OpenLibrary() {
     mainModule.ConnectionString = "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + LocateDatabase();
+    std::string details;
     try {
         mainModule.Connection = services.createConnection();
         mainModule.Connection->Open(mainModule.ConnectionString);
         return;
-    } catch (const RuntimeError&) {
-        // The box names what has to be installed, whatever the reason was.
+    } catch (const LibraryError& error) {
+        details = LibraryFailureText(error);
+    } catch (const RuntimeError& error) {
+        details = FailureReasonText(error.Description());
     }
-    EndWithBox(LoadResString(433) + "\n" + LoadResString(434) + "\n" + LoadResString(435) +
-                   LoadResString(436),
-               LoadResString(437), MsgBox::Buttons::OkCancel);
+    // The box names what has to be installed, whatever the reason was; that one stands beneath.
+    services.msgBox->ShowWithDetails(
+        LoadResString(433) + "\n" + LoadResString(434) + "\n" + LoadResString(435) + LoadResString(436),
+        details, LoadResString(437), MsgBox::Icon::Critical, MsgBox::Buttons::OkCancel);
+    ExitProgram();
 }
 
 } // namespace

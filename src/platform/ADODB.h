@@ -123,8 +123,29 @@ public:
 
     /// Copies the library beside itself before a scan changes much of it; three copies are kept. Made once
     /// after each Open, and only if the run before had closed the file: a copy of doubtful content must not
-    /// push out a sound one. Throws RuntimeError if the copy can't be made; the older copies then stay.
+    /// push out a sound one. Throws LibraryError if the library is damaged, RuntimeError if the copy can't be
+    /// made; the older copies then stay.
     virtual void Backup() {}
+
+    /// See Undisturbed.
+    virtual void HoldOthers() {}
+    virtual void LetOthers() noexcept {}
+};
+
+/// While one lives, no other running program changes the library: what a statement has read still holds when
+/// a later one writes. Each statement is in force by itself as ever, and a failure takes back none but its
+/// own. They may lie in one another.
+class Undisturbed {
+public:
+    /// Waits while another program writes. Throws RuntimeError if that takes too long, or if gathered
+    /// statements can't be written.
+    explicit Undisturbed(Connection& connection) : m_connection(connection) { m_connection.HoldOthers(); }
+    ~Undisturbed() { m_connection.LetOthers(); }
+    Undisturbed(const Undisturbed&) = delete;
+    Undisturbed& operator=(const Undisturbed&) = delete;
+
+private:
+    Connection& m_connection;
 };
 
 } // namespace quavernet::ADODB

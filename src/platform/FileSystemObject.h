@@ -81,11 +81,13 @@ public:
     virtual bool FileExists(const std::string& path) = 0;
     virtual bool FolderExists(const std::string& path) = 0;
 
-    /// Creates one folder and its missing parents. Throws RuntimeError 75 if that fails.
+    /// Creates one folder and its missing parents. Throws RuntimeError 61 if the disk is full, 70 without the
+    /// right to, 58 if something else stands there, 75 if it fails otherwise.
     virtual void CreateFolder(const std::string& path) = 0;
 
-    /// Copies a file: either the whole target stands afterwards or none. Throws RuntimeError 53 if the source
-    /// is missing, 75 if the target can't be written.
+    /// Copies a file to a place where nothing stands yet, not even a link that leads nowhere: either the
+    /// whole target stands afterwards or none. Throws RuntimeError 53 if the source is missing, otherwise as
+    /// CreateFolder does.
     virtual void CopyFile(const std::string& source, const std::string& target) = 0;
 
     /// Mount points that hold user data.

@@ -57,6 +57,12 @@ public:
 
     virtual ~MsgBox() = default;
     virtual Answer Show(const std::string& text, const std::string& title, Icon icon, Buttons buttons) = 0;
+
+    /// The same with a second text beneath the first, which tells more of what has happened.
+    virtual Answer ShowWithDetails(const std::string& text, const std::string& /*details*/,
+                                   const std::string& title, Icon icon, Buttons buttons) {
+        return Show(text, title, icon, buttons);
+    }
 };
 
 /// The system's own dialogs.

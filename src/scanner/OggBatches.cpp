@@ -4,6 +4,7 @@
 #include "app/MainModule.h"
 #include "inspect/OggInfoText.h"
 #include "library/SqlQuote.h"
+#include "platform/LibraryError.h"
 #include "scanner/OggStore.h"
 #include "scanner/ProgressStep.h"
 #include "scanner/ScanRun.h"
@@ -59,6 +60,8 @@ void StoreOrDrop(ScanRun& run, const OggFileInfo& file) {
                      {},         file.genre,     {},           file.album};
     try {
         StoreOggRecord(record, run.saved);
+    } catch (const LibraryError&) {
+        throw; // No fault of this file: a full disk, a lock.
     } catch (const RuntimeError& error) {
         Drop(run, file.path, error.Description());
     }

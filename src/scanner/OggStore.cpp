@@ -156,6 +156,8 @@ OggNames OggTagsFromFileName(const std::string& path) {
 
 void StoreOggRecord(OggRecord& record, SavedLog& log) {
     RefuseWhatIsNoNumber(record);
+    // The highest key is the new row's own only while nobody else inserts.
+    const ADODB::Undisturbed undisturbed(*mainModule.Connection);
     FillNames(record);
     LookupKeys keys;
     keys.Title_id = TitleKey(record);

@@ -4,6 +4,7 @@
 #include "app/MainModule.h"
 #include "app/Registry.h"
 #include "app/TextHelpers.h"
+#include "platform/LibraryError.h"
 #include "scanner/FileSearch.h"
 #include "scanner/GetFilesCount.h"
 #include "scanner/OggPass.h"
@@ -96,9 +97,26 @@ void OpenLog(ScanRun& run) {
     run.log.SelectLastLine();
 }
 
-// A full disk is no reason to refuse the scan.
-void BackUpLibrary() {
-    Skip([] { mainModule.Connection->Backup(); });
+void NameMissingBackup(ScanRun& run, const std::string& reason) {
+    if (mainModule.ScanLogEnabled) {
+        run.log.AddLine(LoadResString(772) + reason);
+        run.log.SelectLastLine();
+    }
+}
+
+// A full disk is no reason to refuse the scan; a damaged library is: nothing may be written to it any more.
+void BackUpLibrary(ScanRun& run) {
+    try {
+        mainModule.Connection->Backup();
+        return;
+    } catch (const LibraryError& error) {
+        if (error.Fault() == LibraryFault::Damaged) {
+            throw;
+        }
+        NameMissingBackup(run, error.Description());
+    } catch (const RuntimeError& error) {
+        NameMissingBackup(run, error.Description());
+    }
 }
 
 void StartCounters(ScanRun& run) {
@@ -173,7 +191,7 @@ void ScanDriver::StartScan() {
         return;
     }
     run.window.ClearList();
-    BackUpLibrary();
+    BackUpLibrary(run);
     ScanFiles(run, *search);
     if (!run.OggPaths.empty()) {
         StartCounters(run);

@@ -139,6 +139,8 @@ std::string UpdateStatement(const CurrentFile& file, const LookupKeys& keys, con
 } // namespace
 
 void StoreFileRecord(SavedLog& log) {
+    // Another running program may look for the same performer or the same path at this moment.
+    const ADODB::Undisturbed record(*mainModule.Connection);
     CurrentFile& file = mainModule.CurrentFile;
     FillMissingNames(file);
     LookupKeys keys;

@@ -11,6 +11,7 @@
 #include <fstream>
 
 #include <QFileDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QSettings>
 #include <QStandardPaths>
@@ -125,6 +126,27 @@ TEST_F(AdaptersTest, BoxesHaveTheIconsAndButtonsTold) {
     EXPECT_EQ(boxes.Show("", "", MsgBox::Icon::Exclamation, MsgBox::Buttons::Ok), MsgBox::Answer::Ok);
     EXPECT_EQ(seen.icon, QMessageBox::Warning);
     EXPECT_EQ(seen.buttons, QMessageBox::Ok);
+}
+
+TEST_F(AdaptersTest, TheSecondTextOfABoxIsPlainAndCanBeCopied) {
+    QtMsgBox boxes;
+    QString details;
+    Qt::TextFormat format = Qt::AutoText;
+    bool selectable = false;
+    QTimer::singleShot(0, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        details = box->informativeText();
+        const auto* label = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"));
+        format = label->textFormat();
+        selectable = label->textInteractionFlags().testFlag(Qt::TextSelectableByMouse);
+        box->button(QMessageBox::Ok)->click();
+    });
+    EXPECT_EQ(boxes.ShowWithDetails("text", "/home/<b>anna</b>/x.db", "title", MsgBox::Icon::Critical,
+                                    MsgBox::Buttons::OkCancel),
+              MsgBox::Answer::Ok);
+    EXPECT_EQ(FromQString(details), "/home/<b>anna</b>/x.db");
+    EXPECT_EQ(format, Qt::PlainText);
+    EXPECT_TRUE(selectable);
 }
 
 TEST_F(AdaptersTest, ReturnInABoxMeansItsFirstAnswerAndEscapeTheOther) {

@@ -1,5 +1,6 @@
 #include "gui/GuiTest.h"
 
+#include "platform/LibraryError.h"
 #include "platform/qt/Application.h"
 
 #include <cstdio>
@@ -14,6 +15,12 @@ namespace {
 /// Prints a box to the error output, where the test of a process that ends can read it.
 class PrintingMsgBox : public MsgBox {
 public:
+    Answer ShowWithDetails(const std::string& text, const std::string& details, const std::string& title,
+                           Icon icon, Buttons buttons) override {
+        const Answer answer = Show(text, title, icon, buttons);
+        std::fprintf(stderr, "<%s>\n", details.c_str());
+        return answer;
+    }
     Answer Show(const std::string& text, const std::string& title, Icon icon, Buttons) override {
         std::fprintf(stderr, "[%s] %s (%s)\n", title.c_str(), text.c_str(),
                      icon == Icon::Critical ? "critical" : "other");
@@ -66,6 +73,20 @@ TEST_F(EventBoundaryTest, TheBoxNamesWhatWasBeingDone) {
             QTest::mouseClick(&Control<QPushButton>("cmdSearch"), Qt::LeftButton);
         },
         ::testing::ExitedWithCode(1), "Titel\n\\(Lade Datenbank\\.\\.\\.\\)");
+}
+
+TEST_F(EventBoundaryTest, ALibraryThatGoesBadWhileTheProgramWorksIsToldWithTheWayBack) {
+    ::testing::FLAGS_gtest_death_test_style = "fast";
+    AddFile("Abba", "One");
+    const std::string path = folder / "Quavernet Database/Quavernet.db";
+    mainModule.Connection->Backup();
+    EXPECT_EXIT(
+        App().RunGuarded("Test",
+                         [&path] { throw LibraryError(LibraryFault::Damaged, path, 11, "malformed"); }),
+        ::testing::ExitedWithCode(1),
+        "Fehler: 11 - malformed\n\\(Test\\)\nDas Programm wird beendet. .critical.\n"
+        "<Die Datenbank ist beschädigt.\nDatenbank: .*Quavernet.db\n\nDaneben liegen Sicherungskopien, die "
+        "neueste zuerst:\n.*Quavernet.backup1.db .*\n\nSo holen Sie");
 }
 
 TEST_F(EventBoundaryTest, WhatWasWrittenBeforeStaysWritten) {

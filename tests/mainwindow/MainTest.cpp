@@ -18,7 +18,12 @@ public:
     explicit NamedFiles(Texts& log) : m_log(log) {}
 
     std::unique_ptr<FolderWalk> GetFolder(const std::string&) override { return nullptr; }
-    FileFacts GetFile(const std::string&) override { return {}; }
+    FileFacts GetFile(const std::string& path) override {
+        if (!files.contains(path)) {
+            throw RuntimeError(ErrorNumber::FileNotFound, "File not found");
+        }
+        return {};
+    }
     bool FileExists(const std::string& path) override { return files.contains(path); }
     bool FolderExists(const std::string& path) override { return folders.contains(path); }
     void CreateFolder(const std::string& path) override {
@@ -33,7 +38,8 @@ public:
     void CopyFile(const std::string& source, const std::string& target) override {
         m_log.push_back("copy " + source + " to " + target);
         if (copyFails) {
-            throw RuntimeError(ErrorNumber::FileNotFound, "File not found");
+            files.insert(quicker.begin(), quicker.end());
+            throw copyFailure;
         }
         if (fileAppears) {
             files.insert(target);
@@ -48,6 +54,8 @@ public:
     bool fileAppears = true;
     bool createFails = false;
     bool copyFails = false;
+    RuntimeError copyFailure{ErrorNumber::FileNotFound, "File not found"};
+    std::set<std::string> quicker; ///< Appear while the copy fails.
 
 private:
     Texts& m_log;
@@ -82,10 +90,12 @@ constexpr const char* Folder = "/home/anna/Quavernet Database/";
 constexpr const char* File = "/home/anna/Quavernet Database/Quavernet.db";
 constexpr const char* Copy = "copy /opt/quavernet/Quavernet.db to /home/anna/Quavernet Database/Quavernet.db";
 
-const ShownBox LibraryBox{
-    "Fehler beim Initialisieren der Datenbank!\nBitte wenden Sie sich an Ihren "
-    "Systemadministrator oder an den Hersteller des Produkts.\nDas Programm wird beendet.",
-    "Programm wird beendet", MsgBox::Icon::Critical, MsgBox::Buttons::Ok};
+ShownBox LibraryBox(const std::string& details) {
+    return {"Fehler beim Initialisieren der Datenbank!\nBitte wenden Sie sich an Ihren "
+            "Systemadministrator oder an den Hersteller des Produkts.\nDas Programm wird beendet.",
+            "Programm wird beendet", MsgBox::Icon::Critical, MsgBox::Buttons::Ok, details};
+}
+const std::string OfFile = std::string("\nDatenbank: ") + File;
 
 class LocateDatabaseTest : public LogicTest {
 protected:
@@ -103,9 +113,10 @@ protected:
             return "ended " + std::to_string(end.exitCode);
         }
     }
-    void ExpectFailureBox() {
+    void ExpectFailureBox(const std::string& details) {
+        msgBox.shown.clear();
         EXPECT_EQ(Located(), "ended 0");
-        EXPECT_EQ(msgBox.shown, (std::vector<ShownBox>{LibraryBox}));
+        EXPECT_EQ(msgBox.shown, (std::vector<ShownBox>{LibraryBox(details)}));
     }
 
     Texts log;
@@ -144,7 +155,7 @@ TEST_F(LocateDatabaseTest, AFinalSlashOfTheDocumentsFolderIsNotDoubled) {
 
 TEST_F(LocateDatabaseTest, AFolderThatDoesNotAppearIsGivenUpAfterMoreThanTenSeconds) {
     files.folderAppears = false;
-    ExpectFailureBox();
+    ExpectFailureBox("");
     EXPECT_EQ(log, (Texts{"create " + std::string(Folder)}));
     EXPECT_EQ(ticking.looks, 12); // The start, and differences of 1 to 11 seconds.
 }
@@ -152,31 +163,61 @@ TEST_F(LocateDatabaseTest, AFolderThatDoesNotAppearIsGivenUpAfterMoreThanTenSeco
 TEST_F(LocateDatabaseTest, AFileThatDoesNotAppearIsGivenUpAfterMoreThanTenSeconds) {
     files.folders.insert(Folder);
     files.fileAppears = false;
-    ExpectFailureBox();
+    ExpectFailureBox("");
     EXPECT_EQ(ticking.looks, 12);
 }
 
 TEST_F(LocateDatabaseTest, EachWaitHasItsOwnTenSeconds) {
     files.folderAppears = true;
     files.fileAppears = false;
-    ExpectFailureBox();
+    ExpectFailureBox("");
     EXPECT_EQ(ticking.looks, 13);
 }
 
 TEST_F(LocateDatabaseTest, AFailingFolderOrCopyEndsTheStartAtOnce) {
     files.createFails = true;
-    ExpectFailureBox();
+    ExpectFailureBox("Der Grund: Path/File access error" + OfFile);
     EXPECT_EQ(log.size(), 1u);
     files.createFails = false;
     files.copyFails = true;
-    msgBox.shown.clear();
-    ExpectFailureBox();
+    ExpectFailureBox("Der Grund: File not found" + OfFile);
     EXPECT_EQ(ticking.looks, 1);
+}
+
+TEST_F(LocateDatabaseTest, ALibraryThatAnotherStartHasMadeMeanwhileIsTaken) {
+    files.copyFails = true;
+    files.copyFailure = RuntimeError(ErrorNumber::FileAlreadyExists, "File exists");
+    files.quicker = {File};
+    EXPECT_EQ(Located(), File);
+    EXPECT_TRUE(msgBox.shown.empty());
+}
+
+TEST_F(LocateDatabaseTest, TheBoxTellsWhatStandsInTheLibrarysPlace) {
+    files.copyFails = true;
+    files.copyFailure = RuntimeError(ErrorNumber::FileAlreadyExists, "File exists");
+    ExpectFailureBox("An der Stelle der Datenbank liegt keine gewöhnliche Datei, oder eine Verknüpfung, "
+                     "deren Ziel fehlt." +
+                     OfFile + "\n\nSicherungskopien liegen nicht daneben.");
+    files.folders.insert(File);
+    ExpectFailureBox("An der Stelle der Datenbank liegt ein Ordner." + OfFile +
+                     "\n\nSicherungskopien liegen nicht daneben.");
+}
+
+TEST_F(LocateDatabaseTest, AFullDiskOrAMissingRightIsTold) {
+    files.copyFails = true;
+    files.copyFailure = RuntimeError(ErrorNumber::DiskFull, "No space left on device");
+    ExpectFailureBox("Auf dem Datenträger ist kein Platz mehr. Schaffen Sie Platz, und wiederholen Sie dann "
+                     "den letzten Schritt." +
+                     OfFile);
+    files.copyFailure = RuntimeError(ErrorNumber::PermissionDenied, "Permission denied");
+    ExpectFailureBox("Der Ordner der Datenbank ist schreibgeschützt, oder Ihnen fehlt das Recht, darin zu "
+                     "schreiben." +
+                     OfFile);
 }
 
 TEST_F(LocateDatabaseTest, AnUnknownDocumentsFolderIsAFailureAndMakesNoFolder) {
     shell.documents.reset();
-    ExpectFailureBox();
+    ExpectFailureBox("Der Grund: Path not found");
     EXPECT_TRUE(log.empty());
 }
 
@@ -302,7 +343,9 @@ TEST_F(MainTest, AMissingLibraryThatCannotBeMadeEndsTheStart) {
     files.files.clear();
     files.copyFails = true;
     EXPECT_EQ(Start(), 0);
-    EXPECT_EQ(msgBox.shown, (std::vector<ShownBox>{LibraryBox}));
+    EXPECT_EQ(msgBox.shown,
+              (std::vector<ShownBox>{LibraryBox("Der Grund: File not found\nDatenbank: " +
+                                                (libraryFolder / "Quavernet Database/Quavernet.db"))}));
 }
 
 TEST_F(MainTest, ALibraryThatCannotBeOpenedEndsTheStartWhateverTheAnswer) {
@@ -315,7 +358,10 @@ TEST_F(MainTest, ALibraryThatCannotBeOpenedEndsTheStartWhateverTheAnswer) {
                    "Sie auch sicher, dass Microsoft Jet ab Version 4.0 installiert ist.\nJet 4.0 "
                    "ist normalerweise Bestandteil von MDAC 2.5. Bei den Versionen 2.7 und 2.8 "
                    "müssen Sie Jet gegebenenfalls getrennt installieren!",
-                   "Datenbank Zugriff nicht möglich", MsgBox::Icon::Critical, MsgBox::Buttons::OkCancel}}));
+                   "Datenbank Zugriff nicht möglich", MsgBox::Icon::Critical, MsgBox::Buttons::OkCancel,
+                   "Die Datenbank ist nicht vorhanden.\nDatenbank: " +
+                       (libraryFolder / "Quavernet Database/Quavernet.db") +
+                       "\n\nSicherungskopien liegen nicht daneben."}}));
     EXPECT_TRUE(log.empty());
     EXPECT_EQ(mainModule.Connection, nullptr);
 }

@@ -1,15 +1,20 @@
 #include "platform/sqlite/LibraryFile.h"
 
-#include "platform/RuntimeError.h"
+#include "platform/LibraryError.h"
+#include "platform/sqlite/SqliteError.h"
 #include "support/TestLibrary.h"
 
+#include <algorithm>
+#include <chrono>
 #include <fstream>
 #include <functional>
 #include <iterator>
 #include <map>
 #include <random>
+#include <stdexcept>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 namespace quavernet::test {
@@ -85,12 +90,14 @@ protected:
         return files;
     }
     // Opens, expects a failure that leaves everything as it was, and gives its reason without the path.
-    std::string Failure() {
+    std::string Failure(LibraryFault fault) {
         const auto before = FolderBytes();
         std::string reason = "opened";
         try {
             OpenLibrary(path);
-        } catch (const RuntimeError& error) {
+        } catch (const LibraryError& error) {
+            EXPECT_EQ(error.Fault(), fault) << error.Description();
+            EXPECT_EQ(error.Path(), path);
             EXPECT_EQ(error.Description().rfind(path + ": ", 0), 0u) << error.Description();
             reason = error.Description().substr(path.size() + 2);
         }
@@ -125,7 +132,6 @@ TEST_F(LibraryFileTest, TheTemplateOpensInTheModeOfTheProgram) {
     connection->Commit();
     EXPECT_TRUE(std::filesystem::exists(path + "-wal"));
     EXPECT_EQ(RowTextsOf(*connection, "Pragma synchronous"), std::vector<std::string>{"1"});
-    EXPECT_EQ(RowTextsOf(*connection, "Pragma busy_timeout"), std::vector<std::string>{"5000"});
 }
 
 TEST_F(LibraryFileTest, AFileThatAKilledRunWasMovingItsLogIntoIsNotTakenForCut) {
@@ -139,7 +145,7 @@ TEST_F(LibraryFileTest, AFileThatAKilledRunWasMovingItsLogIntoIsNotTakenForCut) 
 
 TEST_F(LibraryFileTest, AMissingFileIsNotCreated) {
     std::filesystem::remove(path);
-    EXPECT_EQ(Failure(), "the file does not exist");
+    EXPECT_EQ(Failure(LibraryFault::Missing), "the file does not exist");
     EXPECT_FALSE(std::filesystem::exists(path));
     EXPECT_THROW(OpenLibrary(folder / "no/such/folder.db"), RuntimeError);
     EXPECT_THROW(CreateSqliteConnection({})->Open("Provider=Microsoft.Jet.OLEDB.4.0"), RuntimeError);
@@ -150,10 +156,10 @@ TEST_F(LibraryFileTest, AMissingFileIsNotCreated) {
 TEST_F(LibraryFileTest, AFolderOrAPipeIsNoLibrary) {
     std::filesystem::remove(path);
     std::filesystem::create_directory(path);
-    EXPECT_EQ(Failure(), "not a plain file");
+    EXPECT_EQ(Failure(LibraryFault::Folder), "not a plain file");
     std::filesystem::remove(path);
     ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
-    EXPECT_EQ(Failure(), "not a plain file");
+    EXPECT_EQ(Failure(LibraryFault::NoPlainFile), "not a plain file");
 }
 
 TEST_F(LibraryFileTest, NoiseAnEmptyFileAndShortFilesAreNoLibraries) {
@@ -164,20 +170,160 @@ TEST_F(LibraryFileTest, NoiseAnEmptyFileAndShortFilesAreNoLibraries) {
             c = static_cast<char>(random());
         }
         Write(path, noise);
-        EXPECT_EQ(Failure(), "the file is not a library") << size;
+        EXPECT_EQ(Failure(LibraryFault::NoLibrary), "the file is not a library") << size;
     }
     Write(path, std::string("SQLite format 3\0", 16));
-    EXPECT_EQ(Failure(), "the file is not a library");
+    EXPECT_EQ(Failure(LibraryFault::NoLibrary), "the file is not a library");
 }
 
 TEST_F(LibraryFileTest, ADatabaseOfAnotherProgramIsNoLibrary) {
     SetNumber(71, 0);
-    EXPECT_EQ(Failure(), "the file is not a library");
+    EXPECT_EQ(Failure(LibraryFault::NoLibrary), "the file is not a library");
+}
+
+TEST_F(LibraryFileTest, ALibraryWithoutItsVersionOrItsTablesIsNone) {
+    SetNumber(63, 0);
+    EXPECT_EQ(Failure(LibraryFault::NoLibrary), "the file is not a library");
+    CopyFresh();
+    OpenLibrary(path)->Execute("drop table Reminder");
+    EXPECT_EQ(Failure(LibraryFault::NoLibrary), "the file is not a library");
+}
+
+TEST_F(LibraryFileTest, ALinkThatLeadsNowhereIsNotFollowedToANewFile) {
+    std::filesystem::remove(path);
+    std::filesystem::create_symlink(folder / "none.db", path);
+    EXPECT_EQ(Failure(LibraryFault::Missing), "the file does not exist");
+    EXPECT_FALSE(std::filesystem::exists(folder / "none.db"));
+}
+
+TEST_F(LibraryFileTest, ALogOfNoiseIsDamageAndStays) {
+    LeaveByKill();
+    std::string log = ReadAll(path + "-wal");
+    std::mt19937 random(5);
+    std::generate(log.begin(), log.end(), [&] { return static_cast<char>(random()); });
+    Write(path + "-wal", log);
+    EXPECT_EQ(Failure(LibraryFault::Damaged), "the library is damaged: its log is no log");
+}
+
+TEST_F(LibraryFileTest, ALogThatAPowerFailureCutOrLeftAsZerosIsEmpty) {
+    LeaveByKill();
+    const std::string log = ReadAll(path + "-wal");
+    for (const std::string& rest : {log.substr(0, 31), std::string(log.size(), '\0'), log.substr(0, 32)}) {
+        CopyFresh();
+        std::filesystem::remove(path + "-shm");
+        Write(path + "-wal", rest);
+        EXPECT_EQ(RowTextsOf(*OpenLibrary(path), "Select Name from Titel"), std::vector<std::string>{});
+    }
+}
+
+TEST_F(LibraryFileTest, ALogThatIsCutOrDamagedGivesWhatStandsBeforeThat) {
+    {
+        const auto connection = OpenLibrary(path);
+        connection->Execute("Insert into Titel (Name) values ('in the file')");
+    }
+    LeaveByKill();
+    const std::string library = ReadAll(path);
+    const std::string log = ReadAll(path + "-wal");
+    for (std::size_t kept = 32; kept < log.size(); kept += 997) {
+        for (const bool isCut : {true, false}) {
+            std::filesystem::remove(path + "-shm");
+            Write(path, library);
+            Write(path + "-wal",
+                  isCut ? log.substr(0, kept) : log.substr(0, kept) + "noise" + log.substr(kept + 5));
+            EXPECT_EQ(RowTextsOf(*OpenLibrary(path), "Select Name from Titel"),
+                      std::vector<std::string>{"in the file"})
+                << kept;
+        }
+    }
+}
+
+// Holds the library for itself, as a program does that repairs or copies it.
+class LockOfAnother {
+public:
+    explicit LockOfAnother(const std::string& path) {
+        int ready[2];
+        if (::pipe(ready) != 0 || ::pipe(m_release) != 0) {
+            throw std::runtime_error("pipe");
+        }
+        m_child = ::fork();
+        if (m_child == 0) {
+            ::close(m_release[1]);
+            try {
+                const auto library = sqlite::OpenLibraryFile(path);
+                sqlite::RunInternal(library.handle.get(),
+                                    "pragma locking_mode = exclusive; begin exclusive; "
+                                    "insert into Titel (Name) values ('other'); commit");
+                char c = 0;
+                [[maybe_unused]] ssize_t ignored = ::write(ready[1], &c, 1);
+                ignored = ::read(m_release[0], &c, 1);
+            } catch (...) {
+                ::_exit(1);
+            }
+            ::_exit(0);
+        }
+        char c = 0;
+        ::close(ready[1]);
+        if (::read(ready[0], &c, 1) != 1) {
+            throw std::runtime_error("no lock");
+        }
+        ::close(ready[0]);
+        ::close(m_release[0]);
+    }
+    ~LockOfAnother() {
+        Release();
+        ::waitpid(m_child, nullptr, 0);
+    }
+    void Release() {
+        if (m_release[1] >= 0) {
+            ::close(m_release[1]);
+            m_release[1] = -1;
+        }
+    }
+
+private:
+    int m_release[2] = {-1, -1};
+    pid_t m_child = -1;
+};
+
+TEST_F(LibraryFileTest, ALibraryThatAnotherProgramKeepsLockedIsRefused) {
+    const LockOfAnother lock(path);
+    EXPECT_EQ(Failure(LibraryFault::Locked), "database is locked");
+}
+
+TEST_F(LibraryFileTest, ALockThatGoesIsWaitedFor) {
+    LockOfAnother lock(path);
+    std::thread later([&lock] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        lock.Release();
+    });
+    EXPECT_NO_THROW(OpenLibrary(path)->Execute("Insert into Titel (Name) values ('x')"));
+    later.join();
+    EXPECT_EQ(RowTextsOf(*OpenLibrary(path), "Select Count(Title_id) from Titel"),
+              std::vector<std::string>{"2"});
+}
+
+TEST_F(LibraryFileTest, APageThatGoesBadWhileTheProgramWorksIsDamageOfTheLibrary) {
+    {
+        const auto connection = OpenLibrary(path);
+        for (int i = 0; i < 500; ++i) {
+            connection->Execute("Insert into Albums (Name) values ('" + std::string(300, 'x') + "')");
+        }
+    }
+    const auto another = OpenLibrary(path);
+    Change([](std::string& bytes) { std::fill(bytes.end() - 40960, bytes.end(), '\x7F'); });
+    try {
+        another->Query("Select * from Albums");
+        FAIL() << "read noise";
+    } catch (const LibraryError& error) {
+        EXPECT_EQ(error.Fault(), LibraryFault::Damaged);
+        EXPECT_EQ(error.Path(), path);
+        EXPECT_EQ(error.Number(), 11);
+    }
 }
 
 TEST_F(LibraryFileTest, ALibraryOfANewerVersionIsRefused) {
     SetNumber(63, 2);
-    EXPECT_EQ(Failure(), "the library was made by a newer version of the program");
+    EXPECT_EQ(Failure(LibraryFault::Newer), "the library was made by a newer version of the program");
 }
 
 TEST_F(LibraryFileTest, ACutLibraryIsDamaged) {
@@ -185,13 +331,13 @@ TEST_F(LibraryFileTest, ACutLibraryIsDamaged) {
     for (const std::size_t kept : {std::size_t{100}, std::size_t{4096}, size / 2, size - 4096, size - 1}) {
         CopyFresh();
         Change([&](std::string& bytes) { bytes.resize(kept); });
-        EXPECT_EQ(Failure(), "the library is damaged: its end is missing") << kept;
+        EXPECT_EQ(Failure(LibraryFault::Damaged), "the library is damaged: its end is missing") << kept;
     }
 }
 
 TEST_F(LibraryFileTest, ADestroyedSchemaIsDamaged) {
     Change([](std::string& bytes) { std::fill(bytes.begin() + 100, bytes.begin() + 4096, '\x55'); });
-    EXPECT_EQ(Failure(), "database disk image is malformed");
+    EXPECT_EQ(Failure(LibraryFault::Damaged), "database disk image is malformed");
 }
 
 TEST_F(LibraryFileTest, AReadOnlyFileOrFolderIsRefused) {
@@ -234,7 +380,7 @@ TEST_F(LibraryFileTest, DamageIsFoundAfterAKilledRunAndNothingIsTouched) {
         std::fill(bytes.begin() + static_cast<std::ptrdiff_t>(middle),
                   bytes.begin() + static_cast<std::ptrdiff_t>(middle) + 4096, '\x7F');
     });
-    EXPECT_EQ(Failure().rfind("the library is damaged: ", 0), 0u);
+    EXPECT_EQ(Failure(LibraryFault::Damaged).rfind("the library is damaged: ", 0), 0u);
 }
 
 TEST_F(LibraryFileTest, RandomDamageEndsInAFailureOrRowsAndNeverInACrash) {

@@ -2,6 +2,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/posix/PosixFolderWalk.h"
+#include "support/FileSizeLimit.h"
 #include "support/OrdinaryUser.h"
 #include "support/SmallAudio.h"
 #include "support/TemporaryFolder.h"
@@ -449,15 +450,14 @@ TEST_F(PosixFileSystemTest, CreateFolderMakesMissingParentsAndAcceptsWhatIsThere
     EXPECT_NO_THROW(fileSystem->CreateFolder(folder / "a/b/c/"));
 
     Write("file");
-    EXPECT_EQ(NumberOf([&] { fileSystem->CreateFolder(folder / "file/x"); }), 75);
+    EXPECT_EQ(NumberOf([&] { fileSystem->CreateFolder(folder / "file/x"); }), 58);
     EXPECT_EQ(NumberOf([&] { fileSystem->CreateFolder("/proc/quavernet"); }), 75);
 }
 
-TEST_F(PosixFileSystemTest, ACopyIsWholeWritableAndReplacesTheTarget) {
+TEST_F(PosixFileSystemTest, ACopyIsWholeAndWritable) {
     const std::string bytes(200000, 'q');
     Write("source", bytes);
     fs::permissions(folder / "source", fs::perms(0444));
-    Write("target", "old");
 
     fileSystem->CopyFile(folder / "source", folder / "target");
 
@@ -474,8 +474,26 @@ TEST_F(PosixFileSystemTest, ACopyThatFailsLeavesNothing) {
     EXPECT_EQ(NumberOf([&] { fileSystem->CopyFile(folder / "missing", folder / "x"); }), 53);
     EXPECT_EQ(NumberOf([&] { fileSystem->CopyFile(folder.Path(), folder / "x"); }), 53);
     EXPECT_EQ(NumberOf([&] { fileSystem->CopyFile(folder / "source", folder / "none/x"); }), 75);
-    EXPECT_EQ(NumberOf([&] { fileSystem->CopyFile(folder / "source", folder / "target"); }), 75);
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), {}), 2);
+    const FileSizeLimit full(2);
+    EXPECT_EQ(NumberOf([&] { fileSystem->CopyFile(folder / "source", folder / "x"); }), 61);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), {}), 2);
+}
+
+TEST_F(PosixFileSystemTest, ACopyLeavesWhatStandsInItsPlace) {
+    Write("source", "new");
+    Write("file", "old");
+    fs::create_directory(folder / "folder");
+    fs::create_symlink(folder / "none", folder / "link");
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    for (const char* name : {"file", "folder", "link", "pipe"}) {
+        EXPECT_EQ(NumberOf([&] { fileSystem->CopyFile(folder / "source", folder / name); }), 58) << name;
+    }
+    EXPECT_EQ(fs::file_size(folder / "file"), 3u);
+    EXPECT_TRUE(fs::is_symlink(folder / "link"));
+    EXPECT_TRUE(fs::is_fifo(folder / "pipe"));
+    EXPECT_FALSE(fs::exists(folder / "none"));
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), {}), 5);
 }
 
 TEST_F(PosixFileSystemTest, TheDriveIsTheMountPointThatHoldsTheFile) {

@@ -319,6 +319,18 @@ TEST_F(OggBatchesTest, AFailingStatementDropsItsRecordAlone) {
     EXPECT_EQ(Count("Select * from Titel"), 1) << "what was written before stays";
 }
 
+TEST_F(OggBatchesTest, AFaultOfTheLibraryIsNoFaultOfTheFileAndEndsThePass) {
+    mainModule.ScanLogEnabled = true;
+    AddFiles(3);
+    connection.onStatement = [](const std::string& statement) {
+        if (statement.starts_with("Insert into Files")) {
+            throw LibraryError(LibraryFault::DiskFull, "Quavernet.db", 13, "database or disk is full");
+        }
+    };
+    EXPECT_THROW(Read(), LibraryError);
+    EXPECT_THAT(log.skipped, IsEmpty());
+}
+
 TEST_F(OggBatchesTest, WithoutTheScanLogADroppedRecordIsNotNamed) {
     Add("b.ogg", "this is no ogg");
     Read();

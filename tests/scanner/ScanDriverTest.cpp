@@ -432,6 +432,29 @@ TEST_F(ScanDriverTest, ACopyThatCannotBeMadeDoesNotKeepTheScanBack) {
     Scan();
 
     EXPECT_THAT(StoredPaths(), ElementsAre("a.mp3"));
+    EXPECT_THAT(CallsOf("log line: "), IsEmpty());
+}
+
+TEST_F(ScanDriverTest, TheLogNamesACopyThatCannotBeMade) {
+    WriteMp3("a.mp3");
+    connection.failBackup = true;
+    mainModule.ScanLogEnabled = true;
+
+    Scan();
+
+    EXPECT_THAT(calls, Contains("log line: Keine Sicherungskopie der Datenbank: no space"));
+}
+
+TEST_F(ScanDriverTest, ADamagedLibraryIsNotWrittenTo) {
+    WriteMp3("a.mp3");
+    connection.backupFault = LibraryFault::Damaged;
+
+    EXPECT_THROW(Scan(), LibraryError);
+
+    EXPECT_THAT(StoredPaths(), IsEmpty());
+    connection.backupFault = LibraryFault::Locked;
+    Scan();
+    EXPECT_THAT(StoredPaths(), ElementsAre("a.mp3"));
 }
 
 } // namespace

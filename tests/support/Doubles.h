@@ -63,6 +63,7 @@ struct ShownBox {
     std::string title;
     MsgBox::Icon icon;
     MsgBox::Buttons buttons;
+    std::string details = {}; ///< The second text.
 
     bool operator==(const ShownBox&) const = default;
 };
@@ -70,7 +71,11 @@ struct ShownBox {
 class ScriptedMsgBox : public MsgBox {
 public:
     Answer Show(const std::string& text, const std::string& title, Icon icon, Buttons buttons) override {
-        shown.push_back({text, title, icon, buttons});
+        return ShowWithDetails(text, {}, title, icon, buttons);
+    }
+    Answer ShowWithDetails(const std::string& text, const std::string& details, const std::string& title,
+                           Icon icon, Buttons buttons) override {
+        shown.push_back({text, title, icon, buttons, details});
         if (answers.empty()) {
             return buttons == Buttons::YesNo ? Answer::No : Answer::Ok;
         }

@@ -4,11 +4,12 @@
 
 #include "app/MainModule.h"
 #include "platform/ADODB.h"
-#include "platform/RuntimeError.h"
+#include "platform/LibraryError.h"
 
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -51,8 +52,14 @@ public:
         if (failBackup) {
             throw RuntimeError(1, "no space");
         }
+        if (backupFault) {
+            throw LibraryError(*backupFault, "Quavernet.db", 1, "a fault of the library");
+        }
         m_real->Backup();
     }
+
+    void HoldOthers() override { m_real->HoldOthers(); }
+    void LetOthers() noexcept override { m_real->LetOthers(); }
 
     /// Statements that begin with `start`.
     std::vector<std::string> StatementsOf(std::string_view start) const {
@@ -66,6 +73,7 @@ public:
     std::function<void(const std::string&)> onStatement; ///< Runs before the statement is passed on.
     int commits = 0;
     bool failBackup = false;
+    std::optional<LibraryFault> backupFault;
     std::string failOn; ///< Statements that begin with this text fail; empty: none.
     std::string hide;   ///< Queries that begin with this text find nothing
     int hideRounds = 0; ///< for so many rounds.

@@ -2,6 +2,7 @@
 // file system whose volumes and dates a test can choose.
 #pragma once
 
+#include "app/MainModule.h"
 #include "platform/posix/PosixFileSystem.h"
 #include "scanner/OggPass.h"
 #include "scanner/ScanRun.h"

@@ -22,6 +22,23 @@ RuntimeError PathError(int number, int error, const std::string& path) {
     return RuntimeError(number, ErrorText(error) + ": " + path);
 }
 
+int NumberOfWrite(int error) {
+    switch (error) {
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+        return ErrorNumber::DiskFull;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        return ErrorNumber::PermissionDenied;
+    case EEXIST:
+        return ErrorNumber::FileAlreadyExists;
+    default:
+        return ErrorNumber::PathFileAccess;
+    }
+}
+
 class PosixFileSystem : public FileSystemObject {
 public:
     std::unique_ptr<FolderWalk> GetFolder(const std::string& path) override {
@@ -63,7 +80,7 @@ public:
             if (::mkdir(part.c_str(), 0777) != 0) {
                 const int error = errno;
                 if (!FolderExists(part)) {
-                    throw PathError(ErrorNumber::PathFileAccess, error, path);
+                    throw PathError(NumberOfWrite(error), error, path);
                 }
             }
         }
@@ -74,7 +91,7 @@ public:
             throw PathError(ErrorNumber::FileNotFound, ENOENT, source);
         }
         if (const int error = posix::CopyWholeFile(source, target); error != 0) {
-            throw PathError(ErrorNumber::PathFileAccess, error, target);
+            throw PathError(NumberOfWrite(error), error, target);
         }
     }
 

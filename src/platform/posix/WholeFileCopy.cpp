@@ -63,6 +63,25 @@ std::string FolderOf(const std::string& path) {
     return slash == std::string::npos ? "." : slash == 0 ? "/" : path.substr(0, slash);
 }
 
+// Moves a file to a place where nothing stands. Not every file system can do that in one step; some can't
+// even by a second name.
+int MoveToFreePlace(const char* from, const char* to) {
+    if (::renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0) {
+        return 0;
+    }
+    if (errno != EINVAL && errno != ENOSYS) {
+        return errno;
+    }
+    if (::link(from, to) == 0) {
+        return ::unlink(from) == 0 ? 0 : errno;
+    }
+    struct stat there {};
+    if (errno == EEXIST || ::lstat(to, &there) == 0) {
+        return EEXIST;
+    }
+    return ::rename(from, to) == 0 ? 0 : errno;
+}
+
 } // namespace
 
 int CopyWholeFile(const std::string& source, const std::string& target) {
@@ -80,8 +99,8 @@ int CopyWholeFile(const std::string& source, const std::string& target) {
     if (error == 0) {
         error = Finish(from.Get(), copy);
     }
-    if (error == 0 && ::rename(name.c_str(), target.c_str()) != 0) {
-        error = errno;
+    if (error == 0) {
+        error = MoveToFreePlace(name.c_str(), target.c_str());
     }
     if (error != 0) {
         ::unlink(name.c_str());

@@ -1,8 +1,9 @@
 #include "platform/qt/Application.h"
 
+#include "app/LibraryFailure.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
-#include "platform/RuntimeError.h"
+#include "platform/LibraryError.h"
 #include "platform/qt/QtText.h"
 
 #include <QAbstractEventDispatcher>
@@ -90,7 +91,9 @@ void Application::EndWithFailure(const std::exception& failure, const std::strin
         text += "\n(" + during + ")";
     }
     text += "\n" + LoadResString(442);
-    services.msgBox->Show(text, LoadResString(443), MsgBox::Icon::Critical, MsgBox::Buttons::Ok);
+    const auto* library = dynamic_cast<const LibraryError*>(&failure);
+    services.msgBox->ShowWithDetails(text, library != nullptr ? LibraryFailureText(*library) : std::string(),
+                                     LoadResString(443), MsgBox::Icon::Critical, MsgBox::Buttons::Ok);
     services.shell->EndProcess(FailureExitCode);
     std::abort(); // Not reached: the process has ended.
 }

@@ -3,6 +3,7 @@
 #include "platform/qt/QtText.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
 
 namespace quavernet {
@@ -37,9 +38,23 @@ QMessageBox::StandardButtons QtButtons(MsgBox::Buttons buttons) {
     return QMessageBox::Ok;
 }
 
+// The box's text format does not reach its second text, and paths in it are to be copied.
+void ShowDetails(QMessageBox& box, const std::string& details) {
+    box.setInformativeText(ToQString(details));
+    if (auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"))) {
+        label->setTextFormat(Qt::PlainText);
+        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    }
+}
+
 } // namespace
 
 MsgBox::Answer QtMsgBox::Show(const std::string& text, const std::string& title, Icon icon, Buttons buttons) {
+    return ShowWithDetails(text, {}, title, icon, buttons);
+}
+
+MsgBox::Answer QtMsgBox::ShowWithDetails(const std::string& text, const std::string& details,
+                                         const std::string& title, Icon icon, Buttons buttons) {
     QMessageBox box(QtIcon(icon), ToQString(title), ToQString(text), QtButtons(buttons),
                     QApplication::activeWindow());
     box.setObjectName(QStringLiteral("MsgBox"));
@@ -48,6 +63,9 @@ MsgBox::Answer QtMsgBox::Show(const std::string& text, const std::string& title,
     }
     // File names and error texts are shown as they are, never read as markup.
     box.setTextFormat(Qt::PlainText);
+    if (!details.empty()) {
+        ShowDetails(box, details);
+    }
     switch (box.exec()) {
     case QMessageBox::Yes:
         return Answer::Yes;

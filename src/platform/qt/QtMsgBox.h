@@ -8,6 +8,8 @@ namespace quavernet {
 class QtMsgBox : public MsgBox {
 public:
     Answer Show(const std::string& text, const std::string& title, Icon icon, Buttons buttons) override;
+    Answer ShowWithDetails(const std::string& text, const std::string& details, const std::string& title,
+                           Icon icon, Buttons buttons) override;
 };
 
 } // namespace quavernet

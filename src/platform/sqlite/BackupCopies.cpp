@@ -1,10 +1,17 @@
 #include "platform/sqlite/BackupCopies.h"
 
+#include <cerrno>
 #include <filesystem>
+#include <system_error>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <sqlite3.h>
 
-#include "platform/RuntimeError.h"
+#include "platform/LibraryError.h"
 #include "platform/sqlite/LibraryFile.h"
 #include "platform/sqlite/SqliteError.h"
 
@@ -14,10 +21,66 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr int freshNumber = 0;
+
+/// The file that the copy is made in. It is held by a lock while it is made: what is found there without one
+/// is the rest of a run that was killed.
+class FreshCopy {
+public:
+    explicit FreshCopy(std::string path) : m_path(std::move(path)) {
+        m_file = ::open(m_path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0644);
+        if (m_file < 0) {
+            throw RuntimeError(ErrorNumber::PathFileAccess,
+                               m_path + ": " + std::generic_category().message(errno));
+        }
+        m_isMine = ::flock(m_file, LOCK_EX | LOCK_NB) == 0 ? IsAt(m_path) : errno != EWOULDBLOCK;
+        if (m_isMine) {
+            RemoveRests();
+            [[maybe_unused]] const int ignored = ::ftruncate(m_file, 0); // The engine writes it anew anyway.
+        }
+    }
+    ~FreshCopy() {
+        if (m_isMine && !m_isDone) {
+            ::unlink(m_path.c_str());
+            RemoveRests();
+        }
+        ::close(m_file);
+    }
+    FreshCopy(const FreshCopy&) = delete;
+    FreshCopy& operator=(const FreshCopy&) = delete;
+
+    /// Not while another program has it.
+    bool IsMine() const { return m_isMine; }
+    const std::string& Path() const { return m_path; }
+    void MoveTo(const std::string& path) {
+        fs::rename(m_path, path);
+        m_isDone = true;
+    }
+
+private:
+    // Its maker may have moved the file to its place since it was opened.
+    bool IsAt(const std::string& path) const {
+        struct stat opened {};
+        struct stat named {};
+        return ::fstat(m_file, &opened) == 0 && ::stat(path.c_str(), &named) == 0 &&
+               opened.st_ino == named.st_ino && opened.st_dev == named.st_dev;
+    }
+    void RemoveRests() const {
+        for (const char* ending : {"-journal", "-wal", "-shm"}) {
+            ::unlink((m_path + ending).c_str());
+        }
+    }
+
+    std::string m_path;
+    int m_file = -1;
+    bool m_isMine = false;
+    bool m_isDone = false;
+};
+
+// Copies what one moment shows, whatever other programs write meanwhile.
 void CopyContent(sqlite3* source, const std::string& target) {
     sqlite3* opened = nullptr;
-    const int code =
-        sqlite3_open_v2(target.c_str(), &opened, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+    const int code = sqlite3_open_v2(target.c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
     const DatabaseHandle handle(opened);
     Check(opened, code);
     sqlite3_backup* const backup = sqlite3_backup_init(opened, "main", source, "main");
@@ -32,34 +95,41 @@ void CopyContent(sqlite3* source, const std::string& target) {
     }
 }
 
-} // namespace
-
-std::string BackupPath(const std::string& library, int number) {
-    fs::path path(library);
-    const std::string extension = path.extension().string();
-    path.replace_extension(".backup" + std::to_string(number) + extension);
-    return path.string();
+void CheckContent(sqlite3* database, const std::string& library) {
+    const std::string finding = FirstFinding(database);
+    if (!finding.empty()) {
+        throw LibraryError(LibraryFault::Damaged, library, SQLITE_CORRUPT,
+                           library + ": the library is damaged: " + finding);
+    }
 }
 
-void MakeBackup(sqlite3* database, const std::string& library) {
-    const std::string fresh = BackupPath(library, 0);
-    std::error_code failed;
-    fs::remove(fresh, failed); // Left over by a run that ended while it copied.
-    try {
-        CopyContent(database, fresh);
-    } catch (const RuntimeError&) {
-        fs::remove(fresh, failed);
-        throw;
+// Makes place at number 1. Only the copies in front of the first free place move: where a run was killed
+// between two of these steps, the next one goes on from there and pushes no other copy out.
+void MoveOlderCopies(const std::string& library) {
+    int place = 1;
+    while (place < BackupCount && fs::exists(BackupPath(library, place))) {
+        ++place;
     }
-    for (int number = BackupCount - 1; number >= 0; --number) {
-        const std::string from = BackupPath(library, number);
-        if (!fs::exists(from, failed)) {
-            continue;
+    for (; place > 1; --place) {
+        fs::rename(BackupPath(library, place - 1), BackupPath(library, place));
+    }
+}
+
+} // namespace
+
+void MakeBackup(sqlite3* database, const std::string& library) {
+    try {
+        CheckContent(database, library);
+        FreshCopy fresh(BackupPath(library, freshNumber));
+        if (!fresh.IsMine()) {
+            return;
         }
-        fs::rename(from, BackupPath(library, number + 1), failed);
-        if (failed) {
-            throw RuntimeError(ErrorNumber::PathFileAccess, from + ": " + failed.message());
-        }
+        CopyContent(database, fresh.Path());
+        MoveOlderCopies(library);
+        fresh.MoveTo(BackupPath(library, 1));
+    } catch (const fs::filesystem_error& error) {
+        throw RuntimeError(ErrorNumber::PathFileAccess,
+                           error.path1().string() + ": " + error.code().message());
     }
 }
 

@@ -5,15 +5,15 @@
 
 #include <sqlite3.h>
 
-#include "platform/RuntimeError.h"
 #include "platform/sqlite/SqliteError.h"
+#include "platform/sqlite/WriteTurn.h"
 
 namespace quavernet::sqlite {
 
 namespace {
 
-[[noreturn]] void ThrowLost(int code, const std::string& text, std::size_t lost) {
-    throw RuntimeError(code, text + " (" + std::to_string(lost) + " earlier changes were undone)");
+std::string WithLost(const std::string& text, std::size_t lost) {
+    return text + " (" + std::to_string(lost) + " earlier changes were undone)";
 }
 
 } // namespace
@@ -21,7 +21,7 @@ namespace {
 void CommitGathering::BeforeWrite(sqlite3* database) {
     if (sqlite3_get_autocommit(database) != 0) {
         m_gathered = 0;
-        RunInternal(database, "begin immediate");
+        BeginWriting(database);
         m_firstWrite = m_now();
     }
 }
@@ -31,13 +31,10 @@ void CommitGathering::AfterWrite(sqlite3* database, int code) {
         ++m_gathered;
         return;
     }
-    const std::string text = sqlite3_errmsg(database);
     const bool undone = sqlite3_get_autocommit(database) != 0;
     const std::size_t lost = undone ? std::exchange(m_gathered, 0) : 0;
-    if (lost > 0) {
-        ThrowLost(code, text, lost);
-    }
-    throw RuntimeError(code, text);
+    const std::string text = sqlite3_errmsg(database);
+    ThrowError(database, code, FaultOf(database, code), lost > 0 ? WithLost(text, lost) : text);
 }
 
 void CommitGathering::CommitIfDue(sqlite3* database) {
@@ -53,11 +50,12 @@ void CommitGathering::Commit(sqlite3* database) {
     const int code = sqlite3_exec(database, "commit", nullptr, nullptr, nullptr);
     const std::size_t gathered = std::exchange(m_gathered, 0);
     if (code != SQLITE_OK) {
-        const std::string text = sqlite3_errmsg(database);
+        const std::string text = WithLost(sqlite3_errmsg(database), gathered);
+        const auto fault = FaultOf(database, code);
         if (sqlite3_get_autocommit(database) == 0) {
             sqlite3_exec(database, "rollback", nullptr, nullptr, nullptr);
         }
-        ThrowLost(code, text, gathered);
+        ThrowError(database, code, fault, text);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "platform/sqlite/LibraryFile.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <fstream>
@@ -8,10 +9,11 @@
 
 #include <sqlite3.h>
 
-#include "platform/RuntimeError.h"
+#include "platform/LibraryError.h"
 #include "platform/sqlite/Collation.h"
 #include "platform/sqlite/SqliteError.h"
 #include "platform/sqlite/StatementCache.h"
+#include "platform/sqlite/WriteTurn.h"
 
 namespace quavernet::sqlite {
 
@@ -19,12 +21,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int busyTimeoutMilliseconds = 5000;
 // Never created here; and one thread uses the connection, so that it needs no lock for every cell read.
 constexpr int openFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
 
-[[noreturn]] void Refuse(int number, const std::string& path, const std::string& reason) {
-    throw RuntimeError(number, path + ": " + reason);
+[[noreturn]] void Refuse(LibraryFault fault, int number, const std::string& path, const std::string& reason) {
+    throw LibraryError(fault, path, number, path + ": " + reason);
 }
 
 bool HoldsData(const std::string& path) {
@@ -43,17 +44,19 @@ void CheckPlace(const std::string& path) {
     std::error_code failed;
     const fs::file_status status = fs::status(path, failed);
     if (status.type() == fs::file_type::not_found) {
-        Refuse(ErrorNumber::FileNotFound, path, "the file does not exist");
+        Refuse(LibraryFault::Missing, ErrorNumber::FileNotFound, path, "the file does not exist");
     }
     if (status.type() != fs::file_type::regular) {
-        Refuse(ErrorNumber::PathFileAccess, path, "not a plain file");
+        const bool isFolder = status.type() == fs::file_type::directory;
+        Refuse(isFolder ? LibraryFault::Folder : LibraryFault::NoPlainFile, ErrorNumber::PathFileAccess, path,
+               "not a plain file");
     }
     const std::string folder = fs::path(path).parent_path().string();
     if (::access(path.c_str(), R_OK | W_OK) != 0) {
-        Refuse(ErrorNumber::PathFileAccess, path, "the file is read-only");
+        Refuse(LibraryFault::FileReadOnly, ErrorNumber::PathFileAccess, path, "the file is read-only");
     }
     if (::access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) != 0) {
-        Refuse(ErrorNumber::PathFileAccess, path, "the folder is read-only");
+        Refuse(LibraryFault::FolderReadOnly, ErrorNumber::PathFileAccess, path, "the folder is read-only");
     }
 }
 
@@ -90,17 +93,54 @@ private:
     bool m_complete = false;
 };
 
+// Of the log's header (sqlite.org/fileformat.html, section 4.1): its mark, and the sums over its first 24
+// bytes in the byte order that the mark's last bit tells.
+bool IsLogHeader(const std::array<unsigned char, 32>& bytes) {
+    const auto number = [&](std::size_t offset, bool bigEndian) {
+        std::uint32_t value = 0;
+        for (std::size_t i = 0; i < 4; ++i) {
+            value = value << 8 | bytes[offset + (bigEndian ? i : 3 - i)];
+        }
+        return value;
+    };
+    const std::uint32_t mark = number(0, true);
+    std::uint32_t first = 0;
+    std::uint32_t second = 0;
+    for (std::size_t offset = 0; offset < 24; offset += 8) {
+        first += number(offset, (mark & 1) != 0) + second;
+        second += number(offset + 4, (mark & 1) != 0) + first;
+    }
+    return (mark & ~std::uint32_t{1}) == 0x377F0682 && first == number(24, true) &&
+           second == number(28, true);
+}
+
+// The engine takes a log that begins with anything else for an empty one and writes over it. A power failure
+// may leave zeros or less than a header; what else stands there is damage, and the rows behind it are not to
+// be given up without a word.
+void CheckLog(const std::string& path) {
+    std::array<unsigned char, 32> bytes{};
+    std::ifstream file(path + "-wal", std::ios::binary);
+    if (!file.read(reinterpret_cast<char*>(bytes.data()), bytes.size()) ||
+        std::all_of(bytes.begin(), bytes.end(), [](unsigned char byte) { return byte == 0; })) {
+        return;
+    }
+    if (!IsLogHeader(bytes)) {
+        Refuse(LibraryFault::Damaged, SQLITE_CORRUPT, path, "the library is damaged: its log is no log");
+    }
+}
+
 void CheckHeader(const std::string& path, bool closedCleanly) {
     const FileHeader header(path);
-    if (!header.IsSqlite() || header.ApplicationMark() != ApplicationId) {
-        Refuse(SQLITE_NOTADB, path, "the file is not a library");
+    if (!header.IsSqlite() || header.ApplicationMark() != ApplicationId || header.UserVersion() == 0) {
+        Refuse(LibraryFault::NoLibrary, SQLITE_NOTADB, path, "the file is not a library");
     }
     if (header.UserVersion() > SchemaVersion) {
-        Refuse(SQLITE_NOTADB, path, "the library was made by a newer version of the program");
+        Refuse(LibraryFault::Newer, SQLITE_NOTADB, path,
+               "the library was made by a newer version of the program");
     }
     // With a log beside it, the file may be in the middle of taking that in.
     if (closedCleanly && fs::file_size(path) < header.PageCount() * header.PageSize()) {
-        Refuse(SQLITE_CORRUPT, path, "the library is damaged: its end is missing");
+        Refuse(LibraryFault::Damaged, SQLITE_CORRUPT, path, "the library is damaged: its end is missing");
     }
 }
 
@@ -121,11 +161,50 @@ void Configure(sqlite3* database) {
     set(SQLITE_DBCONFIG_DQS_DDL, 0);
     set(SQLITE_DBCONFIG_DEFENSIVE, 1);
     set(SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0);
-    Check(database, sqlite3_busy_timeout(database, busyTimeoutMilliseconds));
+    WaitForOthers(database);
     RegisterTextComparison(database);
 }
 
+// All twelve, so that a file with our marks and other content is seen before a statement meets it.
+constexpr std::string_view tablesOfALibrary =
+    "select count(*) from sqlite_schema where type = 'table' and name in ('Files', 'Titel', 'Interpret', "
+    "'Albums', 'Drive', 'Quality', 'Extensions', 'Genres', 'Categories', 'FileCategories', 'Covers', "
+    "'Reminder')";
+
+void CheckContent(sqlite3* database, const std::string& path, bool closedCleanly) {
+    if (sqlite3_db_readonly(database, "main") != 0) {
+        Refuse(LibraryFault::FileReadOnly, ErrorNumber::PathFileAccess, path, "the file is read-only");
+    }
+    if (FirstText(database, tablesOfALibrary) != "12") {
+        Refuse(LibraryFault::NoLibrary, SQLITE_NOTADB, path, "the file is not a library");
+    }
+    if (!closedCleanly) {
+        const std::string finding = FirstFinding(database);
+        if (!finding.empty()) {
+            Refuse(LibraryFault::Damaged, SQLITE_CORRUPT, path, "the library is damaged: " + finding);
+        }
+    }
+}
+
+void MakeReady(sqlite3* database, const std::string& path, bool closedCleanly) {
+    // Until the content is known to be sound, a close must not move the log of a killed run into the file.
+    Check(database,
+          sqlite3_db_config(database, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, closedCleanly ? 0 : 1, nullptr));
+    CheckContent(database, path, closedCleanly);
+    if (FirstText(database, "pragma journal_mode = wal") != "wal") {
+        Refuse(LibraryFault::Other, SQLITE_CANTOPEN, path, "the file system can't hold the library's log");
+    }
+    RunInternal(database, "pragma synchronous = normal; pragma temp_store = memory; "
+                          "pragma cache_size = -16384;");
+    Check(database, sqlite3_db_config(database, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr));
+}
+
 } // namespace
+
+std::string FirstFinding(sqlite3* database) {
+    const std::string finding = FirstText(database, "pragma quick_check(1)");
+    return finding == "ok" ? std::string() : finding;
+}
 
 void CloseDatabase::operator()(sqlite3* database) const {
     sqlite3_close_v2(database);
@@ -136,38 +215,22 @@ OpenedLibrary OpenLibraryFile(const std::string& path) {
     OpenedLibrary library;
     library.closedCleanly = WasClosedCleanly(path);
     CheckHeader(path, library.closedCleanly);
+    CheckLog(path);
 
     sqlite3* opened = nullptr;
     const int code = sqlite3_open_v2(path.c_str(), &opened, openFlags, nullptr);
     library.handle.reset(opened);
-    Check(opened, code);
-    Configure(opened);
     try {
-        // Until the content is known to be sound, a close must not move the log of a killed run into the
-        // file.
-        Check(opened, sqlite3_db_config(opened, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE,
-                                        library.closedCleanly ? 0 : 1, nullptr));
-        if (sqlite3_db_readonly(opened, "main") != 0) {
-            Refuse(ErrorNumber::PathFileAccess, path, "the file is read-only");
-        }
-        FirstText(opened, "select count(*) from sqlite_schema");
-        if (!library.closedCleanly) {
-            const std::string finding = FirstText(opened, "pragma quick_check(1)");
-            if (finding != "ok") {
-                Refuse(SQLITE_CORRUPT, path, "the library is damaged: " + finding);
-            }
-        }
-        if (FirstText(opened, "pragma journal_mode = wal") != "wal") {
-            Refuse(SQLITE_CANTOPEN, path, "the file system can't hold the library's log");
-        }
-        RunInternal(opened, "pragma synchronous = normal; pragma temp_store = memory; "
-                            "pragma cache_size = -16384;");
-        Check(opened, sqlite3_db_config(opened, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr));
-    } catch (const RuntimeError& error) {
-        if (error.Description().rfind(path, 0) == 0) {
+        Check(opened, code);
+        Configure(opened);
+        MakeReady(opened, path, library.closedCleanly);
+    } catch (const LibraryError& error) {
+        if (error.Description().starts_with(path)) {
             throw;
         }
-        Refuse(error.Number(), path, error.Description());
+        Refuse(error.Fault(), error.Number(), path, error.Description());
+    } catch (const RuntimeError& error) {
+        Refuse(LibraryFault::Other, error.Number(), path, error.Description());
     }
     return library;
 }

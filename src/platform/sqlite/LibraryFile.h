@@ -24,8 +24,11 @@ struct OpenedLibrary {
 };
 
 /// Opens an existing library for reading and writing, with the text comparison registered and the write-ahead
-/// log on. Throws RuntimeError with the reason if the file is missing, a folder, no library, cut, damaged,
-/// made by a newer version or not writable; the file is then as it was.
+/// log on. Throws LibraryError with the reason if the file is missing, a folder, no library, cut, damaged,
+/// made by a newer version, locked or not writable; the file is then as it was.
 OpenedLibrary OpenLibraryFile(const std::string& path);
+
+/// Looks through every page of an open library. What is wrong with it, or an empty text.
+std::string FirstFinding(sqlite3* database);
 
 } // namespace quavernet::sqlite

@@ -68,7 +68,7 @@ public:
     }
 
     void Execute(std::string_view statement) override {
-        m_commits.CommitIfDue(Library());
+        BeforeStatement();
         PreparedStatement& prepared = Bind(statement);
         sqlite3_stmt* const handle = prepared.handle.get();
         const bool writes = sqlite3_stmt_readonly(handle) == 0;
@@ -88,7 +88,7 @@ public:
     }
 
     ADODB::RowBlock Query(std::string_view statement) override {
-        m_commits.CommitIfDue(Library());
+        BeforeStatement();
         const auto ordered = TakeOrderClause(statement);
         if (!ordered || IsDateColumn(ordered->name)) { // Shown dates don't sort; the stored ones do.
             return ReadRows(statement);
@@ -111,7 +111,26 @@ public:
         }
     }
 
+    void HoldOthers() override {
+        if (m_held == 0) {
+            m_commits.CommitIfDue(Library());
+            m_commits.BeforeWrite(Library());
+        }
+        ++m_held;
+    }
+    void LetOthers() noexcept override { --m_held; }
+
 private:
+    // Inside an Undisturbed the transaction opens again, even for one that only reads, if the program has
+    // committed in the middle because it waited for its user.
+    void BeforeStatement() {
+        if (m_held > 0) {
+            m_commits.BeforeWrite(Library());
+        } else {
+            m_commits.CommitIfDue(Library());
+        }
+    }
+
     sqlite3* Library() const {
         if (!m_library) {
             throw RuntimeError(SQLITE_MISUSE, "The library is not open.");
@@ -221,6 +240,7 @@ private:
     CommitGathering m_commits;
     std::vector<std::string> m_dateColumns;
     bool m_backupDue = false;
+    int m_held = 0; ///< Undisturbed stretches that are open.
 };
 
 } // namespace

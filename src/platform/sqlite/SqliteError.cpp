@@ -1,13 +1,64 @@
 #include "platform/sqlite/SqliteError.h"
 
-#include <sqlite3.h>
+#include <cerrno>
 
-#include "platform/RuntimeError.h"
+#include <sqlite3.h>
 
 namespace quavernet::sqlite {
 
+namespace {
+
+constexpr int PrimaryCode = 0xFF; // The upper bytes of a code tell more of the same.
+
+LibraryFault FaultOfSystem(int error) {
+    switch (error) {
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+        return LibraryFault::DiskFull;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        return LibraryFault::FolderReadOnly;
+    default:
+        return LibraryFault::Device;
+    }
+}
+
+} // namespace
+
+std::optional<LibraryFault> FaultOf(sqlite3* database, int code) {
+    switch (code & PrimaryCode) {
+    case SQLITE_FULL:
+        return LibraryFault::DiskFull;
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+        return LibraryFault::Damaged;
+    case SQLITE_BUSY:
+    case SQLITE_PROTOCOL:
+        return LibraryFault::Locked;
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+        return LibraryFault::FileReadOnly;
+    case SQLITE_IOERR:
+    case SQLITE_CANTOPEN:
+        return FaultOfSystem(database == nullptr ? 0 : sqlite3_system_errno(database));
+    default:
+        return std::nullopt;
+    }
+}
+
 void ThrowError(sqlite3* database, int code) {
-    throw RuntimeError(code, database == nullptr ? sqlite3_errstr(code) : sqlite3_errmsg(database));
+    ThrowError(database, code, FaultOf(database, code),
+               database == nullptr ? sqlite3_errstr(code) : sqlite3_errmsg(database));
+}
+
+void ThrowError(sqlite3* database, int code, std::optional<LibraryFault> fault, const std::string& text) {
+    if (!fault) {
+        throw RuntimeError(code, text);
+    }
+    const char* path = database == nullptr ? nullptr : sqlite3_db_filename(database, "main");
+    throw LibraryError(*fault, path == nullptr ? "" : path, code, text);
 }
 
 void Check(sqlite3* database, int code) {

@@ -1,0 +1,93 @@
+#include "app/LibraryFailure.h"
+
+#include "app/LoadResString.h"
+#include "app/MainModule.h"
+#include "platform/BackupPath.h"
+
+namespace quavernet {
+
+namespace {
+
+std::string ReasonText(const LibraryError& error) {
+    switch (error.Fault()) {
+    case LibraryFault::Locked:
+        return LoadResString(756);
+    case LibraryFault::Damaged:
+        return LoadResString(757);
+    case LibraryFault::Newer:
+        return LoadResString(758);
+    case LibraryFault::NoLibrary:
+        return LoadResString(759);
+    case LibraryFault::FileReadOnly:
+        return LoadResString(760);
+    case LibraryFault::FolderReadOnly:
+        return LoadResString(761);
+    case LibraryFault::Folder:
+        return LoadResString(762);
+    case LibraryFault::NoPlainFile:
+        return LoadResString(763);
+    case LibraryFault::Missing:
+        return LoadResString(764);
+    case LibraryFault::DiskFull:
+        return LoadResString(765);
+    case LibraryFault::Device:
+        return LoadResString(766);
+    case LibraryFault::Other:
+        break;
+    }
+    return FailureReasonText(error.Description());
+}
+
+// A library that is sound but can't be had right now must not be given up for an older copy.
+bool IsContentInDoubt(LibraryFault fault) {
+    switch (fault) {
+    case LibraryFault::Locked:
+    case LibraryFault::FileReadOnly:
+    case LibraryFault::FolderReadOnly:
+    case LibraryFault::DiskFull:
+        return false;
+    default:
+        return true;
+    }
+}
+
+// One line for each copy that is there, the newest first.
+std::string CopyLines(const std::string& library) {
+    std::string lines;
+    for (int number = 1; number <= BackupCount; ++number) {
+        const std::string path = BackupPath(library, number);
+        Skip([&] {
+            const FileFacts copy = services.fileSystem->GetFile(path);
+            lines += "\n" + path + " (" + GeneralDateText(copy.dateLastModified, services.regional) + ")";
+        });
+    }
+    return lines;
+}
+
+std::string CopiesText(const LibraryError& error) {
+    const std::string lines = CopyLines(error.Path());
+    if (!lines.empty()) {
+        return "\n\n" + LoadResString(769) + lines + "\n\n" + LoadResString(770);
+    }
+    // At a first start nobody asks for copies.
+    return error.Fault() == LibraryFault::Other ? std::string() : "\n\n" + LoadResString(771);
+}
+
+} // namespace
+
+std::string LibraryFailureText(const LibraryError& error) {
+    std::string text = ReasonText(error);
+    if (!error.Path().empty()) {
+        text += "\n" + LoadResString(768) + error.Path();
+    }
+    if (IsContentInDoubt(error.Fault())) {
+        text += CopiesText(error);
+    }
+    return text;
+}
+
+std::string FailureReasonText(const std::string& description) {
+    return LoadResString(767) + description;
+}
+
+} // namespace quavernet

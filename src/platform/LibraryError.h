@@ -1,0 +1,41 @@
+// A failure that concerns the library as a whole and not one statement. Thrown by the engine's adapter, told
+// to the user by app/LibraryFailure.
+#pragma once
+
+#include "platform/RuntimeError.h"
+
+#include <string>
+#include <utility>
+
+namespace quavernet {
+
+enum class LibraryFault {
+    Missing,
+    Folder,      ///< A folder stands in the library's place.
+    NoPlainFile, ///< A pipe, a device, or a link that leads nowhere stands there.
+    FileReadOnly,
+    FolderReadOnly, ///< The engine keeps its log beside the library.
+    NoLibrary,      ///< A file of something else.
+    Newer,          ///< Made by a newer version of the program.
+    Damaged,
+    Locked, ///< By another program, for longer than is waited for.
+    DiskFull,
+    Device, ///< Reading or writing fails.
+    Other,
+};
+
+class LibraryError : public RuntimeError {
+public:
+    LibraryError(LibraryFault fault, std::string path, int number, std::string description)
+        : RuntimeError(number, std::move(description)), m_fault(fault), m_path(std::move(path)) {}
+
+    LibraryFault Fault() const { return m_fault; }
+    /// The library's file.
+    const std::string& Path() const { return m_path; }
+
+private:
+    LibraryFault m_fault;
+    std::string m_path;
+};
+
+} // namespace quavernet

@@ -1,0 +1,196 @@
+#include "library/CleanDatabase.h"
+#include "library/DatabaseCheck.h"
+#include "platform/LibraryError.h"
+#include "platform/sqlite/SqliteConnection.h"
+#include "scanner/OggStore.h"
+#include "scanner/ReminderSettings.h"
+#include "scanner/SavedLog.h"
+#include "scanner/StoreFileRecord.h"
+#include "support/OggFiles.h"
+#include "support/ScanDoubles.h"
+#include "support/TestLibrary.h"
+
+#include <chrono>
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace quavernet::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+/// The program under test and another one on the same library.
+class TwoProgramsTest : public LibraryTest {
+protected:
+    TwoProgramsTest() : other(OpenLibrary(libraryPath)) {
+        // Each statement looks whether a commit is due, and it always is.
+        mainModule.Connection = CreateSqliteConnection(services.regional, std::chrono::seconds(0));
+        Connection().Open(ConnectionStart + libraryPath);
+        other->Query("Pragma busy_timeout = 0");
+        services.fileSystem = &volumes;
+        mainModule.ScanLogEnabled = false;
+    }
+
+    /// What the other program does just before the first statement with this start goes out, if it can.
+    void OtherBefore(const std::string& start, const std::string& statement) {
+        Record().onStatement = [this, start, statement, done = false](const std::string& sent) mutable {
+            if (!done && sent.starts_with(start)) {
+                done = true;
+                Other(statement);
+            }
+        };
+    }
+    void Other(const std::string& statement) {
+        ++tried;
+        Skip([&] { other->Execute(statement); });
+        other->Commit();
+    }
+    static void SetFile(const std::string& path) {
+        CurrentFile& file = mainModule.CurrentFile;
+        file = CurrentFile();
+        file.FileArtist = "Blue";
+        file.FileTitle = "Song";
+        file.FileQuality = "128";
+        file.FileGenre = "17";
+        file.FileSize = "100";
+        file.FileName = "song.mp3";
+        file.FilePath = path;
+        file.FileDate = "29.02.2024 13:04:05";
+        file.FileDrive = "/";
+    }
+
+    std::unique_ptr<ADODB::Connection> other;
+    int tried = 0;
+    ChosenVolumes volumes;
+    CallList calls;
+    RecordingScanLog log{calls};
+    SavedLog saved{log};
+};
+
+TEST_F(TwoProgramsTest, APerformerOrAFileIsNotInsertedByBoth) {
+    SetFile("/music/song.mp3");
+    OtherBefore("Insert into Interpret", "Insert into Interpret (Interpret) values ('Blue')");
+    StoreFileRecord(saved);
+    SetFile("/music/other.mp3");
+    OtherBefore("Insert Into Files", "Insert into Files (Path) values ('/music/other.mp3')");
+    StoreFileRecord(saved);
+    EXPECT_EQ(tried, 2);
+    EXPECT_EQ(Rows("Select Interpret from Interpret"), Texts{"Blue"});
+    EXPECT_EQ(Rows("Select Path from Files order by File_id"),
+              (Texts{"/music/song.mp3", "/music/other.mp3"}));
+}
+
+TEST_F(TwoProgramsTest, TheHighestKeyIsThatOfTheRowJustInserted) {
+    TemporaryFolder music;
+    WriteWhole(music / "song.ogg", "x");
+    OggRecord record{"Song", "Blue", "112",  "206", "song.ogg", music / "song.ogg",
+                     "7840", "",     "Rock", "",    "Best"};
+    OtherBefore("Select Max(Inter_id)", "Insert into Interpret (Interpret) values ('another')");
+    StoreOggRecord(record, saved);
+    EXPECT_EQ(tried, 1);
+    EXPECT_EQ(Rows("Select I.Interpret from Files F, Interpret I where F.Inter_id = I.Inter_id"),
+              Texts{"Blue"});
+}
+
+TEST_F(TwoProgramsTest, TheReminderStaysOneRow) {
+    OtherBefore("Insert Into Reminder", "Insert into Reminder (RemindFlag) values (1)");
+    SaveReminderSettings({.chkRemind = true, .optDaily = true});
+    EXPECT_EQ(tried, 1);
+    EXPECT_EQ(Value("Select Count(RemindFlag) from Reminder"), "1");
+}
+
+TEST_F(TwoProgramsTest, ADoubledCategoryThatTheOtherHasRepairedKeepsItsLastRow) {
+    Execute({"Insert into Categories (Category) values ('Rock')",
+             "Insert into Categories (Category) values ('Rock')",
+             "Insert into FileCategories (File_id, Category_id, Parent) values (1, 1, 'Rock')"});
+    Connection().Commit();
+    events.onDoEvents = [this] {
+        if (events.count == 2) { // Between the look and the repair.
+            Other("Delete from Categories where Category_id in (2)");
+        }
+    };
+    CheckDatabase([](const std::string&) {});
+    EXPECT_EQ(tried, 1);
+    EXPECT_EQ(Rows("Select Category_id, Category from Categories"), Texts{"1|Rock"});
+    EXPECT_EQ(Value("Select Count(File_id) from FileCategories"), "1");
+}
+
+/// A file that comes to exist between two looks.
+class AppearingFile : public ChosenVolumes {
+public:
+    bool FileExists(const std::string&) override { return looks++ > 0; }
+    int looks = 0;
+};
+
+class NoWindow : public CleanWindow {
+public:
+    void SetMousePointer(int) override {}
+    void SetScanningPanel(const std::string&) override {}
+    void LoadTree() override {}
+    void LoadDatabase(const std::string&) override {}
+};
+
+TEST_F(TwoProgramsTest, AFileThatTheOtherStoresDuringTheCleaningIsKept) {
+    Execute("Insert into Files (Path) values ('/music/song.mp3')");
+    AppearingFile disk;
+    services.fileSystem = &disk;
+    NoWindow window;
+    CleanDatabase(window);
+    EXPECT_EQ(disk.looks, 2);
+    EXPECT_EQ(Rows("Select Path from Files"), Texts{"/music/song.mp3"});
+}
+
+TEST_F(TwoProgramsTest, WhatOneHoldsTheOtherWaitsForAndACommitInTheMiddleDoesNotEndIt) {
+    {
+        const ADODB::Undisturbed outer(Connection());
+        const ADODB::Undisturbed inner(Connection());
+        Connection().Commit();
+        Rows("Select Name from Titel");
+        EXPECT_THROW(other->Execute("Insert into Titel (Name) values ('x')"), LibraryError);
+    }
+    Connection().Commit();
+    EXPECT_NO_THROW(other->Execute("Insert into Titel (Name) values ('x')"));
+}
+
+TEST_F(TwoProgramsTest, AFailureInsideTakesBackNoEarlierStatement) {
+    {
+        const ADODB::Undisturbed undisturbed(Connection());
+        Execute("Insert into Titel (Title_id, Name) values (1, 'first')");
+        EXPECT_THROW(Execute("Insert into Titel (Title_id, Name) values (1, 'again')"), RuntimeError);
+    }
+    mainModule.Connection.reset();
+    EXPECT_EQ(RowTextsOf(*other, "Select Name from Titel"), Texts{"first"});
+}
+
+TEST(WriteTurnTest, OneThatWritesWithoutAPauseLetsTheOtherHaveItsTurn) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "Quavernet.db";
+    CopyTemplate(path);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        try {
+            const auto connection = OpenLibrary(path);
+            for (;;) {
+                connection->Execute("Insert into Titel (Name) values ('x')");
+            }
+        } catch (...) {
+            ::_exit(1);
+        }
+    }
+    const auto connection = OpenLibrary(path);
+    while (RowTextsOf(*connection, "Select Count(Title_id) from Titel") == Texts{"0"}) {
+        ::usleep(1000);
+    }
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_NO_THROW(connection->Execute("Insert into Albums (Name) values ('mine')"));
+        connection->Commit();
+    }
+    EXPECT_EQ(::waitpid(child, nullptr, WNOHANG), 0) << "the other one has failed";
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    EXPECT_EQ(RowTextsOf(*connection, "Select Count(Album_id) from Albums"), Texts{"20"});
+}
+
+} // namespace
+} // namespace quavernet::test
