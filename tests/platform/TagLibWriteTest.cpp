@@ -177,12 +177,16 @@ TEST_F(TagLibWriteTest, BytesBehindTheFramesThatAreNoPaddingStay) {
 
 TEST_F(TagLibWriteTest, AFrameThatWasCutOffGetsNoPaddingThatWouldMakeItWhole) {
     const std::string cut = "TPE1" + Big(40, 4) + Bytes({0, 0, 0}) + "Cut";
-    const std::string frames = TextFrame(3, "TIT2", "Titel") + cut;
-    for (const std::string title : {"Neuer", "Ein laengerer", "Kurz"}) {
-        EXPECT_EQ(Save(TagV2(3, frames) + Audio, {{T::Title, title}}),
-                  TagV2(3, TextFrame(3, "TIT2", title) + cut) + Audio);
-        EXPECT_EQ(FieldOf(T::Performer), "");
-    }
+    const auto tagOf = [&](const std::string& title, std::size_t padding) {
+        return TagV2(3, TextFrame(3, "TIT2", title) + cut, padding) + Audio;
+    };
+    EXPECT_EQ(Save(tagOf("Titel", 0), {{T::Title, "Ein laengerer"}}), tagOf("Ein laengerer", 0));
+    EXPECT_EQ(FieldOf(T::Performer), "");
+    // Shorter by one byte of padding it stays cut off, and the tag in its place; by 36 it would not.
+    EXPECT_EQ(Save(tagOf("Titel", 0), {{T::Title, "Kurz"}}), tagOf("Kurz", 1));
+    const std::string longTitle(40, 'x');
+    EXPECT_EQ(Save(tagOf(longTitle, 0), {{T::Title, "xxxx"}}), tagOf("xxxx", 0));
+    EXPECT_EQ(FieldOf(T::Performer), "");
 }
 
 TEST_F(TagLibWriteTest, AnUnsynchronisedTagIsWrittenPlain) {
