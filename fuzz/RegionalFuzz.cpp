@@ -10,6 +10,7 @@
 
 #include "FuzzInput.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstring>
