@@ -10,7 +10,7 @@ PACKAGES_SCREEN=(xvfb openbox xdotool imagemagick x11-utils)
 
 # Tests: frameworks, real encoders, checkers, and the locales that some tests run under.
 PACKAGES_TEST=(libgtest-dev libgmock-dev lame vorbis-tools sox libsox-fmt-base libsox-fmt-mp3 sqlite3 python3
-    clang-format desktop-file-utils appstream locales)
+    clang-format cppcheck desktop-file-utils appstream locales)
 
 # The command prefix that makes us root; fails with a sentence if there is no way.
 as_root() {

@@ -12,6 +12,8 @@ import tempfile
 import time
 import unittest
 
+import no_network
+
 WAIT = 60  # seconds that anything may take before it counts as not happening
 
 # Set by CMake: the built program, the sample maker, and where screenshots go.
@@ -136,8 +138,11 @@ class Library:
         return self.values("select Path from Files")
 
 
-def ignore_file_size_signal():
+def before_start():
+    """In the program's process before it begins: a file that may not grow is told as an error, and a socket for a
+    network ends the process. The program needs none."""
     signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+    no_network.enter()
 
 
 class ProgramTest(unittest.TestCase):
@@ -154,7 +159,6 @@ class ProgramTest(unittest.TestCase):
         self.addCleanup(self.desktop.close)
         self.library = Library(self.home)
         self.program = None
-        self.before_start = ignore_file_size_signal
 
     def tearDown(self):
         self.desktop.picture(self.id().split(".")[-1] + "-end")
@@ -172,7 +176,7 @@ class ProgramTest(unittest.TestCase):
     def start(self):
         """Starts the program and gives its main window, once the start picture has gone."""
         self.program = subprocess.Popen([PROGRAM], env=self.desktop.environment, cwd=self.home,
-                                        restore_signals=False, preexec_fn=self.before_start)
+                                        restore_signals=False, preexec_fn=before_start)
         window = self.desktop.window("^Quavernet - ")
         wait_until("the library", lambda: self.library.values("select count(*) from Genres"))
         wait_until("the start picture to go", lambda: self.main_is_alone())

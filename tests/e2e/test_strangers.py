@@ -1,5 +1,6 @@
 """Files of strangers: names and tags that would mean something to a shell, a statement, a format, a page or a
-browser. The real program scans, lists and opens them inside a cage that kills it at the first socket for a network."""
+browser. The real program scans, lists and opens them, as always here inside a cage that kills it at the first socket
+for a network."""
 import http.server
 import os
 import re
@@ -11,7 +12,7 @@ import threading
 import unittest
 
 import no_network
-from desktop import PROGRAM, SAMPLE_MAKER, ProgramTest, ignore_file_size_signal, wait_until
+from desktop import PROGRAM, SAMPLE_MAKER, ProgramTest, wait_until
 
 sys.path.insert(0, os.path.dirname(SAMPLE_MAKER))
 import tags  # noqa: E402
@@ -66,16 +67,10 @@ class StrangersTest(ProgramTest):
         self.visits = Visits()
         self.addCleanup(self.visits.server_close)
         self.addCleanup(self.visits.shutdown)
-        self.before_start = self.enter_cage
         self.mark = "touched-by-a-name"
         self.texts = hostile_texts(self.visits.server_address[1], self.mark)
         self.folder = os.path.join(self.home, "Musik", "Fremd")
         self.fake_desktop()
-
-    @staticmethod
-    def enter_cage():
-        ignore_file_size_signal()
-        no_network.enter()
 
     def fake_desktop(self):
         """An xdg-open that notes its arguments."""

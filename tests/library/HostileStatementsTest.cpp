@@ -27,9 +27,7 @@
 namespace quavernet::test {
 namespace {
 
-using ::testing::Contains;
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 constexpr const char* Plain = "plain";
 

@@ -135,15 +135,11 @@ TEST_F(SchemaTest, TheFirstSaveOfTheReminderFindsNoRow) {
 
 TEST_F(SchemaTest, EveryLookupGoesByAnIndex) {
     for (const char* statement :
-         {"Select File_id from Files where Path = 'x'",
-          "Select Path from Files where Path = 'x'",
-          "Select Drive_id from Files where Drive_id = 1",
-          "Select Genre_id from Files where Genre_id = 1",
-          "Select Album_id from Files where Album_id = 1",
-          "Select Title_id from Titel where Name = 'x'",
+         {"Select File_id from Files where Path = 'x'", "Select Path from Files where Path = 'x'",
+          "Select Drive_id from Files where Drive_id = 1", "Select Genre_id from Files where Genre_id = 1",
+          "Select Album_id from Files where Album_id = 1", "Select Title_id from Titel where Name = 'x'",
           "Select Inter_id from Interpret where Interpret = 'x'",
-          "Select Album_id from Albums where Name = 'x'",
-          "Select Drive_id from Drive where Drive = 'x'",
+          "Select Album_id from Albums where Name = 'x'", "Select Drive_id from Drive where Drive = 'x'",
           "Select Quality_id from Quality where Quality = 128",
           "Select Extension_Id from Extensions where Extension = 'mp3'",
           "Select Genre_id from Genres where Genre = 'x'",
@@ -152,11 +148,10 @@ TEST_F(SchemaTest, EveryLookupGoesByAnIndex) {
           "Select File_id from FileCategories where Category_id = 1 order by [Position]",
           "Select Parent, [Position] from FileCategories where File_id = 1",
           "Select Cover_id from Covers where Album_id = 1 and Interpret_id = 1",
-          "Select I.Interpret, T.Name from (Files F inner join Interpret I on F.Inter_id = I.Inter_id) inner "
-          "join "
-          "Titel T on T.Title_id = F.Title_id where Path = 'x'",
-          "Select Max(Title_id) from Titel",
-          "Select Max(Inter_id) from Interpret"}) {
+          // One statement over two lines. NOLINTNEXTLINE(bugprone-suspicious-missing-comma)
+          "Select I.Interpret, T.Name from (Files F inner join Interpret I on F.Inter_id = I.Inter_id) "
+          "inner join Titel T on T.Title_id = F.Title_id where Path = 'x'",
+          "Select Max(Title_id) from Titel", "Select Max(Inter_id) from Interpret"}) {
         const std::string plan = PlanText(statement);
         EXPECT_EQ(plan.find("SCAN"), std::string::npos) << statement << "\n" << plan;
         EXPECT_EQ(plan.find("TEMP B-TREE"), std::string::npos) << statement << "\n" << plan;

@@ -65,7 +65,8 @@ class FileHeader {
 public:
     explicit FileHeader(const std::string& path) {
         std::ifstream file(path, std::ios::binary);
-        m_complete = static_cast<bool>(file.read(m_bytes.data(), static_cast<std::streamsize>(m_bytes.size())));
+        m_complete =
+            static_cast<bool>(file.read(m_bytes.data(), static_cast<std::streamsize>(m_bytes.size())));
     }
 
     bool IsSqlite() const {
