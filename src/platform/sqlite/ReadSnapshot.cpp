@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <utility>
 
 #include <sqlite3.h>
 
@@ -27,8 +28,9 @@ const volatile std::uint32_t* MapIndex(sqlite3* database) {
 } // namespace
 
 void ReadSnapshot::Attach(sqlite3* database) {
+    PreparedStatement holder = Prepare(database, "select 1 from sqlite_schema");
+    m_holder = std::move(holder);
     m_database = database;
-    m_holder = Prepare(database, "select 1 from sqlite_schema");
     m_held = false;
 }
 
