@@ -4,6 +4,7 @@
 #include "app/Registry.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace quavernet {
 
@@ -17,6 +18,10 @@ std::optional<std::string_view> clsResources::GetResourceString(std::int32_t id)
 }
 
 std::string LoadResString(std::int32_t id) {
+    return std::move(LoadResStrings({id}).front());
+}
+
+std::vector<std::string> LoadResStrings(std::initializer_list<std::int32_t> ids) {
     mainModule.Language = GetSettingValue(SettingsApplication, SettingsSection, "Language", "GER");
     const clsResources* resources = nullptr;
     if (mainModule.Language == "GER") {
@@ -26,13 +31,18 @@ std::string LoadResString(std::int32_t id) {
         resources = &QuavernetENG;
         mainModule.HelpDocument = "Help for Quavernet.doc";
     }
-    if (resources == nullptr) {
-        return "Error : No Local Data";
+    std::vector<std::string> texts;
+    texts.reserve(ids.size());
+    for (const std::int32_t id : ids) {
+        if (resources == nullptr) {
+            texts.emplace_back("Error : No Local Data");
+        } else if (const auto text = resources->GetResourceString(id)) {
+            texts.emplace_back(*text);
+        } else {
+            texts.push_back("Not found:" + std::string(id < 0 ? "" : " ") + std::to_string(id));
+        }
     }
-    if (const auto text = resources->GetResourceString(id)) {
-        return std::string(*text);
-    }
-    return "Not found:" + std::string(id < 0 ? "" : " ") + std::to_string(id);
+    return texts;
 }
 
 } // namespace quavernet

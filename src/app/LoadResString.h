@@ -2,9 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quavernet {
 
@@ -12,6 +14,9 @@ namespace quavernet {
 /// so that a change takes effect at once. "Error : No Local Data" if it names no language that exists; "Not
 /// found:" and the number, with a blank before it, if the language has no such text.
 std::string LoadResString(std::int32_t id);
+
+/// The same for several numbers, in their order; the setting is read once. For what is asked for every file.
+std::vector<std::string> LoadResStrings(std::initializer_list<std::int32_t> ids);
 
 /// The string table of one language.
 class clsResources {

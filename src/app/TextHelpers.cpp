@@ -104,11 +104,8 @@ std::string FileNameFromPath(std::string_view path) {
 std::string ReplaceAll(std::string_view text, std::string_view part, std::string_view by) {
     std::string result;
     std::size_t from = 0;
-    while (!part.empty()) {
-        const auto found = text.find(part, from);
-        if (found == std::string_view::npos) {
-            break;
-        }
+    auto found = part.empty() ? std::string_view::npos : text.find(part);
+    for (; found != std::string_view::npos; found = text.find(part, from)) {
         result.append(text.substr(from, found - from)).append(by);
         from = found + part.size();
     }

@@ -17,12 +17,22 @@ void CutTrailingBlanks(std::string& text) {
     text.resize(TrimRight(text).size());
 }
 
-void NameIfEmpty(std::string& text, const std::string& unknown) {
-    if (!text.empty()) {
-        text = StripNulls(text);
+// Names what is still empty. A file that says neither title nor performer is asked by its name.
+void FillUnknownNames(CurrentFile& file) {
+    if (!file.FileArtist.empty() && !file.FileTitle.empty() && file.FileArtist != file.FileTitle) {
+        return; // They can't both be unknown, and most files end here without a look at the texts.
     }
-    if (text.empty()) {
-        text = unknown;
+    const std::string unknown = LoadResString(UnknownText);
+    for (std::string* name : {&file.FileArtist, &file.FileTitle}) {
+        if (name->empty()) {
+            *name = unknown;
+        }
+    }
+    if (file.FileArtist == unknown && file.FileTitle == unknown) {
+        // FileGenre stays the tag's.
+        TagsFromFileName();
+        file.FileArtist = TrimRight(file.Id3v1Tag.TagArtist);
+        file.FileTitle = TrimRight(file.Id3v1Tag.TagTitle);
     }
 }
 
@@ -50,15 +60,9 @@ void InspectFile(const std::string& path) {
     file.FileGenre = std::to_string(file.Id3v1Tag.TagGenre);
     file.FileAlbum = RemoveNulls(TrimRight(file.Id3v1Tag.TagAlbum));
 
-    const std::string unknown = LoadResString(UnknownText);
-    NameIfEmpty(file.FileArtist, unknown);
-    NameIfEmpty(file.FileTitle, unknown);
-    if (file.FileArtist == unknown && file.FileTitle == unknown) {
-        // FileGenre stays the tag's.
-        TagsFromFileName();
-        file.FileArtist = TrimRight(file.Id3v1Tag.TagArtist);
-        file.FileTitle = TrimRight(file.Id3v1Tag.TagTitle);
-    }
+    file.FileArtist = StripNulls(file.FileArtist);
+    file.FileTitle = StripNulls(file.FileTitle);
+    FillUnknownNames(file);
 }
 
 } // namespace quavernet

@@ -13,8 +13,10 @@
 
 #include <array>
 #include <cmath>
+#include <span>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace quavernet {
 
@@ -95,11 +97,13 @@ std::uint32_t BitField(std::string_view header, std::size_t position, std::size_
 
 // What the mode, emphasis and flag bits say, in words.
 void ReadTexts(std::string_view header, AudioInfo& info) {
-    info.Mode = LoadResString(StereoText + static_cast<std::int32_t>(BitField(header, 25, 2)));
+    const std::vector<std::string> texts =
+        LoadResStrings({StereoText + static_cast<std::int32_t>(BitField(header, 25, 2)), NoText, YesText});
+    info.Mode = texts[0];
     constexpr std::array<const char*, 4> Emphases = {"no", "50/15", nullptr, "CCITT J 17"};
     const char* emphasis = Emphases[BitField(header, 31, 2)];
     info.Emphasis = emphasis != nullptr ? emphasis : LoadResString(ReservedText);
-    const std::array<std::string, 2> noYes = {LoadResString(NoText), LoadResString(YesText)};
+    const std::span<const std::string> noYes = std::span(texts).subspan(1);
     info.OriginalFlag = noYes[BitField(header, 30, 1)];
     info.CopyFlag = noYes[BitField(header, 29, 1)];
     info.PaddingFlag = noYes[BitField(header, 23, 1)];

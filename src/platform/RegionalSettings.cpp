@@ -1,10 +1,11 @@
 #include "platform/RegionalSettings.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
-#include <vector>
+#include <iterator>
 
 namespace quavernet {
 
@@ -97,9 +98,9 @@ const char* SkipPlus(const char* begin, const char* end) {
 
 // At least so many digits, with zeros in front. Dates are made for each file of a scan.
 std::string Digits(int value, std::size_t least) {
-    const std::string digits = std::to_string(value);
-    std::string text(least - std::min(least, digits.size()), '0');
-    return text += digits;
+    char digits[16];
+    const auto size = static_cast<std::size_t>(std::to_chars(digits, std::end(digits), value).ptr - digits);
+    return std::string(least - std::min(least, size), '0').append(digits, size);
 }
 
 std::string TwoDigits(int value) {
@@ -118,11 +119,13 @@ bool IsDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-// The runs of digits in the text, and whether a mark of the day's half follows a time. At most six numbers
-// make a date.
+// The runs of digits in the text, and whether a mark of the day's half follows a time.
 struct DateParts {
-    std::vector<int> numbers;
-    std::vector<std::size_t> widths;
+    static constexpr std::size_t maximumCount = 6; ///< More numbers make no date.
+
+    std::array<int, maximumCount> numbers{};
+    std::array<std::size_t, maximumCount> widths{};
+    std::size_t count = 0; ///< Of all that were found.
     bool afternoon = false;
     bool forenoon = false;
     bool valid = true;
@@ -142,13 +145,16 @@ DateParts SplitDate(std::string_view text) {
             while (end < text.size() && IsDigit(text[end]) && end - i < 5) {
                 number = number * 10 + (text[end++] - '0');
             }
-            parts.numbers.push_back(number);
-            parts.widths.push_back(end - i);
+            if (parts.count < DateParts::maximumCount) {
+                parts.numbers[parts.count] = number;
+                parts.widths[parts.count] = end - i;
+            }
+            ++parts.count;
             i = end;
             continue;
         }
         const char c = text[i];
-        const bool behindTime = parts.numbers.size() > 3;
+        const bool behindTime = parts.count > 3;
         if ((c == 'P' || c == 'p') && behindTime) {
             parts.afternoon = true;
         } else if ((c == 'A' || c == 'a') && behindTime) {
@@ -187,7 +193,7 @@ std::optional<DateTime> DateFrom(const DateParts& parts, DateOrder order) {
     date.day = at(order.day);
     date.month = at(order.month);
     date.year = FullYear(at(order.year), parts.widths[static_cast<std::size_t>(order.year)]);
-    const std::size_t count = parts.numbers.size();
+    const std::size_t count = parts.count;
     date.hour = count > 3 ? at(3) : 0;
     date.minute = count > 4 ? at(4) : 0;
     date.second = count > 5 ? at(5) : 0;
@@ -308,8 +314,8 @@ std::string DayMonthYearText(const DateTime& date, const RegionalSettings& regio
 
 std::optional<DateTime> ParseDate(std::string_view text, const RegionalSettings& regional) {
     const DateParts parts = SplitDate(text);
-    const bool hourAlone = parts.numbers.size() == 4 && !parts.forenoon && !parts.afternoon;
-    if (!parts.valid || parts.numbers.size() < 3 || parts.numbers.size() > 6 || hourAlone) {
+    const bool hourAlone = parts.count == 4 && !parts.forenoon && !parts.afternoon;
+    if (!parts.valid || parts.count < 3 || parts.count > DateParts::maximumCount || hourAlone) {
         return std::nullopt;
     }
     if (parts.widths[0] == 4) {

@@ -6,6 +6,8 @@
 #include "library/SqlQuote.h"
 
 #include <algorithm>
+#include <initializer_list>
+#include <string_view>
 
 namespace quavernet {
 
@@ -118,22 +120,78 @@ std::string DayOf(const std::string& fileDate) {
     return date ? DayMonthYearText(*date, services.regional) : fileDate;
 }
 
+// The longest statements of a scan, joined in one piece of memory.
+std::string Join(std::initializer_list<std::string_view> pieces) {
+    std::size_t size = 0;
+    for (const std::string_view piece : pieces) {
+        size += piece.size();
+    }
+    std::string text;
+    text.reserve(size);
+    for (const std::string_view piece : pieces) {
+        text += piece;
+    }
+    return text;
+}
+
 std::string InsertStatement(const CurrentFile& file, const LookupKeys& keys, const std::string& length) {
-    return "Insert Into Files (Title_id, Inter_id, Name, Path, Sizeinbytes, DateLastModified, Drive_id, "
-           "Quality_id, Length, Extension_id, Genre_id, Album_id) values (" +
-           keys.Title_id + ", " + keys.Inter_id + ",'" + file.FileName + "', '" + file.FilePath + "', " +
-           file.FileSize + ", '" + DayOf(file.FileDate) + "', " + keys.Drive_id + ", " + keys.Quality_id +
-           ", " + length + ", " + keys.Extension_id + ", " + file.FileGenre + ", " + keys.Album_id + ")";
+    return Join(
+        {"Insert Into Files (Title_id, Inter_id, Name, Path, Sizeinbytes, DateLastModified, Drive_id, "
+         "Quality_id, Length, Extension_id, Genre_id, Album_id) values (",
+         keys.Title_id,
+         ", ",
+         keys.Inter_id,
+         ",'",
+         file.FileName,
+         "', '",
+         file.FilePath,
+         "', ",
+         file.FileSize,
+         ", '",
+         DayOf(file.FileDate),
+         "', ",
+         keys.Drive_id,
+         ", ",
+         keys.Quality_id,
+         ", ",
+         length,
+         ", ",
+         keys.Extension_id,
+         ", ",
+         file.FileGenre,
+         ", ",
+         keys.Album_id,
+         ")"});
 }
 
 std::string UpdateStatement(const CurrentFile& file, const LookupKeys& keys, const std::string& length,
                             const std::string& fileId) {
-    return "Update Files Set Title_id = " + keys.Title_id + ", Inter_id = " + keys.Inter_id + ", Name = '" +
-           file.FileName + "', Path = '" + file.FilePath + "', Sizeinbytes = " + file.FileSize +
-           ", DateLastModified = '" + DayOf(file.FileDate) + "', Drive_id = " + keys.Drive_id +
-           ", Quality_id = " + keys.Quality_id + ", Length = " + length +
-           ", Extension_id = " + keys.Extension_id + ", Genre_id = " + file.FileGenre +
-           ", Album_id = " + keys.Album_id + " where File_id = " + fileId;
+    return Join({"Update Files Set Title_id = ",
+                 keys.Title_id,
+                 ", Inter_id = ",
+                 keys.Inter_id,
+                 ", Name = '",
+                 file.FileName,
+                 "', Path = '",
+                 file.FilePath,
+                 "', Sizeinbytes = ",
+                 file.FileSize,
+                 ", DateLastModified = '",
+                 DayOf(file.FileDate),
+                 "', Drive_id = ",
+                 keys.Drive_id,
+                 ", Quality_id = ",
+                 keys.Quality_id,
+                 ", Length = ",
+                 length,
+                 ", Extension_id = ",
+                 keys.Extension_id,
+                 ", Genre_id = ",
+                 file.FileGenre,
+                 ", Album_id = ",
+                 keys.Album_id,
+                 " where File_id = ",
+                 fileId});
 }
 
 } // namespace

@@ -22,6 +22,11 @@ TEST_F(LoadResStringTest, AnUnknownLanguageMakesEveryTextUnreadable) {
     EXPECT_EQ(mainModule.HelpDocument, "Help for Quavernet.doc");
 }
 
+TEST_F(LoadResStringTest, SeveralTextsComeInTheirOrderLikeEachOfThemAlone) {
+    EXPECT_EQ(LoadResStrings({453, 999, 452}), (std::vector<std::string>{"Ja", "Not found: 999", "Nein"}));
+    EXPECT_EQ(LoadResStrings({}), std::vector<std::string>{});
+}
+
 TEST_F(LoadResStringTest, AMissingIdIsNamedWithItsLeadingBlank) {
     EXPECT_EQ(LoadResString(999), "Not found: 999");
 }

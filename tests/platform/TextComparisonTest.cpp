@@ -237,5 +237,55 @@ TEST(LikeTest, AgreesWithItsDefinitionOnRandomPatterns) {
     EXPECT_GT(matches, 1000);
 }
 
+// Character by character from the beginning, as the rule is told.
+int SlowCompare(std::string_view left, std::string_view right) {
+    int accents = 0;
+    std::size_t i = 0, j = 0;
+    while (i < left.size() && j < right.size()) {
+        const char32_t a = NextCodePoint(left, i), b = NextCodePoint(right, j);
+        if (PrimaryWeight(a) != PrimaryWeight(b)) {
+            return PrimaryWeight(a) < PrimaryWeight(b) ? -1 : 1;
+        }
+        if (accents == 0 && FoldCase(a) != FoldCase(b)) {
+            accents = FoldCase(a) < FoldCase(b) ? -1 : 1;
+        }
+    }
+    return i < left.size() ? 1 : j < right.size() ? -1 : accents;
+}
+
+TEST(CollationTest, ACommonBeginningIsPassedOverWithoutBreakingACharacter) {
+    EXPECT_EQ(CompareTexts("/Musik/Die \xC3\x84rzte/1.mp3", "/Musik/Die \xC3\xA4rzte/1.mp3"), 0);
+    EXPECT_EQ(CompareTexts("12345678\xC3", "12345678\xC3\xA4"), 1); // A lone byte sorts behind all letters.
+    const std::vector<std::string> pieces{"a",
+                                          "A",
+                                          "b",
+                                          "/",
+                                          "Folder name ",
+                                          "\xC3\x84",
+                                          "\xC3\xA4",
+                                          "\xC3\xB6",
+                                          "\xE2\x82\xAC",
+                                          "\xC3",
+                                          "\xE2\x82",
+                                          "\xA4",
+                                          "\xF0\x9F\x8E\xB5"};
+    std::mt19937 random(1984);
+    const auto text = [&](unsigned count) {
+        std::string result;
+        for (; count > 0; --count) {
+            result += pieces[random() % pieces.size()];
+        }
+        return result;
+    };
+    int equal = 0;
+    for (int round = 0; round < 50000; ++round) {
+        const std::string beginning = text(random() % 8);
+        const std::string left = beginning + text(random() % 4), right = beginning + text(random() % 4);
+        ASSERT_EQ(CompareTexts(left, right), SlowCompare(left, right)) << left << " and " << right;
+        equal += left != right && CompareTexts(left, right) == 0 ? 1 : 0;
+    }
+    EXPECT_GT(equal, 50);
+}
+
 } // namespace
 } // namespace quavernet::sqlite

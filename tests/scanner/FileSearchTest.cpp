@@ -277,6 +277,22 @@ TEST_F(FileSearchTest, AQuickScanPassesKnownFilesOver) {
     EXPECT_EQ(window.progressValues[window.progressValues.size() - 2], 100.0F);
 }
 
+TEST_F(FileSearchTest, ABrokenFileCostsAQuickScanOneLookupLikeAGoodOne) {
+    WriteMp3("good.mp3");
+    Write("empty.mp3", "");
+    Write("noise.mp3", std::string(6000, 'x'));
+    Write("torn tag.mp3", "ID3\x03" + std::string(6, '\x7F'));
+    Write("torn.wav", "RIFF");
+    Scan();
+    ASSERT_EQ(StoredPaths().size(), 5u);
+    connection.statements.clear();
+    window.options.QuickScan = true;
+    Scan();
+    EXPECT_EQ(connection.StatementsOf("Select Path from Files where Path = ").size(), 5u);
+    EXPECT_EQ(std::erase(connection.statements, "(backup)"), 1u);
+    EXPECT_EQ(connection.statements.size(), 5u);
+}
+
 TEST_F(FileSearchTest, AQuickScanStoresNewFiles) {
     WriteMp3("it's.mp3");
     window.options.QuickScan = true;

@@ -17,6 +17,8 @@ namespace {
 // The reason given for devices, pipes, sockets and folders of the kernel.
 constexpr int NotForScanning = EOPNOTSUPP;
 
+constexpr std::size_t ListingSize = 32768; // Bytes of a listing that are asked for at once.
+
 DateTime DateOf(const struct statx_timestamp& time) {
     const DateTime date = LocalTime(time.tv_sec);
     return IsValidDate(date) ? date : DateTime();
@@ -65,15 +67,16 @@ FolderContents PosixFolderWalk::List(const std::string& folder) {
     // Links to folders come behind the folders themselves, so that one that can be reached both ways keeps
     // its own path.
     std::vector<std::string> links;
-    for (;;) {
-        errno = 0;
-        const dirent* entry = ::readdir(m_open.get());
-        if (entry == nullptr) {
-            break;
+    m_entries.resize(ListingSize);
+    ssize_t size = 0;
+    while ((size = ::getdents64(m_open.Get(), m_entries.data(), m_entries.size())) > 0) {
+        for (std::size_t at = 0; at < static_cast<std::size_t>(size);) {
+            const auto* entry = reinterpret_cast<const dirent64*>(m_entries.data() + at);
+            at += entry->d_reclen;
+            AddEntry(*entry, contents, links);
         }
-        AddEntry(*entry, contents, links);
     }
-    if (errno != 0) {
+    if (size < 0 && errno != ENOENT) { // A folder that is deleted meanwhile has come to its end.
         Note(folder, errno);
     }
     contents.subFolders.insert(contents.subFolders.end(), std::make_move_iterator(links.begin()),
@@ -82,7 +85,7 @@ FolderContents PosixFolderWalk::List(const std::string& folder) {
 }
 
 bool PosixFolderWalk::Enter(const std::string& folder) {
-    m_open.reset();
+    m_open.Close();
     m_folder.clear();
     Descriptor descriptor = OpenPath(folder, O_RDONLY | O_DIRECTORY | O_NONBLOCK);
     struct statx facts {};
@@ -98,12 +101,7 @@ bool PosixFolderWalk::Enter(const std::string& folder) {
         Note(folder, NotForScanning);
         return false;
     }
-    m_open.reset(::fdopendir(descriptor.Get()));
-    if (!m_open) {
-        Note(folder, errno);
-        return false;
-    }
-    descriptor.Release();
+    m_open = std::move(descriptor);
     m_folder = folder;
     return true;
 }
@@ -124,7 +122,7 @@ bool PosixFolderWalk::MayEnterDevice(const Device& device) {
     return walked;
 }
 
-void PosixFolderWalk::AddEntry(const dirent& entry, FolderContents& contents,
+void PosixFolderWalk::AddEntry(const dirent64& entry, FolderContents& contents,
                                std::vector<std::string>& links) {
     const std::string_view name = entry.d_name;
     if (name == "." || name == "..") {
@@ -147,10 +145,10 @@ void PosixFolderWalk::AddEntry(const dirent& entry, FolderContents& contents,
 }
 
 // A link, or an entry of a file system whose listings tell no kinds.
-void PosixFolderWalk::AddUnclear(const dirent& entry, FolderContents& contents,
+void PosixFolderWalk::AddUnclear(const dirent64& entry, FolderContents& contents,
                                  std::vector<std::string>& links) {
     struct statx facts {};
-    if (!QueryEntry(::dirfd(m_open.get()), entry.d_name, facts)) {
+    if (!QueryEntry(m_open.Get(), entry.d_name, facts)) {
         Note(FullPath(entry.d_name), errno);
     } else if (S_ISREG(facts.stx_mode)) {
         contents.files.push_back({entry.d_name, entry.d_name[0] == '.'});
@@ -169,8 +167,8 @@ std::optional<FileFacts> PosixFolderWalk::File(const std::string& path) {
     const std::string name = slash == std::string::npos ? path : path.substr(slash + 1);
     Descriptor other;
     int folder = -1;
-    if (m_open && (folderPath == m_folder || folderPath + "/" == m_folder)) {
-        folder = ::dirfd(m_open.get());
+    if (m_open.IsOpen() && (folderPath == m_folder || folderPath + "/" == m_folder)) {
+        folder = m_open.Get();
     } else {
         other = OpenPath(folderPath, O_PATH | O_DIRECTORY);
         folder = other.Get();
@@ -190,7 +188,7 @@ std::optional<FileFacts> PosixFolderWalk::File(const std::string& path) {
 
 // The owner's own bit decides for the owner, also beside an access list; everyone else asks the system.
 bool PosixFolderWalk::MayRead(int folder, const std::string& name, const struct statx& facts) const {
-    if (facts.stx_uid == ::geteuid() && (facts.stx_mode & S_IRUSR) != 0) {
+    if (facts.stx_uid == m_user && (facts.stx_mode & S_IRUSR) != 0) {
         return true;
     }
     return ::faccessat(folder, name.c_str(), R_OK, AT_EACCESS) == 0;

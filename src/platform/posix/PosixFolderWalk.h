@@ -2,8 +2,10 @@
 #pragma once
 
 #include "platform/FileSystemObject.h"
+#include "platform/posix/Descriptor.h"
 #include "platform/posix/MountTable.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <set>
@@ -12,6 +14,7 @@
 #include <vector>
 
 #include <dirent.h>
+#include <unistd.h>
 
 namespace quavernet::posix {
 
@@ -29,20 +32,18 @@ private:
 
     bool Enter(const std::string& folder);
     bool MayEnterDevice(const Device& device);
-    void AddEntry(const dirent& entry, FolderContents& contents, std::vector<std::string>& links);
-    void AddUnclear(const dirent& entry, FolderContents& contents, std::vector<std::string>& links);
+    void AddEntry(const dirent64& entry, FolderContents& contents, std::vector<std::string>& links);
+    void AddUnclear(const dirent64& entry, FolderContents& contents, std::vector<std::string>& links);
     bool MayRead(int folder, const std::string& name, const struct statx& facts) const;
     std::string FullPath(std::string_view name) const;
     void Note(const std::string& path, int error);
 
-    struct CloseFolder {
-        void operator()(DIR* folder) const { ::closedir(folder); }
-    };
-
     std::string m_path;
     std::shared_ptr<MountTable> m_mounts;
     std::string m_folder; ///< The folder last listed; stays open, so that its files are asked by name alone.
-    std::unique_ptr<DIR, CloseFolder> m_open;
+    Descriptor m_open;
+    const uid_t m_user = ::geteuid();
+    std::vector<std::byte> m_entries; ///< Of a piece of the listing, as the kernel writes them.
     std::set<std::pair<Device, std::uint64_t>> m_entered; ///< Device and inode.
     std::vector<std::pair<Device, bool>> m_devices;       ///< Devices met, and whether they are walked.
     std::vector<SkippedEntry> m_skipped;

@@ -12,7 +12,12 @@ DateTime LocalTime(std::int64_t secondsSinceEpoch) {
 }
 
 DateTime SystemClock::Now() {
-    return LocalTime(std::time(nullptr));
+    const std::time_t now = std::time(nullptr);
+    if (now != m_second) { // A scan asks for each file, some thousand times a second.
+        m_now = LocalTime(now);
+        m_second = now;
+    }
+    return m_now;
 }
 
 } // namespace quavernet

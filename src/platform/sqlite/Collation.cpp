@@ -34,18 +34,25 @@ const std::array<unsigned char, 128>& AsciiRanks() {
     return ranks;
 }
 
-// How many characters at the beginning are the same ASCII, counted in eights: most paths that a lookup meets
-// begin with the same folders.
+// Where the comparison may begin: most paths that a lookup meets begin with the same folders. Bytes that are
+// the same in both texts make the same characters, but for the last one if it goes on behind them. An ASCII
+// character never does.
 std::size_t EqualStart(std::string_view left, std::string_view right, std::size_t common) {
-    constexpr std::uint64_t HighBits = 0x8080808080808080u;
     std::size_t count = 0;
-    for (; count + sizeof(std::uint64_t) <= common; count += sizeof(std::uint64_t)) {
-        std::uint64_t a = 0, b = 0;
+    std::uint64_t a = 0, b = 0;
+    while (count + sizeof a <= common) {
         std::memcpy(&a, left.data() + count, sizeof a);
         std::memcpy(&b, right.data() + count, sizeof b);
-        if (a != b || (a & HighBits) != 0) {
+        if (a != b) {
             break;
         }
+        count += sizeof a;
+    }
+    while (count < common && left[count] == right[count]) {
+        ++count;
+    }
+    while (count > 0 && static_cast<unsigned char>(left[count - 1]) >= 0x80) {
+        --count;
     }
     return count;
 }

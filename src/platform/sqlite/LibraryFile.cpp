@@ -218,6 +218,10 @@ OpenedLibrary OpenLibraryFile(const std::string& path) {
     CheckHeader(path, library.closedCleanly);
     CheckLog(path);
 
+    // Counting every allocation for statistics takes a lock each time; before the engine's first use it can
+    // be told not to.
+    static const int uncounted = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+    static_cast<void>(uncounted);
     sqlite3* opened = nullptr;
     const int code = sqlite3_open_v2(path.c_str(), &opened, openFlags, nullptr);
     library.handle.reset(opened);

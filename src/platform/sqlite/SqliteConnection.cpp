@@ -13,6 +13,8 @@
 #include "platform/sqlite/CommitGathering.h"
 #include "platform/sqlite/DateColumns.h"
 #include "platform/sqlite/LibraryFile.h"
+#include "platform/sqlite/LookupCache.h"
+#include "platform/sqlite/ReadSnapshot.h"
 #include "platform/sqlite/RowOrder.h"
 #include "platform/sqlite/SqliteError.h"
 #include "platform/sqlite/StatementCache.h"
@@ -63,7 +65,9 @@ public:
         OpenedLibrary opened = OpenLibraryFile(m_path);
         m_dateColumns = DateColumnNames(opened.handle.get());
         m_backupDue = opened.closedCleanly;
-        m_cache.Clear();
+        m_lookups.Clear();
+        m_snapshot.Attach(opened.handle.get());
+        m_cache.Attach(opened.handle.get());
         m_library = std::move(opened.handle);
     }
 
@@ -72,8 +76,10 @@ public:
         PreparedStatement& prepared = Bind(statement);
         sqlite3_stmt* const handle = prepared.handle.get();
         const bool writes = sqlite3_stmt_readonly(handle) == 0;
+        m_snapshot.Release();
         if (writes) {
-            m_commits.BeforeWrite(Library());
+            BeginWriting();
+            m_lookups.Forget(prepared.tables.writes);
         }
         const Run run(handle);
         int code = sqlite3_step(handle);
@@ -89,6 +95,12 @@ public:
 
     ADODB::RowBlock Query(std::string_view statement) override {
         BeforeStatement();
+        if (!IsWriting() && m_snapshot.Renew()) {
+            m_lookups.Clear();
+        }
+        if (const ADODB::RowBlock* known = m_lookups.Find(statement)) {
+            return *known;
+        }
         const auto ordered = TakeOrderClause(statement);
         if (!ordered || IsDateColumn(ordered->name)) { // Shown dates don't sort; the stored ones do.
             return ReadRows(statement);
@@ -99,6 +111,7 @@ public:
     }
 
     void Commit() override {
+        m_snapshot.Release();
         if (m_library) {
             m_commits.Commit(m_library.get());
         }
@@ -114,7 +127,7 @@ public:
     void HoldOthers() override {
         if (m_held == 0) {
             m_commits.CommitIfDue(Library());
-            m_commits.BeforeWrite(Library());
+            BeginWriting();
         }
         ++m_held;
     }
@@ -125,10 +138,19 @@ private:
     // committed in the middle because it waited for its user.
     void BeforeStatement() {
         if (m_held > 0) {
-            m_commits.BeforeWrite(Library());
+            BeginWriting();
         } else {
             m_commits.CommitIfDue(Library());
         }
+    }
+
+    // A state that is held might be an old one, from which no transaction can go on.
+    void BeginWriting() {
+        if (!IsWriting()) {
+            m_snapshot.Release();
+            m_lookups.Clear(); // Until the transaction has begun, others may write.
+        }
+        m_commits.BeforeWrite(Library());
     }
 
     sqlite3* Library() const {
@@ -137,6 +159,9 @@ private:
         }
         return m_library.get();
     }
+
+    /// A transaction of ours is open: nobody else can write.
+    bool IsWriting() const { return sqlite3_get_autocommit(m_library.get()) == 0; }
 
     bool IsDateColumn(std::string_view name) const {
         return std::any_of(m_dateColumns.begin(), m_dateColumns.end(), [&](const std::string& column) {
@@ -177,6 +202,9 @@ private:
         if (code != SQLITE_DONE) {
             ThrowError(Library(), code);
         }
+        if (!prepared.tables.callsFunctions && m_cache.KnowsTables()) {
+            m_lookups.Keep(statement, rows, prepared.tables.reads);
+        }
         return rows;
     }
 
@@ -184,10 +212,10 @@ private:
     // statement as it was sent, and forms that take no parameters work.
     PreparedStatement& Find(std::string_view statement) {
         try {
-            return m_cache.Get(m_library.get(), m_text.Sql());
+            return m_cache.Get(m_text.Sql());
         } catch (const RuntimeError&) {
             m_text.ScanKeepingLiterals(statement, m_dateColumns);
-            return m_cache.Get(m_library.get(), m_text.Sql());
+            return m_cache.Get(m_text.Sql());
         }
     }
 
@@ -235,7 +263,9 @@ private:
     RegionalSettings m_regional;
     std::string m_path;
     DatabaseHandle m_library; // Before the cache: statements are finalized first.
+    ReadSnapshot m_snapshot;
     StatementCache m_cache;
+    LookupCache m_lookups;
     StatementText m_text;
     CommitGathering m_commits;
     std::vector<std::string> m_dateColumns;

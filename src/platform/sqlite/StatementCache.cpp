@@ -33,24 +33,42 @@ PreparedStatement Prepare(sqlite3* database, std::string_view sql) {
     return prepared;
 }
 
-PreparedStatement& StatementCache::Get(sqlite3* database, const std::string& sql) {
+void StatementCache::Attach(sqlite3* database) {
+    m_statements.clear();
+    m_single = PreparedStatement();
+    m_database = database;
+    m_notes.Attach(database);
+}
+
+PreparedStatement& StatementCache::Get(const std::string& sql) {
+    if (m_notes.IsStale()) {
+        m_statements.clear();
+        m_notes.Renew();
+    }
     if (const auto found = m_statements.find(sql); found != m_statements.end()) {
         return found->second;
     }
     if (sql.size() > maximumLength) {
-        m_single = Prepare(database, sql);
+        m_single = PrepareNoting(sql);
         return m_single;
     }
-    PreparedStatement prepared = Prepare(database, GuardUpdate(sql));
+    PreparedStatement prepared = PrepareNoting(GuardUpdate(sql));
     if (m_statements.size() >= maximumCount) {
         m_statements.clear();
     }
     return m_statements.emplace(sql, std::move(prepared)).first->second;
 }
 
-void StatementCache::Clear() {
-    m_statements.clear();
-    m_single = PreparedStatement();
+PreparedStatement StatementCache::PrepareNoting(std::string_view sql) {
+    m_notes.Begin();
+    try {
+        PreparedStatement prepared = Prepare(m_database, sql);
+        prepared.tables = m_notes.End();
+        return prepared;
+    } catch (const RuntimeError&) {
+        m_notes.End();
+        throw;
+    }
 }
 
 } // namespace quavernet::sqlite

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/sqlite/StatementText.h"
+#include "platform/sqlite/TableUse.h"
 
 #include <cstddef>
 #include <functional>
@@ -24,6 +25,7 @@ struct FinalizeStatement {
 struct PreparedStatement {
     std::unique_ptr<sqlite3_stmt, FinalizeStatement> handle;
     std::vector<bool> dateColumns; ///< For each column of the result: declared as a date.
+    TableUse tables;               ///< Filled in by the cache.
 };
 
 /// Prepares the one statement that a text holds. Throws RuntimeError if it is none or more than one.
@@ -31,9 +33,14 @@ PreparedStatement Prepare(sqlite3* database, std::string_view sql);
 
 class StatementCache {
 public:
+    /// Drops what is kept, and keeps the statements of this connection from now on.
+    void Attach(sqlite3* database);
+
     /// The prepared form; valid until the next call.
-    PreparedStatement& Get(sqlite3* database, const std::string& sql);
-    void Clear();
+    PreparedStatement& Get(const std::string& sql);
+
+    /// Whether the tables that were noted for the statements still hold.
+    bool KnowsTables() const { return !m_notes.IsStale(); }
 
 private:
     static constexpr std::size_t maximumCount = 128;
@@ -43,6 +50,10 @@ private:
         using is_transparent = void;
     };
 
+    PreparedStatement PrepareNoting(std::string_view sql);
+
+    sqlite3* m_database = nullptr;
+    TableUseNotes m_notes;
     std::unordered_map<std::string, PreparedStatement, Hash, std::equal_to<>> m_statements;
     PreparedStatement m_single; ///< The last one that was too long to keep.
 };

@@ -56,7 +56,6 @@ public:
         while (m_at < m_statement.size()) {
             const char c = m_statement[m_at];
             if (c == ' ') {
-                m_target.m_sql += c;
                 ++m_at;
             } else if (c == '\'') {
                 TakeText();
@@ -72,6 +71,7 @@ public:
                 TakeSign(c);
             }
         }
+        Flush();
     }
 
 private:
@@ -81,8 +81,18 @@ private:
         return close == std::string_view::npos ? m_statement.size() : close + 1;
     }
 
+    // What stands as it is, is copied in one go when something else follows it.
+    void Flush() {
+        m_target.m_sql += m_statement.substr(m_copied, m_at - m_copied);
+        m_copied = m_at;
+    }
+
+    void Replace(std::size_t end) {
+        m_at = end;
+        m_copied = end;
+    }
+
     void Copy(std::size_t end) {
-        m_target.m_sql += m_statement.substr(m_at, end - m_at);
         m_at = end;
         m_lastSign = 0;
         m_comparesDate = false;
@@ -148,8 +158,9 @@ private:
 
     void Lift(const Literal& literal, std::size_t end) {
         m_target.m_literals.push_back(literal);
+        Flush();
         m_target.m_sql += '?';
-        m_at = end;
+        Replace(end);
         m_lastSign = 0;
         m_comparesDate = false;
     }
@@ -160,12 +171,10 @@ private:
         const std::string_view name = m_statement.substr(m_at, end - m_at);
         const std::size_t point = name.find('.');
         const bool rewrites = point != std::string_view::npos && close != std::string_view::npos;
-        m_target.m_sql += name.substr(0, point);
         if (rewrites) {
-            m_target.m_sql += "].[";
-            m_target.m_sql += name.substr(point + 1);
-        } else if (point != std::string_view::npos) {
-            m_target.m_sql += name.substr(point);
+            Flush();
+            m_target.m_sql.append(name.substr(0, point)).append("].[").append(name.substr(point + 1));
+            Replace(end);
         }
         const std::size_t start = rewrites ? point + 1 : 1;
         m_at = end;
@@ -217,7 +226,6 @@ private:
         }
         m_comparesDate = m_comparesDate && (c == '=' || c == '<' || c == '>');
         m_lastSign = c;
-        m_target.m_sql += c;
         ++m_at;
     }
 
@@ -226,7 +234,8 @@ private:
     const std::vector<std::string>& m_dateColumns;
     std::size_t m_maximumLiterals; ///< Literals behind so many stay in place; dates are lifted all the same.
     std::size_t m_at = 0;
-    char m_lastSign = 0; ///< Last character before here, if it was an operator, bracket or comma.
+    std::size_t m_copied = 0; ///< So many bytes of the statement stand in the target, or their replacement.
+    char m_lastSign = 0;      ///< Last character before here, if it was an operator, bracket or comma.
     bool m_first = true;
     bool m_sorting = false;
     bool m_isInsert = false;
