@@ -49,6 +49,14 @@ inline unsigned TakeByte(std::string_view& input) {
     return byte;
 }
 
+/// Takes a text off the input's front: its length in one byte, then so much of it as there is.
+inline std::string TakeText(std::string_view& input) {
+    const std::size_t length = TakeByte(input);
+    const std::string text(input.substr(0, length));
+    input.remove_prefix(text.size());
+    return text;
+}
+
 /// Written in place, so that a file of ten thousand runs is made once.
 inline void WriteWhole(const std::string& path, std::string_view contents) {
     const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);

@@ -227,9 +227,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const std::string path = folder / "x.mp3";
     std::string_view file = fuzz::TextOf(data, size);
     const unsigned mask = fuzz::TakeByte(file);
-    const std::size_t length = std::min<std::size_t>(fuzz::TakeByte(file), file.size());
-    const std::string text(file.substr(0, length));
-    file.remove_prefix(length);
+    const std::string text = fuzz::TakeText(file);
 
     std::filesystem::remove(path);
     fuzz::WriteWhole(path, file);

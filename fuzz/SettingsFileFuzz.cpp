@@ -61,9 +61,7 @@ bool HoldsForeignValues(std::string_view file) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::string_view contents = fuzz::TextOf(data, size);
-    const std::size_t length = std::min<std::size_t>(fuzz::TakeByte(contents), contents.size());
-    const std::string text(contents.substr(0, length));
-    contents.remove_prefix(length);
+    const std::string text = fuzz::TakeText(contents);
     if (HoldsForeignValues(contents)) {
         return 0;
     }

@@ -219,11 +219,8 @@ void RequireStored(const std::string& first, const std::string& second) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::string_view input = fuzz::TextOf(data, size);
     std::array<std::string, 3> texts;
-    for (std::size_t i = 0; i < 2; ++i) {
-        const std::size_t length = std::min<std::size_t>(fuzz::TakeByte(input), input.size());
-        texts[i] = input.substr(0, length);
-        input.remove_prefix(length);
-    }
+    texts[0] = fuzz::TakeText(input);
+    texts[1] = fuzz::TakeText(input);
     texts[2] = input;
     RequireOrder({texts[0], texts[1], texts[2]});
     RequireLike(texts[0], texts[1]);
