@@ -2,11 +2,13 @@
 // event boundary. The only place that knows all.
 #include "mainwindow/Main.h"
 #include "app/MainModule.h"
+#include "app/Registry.h"
 #include "help/QtHelpViewer.h"
 #include "mainwindow/AppWindows.h"
 #include "platform/posix/PosixFileSystem.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/Application.h"
+#include "platform/qt/DialogLanguage.h"
 #include "platform/qt/QtDialogs.h"
 #include "platform/qt/QtEvents.h"
 #include "platform/qt/QtMsgBox.h"
@@ -50,6 +52,8 @@ int main(int argc, char** argv) {
     services.createConnection = [] { return CreateSqliteConnection(services.regional); };
     services.createTagComponent = CreateTagLibComponent;
 
+    // The failure boxes of the start come before the main window, which looks after this later on.
+    SetDialogLanguage(GetSettingValue(SettingsApplication, SettingsSection, "Language", "GER"));
     AppWindows windows;
     application.SetActivity([&windows] { return windows.Activity(); });
     application.RunGuarded("Main", [&windows] { Main(windows); });

@@ -55,9 +55,11 @@ void AddDroppedFiles(DropTarget target, const std::vector<std::string>& paths, S
             index = Narrow16(index + 1.0); // The list is counted in 16 bits.
             if (IsAudioFile(path) && AddIfUnknown(path, driver)) {
                 added = true;
+                // File by file: a disk that is full at a later one takes back what has been gathered, and the
+                // end of a drop is silent.
+                mainModule.Connection->Commit();
             }
         }
-        mainModule.Connection->Commit();
         if (added && !mainModule.LoadOverSearch) {
             window.LoadDatabase("");
         }

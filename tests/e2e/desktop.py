@@ -21,6 +21,8 @@ PROGRAM = os.environ["QUAVERNET_PROGRAM"]
 SAMPLE_MAKER = os.environ["QUAVERNET_SAMPLE_MAKER"]
 PICTURES = os.environ["QUAVERNET_PICTURES"]
 
+SCREEN = "1280x960"  # a check may choose another one before it starts
+
 
 def wait_until(what, condition):
     """Gives the first true answer of the condition; fails with `what` when none comes."""
@@ -40,7 +42,7 @@ class Desktop:
     def __init__(self, home):
         read, write = os.pipe()
         self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x960x24", "-nolisten", "tcp",
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", SCREEN + "x24", "-nolisten", "tcp",
              "-noreset"],
             pass_fds=[write], stderr=subprocess.DEVNULL)
         os.close(write)

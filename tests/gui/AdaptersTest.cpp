@@ -1,5 +1,7 @@
 #include "gui/GuiTest.h"
 
+#include "support/FileSizeLimit.h"
+
 #include "app/Registry.h"
 #include "platform/qt/DialogLanguage.h"
 #include "platform/qt/QtDialogs.h"
@@ -72,6 +74,44 @@ TEST_F(AdaptersTest, APathThatIsNoUtf8ReadsBackToTheByte) {
         QtSettings store;
         EXPECT_EQ(store.Query(SettingsApplication, SettingsSection, "Scanpath"), text);
     }
+}
+
+TEST_F(AdaptersTest, AFullDiskLeavesTheSettingsAsTheyWere) {
+    QtSettings store;
+    store.Set(SettingsApplication, SettingsSection, "Language", "ENG");
+    store.Sync();
+    const auto text = [this] {
+        std::ifstream file(folder / "Greyfinch Labs/Quavernet.conf");
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    {
+        const FileSizeLimit full(4);
+        store.Set(SettingsApplication, SettingsSection, "Scanpath", "/music");
+        store.Sync();
+        EXPECT_EQ(text(), "[Settings]\nLanguage=ENG\n");
+    }
+    store.Set(SettingsApplication, SettingsSection, "ScanpathValue", "1");
+    store.Sync();
+    EXPECT_EQ(text(), "[Settings]\nLanguage=ENG\nScanpath=/music\nScanpathValue=1\n");
+}
+
+TEST_F(AdaptersTest, TwoProgramsKeepWhatTheOtherHasWrittenUnderOtherNames) {
+    QtSettings one;
+    one.Set(SettingsApplication, SettingsSection, "Language", "ENG");
+    one.Sync();
+    EXPECT_EXIT(
+        {
+            QtSettings other;
+            other.Set(SettingsApplication, SettingsSection, "Scanpath", "/music");
+            other.Sync();
+            std::_Exit(0);
+        },
+        ::testing::ExitedWithCode(0), "");
+    one.Set(SettingsApplication, SettingsSection, "Language", "GER");
+    one.Sync();
+    std::ifstream file(folder / "Greyfinch Labs/Quavernet.conf");
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}),
+              "[Settings]\nLanguage=GER\nScanpath=/music\n");
 }
 
 TEST_F(AdaptersTest, AValueThatWasNeverWrittenIsMissing) {

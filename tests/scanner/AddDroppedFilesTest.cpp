@@ -228,6 +228,17 @@ TEST_F(AddDroppedFilesTest, WhatWasStoredIsCommittedBeforeTheListIsLoaded) {
     EXPECT_EQ(connection.commits, 1);
 }
 
+TEST_F(AddDroppedFilesTest, EachFileIsCommittedBeforeTheNextOneCanFail) {
+    connection.onStatement = [this](const std::string& statement) {
+        if (statement.starts_with("Select Path from Files") && connection.commits == 1) {
+            throw RuntimeError(13, "database or disk is full");
+        }
+    };
+    Drop({Mp3("song.mp3"), Mp3("other.mp3")});
+    EXPECT_EQ(connection.commits, 1);
+    EXPECT_THAT(Names(), ElementsAre("song.mp3"));
+}
+
 TEST_F(AddDroppedFilesTest, ADroppedFileIsInspectedBeforeItsFactsAreAsked) {
     class Watched : public ChosenVolumes {
     public:
