@@ -45,6 +45,7 @@ bool IsContentInDoubt(LibraryFault fault) {
     case LibraryFault::FileReadOnly:
     case LibraryFault::FolderReadOnly:
     case LibraryFault::DiskFull:
+    case LibraryFault::Device:
         return false;
     default:
         return true;

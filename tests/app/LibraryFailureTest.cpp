@@ -55,6 +55,7 @@ TEST_F(LibraryFailureTest, EachReasonHasItsSentence) {
          "Der Ordner der Datenbank ist schreibgeschützt, oder Ihnen fehlt das Recht, darin zu schreiben."},
         {LibraryFault::DiskFull, "Auf dem Datenträger ist kein Platz mehr. Schaffen Sie Platz, und "
                                  "wiederholen Sie dann den letzten Schritt."},
+        {LibraryFault::Device, "Der Datenträger meldet einen Fehler beim Lesen oder Schreiben."},
         {LibraryFault::Other, "Der Grund: reason of the engine"},
     };
     for (const auto& [fault, sentence] : sentences) {
@@ -69,7 +70,6 @@ TEST_F(LibraryFailureTest, EachReasonHasItsSentence) {
         {LibraryFault::NoPlainFile, "An der Stelle der Datenbank liegt keine gewöhnliche Datei, oder eine "
                                     "Verknüpfung, deren Ziel fehlt."},
         {LibraryFault::Missing, "Die Datenbank ist nicht vorhanden."},
-        {LibraryFault::Device, "Der Datenträger meldet einen Fehler beim Lesen oder Schreiben."},
     };
     for (const auto& [fault, sentence] : doubts) {
         EXPECT_EQ(Text(fault), sentence + end + "\n\nSicherungskopien liegen nicht daneben.");
@@ -98,8 +98,9 @@ TEST_F(LibraryFailureTest, CopiesAreNamedWithTheirDatesTheNewestFirst) {
 
 TEST_F(LibraryFailureTest, ASoundLibraryIsNotToBeGivenUpForAnOlderCopy) {
     AddCopy(1, 20);
-    for (const LibraryFault fault : {LibraryFault::Locked, LibraryFault::FileReadOnly,
-                                     LibraryFault::FolderReadOnly, LibraryFault::DiskFull}) {
+    for (const LibraryFault fault :
+         {LibraryFault::Locked, LibraryFault::FileReadOnly, LibraryFault::FolderReadOnly,
+          LibraryFault::DiskFull, LibraryFault::Device}) {
         EXPECT_EQ(Text(fault).find("backup"), std::string::npos);
     }
 }

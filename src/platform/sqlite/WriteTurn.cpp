@@ -1,5 +1,6 @@
 #include "platform/sqlite/WriteTurn.h"
 
+#include <cerrno>
 #include <chrono>
 #include <filesystem>
 #include <thread>
