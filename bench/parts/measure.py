@@ -14,6 +14,7 @@ Libraries lie on disk below build/bench, music in memory.
 import argparse
 import os
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -155,6 +156,7 @@ def read_options():
 
 def main():
     options = read_options()
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # The folders go then too: they lie in memory.
     before = table.load(options.compare) if options.compare else []
     with tempfile.TemporaryDirectory(prefix="quavernet-bench-", dir="/dev/shm") as music, \
             tempfile.TemporaryDirectory(prefix="work-", dir=os.path.join(TOP, "build", "bench")) as work:
