@@ -2,7 +2,6 @@
 #pragma once
 
 #include "app/MainModule.h"
-#include "browser/ListQuery.h"
 #include "platform/posix/PosixFileSystem.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/sqlite/SqliteConnection.h"
@@ -73,17 +72,6 @@ public:
     void SetMegabytes(const std::string&) override {}
     void SetPlaytime(const std::string&) override {}
     void AddSkipped(const std::vector<SkippedEntry>&) override {}
-};
-
-class SilentListWindow : public ListWindow {
-public:
-    void SetScanningPanel(const std::string&) override {}
-    void ClearList() override {}
-    void SetProgress(float value) override { m_progress = value; }
-    float Progress() const override { return m_progress; }
-
-private:
-    float m_progress = 0;
 };
 
 /// Fills the services at construction and empties them again.

@@ -10,6 +10,10 @@ bool IsPlainLetter(int code) {
     return (code >= 'A' && code <= 'Z') || (code >= 'a' && code <= 'z');
 }
 
+char SmallLetter(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
+
 // Code of the umlaut that shows under a letter as well, or 0. The labels give capitals alone, so that a
 // lower-case umlaut stands under "other" only.
 int UmlautUnder(const std::string& letter) {
@@ -28,6 +32,12 @@ int UmlautUnder(const std::string& letter) {
 } // namespace
 
 bool LetterMatch(std::string_view text, const std::string& letter) {
+    // A letter goes over every row, and nearly all texts begin with plain ASCII: no umlaut can match there.
+    if (!text.empty() && static_cast<unsigned char>(text.front()) < 0x80) {
+        const char first = text.front();
+        return letter == "other" ? !IsPlainLetter(first)
+                                 : letter.size() == 1 && SmallLetter(first) == SmallLetter(letter.front());
+    }
     if (letter == "other") {
         return !IsPlainLetter(FirstCharacterCode(text));
     }

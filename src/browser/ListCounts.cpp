@@ -110,7 +110,27 @@ void AddMarked(const ADODB::RowBlock& listed, LookupKeys& keys) {
     }
 }
 
-void CountByKeys(const ADODB::RowBlock& listed, std::int64_t allFiles, ListTotals& totals) {
+// The combos select by keys that stand in Files itself. False if the list has lost files on the way through
+// its lookup tables: then the listed ones have to be looked at.
+bool AddChosen(const ADODB::RowBlock& listed, const ListFilter& filter, LookupKeys& keys) {
+    const std::string clauses = ComboClauses(filter);
+    if (mainModule.ShowInGridMode || clauses.empty() || !SearchClause(filter).empty()) {
+        return false;
+    }
+    constexpr std::string_view And = " and ";
+    const ADODB::RowBlock files = mainModule.Connection->Query(
+        "Select F.Inter_id, F.Title_id, F.Album_id from Files F where " + clauses.substr(And.size()));
+    if (files.Rows() != listed.Rows()) {
+        return false;
+    }
+    for (std::size_t file = 0; file < files.Rows(); ++file) {
+        keys.Add(files, file, 0);
+    }
+    return true;
+}
+
+void CountByKeys(const ADODB::RowBlock& listed, std::int64_t allFiles, const ListFilter& filter,
+                 ListTotals& totals) {
     const auto count = static_cast<std::int64_t>(listed.Rows());
     if (count > 0 && count == allFiles) {
         // Each key has an index, which holds equal ones side by side.
@@ -120,10 +140,12 @@ void CountByKeys(const ADODB::RowBlock& listed, std::int64_t allFiles, ListTotal
         return;
     }
     LookupKeys keys;
-    if (count < allFiles / 4) {
-        AddListed(listed, keys);
-    } else if (count > 0) {
-        AddMarked(listed, keys);
+    if (count > 0 && !AddChosen(listed, filter, keys)) {
+        if (count < allFiles / 4) {
+            AddListed(listed, keys);
+        } else {
+            AddMarked(listed, keys);
+        }
     }
     keys.Tell(totals);
 }
@@ -133,7 +155,7 @@ void CountByKeys(const ADODB::RowBlock& listed, std::int64_t allFiles, ListTotal
 void CountLookups(const ADODB::RowBlock& listed, std::int64_t allFiles, const ListFilter& filter,
                   const std::string& list, ListTotals& totals) {
     if (!mainModule.ShowChartMode || mainModule.ShowInGridMode) {
-        CountByKeys(listed, allFiles, totals);
+        CountByKeys(listed, allFiles, filter, totals);
         return;
     }
     totals.InterpretCount = CountBy(InterpretCountStatement(filter, list));

@@ -59,13 +59,18 @@ bool PassesLetter(const ListData& data, std::size_t record, const ListFilter& fi
     return !filter.TitleChecked || matches(ListField::Title);
 }
 
-bool PassesFormat(std::string_view extension, const ListFilter& filter) {
+bool PassesFormat(const ListData& data, std::size_t record, const ListFilter& filter) {
+    if (filter.ViewMp3 && filter.ViewWav && filter.ViewOgg) {
+        return true;
+    }
+    const std::string_view extension = data.Block.At(record, ListField::Extension).View();
     return !((extension == "mp3" && !filter.ViewMp3) || (extension == "wav" && !filter.ViewWav) ||
              (extension == "ogg" && !filter.ViewOgg));
 }
 
 // Goes through the statement's rows once: progress for every row, size sum for the listed ones.
 double SelectRows(ListData& data, const ListFilter& filter, float step, ListWindow& window) {
+    constexpr std::size_t RowsAhead = 16; // As long as memory takes to answer.
     MegabyteSum megabytes(services.regional);
     const std::size_t count = data.Block.Rows();
     data.Listed.reserve(count);
@@ -73,8 +78,8 @@ double SelectRows(ListData& data, const ListFilter& filter, float step, ListWind
     for (std::size_t record = 0; record < count; ++record) {
         progress = progress + step <= FullProgress ? progress + step : FullProgress;
         window.SetProgress(progress);
-        if (!PassesLetter(data, record, filter) ||
-            !PassesFormat(data.Block.At(record, ListField::Extension).View(), filter)) {
+        data.Block.Expect(record + RowsAhead);
+        if (!PassesLetter(data, record, filter) || !PassesFormat(data, record, filter)) {
             continue;
         }
         megabytes.Add(data.Block.At(record, ListField::SizeInBytes));

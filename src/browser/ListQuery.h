@@ -89,6 +89,11 @@ ListResult LoadDatabase(const ListFilter& filter, const std::string& list, ListW
 ListResult LoadDatabase(const std::function<ListFilter()>& readFilter, const std::string& list,
                         ListWindow& window);
 
+/// The clauses of the search box and of the three combos, each beginning " and "; empty where nothing is
+/// chosen.
+std::string SearchClause(const ListFilter& filter);
+std::string ComboClauses(const ListFilter& filter);
+
 /// The statement of the list and the three of the counters, for the current mode and sort flags of
 /// mainModule.
 std::string ListStatement(const ListFilter& filter, const std::string& list);

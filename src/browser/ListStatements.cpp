@@ -11,35 +11,8 @@ constexpr std::string_view Tables = "from Files F, Titel T, Interpret I, Quality
 constexpr std::string_view Joins = " where F.Title_id = T.Title_id and F.Inter_id = I.Inter_id and "
                                    "Q.Quality_id = F.Quality_Id and F.Extension_id = E.Extension_id";
 
-std::string SearchClause(const ListFilter& filter) {
-    if (filter.SearchText.empty()) {
-        return {};
-    }
-    const std::string pattern = " Like '%" + SqlQuote(filter.SearchText) + "%'";
-    if (filter.InterpretChecked && filter.TitleChecked) {
-        return " and (I.Interpret" + pattern + " or T.Name" + pattern + ")";
-    }
-    if (filter.InterpretChecked) {
-        return " and I.Interpret" + pattern;
-    }
-    if (filter.TitleChecked) {
-        return " and T.Name" + pattern;
-    }
-    return {};
-}
-
 std::string FilterClauses(const ListFilter& filter) {
-    std::string clauses = SearchClause(filter);
-    if (filter.DriveId) {
-        clauses += " and F.Drive_id = " + std::to_string(*filter.DriveId);
-    }
-    if (filter.GenreId) {
-        clauses += " and F.Genre_id = " + std::to_string(*filter.GenreId);
-    }
-    if (filter.AlbumId) {
-        clauses += " and F.Album_id = " + std::to_string(*filter.AlbumId);
-    }
-    return clauses;
+    return SearchClause(filter) + ComboClauses(filter);
 }
 
 std::string ListClause(const std::string& list) {
@@ -76,6 +49,37 @@ std::string CountStatement(std::string_view column, const ListFilter& filter, co
 }
 
 } // namespace
+
+std::string SearchClause(const ListFilter& filter) {
+    if (filter.SearchText.empty()) {
+        return {};
+    }
+    const std::string pattern = " Like '%" + SqlQuote(filter.SearchText) + "%'";
+    if (filter.InterpretChecked && filter.TitleChecked) {
+        return " and (I.Interpret" + pattern + " or T.Name" + pattern + ")";
+    }
+    if (filter.InterpretChecked) {
+        return " and I.Interpret" + pattern;
+    }
+    if (filter.TitleChecked) {
+        return " and T.Name" + pattern;
+    }
+    return {};
+}
+
+std::string ComboClauses(const ListFilter& filter) {
+    std::string clauses;
+    if (filter.DriveId) {
+        clauses += " and F.Drive_id = " + std::to_string(*filter.DriveId);
+    }
+    if (filter.GenreId) {
+        clauses += " and F.Genre_id = " + std::to_string(*filter.GenreId);
+    }
+    if (filter.AlbumId) {
+        clauses += " and F.Album_id = " + std::to_string(*filter.AlbumId);
+    }
+    return clauses;
+}
 
 std::string ListStatement(const ListFilter& filter, const std::string& list) {
     std::string statement =

@@ -61,6 +61,10 @@ public:
     std::size_t Rows() const { return m_columns == 0 ? 0 : m_cells.size() / m_columns; }
     Field At(std::size_t row, std::size_t column) const;
 
+    /// Has a row fetched from memory that will be read in a moment: in the order of a column the rows lie far
+    /// apart. The row need not exist.
+    void Expect(std::size_t row) const;
+
     /// From now on row n is the one that was added as order[n]. `order` names every row once.
     void Arrange(std::vector<std::uint32_t> order) { m_order = std::move(order); }
 

@@ -357,6 +357,29 @@ TEST_F(ListQueryTest, TheCountersAreTheSameForFewFilesForManyAndForAll) {
     }
 }
 
+TEST_F(ListQueryTest, TheCountersOfAComboPassOverFilesThatTheListHasLost) {
+    for (int i = 0; i < 12; ++i) {
+        Add({("P" + std::to_string(i)).c_str(), ("T" + std::to_string(i)).c_str(), "mp3", 1, 1, i % 2 + 1});
+    }
+    ListFilter album;
+    album.AlbumId = 2;
+    ListFilter searched = album;
+    searched.SearchText = "1";
+    ListFilter unsearched = searched; // A text that is looked for nowhere.
+    unsearched.InterpretChecked = unsearched.TitleChecked = false;
+    for (const char* lost : {"0", "2", "4"}) {
+        Execute("Update Files set Quality_id = 9999 where File_id = " + std::string(lost));
+        for (const ListFilter& filter : {album, searched, unsearched}) {
+            Load(filter);
+            EXPECT_EQ(Counts(), CountsByStatement(filter)) << lost;
+        }
+    }
+    EXPECT_EQ(Counts(), (Texts{"4", "4", "1"}));
+    mainModule.ShowInGridMode = true;
+    Load(album, "1,3");
+    EXPECT_EQ(Counts(), (Texts{"2", "2", "1"}));
+}
+
 TEST_F(ListQueryTest, AChartsRequestShowsItsListWhileItsCountersFollowTheControls) {
     Add({"Abba", "Eins", "mp3", 1048576, 60, 1});
     Add({"Beatles", "Zwei", "mp3", 1048576, 60, 2});

@@ -93,6 +93,38 @@ TEST_F(RowOrderTest, EachOrderOfTheListIsTheEnginesOwnWithTiesInTheTablesOrder) 
     }
 }
 
+TEST_F(RowOrderTest, WholeNumbersOfEverySizeAndSignAreInTheEnginesOrder) {
+    for (int file = 0; file < 300; ++file) {
+        const std::string size = file % 7 == 0 ? "-9223372036854775807"
+                                 : file % 11 == 0
+                                     ? "9223372036854775807"
+                                     : std::to_string((Chance(9) - 4) * 1000003LL * Chance(5000));
+        Execute("Insert into Files (Path, SizeInBytes) values ('/" + std::to_string(file) + "', " + size +
+                ")");
+    }
+    for (const char* direction : {"ASC", "DESC"}) {
+        const std::string order =
+            std::string("Select F.Path, F.SizeInBytes from Files F order by F.SizeInBytes ") + direction;
+        EXPECT_EQ(Rows(order), Rows(order + ", F.File_id"));
+    }
+}
+
+TEST_F(RowOrderTest, TextsThatDifferFarBehindTheirBeginningAreInTheEnginesOrder) {
+    const std::string pieces[] = {"abcdefgh", "ABCDEFGH", "äbcdefgh", "abc", "x", "Ω", "ω", "“", ""};
+    for (int file = 0; file < 500; ++file) {
+        std::string path;
+        for (int count = 0; count < 4; ++count) {
+            path += pieces[Chance(static_cast<int>(std::size(pieces)))];
+        }
+        Execute("Insert into Files (Path, Name) values ('/" + std::to_string(file) + "', '" + path + "')");
+    }
+    for (const char* direction : {"ASC", "DESC"}) {
+        const std::string order =
+            std::string("Select F.Path, F.Name from Files F order by F.Name ") + direction;
+        EXPECT_EQ(Rows(order), Rows(order + ", F.File_id"));
+    }
+}
+
 TEST_F(RowOrderTest, WithoutItsOrderTheListStartsAtFilesAndFindsTheRestByKey) {
     for (const char* filter : {"", " and I.Interpret Like '%a%'", " and F.Drive_id = 1",
                                " and F.Genre_id = 1 and F.Album_id = 2"}) {

@@ -49,6 +49,22 @@ class SampleMusicTest(unittest.TestCase):
         self.assertEqual(tree_hash(self.path("a")), tree_hash(self.path("b")))
         self.assertEqual(len(files_of(self.path("a"))), 300)
 
+    def test_broken_files_take_the_place_of_so_many_good_ones_of_the_same_names(self):
+        make(self.path("good"), "--count", "300")
+        make(self.path("mixed"), "--count", "300", "--broken", "20")
+        self.assertEqual([os.path.relpath(path, self.path("good")) for path in files_of(self.path("good"))],
+                         [os.path.relpath(path, self.path("mixed")) for path in files_of(self.path("mixed"))])
+        kinds = collections.Counter()
+        for good, mixed in zip(files_of(self.path("good")), files_of(self.path("mixed"))):
+            with open(good, "rb") as first, open(mixed, "rb") as second:
+                data, other = first.read(), second.read()
+            if other != data:
+                kinds["empty" if not other else "zeros" if not any(other) else
+                      "cut" if data.startswith(other) else "noise"] += 1
+                self.assertTrue(data.startswith(other) or len(other) == len(data))
+        self.assertEqual(sum(kinds.values()), 60)
+        self.assertEqual(kinds, {"empty": 15, "zeros": 15, "cut": 15, "noise": 15})
+
     def test_the_small_set_holds_every_kind(self):
         make(self.path("a"))
         paths = files_of(self.path("a"))

@@ -1,12 +1,13 @@
 #include "platform/sqlite/RowOrder.h"
 
 #include "platform/sqlite/Collation.h"
-#include "platform/sqlite/LetterTables.h"
+#include "platform/sqlite/SortKeys.h"
 
 #include <algorithm>
 #include <bit>
 #include <functional>
 #include <numeric>
+#include <utility>
 
 namespace quavernet::sqlite {
 
@@ -97,26 +98,29 @@ struct DistinctValues {
     std::vector<std::uint32_t> valueOfRow;
 
     DistinctValues(const ADODB::RowBlock& rows, std::size_t column) {
-        constexpr std::uint32_t Free = ~std::uint32_t{0};
-        const std::size_t slots = std::bit_ceil(rows.Rows() * 2 + 1);
-        std::vector<std::uint32_t> table(slots, Free);
-        std::vector<std::uint32_t> hashes;
+        struct Slot {
+            std::uint32_t value = ~std::uint32_t{0};
+            std::uint32_t hash = 0;
+
+            bool IsFree() const { return value == ~std::uint32_t{0}; }
+        };
+        std::vector<Slot> table(std::bit_ceil(rows.Rows() * 2 + 1));
         valueOfRow.reserve(rows.Rows());
         for (std::size_t row = 0; row < rows.Rows(); ++row) {
             const Field value = rows.At(row, column);
             const std::uint64_t hash = HashOf(value);
             const auto shortHash = static_cast<std::uint32_t>(hash >> 32);
-            std::size_t slot = (hash ^ (hash >> 29)) & (slots - 1);
-            while (table[slot] != Free && !(hashes[table[slot]] == shortHash &&
-                                            IsSame(rows.At(firstRows[table[slot]], column), value))) {
-                slot = (slot + 1) & (slots - 1);
+            std::size_t place = (hash ^ (hash >> 29)) & (table.size() - 1);
+            while (!table[place].IsFree() &&
+                   !(table[place].hash == shortHash &&
+                     IsSame(rows.At(firstRows[table[place].value], column), value))) {
+                place = (place + 1) & (table.size() - 1);
             }
-            if (table[slot] == Free) {
-                table[slot] = static_cast<std::uint32_t>(firstRows.size());
+            if (table[place].IsFree()) {
+                table[place] = {static_cast<std::uint32_t>(firstRows.size()), shortHash};
                 firstRows.push_back(static_cast<std::uint32_t>(row));
-                hashes.push_back(shortHash);
             }
-            valueOfRow.push_back(table[slot]);
+            valueOfRow.push_back(table[place].value);
         }
     }
 };
@@ -147,100 +151,52 @@ int CompareValues(const Field& left, const Field& right) {
                               : CompareTexts(left.View(), right.View());
 }
 
-// The beginning of a text as one number that sorts as the text does: where two of them differ, so does the
-// order; where they are alike, the texts decide. A byte for each character; the characters behind the first
-// one that shares its byte with others say nothing and are left out.
-class TextStarts {
-public:
-    TextStarts() {
-        constexpr std::uint8_t FirstByte =
-            1; // 0 stands behind the end: a text comes before its longer forms.
-        std::vector<char32_t> characters(128);
-        std::iota(characters.begin(), characters.end(), U'\0');
-        std::sort(characters.begin(), characters.end(),
-                  [](char32_t a, char32_t b) { return PrimaryWeight(a) < PrimaryWeight(b); });
-        std::uint8_t byte = FirstByte;
-        bool beforeDigits = true;
-        for (std::size_t i = 0; i < characters.size(); ++i) {
-            const char32_t c = characters[i];
-            if (beforeDigits && PrimaryWeight(c) >= PrimaryWeight(U'0')) {
-                m_punctuation = ++byte;
-                ++byte;
-                beforeDigits = false;
-            } else if (i > 0 && PrimaryWeight(c) != PrimaryWeight(characters[i - 1])) {
-                ++byte;
-            }
-            m_bytes[c] = byte;
-        }
-        m_other = static_cast<std::uint8_t>(byte + 1);
-    }
-
-    std::uint64_t Of(std::string_view text) const {
-        std::uint64_t start = 0;
-        int shift = 56;
-        for (std::size_t at = 0; at < text.size() && shift >= 0; shift -= 8) {
-            const auto lead = static_cast<unsigned char>(text[at]);
-            std::uint8_t byte = 0;
-            bool shared = false;
-            if (lead < 0x80) {
-                byte = m_bytes[lead];
-                ++at;
-            } else {
-                byte = ByteOf(NextCodePoint(text, at), shared);
-            }
-            start |= std::uint64_t{byte} << shift;
-            if (shared) {
-                break;
-            }
-        }
-        return start;
-    }
-
-private:
-    std::uint8_t ByteOf(char32_t c, bool& shared) const {
-        const std::uint32_t weight = PrimaryWeight(c);
-        if (weight >= PrimaryWeight(U'a') && weight <= PrimaryWeight(U'z')) {
-            return m_bytes[U'a' + (weight - PrimaryWeight(U'a'))];
-        }
-        shared = true;
-        return weight < PrimaryWeight(U'0') ? m_punctuation : m_other;
-    }
-
-    std::uint8_t m_bytes[128] = {};
-    std::uint8_t m_punctuation = 0; ///< Every sign outside of ASCII.
-    std::uint8_t m_other = 0;       ///< Every letter that has no Latin base.
-};
-
 /// For each value its place in the order; equal values share one.
 std::vector<std::uint32_t> RanksOf(const ADODB::RowBlock& rows, std::size_t column,
                                    const std::vector<std::uint32_t>& firstRows) {
-    struct Entry {
-        std::uint64_t start; ///< Of a text.
-        std::uint32_t value;
+    const auto field = [&](std::uint32_t value) { return rows.At(firstRows[value], column); };
+    const auto compare = [&](std::uint32_t left, std::uint32_t right) {
+        return CompareValues(field(left), field(right));
     };
-    static const TextStarts starts;
-    const auto field = [&](const Entry& entry) { return rows.At(firstRows[entry.value], column); };
-    std::vector<Entry> entries;
-    entries.reserve(firstRows.size());
+    std::vector<SortKey> keys;
+    keys.reserve(firstRows.size());
     for (std::uint32_t value = 0; value < firstRows.size(); ++value) {
         // Nulls and numbers stand before all texts; among themselves they are compared as they are.
-        const Field first = rows.At(firstRows[value], column);
-        entries.push_back({first.GetKind() == Field::Kind::Text ? starts.Of(first.View()) : 0, value});
+        const Field first = field(value);
+        const bool isText = first.GetKind() == Field::Kind::Text;
+        keys.push_back(isText ? TextKey(first.View(), value) : SortKey{0, 0, value});
     }
-    std::sort(entries.begin(), entries.end(), [&](const Entry& left, const Entry& right) {
-        return left.start != right.start ? left.start < right.start
-                                         : CompareValues(field(left), field(right)) < 0;
-    });
-    std::vector<std::uint32_t> ranks(entries.size());
+    SortByKeys(keys, [&](std::uint32_t left, std::uint32_t right) { return compare(left, right) < 0; });
+    std::vector<std::uint32_t> ranks(keys.size());
     std::uint32_t rank = 0;
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        if (i > 0 && (entries[i - 1].start != entries[i].start ||
-                      CompareValues(field(entries[i - 1]), field(entries[i])) != 0)) {
-            ++rank;
-        }
-        ranks[entries[i].value] = rank;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        rank += i > 0 && (!keys[i].HasSameKey(keys[i - 1]) || compare(keys[i - 1].item, keys[i].item) != 0);
+        ranks[keys[i].item] = rank;
     }
     return ranks;
+}
+
+/// Whole numbers need no comparison at all: they are their own keys.
+std::optional<std::vector<std::uint32_t>> OrderOfIntegers(const ADODB::RowBlock& rows, std::size_t column,
+                                                          bool descending) {
+    constexpr std::uint64_t SignBit = std::uint64_t{1} << 63;
+    std::vector<SortKey> keys;
+    keys.reserve(rows.Rows());
+    for (std::size_t row = 0; row < rows.Rows(); ++row) {
+        const Field value = rows.At(row, column);
+        if (value.GetKind() != Field::Kind::Integer) {
+            return std::nullopt;
+        }
+        const std::uint64_t key = std::bit_cast<std::uint64_t>(value.Integer()) ^ SignBit;
+        keys.push_back({descending ? ~key : key, 0, static_cast<std::uint32_t>(row)});
+    }
+    SortByFirst(keys);
+    std::vector<std::uint32_t> order;
+    order.reserve(keys.size());
+    for (const SortKey& key : keys) {
+        order.push_back(key.item);
+    }
+    return order;
 }
 
 } // namespace
@@ -276,6 +232,9 @@ std::optional<OrderedStatement> TakeOrderClause(std::string_view statement) {
 }
 
 std::vector<std::uint32_t> RowOrder(const ADODB::RowBlock& rows, std::size_t column, bool descending) {
+    if (auto order = OrderOfIntegers(rows, column, descending)) {
+        return std::move(*order);
+    }
     const DistinctValues distinct(rows, column);
     const std::vector<std::uint32_t> ranks = RanksOf(rows, column, distinct.firstRows);
     const auto lastRank = static_cast<std::uint32_t>(ranks.size()) - 1;

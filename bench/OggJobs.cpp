@@ -1,5 +1,7 @@
+#include "OggJobs.h"
+
 #include "Floors.h"
-#include "Jobs.h"
+#include "Lines.h"
 
 #include "inspect/OggInfoText.h"
 #include "platform/vorbis/OggInfoReader.h"
@@ -9,6 +11,8 @@
 #include <cstdio>
 #include <memory>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace quavernet::bench {
 
@@ -59,7 +63,7 @@ void RequireEqual(const Batches& batches) {
 
 } // namespace
 
-std::vector<Line> OggJobs(const std::string& music, int rounds) {
+void OggJobs(const std::string& music, int rounds) {
     const std::vector<std::string> paths = WalkFiles(music);
     const Batches batches = BatchesOf(paths);
     RequireEqual(batches);
@@ -72,8 +76,8 @@ std::vector<Line> OggJobs(const std::string& music, int rounds) {
                     [&] { forEachBatch([](const auto& batch) { return OggInfoReader().Run(batch); }); }};
     const Timed tool{nullptr, [&] { forEachBatch(RunTool); }};
     const Timed bare{nullptr, [&] { ReadWhole(paths); }};
-    return {Measure("Ogg files, floor: bare reads", paths.size(), 4, rounds, own, bare),
-            Measure("Ogg files, floor: ogginfo", paths.size(), 0.5, rounds, own, tool)};
+    Print(Measure("Ogg files, floor: bare reads", paths.size(), {.ratio = 4}, rounds, own, bare));
+    Print(Measure("Ogg files, floor: ogginfo", paths.size(), {.ratio = 0.5}, rounds, own, tool));
 }
 
 } // namespace quavernet::bench

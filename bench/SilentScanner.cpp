@@ -1,0 +1,33 @@
+#include "SilentScanner.h"
+
+#include "scanner/ScanDriver.h"
+
+#include <filesystem>
+#include <utility>
+
+namespace quavernet::bench {
+
+SilentScanner::SilentScanner(const std::string& music, const std::string& library, std::string emptyLibrary)
+    : m_library(library), m_emptyLibrary(std::move(emptyLibrary)) {
+    m_program.settings.Set("", "", "ScanpathValue", "1");
+    m_program.settings.Set("", "", "Scanpath", music);
+}
+
+void SilentScanner::OpenEmpty() {
+    m_program.CloseLibrary();
+    RemoveLibrary(m_library);
+    std::filesystem::copy_file(m_emptyLibrary, m_library);
+    m_program.OpenLibrary(m_library);
+}
+
+void SilentScanner::Scan(bool quick) {
+    SilentScanWindow window;
+    SilentScanLog log;
+    window.options.QuickScan = quick;
+    window.options.ScanOgg = false;
+    ScanDriver driver(window, log);
+    driver.StartScan();
+    mainModule.Connection->Commit();
+}
+
+} // namespace quavernet::bench

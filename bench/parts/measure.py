@@ -1,0 +1,173 @@
+"""Measures the jobs of the program and prints one table: each figure beside the least that this machine needs for the
+same, measured in the same run, and beside what is wanted.
+
+Parts: scan (with the main window open and the scan log on, and without any window; good files, and with broken ones
+among them), list (from the click to the painted rows), million (the same with 1,000,000 rows, and the memory for them),
+start (filled window, memory, idling), cancel (clicks on "cancel" at random moments of scans), ogg (the reader of Ogg
+files beside ogginfo itself).
+
+Floors of scans: walk, open, read head and tail of each file, and write (look up, update) the same rows with bare SQLite
+in one transaction. Floors of lists: bare SQLite reading the same rows unsorted; of a search or a filter: the bare
+statement. The fastest of several rounds counts, since other programs only ever add time; of clicks the slowest.
+Libraries lie on disk below build/bench, music in memory.
+"""
+import argparse
+import os
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+
+sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+import cancel  # noqa: E402
+import start  # noqa: E402
+import table  # noqa: E402
+from screen import Screen  # noqa: E402
+
+TOP = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+BUILT = os.path.join(TOP, "build", "bench", "bin")
+PROGRAM = os.path.join(BUILT, "quavernet")
+BENCH = os.path.join(BUILT, "quavernet_bench")
+WINDOW_BENCH = os.path.join(BUILT, "quavernet_window_bench")
+TEMPLATE = os.path.join(BUILT, "Quavernet.db")
+SAMPLE_MUSIC = os.path.join(TOP, "tools", "sample_music", "make-sample-music")
+
+MILLION = 1_000_000
+OGG_FILES = 1000
+OGG_KINDS = 20
+BROKEN_PERCENT = 5
+
+
+class Run:
+    """Folders of one run, and the lines that its parts have given."""
+
+    def __init__(self, options, music, work):
+        self.options, self.music, self.work = options, music, work
+        self.lines = []
+        self.homes = 0
+
+    def add(self, line):
+        self.lines.append(line)
+        print("  " + line.job + ": " + line.shown(line.value), file=sys.stderr)
+
+    def collect(self, *command, environment=None):
+        """Adds the lines that a program prints."""
+        with subprocess.Popen([str(part) for part in command], env=environment, stdout=subprocess.PIPE, text=True) as jobs:
+            for text in jobs.stdout:
+                self.add(table.read_line(text))
+        if jobs.returncode != 0:
+            raise SystemExit(f"{os.path.basename(command[0])} {command[1]} failed")
+
+    def in_window(self, home, *arguments):
+        with Screen() as screen:
+            self.collect(WINDOW_BENCH, *arguments, environment=screen.environment(home))
+
+    def home(self, rows):
+        """A home with a library of so many rows; with none the program makes the library itself."""
+        self.homes += 1
+        home = os.path.join(self.work, f"home{self.homes}")
+        library = os.path.join(home, "Documents", "Quavernet Database")
+        os.makedirs(library)
+        os.chmod(home, 0o700)
+        if rows > 0:
+            subprocess.run([BENCH, "library", os.path.join(library, "Quavernet.db"), TEMPLATE, str(rows)], check=True)
+        return home
+
+    def sample_music(self, name, *options):
+        folder = os.path.join(self.music, name)
+        if not os.path.exists(folder):
+            subprocess.run([SAMPLE_MUSIC, "--count", str(self.options.count), *options, folder], check=True,
+                           stdout=sys.stderr)
+        return folder
+
+
+def scan(run):
+    for name, kind, options in (("good", "", ()),
+                                ("mixed", f", {BROKEN_PERCENT} % broken files", ("--broken", str(BROKEN_PERCENT)))):
+        music = run.sample_music(name, *options)
+        run.in_window(run.home(0), "scan", music, run.work, f"{kind}, window and log", run.options.rounds)
+        run.collect(BENCH, "scan", music, run.work, TEMPLATE, f"{kind}, no window", run.options.rounds)
+
+
+def lists(run):
+    run.in_window(run.home(run.options.rows), "list", 2 * run.options.rounds + 1)
+
+
+def million(run):
+    home = run.home(MILLION)
+    run.in_window(home, "list", max(1, run.options.rounds // 2))
+    run.in_window(home, "memory")
+
+
+def start_to_idle(run):
+    for line in start.lines(PROGRAM, run.home, start.START_LIMITS, run.options.rounds):
+        run.add(line)
+
+
+def cancel_clicks(run):
+    music = run.sample_music("good")
+    for line in cancel.lines(PROGRAM, run.home(0), music, run.options.clicks):
+        run.add(line)
+
+
+def make_ogg_files(folder, count):
+    """Copies of a few files of noise, as many bytes a second as music has."""
+    os.makedirs(folder)
+    kinds = []
+    with tempfile.TemporaryDirectory(dir=os.path.dirname(folder)) as work:
+        source = os.path.join(work, "source.wav")
+        for number in range(1, OGG_KINDS + 1):
+            kinds.append(os.path.join(work, f"{number}.ogg"))
+            subprocess.run(["sox", "-R", "-n", "-r", "44100", "-c", "2", "-b", "16", source, "synth", "84", "pinknoise",
+                            "vol", "0.3"], check=True)
+            subprocess.run(["oggenc", "-Q", "-q", "5", "--serial", str(number), "-t", f"Title {number}", "-a", "Performer",
+                            "-l", "Album", "-G", "Rock", "-d", "2001", "-o", kinds[-1], source], check=True)
+        for number in range(1, count + 1):
+            shutil.copy(kinds[number % OGG_KINDS], os.path.join(folder, f"{number}.ogg"))
+
+
+def ogg(run):
+    folder = os.path.join(run.music, "ogg")
+    make_ogg_files(folder, OGG_FILES)
+    run.collect(BENCH, "ogg", folder, run.options.rounds)
+
+
+PARTS = {"scan": scan, "list": lists, "million": million, "start": start_to_idle, "cancel": cancel_clicks, "ogg": ogg}
+
+
+def read_options():
+    reader = argparse.ArgumentParser(prog="bench/run", description=__doc__,
+                                     formatter_class=argparse.RawDescriptionHelpFormatter)
+    reader.add_argument("--only", metavar="PART", nargs="+", choices=PARTS, default=list(PARTS), help="these parts alone")
+    reader.add_argument("--count", type=int, default=20000, help="files to scan (%(default)s)")
+    reader.add_argument("--rows", type=int, default=100000, help="rows of the list (%(default)s)")
+    reader.add_argument("--rounds", type=int, default=3, help="rounds of a scan (%(default)s); lists take 2 N + 1")
+    reader.add_argument("--clicks", type=int, default=40, help='clicks on "cancel" (%(default)s)')
+    reader.add_argument("--store", metavar="FILE", help="keep the figures in FILE")
+    reader.add_argument("--compare", metavar="FILE",
+                        help="add a column: the ratio to the floor (or the figure, where there is none) against that of "
+                             "a stored run")
+    options = reader.parse_args()
+    if min(options.count, options.rows, options.rounds, options.clicks) < 1:
+        reader.error("numbers must be above 0")
+    return options
+
+
+def main():
+    options = read_options()
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # The folders go then too: they lie in memory.
+    before = table.load(options.compare) if options.compare else []
+    with tempfile.TemporaryDirectory(prefix="quavernet-bench-", dir="/dev/shm") as music, \
+            tempfile.TemporaryDirectory(prefix="work-", dir=os.path.join(TOP, "build", "bench")) as work:
+        run = Run(options, music, work)
+        for part, measure in PARTS.items():
+            if part in options.only:
+                measure(run)
+    table.show(run.lines, before)
+    if options.store:
+        table.store(options.store, run.lines)
+
+
+if __name__ == "__main__":
+    main()

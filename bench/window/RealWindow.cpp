@@ -1,0 +1,105 @@
+#include "window/RealWindow.h"
+
+#include "app/MainModule.h"
+#include "mainwindow/Main.h"
+#include "platform/posix/PosixFileSystem.h"
+#include "platform/qt/QtRegionalSettings.h"
+#include "platform/sqlite/SqliteConnection.h"
+#include "platform/taglib/TagLibComponent.h"
+
+#include <QDeadlineTimer>
+#include <QImage>
+#include <QPixmap>
+#include <QScreen>
+#include <QTimer>
+
+#include <stdexcept>
+
+namespace quavernet::bench {
+
+namespace {
+
+/// Sees that a widget paints.
+class PaintWatch : public QObject {
+public:
+    explicit PaintWatch(QWidget& widget) { widget.installEventFilter(this); }
+
+    bool Painted() const { return m_painted; }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        m_painted = m_painted || event->type() == QEvent::Paint;
+        return false;
+    }
+
+private:
+    bool m_painted = false;
+};
+
+} // namespace
+
+RealWindow::RealWindow(int& count, char** arguments)
+    : m_application(count, arguments), m_shell([] {}), m_fileSystem(CreatePosixFileSystem()) {
+    services.settings = &m_settings;
+    services.fileSystem = m_fileSystem.get();
+    services.shell = &m_shell;
+    services.msgBox = &m_msgBox;
+    services.dialogs = &m_dialogs;
+    services.oggInfo = &m_oggInfo;
+    services.events = &m_events;
+    services.clock = &m_clock;
+    services.regional = ReadRegionalSettings();
+    services.createConnection = [] { return CreateSqliteConnection(services.regional); };
+    services.createTagComponent = CreateTagLibComponent;
+}
+
+RealWindow::~RealWindow() {
+    mainModule.Connection.reset();
+}
+
+void RealWindow::Start() {
+    Main(m_windows);
+    Control<QWidget>("frmSplash").close();
+    PaintAgain();
+}
+
+void RealWindow::UntilPainted(const std::function<void()>& action) {
+    action();
+    // Whatever is painted from here on is the new list: until here no events have run since it stands.
+    const PaintWatch watch(*Grid().viewport());
+    const QDeadlineTimer patience(std::chrono::minutes(1));
+    QTimer heartbeat; // Events may not come at all.
+    heartbeat.start(std::chrono::seconds(1));
+    while (!watch.Painted()) {
+        if (patience.hasExpired()) {
+            throw std::runtime_error("no list has been painted");
+        }
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    WaitForScreen();
+}
+
+void RealWindow::PaintAgain() {
+    Grid().viewport()->repaint();
+    WaitForScreen();
+}
+
+// To ask the screen for a pixel takes until it has done all that it was told before.
+void RealWindow::WaitForScreen() {
+    Form().screen()->grabWindow(Form().winId(), 0, 0, 1, 1);
+}
+
+void RealWindow::RequireShown() {
+    QWidget& rows = *Grid().viewport();
+    const QPoint place = rows.mapTo(&Form(), QPoint(0, 0));
+    const auto plain = [](const QPixmap& picture) {
+        return picture.toImage().convertToFormat(QImage::Format_RGB32);
+    };
+    const QImage shown =
+        plain(Form().screen()->grabWindow(Form().winId(), place.x(), place.y(), rows.width(), rows.height()));
+    if (shown != plain(rows.grab())) {
+        throw std::runtime_error("the screen does not show the list");
+    }
+}
+
+} // namespace quavernet::bench

@@ -1,0 +1,64 @@
+// The program with its real services and its real main window on a screen, as src/main.cpp puts it together,
+// for jobs whose end is a painted list.
+#pragma once
+
+#include "mainwindow/AppWindows.h"
+#include "mainwindow/MainPanes.h"
+#include "mainwindow/frmMain.h"
+#include "platform/FileSystemObject.h"
+#include "platform/posix/SystemClock.h"
+#include "platform/qt/Application.h"
+#include "platform/qt/QtDialogs.h"
+#include "platform/qt/QtEvents.h"
+#include "platform/qt/QtMsgBox.h"
+#include "platform/qt/QtSettings.h"
+#include "platform/qt/QtShell.h"
+#include "platform/vorbis/OggInfoReader.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace quavernet::bench {
+
+class RealWindow {
+public:
+    /// The library and the settings are those of the home folder that the environment names.
+    RealWindow(int& count, char** arguments);
+    ~RealWindow();
+    RealWindow(const RealWindow&) = delete;
+    RealWindow& operator=(const RealWindow&) = delete;
+
+    /// Runs the start sequence and waits until the window stands, without the splash window.
+    void Start();
+
+    frmMain& Form() { return *m_windows.Form(); }
+    GridView& Grid() { return Form().Panes().Grid(); }
+    template <typename T> T& Control(const char* name) { return *Form().findChild<T*>(QLatin1String(name)); }
+
+    /// Runs an action that ends in a new list, and returns when its rows have been painted and the screen has
+    /// got them.
+    void UntilPainted(const std::function<void()>& action);
+
+    /// Paints the rows that stand there once more, until the screen has got them.
+    void PaintAgain();
+
+    /// Throws unless the screen shows what the list's rows look like.
+    void RequireShown();
+
+private:
+    void WaitForScreen();
+
+    Application m_application;
+    QtSettings m_settings;
+    QtShell m_shell;
+    QtMsgBox m_msgBox;
+    QtDialogs m_dialogs;
+    QtEvents m_events;
+    SystemClock m_clock;
+    OggInfoReader m_oggInfo;
+    std::unique_ptr<FileSystemObject> m_fileSystem;
+    AppWindows m_windows;
+};
+
+} // namespace quavernet::bench
