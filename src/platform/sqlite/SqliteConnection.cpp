@@ -98,7 +98,7 @@ public:
         if (!IsWriting() && m_snapshot.Renew()) {
             m_lookups.Clear();
         }
-        if (const ADODB::RowBlock* known = m_lookups.Find(statement)) {
+        if (const ADODB::RowBlock* known = m_cache.KnowsTables() ? m_lookups.Find(statement) : nullptr) {
             return *known;
         }
         const auto ordered = TakeOrderClause(statement);

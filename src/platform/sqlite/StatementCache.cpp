@@ -41,10 +41,6 @@ void StatementCache::Attach(sqlite3* database) {
 }
 
 PreparedStatement& StatementCache::Get(const std::string& sql) {
-    if (m_notes.IsStale()) {
-        m_statements.clear();
-        m_notes.Renew();
-    }
     if (const auto found = m_statements.find(sql); found != m_statements.end()) {
         return found->second;
     }

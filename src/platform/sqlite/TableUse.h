@@ -35,9 +35,8 @@ public:
     TableUse End();
 
     /// The engine has compiled a statement by itself, which it does when another program has changed the
-    /// tables: what was noted of the statements before no longer holds.
+    /// tables themselves: what was noted of the statements no longer holds. So rare that it stays so.
     bool IsStale() const { return m_stale; }
-    void Renew() { m_stale = false; }
 
 private:
     static int Note(void* notes, int action, const char* first, const char* second, const char* database,
