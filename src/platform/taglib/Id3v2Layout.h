@@ -65,7 +65,8 @@ public:
     virtual ~TagBody() = default;
     virtual std::size_t Size() const = 0;
 
-    /// Up to `count` bytes from the offset, fewer only at the end; valid until the next call.
+    /// Up to `count` bytes from the offset, fewer at the end or where the file was cut meanwhile; valid until
+    /// the next call.
     virtual ByteView View(std::size_t offset, std::size_t count) = 0;
 };
 

@@ -2,7 +2,7 @@
 
 #include "platform/BinaryFile.h"
 #include "platform/RuntimeError.h"
-#include "platform/taglib/FileHead.h"
+#include "platform/SafeSave.h"
 #include "platform/taglib/Id3v2Edit.h"
 #include "platform/taglib/Id3v2Frames.h"
 #include "platform/taglib/Id3v2Layout.h"
@@ -230,12 +230,15 @@ private:
             Refuse("ID3v2 field too long", path);
         }
         const Bytes oldTag = ReadBytes(file, 0, static_cast<std::size_t>(space));
+        if (oldTag.size() < space) {
+            Refuse("The file was cut meanwhile", path);
+        }
         const ByteView rawBody = found ? ByteView(oldTag).subspan(HeaderSize, header.size) : ByteView();
         const Bytes plainBody = IsUnsynchronised(header) ? Resynchronise(rawBody) : Bytes();
         const Bytes frames = EditFrames(header, IsUnsynchronised(header) ? plainBody : rawBody, changes);
 
         if (const std::uint64_t needed = HeaderSize + frames.size(); needed <= space && space <= LargestTag) {
-            OverwriteHead(file, oldTag, BuildTag(header, frames, space));
+            OverwriteBytes(path, file, 0, oldTag, BuildTag(header, frames, space), SaveTimes::Keep);
         } else if (needed + Padding > LargestTag) {
             Refuse("ID3v2 tag too large", path);
         } else {
