@@ -6,6 +6,7 @@
 #include "app/MainModule.h"
 #include "platform/BinaryFile.h"
 #include "platform/RuntimeError.h"
+#include "platform/SafeSave.h"
 
 #include <array>
 #include <cstring>
@@ -19,21 +20,26 @@ constexpr std::int32_t ErrorText = 445;
 constexpr std::int32_t BoxTitle = 446;
 
 // True if the record was written; false if only the mark was, over whatever stood there.
-bool WriteMarkOrRecord(const std::string& path, const Id3v1Tag& tag) {
+// Over the file's last 128 bytes, whatever stands there: a file without a tag loses the end of its audio.
+void OverwriteEnd(const std::string& path, const Id3v1Tag& tag) {
     BinaryFile file(path, BinaryFile::Access::ReadWrite);
     if (file.Size() < Id3v1Size) {
         throw RuntimeError(ErrorNumber::BadRecordNumber, "Bad record number");
     }
-    const std::uint64_t markOffset = file.Size() - Id3v1Size;
-    std::array<std::byte, Id3v1MarkSize> mark{};
-    file.ReadAt(markOffset, mark);
-    if (IsId3v1Mark(mark)) {
-        file.WriteAt(markOffset + Id3v1MarkSize, BuildId3v1(tag));
-        return true;
+    std::array<std::byte, Id3v1Size> bytes{};
+    std::memcpy(bytes.data(), "TAG", Id3v1MarkSize);
+    const Id3v1Record record = BuildId3v1(tag);
+    std::memcpy(bytes.data() + Id3v1MarkSize, record.data(), record.size());
+
+    const std::uint64_t offset = file.Size() - Id3v1Size;
+    std::array<std::byte, Id3v1Size> old{};
+    file.ReadAt(offset, old);
+    // Mark and record go in one step: a mark alone would make a tag of what follows it.
+    try {
+        OverwriteBytes(path, file, offset, old, bytes, SaveTimes::Renew);
+    } catch (const RuntimeError&) {
+        file.WriteAt(offset, bytes); // The folder takes no copy, but the file itself may be written.
     }
-    std::memcpy(mark.data(), "TAG", mark.size());
-    file.WriteAt(markOffset, mark);
-    return false;
 }
 
 void ShowFailure(const RuntimeError& error) {
@@ -54,9 +60,7 @@ void WriteId3v1(const std::string& path, const Id3v1Tag& tag) {
         return;
     }
     try {
-        if (!WriteMarkOrRecord(path, tag)) {
-            WriteId3v1(path, tag); // Now that the mark stands there, the record follows it.
-        }
+        OverwriteEnd(path, tag);
     } catch (const RuntimeError& error) {
         ShowFailure(error);
     }

@@ -1,5 +1,6 @@
 #include "platform/BinaryFile.h"
 
+#include "platform/OpenPath.h"
 #include "platform/RuntimeError.h"
 
 #include <cerrno>
@@ -37,8 +38,8 @@ BinaryFile::BinaryFile(const std::string& path, Access access) : m_path(path) {
         Fail(ErrorNumber::FileNotFound, ENOENT, path.substr(0, path.find('\0')));
     }
     // O_NONBLOCK: opening a pipe that nobody writes to would wait for ever. Plain files ignore it.
-    const int flags = (access == Access::Read ? O_RDONLY : O_RDWR) | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-    m_descriptor = ::open(path.c_str(), flags);
+    const int flags = (access == Access::Read ? O_RDONLY : O_RDWR) | O_NONBLOCK | O_NOCTTY;
+    m_descriptor = OpenPath(path, flags);
     if (m_descriptor < 0) {
         Fail(OpenErrorNumber(errno), errno, path);
     }

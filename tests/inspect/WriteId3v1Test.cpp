@@ -112,4 +112,25 @@ TEST_F(WriteId3v1Test, WhatIsWrittenIsReadBack) {
     EXPECT_TRUE(file.HasTagV1);
 }
 
+TEST_F(WriteId3v1Test, ATagOverAPagesEndIsWrittenWhole) {
+    const std::string audio(4096 - 60, 'a');
+    const std::string path = File("a.mp3", audio + TagV1("alt", "alt"));
+    WriteId3v1(path, tag);
+    EXPECT_EQ(ReadFile(path), audio + expected);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1) << "no copy is left";
+}
+
+TEST_F(WriteId3v1Test, AFolderThatTakesNoCopyDoesNotHinderTheTag) {
+    const std::string audio(4096 - 60, 'a');
+    const std::string path = File("a.mp3", audio + TagV1("alt", "alt"));
+    ::chmod(path.c_str(), 0666);
+    ::chmod(folder.Path().c_str(), 0755);
+    {
+        const OrdinaryUser user;
+        WriteId3v1(path, tag);
+    }
+    EXPECT_TRUE(msgBox.shown.empty());
+    EXPECT_EQ(ReadFile(path), audio + expected);
+}
+
 } // namespace quavernet::test

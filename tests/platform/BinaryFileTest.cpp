@@ -9,7 +9,9 @@
 
 #include <filesystem>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace quavernet::test {
 
@@ -124,6 +126,26 @@ TEST_F(BinaryFileTest, AFileThatIsClosedFails) {
     file.Close();
     file.Close();
     EXPECT_THROW(Read(file, 0, 1), RuntimeError);
+}
+
+TEST_F(BinaryFileTest, APathBeyondTheLengthOfASystemCallIsOpened) {
+    std::string path = folder.Path();
+    int at = ::open(path.c_str(), O_RDONLY | O_DIRECTORY);
+    const std::string name(250, 'n');
+    for (int level = 0; level < 40; ++level) {
+        ASSERT_EQ(::mkdirat(at, name.c_str(), 0755), 0);
+        const int next = ::openat(at, name.c_str(), O_RDONLY | O_DIRECTORY);
+        ::close(at);
+        at = next;
+        path += "/" + name;
+    }
+    const int made = ::openat(at, "a", O_CREAT | O_WRONLY, 0644);
+    ASSERT_EQ(::write(made, "deep", 4), 4);
+    ::close(made);
+    ::close(at);
+    ASSERT_GT(path.size(), 10000U);
+    EXPECT_EQ(Read(BinaryFile(path + "/a", BinaryFile::Access::Read), 0, 10), "deep");
+    EXPECT_EQ(OpenError(path + "/missing"), ErrorNumber::FileNotFound);
 }
 
 } // namespace quavernet::test

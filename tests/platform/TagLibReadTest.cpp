@@ -354,4 +354,37 @@ TEST_F(TagLibReadTest, NoMutationOfATagBreaksTheReader) {
     EXPECT_GT(titles, 500);
 }
 
+// A body in a file that another program cuts while it is read: it delivers less than its size says.
+class CutBody : public id3v2::TagBody {
+public:
+    CutBody(std::string bytes, std::size_t size) : m_bytes(std::move(bytes)), m_size(size) {}
+    std::size_t Size() const override { return m_size; }
+    id3v2::ByteView View(std::size_t offset, std::size_t count) override {
+        m_view = offset < m_bytes.size() ? m_bytes.substr(offset, count) : std::string();
+        m_view.shrink_to_fit(); // A read behind its end is one behind the memory.
+        return AsBytes(m_view);
+    }
+
+private:
+    std::string m_bytes;
+    std::string m_view;
+    std::size_t m_size;
+};
+
+TEST(Id3v2LayoutTest, AFileThatIsCutWhileItIsReadEndsTheListOfFrames) {
+    for (const unsigned major : {2U, 3U, 4U}) {
+        const std::string frames =
+            TextFrame(static_cast<int>(major), major == 2 ? "TT2" : "TIT2", std::string(40, 'x')) +
+            TextFrame(static_cast<int>(major), major == 2 ? "TP1" : "TPE1", std::string(40, 'y'));
+        for (std::size_t kept = 0; kept <= frames.size(); ++kept) {
+            for (const unsigned flags : {0U, 0x40U}) {
+                CutBody body(frames.substr(0, kept), frames.size() + 100);
+                const id3v2::FrameList list = id3v2::ListFrames({major, 0, flags, 0}, body);
+                EXPECT_LE(list.frames.size(), 2U);
+                EXPECT_LE(list.end, body.Size());
+            }
+        }
+    }
+}
+
 } // namespace quavernet::test

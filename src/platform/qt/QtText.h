@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <QTextDocument>
 
 #include <string>
 #include <string_view>

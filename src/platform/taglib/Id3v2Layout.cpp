@@ -49,15 +49,17 @@ bool IsBoundary(TagBody& body, std::size_t offset, unsigned major) {
                               (bytes.size() == IdSize(major) && IsFrameId(TextAt(bytes, 0, bytes.size()))));
 }
 
-// Bytes of the contents of the frame whose header begins at the offset. Some writers put plain sizes into
-// version 2.4: taken where only the plain one leads to the next frame.
-std::uint32_t ContentSize(TagBody& body, std::size_t offset, unsigned major) {
-    if (major == 2) {
-        return BigEndian(body.View(offset + 3, 3), 0, 3);
+// Bytes of the contents of the frame whose header begins at the offset; nothing if the file has been cut
+// there meanwhile. Some writers put plain sizes into version 2.4: taken where only the plain one leads to the
+// next frame.
+std::optional<std::uint32_t> ContentSize(TagBody& body, std::size_t offset, unsigned major) {
+    const std::size_t width = IdSize(major); // The size is as wide as the id before it.
+    const ByteView field = body.View(offset + width, width);
+    if (field.size() < width) {
+        return std::nullopt;
     }
-    const ByteView field = body.View(offset + 4, 4);
-    const std::uint32_t plain = BigEndian(field, 0, 4);
-    if (major == 3) {
+    const std::uint32_t plain = BigEndian(field, 0, width);
+    if (major < 4) {
         return plain;
     }
     const std::uint32_t size = SyncSafe(field, 0);
@@ -80,6 +82,9 @@ std::size_t ExtendedHeaderSize(const TagHeader& header, TagBody& body) {
     }
     // Version 2.3 does not count the size itself, version 2.4 does.
     const ByteView field = body.View(0, 4);
+    if (field.size() < 4) {
+        return 0;
+    }
     const std::size_t size =
         header.major == 3 ? std::size_t{BigEndian(field, 0, 4)} + 4 : std::size_t{SyncSafe(field, 0)};
     return std::min(size, body.Size());
@@ -153,12 +158,12 @@ FrameList ListFrames(const TagHeader& header, TagBody& body) {
             break;
         }
         const Field field = FieldOf(id);
-        const std::uint32_t contents = ContentSize(body, list.end, header.major);
-        if (contents > body.Size() - list.end - headerSize) {
+        const auto contents = ContentSize(body, list.end, header.major);
+        if (!contents || *contents > body.Size() - list.end - headerSize) {
             break;
         }
-        list.frames.push_back({list.end, headerSize + contents, field});
-        list.end += headerSize + contents;
+        list.frames.push_back({list.end, headerSize + *contents, field});
+        list.end += headerSize + *contents;
     }
     return list;
 }

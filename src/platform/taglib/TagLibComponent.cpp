@@ -2,7 +2,7 @@
 
 #include "platform/BinaryFile.h"
 #include "platform/RuntimeError.h"
-#include "platform/taglib/FileHead.h"
+#include "platform/SafeSave.h"
 #include "platform/taglib/Id3v2Edit.h"
 #include "platform/taglib/Id3v2Frames.h"
 #include "platform/taglib/Id3v2Layout.h"
@@ -230,6 +230,9 @@ private:
             Refuse("ID3v2 field too long", path);
         }
         const Bytes oldTag = ReadBytes(file, 0, static_cast<std::size_t>(space));
+        if (oldTag.size() < space) {
+            Refuse("The file was cut meanwhile", path);
+        }
         const ByteView rawBody = found ? ByteView(oldTag).subspan(HeaderSize, header.size) : ByteView();
         const Bytes plainBody = IsUnsynchronised(header) ? Resynchronise(rawBody) : Bytes();
         const EditedBody body = EditFrames(header, IsUnsynchronised(header) ? plainBody : rawBody, changes);
@@ -245,12 +248,13 @@ private:
             Refuse("ID3v2 tag too large", path);
         }
         for (const std::uint64_t size : {space, needed + Padding, needed}) {
-            const Bytes tag = size < needed ? Bytes() : BuildTag(header, body.bytes, size);
+            const bool fits = needed <= size && size <= LargestTag;
+            const Bytes tag = fits ? BuildTag(header, body.bytes, size) : Bytes();
             if (tag.empty() || !ReadsAsEdited(tag, body)) {
                 continue;
             }
             if (size == space) {
-                OverwriteHead(file, oldTag, tag);
+                OverwriteBytes(path, file, 0, oldTag, tag, SaveTimes::Keep);
             } else {
                 ReplaceHead(path, file, space, tag);
             }

@@ -7,6 +7,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/OpenPath.h"
+
 namespace quavernet::vorbis {
 
 namespace {
@@ -41,6 +43,14 @@ public:
         return done;
     }
 
+    std::uint64_t NextData(std::uint64_t offset) override {
+        const off_t found = ::lseek(m_descriptor, static_cast<off_t>(offset), SEEK_DATA);
+        if (found < 0) {
+            return errno == ENXIO ? m_size : offset; // Nothing but a hole follows, or it can't be told.
+        }
+        return static_cast<std::uint64_t>(found);
+    }
+
 private:
     int m_descriptor;
     std::uint64_t m_size = 0;
@@ -70,7 +80,7 @@ private:
 
 std::unique_ptr<ByteSource> OpenFile(const std::string& path) {
     // Without O_NONBLOCK a pipe would hold up the program until somebody writes into it.
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    const int descriptor = OpenPath(path, O_RDONLY | O_NONBLOCK);
     return descriptor < 0 ? nullptr : std::make_unique<FileSource>(descriptor);
 }
 

@@ -19,6 +19,10 @@ public:
     /// Copies bytes from `offset` on; the result is their number, less than asked for at the end or where
     /// the medium fails.
     virtual std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> target) = 0;
+
+    /// Where the next byte stands that was ever written: `offset` itself or, in the hole of a sparse file,
+    /// behind it. A hole reads as zeros, but reading them takes time.
+    virtual std::uint64_t NextData(std::uint64_t offset) { return offset; }
 };
 
 /// Nothing, with errno set, if the file can't be opened. Anything but a plain file opens as an empty one.
@@ -33,6 +37,7 @@ public:
     explicit ByteWindow(ByteSource& source) : m_source(source) {}
 
     std::uint64_t Size() const { return m_source.Size(); }
+    std::uint64_t NextData(std::uint64_t offset) { return m_source.NextData(offset); }
 
     /// Up to `count` bytes at `offset`: fewer only at the end. Valid until the next call. A read fetches
     /// `ahead` bytes if that is more.

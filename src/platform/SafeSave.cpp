@@ -1,0 +1,165 @@
+#include "platform/SafeSave.h"
+
+#include "platform/OpenPath.h"
+#include "platform/RuntimeError.h"
+#include "platform/TemporaryCopy.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <filesystem>
+#include <system_error>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+namespace quavernet {
+
+namespace {
+
+constexpr std::size_t CopyBlock = std::size_t{1} << 20;
+constexpr std::uint64_t PageSize =
+    4096; // The smallest of any system; a larger page holds whole ones of these.
+
+void Check(int error, const std::string& path) {
+    if (error != 0) {
+        throw RuntimeError(ErrorNumber::PathFileAccess, std::generic_category().message(error) + ": " + path);
+    }
+}
+
+struct stat FactsOf(const BinaryFile& file, const std::string& path) {
+    struct stat facts {};
+    Check(::fstat(file.Descriptor(), &facts) == 0 ? 0 : errno, path);
+    return facts;
+}
+
+void SetTimes(int descriptor, const struct stat& facts) {
+    const struct timespec times[2] = {facts.st_atim, facts.st_mtim};
+    ::futimens(descriptor, times); // A file system without times has none to keep.
+}
+
+// Access lists and the user's own attributes, as far as the file system takes them.
+void CopyAttributes(int from, int to) {
+    const ssize_t size = ::flistxattr(from, nullptr, 0);
+    std::vector<char> names(size > 0 ? static_cast<std::size_t>(size) : 0);
+    const ssize_t listed = names.empty() ? 0 : ::flistxattr(from, names.data(), names.size());
+    for (ssize_t i = 0; i < listed;) {
+        const char* name = names.data() + i;
+        i += static_cast<ssize_t>(std::char_traits<char>::length(name)) + 1;
+        const ssize_t length = ::fgetxattr(from, name, nullptr, 0);
+        std::vector<char> value(length > 0 ? static_cast<std::size_t>(length) : 0);
+        if (length >= 0 && ::fgetxattr(from, name, value.data(), value.size()) == length) {
+            ::fsetxattr(to, name, value.data(), value.size(), 0);
+        }
+    }
+}
+
+void AppendRange(TemporaryCopy& copy, const BinaryFile& file, std::uint64_t begin, std::uint64_t end,
+                 const std::string& path) {
+    std::vector<std::byte> block(static_cast<std::size_t>(std::min<std::uint64_t>(CopyBlock, end - begin)));
+    while (begin < end) {
+        const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(block.size(), end - begin));
+        const std::size_t count = file.ReadAt(begin, std::span(block).first(wanted));
+        Check(count > 0 ? 0 : EIO, path); // The file was cut while it was copied.
+        Check(copy.Append(std::span(block).first(count)), path);
+        begin += count;
+    }
+}
+
+// A path that is too long for the system to follow its links must not end in one.
+bool EndsInPlainFile(const std::string& path) {
+    const int opened = OpenPath(path, O_PATH | O_NOFOLLOW);
+    struct stat facts {};
+    const bool plain = opened >= 0 && ::fstat(opened, &facts) == 0 && S_ISREG(facts.st_mode);
+    if (opened >= 0) {
+        ::close(opened);
+    }
+    return plain;
+}
+
+// The file that a path leads to behind all links.
+std::string RealPath(const std::string& path) {
+    if (path.size() >= PATH_MAX) {
+        Check(EndsInPlainFile(path) ? 0 : ENAMETOOLONG, path);
+        return path;
+    }
+    std::error_code error;
+    const std::filesystem::path target = std::filesystem::canonical(path, error);
+    Check(error.value(), path);
+    return target.string();
+}
+
+// Nobody else's changes may be lost with the old file.
+void CheckUnchanged(const BinaryFile& file, const struct stat& before, const std::string& path) {
+    const struct stat now = FactsOf(file, path);
+    const bool same = now.st_size == before.st_size && now.st_mtim.tv_sec == before.st_mtim.tv_sec &&
+                      now.st_mtim.tv_nsec == before.st_mtim.tv_nsec && now.st_nlink > 0;
+    Check(same ? 0 : EBUSY, path);
+}
+
+// A copy of the file with `bytes` in place of the `oldSize` bytes at the offset takes the file's place.
+void SaveByCopy(const std::string& path, const BinaryFile& file, std::uint64_t offset, std::uint64_t oldSize,
+                std::span<const std::byte> bytes, SaveTimes times) {
+    const std::string target = RealPath(path);
+    const struct stat facts = FactsOf(file, path);
+    TemporaryCopy copy;
+    Check(copy.Begin(target), path);
+    AppendRange(copy, file, 0, offset, path);
+    Check(copy.Append(bytes), path);
+    AppendRange(copy, file, std::min(offset + oldSize, file.Size()), file.Size(), path);
+    // Only the superuser may give files away; the owner of the copy is the one who saves otherwise.
+    [[maybe_unused]] const int ignored = ::fchown(copy.Descriptor(), facts.st_uid, facts.st_gid);
+    Check(::fchmod(copy.Descriptor(), facts.st_mode & 07777) == 0 ? 0 : errno, path);
+    CopyAttributes(file.Descriptor(), copy.Descriptor());
+    if (times == SaveTimes::Keep) {
+        SetTimes(copy.Descriptor(), facts);
+    }
+    CheckUnchanged(file, facts, path);
+    Check(copy.MoveToTarget(), path);
+}
+
+void WriteInPlace(const std::string& path, BinaryFile& file, std::uint64_t offset,
+                  std::span<const std::byte> oldBytes, std::span<const std::byte> bytes, SaveTimes times) {
+    const struct stat facts = FactsOf(file, path);
+    try {
+        file.WriteAt(offset, bytes);
+    } catch (const RuntimeError&) {
+        Skip([&] { file.WriteAt(offset, oldBytes); });
+        throw;
+    }
+    if (times == SaveTimes::Keep) {
+        SetTimes(file.Descriptor(), facts);
+    }
+    ::fsync(file.Descriptor());
+}
+
+} // namespace
+
+void OverwriteBytes(const std::string& path, BinaryFile& file, std::uint64_t offset,
+                    std::span<const std::byte> oldBytes, std::span<const std::byte> bytes, SaveTimes times) {
+    const auto first = std::mismatch(bytes.begin(), bytes.end(), oldBytes.begin());
+    if (first.first == bytes.end()) {
+        return;
+    }
+    const auto begin = static_cast<std::size_t>(first.first - bytes.begin());
+    std::size_t end = bytes.size();
+    while (bytes[end - 1] == oldBytes[end - 1]) {
+        --end;
+    }
+    if ((offset + begin) / PageSize == (offset + end - 1) / PageSize) {
+        WriteInPlace(path, file, offset + begin, oldBytes.subspan(begin, end - begin),
+                     bytes.subspan(begin, end - begin), times);
+    } else {
+        SaveByCopy(path, file, offset, oldBytes.size(), bytes, times);
+    }
+}
+
+void ReplaceHead(const std::string& path, const BinaryFile& file, std::uint64_t oldSize,
+                 std::span<const std::byte> head) {
+    SaveByCopy(path, file, 0, oldSize, head, SaveTimes::Keep);
+}
+
+} // namespace quavernet

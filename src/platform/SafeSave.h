@@ -1,0 +1,29 @@
+// Changes to files of the user, of which either the old or the new bytes stand there, never a mixture, also
+// if the process is killed in the middle. Called by the writers of tags.
+#pragma once
+
+#include "platform/BinaryFile.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace quavernet {
+
+enum class SaveTimes { Keep, Renew }; ///< What becomes of the file's times.
+
+/// Writes `bytes` over `oldBytes`, which stand at the offset and are as many. What differs is written in
+/// place if it lies within one page of the file: the system copies a page as a whole, and if the disk takes
+/// only a part the old bytes are put back. More than that goes by way of a copy, as in ReplaceHead. Throws
+/// RuntimeError.
+void OverwriteBytes(const std::string& path, BinaryFile& file, std::uint64_t offset,
+                    std::span<const std::byte> oldBytes, std::span<const std::byte> bytes, SaveTimes times);
+
+/// Puts `head` in place of the file's first `oldSize` bytes: writes a copy in the same folder and moves it
+/// over the file. Rights, owner, extended attributes and times stay; a link stays a link. Throws
+/// RuntimeError, also if another program changed the file meanwhile.
+void ReplaceHead(const std::string& path, const BinaryFile& file, std::uint64_t oldSize,
+                 std::span<const std::byte> head);
+
+} // namespace quavernet

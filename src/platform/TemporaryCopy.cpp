@@ -1,0 +1,229 @@
+#include "platform/TemporaryCopy.h"
+
+#include "platform/OpenPath.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <random>
+#include <string_view>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace quavernet {
+
+namespace {
+
+constexpr std::string_view Prefix = ".quavernet-";
+constexpr std::string_view NameLetters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
+constexpr std::size_t RandomLetters = 6;
+constexpr int Attempts = 100;
+
+std::string RandomName() {
+    std::random_device source;
+    std::uniform_int_distribution<std::size_t> letter(0, NameLetters.size() - 1);
+    std::string name(Prefix);
+    for (std::size_t i = 0; i < RandomLetters; ++i) {
+        name += NameLetters[letter(source)];
+    }
+    return name;
+}
+
+bool Lock(int descriptor) {
+    return ::flock(descriptor, LOCK_EX | LOCK_NB) == 0;
+}
+
+// A copy that nobody holds a lock on was left by a process that ended in the middle of it.
+void RemoveIfLeft(int folder, const char* name) {
+    const int descriptor = ::openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0) {
+        return;
+    }
+    struct stat facts {};
+    const bool mine =
+        ::fstat(descriptor, &facts) == 0 && S_ISREG(facts.st_mode) && facts.st_uid == ::geteuid();
+    if (mine && Lock(descriptor)) {
+        ::unlinkat(folder, name, 0);
+    }
+    ::close(descriptor);
+}
+
+void RemoveLeftCopies(int folder) {
+    const int listed = ::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    DIR* const entries = listed < 0 ? nullptr : ::fdopendir(listed);
+    if (entries == nullptr) {
+        if (listed >= 0) {
+            ::close(listed);
+        }
+        return;
+    }
+    while (const dirent* entry = ::readdir(entries)) {
+        if (entry->d_name[0] == '.' && IsCopyName(entry->d_name)) {
+            RemoveIfLeft(folder, entry->d_name);
+        }
+    }
+    ::closedir(entries);
+}
+
+std::string PathOf(int descriptor) {
+    return "/proc/self/fd/" + std::to_string(descriptor);
+}
+
+} // namespace
+
+bool IsCopyName(const std::string& name) {
+    return name.size() == Prefix.size() + RandomLetters && name.starts_with(Prefix) &&
+           name.find_first_not_of(NameLetters, Prefix.size()) == std::string::npos;
+}
+
+TemporaryCopy::~TemporaryCopy() {
+    if (!m_name.empty()) {
+        ::unlinkat(m_folder, m_name.c_str(), 0);
+    }
+    for (const int descriptor : {m_descriptor, m_folder}) {
+        if (descriptor >= 0) {
+            ::close(descriptor);
+        }
+    }
+}
+
+int TemporaryCopy::Begin(const std::string& target) {
+    const auto slash = target.rfind('/');
+    m_targetName = slash == std::string::npos ? target : target.substr(slash + 1);
+    const std::string folder = slash == std::string::npos ? "." : slash == 0 ? "/" : target.substr(0, slash);
+    m_folder = OpenPath(folder, O_RDONLY | O_DIRECTORY);
+    if (m_folder < 0) {
+        m_folder = OpenPath(folder, O_PATH | O_DIRECTORY); // One that may be written but not listed.
+    }
+    if (m_folder < 0) {
+        return errno;
+    }
+    RemoveLeftCopies(m_folder);
+    return Open();
+}
+
+int TemporaryCopy::Open() {
+    m_descriptor = ::openat(m_folder, ".", O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
+    if (m_descriptor < 0) {
+        return OpenNamed();
+    }
+    // It gets its name by way of /proc: where that is missing, a copy with a name is the only kind.
+    if (!Lock(m_descriptor) || ::access(PathOf(m_descriptor).c_str(), F_OK) != 0) {
+        ::close(m_descriptor);
+        return OpenNamed();
+    }
+    return 0;
+}
+
+int TemporaryCopy::OpenNamed() {
+    for (int attempt = 0; attempt < Attempts; ++attempt) {
+        const std::string name = RandomName();
+        m_descriptor = ::openat(m_folder, name.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0600);
+        if (m_descriptor < 0) {
+            if (errno == EEXIST) {
+                continue;
+            }
+            return errno;
+        }
+        // Between the two calls another process may have taken it for one that was left.
+        struct stat facts {};
+        Lock(m_descriptor); // A file system without locks has no other way than to hope.
+        if (::fstat(m_descriptor, &facts) == 0 && facts.st_nlink > 0) {
+            m_name = name;
+            return 0;
+        }
+        ::close(m_descriptor);
+        m_descriptor = -1;
+    }
+    return EEXIST;
+}
+
+int TemporaryCopy::Append(std::span<const std::byte> bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(m_descriptor, bytes.data(), bytes.size());
+        if (count < 0 && errno != EINTR) {
+            return errno;
+        }
+        bytes = bytes.subspan(count > 0 ? static_cast<std::size_t>(count) : 0);
+    }
+    return 0;
+}
+
+int TemporaryCopy::Name() {
+    for (int attempt = 0; attempt < Attempts; ++attempt) {
+        const std::string name = RandomName();
+        if (::linkat(AT_FDCWD, PathOf(m_descriptor).c_str(), m_folder, name.c_str(), AT_SYMLINK_FOLLOW) ==
+            0) {
+            m_name = name;
+            return 0;
+        }
+        if (errno != EEXIST) {
+            break;
+        }
+    }
+    return errno;
+}
+
+int TemporaryCopy::MoveToTarget() {
+    if (::fsync(m_descriptor) != 0) {
+        return errno;
+    }
+    if (m_name.empty()) {
+        if (const int error = Name(); error != 0) {
+            return error;
+        }
+    }
+    if (::renameat(m_folder, m_name.c_str(), m_folder, m_targetName.c_str()) != 0) {
+        return errno;
+    }
+    m_name.clear();
+    ::fsync(m_folder); // A file system that can't do that has the new name anyway.
+    return 0;
+}
+
+// Not every file system can move to a free place in one step; some can't even by a second name.
+int TemporaryCopy::MoveNamedToFreePlace() {
+    const char* const from = m_name.c_str();
+    const char* const to = m_targetName.c_str();
+    if (::renameat2(m_folder, from, m_folder, to, RENAME_NOREPLACE) == 0) {
+        m_name.clear();
+        return 0;
+    }
+    if (errno != EINVAL && errno != ENOSYS) {
+        return errno;
+    }
+    if (::linkat(m_folder, from, m_folder, to, 0) == 0) {
+        return 0; // The first name goes with this object.
+    }
+    struct stat there {};
+    if (errno == EEXIST || ::fstatat(m_folder, to, &there, AT_SYMLINK_NOFOLLOW) == 0) {
+        return EEXIST;
+    }
+    if (::renameat(m_folder, from, m_folder, to) != 0) {
+        return errno;
+    }
+    m_name.clear();
+    return 0;
+}
+
+int TemporaryCopy::MoveToFreePlace() {
+    if (::fsync(m_descriptor) != 0) {
+        return errno;
+    }
+    if (m_name.empty()) {
+        if (::linkat(AT_FDCWD, PathOf(m_descriptor).c_str(), m_folder, m_targetName.c_str(),
+                     AT_SYMLINK_FOLLOW) != 0) {
+            return errno;
+        }
+    } else if (const int error = MoveNamedToFreePlace(); error != 0) {
+        return error;
+    }
+    ::fsync(m_folder);
+    return 0;
+}
+
+} // namespace quavernet

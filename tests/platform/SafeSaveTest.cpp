@@ -1,0 +1,193 @@
+#include "platform/SafeSave.h"
+
+#include "platform/RuntimeError.h"
+#include "platform/TemporaryCopy.h"
+#include "support/TemporaryFolder.h"
+#include "support/TestFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace quavernet::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class SafeSaveTest : public ::testing::Test {
+protected:
+    SafeSaveTest() { WriteFile(path, old); }
+
+    void Overwrite(std::size_t offset, const std::string& bytes, SaveTimes times = SaveTimes::Keep) {
+        BinaryFile file(path, BinaryFile::Access::ReadWrite);
+        OverwriteBytes(path, file, offset, AsBytes(std::string_view(old).substr(offset, bytes.size())),
+                       AsBytes(bytes), times);
+    }
+    ino_t Inode() const {
+        struct stat facts {};
+        EXPECT_EQ(::stat(path.c_str(), &facts), 0);
+        return facts.st_ino;
+    }
+    std::vector<std::string> Names() const {
+        std::vector<std::string> names;
+        for (const auto& entry : fs::directory_iterator(folder.Path())) {
+            names.push_back(entry.path().filename().string());
+        }
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    TemporaryFolder folder;
+    std::string path = folder / "a.mp3";
+    const std::string old = std::string(5000, 'a') + std::string(5000, 'b');
+};
+
+} // namespace
+
+TEST_F(SafeSaveTest, WhatLiesWithinAPageIsWrittenInPlace) {
+    const ino_t inode = Inode();
+    Overwrite(4096, std::string(4096, 'x'));
+    EXPECT_EQ(ReadFile(path), Put(old, 4096, std::string(4096, 'x')));
+    EXPECT_EQ(Inode(), inode);
+}
+
+TEST_F(SafeSaveTest, WhatLiesOverAPagesEndGoesByWayOfACopy) {
+    const ino_t inode = Inode();
+    Overwrite(4095, "xy");
+    EXPECT_EQ(ReadFile(path), Put(old, 4095, "xy"));
+    EXPECT_NE(Inode(), inode);
+    EXPECT_EQ(Names(), std::vector<std::string>{"a.mp3"});
+}
+
+TEST_F(SafeSaveTest, OnlyWhatDiffersCounts) {
+    const ino_t inode = Inode();
+    Overwrite(4000, Put(old.substr(4000, 2000), 300, "xyz"));
+    EXPECT_EQ(ReadFile(path), Put(old, 4300, "xyz"));
+    EXPECT_EQ(Inode(), inode);
+    const auto time = fs::last_write_time(path);
+    Overwrite(0, old.substr(0, 100), SaveTimes::Renew);
+    EXPECT_EQ(fs::last_write_time(path), time) << "nothing differs, nothing is written";
+}
+
+TEST_F(SafeSaveTest, TheTimesStayOrAreThoseOfTheSave) {
+    const struct timespec times[2] = {{1000000000, 0}, {1100000000, 0}};
+    for (const std::size_t offset : {100U, 4095U}) {
+        WriteFile(path, old);
+        ::utimensat(AT_FDCWD, path.c_str(), times, 0);
+        Overwrite(offset, "xy", SaveTimes::Keep);
+        struct stat facts {};
+        ASSERT_EQ(::stat(path.c_str(), &facts), 0);
+        EXPECT_EQ(facts.st_mtim.tv_sec, 1100000000) << offset;
+
+        WriteFile(path, old);
+        ::utimensat(AT_FDCWD, path.c_str(), times, 0);
+        Overwrite(offset, "zz", SaveTimes::Renew);
+        ASSERT_EQ(::stat(path.c_str(), &facts), 0);
+        EXPECT_GT(facts.st_mtim.tv_sec, 1100000000) << offset;
+    }
+}
+
+TEST_F(SafeSaveTest, AFileThatAnotherProgramReplacedMeanwhileStays) {
+    const BinaryFile file(path, BinaryFile::Access::Read);
+    WriteFile(folder / "new", "somebody else's");
+    fs::rename(folder / "new", path);
+    EXPECT_THROW(ReplaceHead(path, file, 10, AsBytes("head")), RuntimeError);
+    EXPECT_EQ(ReadFile(path), "somebody else's");
+    EXPECT_EQ(Names(), std::vector<std::string>{"a.mp3"});
+}
+
+TEST_F(SafeSaveTest, AFileThatWasCutMeanwhileStays) {
+    const BinaryFile file(path, BinaryFile::Access::Read);
+    fs::resize_file(path, 100);
+    EXPECT_THROW(ReplaceHead(path, file, 10, AsBytes("head")), RuntimeError);
+    EXPECT_EQ(ReadFile(path), std::string(100, 'a'));
+    EXPECT_EQ(Names(), std::vector<std::string>{"a.mp3"});
+}
+
+TEST_F(SafeSaveTest, ACopyThatAKilledWriterLeftGoesWithTheNextOne) {
+    WriteFile(folder / ".quavernet-aB3xYz", "left");
+    WriteFile(folder / ".quavernet-working", "not a copy's name");
+    WriteFile(folder / ".quavernet-aB3xY.", "nor this");
+    fs::create_directory(folder / ".quavernet-folder");
+    Overwrite(4095, "xy");
+    EXPECT_EQ(Names(), (std::vector<std::string>{".quavernet-aB3xY.", ".quavernet-folder",
+                                                 ".quavernet-working", "a.mp3"}));
+}
+
+TEST_F(SafeSaveTest, ACopyThatAnotherWriterIsAtStays) {
+    const std::string copy = folder / ".quavernet-aB3xYz";
+    WriteFile(copy, "half");
+    const int writer = ::open(copy.c_str(), O_RDWR);
+    ASSERT_EQ(::flock(writer, LOCK_EX), 0);
+    Overwrite(4095, "xy");
+    EXPECT_TRUE(fs::exists(copy));
+    ::close(writer);
+    Overwrite(4095, "zz");
+    EXPECT_FALSE(fs::exists(copy));
+}
+
+TEST_F(SafeSaveTest, ACopyIsLockedAndNoScansBusinessAsLongAsItIsWritten) {
+    TemporaryCopy copy;
+    ASSERT_EQ(copy.Begin(path), 0);
+    ASSERT_EQ(copy.Append(AsBytes("new")), 0);
+    EXPECT_EQ(ReadFile(path), old);
+    for (const std::string& name : Names()) { // None, where a copy needs no name.
+        EXPECT_TRUE(name == "a.mp3" || IsCopyName(name)) << name;
+    }
+    const int other = ::open(("/proc/self/fd/" + std::to_string(copy.Descriptor())).c_str(), O_RDONLY);
+    EXPECT_NE(::flock(other, LOCK_EX | LOCK_NB), 0);
+    ::close(other);
+    EXPECT_EQ(copy.MoveToTarget(), 0);
+    EXPECT_EQ(ReadFile(path), "new");
+}
+
+TEST_F(SafeSaveTest, ACopyThatIsGivenUpLeavesNothing) {
+    {
+        TemporaryCopy copy;
+        ASSERT_EQ(copy.Begin(path), 0);
+        ASSERT_EQ(copy.Append(AsBytes("new")), 0);
+    }
+    EXPECT_EQ(ReadFile(path), old);
+    EXPECT_EQ(Names(), std::vector<std::string>{"a.mp3"});
+}
+
+TEST_F(SafeSaveTest, ATargetInAMissingFolderIsToldByItsError) {
+    TemporaryCopy copy;
+    EXPECT_EQ(copy.Begin(folder / "missing/a.mp3"), ENOENT);
+}
+
+TEST_F(SafeSaveTest, AFileBeyondTheLengthOfASystemCallIsSavedToo) {
+    const std::string name(200, 'n');
+    std::string deep = folder.Path();
+    int at = ::open(deep.c_str(), O_RDONLY | O_DIRECTORY);
+    for (int level = 0; level < 25; ++level) {
+        ASSERT_EQ(::mkdirat(at, name.c_str(), 0755), 0);
+        const int next = ::openat(at, name.c_str(), O_RDONLY | O_DIRECTORY);
+        ::close(at);
+        at = next;
+        deep += "/" + name;
+    }
+    const int made = ::openat(at, "a.mp3", O_CREAT | O_WRONLY, 0644);
+    ASSERT_EQ(::write(made, old.data(), old.size()), static_cast<ssize_t>(old.size()));
+    ::close(made);
+    ::close(at);
+    const std::string target = deep + "/a.mp3";
+    ASSERT_GT(target.size(), 5000U);
+    {
+        const BinaryFile file(target, BinaryFile::Access::ReadWrite);
+        ReplaceHead(target, file, 5000, AsBytes("head"));
+    }
+    const BinaryFile saved(target, BinaryFile::Access::Read);
+    std::string text(saved.Size(), '?');
+    saved.ReadAt(0, std::as_writable_bytes(std::span(text.data(), text.size())));
+    EXPECT_EQ(text, "head" + std::string(5000, 'b'));
+}
+
+} // namespace quavernet::test
