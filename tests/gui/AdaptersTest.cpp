@@ -1,6 +1,7 @@
 #include "gui/GuiTest.h"
 
 #include "support/FileSizeLimit.h"
+#include "support/HostileTexts.h"
 
 #include "app/Registry.h"
 #include "platform/qt/DialogLanguage.h"
@@ -243,6 +244,31 @@ TEST_F(AdaptersTest, OpeningTellsWhatIsMissing) {
     QtShell systemShell({});
     EXPECT_EQ(systemShell.ShellExecute(folder / "none.mp3"), 2);
     EXPECT_EQ(systemShell.ShellExecute(folder / "none/none.mp3"), 3);
+}
+
+TEST_F(AdaptersTest, TheDesktopsOpenerGetsOneAbsolutePathAndNoShellInBetween) {
+    const std::string opened = folder / "opened";
+    std::filesystem::create_directory(folder / "bin");
+    std::ofstream(folder / "bin/xdg-open") << "#!/bin/sh\nprintf '%s\\n%s' \"$#\" \"$1\" > '" << opened
+                                           << ".part'\nmv '" << opened << ".part' '" << opened << "'\n";
+    std::filesystem::permissions(folder / "bin/xdg-open", std::filesystem::perms::all);
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", QByteArray::fromStdString(folder / "bin") + ":" + path);
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
+    QtShell systemShell({});
+    for (const std::string& text : HostileTexts()) {
+        const std::string name = AsFileName(text);
+        std::ofstream(folder / name) << "x";
+        std::filesystem::remove(opened);
+        EXPECT_GT(systemShell.ShellExecute(name), 32) << name;
+        ASSERT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(opened); })) << name;
+        std::ifstream file(opened);
+        const std::string told((std::istreambuf_iterator<char>(file)), {});
+        EXPECT_EQ(told, "1\n" + (folder / name));
+    }
+    std::filesystem::current_path(before);
+    qputenv("PATH", path);
 }
 
 TEST_F(AdaptersTest, TheHelpComponentIsTheRunTime) {

@@ -51,7 +51,7 @@ TEST_F(OggDamageTest, AStreamThatBeginsBeforeTheLastOneEndedDoesNotCount) {
 TEST_F(OggDamageTest, PagesBehindTheLastOneDoNotCount) {
     auto pages = SplitPages(EncodedOgg::Stereo());
     pages.push_back(pages.back());
-    pages.back().granule = 44100 * 9;
+    pages.back().granule = std::int64_t{44100} * 9;
     EXPECT_EQ(ExpectAsTheTool("after.ogg", JoinPages(pages)).length, "3");
     ExpectAsTheTool("twice.ogg", EncodedOgg::Stereo() + EncodedOgg::Stereo());
 }
