@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "app/TextHelpers.h"
+#include "platform/OggInfoTool.h"
 #include "platform/RegionalSettings.h"
 #include "platform/RuntimeError.h"
 
@@ -10,6 +11,8 @@ namespace quavernet {
 
 namespace {
 
+constexpr std::size_t LongestText =
+    32767;                              // Characters: a comment may hold megabytes, which no list can show.
 constexpr std::size_t QuoteAndDots = 4; // Behind the path of a "Processing file" line.
 
 /// One line and its capital form, in which the keys are searched.
@@ -98,10 +101,10 @@ public:
         Take(line.Behind("PROCESSING FILE", 2), [&](std::string_view value) { TakePath(value); });
         Take(line.BehindExact("Nominal bitrate:", 1),
              [&](std::string_view value) { m_file.bitRate = WholeBitRate(value); });
-        Take(line.Behind("TITLE", 1), [&](std::string_view value) { m_file.title = value; });
-        Take(line.Behind("ARTIST", 1), [&](std::string_view value) { m_file.performer = value; });
-        Take(line.Behind("ALBUM", 1), [&](std::string_view value) { m_file.album = value; });
-        Take(line.Behind("GENRE", 1), [&](std::string_view value) { m_file.genre = value; });
+        Take(line.Behind("TITLE", 1), [&](std::string_view value) { m_file.title = Fitting(value); });
+        Take(line.Behind("ARTIST", 1), [&](std::string_view value) { m_file.performer = Fitting(value); });
+        Take(line.Behind("ALBUM", 1), [&](std::string_view value) { m_file.album = Fitting(value); });
+        Take(line.Behind("GENRE", 1), [&](std::string_view value) { m_file.genre = Fitting(value); });
         Take(line.Behind("TOTAL DATA LENGTH:", 1),
              [&](std::string_view value) { m_file.size = DropRightCharacters(Before(value, "bytes"), 1); });
         Take(line.Behind("PLAYBACK LENGTH:", 1),
@@ -149,6 +152,11 @@ private:
         }
     }
 
+    // What goes into the library has a width. The details dialog writes its texts back: it gets them whole.
+    std::string_view Fitting(std::string_view value) const {
+        return m_clearing ? LeftCharacters(value, LongestText) : value;
+    }
+
     void TakePath(std::string_view value) {
         if (m_clearing && !m_file.path.empty()) {
             m_files.push_back(std::move(m_file));
@@ -156,7 +164,7 @@ private:
         } else if (!m_file.failure.empty()) {
             m_file = {}; // What could not be read must not spoil the next file.
         }
-        m_file.path = DropRightCharacters(value, QuoteAndDots);
+        m_file.path = OggInfoTool::PathOfShown(std::string(DropRightCharacters(value, QuoteAndDots)));
         m_file.name = FileNameFromPath(m_file.path);
     }
 

@@ -2,6 +2,7 @@
 // reads in process; the scanner and the details dialog parse the text that comes back.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,17 @@ public:
     /// own bytes). A file that can't be opened gives one line that says so, a file that holds no Ogg data
     /// its "Processing file" line and an error line. Never fails.
     virtual std::string Run(const std::vector<std::string>& paths) = 0;
+
+    /// A path as the output shows it. A line end in it would break its line: in its place stands a NUL, which
+    /// no path holds and no other line of the output.
+    static std::string ShownPath(std::string path) {
+        std::replace(path.begin(), path.end(), '\n', '\0');
+        return path;
+    }
+    static std::string PathOfShown(std::string shown) {
+        std::replace(shown.begin(), shown.end(), '\0', '\n');
+        return shown;
+    }
 };
 
 } // namespace quavernet

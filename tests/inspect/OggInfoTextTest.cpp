@@ -258,4 +258,24 @@ TEST(OggInfoTextTest, TheDetailsFailWithTheErrorOfTheLine) {
     EXPECT_EQ(ErrorOf("Total data length: 1 bytes\n"), 0);
 }
 
+TEST(OggInfoTextTest, ANulInAPathStandsForALineEnd) {
+    const auto files = ReadOggInfo(std::string("Processing file \"/m/a\0b.ogg\"...\n\tTITLE=t\n", 41));
+    ASSERT_EQ(files.size(), 1U);
+    EXPECT_EQ(files[0].path, "/m/a\nb.ogg");
+    EXPECT_EQ(files[0].name, "a\nb.ogg");
+    EXPECT_EQ(files[0].title, "t");
+}
+
+TEST(OggInfoTextTest, WhatTheLibraryStoresIsCutAt32767CharactersAndTheDetailsAreNot) {
+    const std::string longest = "\xC3\xA4" + std::string(32766, 'x');
+    const std::string lines = "\tTITLE=" + longest + "y\n\tARTIST=" + longest + "y\n\tALBUM=" + longest +
+                              "y\n\tGENRE=" + longest + "y\n";
+    const OggFileInfo file = Read(lines);
+    EXPECT_EQ(file.title, longest);
+    EXPECT_EQ(file.performer, longest);
+    EXPECT_EQ(file.album, longest);
+    EXPECT_EQ(file.genre, longest);
+    EXPECT_EQ(ReadOggDetails(lines).title, longest + "y");
+}
+
 } // namespace quavernet::test

@@ -279,4 +279,28 @@ TEST_F(OggInfoReaderTest, NoFileGivesNoOutput) {
     EXPECT_EQ(OggInfoReader().Run({}), "");
 }
 
+TEST_F(OggInfoReaderTest, ANameWithLineEndsIsReadLikeAnyOther) {
+    const std::string path = folder / "a\nb\r\nc.ogg";
+    WriteWhole(path, EncodedOgg::Stereo());
+    const auto files = ReadOggInfo(OggInfoReader().Run({path, folder / "mis\nsing.ogg", path}));
+    ASSERT_EQ(files.size(), 2U);
+    EXPECT_EQ(files[0].path, path);
+    EXPECT_EQ(files[0].name, "a\nb\r\nc.ogg");
+    EXPECT_EQ(files[0].title, "Über den Wolken");
+    EXPECT_EQ(files[1].path, path);
+}
+
+TEST_F(OggInfoReaderTest, AHoleIsPassedOverHoweverLargeItIs) {
+    const std::string path = folder / "sparse.ogg";
+    WriteWhole(path, EncodedOgg::Stereo());
+    const auto size = std::filesystem::file_size(path);
+    std::filesystem::resize_file(path, std::uintmax_t{1} << 33);
+    const auto files = ReadOggInfo(OggInfoReader().Run({path}));
+    std::filesystem::resize_file(path, size);
+    const auto whole = ReadOggInfo(OggInfoReader().Run({path}));
+    ASSERT_EQ(files.size(), 1U);
+    EXPECT_EQ(files, whole);
+    EXPECT_EQ(files[0].length, "3");
+}
+
 } // namespace quavernet::test

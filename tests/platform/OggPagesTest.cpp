@@ -1,5 +1,6 @@
 #include "platform/vorbis/OggPages.h"
 
+#include "platform/vorbis/OggInfoReader.h"
 #include "support/OggFiles.h"
 
 #include <gtest/gtest.h>
@@ -83,6 +84,28 @@ TEST(OggPagesTest, FalseMarksCostNoMoreThanASmallMultipleOfTheFile) {
     CountedSource source(bytes + std::string(OggPage::MaximumSize, '\0') + EncodedOgg::Mono());
     EXPECT_EQ(CountPages(source), 0U) << "the walk ends before the good pages behind the false ones";
     EXPECT_LT(source.total, 12 * bytes.size());
+}
+
+TEST(OggPagesTest, APacketThatDoesNotEndIsNotKept) {
+    // The second header packet goes on over all pages: 80 MB, of which the reader may keep 64.
+    std::vector<ForgedPage> pages = SplitPages(EncodedOgg::Mono());
+    pages.resize(1);
+    ForgedPage endless{
+        0, 0, pages[0].serial, 1, std::vector<std::uint8_t>(255, 255), std::string(255 * 255, 'c')};
+    endless.body.replace(0, 7, "\x03vorbis");
+    std::string bytes = JoinPages({pages[0], endless});
+    endless.flags = 1;
+    for (endless.sequence = 2; bytes.size() < std::size_t{80} << 20; ++endless.sequence) {
+        bytes += JoinPages({endless});
+    }
+    const std::string ended = bytes + JoinPages({{1, 0, endless.serial, endless.sequence, {1}, "c"}});
+    const auto source =
+        vorbis::OpenMemory(std::span(reinterpret_cast<const std::uint8_t*>(ended.data()), ended.size()));
+    std::string lines;
+    vorbis::AppendOggInfo("x.ogg", *source, lines);
+    EXPECT_EQ(lines.find("Nominal bitrate"), std::string::npos);
+    EXPECT_NE(lines.find("New logical stream"), std::string::npos);
+    EXPECT_LT(lines.capacity(), std::size_t{1} << 20);
 }
 
 } // namespace quavernet::test

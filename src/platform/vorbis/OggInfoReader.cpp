@@ -127,7 +127,8 @@ private:
 } // namespace
 
 void AppendOggInfo(const std::string& path, ByteSource& source, std::string& lines) {
-    lines.append("Processing file \"").append(path).append("\"...\n\n");
+    const std::string shown = OggInfoTool::ShownPath(path);
+    lines.append("Processing file \"").append(shown).append("\"...\n\n");
     OggPageReader reader(source);
     StreamSet streams(lines);
     OggPage page;
@@ -135,7 +136,7 @@ void AppendOggInfo(const std::string& path, ByteSource& source, std::string& lin
         streams.Take(reader, page);
     }
     if (streams.Empty()) {
-        lines.append("ERROR: No Ogg data found in file \"").append(path).append("\".\n");
+        lines.append("ERROR: No Ogg data found in file \"").append(shown).append("\".\n");
         lines += "Input probably not Ogg.\n";
     }
     streams.Finish();
@@ -150,7 +151,7 @@ std::string OggInfoReader::Run(const std::vector<std::string>& paths) {
             vorbis::AppendOggInfo(path, *source, lines);
         } else {
             const auto reason = std::generic_category().message(errno);
-            lines.append("Error opening input file \"").append(path).append("\": ").append(reason);
+            lines.append("Error opening input file \"").append(ShownPath(path)).append("\": ").append(reason);
             lines += "\n";
         }
     }

@@ -73,12 +73,12 @@ bool OggPageReader::FindMark() {
         if (piece.size() < FixedHeader) {
             return false;
         }
-        const auto found = std::search(piece.begin(), piece.end(), Mark.begin(), Mark.end());
-        if (found != piece.end()) {
-            m_position += static_cast<std::uint64_t>(found - piece.begin());
+        const std::string_view text(reinterpret_cast<const char*>(piece.data()), piece.size());
+        if (const auto found = text.find(Mark); found != std::string_view::npos) {
+            m_position += found;
             return true;
         }
-        m_position += piece.size() - (Mark.size() - 1);
+        m_position = m_window.NextData(m_position + piece.size() - (Mark.size() - 1));
     }
 }
 

@@ -106,6 +106,11 @@ void VorbisStream::TakeHeaderPage(const OggPage& page, std::span<const std::uint
             m_packetAtStart = atStart;
         }
         atStart = false;
+        if (m_packet.size() + piece.size() > LargestHeader) {
+            m_headers = TooLarge;
+            m_packet = {};
+            return;
+        }
         m_packet.insert(m_packet.end(), piece.begin(), piece.end());
         if (length < 255) {
             TakePacket(m_packet, m_packetAtStart, lines);

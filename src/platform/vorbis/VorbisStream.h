@@ -24,7 +24,7 @@ public:
     static Beginning BeginsWith(const OggPage& page, std::span<const std::uint8_t> body);
 
     /// Whether the header packets are still to come, so that a page's body is needed.
-    bool NeedsBody() const { return m_headers < 3; }
+    bool NeedsBody() const { return m_headers < HeaderCount; }
 
     /// Takes in a page with its body, and appends the header lines once the third header packet is complete.
     void TakeHeaderPage(const OggPage& page, std::span<const std::uint8_t> body, std::string& lines);
@@ -36,11 +36,15 @@ public:
     void AppendSummary(std::string& lines) const;
 
 private:
+    static constexpr int HeaderCount = 3;
+    static constexpr int TooLarge = 4; ///< A header packet is larger than any picture: there are none then.
+    static constexpr std::size_t LargestHeader = std::size_t{64} << 20;
+
     void TakePacket(Packet packet, bool atStart, std::string& lines);
     void AppendHeaders(std::string& lines) const;
 
     std::size_t m_number; ///< Number in the file, from 1.
-    int m_headers = 0;    ///< Header packets read, 0 to 3.
+    int m_headers = 0;    ///< Header packets read, 0 to 3, or TooLarge.
     std::uint32_t m_nextSequence = 0;
     std::vector<std::uint8_t> m_packet; ///< Begun and not yet complete.
     bool m_packetOpen = false;
