@@ -39,7 +39,7 @@ struct SkippedEntry {
         NoAccess,    ///< The user may not read it.
         Missing,     ///< It has vanished, or it is a link that leads nowhere.
         LinkCircle,  ///< A link that leads back to itself.
-        NoPlainFile, ///< A device, pipe or socket, or a folder of the kernel.
+        NoPlainFile, ///< A device, pipe or socket, or something of the kernel.
     };
 
     std::string path;

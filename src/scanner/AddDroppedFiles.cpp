@@ -38,7 +38,10 @@ bool AddIfUnknown(const std::string& path, ScanDriver& driver) {
 void AddDroppedFileToLibrary(const std::string& path, ScanDriver& driver) {
     // CurrentFileName is still that of the file before, and a file without a tag is named after it. An Ogg
     // file goes this way too: it has no frame header, so its bit rate and length are 0.
-    InspectFile(path);
+    // Anything but a plain file isn't opened, since that alone makes some devices act; its facts then fail.
+    if (services.fileSystem->FileExists(path)) {
+        InspectFile(path);
+    }
     FillFileFields(services.fileSystem->GetFile(path));
     driver.StoreFileRecord();
 }

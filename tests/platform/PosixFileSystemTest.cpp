@@ -421,6 +421,19 @@ TEST_F(PosixFileSystemTest, FoldersOfTheKernelAreNotWalkedInto) {
     EXPECT_EQ(ReasonFor(*walk, folder / "kernel"), std::strerror(EOPNOTSUPP));
 }
 
+TEST_F(PosixFileSystemTest, AFileOfTheKernelBehindALinkGivesNoFacts) {
+    fs::create_symlink("/proc/self/mem", folder / "memory.mp3");
+    Write("good.mp3");
+    const auto walk = fileSystem->GetFolder(folder.Path());
+    walk->List(folder.Path());
+    EXPECT_FALSE(walk->File(folder / "memory.mp3").has_value());
+    EXPECT_TRUE(walk->File(folder / "good.mp3").has_value());
+    const std::vector<SkippedEntry> skipped = walk->TakeSkipped();
+    ASSERT_EQ(skipped.size(), 1U);
+    EXPECT_EQ(skipped[0].path, folder / "memory.mp3");
+    EXPECT_EQ(skipped[0].kind, SkippedEntry::Kind::NoPlainFile);
+}
+
 TEST_F(PosixFileSystemTest, GetFileRaisesError53ForAnythingButAPlainFile) {
     Write("a.mp3");
     EXPECT_EQ(fileSystem->GetFile(folder / "a.mp3").size, 1u);

@@ -13,6 +13,10 @@
 
 #include <filesystem>
 
+#include <sys/inotify.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace quavernet::test {
 namespace {
 
@@ -240,6 +244,18 @@ TEST_F(AddDroppedFilesTest, ADroppedFileIsInspectedBeforeItsFactsAreAsked) {
     services.fileSystem = &watched;
     Drop({Mp3("song.mp3")});
     EXPECT_EQ(watched.titleWhenAsked, "Song");
+}
+
+TEST_F(AddDroppedFilesTest, WhatIsNoPlainFileEndsTheDropWithoutBeingOpened) {
+    const std::string pipe = music / "pipe.mp3";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0644), 0);
+    const int watch = ::inotify_init1(IN_NONBLOCK);
+    ASSERT_GE(::inotify_add_watch(watch, pipe.c_str(), IN_OPEN), 0);
+    Drop({Mp3("before.mp3"), pipe, Mp3("behind.mp3")});
+    EXPECT_THAT(Names(), ElementsAre("before.mp3"));
+    char event[4096];
+    EXPECT_EQ(::read(watch, event, sizeof event), -1) << "the pipe was opened";
+    ::close(watch);
 }
 
 TEST_F(AddDroppedFilesTest, TheBackgroundOfTheWindowTakesNoFiles) {

@@ -178,8 +178,8 @@ std::optional<FileFacts> PosixFolderWalk::File(const std::string& path) {
     struct statx facts {};
     if (folder < 0 || !QueryEntry(folder, name.c_str(), facts)) {
         Note(path, errno);
-    } else if (!S_ISREG(facts.stx_mode)) {
-        Note(path, NotForScanning);
+    } else if (!S_ISREG(facts.stx_mode) || !MayEnterDevice({facts.stx_dev_major, facts.stx_dev_minor})) {
+        Note(path, NotForScanning); // A link may lead to a file of the kernel.
     } else if (!MayRead(folder, name, facts)) {
         Note(path, EACCES);
     } else {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <QTextDocument>
 
 #include <string>
 #include <string_view>
@@ -11,6 +12,11 @@ namespace quavernet {
 
 inline QString ToQString(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+/// A name as a tool tip shows it as it stands: one that looks like markup would be read as such.
+inline QString PlainToolTip(const QString& text) {
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
 }
 
 inline std::string FromQString(const QString& text) {
