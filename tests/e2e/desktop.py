@@ -85,6 +85,12 @@ class Desktop:
     def activate(self, window):
         self.ask("xdotool", "windowactivate", "--sync", window)
 
+    def close_window(self, title):
+        """Closes the window as its frame's button does, and waits until it has gone."""
+        self.activate(self.window(title))
+        self.key("alt+F4")
+        wait_until(f"{title} to go", lambda: not self.windows(title))
+
     def key(self, *keys):
         self.ask("xdotool", "key", "--delay", 30, *keys)
 

@@ -1,5 +1,6 @@
-// The other side of a drag: a window that gives the files named on its command line to whoever they are
-// dragged to, and prints the files that are dropped on it, one URI a line.
+// The other side of a drag: a window that gives the files named on its command line (as paths, or as URIs
+// that begin with "file:") to whoever they are dragged to, and prints the files that are dropped on it, one
+// URI a line.
 #include <QApplication>
 #include <QDrag>
 #include <QMimeData>
@@ -49,7 +50,8 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QList<QUrl> files;
     for (const QString& path : QApplication::arguments().mid(1)) {
-        files.append(QUrl::fromLocalFile(path));
+        files.append(path.startsWith(QLatin1String("file:")) ? QUrl::fromEncoded(path.toLatin1())
+                                                             : QUrl::fromLocalFile(path));
     }
     Partner window(files);
     window.setGeometry(1040, 120, 220, 300);

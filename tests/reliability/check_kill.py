@@ -1,0 +1,320 @@
+#!/usr/bin/env python3
+"""The program and its writers are killed (SIGKILL) at random moments; nothing that stood before is lost.
+
+    check_kill.py [--count N] [--seed S] [--files N]
+
+N scans by the real program are killed: the library then opens, is sound, holds whole rows only, and a further scan
+completes it to what an undisturbed scan gives. N saves of tags are killed in each form (in place, in place over a
+page's end, by a copy; version 1 within a page and over its end), and each form once at each of its system calls:
+the file is the old or the new one byte for byte, and what a killed save leaves is no music and goes with the next.
+"""
+import argparse
+import os
+import random
+import shutil
+import signal
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+from support import Content, HELPER, left_copies, write_settings
+from desktop import ProgramTest, wait_until
+
+OPTIONS = argparse.Namespace()
+PAGE = 4096
+
+
+def show(text):
+    print(text, flush=True)
+
+
+class KilledScanTest(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        self.chance = random.Random(OPTIONS.seed)
+        self.folder = self.home
+        self.library_folder = os.path.dirname(self.library.path)
+
+    def start_soon(self):
+        """Starts the program and gives its window without waiting for anything else; it scans without asking."""
+        write_settings(self.home, Language="GER", ScanpathValue=1, Scanpath=self.folder,
+                       QuickScan=int(self.quick), ScanLog=0)
+        self.program = subprocess.Popen([os.environ["QUAVERNET_PROGRAM"]], env=self.desktop.environment,
+                                        cwd=self.home)
+        return self.desktop.window("^Quavernet - ")
+
+    def start_scan(self):
+        window = self.start_soon()
+        wait_until("the library", lambda: self.library.values("select count(*) from Genres"))
+        self.desktop.activate(window)
+        self.desktop.key("ctrl+s")
+        return window, time.monotonic()
+
+    def whole_scan(self):
+        """Seconds and content of a scan that ends by itself."""
+        window, begin = self.start_scan()
+        wait_until("the end of the scan", lambda: self.scan_has_ended(window))
+        seconds = time.monotonic() - begin
+        self.desktop.activate(window)
+        self.desktop.key("ctrl+q")
+        self.assertEqual(self.ended(), 0)
+        return seconds, Content(self.library.path)
+
+    def scan_has_ended(self, window):
+        """The settings held no date of a scan at the start."""
+        title = self.desktop.title(window)
+        return title.startswith("Quavernet - letzter scan: ") and not title.endswith("-")
+
+    def kill(self):
+        self.program.kill()
+        self.program.wait()
+
+    def forget_library(self):
+        shutil.rmtree(self.library_folder, ignore_errors=True)
+
+    def test_scans(self):
+        self.folder, self.music = self.make_music("--count", str(OPTIONS.files))
+        self.quick = False
+        seconds, self.whole = self.whole_scan()
+        self.assertEqual(sorted(self.whole.rows), sorted(path.encode() for path in self.music))
+        show(f"scans: {len(self.music)} files, {seconds:.2f} s undisturbed")
+        found, self.kept = [], 0
+        for number in range(OPTIONS.count):
+            moment = self.chance.uniform(0, seconds)
+            if number % 2 == 0:
+                self.forget_library()
+            found.append(self.killed_scan(number, moment))
+            if number % 10 == 9:
+                show(f"scans: {number + 1} killed, {self.kept} times all was kept")
+        show(f"scans: {OPTIONS.count} killed; files found in the library afterwards: "
+             f"none {sum(not count for count in found)} times, some {sum(0 < count < len(self.music) for count in found)} "
+             f"times, all {sum(count == len(self.music) for count in found)} times")
+
+    def killed_scan(self, number, moment):
+        self.quick = False
+        _, begin = self.start_scan()
+        time.sleep(max(0.0, begin + moment - time.monotonic()))
+        self.kill()
+        left = Content(self.library.path)
+        with self.subTest(number=number, moment=round(moment, 4), seed=OPTIONS.seed):
+            self.assertLessEqual(left.rows.items(), self.whole.rows.items(), "rows that are not whole")
+            self.quick = number % 4 >= 2
+            _, now = self.whole_scan()
+            if self.quick:
+                # Ten known Ogg files in a row end the pass of a quick scan.
+                now.rows = {path: row for path, row in now.rows.items() if path not in self.oggs() or path in left.rows}
+                wanted = {path: row for path, row in self.whole.rows.items()
+                          if path not in self.oggs() or path in left.rows}
+                self.assertEqual(now.rows, wanted)
+            else:
+                self.assertEqual(now.rows, self.whole.rows)
+                self.assertEqual(now.lookups, self.whole.lookups)
+            self.kept += 1
+        return len(left.rows)
+
+    def oggs(self):
+        return {path for path in self.whole.rows if path.endswith(b".ogg")}
+
+    def test_first_starts(self):
+        """Killed while the library is made: the next start has a whole one."""
+        count = max(OPTIONS.count // 10, 3)
+        for _ in range(count):
+            self.forget_library()
+            self.quick = False
+            write_settings(self.home, Language="GER")
+            self.program = subprocess.Popen([os.environ["QUAVERNET_PROGRAM"]], env=self.desktop.environment,
+                                            cwd=self.home)
+            time.sleep(self.chance.uniform(0, 0.25))
+            self.kill()
+            self.start_soon()
+            wait_until("the library", lambda: self.library.values("select count(*) from Genres"))
+            self.kill()
+            self.assertEqual(Content(self.library.path).rows, {})
+            self.assertEqual(left_copies(self.library_folder), [])
+        show(f"first starts: {count} killed")
+
+
+class KilledSaveTest(unittest.TestCase):
+    """The writers of the product in a process of their own."""
+
+    def setUp(self):
+        self.chance = random.Random(OPTIONS.seed + 1)
+        self.folder = tempfile.mkdtemp(prefix="quavernet-kill-")
+        self.addCleanup(shutil.rmtree, self.folder, True)
+        self.path = os.path.join(self.folder, "a.mp3")
+
+    @staticmethod
+    def audio(size):
+        return random.Random(7).randbytes(size)
+
+    @staticmethod
+    def tag(title, padding, behind=b""):
+        """A tag of version 2.3 with this title, further frames and padding."""
+        frames = b"TIT2" + struct.pack(">I", len(title) + 1) + b"\0\0\0" + title + behind + bytes(padding)
+        size = len(frames)
+        return b"ID3\3\0\0" + bytes([size >> 21 & 127, size >> 14 & 127, size >> 7 & 127, size & 127]) + frames
+
+    @staticmethod
+    def picture(size):
+        return b"APIC" + struct.pack(">I", size) + b"\0\0" + b"\0image/jpeg\0\3\0" + b"p" * (size - 14)
+
+    def write(self, data, path=None):
+        with open(path or self.path, "wb") as file:
+            file.write(data)
+
+    def read(self, path=None):
+        with open(path or self.path, "rb") as file:
+            return file.read()
+
+    def saved(self, form, text):
+        """The file after an undisturbed save."""
+        subprocess.run([HELPER, "step", "1000000", form, self.path, text], check=False)
+        return self.read()
+
+    def forms(self):
+        """Name, writer, first content, and the two texts that are written by turns."""
+        song = self.audio(100_000)
+        short = self.tag(b"a" * 20, 200)
+        behind = self.tag(b"a" * 20, 200, self.picture(30_000))
+        v1 = b"TAG" + b"x" * 125
+        within = song + bytes(-(len(song) + 128) % PAGE) + v1  # The tag ends where a page ends.
+        over = song + bytes(-(len(song) + 64) % PAGE) + v1     # A page ends in its middle.
+        return [("v2 in place", "v2", short + song, "b" * 30, "c" * 40),
+                ("v2 over a page's end", "v2", behind + song, "b" * 30, "c" * 40),
+                ("v1 in a page", "v1", within, "b" * 30, "c" * 30),
+                ("v1 over a page's end", "v1", over, "b" * 30, "c" * 30),
+                ("v1 into a file without one", "v1", song + bytes(-(len(song) + 64) % PAGE) + bytes(128),
+                 "b" * 30, "c" * 30)]
+
+    def leave_nothing(self):
+        """What is left is no music, and the next save that copies takes it away."""
+        for name in left_copies(self.folder):
+            self.assertFalse(name.lower().endswith((".mp3", ".wav", ".ogg")))
+        other = os.path.join(self.folder, "other.mp3")
+        self.write(self.tag(b"a", 0) + self.audio(1000), other)
+        subprocess.run([HELPER, "grow", "b" * 100, other], check=True, stdout=subprocess.DEVNULL)
+        self.assertEqual(left_copies(self.folder), [])
+        os.remove(other)
+
+    def start_writer(self, *arguments):
+        writer = subprocess.Popen([HELPER, *arguments], stdout=subprocess.PIPE)
+        self.assertEqual(writer.stdout.readline(), b"ready\n")
+        return writer
+
+    def kill_soon(self, writer, longest):
+        time.sleep(self.chance.uniform(0, longest))
+        writer.kill()
+        writer.wait()
+        writer.stdout.close()
+        self.assertIn(writer.returncode, (-signal.SIGKILL, 0))
+
+    def test_saves_at_random_moments(self):
+        for name, form, first, one, two in self.forms():
+            self.write(first)
+            states = [first]
+            for text in (one, two, one):
+                states.append(self.saved(form, text))
+            self.assertEqual(len(set(states)), 3, "the same text gives the same bytes")
+            seen = []
+            for _ in range(OPTIONS.count):
+                self.write(first)
+                self.kill_soon(self.start_writer("save", form, self.path, one, two), 0.03)
+                now = self.read()
+                with self.subTest(form=name, seed=OPTIONS.seed):
+                    self.assertIn(now, states)
+                seen.append(states.index(now))
+            show(f"saves, {name}: {OPTIONS.count} killed; old file {seen.count(0)} times, one text {seen.count(1)} times, "
+                 f"the other {seen.count(2)} times; copies left {len(left_copies(self.folder))}")
+            self.leave_nothing()
+
+    def test_saves_by_a_copy_at_random_moments(self):
+        """The copy is large, so that most of the time goes into writing it."""
+        old = self.tag(b"a" * 20, 0) + self.audio(4_000_000)
+        store = os.path.join(self.folder, "store")
+        os.mkdir(store)
+        self.write(old)
+        new = self.saved("v2", "b" * 200)
+        self.assertNotEqual(new, old)
+        files = [os.path.join(store, f"{number:02}.mp3") for number in range(20)]
+        counts = {old: 0, new: 0}
+        left = 0
+        for _ in range(OPTIONS.count):
+            self.write(old)
+            for path in files:  # A save by a copy leaves the other names of the old file alone.
+                if os.path.exists(path):
+                    os.remove(path)
+                os.link(self.path, path)
+            self.kill_soon(self.start_writer("grow", "b" * 200, *files), 0.1)
+            with self.subTest(seed=OPTIONS.seed):
+                for path in files:
+                    now = self.read(path)
+                    self.assertIn(now, counts)
+                    counts[now] += 1
+            left += len(left_copies(store))
+        show(f"saves, v2 by a copy: {OPTIONS.count} killed; of {OPTIONS.count * len(files)} files {counts[old]} were old, "
+             f"{counts[new]} new; copies left {left}")
+        shutil.rmtree(store)
+        self.leave_nothing()
+
+    def test_each_system_call(self):
+        """Stopped before and behind each call in turn, and killed there."""
+        grow = ("v2 by a copy", "v2", self.tag(b"a" * 20, 0) + self.audio(3_000_000), "b" * 200, "")
+        for name, form, first, text, _ in [*self.forms(), grow]:
+            self.write(first)
+            new = self.saved(form, text)
+            stops, changed, left = 0, 0, 0
+            while True:
+                self.write(first)
+                stops += 1
+                code = subprocess.run([HELPER, "step", str(stops), form, self.path, text]).returncode
+                self.assertIn(code, (0, 7))
+                now = self.read()
+                with self.subTest(form=name, call=stops):
+                    self.assertIn(now, (first, new))
+                changed += now == new
+                left = max(left, len(left_copies(self.folder)))
+                if code == 7:
+                    break
+            self.assertEqual(self.read(), new)
+            self.assertGreater(stops, 10)
+            show(f"saves, {name}: killed at each of {stops - 1} stops; new file behind {changed - 1} of them; "
+                 f"copies left at once at most {left}")
+            self.leave_nothing()
+
+    def test_each_system_call_of_a_whole_copy(self):
+        """As the library is made from its template."""
+        source = os.path.join(self.folder, "source")
+        self.write(self.audio(200_000), source)
+        stops = 0
+        while True:
+            if os.path.exists(self.path):
+                os.remove(self.path)
+            stops += 1
+            code = subprocess.run([HELPER, "step", str(stops), "copy", self.path, source]).returncode
+            with self.subTest(call=stops):
+                self.assertIn(code, (0, 7))
+                if os.path.exists(self.path):
+                    self.assertEqual(self.read(), self.read(source))
+            if code == 7:
+                break
+        self.assertTrue(os.path.exists(self.path))
+        show(f"whole copies: killed at each of {stops - 1} stops")
+        self.leave_nothing()
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--count", type=int, default=200, help="kills of each kind (200)")
+    parser.add_argument("--files", type=int, default=8000, help="files of a scan (8000)")
+    parser.add_argument("--seed", type=int, default=2026, help="of the random moments (2026)")
+    parser.add_argument("tests", nargs="*", help="names of test cases (all)")
+    parser.parse_args(namespace=OPTIONS)
+    show(f"kill: seed {OPTIONS.seed}, {OPTIONS.count} kills of each kind")
+    unittest.main(argv=[sys.argv[0], *OPTIONS.tests])
+
+
+if __name__ == "__main__":
+    main()
