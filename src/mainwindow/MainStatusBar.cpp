@@ -138,7 +138,8 @@ bool MainStatusBar::event(QEvent* event) {
         const auto rects = PanelRects();
         for (std::size_t i = 0; i < rects.size(); ++i) {
             if (rects[i].contains(help->pos())) {
-                QToolTip::showText(help->globalPos(), ToolTip(static_cast<Panel>(i)), this, rects[i]);
+                const QString text = PlainToolTip(ToolTip(static_cast<Panel>(i)));
+                QToolTip::showText(help->globalPos(), text, this, rects[i]);
             }
         }
         return true;

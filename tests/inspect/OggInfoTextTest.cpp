@@ -259,7 +259,7 @@ TEST(OggInfoTextTest, TheDetailsFailWithTheErrorOfTheLine) {
 }
 
 TEST(OggInfoTextTest, ANulInAPathStandsForALineEnd) {
-    const auto files = ReadOggInfo(std::string("Processing file \"/m/a\0b.ogg\"...\n\tTITLE=t\n", 38));
+    const auto files = ReadOggInfo(std::string("Processing file \"/m/a\0b.ogg\"...\n\tTITLE=t\n", 41));
     ASSERT_EQ(files.size(), 1U);
     EXPECT_EQ(files[0].path, "/m/a\nb.ogg");
     EXPECT_EQ(files[0].name, "a\nb.ogg");
