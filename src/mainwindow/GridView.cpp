@@ -135,7 +135,7 @@ void GridView::mousePressEvent(QMouseEvent* event) {
 void GridView::mouseMoveEvent(QMouseEvent* event) {
     const GridHover hover = m_selection.MouseMove(MouseRow(event->pos()), event->buttons() == Qt::LeftButton);
     if (hover.ToolTip) {
-        setToolTip(PlainToolTip(ToQString(*hover.ToolTip)));
+        setToolTip(ToQString(*hover.ToolTip));
     }
     emit MouseMoved();
     const int distance = (event->globalPosition().toPoint() - m_pressPosition).manhattanLength();

@@ -138,8 +138,7 @@ bool MainStatusBar::event(QEvent* event) {
         const auto rects = PanelRects();
         for (std::size_t i = 0; i < rects.size(); ++i) {
             if (rects[i].contains(help->pos())) {
-                const QString text = PlainToolTip(ToolTip(static_cast<Panel>(i)));
-                QToolTip::showText(help->globalPos(), text, this, rects[i]);
+                QToolTip::showText(help->globalPos(), ToolTip(static_cast<Panel>(i)), this, rects[i]);
             }
         }
         return true;
