@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QString>
-#include <QTextDocument>
 
 #include <string>
 #include <string_view>
