@@ -3,7 +3,6 @@
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
-#include <QTextDocument>
 #include <QToolTip>
 #include <QWheelEvent>
 
@@ -151,25 +150,6 @@ TEST_F(GridTest, TheToolTipIsTheFilesNameOnDisk) {
     QHelpEvent help(QEvent::ToolTip, place, Grid().viewport()->mapToGlobal(place));
     QCoreApplication::sendEvent(Grid().viewport(), &help);
     EXPECT_EQ(FromQString(QToolTip::text()), "Title 101.mp3");
-}
-
-TEST_F(GridTest, ANameThatLooksLikeMarkupIsShownAsItStands) {
-    AddFile("Performer", "<b>bold<img src=x>");
-    Start();
-    const QPoint place = CellCentre(1);
-    MoveMouse(place);
-    QHelpEvent help(QEvent::ToolTip, place, Grid().viewport()->mapToGlobal(place));
-    QCoreApplication::sendEvent(Grid().viewport(), &help);
-    QTextDocument shown;
-    shown.setHtml(QToolTip::text());
-    EXPECT_EQ(FromQString(shown.toPlainText()), "<b>bold<img src=x>.mp3");
-
-    QWidget& status = Form().Panes().Status();
-    Form().Panes().Status().SetText(Panel::Scanning, "Scanning... /m/<i>x.mp3");
-    QHelpEvent statusHelp(QEvent::ToolTip, QPoint(5, 5), status.mapToGlobal(QPoint(5, 5)));
-    QCoreApplication::sendEvent(&status, &statusHelp);
-    shown.setHtml(QToolTip::text());
-    EXPECT_EQ(FromQString(shown.toPlainText()), "Scanning... /m/<i>x.mp3");
 }
 
 TEST_F(GridTest, ADoubleClickOpensTheFileInTheSystemsPlayerAndCountsIt) {

@@ -95,7 +95,7 @@ TEST(LookupCacheTest, ItNeverGrowsBeyondItsSlots) {
 const std::string PerformerA = "Select Inter_id from Interpret where Interpret = 'A'";
 
 /// A second connection to the library of the test: another running program, as far as the engine can tell.
-class TwoProgramsTest : public LibraryTest {
+class LookupsOfTwoProgramsTest : public LibraryTest {
 protected:
     void OtherExecute(const std::string& statement) {
         m_other->Execute(statement);
@@ -122,7 +122,7 @@ protected:
     std::unique_ptr<ADODB::Connection> m_other = OpenLibrary(libraryPath);
 };
 
-TEST_F(TwoProgramsTest, EveryCommitOfAnotherProgramIsSeenByTheNextLookup) {
+TEST_F(LookupsOfTwoProgramsTest, EveryCommitOfAnotherProgramIsSeenByTheNextLookup) {
     EXPECT_EQ(Asked(PerformerA), "no row");
     OtherExecute("Insert into Interpret (Interpret) values ('A')");
     EXPECT_EQ(Asked(PerformerA), "1");
@@ -134,7 +134,7 @@ TEST_F(TwoProgramsTest, EveryCommitOfAnotherProgramIsSeenByTheNextLookup) {
     EXPECT_EQ(Asked(PerformerA), "1");
 }
 
-TEST_F(TwoProgramsTest, ALongRunOfCommitsAndLookupsNeverGivesAnOldAnswer) {
+TEST_F(LookupsOfTwoProgramsTest, ALongRunOfCommitsAndLookupsNeverGivesAnOldAnswer) {
     Execute("Insert into Interpret (Interpret) values ('A')");
     Connection().Commit();
     for (int i = 2; i < 400; ++i) {
@@ -143,7 +143,7 @@ TEST_F(TwoProgramsTest, ALongRunOfCommitsAndLookupsNeverGivesAnOldAnswer) {
     }
 }
 
-TEST_F(TwoProgramsTest, CommitsAreSeenAcrossCheckpointsThatBeginTheLogAnew) {
+TEST_F(LookupsOfTwoProgramsTest, CommitsAreSeenAcrossCheckpointsThatBeginTheLogAnew) {
     Execute("Insert into Interpret (Interpret) values ('A')");
     Connection().Commit();
     for (int i = 2; i < 60; ++i) {
@@ -157,7 +157,7 @@ TEST_F(TwoProgramsTest, CommitsAreSeenAcrossCheckpointsThatBeginTheLogAnew) {
     }
 }
 
-TEST_F(TwoProgramsTest, WritesOfAnotherProcessAreSeen) {
+TEST_F(LookupsOfTwoProgramsTest, WritesOfAnotherProcessAreSeen) {
     EXPECT_EQ(Asked(PerformerA), "no row");
     m_other.reset();
     const pid_t child = ::fork();
@@ -177,7 +177,7 @@ TEST_F(TwoProgramsTest, WritesOfAnotherProcessAreSeen) {
     EXPECT_EQ(Asked(PerformerA), "1");
 }
 
-TEST_F(TwoProgramsTest, OwnWritesAreSeenByTheNextLookup) {
+TEST_F(LookupsOfTwoProgramsTest, OwnWritesAreSeenByTheNextLookup) {
     EXPECT_EQ(Asked(PerformerA), "no row");
     Execute("Insert into Interpret (Interpret) values ('A')");
     EXPECT_EQ(Asked(PerformerA), "1");
@@ -195,7 +195,7 @@ TEST_F(TwoProgramsTest, OwnWritesAreSeenByTheNextLookup) {
     EXPECT_EQ(Asked(PerformerA), "no row");
 }
 
-TEST_F(TwoProgramsTest, AFailingWriteLeavesTheAnswersRight) {
+TEST_F(LookupsOfTwoProgramsTest, AFailingWriteLeavesTheAnswersRight) {
     Execute("Insert into Interpret (Interpret) values ('A')");
     EXPECT_EQ(Asked(PerformerA), "1");
     EXPECT_THROW(Execute("Insert into Interpret (Inter_id, Interpret) values (1, 'again')"), RuntimeError);
@@ -204,7 +204,7 @@ TEST_F(TwoProgramsTest, AFailingWriteLeavesTheAnswersRight) {
     EXPECT_EQ(Asked(PerformerA), "1");
 }
 
-TEST_F(TwoProgramsTest, BetweenTwoGatheredRunsOfWritesTheOtherOnesAreSeen) {
+TEST_F(LookupsOfTwoProgramsTest, BetweenTwoGatheredRunsOfWritesTheOtherOnesAreSeen) {
     for (int i = 1; i < 40; ++i) {
         const std::string number = std::to_string(i);
         Execute("Insert into Titel (Name) values ('own " + number + "')");
@@ -218,7 +218,7 @@ TEST_F(TwoProgramsTest, BetweenTwoGatheredRunsOfWritesTheOtherOnesAreSeen) {
     }
 }
 
-TEST_F(TwoProgramsTest, TriggersOfTheLibraryCountAsWrites) {
+TEST_F(LookupsOfTwoProgramsTest, TriggersOfTheLibraryCountAsWrites) {
     {
         const auto library = sqlite::OpenLibraryFile(libraryPath);
         sqlite::RunInternal(
@@ -234,7 +234,7 @@ TEST_F(TwoProgramsTest, TriggersOfTheLibraryCountAsWrites) {
 }
 
 // Statements that were prepared before the change rest on another table since.
-TEST_F(TwoProgramsTest, ATableThatAnotherProgramHasTurnedIntoAViewIsFollowed) {
+TEST_F(LookupsOfTwoProgramsTest, ATableThatAnotherProgramHasTurnedIntoAViewIsFollowed) {
     const std::string drive = "Select Drive_id from Drive where Drive = 'A'";
     Execute("Insert into Drive (Drive) values ('A')");
     EXPECT_EQ(Asked(drive), "1");
@@ -252,7 +252,7 @@ TEST_F(TwoProgramsTest, ATableThatAnotherProgramHasTurnedIntoAViewIsFollowed) {
     EXPECT_EQ(Asked(drive), "no row");
 }
 
-TEST_F(TwoProgramsTest, AResultThatDependsOnMoreThanTablesIsAskedAnew) {
+TEST_F(LookupsOfTwoProgramsTest, AResultThatDependsOnMoreThanTablesIsAskedAnew) {
     Execute("Insert into Interpret (Interpret) values ('A')");
     const std::string statement = "Select random() from Interpret where Interpret = 'A'";
     Value(statement);
@@ -260,7 +260,7 @@ TEST_F(TwoProgramsTest, AResultThatDependsOnMoreThanTablesIsAskedAnew) {
     EXPECT_NE(Value(statement), second);
 }
 
-TEST_F(TwoProgramsTest, AfterACommitNoReadHoldsTheLog) {
+TEST_F(LookupsOfTwoProgramsTest, AfterACommitNoReadHoldsTheLog) {
     Execute("Insert into Interpret (Interpret) values ('A')");
     Connection().Commit();
     EXPECT_EQ(Asked(PerformerA), "1");
@@ -271,7 +271,7 @@ TEST_F(TwoProgramsTest, AfterACommitNoReadHoldsTheLog) {
     EXPECT_EQ(Asked(PerformerA), "1");
 }
 
-TEST_F(TwoProgramsTest, AHeldReadStopsNoWriterAndIsNoTransactionOfOurs) {
+TEST_F(LookupsOfTwoProgramsTest, AHeldReadStopsNoWriterAndIsNoTransactionOfOurs) {
     EXPECT_EQ(Asked(PerformerA), "no row");
     m_other->Query("Pragma busy_timeout = 0");
     EXPECT_NO_THROW(OtherExecute("Insert into Titel (Name) values ('other')"));
@@ -282,7 +282,7 @@ TEST_F(TwoProgramsTest, AHeldReadStopsNoWriterAndIsNoTransactionOfOurs) {
     EXPECT_EQ(Rows("Select Name from Titel"), (Texts{"other", "own", "late"}));
 }
 
-TEST_F(TwoProgramsTest, AStateIsTheSameUntilSomebodyCommits) {
+TEST_F(LookupsOfTwoProgramsTest, AStateIsTheSameUntilSomebodyCommits) {
     const auto library = sqlite::OpenLibraryFile(libraryPath);
     sqlite::ReadSnapshot snapshot;
     snapshot.Attach(library.handle.get());
@@ -301,7 +301,7 @@ TEST_F(TwoProgramsTest, AStateIsTheSameUntilSomebodyCommits) {
 
 // Both programs write and look up in an order of chance. The spelling of each control question is new, so
 // that its answer is read; a third connection, opened for it, tells what stands in the file.
-TEST_F(TwoProgramsTest, WhateverTheOrderOfWritesAndCommitsTheAnswersAreThoseOfTheTables) {
+TEST_F(LookupsOfTwoProgramsTest, WhateverTheOrderOfWritesAndCommitsTheAnswersAreThoseOfTheTables) {
     std::mt19937 chance(20261121);
     const auto upTo = [&](unsigned count) { return chance() % count; };
     const auto write = [&](ADODB::Connection& connection) {
