@@ -6,6 +6,7 @@
 #include "platform/sqlite/SqliteError.h"
 #include "support/TestLibrary.h"
 
+#include <algorithm>
 #include <random>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -297,6 +298,58 @@ TEST_F(LookupsOfTwoProgramsTest, AStateIsTheSameUntilSomebodyCommits) {
     snapshot.Release();
     EXPECT_TRUE(snapshot.Renew());
     snapshot.Release();
+}
+
+/// Notes the statements that the engine runs on every connection that is opened while one lives.
+class EngineStatements {
+public:
+    EngineStatements() {
+        texts.clear();
+        sqlite3_auto_extension(reinterpret_cast<void (*)()>(&EngineStatements::Watch));
+    }
+    ~EngineStatements() { sqlite3_reset_auto_extension(); }
+    EngineStatements(const EngineStatements&) = delete;
+    EngineStatements& operator=(const EngineStatements&) = delete;
+
+    static long CountOf(const std::string& start) {
+        return std::count_if(texts.begin(), texts.end(),
+                             [&](const std::string& text) { return text.starts_with(start); });
+    }
+
+private:
+    static int Watch(sqlite3* database, const char**, const void*) {
+        return sqlite3_trace_v2(database, SQLITE_TRACE_STMT, &EngineStatements::Note, nullptr);
+    }
+    static int Note(unsigned, void*, void*, void* text) {
+        texts.emplace_back(static_cast<const char*>(text));
+        return 0;
+    }
+
+    inline static std::vector<std::string> texts;
+};
+
+TEST_F(LookupsOfTwoProgramsTest, TheEngineAnswersALookupOnceUntilSomebodyWritesToItsTable) {
+    const EngineStatements statements;
+    const auto connection = OpenLibrary(libraryPath);
+    const std::string lookup = "Select Inter_id from Interpret where Interpret = ";
+    const auto ask = [&] { return RowTextsOf(*connection, lookup + "'A'"); };
+    connection->Execute("Insert into Interpret (Interpret) values ('A')");
+    for (int i = 0; i < 3; ++i) { // In the midst of gathered writes.
+        EXPECT_EQ(ask(), Texts{"1"});
+        connection->Execute("Insert into Titel (Name) values ('x')");
+    }
+    EXPECT_EQ(statements.CountOf(lookup), 1);
+    connection->Commit();
+    for (int i = 0; i < 3; ++i) { // In a run of lookups alone.
+        EXPECT_EQ(ask(), Texts{"1"});
+    }
+    EXPECT_EQ(statements.CountOf(lookup), 2);
+    OtherExecute("Insert into Titel (Name) values ('y')");
+    EXPECT_EQ(ask(), Texts{"1"});
+    EXPECT_EQ(statements.CountOf(lookup), 3);
+    connection->Execute("Update Interpret Set Interpret = 'a'");
+    EXPECT_EQ(ask(), Texts{"1"});
+    EXPECT_EQ(statements.CountOf(lookup), 4);
 }
 
 // Both programs write and look up in an order of chance. The spelling of each control question is new, so
