@@ -7,6 +7,7 @@
 #include "support/TestLibrary.h"
 
 #include <algorithm>
+#include <chrono>
 #include <random>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -152,7 +153,8 @@ TEST_F(LookupsOfTwoProgramsTest, CommitsAreSeenAcrossCheckpointsThatBeginTheLogA
         if (i % 3 == 0) {
             Connection().Commit();
         }
-        EXPECT_EQ(EmptyLog(), i % 3 == 0) << "a state that is held keeps the log";
+        const bool empty = EmptyLog();
+        EXPECT_TRUE(empty || i % 3 != 0) << "a state is held after a commit";
         EXPECT_EQ(Asked(PerformerA), std::to_string(i - 1));
         OtherExecute("Update Interpret Set Inter_id = " + std::to_string(i) + " where Interpret = 'A'");
     }
@@ -285,7 +287,7 @@ TEST_F(LookupsOfTwoProgramsTest, AHeldReadStopsNoWriterAndIsNoTransactionOfOurs)
 
 TEST_F(LookupsOfTwoProgramsTest, AStateIsTheSameUntilSomebodyCommits) {
     const auto library = sqlite::OpenLibraryFile(libraryPath);
-    sqlite::ReadSnapshot snapshot;
+    sqlite::ReadSnapshot snapshot(std::chrono::seconds(0));
     snapshot.Attach(library.handle.get());
     EXPECT_TRUE(snapshot.Renew());
     EXPECT_FALSE(snapshot.Renew());
@@ -298,6 +300,20 @@ TEST_F(LookupsOfTwoProgramsTest, AStateIsTheSameUntilSomebodyCommits) {
     snapshot.Release();
     EXPECT_TRUE(snapshot.Renew());
     snapshot.Release();
+}
+
+TEST_F(LookupsOfTwoProgramsTest, WhileAnotherProgramWritesNoStateIsHeldThatLetsItsLogGrow) {
+    const auto library = sqlite::OpenLibraryFile(libraryPath);
+    sqlite::ReadSnapshot snapshot(std::chrono::hours(1));
+    snapshot.Attach(library.handle.get());
+    EXPECT_TRUE(snapshot.Renew());
+    EXPECT_FALSE(snapshot.Renew());
+    const std::string longText(3000, 'x');
+    for (int i = 0; i < 1500; ++i) {
+        OtherExecute("Insert into Titel (Name) values ('" + std::to_string(i) + longText + "')");
+        EXPECT_TRUE(snapshot.Renew());
+    }
+    EXPECT_LT(std::filesystem::file_size(libraryPath + "-wal"), 8'000'000u); // Twice what the engine lets it.
 }
 
 /// Notes the statements that the engine runs on every connection that is opened while one lives.

@@ -39,8 +39,12 @@ bool ReadSnapshot::Renew() {
     if (m_held && IsCurrent()) {
         return false;
     }
+    const Clock::time_point now = Clock::now();
+    if (m_held) {
+        m_pauseEnds = now + m_pause;
+    }
     Release();
-    m_held = Take();
+    m_held = now >= m_pauseEnds && Take();
     return true;
 }
 
