@@ -41,6 +41,7 @@ std::string ReasonText(const LibraryError& error) {
 // A library that is sound but can't be had right now must not be given up for an older copy.
 bool IsContentInDoubt(LibraryFault fault) {
     switch (fault) {
+    case LibraryFault::Newer:
     case LibraryFault::Locked:
     case LibraryFault::FileReadOnly:
     case LibraryFault::FolderReadOnly:
