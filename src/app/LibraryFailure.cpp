@@ -79,9 +79,10 @@ std::string CopiesText(const LibraryError& error) {
 
 std::string LibraryFailureText(const LibraryError& error) {
     std::string text = ReasonText(error);
-    if (!error.Path().empty()) {
-        text += "\n" + LoadResString(768) + error.Path();
+    if (error.Path().empty()) {
+        return text; // There is no place yet beside which copies could lie.
     }
+    text += "\n" + LoadResString(768) + error.Path();
     if (IsContentInDoubt(error.Fault())) {
         text += CopiesText(error);
     }

@@ -108,6 +108,15 @@ TEST_F(LibraryFailureTest, ASoundLibraryIsNotToBeGivenUpForAnOlderCopy) {
     }
 }
 
+TEST_F(LibraryFailureTest, WithoutAPathNoCopiesAreLookedFor) {
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
+    path.clear();
+    AddCopy(1, 20); // In the folder that the program happens to be in.
+    EXPECT_EQ(Text(LibraryFault::Other), "Der Grund: reason of the engine");
+    std::filesystem::current_path(before);
+}
+
 TEST_F(LibraryFailureTest, AFolderInACopysPlaceIsNoCopy) {
     std::filesystem::create_directory(BackupPath(path, 1));
     EXPECT_TRUE(Text(LibraryFault::Damaged).ends_with("Sicherungskopien liegen nicht daneben."));
