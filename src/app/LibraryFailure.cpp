@@ -41,6 +41,7 @@ std::string ReasonText(const LibraryError& error) {
 // A library that is sound but can't be had right now must not be given up for an older copy.
 bool IsContentInDoubt(LibraryFault fault) {
     switch (fault) {
+    case LibraryFault::Newer:
     case LibraryFault::Locked:
     case LibraryFault::FileReadOnly:
     case LibraryFault::FolderReadOnly:
@@ -78,9 +79,10 @@ std::string CopiesText(const LibraryError& error) {
 
 std::string LibraryFailureText(const LibraryError& error) {
     std::string text = ReasonText(error);
-    if (!error.Path().empty()) {
-        text += "\n" + LoadResString(768) + error.Path();
+    if (error.Path().empty()) {
+        return text; // There is no place yet beside which copies could lie.
     }
+    text += "\n" + LoadResString(768) + error.Path();
     if (IsContentInDoubt(error.Fault())) {
         text += CopiesText(error);
     }

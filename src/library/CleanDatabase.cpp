@@ -64,11 +64,18 @@ void RemoveFile(const std::string& path, const std::string& fileId) {
 void RemoveMissingFiles() {
     ADODB::Recordset files;
     files.Open("Select Path, File_id from Files", *mainModule.Connection);
+    bool committed = false;
     if (files.RecordCount() > 0) {
         for (files.MoveFirst(); !files.Eof(); files.MoveNext()) {
             const std::string path = files.Fields(0).Text();
             if (!services.fileSystem->FileExists(path)) {
                 RemoveFile(path, files.Fields(1).Text());
+                committed = false;
+            } else if (!committed) {
+                // A slow volume may show one existing file after the other for minutes, without a statement:
+                // nobody is to wait for us meanwhile.
+                mainModule.Connection->Commit();
+                committed = true;
             }
         }
     }

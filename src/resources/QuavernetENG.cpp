@@ -328,12 +328,13 @@ constexpr clsResources::Entry Entries[] = {
     {755, "not readable: "},
     {756, "Another program keeps the database locked. Close it, then try again."},
     {757, "The database is damaged."},
-    {758, "The database was made by a newer version of Quavernet."},
+    {758, "The database was made by a newer version of Quavernet. Open it with that version."},
     {759, "The file in the database's place is not a Quavernet database."},
     {760, "The database is write-protected, or you have no right to change it."},
     {761, "The folder of the database is write-protected, or you have no right to write in it."},
     {762, "There is a folder in the database's place."},
-    {763, "What stands in the database's place is not a plain file, or a link that leads nowhere."},
+    {763,
+     "In the database's place there is a link that leads nowhere, or something other than a plain file."},
     {764, "The database is not there."},
     {765, "There is no space left on the disk. Make space, then repeat the last step."},
     {766, "The disk reports an error while reading or writing."},
@@ -342,7 +343,8 @@ constexpr clsResources::Entry Entries[] = {
     {769, "There are backup copies beside it, the newest first:"},
     {770,
      "To put one back: move the database, together with the files of the same name ending in \"-wal\" and "
-     "\"-shm\", to another folder. Then copy the backup copy and give that copy the name of the database."},
+     "\"-shm\" if there are any, to another folder. Then copy the backup copy and give that copy the name of "
+     "the database."},
     {771, "There are no backup copies beside it."},
     {772, "No backup copy of the database: "},
 };

@@ -330,13 +330,13 @@ constexpr clsResources::Entry Entries[] = {
     {756, "Ein anderes Programm hält die Datenbank gesperrt. Beenden Sie es, und versuchen Sie es dann noch "
           "einmal."},
     {757, "Die Datenbank ist beschädigt."},
-    {758, "Die Datenbank stammt von einer neueren Version von Quavernet."},
+    {758, "Die Datenbank stammt von einer neueren Version von Quavernet. Öffnen Sie sie mit dieser Version."},
     {759, "An der Stelle der Datenbank liegt eine Datei, die keine Datenbank von Quavernet ist."},
     {760, "Die Datenbank ist schreibgeschützt, oder Ihnen fehlt das Recht, sie zu ändern."},
     {761, "Der Ordner der Datenbank ist schreibgeschützt, oder Ihnen fehlt das Recht, darin zu schreiben."},
     {762, "An der Stelle der Datenbank liegt ein Ordner."},
-    {763,
-     "An der Stelle der Datenbank liegt keine gewöhnliche Datei, oder eine Verknüpfung, deren Ziel fehlt."},
+    {763, "An der Stelle der Datenbank liegt eine Verknüpfung, deren Ziel fehlt, oder etwas anderes als eine "
+          "gewöhnliche Datei."},
     {764, "Die Datenbank ist nicht vorhanden."},
     {765, "Auf dem Datenträger ist kein Platz mehr. Schaffen Sie Platz, und wiederholen Sie dann den letzten "
           "Schritt."},
@@ -345,7 +345,8 @@ constexpr clsResources::Entry Entries[] = {
     {768, "Datenbank: "},
     {769, "Daneben liegen Sicherungskopien, die neueste zuerst:"},
     {770, "So holen Sie eine davon zurück: Verschieben Sie die Datenbank, zusammen mit den gleichnamigen "
-          "Dateien auf „-wal“ und „-shm“, in einen anderen Ordner. Kopieren Sie dann die Sicherungskopie, "
+          "Dateien auf „-wal“ und „-shm“, falls es sie gibt, in einen anderen Ordner. Kopieren Sie dann die "
+          "Sicherungskopie, "
           "und geben Sie der Kopie den Namen der Datenbank."},
     {771, "Sicherungskopien liegen nicht daneben."},
     {772, "Keine Sicherungskopie der Datenbank: "},

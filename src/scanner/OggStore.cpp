@@ -93,19 +93,19 @@ std::string DriveKey(const OggRecord& record) {
                         "Select Max(Drive_id) from Drive");
 }
 
-/// A file that tells no bit rate fails here.
-std::string QualityKey(const OggRecord& record) {
-    return FindOrInsert("Select Quality_id from Quality where Quality = " + record.quality,
-                        "Insert Into Quality (Quality) values (" + record.quality + ")",
-                        "Select Max(Quality_id) from Quality");
+/// A value that stands in a statement as a bare number. It is read from a line that a comment of the file can
+/// imitate: a comment "x=Nominal bitrate: ..." brings any text here. One that is no number fails where its
+/// statement would: the rows that were made before stay.
+std::string Number(const std::string& value) {
+    return std::string(SqlNumber(value));
 }
 
-/// The values that stand in statements as bare numbers. They are read from lines that a comment of the file
-/// can imitate: a comment "x=Nominal bitrate: ..." brings any text here.
-void RefuseWhatIsNoNumber(const OggRecord& record) {
-    for (const std::string* text : {&record.quality, &record.size, &record.length}) {
-        SqlNumber(*text);
-    }
+/// A file that tells no bit rate fails here.
+std::string QualityKey(const OggRecord& record) {
+    const std::string quality = Number(record.quality);
+    return FindOrInsert("Select Quality_id from Quality where Quality = " + quality,
+                        "Insert Into Quality (Quality) values (" + quality + ")",
+                        "Select Max(Quality_id) from Quality");
 }
 
 std::string AlbumKey(OggRecord& record) {
@@ -129,15 +129,15 @@ std::string InsertStatement(const OggRecord& record, const LookupKeys& keys) {
     return "Insert into Files (Title_id, Inter_id, Name, Path, Sizeinbytes, DateLastModified, "
            "Drive_id, Quality_id, Length, Extension_id, Genre_id, Album_id) values (" +
            keys.Title_id + ", " + keys.Inter_id + ", '" + record.name + "', '" + record.path + "', " +
-           record.size + ", '" + record.date + "', " + keys.Drive_id + ", " + keys.Quality_id + ", " +
-           record.length + ", 3, " + keys.Genre_id + ", " + keys.Album_id + ")";
+           Number(record.size) + ", '" + record.date + "', " + keys.Drive_id + ", " + keys.Quality_id + ", " +
+           Number(record.length) + ", 3, " + keys.Genre_id + ", " + keys.Album_id + ")";
 }
 
 std::string UpdateStatement(const OggRecord& record, const LookupKeys& keys) {
     return "Update Files set Title_id = " + keys.Title_id + ", Inter_id = " + keys.Inter_id + ", Name = '" +
-           record.name + "',Path = '" + record.path + "',Sizeinbytes = " + record.size +
+           record.name + "',Path = '" + record.path + "',Sizeinbytes = " + Number(record.size) +
            ",DateLastModified = '" + record.date + "', Drive_id = " + keys.Drive_id +
-           ",Quality_id = " + keys.Quality_id + ",Length = " + record.length +
+           ",Quality_id = " + keys.Quality_id + ",Length = " + Number(record.length) +
            ",Extension_id = 3,Genre_id = " + keys.Genre_id + ",Album_id = " + keys.Album_id +
            " where Path = '" + record.path + "'";
 }
@@ -155,7 +155,6 @@ OggNames OggTagsFromFileName(const std::string& path) {
 }
 
 void StoreOggRecord(OggRecord& record, SavedLog& log) {
-    RefuseWhatIsNoNumber(record);
     // The highest key is the new row's own only while nobody else inserts.
     const ADODB::Undisturbed undisturbed(*mainModule.Connection);
     FillNames(record);

@@ -49,6 +49,8 @@ TEST_F(LibraryFailureTest, EachReasonHasItsSentence) {
     const std::map<LibraryFault, std::string> sentences{
         {LibraryFault::Locked, "Ein anderes Programm hält die Datenbank gesperrt. Beenden Sie es, und "
                                "versuchen Sie es dann noch einmal."},
+        {LibraryFault::Newer,
+         "Die Datenbank stammt von einer neueren Version von Quavernet. Öffnen Sie sie mit dieser Version."},
         {LibraryFault::FileReadOnly,
          "Die Datenbank ist schreibgeschützt, oder Ihnen fehlt das Recht, sie zu ändern."},
         {LibraryFault::FolderReadOnly,
@@ -63,12 +65,11 @@ TEST_F(LibraryFailureTest, EachReasonHasItsSentence) {
     }
     const std::map<LibraryFault, std::string> doubts{
         {LibraryFault::Damaged, "Die Datenbank ist beschädigt."},
-        {LibraryFault::Newer, "Die Datenbank stammt von einer neueren Version von Quavernet."},
         {LibraryFault::NoLibrary,
          "An der Stelle der Datenbank liegt eine Datei, die keine Datenbank von Quavernet ist."},
         {LibraryFault::Folder, "An der Stelle der Datenbank liegt ein Ordner."},
-        {LibraryFault::NoPlainFile, "An der Stelle der Datenbank liegt keine gewöhnliche Datei, oder eine "
-                                    "Verknüpfung, deren Ziel fehlt."},
+        {LibraryFault::NoPlainFile, "An der Stelle der Datenbank liegt eine Verknüpfung, deren Ziel "
+                                    "fehlt, oder etwas anderes als eine gewöhnliche Datei."},
         {LibraryFault::Missing, "Die Datenbank ist nicht vorhanden."},
     };
     for (const auto& [fault, sentence] : doubts) {
@@ -85,24 +86,35 @@ TEST_F(LibraryFailureTest, CopiesAreNamedWithTheirDatesTheNewestFirst) {
               "Die Datenbank ist beschädigt.\nDatenbank: " + path +
                   "\n\nDaneben liegen Sicherungskopien, die neueste zuerst:" + lines +
                   "So holen Sie eine davon zurück: Verschieben Sie die Datenbank, zusammen mit den "
-                  "gleichnamigen Dateien auf „-wal“ und „-shm“, in einen anderen Ordner. Kopieren Sie dann "
+                  "gleichnamigen Dateien auf „-wal“ und „-shm“, falls es sie gibt, in einen anderen Ordner. "
+                  "Kopieren Sie dann "
                   "die Sicherungskopie, und geben Sie der Kopie den Namen der Datenbank.");
     settings.values["Language"] = "ENG";
     EXPECT_EQ(Text(LibraryFault::NoLibrary),
               "The file in the database's place is not a Quavernet database.\nDatabase: " + path +
                   "\n\nThere are backup copies beside it, the newest first:" + lines +
                   "To put one back: move the database, together with the files of the same name ending in "
-                  "\"-wal\" and \"-shm\", to another folder. Then copy the backup copy and give that copy "
+                  "\"-wal\" and \"-shm\" if there are any, to another folder. Then copy the backup copy and "
+                  "give that copy "
                   "the name of the database.");
 }
 
 TEST_F(LibraryFailureTest, ASoundLibraryIsNotToBeGivenUpForAnOlderCopy) {
     AddCopy(1, 20);
     for (const LibraryFault fault :
-         {LibraryFault::Locked, LibraryFault::FileReadOnly, LibraryFault::FolderReadOnly,
+         {LibraryFault::Newer, LibraryFault::Locked, LibraryFault::FileReadOnly, LibraryFault::FolderReadOnly,
           LibraryFault::DiskFull, LibraryFault::Device}) {
         EXPECT_EQ(Text(fault).find("backup"), std::string::npos);
     }
+}
+
+TEST_F(LibraryFailureTest, WithoutAPathNoCopiesAreLookedFor) {
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
+    path.clear();
+    AddCopy(1, 20); // In the folder that the program happens to be in.
+    EXPECT_EQ(Text(LibraryFault::Other), "Der Grund: reason of the engine");
+    std::filesystem::current_path(before);
 }
 
 TEST_F(LibraryFailureTest, AFolderInACopysPlaceIsNoCopy) {

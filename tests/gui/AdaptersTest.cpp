@@ -3,6 +3,7 @@
 #include "support/FileSizeLimit.h"
 #include "support/HostileTexts.h"
 
+#include "app/LoadResString.h"
 #include "app/Registry.h"
 #include "platform/qt/DialogLanguage.h"
 #include "platform/qt/QtDialogs.h"
@@ -188,6 +189,31 @@ TEST_F(AdaptersTest, TheSecondTextOfABoxIsPlainAndCanBeCopied) {
     EXPECT_EQ(FromQString(details), "/home/<b>anna</b>/x.db");
     EXPECT_EQ(format, Qt::PlainText);
     EXPECT_TRUE(selectable);
+}
+
+TEST_F(AdaptersTest, ALongSecondTextOfABoxIsSeenWhole) {
+    QtMsgBox boxes;
+    const std::string sentence = LoadResString(770);
+    std::string path; // Long, and without a blank at which a line could end.
+    for (int i = 0; i < 8; ++i) {
+        path += "/AFolderWithALongNameOfItsOwn" + std::to_string(i);
+    }
+    QSize room;
+    QSize wanted;
+    QTimer::singleShot(0, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        const auto* label = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"));
+        const QRect text = label->fontMetrics().boundingRect(QRect(0, 0, label->width(), 100000),
+                                                             Qt::TextWordWrap, label->text());
+        room = box->contentsRect().intersected(label->geometry()).size();
+        wanted = text.size();
+        box->button(QMessageBox::Ok)->click();
+    });
+    boxes.ShowWithDetails("text", path + "/Quavernet.db\n" + sentence, "title", MsgBox::Icon::Critical,
+                          MsgBox::Buttons::Ok);
+    EXPECT_GE(room.height(), wanted.height());
+    EXPECT_GE(room.width(), wanted.width());
+    EXPECT_GT(wanted.width(), 0);
 }
 
 TEST_F(AdaptersTest, ReturnInABoxMeansItsFirstAnswerAndEscapeTheOther) {

@@ -337,6 +337,8 @@ TEST_F(ForgedNumbersTest, ABitRateThatIsNoNumberReachesNoStatement) {
     Scan({"TITLE=a", "X=Nominal bitrate: 0 or Quality > 0.5"});
     EXPECT_THAT(Rows("Select Path, Hits from Files"), ElementsAre("/other.mp3|5"));
     EXPECT_THAT(Rows("Select Quality from Quality"), ElementsAre("320"));
+    EXPECT_THAT(Rows("Select Name from Titel"), ElementsAre("a"))
+        << "stored before the bit rate is asked for";
     EXPECT_EQ(log.skipped.size(), 1U);
     for (const std::string& statement : recorder->statements) {
         EXPECT_EQ(statement.find(" or "), std::string::npos) << statement;

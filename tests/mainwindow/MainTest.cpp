@@ -195,9 +195,10 @@ TEST_F(LocateDatabaseTest, ALibraryThatAnotherStartHasMadeMeanwhileIsTaken) {
 TEST_F(LocateDatabaseTest, TheBoxTellsWhatStandsInTheLibrarysPlace) {
     files.copyFails = true;
     files.copyFailure = RuntimeError(ErrorNumber::FileAlreadyExists, "File exists");
-    ExpectFailureBox("An der Stelle der Datenbank liegt keine gewöhnliche Datei, oder eine Verknüpfung, "
-                     "deren Ziel fehlt." +
-                     OfFile + "\n\nSicherungskopien liegen nicht daneben.");
+    ExpectFailureBox(
+        "An der Stelle der Datenbank liegt eine Verknüpfung, deren Ziel fehlt, oder etwas anderes "
+        "als eine gewöhnliche Datei." +
+        OfFile + "\n\nSicherungskopien liegen nicht daneben.");
     files.folders.insert(File);
     ExpectFailureBox("An der Stelle der Datenbank liegt ein Ordner." + OfFile +
                      "\n\nSicherungskopien liegen nicht daneben.");

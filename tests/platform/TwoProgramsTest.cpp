@@ -12,6 +12,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <functional>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -139,6 +140,31 @@ TEST_F(TwoProgramsTest, AFileThatTheOtherStoresDuringTheCleaningIsKept) {
     CleanDatabase(window);
     EXPECT_EQ(disk.looks, 2);
     EXPECT_EQ(Rows("Select Path from Files"), Texts{"/music/song.mp3"});
+}
+
+/// Calls back when it is asked for a certain file; some are gone.
+class SlowVolume : public ChosenVolumes {
+public:
+    bool FileExists(const std::string& path) override {
+        if (path == "/music/3.mp3") {
+            onThird();
+        }
+        return path != "/music/1.mp3";
+    }
+    std::function<void()> onThird;
+};
+
+TEST_F(TwoProgramsTest, TheOtherMayWriteWhileTheCleaningLooksAtFilesThatAreThere) {
+    for (const std::string name : {"1", "2", "3"}) {
+        Execute("Insert into Files (Path) values ('/music/" + name + ".mp3')");
+    }
+    Connection().Commit();
+    SlowVolume disk;
+    disk.onThird = [&] { other->Execute("Insert into Titel (Name) values ('x')"); };
+    services.fileSystem = &disk;
+    NoWindow window;
+    EXPECT_NO_THROW(CleanDatabase(window));
+    EXPECT_EQ(Rows("Select Path from Files"), (Texts{"/music/2.mp3", "/music/3.mp3"}));
 }
 
 TEST_F(TwoProgramsTest, WhatOneHoldsTheOtherWaitsForAndACommitInTheMiddleDoesNotEndIt) {

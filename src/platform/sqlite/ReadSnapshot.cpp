@@ -28,7 +28,8 @@ const volatile std::uint32_t* MapIndex(sqlite3* database) {
 } // namespace
 
 void ReadSnapshot::Attach(sqlite3* database) {
-    PreparedStatement holder = Prepare(database, "select 1 from sqlite_schema");
+    // It reads the header and no table: the watch over statements that read one (TableUse) passes it over.
+    PreparedStatement holder = Prepare(database, "pragma schema_version");
     m_holder = std::move(holder);
     m_database = database;
     m_held = false;
@@ -38,8 +39,12 @@ bool ReadSnapshot::Renew() {
     if (m_held && IsCurrent()) {
         return false;
     }
+    const Clock::time_point now = Clock::now();
+    if (m_held) {
+        m_pauseEnds = now + m_pause;
+    }
     Release();
-    m_held = Take();
+    m_held = now >= m_pauseEnds && Take();
     return true;
 }
 

@@ -17,8 +17,8 @@ namespace {
 class CharacterBytes {
 public:
     CharacterBytes() {
-        constexpr std::uint8_t FirstByte =
-            1; // 0 stands behind the end: a text comes before its longer forms.
+        // 0 stands behind the end: a text comes before its longer forms.
+        constexpr std::uint8_t FirstByte = 1;
         std::vector<char32_t> characters(128);
         std::iota(characters.begin(), characters.end(), U'\0');
         std::sort(characters.begin(), characters.end(),

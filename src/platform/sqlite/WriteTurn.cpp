@@ -19,8 +19,7 @@ namespace {
 
 constexpr std::chrono::milliseconds step{1};
 constexpr int longestWait = 5000; // Steps.
-constexpr int longestTurn =
-    1000; // Steps. One that holds it for longer has been stopped: it is not waited for.
+constexpr int longestTurn = 1000; // Steps. One that holds it for longer has been stopped, and is passed.
 
 // A lock on the library's folder, which no other program takes: it needs no file of its own and ends with the
 // process. Where the file system knows no such lock there are no turns.
