@@ -173,11 +173,12 @@ void OverwriteBytes(const std::string& path, BinaryFile& file, std::uint64_t off
     while (bytes[end - 1] == oldBytes[end - 1]) {
         --end;
     }
+    const struct stat facts = FactsOf(file, path);
     const auto writeInPlace = [&] {
+        CheckUnchanged(file, facts, path);
         WriteInPlace(path, file, offset + begin, oldBytes.subspan(begin, end - begin),
                      bytes.subspan(begin, end - begin), times);
     };
-    const struct stat facts = FactsOf(file, path);
     const bool inPlaceAllowed = withoutCopy == WithoutCopy::InPlace;
     if ((offset + begin) / PageSize == (offset + end - 1) / PageSize ||
         (inPlaceAllowed && facts.st_nlink > 1)) {
@@ -190,7 +191,6 @@ void OverwriteBytes(const std::string& path, BinaryFile& file, std::uint64_t off
         if (!inPlaceAllowed) {
             throw;
         }
-        CheckUnchanged(file, facts, path);
         writeInPlace();
     }
 }

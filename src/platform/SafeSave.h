@@ -20,7 +20,7 @@ enum class WithoutCopy { Refuse, InPlace };
 /// Writes `bytes` over `oldBytes`, which stand at the offset and are as many. What differs is written in
 /// place if it lies within one page of the file: the system copies a page as a whole, and if the disk takes
 /// only a part the old bytes are put back. More than that goes by way of a copy, as in ReplaceHead. Throws
-/// RuntimeError; then the file holds the old bytes.
+/// RuntimeError, also if another program changed the file since it was opened; then the file is as it was.
 void OverwriteBytes(const std::string& path, BinaryFile& file, std::uint64_t offset,
                     std::span<const std::byte> oldBytes, std::span<const std::byte> bytes, SaveTimes times,
                     WithoutCopy withoutCopy = WithoutCopy::Refuse);

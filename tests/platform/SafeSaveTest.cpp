@@ -120,9 +120,12 @@ TEST_F(SafeSaveTest, AFileThatGrewSinceItWasOpenedStays) {
     BinaryFile file(path, BinaryFile::Access::ReadWrite);
     WriteFile(path, old + "more");
     EXPECT_THROW(ReplaceHead(path, file, 10, AsBytes("head")), RuntimeError);
-    EXPECT_THROW(OverwriteBytes(path, file, 4095, AsBytes(std::string_view(old).substr(4095, 2)),
-                                AsBytes("xy"), SaveTimes::Keep, WithoutCopy::InPlace),
-                 RuntimeError);
+    for (const std::size_t offset : {100U, 4095U}) {
+        EXPECT_THROW(OverwriteBytes(path, file, offset, AsBytes(std::string_view(old).substr(offset, 2)),
+                                    AsBytes("xy"), SaveTimes::Keep, WithoutCopy::InPlace),
+                     RuntimeError)
+            << offset;
+    }
     EXPECT_EQ(ReadFile(path), old + "more");
 }
 
