@@ -17,6 +17,11 @@ echo "#7 DONE cov: 42 ft: 50"
 echo "stat::number_of_executed_units: 1234"
 sleep 0.3
 """
+LONG = """#!/bin/sh
+trap 'echo "stat::number_of_executed_units: 5"; exit 72' INT
+echo "#5 NEW cov: 3 ft: 3"
+for i in 1 2 3 4 5 6 7 8 9; do sleep 1; done
+"""
 BREAKING = """#!/bin/sh
 for word in "$@"; do
     case $word in -artifact_prefix=*) printf bad >"${word#*=}crash-1" ;; esac
@@ -50,6 +55,13 @@ class RunTest(unittest.TestCase):
         with self.start(*arguments, **environment) as process:
             return process.communicate()[0], process.returncode
 
+    def log(self, name):
+        try:
+            with open(self.path("work", "logs", name + ".log"), encoding="utf-8") as file:
+                return file.read()
+        except FileNotFoundError:
+            return ""
+
     def totals(self):
         with open(self.path("work", "totals.json"), encoding="utf-8") as file:
             return json.load(file)
@@ -68,7 +80,7 @@ class RunTest(unittest.TestCase):
         self.assertGreater(self.totals()["WaveFuzz"]["executions"], totals["WaveFuzz"]["executions"])
         table, status = self.run_it("--table", "WaveFuzz")
         self.assertEqual(status, 0)
-        self.assertRegex(table.splitlines()[1], r"^WaveFuzz +\d+ +[\d,]+ +42 +0 +0$")
+        self.assertRegex(table.splitlines()[1], r"^WaveFuzz +\d+ +\d+ +[\d,]+ +42 +0 +0$")
 
     def test_a_finding_keeps_its_input_and_fails(self):
         self.program("WaveFuzz", BREAKING)
@@ -90,6 +102,20 @@ class RunTest(unittest.TestCase):
             self.assertFalse(os.path.exists(self.path("work", "totals.json")))
             os.remove(pause)
             self.assertIn("1,234", process.communicate()[0])
+
+    def test_a_pause_ends_a_slice_that_runs(self):
+        self.program("WaveFuzz", LONG)
+        pause = self.path("pause")
+        with self.start("--minutes", "0.1", "WaveFuzz", FUZZ_PAUSE=pause) as process:
+            while "NEW" not in self.log("WaveFuzz"):
+                time.sleep(0.1)
+            with open(pause, "w", encoding="utf-8"):
+                pass
+            line = process.stdout.readline()
+            process.kill()
+        self.assertIn(" 5 executions", line)
+        self.assertEqual(self.totals()["WaveFuzz"]["findings"], 0)
+        self.assertLess(self.totals()["WaveFuzz"]["processor"], 5)
 
     def test_an_unknown_target_is_refused(self):
         output, status = self.run_it("NoFuzz")
