@@ -32,6 +32,7 @@ std::vector<std::string> LinesOf(std::string_view output) {
         if (ended && lines.back().ends_with('\r')) {
             lines.back().pop_back();
         }
+        std::replace(lines.back().begin(), lines.back().end(), '\0', '\n'); // Of a path, see OggInfoTool.
     }
     return lines;
 }
@@ -62,7 +63,7 @@ void RequireTexts(const std::vector<std::string>& lines, const OggFileInfo& file
     RequireLast(lines, "DATE", file.year);
     RequireLast(lines, "CHANNELS:", file.channels);
     Require(file.path.ends_with(file.name) && file.name.find('/') == std::string::npos);
-    Require(file.bitRate.find_first_of(",\n") == std::string::npos); // The comma cuts last.
+    Require(file.bitRate.find(',') == std::string::npos); // The comma cuts last.
     if (!file.length.empty()) {
         int seconds = 0;
         const char* const end = file.length.data() + file.length.size();

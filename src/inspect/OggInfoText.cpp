@@ -123,7 +123,12 @@ public:
             if (end != std::string_view::npos && line.ends_with('\r')) {
                 line.remove_suffix(1);
             }
-            TakeLine(line);
+            // Any key may stand in a path, so a line end of a path may come into any value.
+            if (line.find('\0') == std::string_view::npos) {
+                TakeLine(line);
+            } else {
+                TakeLine(OggInfoTool::PathOfShown(std::string(line)));
+            }
         }
     }
 
@@ -164,7 +169,7 @@ private:
         } else if (!m_file.failure.empty()) {
             m_file = {}; // What could not be read must not spoil the next file.
         }
-        m_file.path = OggInfoTool::PathOfShown(std::string(DropRightCharacters(value, QuoteAndDots)));
+        m_file.path = DropRightCharacters(value, QuoteAndDots);
         m_file.name = FileNameFromPath(m_file.path);
     }
 

@@ -19,7 +19,6 @@ constexpr std::int32_t WriteProtectedText = 444;
 constexpr std::int32_t ErrorText = 445;
 constexpr std::int32_t BoxTitle = 446;
 
-// True if the record was written; false if only the mark was, over whatever stood there.
 // Over the file's last 128 bytes, whatever stands there: a file without a tag loses the end of its audio.
 void OverwriteEnd(const std::string& path, const Id3v1Tag& tag) {
     BinaryFile file(path, BinaryFile::Access::ReadWrite);
@@ -35,11 +34,7 @@ void OverwriteEnd(const std::string& path, const Id3v1Tag& tag) {
     std::array<std::byte, Id3v1Size> old{};
     file.ReadAt(offset, old);
     // Mark and record go in one step: a mark alone would make a tag of what follows it.
-    try {
-        OverwriteBytes(path, file, offset, old, bytes, SaveTimes::Renew);
-    } catch (const RuntimeError&) {
-        file.WriteAt(offset, bytes); // The folder takes no copy, but the file itself may be written.
-    }
+    OverwriteBytes(path, file, offset, old, bytes, SaveTimes::Renew, WithoutCopy::InPlace);
 }
 
 void ShowFailure(const RuntimeError& error) {

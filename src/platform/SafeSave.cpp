@@ -21,8 +21,7 @@ namespace quavernet {
 namespace {
 
 constexpr std::size_t CopyBlock = std::size_t{1} << 20;
-constexpr std::uint64_t PageSize =
-    4096; // The smallest of any system; a larger page holds whole ones of these.
+constexpr std::uint64_t PageSize = 4096; // The smallest of any system; larger ones are made of whole ones.
 
 void Check(int error, const std::string& path) {
     if (error != 0) {
@@ -92,12 +91,38 @@ std::string RealPath(const std::string& path) {
     return target.string();
 }
 
+bool LeadsTo(const std::string& path, const struct stat& facts) {
+    struct stat there {};
+    const int opened = OpenPath(path, O_PATH);
+    const bool same = opened >= 0 && ::fstat(opened, &there) == 0 && there.st_dev == facts.st_dev &&
+                      there.st_ino == facts.st_ino;
+    if (opened >= 0) {
+        ::close(opened);
+    }
+    return same;
+}
+
 // Nobody else's changes may be lost with the old file.
 void CheckUnchanged(const BinaryFile& file, const struct stat& before, const std::string& path) {
     const struct stat now = FactsOf(file, path);
-    const bool same = now.st_size == before.st_size && now.st_mtim.tv_sec == before.st_mtim.tv_sec &&
-                      now.st_mtim.tv_nsec == before.st_mtim.tv_nsec && now.st_nlink > 0;
-    Check(same ? 0 : EBUSY, path);
+    const bool same = static_cast<std::uint64_t>(now.st_size) == file.Size() &&
+                      now.st_mtim.tv_sec == before.st_mtim.tv_sec &&
+                      now.st_mtim.tv_nsec == before.st_mtim.tv_nsec && LeadsTo(path, now);
+    if (!same) {
+        throw RuntimeError(ErrorNumber::PermissionDenied,
+                           std::generic_category().message(EBUSY) + ": " + path);
+    }
+}
+
+// Only the superuser may give files away; others keep a group that they belong to. Bits that lend the owner's
+// rights are for that owner only.
+void KeepOwnerAndRights(int copy, const struct stat& facts, const std::string& path) {
+    mode_t rights = facts.st_mode & 07777;
+    if (::fchown(copy, facts.st_uid, facts.st_gid) != 0) {
+        [[maybe_unused]] const int ignored = ::fchown(copy, static_cast<uid_t>(-1), facts.st_gid);
+        rights &= static_cast<mode_t>(~(S_ISUID | S_ISGID));
+    }
+    Check(::fchmod(copy, rights) == 0 ? 0 : errno, path);
 }
 
 // A copy of the file with `bytes` in place of the `oldSize` bytes at the offset takes the file's place.
@@ -110,9 +135,7 @@ void SaveByCopy(const std::string& path, const BinaryFile& file, std::uint64_t o
     AppendRange(copy, file, 0, offset, path);
     Check(copy.Append(bytes), path);
     AppendRange(copy, file, std::min(offset + oldSize, file.Size()), file.Size(), path);
-    // Only the superuser may give files away; the owner of the copy is the one who saves otherwise.
-    [[maybe_unused]] const int ignored = ::fchown(copy.Descriptor(), facts.st_uid, facts.st_gid);
-    Check(::fchmod(copy.Descriptor(), facts.st_mode & 07777) == 0 ? 0 : errno, path);
+    KeepOwnerAndRights(copy.Descriptor(), facts, path);
     CopyAttributes(file.Descriptor(), copy.Descriptor());
     if (times == SaveTimes::Keep) {
         SetTimes(copy.Descriptor(), facts);
@@ -139,7 +162,8 @@ void WriteInPlace(const std::string& path, BinaryFile& file, std::uint64_t offse
 } // namespace
 
 void OverwriteBytes(const std::string& path, BinaryFile& file, std::uint64_t offset,
-                    std::span<const std::byte> oldBytes, std::span<const std::byte> bytes, SaveTimes times) {
+                    std::span<const std::byte> oldBytes, std::span<const std::byte> bytes, SaveTimes times,
+                    WithoutCopy withoutCopy) {
     const auto first = std::mismatch(bytes.begin(), bytes.end(), oldBytes.begin());
     if (first.first == bytes.end()) {
         return;
@@ -149,11 +173,25 @@ void OverwriteBytes(const std::string& path, BinaryFile& file, std::uint64_t off
     while (bytes[end - 1] == oldBytes[end - 1]) {
         --end;
     }
-    if ((offset + begin) / PageSize == (offset + end - 1) / PageSize) {
+    const struct stat facts = FactsOf(file, path);
+    const auto writeInPlace = [&] {
+        CheckUnchanged(file, facts, path);
         WriteInPlace(path, file, offset + begin, oldBytes.subspan(begin, end - begin),
                      bytes.subspan(begin, end - begin), times);
-    } else {
+    };
+    const bool inPlaceAllowed = withoutCopy == WithoutCopy::InPlace;
+    if ((offset + begin) / PageSize == (offset + end - 1) / PageSize ||
+        (inPlaceAllowed && facts.st_nlink > 1)) {
+        writeInPlace();
+        return;
+    }
+    try {
         SaveByCopy(path, file, offset, oldBytes.size(), bytes, times);
+    } catch (const RuntimeError&) {
+        if (!inPlaceAllowed) {
+            throw;
+        }
+        writeInPlace();
     }
 }
 

@@ -266,6 +266,14 @@ TEST(OggInfoTextTest, ANulInAPathStandsForALineEnd) {
     EXPECT_EQ(files[0].title, "t");
 }
 
+TEST(OggInfoTextTest, AKeyInAPathWithALineEndGivesAValueWithTheLineEnd) {
+    const auto files = ReadOggInfo(std::string("Processing file \"/Album\0b.ogg\"...\n", 34));
+    ASSERT_EQ(files.size(), 1U);
+    EXPECT_EQ(files[0].album, "b.ogg\"...");
+    const auto deeper = ReadOggInfo(std::string("Processing file \"/Album/a\0b.ogg\"...\n", 36));
+    EXPECT_EQ(deeper.at(0).album, "a\nb.ogg\"...");
+}
+
 TEST(OggInfoTextTest, WhatTheLibraryStoresIsCutAt32767CharactersAndTheDetailsAreNot) {
     const std::string longest = "\xC3\xA4" + std::string(32766, 'x');
     const std::string lines = "\tTITLE=" + longest + "y\n\tARTIST=" + longest + "y\n\tALBUM=" + longest +

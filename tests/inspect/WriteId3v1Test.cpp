@@ -1,5 +1,6 @@
 #include "inspect/InspectTest.h"
 
+#include "support/FileSizeLimit.h"
 #include "support/OrdinaryUser.h"
 
 #include <filesystem>
@@ -131,6 +132,29 @@ TEST_F(WriteId3v1Test, AFolderThatTakesNoCopyDoesNotHinderTheTag) {
     }
     EXPECT_TRUE(msgBox.shown.empty());
     EXPECT_EQ(ReadFile(path), audio + expected);
+}
+
+TEST_F(WriteId3v1Test, AllNamesOfAFileSeeTheTag) {
+    const std::string audio(4096 - 60, 'a');
+    const std::string path = File("a.mp3", audio + TagV1("alt", "alt"));
+    std::filesystem::create_hard_link(path, folder / "b.mp3");
+    WriteId3v1(path, tag);
+    EXPECT_EQ(ReadFile(path), audio + expected);
+    EXPECT_EQ(ReadFile(folder / "b.mp3"), audio + expected);
+}
+
+TEST_F(WriteId3v1Test, ATagThatTheDiskTakesOnlyAPartOfIsTakenBack) {
+    for (const std::size_t audio : {100U, 4096U - 60U}) {
+        const std::string contents = std::string(audio, 'a') + TagV1("alt", "alt");
+        const std::string path = File("a.mp3", contents);
+        {
+            const FileSizeLimit limit(audio + 80);
+            WriteId3v1(path, tag);
+        }
+        ExpectBox("Fehler: File too large: " + path, MsgBox::Icon::Critical);
+        EXPECT_EQ(ReadFile(path), contents) << audio;
+        msgBox.shown.clear();
+    }
 }
 
 } // namespace quavernet::test

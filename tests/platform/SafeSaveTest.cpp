@@ -2,17 +2,22 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/TemporaryCopy.h"
+#include "support/OrdinaryUser.h"
+#include "support/RefusedCalls.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestFiles.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdio>
 #include <filesystem>
 
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace quavernet::test {
@@ -111,6 +116,54 @@ TEST_F(SafeSaveTest, AFileThatWasCutMeanwhileStays) {
     EXPECT_EQ(Names(), std::vector<std::string>{"a.mp3"});
 }
 
+TEST_F(SafeSaveTest, AFileThatGrewSinceItWasOpenedStays) {
+    BinaryFile file(path, BinaryFile::Access::ReadWrite);
+    WriteFile(path, old + "more");
+    EXPECT_THROW(ReplaceHead(path, file, 10, AsBytes("head")), RuntimeError);
+    for (const std::size_t offset : {100U, 4095U}) {
+        EXPECT_THROW(OverwriteBytes(path, file, offset, AsBytes(std::string_view(old).substr(offset, 2)),
+                                    AsBytes("xy"), SaveTimes::Keep, WithoutCopy::InPlace),
+                     RuntimeError)
+            << offset;
+    }
+    EXPECT_EQ(ReadFile(path), old + "more");
+}
+
+TEST_F(SafeSaveTest, AFileWithAnotherNameThatWasReplacedMeanwhileStays) {
+    fs::create_hard_link(path, folder / "b.mp3");
+    const BinaryFile file(path, BinaryFile::Access::Read);
+    WriteFile(folder / "new", "somebody else's");
+    fs::rename(folder / "new", path);
+    EXPECT_THROW(ReplaceHead(path, file, 10, AsBytes("head")), RuntimeError);
+    EXPECT_EQ(ReadFile(path), "somebody else's");
+    EXPECT_EQ(ReadFile(folder / "b.mp3"), old);
+}
+
+TEST_F(SafeSaveTest, TheOtherNamesOfAFileKeepTheOldOne) {
+    fs::create_hard_link(path, folder / "b.mp3");
+    Overwrite(4095, "xy");
+    EXPECT_EQ(ReadFile(path), Put(old, 4095, "xy"));
+    EXPECT_EQ(ReadFile(folder / "b.mp3"), old);
+}
+
+// As the superuser it saves somebody else's file, whose group is not the one that the folder gives.
+TEST_F(SafeSaveTest, WhoCanNotKeepTheOwnerKeepsTheGroupAndNoBorrowedRights) {
+    const bool superuser = ::geteuid() == 0;
+    ASSERT_EQ(::chown(path.c_str(), superuser ? 12345 : ::geteuid(), ::getegid()), 0);
+    ASSERT_EQ(::chmod(path.c_str(), 06666), 0);
+    ASSERT_EQ(::chown(folder.Path().c_str(), static_cast<uid_t>(-1), superuser ? 12345 : ::getegid()), 0);
+    ASSERT_EQ(::chmod(folder.Path().c_str(), 02777), 0);
+    {
+        const OrdinaryUser user;
+        Overwrite(4095, "xy");
+    }
+    struct stat facts {};
+    ASSERT_EQ(::stat(path.c_str(), &facts), 0);
+    EXPECT_EQ(ReadFile(path), Put(old, 4095, "xy"));
+    EXPECT_EQ(facts.st_gid, ::getegid());
+    EXPECT_EQ(facts.st_mode & 07777, superuser ? 00666U : 06666U);
+}
+
 TEST_F(SafeSaveTest, ACopyThatAKilledWriterLeftGoesWithTheNextOne) {
     WriteFile(folder / ".quavernet-aB3xYz", "left");
     WriteFile(folder / ".quavernet-working", "not a copy's name");
@@ -188,6 +241,49 @@ TEST_F(SafeSaveTest, AFileBeyondTheLengthOfASystemCallIsSavedToo) {
     std::string text(saved.Size(), '?');
     saved.ReadAt(0, std::as_writable_bytes(std::span(text.data(), text.size())));
     EXPECT_EQ(text, "head" + std::string(5000, 'b'));
+}
+
+// What a file system or an older kernel lacks.
+const RefusedCall NoNamelessFile{SYS_openat, 2, O_TMPFILE & ~O_DIRECTORY, EOPNOTSUPP};
+const RefusedCall NoMoveToAFreePlace{SYS_renameat2, 4, RENAME_NOREPLACE, EINVAL};
+const RefusedCall NoSecondName{SYS_linkat, 4, 0, EPERM};
+
+TEST_F(SafeSaveTest, WithoutNamelessFilesTheCopyHasANameUntilItTakesItsPlace) {
+    const auto isNamed = [&] { return Names().size() == 2 && IsCopyName(Names().front()); };
+    const auto save = [&] {
+        Overwrite(4095, "xy");
+        TemporaryCopy givenUp;
+        const bool named = givenUp.Begin(path) == 0 && isNamed();
+        Overwrite(0, "xy", SaveTimes::Keep);
+        Overwrite(4095, "zz");
+        return named && isNamed() && ReadFile(path) == Put(Put(old, 0, "xy"), 4095, "zz");
+    };
+    EXPECT_TRUE(SucceedsWithout({NoNamelessFile}, save));
+    EXPECT_EQ(Names(), std::vector<std::string>{"a.mp3"});
+}
+
+TEST_F(SafeSaveTest, ACopyMovesToAFreePlaceOnlyWhateverTheFileSystemCanDo) {
+    const std::vector<std::vector<RefusedCall>> lacks = {
+        {},
+        {NoNamelessFile},
+        {NoNamelessFile, NoMoveToAFreePlace},
+        {NoNamelessFile, NoMoveToAFreePlace, NoSecondName},
+    };
+    for (std::size_t i = 0; i < lacks.size(); ++i) {
+        const std::string place = folder / "b.mp3";
+        const auto moved = [&](const std::string& target) {
+            TemporaryCopy copy;
+            EXPECT_EQ(copy.Begin(target), 0);
+            EXPECT_EQ(copy.Append(AsBytes("new")), 0);
+            return copy.MoveToFreePlace();
+        };
+        EXPECT_TRUE(SucceedsWithout(lacks[i], [&] { return moved(path) == EEXIST && moved(place) == 0; }))
+            << i;
+        EXPECT_EQ(ReadFile(path), old) << i;
+        EXPECT_EQ(ReadFile(place), "new") << i;
+        EXPECT_EQ(Names(), (std::vector<std::string>{"a.mp3", "b.mp3"})) << i;
+        fs::remove(place);
+    }
 }
 
 } // namespace quavernet::test
