@@ -71,6 +71,9 @@ void ReadDate(std::string_view text, const RegionalSettings& regional) {
 }
 
 void RequireNumber(double value, const RegionalSettings& regional) {
+    if (std::fabs(value) > 1.79e308) {
+        return; // Rounded up to fifteen digits, the greatest numbers leave the range of a double.
+    }
     for (const int decimals : {0, 2, 6}) {
         const std::string plain = FormatFixed(value, 1, decimals, regional);
         const std::string grouped = FormatNumber(value, decimals, regional);
