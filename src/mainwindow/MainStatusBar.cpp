@@ -14,7 +14,7 @@
 namespace quavernet {
 
 namespace {
-constexpr int FrameTimeMs = 16;
+constexpr int FrameTimeMs = 50; // Painting takes time away from a scan.
 constexpr int ProgressPanelTwips = 1740;
 constexpr int PaddingPx = 5;
 } // namespace

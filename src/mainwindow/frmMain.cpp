@@ -26,7 +26,7 @@ namespace quavernet {
 
 namespace {
 
-constexpr int FrameTimeMs = 16;
+constexpr int FrameTimeMs = 50; // Painting takes time away from a scan.
 constexpr int AfterLoadMs = 1000;
 
 void SetComboIndex(QComboBox& combo, std::int32_t stored) {
