@@ -64,8 +64,8 @@ void RemoveFile(const std::string& path, const std::string& fileId) {
 void RemoveMissingFiles() {
     ADODB::Recordset files;
     files.Open("Select Path, File_id from Files", *mainModule.Connection);
-    bool committed = false;
     if (files.RecordCount() > 0) {
+        bool committed = false;
         for (files.MoveFirst(); !files.Eof(); files.MoveNext()) {
             const std::string path = files.Fields(0).Text();
             if (!services.fileSystem->FileExists(path)) {

@@ -13,7 +13,7 @@ import time
 import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "e2e"))
-from desktop import PROGRAM, ProgramTest, ignore_file_size_signal, wait_until  # noqa: E402
+from desktop import PROGRAM, ProgramTest, before_start, wait_until  # noqa: E402
 
 OPTIONS = argparse.Namespace(count=3000, rounds=1)
 LONGEST_SCAN = 300  # seconds
@@ -44,7 +44,7 @@ class Instance:
     def launch(self):
         environment = dict(self.desktop.environment, XDG_CONFIG_HOME=self.settings_folder)
         self.process = subprocess.Popen([PROGRAM], env=environment, cwd=self.test.home, restore_signals=False,
-                                        preexec_fn=ignore_file_size_signal)
+                                        preexec_fn=before_start)
         self.test.addCleanup(self.end)
 
     def window(self):
