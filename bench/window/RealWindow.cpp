@@ -2,10 +2,6 @@
 
 #include "app/MainModule.h"
 #include "mainwindow/Main.h"
-#include "platform/posix/PosixFileSystem.h"
-#include "platform/qt/QtRegionalSettings.h"
-#include "platform/sqlite/SqliteConnection.h"
-#include "platform/taglib/TagLibComponent.h"
 
 #include <QDeadlineTimer>
 #include <QImage>
@@ -38,20 +34,7 @@ private:
 
 } // namespace
 
-RealWindow::RealWindow(int& count, char** arguments)
-    : m_application(count, arguments), m_shell([] {}), m_fileSystem(CreatePosixFileSystem()) {
-    services.settings = &m_settings;
-    services.fileSystem = m_fileSystem.get();
-    services.shell = &m_shell;
-    services.msgBox = &m_msgBox;
-    services.dialogs = &m_dialogs;
-    services.oggInfo = &m_oggInfo;
-    services.events = &m_events;
-    services.clock = &m_clock;
-    services.regional = ReadRegionalSettings();
-    services.createConnection = [] { return CreateSqliteConnection(services.regional); };
-    services.createTagComponent = CreateTagLibComponent;
-}
+RealWindow::RealWindow(int& count, char** arguments) : m_application(count, arguments) {}
 
 RealWindow::~RealWindow() {
     mainModule.Connection.reset();

@@ -1,22 +1,14 @@
-// The program with its real services and its real main window on a screen, as src/main.cpp puts it together,
-// for jobs whose end is a painted list.
+// The program with its real services and its real main window on a screen, for jobs whose end is a painted
+// list.
 #pragma once
 
+#include "RealServices.h"
 #include "mainwindow/AppWindows.h"
 #include "mainwindow/MainPanes.h"
 #include "mainwindow/frmMain.h"
-#include "platform/FileSystemObject.h"
-#include "platform/posix/SystemClock.h"
 #include "platform/qt/Application.h"
-#include "platform/qt/QtDialogs.h"
-#include "platform/qt/QtEvents.h"
-#include "platform/qt/QtMsgBox.h"
-#include "platform/qt/QtSettings.h"
-#include "platform/qt/QtShell.h"
-#include "platform/vorbis/OggInfoReader.h"
 
 #include <functional>
-#include <memory>
 #include <string>
 
 namespace quavernet::bench {
@@ -50,14 +42,7 @@ private:
     void WaitForScreen();
 
     Application m_application;
-    QtSettings m_settings;
-    QtShell m_shell;
-    QtMsgBox m_msgBox;
-    QtDialogs m_dialogs;
-    QtEvents m_events;
-    SystemClock m_clock;
-    OggInfoReader m_oggInfo;
-    std::unique_ptr<FileSystemObject> m_fileSystem;
+    RealServices m_services;
     AppWindows m_windows;
 };
 

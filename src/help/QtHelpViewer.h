@@ -1,5 +1,5 @@
 // The help service of the running program: one help window, made when help is asked for the first time.
-// src/main.cpp owns it.
+// RealServices owns it.
 #pragma once
 
 #include "platform/Services.h"

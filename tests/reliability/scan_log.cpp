@@ -2,16 +2,10 @@
 // scan log, a NUL behind each. Called by the script that needs to know what the log says.
 //
 //   scan_log DOCUMENTS MUSIC     the library is made in the folder DOCUMENTS
+#include "RealServices.h"
 #include "mainwindow/AppWindows.h"
 #include "mainwindow/Main.h"
 #include "mainwindow/frmMain.h"
-#include "platform/posix/PosixFileSystem.h"
-#include "platform/posix/SystemClock.h"
-#include "platform/qt/QtEvents.h"
-#include "platform/qt/QtRegionalSettings.h"
-#include "platform/sqlite/SqliteConnection.h"
-#include "platform/taglib/TagLibComponent.h"
-#include "platform/vorbis/OggInfoReader.h"
 #include "support/Doubles.h"
 
 #include <QAction>
@@ -37,30 +31,20 @@ void PrintLog(const QWidget& form) {
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
+    const RealServices realServices;
     test::MapSettings settings;
     test::RecordingShell shell;
     test::ScriptedMsgBox msgBox;
     test::ScriptedDialogs dialogs;
-    QtEvents events;
-    SystemClock clock;
-    OggInfoReader oggInfo;
-    const auto fileSystem = CreatePosixFileSystem();
     settings.values["Language"] = "ENG";
     shell.documents = argv[1];
     shell.programFolder = QFile::encodeName(QApplication::applicationDirPath()).toStdString();
     dialogs.folder = argv[argc - 1];
 
     services.settings = &settings;
-    services.fileSystem = fileSystem.get();
     services.shell = &shell;
     services.msgBox = &msgBox;
     services.dialogs = &dialogs;
-    services.oggInfo = &oggInfo;
-    services.events = &events;
-    services.clock = &clock;
-    services.regional = ReadRegionalSettings();
-    services.createConnection = [] { return CreateSqliteConnection(services.regional); };
-    services.createTagComponent = CreateTagLibComponent;
 
     AppWindows windows;
     Main(windows);

@@ -1,0 +1,33 @@
+#include "RealServices.h"
+
+#include "app/MainModule.h"
+#include "platform/posix/PosixFileSystem.h"
+#include "platform/qt/QtRegionalSettings.h"
+#include "platform/sqlite/SqliteConnection.h"
+#include "platform/taglib/TagLibComponent.h"
+
+namespace quavernet {
+
+RealServices::RealServices() : m_shell([this] { Save(); }), m_fileSystem(CreatePosixFileSystem()) {
+    services.settings = &m_settings;
+    services.fileSystem = m_fileSystem.get();
+    services.shell = &m_shell;
+    services.msgBox = &m_msgBox;
+    services.dialogs = &m_dialogs;
+    services.oggInfo = &m_oggInfo;
+    services.events = &m_events;
+    services.clock = &m_clock;
+    services.helpViewer = &m_helpViewer;
+    services.regional = ReadRegionalSettings();
+    services.createConnection = [] { return CreateSqliteConnection(services.regional); };
+    services.createTagComponent = CreateTagLibComponent;
+}
+
+void RealServices::Save() {
+    if (mainModule.Connection) {
+        Skip([] { mainModule.Connection->Commit(); });
+    }
+    m_settings.Sync();
+}
+
+} // namespace quavernet

@@ -1,0 +1,42 @@
+// The services of the program with the adapters that answer on a desktop. Made once by whoever runs the whole
+// program: main, and the helpers of benchmarks and checks.
+#pragma once
+
+#include "help/QtHelpViewer.h"
+#include "platform/FileSystemObject.h"
+#include "platform/posix/SystemClock.h"
+#include "platform/qt/QtDialogs.h"
+#include "platform/qt/QtEvents.h"
+#include "platform/qt/QtMsgBox.h"
+#include "platform/qt/QtSettings.h"
+#include "platform/qt/QtShell.h"
+#include "platform/vorbis/OggInfoReader.h"
+
+#include <memory>
+
+namespace quavernet {
+
+/// Fills `services` when it is made, and must outlive their use. Wants an application to be there. Whoever
+/// needs another answer to one of them puts it into `services` afterwards.
+class RealServices {
+public:
+    RealServices();
+    RealServices(const RealServices&) = delete;
+    RealServices& operator=(const RealServices&) = delete;
+
+private:
+    /// Brings to disk what is still held in memory.
+    void Save();
+
+    QtSettings m_settings;
+    QtShell m_shell;
+    QtMsgBox m_msgBox;
+    QtDialogs m_dialogs;
+    QtEvents m_events;
+    SystemClock m_clock;
+    OggInfoReader m_oggInfo;
+    QtHelpViewer m_helpViewer;
+    std::unique_ptr<FileSystemObject> m_fileSystem;
+};
+
+} // namespace quavernet
