@@ -2,6 +2,7 @@
 
 #include "support/FileSizeLimit.h"
 #include "support/HostileTexts.h"
+#include "support/OrdinaryUser.h"
 
 #include "app/LoadResString.h"
 #include "app/Registry.h"
@@ -270,31 +271,52 @@ TEST_F(AdaptersTest, OpeningTellsWhatIsMissing) {
     QtShell systemShell({});
     EXPECT_EQ(systemShell.ShellExecute(folder / "none.mp3"), 2);
     EXPECT_EQ(systemShell.ShellExecute(folder / "none/none.mp3"), 3);
+    std::ofstream(folder / "secret.mp3") << "x";
+    std::filesystem::permissions(folder.Path(), std::filesystem::perms(0755));
+    std::filesystem::permissions(folder / "secret.mp3", std::filesystem::perms::none);
+    const OrdinaryUser user;
+    EXPECT_EQ(systemShell.ShellExecute(folder / "secret.mp3"), 5);
 }
 
-TEST_F(AdaptersTest, TheDesktopsOpenerGetsOneAbsolutePathAndNoShellInBetween) {
-    const std::string opened = folder / "opened";
-    std::filesystem::create_directory(folder / "bin");
-    std::ofstream(folder / "bin/xdg-open") << "#!/bin/sh\nprintf '%s\\n%s' \"$#\" \"$1\" > '" << opened
-                                           << ".part'\nmv '" << opened << ".part' '" << opened << "'\n";
-    std::filesystem::permissions(folder / "bin/xdg-open", std::filesystem::perms::all);
-    const QByteArray path = qgetenv("PATH");
-    qputenv("PATH", QByteArray::fromStdString(folder / "bin") + ":" + path);
-    const std::filesystem::path before = std::filesystem::current_path();
-    std::filesystem::current_path(folder.Path());
-    QtShell systemShell({});
-    for (const std::string& text : HostileTexts()) {
-        const std::string name = AsFileName(text);
+/// Stands in for the desktop's opener, and notes how many arguments it gets, and the first one.
+class OpenerTest : public AdaptersTest {
+protected:
+    OpenerTest() {
+        std::filesystem::create_directory(folder / "bin");
+        std::ofstream(folder / "bin/xdg-open") << "#!/bin/sh\nprintf '%s\\n%s' \"$#\" \"$1\" > '" << opened
+                                               << ".part'\nmv '" << opened << ".part' '" << opened << "'\n";
+        std::filesystem::permissions(folder / "bin/xdg-open", std::filesystem::perms::all);
+        qputenv("PATH", QByteArray::fromStdString(folder / "bin") + ":" + path);
+        std::filesystem::current_path(folder.Path());
+    }
+    ~OpenerTest() override {
+        std::filesystem::current_path(before);
+        qputenv("PATH", path);
+    }
+
+    std::string Told(const std::string& name) {
         std::ofstream(folder / name) << "x";
         std::filesystem::remove(opened);
-        EXPECT_GT(systemShell.ShellExecute(name), 32) << name;
-        ASSERT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(opened); })) << name;
+        EXPECT_GT(QtShell({}).ShellExecute(name), 32) << name;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(opened); })) << name;
         std::ifstream file(opened);
-        const std::string told((std::istreambuf_iterator<char>(file)), {});
-        EXPECT_EQ(told, "1\n" + (folder / name));
+        return std::string((std::istreambuf_iterator<char>(file)), {});
     }
-    std::filesystem::current_path(before);
-    qputenv("PATH", path);
+
+    const std::string opened = folder / "opened";
+    const QByteArray path = qgetenv("PATH");
+    const std::filesystem::path before = std::filesystem::current_path();
+};
+
+TEST_F(OpenerTest, TheDesktopsOpenerGetsOneAbsolutePathAndNoShellInBetween) {
+    for (const std::string& text : HostileTexts()) {
+        const std::string name = AsFileName(text);
+        EXPECT_EQ(Told(name), "1\n" + (folder / name));
+    }
+}
+
+TEST_F(OpenerTest, ANameThatIsNoUtf8IsOpenedByTheAddressOfItsBytes) {
+    EXPECT_EQ(Told("B\xe9 b\xea 100%#?.mp3"), "1\nfile://" + (folder / "B%E9%20b%EA%20100%25%23%3F.mp3"));
 }
 
 TEST_F(AdaptersTest, TheHelpComponentIsTheRunTime) {

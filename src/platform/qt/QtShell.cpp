@@ -3,7 +3,6 @@
 #include "platform/qt/QtText.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLibraryInfo>
@@ -13,6 +12,11 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace quavernet {
 
@@ -26,6 +30,14 @@ constexpr int NoProgram = 31;
 constexpr int Started = 33;
 
 const QString TemplateName = QStringLiteral("Quavernet.db");
+
+// The path as it stands; a name that is no UTF-8 can't stand in a text and goes as an address of its bytes.
+QString ArgumentOf(const std::string& path) {
+    const QByteArray bytes = QByteArray::fromStdString(path);
+    const QString text = QFile::decodeName(bytes);
+    return QFile::encodeName(text) == bytes ? text
+                                            : QString::fromLatin1("file://" + bytes.toPercentEncoding("/"));
+}
 
 } // namespace
 
@@ -49,18 +61,18 @@ std::string QtShell::ProgramFolder() {
 }
 
 int QtShell::ShellExecute(const std::string& path) {
-    const QFileInfo file(QFile::decodeName(QByteArray::fromStdString(path)));
-    if (!file.dir().exists()) {
+    std::error_code ignored;
+    const std::filesystem::path file = std::filesystem::absolute(path, ignored);
+    if (!std::filesystem::exists(file.parent_path(), ignored)) {
         return FolderMissing;
     }
-    if (!file.exists()) {
+    if (!std::filesystem::exists(file, ignored)) {
         return FileMissing;
     }
-    if (!file.isReadable()) {
+    if (::faccessat(AT_FDCWD, file.c_str(), R_OK, AT_EACCESS) != 0) {
         return AccessDenied;
     }
-    const bool started =
-        QProcess::startDetached(QStringLiteral("xdg-open"), {file.absoluteFilePath()}, QString());
+    const bool started = QProcess::startDetached(QStringLiteral("xdg-open"), {ArgumentOf(file)}, QString());
     return started ? Started : NoProgram;
 }
 
