@@ -74,6 +74,8 @@ void Step(ScanRun& run, const std::string& remainingPrefix, const std::string& e
 
 void ReadBatch(ScanRun& run, const std::vector<std::string>& paths) {
     run.window.SetPanel(ScanPanel::Scanning, LoadResString(353));
+    // Whole files are read, maybe from a slow disk: nobody has to wait for that to write into the library.
+    mainModule.Connection->Commit();
     const std::vector<OggFileInfo> files = ReadOggInfo(services.oggInfo->Run(paths));
     for (std::size_t i = 0; i < files.size(); ++i) {
         StoreOrDrop(run, files[i]);

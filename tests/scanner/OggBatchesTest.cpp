@@ -107,6 +107,20 @@ TEST_F(OggBatchesTest, TenFilesAreOneBatch) {
     EXPECT_THAT(BatchSizes(), ElementsAre(10U));
 }
 
+TEST_F(OggBatchesTest, AnotherProgramMayWriteWhileABatchIsRead) {
+    AddFiles(12);
+    const auto other = OpenLibrary(libraryPath);
+    std::vector<std::string> stored;
+    tool.onRun = [&] {
+        other->Execute("Insert into Albums (Name) values ('Batch " + std::to_string(stored.size()) + "')");
+        other->Commit();
+        stored.push_back(RowTextsOf(*other, "Select count(*) from Files").front());
+    };
+    Read();
+    EXPECT_THAT(stored, ElementsAre("0", "10"));
+    EXPECT_EQ(Count("Select * from Albums where Name like 'Batch _'"), 2);
+}
+
 TEST_F(OggBatchesTest, AFileIsStoredWithWhatItTells) {
     Add("a.ogg", EncodedOgg::Stereo());
     Read();
