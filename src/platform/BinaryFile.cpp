@@ -2,6 +2,7 @@
 
 #include "platform/OpenPath.h"
 #include "platform/RuntimeError.h"
+#include "platform/WriteError.h"
 
 #include <cerrno>
 #include <string_view>
@@ -93,8 +94,7 @@ void BinaryFile::WriteAt(std::uint64_t offset, std::span<const std::byte> bytes)
         const ssize_t count = ::pwrite(m_descriptor, bytes.data() + done, bytes.size() - done,
                                        static_cast<off_t>(offset + done));
         if (count < 0 && errno != EINTR) {
-            const bool full = errno == ENOSPC || errno == EDQUOT || errno == EFBIG;
-            Fail(full ? ErrorNumber::DiskFull : ErrorNumber::DeviceInputOutput, errno, m_path);
+            Fail(IsDiskFull(errno) ? ErrorNumber::DiskFull : ErrorNumber::DeviceInputOutput, errno, m_path);
         }
         done += count > 0 ? static_cast<std::size_t>(count) : 0;
     }

@@ -493,6 +493,21 @@ TEST_F(PosixFileSystemTest, ACopyThatFailsLeavesNothing) {
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), {}), 2);
 }
 
+TEST_F(PosixFileSystemTest, ASourceThatMayNotBeReadIsNoFaultOfTheTargetsFolder) {
+    Write("secret", "x");
+    fs::permissions(folder.Path(), fs::perms(0777));
+    fs::permissions(folder / "secret", fs::perms(0000));
+    const OrdinaryUser user;
+    try {
+        fileSystem->CopyFile(folder / "secret", folder / "x");
+        ADD_FAILURE() << "copied";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), ErrorNumber::PathFileAccess);
+        EXPECT_EQ(error.Description(), "Permission denied: " + (folder / "secret"));
+    }
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), {}), 1);
+}
+
 TEST_F(PosixFileSystemTest, ACopyLeavesWhatStandsInItsPlace) {
     Write("source", "new");
     Write("file", "old");

@@ -1,6 +1,7 @@
 #include "platform/posix/PosixFileSystem.h"
 
 #include "platform/RuntimeError.h"
+#include "platform/WriteError.h"
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/MountTable.h"
 #include "platform/posix/PosixFolderWalk.h"
@@ -23,20 +24,13 @@ RuntimeError PathError(int number, int error, const std::string& path) {
 }
 
 int NumberOfWrite(int error) {
-    switch (error) {
-    case ENOSPC:
-    case EDQUOT:
-    case EFBIG:
+    if (IsDiskFull(error)) {
         return ErrorNumber::DiskFull;
-    case EACCES:
-    case EPERM:
-    case EROFS:
-        return ErrorNumber::PermissionDenied;
-    case EEXIST:
-        return ErrorNumber::FileAlreadyExists;
-    default:
-        return ErrorNumber::PathFileAccess;
     }
+    if (IsWriteRefused(error)) {
+        return ErrorNumber::PermissionDenied;
+    }
+    return error == EEXIST ? ErrorNumber::FileAlreadyExists : ErrorNumber::PathFileAccess;
 }
 
 class PosixFileSystem : public FileSystemObject {
@@ -90,7 +84,11 @@ public:
         if (!FileExists(source)) {
             throw PathError(ErrorNumber::FileNotFound, ENOENT, source);
         }
-        if (const int error = posix::CopyWholeFile(source, target); error != 0) {
+        const posix::Descriptor from = posix::OpenPath(source, O_RDONLY | O_NONBLOCK);
+        if (!from.IsOpen()) {
+            throw PathError(ErrorNumber::PathFileAccess, errno, source);
+        }
+        if (const int error = posix::CopyWholeFile(from, target); error != 0) {
             throw PathError(NumberOfWrite(error), error, target);
         }
     }

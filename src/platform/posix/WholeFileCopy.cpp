@@ -1,13 +1,11 @@
 #include "platform/posix/WholeFileCopy.h"
 
 #include "platform/TemporaryCopy.h"
-#include "platform/posix/Descriptor.h"
 
 #include <array>
 #include <cerrno>
 #include <span>
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -44,18 +42,14 @@ int KeepRights(int from, int to) {
 
 } // namespace
 
-int CopyWholeFile(const std::string& source, const std::string& target) {
-    const Descriptor from = OpenPath(source, O_RDONLY | O_NONBLOCK);
-    if (!from.IsOpen()) {
-        return errno;
-    }
+int CopyWholeFile(const Descriptor& source, const std::string& target) {
     TemporaryCopy copy;
     int error = copy.Begin(target);
     if (error == 0) {
-        error = CopyBytes(from.Get(), copy);
+        error = CopyBytes(source.Get(), copy);
     }
     if (error == 0) {
-        error = KeepRights(from.Get(), copy.Descriptor());
+        error = KeepRights(source.Get(), copy.Descriptor());
     }
     return error == 0 ? copy.MoveToFreePlace() : error;
 }

@@ -1,6 +1,6 @@
 #include "platform/sqlite/SqliteError.h"
 
-#include <cerrno>
+#include "platform/WriteError.h"
 
 #include <sqlite3.h>
 
@@ -11,18 +11,10 @@ namespace {
 constexpr int PrimaryCode = 0xFF; // The upper bytes of a code tell more of the same.
 
 LibraryFault FaultOfSystem(int error) {
-    switch (error) {
-    case ENOSPC:
-    case EDQUOT:
-    case EFBIG:
+    if (IsDiskFull(error)) {
         return LibraryFault::DiskFull;
-    case EACCES:
-    case EPERM:
-    case EROFS:
-        return LibraryFault::FolderReadOnly;
-    default:
-        return LibraryFault::Device;
     }
+    return IsWriteRefused(error) ? LibraryFault::FolderReadOnly : LibraryFault::Device;
 }
 
 } // namespace
