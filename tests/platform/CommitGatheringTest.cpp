@@ -108,7 +108,7 @@ TEST_F(CommitGatheringTest, AFailingCommitSaysWhatIsLostAndTheNextWritesAreKept)
     sqlite3_commit_hook(
         database, [](void*) { return 1; }, nullptr);
     write("Insert into Titel (Name) values ('lost too')"); // The engine itself takes the transaction back.
-    EXPECT_EQ(failure(), "constraint failed (1 earlier changes were undone)");
+    EXPECT_EQ(failure(), "constraint failed (1 earlier change was undone)");
     sqlite3_commit_hook(database, nullptr, nullptr);
     write("Insert into Titel (Name) values ('kept')");
     EXPECT_EQ(failure(), "none");
@@ -148,7 +148,7 @@ TEST_F(CommitGatheringTest, AFullDiskSaysThatEarlierStatementsWentToo) {
             FAIL() << "the row found room";
         } catch (const RuntimeError& error) {
             EXPECT_EQ(error.Number(), SQLITE_FULL);
-            EXPECT_EQ(error.Description(), "database or disk is full (1 earlier changes were undone)");
+            EXPECT_EQ(error.Description(), "database or disk is full (1 earlier change was undone)");
         }
         sqlite::RunInternal(database, "Pragma max_page_count = 1000000");
         write("Insert into Titel (Name) values ('after')");

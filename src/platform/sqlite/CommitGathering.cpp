@@ -13,7 +13,8 @@ namespace quavernet::sqlite {
 namespace {
 
 std::string WithLost(const std::string& text, std::size_t lost) {
-    return text + " (" + std::to_string(lost) + " earlier changes were undone)";
+    const char* changes = lost == 1 ? " earlier change was undone)" : " earlier changes were undone)";
+    return text + " (" + std::to_string(lost) + changes;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "platform/sqlite/RowOrder.h"
 
 #include "platform/sqlite/Collation.h"
+#include "platform/sqlite/EqualsLower.h"
 #include "platform/sqlite/SortKeys.h"
 
 #include <algorithm>
@@ -14,13 +15,6 @@ namespace quavernet::sqlite {
 namespace {
 
 using Field = ADODB::Field;
-
-bool EqualsLower(std::string_view text, std::string_view lower) {
-    return text.size() == lower.size() &&
-           std::equal(text.begin(), text.end(), lower.begin(), [](char a, char b) {
-               return (a >= 'A' && a <= 'Z' ? static_cast<char>(a + 32) : a) == b;
-           });
-}
 
 std::size_t FindLower(std::string_view text, std::string_view lower) {
     for (std::size_t at = 0; at + lower.size() <= text.size(); ++at) {

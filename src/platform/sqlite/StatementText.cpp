@@ -7,6 +7,7 @@
 #include <sqlite3.h>
 
 #include "platform/RuntimeError.h"
+#include "platform/sqlite/EqualsLower.h"
 
 namespace quavernet::sqlite {
 
@@ -31,13 +32,6 @@ constexpr std::array<bool, 256> NameCharacters = [] {
 
 bool IsNameCharacter(char c) {
     return NameCharacters[static_cast<unsigned char>(c)];
-}
-
-bool EqualsLower(std::string_view text, std::string_view lower) {
-    return text.size() == lower.size() &&
-           std::equal(text.begin(), text.end(), lower.begin(), [](char a, char b) {
-               return (a >= 'A' && a <= 'Z' ? static_cast<char>(a + 32) : a) == b;
-           });
 }
 
 } // namespace
