@@ -164,7 +164,7 @@ TEST_F(LibraryFileTest, AFolderOrAPipeIsNoLibrary) {
 
 TEST_F(LibraryFileTest, NoiseAnEmptyFileAndShortFilesAreNoLibraries) {
     std::mt19937 random(3);
-    for (const std::size_t size : {0, 1, 16, 99, 100, 4096, 50000}) {
+    for (const std::size_t size : {0U, 1U, 16U, 99U, 100U, 4096U, 50000U}) {
         std::string noise(size, '\0');
         for (char& c : noise) {
             c = static_cast<char>(random());
