@@ -1,5 +1,5 @@
 // The table of process-wide state: the way in which the subsystems meet. One instance; the test fixture
-// resets it. Beside it stand the services that src/main.cpp fills in.
+// resets it. Beside it stand the services that RealServices fills in.
 #pragma once
 
 #include "app/Collections.h"
@@ -66,7 +66,7 @@ struct MainModule {
 
 extern MainModule mainModule;
 
-/// What the logic asks of the platform. Filled once by src/main.cpp, or by the test fixture.
+/// What the logic asks of the platform. Filled once by RealServices, or by the test fixture.
 struct Services {
     SettingsStore* settings = nullptr;
     FileSystemObject* fileSystem = nullptr;

@@ -1,4 +1,4 @@
-// Describes Ogg files in process, in the lines of the command-line tool ogginfo. Built by src/main.cpp; the
+// Describes Ogg files in process, in the lines of the command-line tool ogginfo. Built by RealServices; the
 // scanner and the details dialog reach it as OggInfoTool.
 #pragma once
 
