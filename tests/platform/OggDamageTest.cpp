@@ -3,6 +3,8 @@
 
 #include "support/OggComparison.h"
 
+#include <limits>
+
 namespace quavernet::test {
 
 using OggDamageTest = OggComparison;
@@ -54,6 +56,17 @@ TEST_F(OggDamageTest, PagesBehindTheLastOneDoNotCount) {
     pages.back().granule = std::int64_t{44100} * 9;
     EXPECT_EQ(ExpectAsTheTool("after.ogg", JoinPages(pages)).length, "3");
     ExpectAsTheTool("twice.ogg", EncodedOgg::Stereo() + EncodedOgg::Stereo());
+}
+
+TEST_F(OggDamageTest, ALengthThatNoNumberHoldsIsToldAsTheToolTellsIt) {
+    auto pages = SplitPages(EncodedOgg::Stereo());
+    pages[0].body.replace(12, 4, std::string("\x01\0\0\0", 4)); // The rate, in Hz.
+    constexpr auto longest = std::numeric_limits<std::int64_t>::max();
+    // A double has 53 bits: the last 512 numbers are rounded up, to one that no whole number holds.
+    for (const std::int64_t granule : {longest, longest - 511, longest - 512, longest - 1023, longest / 2}) {
+        pages.back().granule = granule;
+        EXPECT_EQ(ExpectAsTheTool("long.ogg", JoinPages(pages)).failure, "Overflow") << granule;
+    }
 }
 
 TEST_F(OggDamageTest, AMissingPageIsNotMissedInTheSum) {

@@ -38,17 +38,18 @@ std::string PaddedNumber(std::int64_t value, std::size_t digits) {
     return text.size() < digits ? std::string(digits - text.size(), '0') + text : text;
 }
 
+constexpr double BeyondAllTimes = 0x1p63; // Seconds that no whole number of 64 bits holds.
+
 std::string PlaybackLength(std::int64_t granule, std::uint32_t rate) {
-    if (rate == 0) {
-        // What the tool's arithmetic makes of nought by nought, where no header told the rate.
+    const double time = rate == 0 ? BeyondAllTimes : static_cast<double>(granule) / rate;
+    if (time >= BeyondAllTimes) {
+        // What the tool's arithmetic makes of it; also of nought by nought, where no header told the rate.
         return "-153722867280912930m:-8.-9223372036854775808s";
     }
-    const double time = static_cast<double>(granule) / rate;
     const auto whole = static_cast<std::int64_t>(time);
     const std::int64_t minutes = whole / 60;
     const std::int64_t seconds = whole - minutes * 60;
-    const double rest = time - static_cast<double>(minutes * 60) - static_cast<double>(seconds);
-    const auto milliseconds = static_cast<std::int64_t>(rest * 1000);
+    const auto milliseconds = static_cast<std::int64_t>((time - static_cast<double>(whole)) * 1000);
     return std::to_string(minutes) + "m:" + PaddedNumber(seconds, 2) + "." + PaddedNumber(milliseconds, 3) +
            "s";
 }
