@@ -1,6 +1,7 @@
 // Reads the version 2 tag of a file of any bytes in the two ways that the component has, then changes fields
-// of it and saves. The input: a byte whose lower seven bits choose the fields to change, the length of a text
-// and the text; then the file.
+// of it and saves. The input: a byte whose lower seven bits choose the fields to change, and whose eighth
+// lets another program change a further one between load and save; the length of a text and the text; then
+// the file.
 #include "platform/CodePage.h"
 #include "platform/RuntimeError.h"
 #include "platform/taglib/Id3v2Frames.h"
@@ -185,38 +186,64 @@ void RequireSaved(std::string_view before, const std::string& after,
     Require(OtherFrames(*now, changed) == OtherFrames(*was, changed));
 }
 
-void Save(const std::string& folder, const std::string& path, std::string_view file, const Texts& old,
+// Whether a save went well: no file is left beside the other, and a refused one is the old one to the byte.
+bool Saved(TagComponent& component, const std::string& folder, const std::string& path,
+           std::string_view file) {
+    bool saved = true;
+    try {
+        component.SaveFile(path);
+    } catch (const RuntimeError& error) {
+        Require(error.Number() == ErrorNumber::PathFileAccess && fuzz::ReadWhole(path) == file);
+        saved = false;
+    }
+    Require(NamesIn(folder) == std::vector<std::string>{"x.mp3"});
+    return saved;
+}
+
+// Another program changes the first field that is not chosen.
+void SaveByAnother(const std::string& folder, const std::string& path, std::string_view file, unsigned mask) {
+    const auto component = CreateTagLibComponent();
+    component->LoadFile(path);
+    std::size_t field = 0;
+    while (field < FieldCount && (mask >> field & 1) != 0) {
+        ++field;
+    }
+    if (field < FieldCount) {
+        component->SetTagField(Indexes[field], "theirs");
+        Saved(*component, folder, path, file);
+    }
+}
+
+void Save(const std::string& folder, const std::string& path, std::string_view loaded, const Texts& old,
           unsigned mask, const std::string& text) {
     const auto component = CreateTagLibComponent();
     component->LoadFile(path);
+    std::array<bool, FieldCount> changed{};
     Texts wanted = old;
     for (std::size_t i = 0; i < FieldCount; ++i) {
         if ((mask >> i & 1) != 0) {
             wanted[i] = text.empty() ? "" : text + std::to_string(i);
             component->SetTagField(Indexes[i], wanted[i]);
+            changed[i] = wanted[i] != old[i];
         }
     }
-    std::array<bool, FieldCount> changed{};
-    std::transform(wanted.begin(), wanted.end(), old.begin(), changed.begin(), std::not_equal_to<>());
-    const bool changes = std::find(changed.begin(), changed.end(), true) != changed.end();
-    try {
-        component->SaveFile(path);
-    } catch (const RuntimeError& error) {
-        // A refused file is the old one to the byte.
-        Require(error.Number() == ErrorNumber::PathFileAccess && fuzz::ReadWhole(path) == file);
-        Require(NamesIn(folder) == std::vector<std::string>{"x.mp3"});
+    if ((mask & 0x80) != 0) {
+        SaveByAnother(folder, path, loaded, mask);
+    }
+    const std::string file = fuzz::ReadWhole(path);
+    const Texts standing = Read(path, file);
+    if (!Saved(*component, folder, path, file)) {
         return;
     }
-    Require(NamesIn(folder) == std::vector<std::string>{"x.mp3"});
     const std::string after = fuzz::ReadWhole(path);
-    if (!changes) {
+    if (std::find(changed.begin(), changed.end(), true) == changed.end()) {
         Require(after == file);
         return;
     }
     RequireSaved(file, after, changed);
     const Texts now = Read(path, after);
     for (std::size_t i = 0; i < FieldCount; ++i) {
-        Require(now[i] == (changed[i] ? Kept(wanted[i]) : old[i]));
+        Require(now[i] == (changed[i] ? Kept(wanted[i]) : standing[i]));
     }
 }
 

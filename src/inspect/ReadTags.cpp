@@ -9,32 +9,21 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <iterator>
 
 namespace quavernet {
 
 namespace {
 
-bool BeginsWithId3(const FileBytes& file) {
-    return file.Head().size() >= 3 && std::memcmp(file.Head().data(), "ID3", 3) == 0;
-}
-
-// Gives the file to the component, which keeps its fields for the details dialog. A file that does not begin
-// with "ID3" carries no version 2 tag: no file is given then, which empties the fields without another open.
+// Gives the file to the component, which keeps its fields for the details dialog. With the head it needs not
+// open the file again, unless that can't be read: then the component has to know.
 bool LoadId3v2(const std::string& path, const FileBytes& file) {
     TagComponent* component = mainModule.TagComponent.get();
     if (component == nullptr) {
         return false;
     }
     bool hasTag = false;
-    Skip([&] {
-        if (BeginsWithId3(file)) {
-            component->LoadHead(path, file.Head());
-        } else {
-            component->LoadFile({});
-        }
-    });
+    Skip([&] { component->LoadHead(path, file.Head()); });
     Skip([&] { hasTag = component->HasV2Tag(); });
     return hasTag;
 }

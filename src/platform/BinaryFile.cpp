@@ -32,6 +32,14 @@ int OpenErrorNumber(int code) {
     }
 }
 
+[[noreturn]] void FailToWrite(int code, const std::string& path) {
+    Fail(IsDiskFull(code) ? ErrorNumber::DiskFull : ErrorNumber::DeviceInputOutput, code, path);
+}
+
+bool IsSame(const std::timespec& one, const std::timespec& other) {
+    return one.tv_sec == other.tv_sec && one.tv_nsec == other.tv_nsec;
+}
+
 } // namespace
 
 BinaryFile::BinaryFile(const std::string& path, Access access) : m_path(path) {
@@ -52,6 +60,8 @@ BinaryFile::BinaryFile(const std::string& path, Access access) : m_path(path) {
         Fail(ErrorNumber::PathFileAccess, code, path);
     }
     m_size = static_cast<std::uint64_t>(facts.st_size);
+    m_modified = facts.st_mtim;
+    m_changed = facts.st_ctim;
 }
 
 BinaryFile::~BinaryFile() {
@@ -60,7 +70,7 @@ BinaryFile::~BinaryFile() {
 
 BinaryFile::BinaryFile(BinaryFile&& other) noexcept
     : m_path(std::move(other.m_path)), m_descriptor(std::exchange(other.m_descriptor, -1)),
-      m_size(other.m_size) {}
+      m_size(other.m_size), m_modified(other.m_modified), m_changed(other.m_changed) {}
 
 BinaryFile& BinaryFile::operator=(BinaryFile&& other) noexcept {
     if (this != &other) {
@@ -68,8 +78,19 @@ BinaryFile& BinaryFile::operator=(BinaryFile&& other) noexcept {
         m_path = std::move(other.m_path);
         m_descriptor = std::exchange(other.m_descriptor, -1);
         m_size = other.m_size;
+        m_modified = other.m_modified;
+        m_changed = other.m_changed;
     }
     return *this;
+}
+
+bool BinaryFile::IsAsOpened() const {
+    struct stat facts {};
+    if (::fstat(m_descriptor, &facts) != 0) {
+        Fail(ErrorNumber::DeviceInputOutput, errno, m_path);
+    }
+    return static_cast<std::uint64_t>(facts.st_size) == m_size && IsSame(facts.st_mtim, m_modified) &&
+           IsSame(facts.st_ctim, m_changed);
 }
 
 std::size_t BinaryFile::ReadAt(std::uint64_t offset, std::span<std::byte> bytes) const {
@@ -94,9 +115,15 @@ void BinaryFile::WriteAt(std::uint64_t offset, std::span<const std::byte> bytes)
         const ssize_t count = ::pwrite(m_descriptor, bytes.data() + done, bytes.size() - done,
                                        static_cast<off_t>(offset + done));
         if (count < 0 && errno != EINTR) {
-            Fail(IsDiskFull(errno) ? ErrorNumber::DiskFull : ErrorNumber::DeviceInputOutput, errno, m_path);
+            FailToWrite(errno, m_path);
         }
         done += count > 0 ? static_cast<std::size_t>(count) : 0;
+    }
+}
+
+void BinaryFile::BringToDisk() {
+    if (::fsync(m_descriptor) != 0) {
+        FailToWrite(errno, m_path);
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <ctime>
 #include <span>
 #include <string>
 
@@ -24,6 +25,10 @@ public:
     /// Bytes in the file when it was opened.
     std::uint64_t Size() const { return m_size; }
 
+    /// Whether its length and times are those of the moment when it was opened: nobody wrote to it since, and
+    /// neither has this object. Throws RuntimeError 57 if the device fails.
+    bool IsAsOpened() const;
+
     /// The open file's number, for calls that this class does not wrap.
     int Descriptor() const { return m_descriptor; }
 
@@ -34,12 +39,18 @@ public:
     /// Writes all bytes at the offset. Throws RuntimeError 61 if the disk is full, 57 if the device fails.
     void WriteAt(std::uint64_t offset, std::span<const std::byte> bytes);
 
+    /// Waits until all that was written stands on the disk. Throws RuntimeError 61 if the disk is full, as
+    /// some file systems find only now, 57 if the device fails.
+    void BringToDisk();
+
     void Close() noexcept;
 
 private:
     std::string m_path;
     int m_descriptor = -1;
     std::uint64_t m_size = 0;
+    std::timespec m_modified{}; ///< Contents, when it was opened.
+    std::timespec m_changed{};  ///< Contents, rights or times, when it was opened.
 };
 
 } // namespace quavernet

@@ -103,12 +103,8 @@ bool LeadsTo(const std::string& path, const struct stat& facts) {
 }
 
 // Nobody else's changes may be lost with the old file.
-void CheckUnchanged(const BinaryFile& file, const struct stat& before, const std::string& path) {
-    const struct stat now = FactsOf(file, path);
-    const bool same = static_cast<std::uint64_t>(now.st_size) == file.Size() &&
-                      now.st_mtim.tv_sec == before.st_mtim.tv_sec &&
-                      now.st_mtim.tv_nsec == before.st_mtim.tv_nsec && LeadsTo(path, now);
-    if (!same) {
+void CheckUnchanged(const BinaryFile& file, const std::string& path) {
+    if (!file.IsAsOpened() || !LeadsTo(path, FactsOf(file, path))) {
         throw RuntimeError(ErrorNumber::PermissionDenied,
                            std::generic_category().message(EBUSY) + ": " + path);
     }
@@ -140,7 +136,7 @@ void SaveByCopy(const std::string& path, const BinaryFile& file, std::uint64_t o
     if (times == SaveTimes::Keep) {
         SetTimes(copy.Descriptor(), facts);
     }
-    CheckUnchanged(file, facts, path);
+    CheckUnchanged(file, path);
     Check(copy.MoveToTarget(), path);
 }
 
@@ -149,14 +145,16 @@ void WriteInPlace(const std::string& path, BinaryFile& file, std::uint64_t offse
     const struct stat facts = FactsOf(file, path);
     try {
         file.WriteAt(offset, bytes);
+        if (times == SaveTimes::Keep) {
+            SetTimes(file.Descriptor(), facts);
+        }
+        file.BringToDisk(); // Where a file system takes bytes on trust, it tells here that it has no room.
     } catch (const RuntimeError&) {
         Skip([&] { file.WriteAt(offset, oldBytes); });
+        SetTimes(file.Descriptor(), facts);
+        Skip([&] { file.BringToDisk(); });
         throw;
     }
-    if (times == SaveTimes::Keep) {
-        SetTimes(file.Descriptor(), facts);
-    }
-    ::fsync(file.Descriptor());
 }
 
 } // namespace
@@ -173,15 +171,14 @@ void OverwriteBytes(const std::string& path, BinaryFile& file, std::uint64_t off
     while (bytes[end - 1] == oldBytes[end - 1]) {
         --end;
     }
-    const struct stat facts = FactsOf(file, path);
     const auto writeInPlace = [&] {
-        CheckUnchanged(file, facts, path);
+        CheckUnchanged(file, path);
         WriteInPlace(path, file, offset + begin, oldBytes.subspan(begin, end - begin),
                      bytes.subspan(begin, end - begin), times);
     };
     const bool inPlaceAllowed = withoutCopy == WithoutCopy::InPlace;
     if ((offset + begin) / PageSize == (offset + end - 1) / PageSize ||
-        (inPlaceAllowed && facts.st_nlink > 1)) {
+        (inPlaceAllowed && FactsOf(file, path).st_nlink > 1)) {
         writeInPlace();
         return;
     }

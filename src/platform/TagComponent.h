@@ -16,11 +16,11 @@ public:
 
     virtual ~TagComponent() = default;
 
-    /// Reads the tag of a file. A file that is missing or carries no tag leaves the fields empty.
+    /// Reads the tag of a file. A file that carries no tag, or can't be read, leaves the fields empty.
     virtual void LoadFile(const std::string& path) = 0;
 
-    /// The same for a caller that has read the beginning of the file: it isn't opened again if the tag lies
-    /// within `head`.
+    /// The same for a caller that has read the beginning of the file: it isn't opened again if `head` (10
+    /// bytes or more) begins with no tag, or holds the whole of it.
     virtual void LoadHead(const std::string& path, std::span<const std::byte> /*head*/) { LoadFile(path); }
 
     /// Whether the file last loaded begins with an ID3v2 tag: major version 2 to 4 and a valid
@@ -31,9 +31,11 @@ public:
     virtual std::string TagField(int index) const = 0;
     virtual void SetTagField(int index, const std::string& text) = 0;
 
-    /// Writes the seven fields back. Every other frame, the tag's version, a version 1 tag and the audio stay
-    /// byte for byte; the file is either the old or the new one, never torn.
-    /// Throws RuntimeError 75 if it can't be written.
+    /// Writes the fields back: those that were set to another text than the loaded one, so that the others
+    /// keep what another program wrote since; into another file than the loaded one, all seven. Every other
+    /// frame, the tag's version, a version 1 tag and the audio stay byte for byte; the file is either the old
+    /// or the new one, never torn. Throws RuntimeError 75 if it can't be written, or could not be read when
+    /// it was loaded.
     virtual void SaveFile(const std::string& path) = 0;
 };
 

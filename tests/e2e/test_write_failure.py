@@ -19,7 +19,7 @@ class WriteFailureTest(ProgramTest):
         self.assertIsNone(self.program.poll())
         self.desktop.activate(box)
         self.desktop.key("Return")
-        self.assertNotEqual(self.ended(), 0)
+        self.assertEqual(self.ended(), 1)
 
         left = self.library.files()
         self.assertLessEqual(set(kept), set(left))

@@ -2,8 +2,13 @@
 
 #include "inspect/Id3v1.h"
 #include "platform/RuntimeError.h"
+#include "support/OrdinaryUser.h"
 
 #include <filesystem>
+#include <utility>
+#include <vector>
+
+#include <sys/stat.h>
 
 namespace quavernet::test {
 
@@ -135,7 +140,11 @@ public:
     }
 
     void LoadFile(const std::string& path) override {
-        loaded.push_back(path);
+        loaded.emplace_back(path, 0);
+        FailIf(failLoad);
+    }
+    void LoadHead(const std::string& path, std::span<const std::byte> head) override {
+        loaded.emplace_back(path, head.size());
         FailIf(failLoad);
     }
     bool HasV2Tag() const override {
@@ -149,7 +158,7 @@ public:
     void SetTagField(int, const std::string&) override {}
     void SaveFile(const std::string&) override {}
 
-    std::vector<std::string> loaded;
+    std::vector<std::pair<std::string, std::size_t>> loaded; ///< Paths, and how much was known of the file.
     bool hasTag = false;
     bool failLoad = false;
     bool failQuestion = false;
@@ -195,11 +204,34 @@ TEST_F(ReadTagsTest, AFieldThatFailsLeavesBlankWhatIsNotYetRead) {
     EXPECT_TRUE(file.HasTagV2);
 }
 
-TEST_F(ReadTagsTest, OnlyAFileThatBeginsWithId3IsGivenToTheComponent) {
+TEST_F(ReadTagsTest, TheComponentGetsEachFileWithTheBeginningThatWasReadOfIt) {
     const RecordingTagComponent& component = RecordingTagComponent::Install();
     ReadTagsOf("a.mp3", Audio);
-    ReadTagsOf("b.mp3", "ID3" + Audio);
-    EXPECT_EQ(component.loaded, (std::vector<std::string>{"", folder / "b.mp3"}));
+    ReadTagsOf("b.mp3", "ID3" + std::string(6000, 'a'));
+    ReadTags(folder / "missing.mp3");
+    using Loads = std::vector<std::pair<std::string, std::size_t>>;
+    EXPECT_EQ(
+        component.loaded,
+        (Loads{{folder / "a.mp3", Audio.size()}, {folder / "b.mp3", 5120}, {folder / "missing.mp3", 0}}));
+}
+
+TEST_F(ReadTagsTest, AFileThatCouldNotBeReadKeepsItsTagHoweverItsFieldsAreSet) {
+    const std::string contents =
+        TagV2(3, TextFrame(3, "TIT2", "Titel") + TextFrame(3, "TALB", "Album"), 50) + Audio;
+    WriteFile(folder / "a.mp3", contents);
+    ::chmod(folder.Path().c_str(), 0777);
+    ::chmod((folder / "a.mp3").c_str(), 0);
+    {
+        const OrdinaryUser user;
+        ReadTags(folder / "a.mp3");
+    }
+    ::chmod((folder / "a.mp3").c_str(), 0644);
+    for (const int index : {2, 3, 4, 5, 6, 7, 12}) { // As shown, with a new title.
+        mainModule.TagComponent->SetTagField(index,
+                                             index == 2 ? "Neu" : mainModule.TagComponent->TagField(index));
+    }
+    EXPECT_THROW(mainModule.TagComponent->SaveFile(folder / "a.mp3"), RuntimeError);
+    EXPECT_EQ(ReadFile(folder / "a.mp3"), contents);
 }
 
 TEST_F(ReadTagsTest, TheComponentForgetsTheTagOfTheFileBefore) {

@@ -129,6 +129,35 @@ TEST_F(SafeSaveTest, AFileThatGrewSinceItWasOpenedStays) {
     EXPECT_EQ(ReadFile(path), old + "more");
 }
 
+TEST_F(SafeSaveTest, AFileThatAnotherProgramChangedToTheSameLengthSinceItWasOpenedStays) {
+    const std::string theirs(old.size(), 't');
+    const struct timespec longAgo[2] = {{1000000000, 0}, {1100000000, 0}};
+    struct stat before {};
+    for (const bool keepsItsTime : {false, true}) {
+        for (const std::size_t offset : {100U, 4095U}) {
+            WriteFile(path, old);
+            ::utimensat(AT_FDCWD, path.c_str(), longAgo, 0);
+            ASSERT_EQ(::stat(path.c_str(), &before), 0);
+            BinaryFile file(path, BinaryFile::Access::ReadWrite);
+            struct stat now = before;
+            do { // The clock of a file system has its steps.
+                WriteFile(path, theirs);
+                if (keepsItsTime) {
+                    ::utimensat(AT_FDCWD, path.c_str(), longAgo, 0);
+                }
+                ASSERT_EQ(::stat(path.c_str(), &now), 0);
+            } while (now.st_ctim.tv_sec == before.st_ctim.tv_sec &&
+                     now.st_ctim.tv_nsec == before.st_ctim.tv_nsec);
+            EXPECT_THROW(ReplaceHead(path, file, 10, AsBytes("head")), RuntimeError);
+            EXPECT_THROW(OverwriteBytes(path, file, offset, AsBytes(std::string_view(old).substr(offset, 2)),
+                                        AsBytes("xy"), SaveTimes::Keep, WithoutCopy::InPlace),
+                         RuntimeError)
+                << offset;
+            EXPECT_EQ(ReadFile(path), theirs) << offset;
+        }
+    }
+}
+
 TEST_F(SafeSaveTest, AFileWithAnotherNameThatWasReplacedMeanwhileStays) {
     fs::create_hard_link(path, folder / "b.mp3");
     const BinaryFile file(path, BinaryFile::Access::Read);
@@ -247,6 +276,65 @@ TEST_F(SafeSaveTest, AFileBeyondTheLengthOfASystemCallIsSavedToo) {
 const RefusedCall NoNamelessFile{SYS_openat, 2, O_TMPFILE & ~O_DIRECTORY, EOPNOTSUPP};
 const RefusedCall NoMoveToAFreePlace{SYS_renameat2, 4, RENAME_NOREPLACE, EINVAL};
 const RefusedCall NoSecondName{SYS_linkat, 4, 0, EPERM};
+
+TEST_F(SafeSaveTest, ACopyOfAnotherUserStays) {
+    const RefusedCall nobodyKnown{SYS_geteuid, 0, 0, EPERM}; // Its answer is then no user's number.
+    WriteFile(folder / ".quavernet-aB3xYz", "another user's, who may be back");
+    EXPECT_TRUE(SucceedsWithout({nobodyKnown}, [&] {
+        Overwrite(4095, "xy");
+        return true;
+    }));
+    EXPECT_EQ(ReadFile(path), Put(old, 4095, "xy"));
+    EXPECT_EQ(Names(), (std::vector<std::string>{".quavernet-aB3xYz", "a.mp3"}));
+}
+
+// What a disk answers that took the bytes and can't keep them.
+RefusedCall NotKept(int error) {
+    return {SYS_fsync, 0, 0, error};
+}
+
+TEST_F(SafeSaveTest, AWriteInPlaceThatTheDiskDoesNotKeepIsTakenBackAndTold) {
+    const struct timespec times[2] = {{1000000000, 0}, {1100000000, 0}};
+    const ino_t inode = Inode();
+    for (const auto& [error, number] : std::vector<std::pair<int, int>>{{EIO, ErrorNumber::DeviceInputOutput},
+                                                                        {ENOSPC, ErrorNumber::DiskFull},
+                                                                        {EDQUOT, ErrorNumber::DiskFull}}) {
+        for (const SaveTimes renewed : {SaveTimes::Keep, SaveTimes::Renew}) {
+            ::utimensat(AT_FDCWD, path.c_str(), times, 0);
+            EXPECT_TRUE(SucceedsWithout({NotKept(error)}, [&, expected = number] {
+                try {
+                    Overwrite(100, "xy", renewed);
+                } catch (const RuntimeError& failure) {
+                    return failure.Number() == expected && failure.Description().ends_with(path);
+                }
+                return false;
+            })) << error;
+            struct stat facts {};
+            ASSERT_EQ(::stat(path.c_str(), &facts), 0);
+            EXPECT_EQ(facts.st_mtim.tv_sec, 1100000000);
+            EXPECT_EQ(ReadFile(path), old);
+        }
+    }
+    EXPECT_EQ(Inode(), inode);
+}
+
+TEST_F(SafeSaveTest, ACopyThatTheDiskDoesNotKeepDoesNotTakeTheFilesPlace) {
+    const ino_t inode = Inode();
+    for (const bool toFreePlace : {false, true}) {
+        EXPECT_TRUE(SucceedsWithout({NotKept(EIO)}, [&] {
+            TemporaryCopy copy;
+            const int begun = copy.Begin(toFreePlace ? folder / "b.mp3" : path) + copy.Append(AsBytes("new"));
+            return begun == 0 && (toFreePlace ? copy.MoveToFreePlace() : copy.MoveToTarget()) == EIO;
+        }));
+    }
+    EXPECT_TRUE(SucceedsWithout({NotKept(EIO)}, [&] {
+        EXPECT_THROW(Overwrite(4095, "xy"), RuntimeError);
+        return !::testing::Test::HasFailure();
+    }));
+    EXPECT_EQ(ReadFile(path), old);
+    EXPECT_EQ(Inode(), inode);
+    EXPECT_EQ(Names(), std::vector<std::string>{"a.mp3"});
+}
 
 TEST_F(SafeSaveTest, WithoutNamelessFilesTheCopyHasANameUntilItTakesItsPlace) {
     const auto isNamed = [&] { return Names().size() == 2 && IsCopyName(Names().front()); };

@@ -232,6 +232,69 @@ TEST_F(TagLibWriteTest, FieldsCanBeSavedIntoAnotherFile) {
     EXPECT_EQ(ReadFile(folder / "b.mp3"), TagV2(3, TextFrame(3, "TIT2", "A"), 66) + Audio);
 }
 
+TEST_F(TagLibWriteTest, WhatAnotherProgramChangedSinceTheLoadStays) {
+    const auto tagOf = [&](const std::string& title, const std::string& performer, const std::string& album) {
+        return TagV2(3,
+                     TextFrame(3, "TIT2", title) + TextFrame(3, "TPE1", performer) +
+                         TextFrame(3, "TALB", album),
+                     60 - title.size() - performer.size() - album.size()) +
+               Audio + V1;
+    };
+    WriteFile(path, tagOf("Titel", "Wer", "Album"));
+    component->LoadFile(path);
+    WriteFile(path, tagOf("Titel", "Ein anderer", "Ein anderes"));
+    // As a dialog does it: all seven, of which one is new.
+    for (const int index : {T::Title, T::Performer, T::Album, T::Year, T::Genre, T::Comment, T::Publisher}) {
+        component->SetTagField(index, index == T::Title ? "Neu" : component->TagField(index));
+    }
+    component->SaveFile(path);
+    EXPECT_EQ(ReadFile(path), tagOf("Neu", "Ein anderer", "Ein anderes"));
+    component->SetTagField(T::Performer, "Ich"); // Both changed it: what the user wants counts.
+    component->SaveFile(path);
+    EXPECT_EQ(ReadFile(path), tagOf("Neu", "Ich", "Ein anderes"));
+}
+
+TEST_F(TagLibWriteTest, ATagThatAnotherProgramWroteSinceTheLoadKeepsItsFields) {
+    WriteFile(path, Audio + V1);
+    component->LoadFile(path);
+    WriteFile(path, TagV2(4, TextFrame(4, "TPE1", "Wer", 3), 50) + Audio + V1);
+    component->SetTagField(T::Title, "Neu");
+    component->SetTagField(T::Performer, "");
+    component->SaveFile(path);
+    EXPECT_EQ(ReadFile(path),
+              TagV2(4, TextFrame(4, "TPE1", "Wer", 3) + TextFrame(4, "TIT2", "Neu", 3), 36) + Audio + V1);
+}
+
+TEST_F(TagLibWriteTest, ASavedFieldCanBeSetBackToTheLoadedText) {
+    Save(TagV2(3, TextFrame(3, "TIT2", "Alt"), 50) + Audio, {{T::Title, "Neu"}});
+    component->SetTagField(T::Title, "Alt");
+    EXPECT_EQ(component->TagField(T::Title), "Alt");
+    component->SaveFile(path);
+    EXPECT_EQ(FieldOf(T::Title), "Alt");
+}
+
+TEST_F(TagLibWriteTest, WithoutALoadedFileOnlyTheFieldsThatWereSetAreWritten) {
+    const std::string contents =
+        TagV2(3, TextFrame(3, "TIT2", "Alt") + TextFrame(3, "TALB", "Album"), 50) + Audio;
+    const std::string expected =
+        TagV2(3, TextFrame(3, "TIT2", "Neu") + TextFrame(3, "TALB", "Album"), 50) + Audio;
+    for (const std::string& loaded : {std::string(), folder / "missing.mp3"}) {
+        WriteFile(path, contents);
+        component->LoadFile(loaded);
+        component->SetTagField(T::Title, "Neu");
+        component->SaveFile(path);
+        EXPECT_EQ(ReadFile(path), expected);
+        component->SetTagField(T::Title, "Alt");
+        component->SaveFile(path);
+        EXPECT_EQ(ReadFile(path), contents);
+    }
+    WriteFile(path, contents);
+    const auto fresh = CreateTagLibComponent();
+    fresh->SetTagField(T::Title, "Neu");
+    fresh->SaveFile(path);
+    EXPECT_EQ(ReadFile(path), expected);
+}
+
 TEST_F(TagLibWriteTest, RightsAndTimesStay) {
     for (const std::size_t padding : {0u, 100u}) {
         WriteFile(path, TagV2(3, TextFrame(3, "TIT2", "Alt"), padding) + Audio);
@@ -327,6 +390,46 @@ TEST_F(TagLibWriteFailureTest, AReadOnlyFileStays) {
     EXPECT_EQ(ReadFile(path), contents);
 }
 
+TEST_F(TagLibWriteFailureTest, AFileThatCouldNotBeReadWhenItWasLoadedIsNotWritten) {
+    const std::string contents =
+        TagV2(3, TextFrame(3, "TIT2", "Alt") + TextFrame(3, "TALB", "Album"), 50) + Audio;
+    WriteFile(path, contents);
+    ::chmod(folder.Path().c_str(), 0777);
+    for (const bool byHead : {false, true}) {
+        ::chmod(path.c_str(), 0);
+        {
+            const OrdinaryUser user;
+            byHead ? component->LoadHead(path, {}) : component->LoadFile(path);
+        }
+        ::chmod(path.c_str(), 0644);
+        EXPECT_EQ(component->TagField(T::Album), "");
+        component->SetTagField(T::Title, "Neu");
+        component->SetTagField(T::Album, component->TagField(T::Album));
+        ExpectFailure(path);
+        EXPECT_EQ(ReadFile(path), contents);
+    }
+    component->LoadFile(path);
+    component->SetTagField(T::Title, "Neu");
+    component->SaveFile(path);
+    EXPECT_EQ(FieldOf(T::Title), "Neu") << "once it could be read";
+    EXPECT_EQ(FieldOf(T::Album), "Album");
+}
+
+TEST_F(TagLibWriteFailureTest, ARefusedChangeIsStillWantedByTheNextSave) {
+    WriteFile(path, TagV2(3, TextFrame(3, "TIT2", "Alt")) + Audio);
+    ::chmod(path.c_str(), 0444);
+    ::chmod(folder.Path().c_str(), 0777);
+    component->LoadFile(path);
+    component->SetTagField(T::Title, "Ein neuer Titel");
+    {
+        const OrdinaryUser user;
+        ExpectFailure(path);
+    }
+    component->SetTagField(T::Performer, "");
+    component->SaveFile(path);
+    EXPECT_EQ(FieldOf(T::Title), "Ein neuer Titel");
+}
+
 TEST_F(TagLibWriteFailureTest, AFolderThatTakesNoCopyLeavesTheFile) {
     const std::string contents = TagV2(3, TextFrame(3, "TIT2", "Alt")) + Audio;
     WriteFile(path, contents);
@@ -396,6 +499,26 @@ TEST_F(TagLibWriteTest, ARealFilePlaysOnAfterItsTagGrew) {
     EXPECT_EQ(FieldOf(T::Performer), "Wer");
     const std::size_t frame = before.find("\xFF\xFB");
     EXPECT_TRUE(after.ends_with(before.substr(frame)));
+    RunProgram({"sox", path, "-n"});
+}
+
+TEST_F(TagLibWriteTest, ARealFileKeepsTheAlbumThatAnotherProgramGaveItMeanwhile) {
+    CopyTo(RealMp3({"-b", "128", "--tt", "Lied", "--ta", "Wer", "--tl", "Album", "--add-id3v2",
+                    "--id3v2-latin1"}),
+           path);
+    component->LoadFile(path);
+    {
+        const auto other = CreateTagLibComponent();
+        other->LoadFile(path);
+        other->SetTagField(T::Album, "Ein anderes");
+        other->SaveFile(path);
+    }
+    component->SetTagField(T::Title, "Neu");
+    component->SetTagField(T::Album, component->TagField(T::Album));
+    component->SaveFile(path);
+    EXPECT_EQ(FieldOf(T::Title), "Neu");
+    EXPECT_EQ(FieldOf(T::Performer), "Wer");
+    EXPECT_EQ(FieldOf(T::Album), "Ein anderes");
     RunProgram({"sox", path, "-n"});
 }
 

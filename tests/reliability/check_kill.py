@@ -3,8 +3,9 @@
 
     check_kill.py [--count N] [--seed S] [--files N]
 
-N scans by the real program are killed: the library then opens, is sound, holds whole rows only, and a further scan
-completes it to what an undisturbed scan gives. N saves of tags are killed in each form (in place, in place over a
+N scans by the real program are killed, half of them into a library that holds every file as it was before each got
+other contents, tags included: the library then opens, is sound, holds whole rows only (of before or of now), and a
+further scan completes it to what an undisturbed scan gives. N saves of tags are killed in each form (in place, in place over a
 page's end, by a copy; version 1 within a page and over its end), and each form once at each of its system calls:
 the file is the old or the new one byte for byte, and what a killed save leaves is no music and goes with the next.
 """
@@ -37,6 +38,8 @@ class KilledScanTest(ProgramTest):
         super().setUp()
         self.chance = random.Random(OPTIONS.seed)
         self.folder = self.home
+        self.quick = False
+        self.held = self.now = self.before = None  # Contents: of the library; of scans of the music as it is, and was.
         self.library_folder = os.path.dirname(self.library.path)
 
     def start_soon(self):
@@ -62,7 +65,8 @@ class KilledScanTest(ProgramTest):
         self.desktop.activate(window)
         self.desktop.key("ctrl+q")
         self.assertEqual(self.ended(), 0)
-        return seconds, Content(self.library.path)
+        self.held = Content(self.library.path)
+        return seconds, self.held
 
     def scan_has_ended(self, window):
         """The settings held no date of a scan at the start."""
@@ -76,50 +80,110 @@ class KilledScanTest(ProgramTest):
     def forget_library(self):
         shutil.rmtree(self.library_folder, ignore_errors=True)
 
+    def make_other_music(self):
+        """The same names, under each of them what another file of its format holds: other tags, size and length."""
+        self.other = os.path.join(self.home, "other")
+        for ending in (".mp3", ".ogg", ".wav"):
+            paths = [path for path in self.music if path.endswith(ending)]
+            for path, source in zip(paths, paths[1:] + paths[:1]):
+                target = os.path.join(self.other, os.path.relpath(path, self.folder))
+                os.makedirs(os.path.dirname(target), exist_ok=True)
+                os.link(source, target)
+
+    def change_music(self):
+        """Each file gets its other contents; a second change brings the first ones back."""
+        os.rename(self.folder, self.other + "-once")
+        os.rename(self.other, self.folder)
+        os.rename(self.other + "-once", self.other)
+        self.before, self.now = self.now, self.before
+
+    def stored(self):
+        """A number that changes when a row's file or size does."""
+        return self.library.values("select total(File_id * (Sizeinbytes + 1)) from Files")
+
     def test_scans(self):
         self.folder, self.music = self.make_music("--count", str(OPTIONS.files))
-        self.quick = False
-        seconds, self.whole = self.whole_scan()
-        self.assertEqual(sorted(self.whole.rows), sorted(path.encode() for path in self.music))
-        show(f"scans: {len(self.music)} files, {seconds:.2f} s undisturbed")
-        found, self.kept = [], 0
+        self.make_other_music()
+        seconds, self.now = self.whole_scan()
+        self.assertEqual(sorted(self.now.rows), sorted(path.encode() for path in self.music))
+        self.forget_library()
+        self.change_music()
+        _, self.now = self.whole_scan()
+        self.assertEqual(self.now.rows.keys(), self.before.rows.keys())
+        same = len(self.now.rows.items() & self.before.rows.items())  # Wave files, named by their paths.
+        self.assertLess(same, len(self.music) / 10)
+        self.change_music()
+        again, now = self.whole_scan()
+        self.assertEqual(now.rows, self.now.rows)
+        show(f"scans: {len(self.music)} files, undisturbed {seconds:.2f} s into an empty library, "
+             f"{again:.2f} s over other tags")
+        self.kept, empty, over = 0, [], []
         for number in range(OPTIONS.count):
+            # Half of the moments lie behind the first rows on the disk, wherever those are on a busy machine.
+            after_rows = number % 4 < 2
             if number % 2 == 0:
-                self.forget_library()
-            # A quarter of the moments lies behind the first rows on the disk, wherever those are on a busy machine.
-            after_rows = number % 4 == 0
-            moment = self.chance.uniform(0, max(0.0, seconds - FIRST_ROWS) if after_rows else seconds)
-            left = self.killed_scan(number, moment, after_rows)
-            found += [left] if number % 2 == 0 else []
+                empty.append(self.scan_killed_in_an_empty_library(number, self.moment(seconds, after_rows), after_rows))
+            else:
+                over.append(self.scan_killed_over_other_tags(number, self.moment(again, after_rows), after_rows))
             if number % 10 == 9:
                 show(f"scans: {number + 1} killed, {self.kept} times all was kept")
-        show(f"scans: {OPTIONS.count} killed; {len(found)} into an empty library, which then held no file "
-             f"{sum(not count for count in found)} times, some {sum(0 < count < len(self.music) for count in found)} times, "
-             f"all {sum(count == len(self.music) for count in found)} times")
+        show(f"scans: killed {self.counts(empty, len(self.music))} into an empty library, "
+             f"{self.counts(over, len(self.music) - same)} over other tags")
+        self.assertTrue(any(over), "no killed scan over other tags had written anything")
 
-    def killed_scan(self, number, moment, after_rows):
+    def moment(self, seconds, after_rows):
+        return self.chance.uniform(0, max(0.0, seconds - FIRST_ROWS) if after_rows else seconds)
+
+    @staticmethod
+    def counts(stored, whole):
+        """Of numbers of stored rows, how many there are, and how many of them are nothing, a part, all."""
+        return (f"{len(stored)} (nothing stored {sum(not count for count in stored)}, "
+                f"a part {sum(0 < count < whole for count in stored)}, "
+                f"all {sum(count == whole for count in stored)})")
+
+    def killed_scan(self, moment, after_rows):
+        """What a full scan leaves that is killed so many seconds behind its start, or behind its first rows."""
         self.quick = False
+        stored = self.stored() or [0.0]
         window, begin = self.start_scan()
         if after_rows:
-            wait_until("the first rows", lambda: self.library.values("select File_id from Files limit 1") or
-                       self.scan_has_ended(window))
+            wait_until("the first rows", lambda: self.stored() != stored or self.scan_has_ended(window))
             begin = time.monotonic()
         time.sleep(max(0.0, begin + moment - time.monotonic()))
         self.kill()
-        left = Content(self.library.path)
+        return Content(self.library.path)
+
+    def scan_killed_in_an_empty_library(self, number, moment, after_rows):
+        self.forget_library()
+        left = self.killed_scan(moment, after_rows)
         with self.subTest(number=number, moment=round(moment, 4), seed=OPTIONS.seed):
-            self.assertLessEqual(left.rows.items(), self.whole.rows.items(), "rows that are not whole")
-            self.quick = number % 4 >= 2
+            self.assertLessEqual(left.rows.items(), self.now.rows.items(), "rows that are not whole")
+            self.quick = number % 4 == 2
             _, now = self.whole_scan()
             if self.quick:
                 # Ten known Ogg files in a row end the pass of a quick scan.
                 self.assertEqual(self.without_new_oggs(now.rows, left.rows),
-                                 self.without_new_oggs(self.whole.rows, left.rows))
+                                 self.without_new_oggs(self.now.rows, left.rows))
             else:
-                self.assertEqual(now.rows, self.whole.rows)
-                self.assertEqual(now.lookups, self.whole.lookups)
+                self.assertEqual(now.rows, self.now.rows)
+                self.assertEqual(now.lookups, self.now.lookups)
             self.kept += 1
         return len(left.rows)
+
+    def scan_killed_over_other_tags(self, number, moment, after_rows):
+        held = self.held
+        self.change_music()
+        left = self.killed_scan(moment, after_rows)
+        with self.subTest(number=number, moment=round(moment, 4), seed=OPTIONS.seed):
+            self.assertLessEqual(held.rows.keys(), left.rows.keys(), "rows that are gone")
+            torn = left.rows.items() - self.now.rows.items() - held.rows.items()
+            self.assertEqual(sorted(torn)[:3], [], "rows that are not whole")
+            self.quick = False
+            _, now = self.whole_scan()
+            self.assertEqual(now.rows, self.now.rows)
+            self.assertEqual(now.lookups, held.lookups | self.now.lookups)
+            self.kept += 1
+        return len((left.rows.items() & self.now.rows.items()) - self.before.rows.items())
 
     @staticmethod
     def without_new_oggs(rows, left):

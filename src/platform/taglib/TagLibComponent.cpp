@@ -163,55 +163,90 @@ public:
     TagLibComponent() { UseWindows1252(); }
 
     void LoadFile(const std::string& path) override {
-        m_fields = TagFields();
-        m_hasTag = false;
+        Forget(path);
         if (path.empty()) {
-            return; // Asked for every file without a tag: an exception would cost more than its inspection.
+            return; // No file: its fields are empty.
         }
         try {
             const BinaryFile file(path, BinaryFile::Access::Read);
             if (const auto header = HeaderOf(file)) {
                 m_hasTag = true;
-                m_fields = TagFields(*header, ReadFrames(file, *header));
+                m_loaded = TagFields(*header, ReadFrames(file, *header));
             }
+            m_state = State::Loaded;
         } catch (const RuntimeError&) {
-            return; // A file that can't be read is one without a tag.
+            m_state = State::Failed; // A file that can't be read shows itself as one without a tag.
         }
     }
 
     void LoadHead(const std::string& path, std::span<const std::byte> head) override {
         const auto header = head.size() >= HeaderSize ? ParseTagHeader(head.first(HeaderSize)) : std::nullopt;
-        if (!header || header->TotalSize() > head.size()) {
+        if (head.size() < HeaderSize || (header && header->TotalSize() > head.size())) {
             LoadFile(path);
             return;
         }
-        m_hasTag = true;
-        m_fields = TagFields(*header, ReadFrames(head, *header));
+        Forget(path);
+        m_state = State::Loaded;
+        if (header) {
+            m_hasTag = true;
+            m_loaded = TagFields(*header, ReadFrames(head, *header));
+        }
     }
 
     bool HasV2Tag() const override { return m_hasTag; }
 
     std::string TagField(int index) const override {
         const auto field = FieldOfIndex(index);
-        return field ? m_fields.Text(static_cast<std::size_t>(*field)) : std::string();
+        return field ? Text(static_cast<std::size_t>(*field)) : std::string();
     }
 
     void SetTagField(int index, const std::string& text) override {
         if (const auto field = FieldOfIndex(index)) {
-            m_fields.SetText(static_cast<std::size_t>(*field), text);
+            m_set[static_cast<std::size_t>(*field)] = text;
         }
     }
 
     void SaveFile(const std::string& path) override {
+        if (m_state == State::Failed && path == m_path) {
+            Refuse("The ID3v2 tag could not be read", path);
+        }
         try {
             BinaryFile file(path, BinaryFile::Access::ReadWrite);
             Save(path, file);
         } catch (const RuntimeError& error) {
             throw RuntimeError(ErrorNumber::PathFileAccess, error.Description());
         }
+        if (m_state == State::Loaded) {
+            RememberSaved(path);
+        }
     }
 
 private:
+    enum class State { Empty, Loaded, Failed };
+
+    void Forget(const std::string& path) {
+        m_path = path;
+        m_state = State::Empty;
+        m_hasTag = false;
+        m_loaded = TagFields();
+        m_set = {};
+    }
+
+    const std::string& Text(std::size_t field) const {
+        return m_set[field] ? *m_set[field] : m_loaded.Text(field);
+    }
+
+    // The next save writes what changes from here on.
+    void RememberSaved(const std::string& path) {
+        for (std::size_t i = 0; i < FieldCount; ++i) {
+            if (m_set[i]) {
+                m_loaded.SetText(i, *m_set[i]);
+            }
+        }
+        m_set = {};
+        m_path = path;
+    }
+
     void Save(const std::string& path, BinaryFile& file) const {
         const auto found = HeaderOf(file);
         const TagHeader header = found.value_or(TagHeader{3, 0, 0, 0});
@@ -220,7 +255,7 @@ private:
             Refuse("Damaged ID3v2 tag", path);
         }
         const FieldChanges changes =
-            Changes(found ? TagFields(header, ReadFrames(file, header)) : TagFields());
+            Changes(path, found ? TagFields(header, ReadFrames(file, header)) : TagFields());
         if (std::none_of(changes.begin(), changes.end(),
                          [](const auto& change) { return change.has_value(); })) {
             return;
@@ -263,19 +298,33 @@ private:
         Refuse("Damaged ID3v2 tag", path);
     }
 
+    // The text that a save has to bring into the file, if it has to. What nobody changed since it was loaded
+    // is left as it stands there now: another program may have changed it meanwhile. Without a tag that was
+    // read there is nothing to compare with, and what was set counts. Into another file go all seven.
+    std::optional<std::string> Wanted(const std::string& path, std::size_t field) const {
+        if (m_state == State::Loaded && path != m_path) {
+            return Text(field);
+        }
+        const bool unchanged = m_state == State::Loaded && m_set[field] == m_loaded.Text(field);
+        return unchanged ? std::nullopt : m_set[field];
+    }
+
     // A field whose text is the one in the file keeps its frame as it is.
-    FieldChanges Changes(TagFields old) const {
+    FieldChanges Changes(const std::string& path, TagFields old) const {
         FieldChanges changes;
         for (std::size_t i = 0; i < FieldCount; ++i) {
-            if (m_fields.Text(i) != old.Text(i)) {
-                changes[i] = m_fields.Text(i);
+            if (const auto wanted = Wanted(path, i); wanted && *wanted != old.Text(i)) {
+                changes[i] = wanted;
             }
         }
         return changes;
     }
 
-    mutable TagFields m_fields; // Texts are made when they are asked for.
+    std::string m_path; ///< Given to the last load, or to the last save of what was loaded.
+    State m_state = State::Empty;
     bool m_hasTag = false;
+    mutable TagFields m_loaded; // Texts are made when they are asked for.
+    std::array<std::optional<std::string>, FieldCount> m_set;
 };
 
 } // namespace
