@@ -127,8 +127,8 @@ public:
 
     /// Copies the library beside itself before a scan changes much of it; three copies are kept. Made once
     /// after each Open, and only if the run before had closed the file: a copy of doubtful content must not
-    /// push out a sound one. Throws LibraryError if the library is damaged, RuntimeError if the copy can't be
-    /// made; the older copies then stay.
+    /// push out a sound one. Throws LibraryError if the library is damaged or not in its place any more,
+    /// RuntimeError if the copy can't be made; the older copies then stay.
     virtual void Backup() {}
 
     /// See Undisturbed.
