@@ -4,8 +4,8 @@
 #include "platform/sqlite/LibraryFile.h"
 #include "support/TestLibrary.h"
 
-#include <functional>
 #include <fstream>
+#include <functional>
 #include <iterator>
 
 #include <sys/wait.h>
@@ -94,7 +94,6 @@ TEST_F(LibraryPlaceTest, AnUndisturbedAndTheCopyBeforeAScanAreRefusedToo) {
 }
 
 TEST_F(LibraryPlaceTest, AProgramThatHasNothingMoreToWriteLeavesNoLogToTheNewFile) {
-    Insert("gathered");
     Replace();
     connection.reset();
     EXPECT_TRUE(IsEmptyOrMissing(path + "-wal"));

@@ -13,6 +13,8 @@ namespace quavernet::sqlite {
 
 namespace {
 
+constexpr std::chrono::milliseconds slowFile{50}; // A commit costs a small part of it.
+
 std::string WithLost(const std::string& text, std::size_t lost) {
     const char* changes = lost == 1 ? " earlier change was undone)" : " earlier changes were undone)";
     return text + " (" + std::to_string(lost) + changes;
@@ -56,6 +58,14 @@ void CommitGathering::AfterWrite(sqlite3* database, int code) {
 
 void CommitGathering::CommitIfDue(sqlite3* database) {
     if (sqlite3_get_autocommit(database) == 0 && m_now() - m_firstWrite >= m_maximumAge) {
+        Commit(database);
+    }
+}
+
+void CommitGathering::CommitBetweenFiles(sqlite3* database) {
+    const Clock::time_point now = m_now();
+    const bool isSlow = now - std::exchange(m_lastFile, now) >= slowFile;
+    if (sqlite3_get_autocommit(database) == 0 && (isSlow || now - m_firstWrite >= m_maximumAge)) {
         Commit(database);
     }
 }

@@ -1,5 +1,6 @@
-// Whether an open library still lies where it was opened: a restored copy, another machine's state or a removed
-// folder may take its place while the program runs. Asked by CommitGathering and by the connection's end.
+// Whether an open library still lies where it was opened: a restored copy, another machine's state or a
+// removed folder may take its place while the program runs. Asked by CommitGathering and by the connection's
+// end.
 #pragma once
 
 #include <optional>

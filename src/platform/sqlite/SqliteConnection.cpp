@@ -123,6 +123,12 @@ public:
         }
     }
 
+    void CommitIfDue() override {
+        if (m_held == 0 && m_library) {
+            m_commits.CommitBetweenFiles(m_library.get());
+        }
+    }
+
     void Backup() override {
         Commit();
         if (std::exchange(m_backupDue, false)) {
