@@ -1,11 +1,12 @@
 """Two programs at once on one library lose nothing that either has written: both scan, each its own folder; one scans
 while the other cleans; both write settings; several start for the first time at the same moment.
 
-    check_two_instances.py [--count N] [--rounds N] [--only NAME]...
+    check_two_instances.py [--count N] [--rounds N] [--starts N] [--only NAME]...
 """
 import argparse
 import os
 import shutil
+import signal
 import sqlite3
 import subprocess
 import sys
@@ -15,8 +16,9 @@ import unittest
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "e2e"))
 from desktop import PROGRAM, ProgramTest, before_start, wait_until  # noqa: E402
 
-OPTIONS = argparse.Namespace(count=3000, rounds=1)
+OPTIONS = argparse.Namespace(count=3000, rounds=1, starts=5)
 LONGEST_SCAN = 300  # seconds
+LEAST_TURNS = 3  # of two scans at the same time: one, the other, and the first again
 SAMPLES = 500  # different files; a large folder holds them several times
 LOOKUPS = {"Interpret": "Interpret", "Titel": "Name", "Albums": "Name", "Drive": "Drive", "Quality": "Quality"}
 
@@ -145,8 +147,7 @@ class TwoInstances(ProgramTest):
             one.launch()
             one.window()
             wait_until("the start picture to go", one.is_alone)
-        for one in pair:
-            one.press("ctrl+s")
+        self.press_at_once(pair, "ctrl+s")
         began = time.monotonic()
         ends = {}
         while len(ends) < 2:
@@ -157,6 +158,7 @@ class TwoInstances(ProgramTest):
             time.sleep(0.05)
         print("scans ended after", " and ".join(f"{end:.1f} s" for end in ends.values()))
         self.assertEqual(sorted(self.library.files()), sorted(folders[0][1] + folders[1][1]))
+        self.assert_overlap(folders[0][0])
         self.assert_sound()
         for one in pair:
             one.quit()
@@ -164,10 +166,28 @@ class TwoInstances(ProgramTest):
         for folder, _ in folders:
             shutil.rmtree(folder)
 
+    def press_at_once(self, pair, keys):
+        """The first program finds its key when the second one has got it too."""
+        for one in pair:
+            one.process.send_signal(signal.SIGSTOP)
+        try:
+            for one in pair:
+                self.desktop.activate(one.window())
+                self.desktop.key(keys)
+        finally:
+            for one in pair:
+                one.process.send_signal(signal.SIGCONT)
+
+    def assert_overlap(self, folder):
+        """Each went on storing after the other had begun to: in the order of their keys the rows take turns."""
+        mine = [path.startswith(folder + os.sep) for path, in self.rows("select Path from Files order by File_id")]
+        turns = 1 + sum(1 for one, next_one in zip(mine, mine[1:]) if one != next_one)
+        print(f"{len(mine)} rows in {turns} turns")
+        self.assertGreaterEqual(turns, LEAST_TURNS, "the scans did not overlap")
 
     def test_first_starts_at_the_same_moment(self):
         """Whoever is second takes the library of the first."""
-        for number in range(5 * OPTIONS.rounds):
+        for number in range(OPTIONS.starts * OPTIONS.rounds):
             shutil.rmtree(os.path.dirname(self.library.path), True)
             pair = [Instance(self, name) for name in ("a", "b", "c")]
             for one in pair:
@@ -290,6 +310,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--count", type=int, default=20000, help="files in each folder")
     parser.add_argument("--rounds", type=int, default=3)
+    parser.add_argument("--starts", type=int, default=5, help="first starts in each round")
     parser.add_argument("--only", action="append", default=[], help="name of a test without its test_")
     parser.parse_args(namespace=OPTIONS)
     names = ["TwoInstances.test_" + name for name in OPTIONS.only] or None
