@@ -104,8 +104,8 @@ void NameMissingBackup(ScanRun& run, const std::string& reason) {
     }
 }
 
-// A full disk is no reason to refuse the scan; a library that is damaged or not there any more is: nothing may
-// be written to it.
+// A full disk is no reason to refuse the scan; a library that is damaged or not there any more is: nothing
+// may be written to it.
 void BackUpLibrary(ScanRun& run) {
     try {
         mainModule.Connection->Backup();
