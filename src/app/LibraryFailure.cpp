@@ -32,6 +32,8 @@ std::string ReasonText(const LibraryError& error) {
         return LoadResString(765);
     case LibraryFault::Device:
         return LoadResString(766);
+    case LibraryFault::Moved:
+        return LoadResString(773);
     case LibraryFault::Other:
         break;
     }
@@ -47,6 +49,7 @@ bool IsContentInDoubt(LibraryFault fault) {
     case LibraryFault::FolderReadOnly:
     case LibraryFault::DiskFull:
     case LibraryFault::Device:
+    case LibraryFault::Moved: // What lies there now is somebody's choice.
         return false;
     default:
         return true;

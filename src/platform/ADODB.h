@@ -125,10 +125,15 @@ public:
     /// its user, runs another program or ends. Throws RuntimeError if the file can't be written.
     virtual void Commit() = 0;
 
+    /// Commits if it is time to, outside of an Undisturbed. Called between the files and folders of a long
+    /// run, which may be slow to read and need no statement: nobody shall wait meanwhile for what has been
+    /// gathered, and no end shall take it back. Costs a look at the clock. Throws RuntimeError like Commit.
+    virtual void CommitIfDue() {}
+
     /// Copies the library beside itself before a scan changes much of it; three copies are kept. Made once
     /// after each Open, and only if the run before had closed the file: a copy of doubtful content must not
-    /// push out a sound one. Throws LibraryError if the library is damaged, RuntimeError if the copy can't be
-    /// made; the older copies then stay.
+    /// push out a sound one. Throws LibraryError if the library is damaged or not in its place any more,
+    /// RuntimeError if the copy can't be made; the older copies then stay.
     virtual void Backup() {}
 
     /// See Undisturbed.

@@ -20,6 +20,7 @@ enum class LibraryFault {
     Damaged,
     Locked, ///< By another program, for longer than is waited for.
     DiskFull,
+    Moved,  ///< Or replaced, or deleted, while the program ran.
     Device, ///< Reading or writing fails.
     Other,
 };

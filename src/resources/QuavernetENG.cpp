@@ -347,6 +347,9 @@ constexpr clsResources::Entry Entries[] = {
      "the database."},
     {771, "There are no backup copies beside it."},
     {772, "No backup copy of the database: "},
+    {773,
+     "The database was moved, replaced or deleted while the program was running. Nothing more is written "
+     "to it."},
 };
 
 } // namespace

@@ -350,6 +350,9 @@ constexpr clsResources::Entry Entries[] = {
           "und geben Sie der Kopie den Namen der Datenbank."},
     {771, "Sicherungskopien liegen nicht daneben."},
     {772, "Keine Sicherungskopie der Datenbank: "},
+    {773,
+     "Die Datenbank wurde verschoben, ersetzt oder gelöscht, während das Programm lief. Es schreibt nichts "
+     "mehr hinein."},
 };
 
 } // namespace

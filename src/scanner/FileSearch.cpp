@@ -82,6 +82,7 @@ void StoreFile(ScanRun& run, const FileFacts& file) {
 
 // False if the walk was cancelled. A wanted file that can't be had any more only moves the bar.
 bool VisitFile(ScanRun& run, FolderWalk& walk, const std::string& folder, const std::string& name) {
+    mainModule.Connection->CommitIfDue();
     const std::string path = folder.ends_with('/') ? folder + name : folder + "/" + name;
     const Treatment treatment = TreatmentOf(name, run.window.Options());
     std::optional<FileFacts> file;
@@ -119,6 +120,7 @@ void FileSearch(ScanRun& run, FolderWalk& walk) {
             return;
         }
         services.events->DoEvents();
+        mainModule.Connection->CommitIfDue();
         FolderContents contents = walk.List(folder);
         ReportSkipped(run, walk);
         for (const FolderFile& file : contents.files) {

@@ -89,6 +89,7 @@ void ReadBatch(ScanRun& run, const std::vector<std::string>& paths) {
     for (const std::string& path : paths) {
         const auto isOf = [&](const OggFileInfo& file) { return file.path == path; };
         if (std::none_of(files.begin(), files.end(), isOf)) {
+            mainModule.Connection->CommitIfDue();
             Drop(run, path, {}, MissingOrUnreadable(path));
         }
     }

@@ -104,13 +104,14 @@ void NameMissingBackup(ScanRun& run, const std::string& reason) {
     }
 }
 
-// A full disk is no reason to refuse the scan; a damaged library is: nothing may be written to it any more.
+// A full disk is no reason to refuse the scan; a library that is damaged or not there any more is: nothing
+// may be written to it.
 void BackUpLibrary(ScanRun& run) {
     try {
         mainModule.Connection->Backup();
         return;
     } catch (const LibraryError& error) {
-        if (error.Fault() == LibraryFault::Damaged) {
+        if (error.Fault() == LibraryFault::Damaged || error.Fault() == LibraryFault::Moved) {
             throw;
         }
         NameMissingBackup(run, error.Description());

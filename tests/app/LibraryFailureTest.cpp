@@ -58,6 +58,8 @@ TEST_F(LibraryFailureTest, EachReasonHasItsSentence) {
         {LibraryFault::DiskFull, "Auf dem Datenträger ist kein Platz mehr. Schaffen Sie Platz, und "
                                  "wiederholen Sie dann den letzten Schritt."},
         {LibraryFault::Device, "Der Datenträger meldet einen Fehler beim Lesen oder Schreiben."},
+        {LibraryFault::Moved, "Die Datenbank wurde verschoben, ersetzt oder gelöscht, während das Programm "
+                              "lief. Es schreibt nichts mehr hinein."},
         {LibraryFault::Other, "Der Grund: reason of the engine"},
     };
     for (const auto& [fault, sentence] : sentences) {
@@ -103,7 +105,7 @@ TEST_F(LibraryFailureTest, ASoundLibraryIsNotToBeGivenUpForAnOlderCopy) {
     AddCopy(1, 20);
     for (const LibraryFault fault :
          {LibraryFault::Newer, LibraryFault::Locked, LibraryFault::FileReadOnly, LibraryFault::FolderReadOnly,
-          LibraryFault::DiskFull, LibraryFault::Device}) {
+          LibraryFault::DiskFull, LibraryFault::Device, LibraryFault::Moved}) {
         EXPECT_EQ(Text(fault).find("backup"), std::string::npos);
     }
 }

@@ -2,13 +2,16 @@
 
 #include "platform/LibraryError.h"
 #include "support/FileSizeLimit.h"
+#include "support/RefusedCalls.h"
 #include "support/TestLibrary.h"
 
+#include <cerrno>
 #include <fstream>
 #include <iterator>
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -178,6 +181,32 @@ TEST_F(BackupCopiesTest, AFullDiskKeepsTheOlderCopiesAndLeavesNoRest) {
     EXPECT_FALSE(Exists(Copy(0)));
     EXPECT_FALSE(Exists(Copy(0) + "-journal"));
     EXPECT_FALSE(Exists(Copy(2)));
+}
+
+TEST_F(BackupCopiesTest, ACopyHasTheRightsOfTheLibraryAndNeverMore) {
+    const auto rightsOf = [](const std::string& path) {
+        return std::filesystem::status(path).permissions() & std::filesystem::perms::mask;
+    };
+    for (const unsigned rights : {0600U, 0640U, 0664U, 0644U}) {
+        std::ofstream(Copy(0)) << "rest of a run that was killed";
+        std::filesystem::permissions(libraryPath, std::filesystem::perms(rights));
+        mainModule.Connection = OpenLibrary(libraryPath);
+        Connection().Backup();
+        EXPECT_EQ(rightsOf(Copy(1)), std::filesystem::perms(rights));
+    }
+}
+
+TEST_F(BackupCopiesTest, TheNamesOfTheCopiesAreBroughtToTheDisk) {
+    const auto succeedsWhenTheFolderGives = [this](int error) {
+        return SucceedsWithout({{SYS_fsync, 0, 0, error}}, [this] {
+            OpenLibrary(libraryPath)->Backup();
+            return true;
+        });
+    };
+    mainModule.Connection.reset();
+    EXPECT_FALSE(succeedsWhenTheFolderGives(EIO));
+    EXPECT_TRUE(succeedsWhenTheFolderGives(EINVAL)) << "a file system without that call";
+    EXPECT_EQ(TitlesOf(Copy(1)), Texts{});
 }
 
 TEST_F(BackupCopiesTest, ARestOfACopyThatWasCutShortIsReplaced) {

@@ -82,6 +82,55 @@ TEST_F(CommitGatheringTest, TheLimitRunsFromTheFirstWriteAndNotFromTheLast) {
     EXPECT_EQ(writeAt(1400), 5u);
 }
 
+TEST_F(CommitGatheringTest, BetweenFilesACommitIsDueByTheClockOrAfterASlowFile) {
+    const auto library = sqlite::OpenLibraryFile(libraryPath);
+    sqlite3* const database = library.handle.get();
+    sqlite::CommitGathering::Clock::time_point now;
+    sqlite::CommitGathering commits(std::chrono::milliseconds(200), [&now] { return now; });
+    const auto fileAt = [&](int milliseconds) {
+        now = sqlite::CommitGathering::Clock::time_point(std::chrono::milliseconds(milliseconds));
+        commits.CommitBetweenFiles(database);
+    };
+    const auto storeAt = [&](int milliseconds) {
+        now = sqlite::CommitGathering::Clock::time_point(std::chrono::milliseconds(milliseconds));
+        commits.BeforeWrite(database);
+        sqlite::RunInternal(database, "Insert into Titel (Name) values ('x')");
+        commits.AfterWrite(database, SQLITE_DONE);
+    };
+    const auto committed = [&] { return SeenByAnother().size(); };
+    fileAt(1000);
+    storeAt(1001);
+    for (int milliseconds = 1030; milliseconds <= 1200; milliseconds += 17) {
+        fileAt(milliseconds);
+    }
+    EXPECT_EQ(committed(), 0u) << "many quick ones share a commit";
+    fileAt(1201);
+    EXPECT_EQ(committed(), 1u) << "and its time comes without a statement";
+    fileAt(1210);
+    storeAt(1259);
+    fileAt(1259);
+    EXPECT_EQ(committed(), 1u);
+    fileAt(1260);
+    storeAt(1310); // Fifty milliseconds on.
+    fileAt(1310);
+    EXPECT_EQ(committed(), 3u) << "the next one may be as slow";
+}
+
+TEST_F(CommitGatheringTest, BetweenFilesAConnectionCommitsOnlyOutsideOfAnUndisturbed) {
+    mainModule.Connection = CreateSqliteConnection(services.regional, std::chrono::seconds(0));
+    EXPECT_NO_THROW(Connection().CommitIfDue()) << "not open yet";
+    Connection().Open(ConnectionStart + libraryPath);
+    Connection().CommitIfDue();
+    {
+        const ADODB::Undisturbed undisturbed(Connection());
+        Insert("one");
+        Connection().CommitIfDue();
+        EXPECT_EQ(SeenByAnother(), Texts{});
+    }
+    Connection().CommitIfDue();
+    EXPECT_EQ(SeenByAnother(), Texts{"one"});
+}
+
 TEST_F(CommitGatheringTest, AFailingCommitSaysWhatIsLostAndTheNextWritesAreKept) {
     const auto library = sqlite::OpenLibraryFile(libraryPath);
     sqlite3* const database = library.handle.get();

@@ -383,6 +383,20 @@ TEST_F(LibraryFileTest, DamageIsFoundAfterAKilledRunAndNothingIsTouched) {
     EXPECT_EQ(Failure(LibraryFault::Damaged).rfind("the library is damaged: ", 0), 0u);
 }
 
+TEST_F(LibraryFileTest, AJournalThatWasLeftIsNoOrderlyEndEither) {
+    Write(path + "-journal", "rest of a journal");
+    EXPECT_FALSE(sqlite::OpenLibraryFile(path).closedCleanly);
+    Write(path + "-journal", "");
+    EXPECT_TRUE(sqlite::OpenLibraryFile(path).closedCleanly);
+    Change([](std::string& bytes) { // An index that no statement of the start reads.
+        const std::size_t middle = bytes.size() / 2 / 4096 * 4096;
+        bytes.replace(middle, 4096, std::string(4096, '\x7F'));
+    });
+    EXPECT_NO_THROW(OpenLibrary(path));
+    Write(path + "-journal", "rest of a journal");
+    EXPECT_THROW(OpenLibrary(path), LibraryError);
+}
+
 TEST_F(LibraryFileTest, RandomDamageEndsInAFailureOrRowsAndNeverInACrash) {
     std::mt19937 random(23);
     const std::string sound = ReadAll(path);

@@ -480,6 +480,21 @@ TEST_F(PosixFileSystemTest, ACopyIsWholeAndWritable) {
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), {}), 2) << "nothing else is left behind";
 }
 
+TEST_F(PosixFileSystemTest, ACopyGivesNobodyMoreThanTheUsersNewFilesDo) {
+    Write("source");
+    fs::permissions(folder / "source", fs::perms(0644));
+    const mode_t before = ::umask(077);
+    for (const auto& [mask, rights] :
+         {std::pair<mode_t, unsigned>{077, 0600}, {027, 0640}, {022, 0644}, {0777, 0600}}) {
+        ::umask(mask);
+        fs::remove(folder / "target");
+        fileSystem->CopyFile(folder / "source", folder / "target");
+        EXPECT_EQ(fs::status(folder / "target").permissions(), fs::perms(rights)) << mask;
+        EXPECT_EQ(::umask(mask), mask) << "and it stays";
+    }
+    ::umask(before);
+}
+
 TEST_F(PosixFileSystemTest, ACopyThatFailsLeavesNothing) {
     Write("source", "new");
     fs::create_directory(folder / "target");

@@ -2,17 +2,25 @@
 #include "library/DatabaseCheck.h"
 #include "platform/LibraryError.h"
 #include "platform/sqlite/SqliteConnection.h"
+#include "platform/vorbis/OggInfoReader.h"
+#include "scanner/FileSearch.h"
+#include "scanner/OggBatches.h"
 #include "scanner/OggStore.h"
 #include "scanner/ReminderSettings.h"
 #include "scanner/SavedLog.h"
 #include "scanner/StoreFileRecord.h"
 #include "support/OggFiles.h"
 #include "support/ScanDoubles.h"
+#include "support/SmallAudio.h"
 #include "support/TestLibrary.h"
 
 #include <chrono>
 #include <csignal>
 #include <functional>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -31,6 +39,7 @@ protected:
         other->Query("Pragma busy_timeout = 0");
         services.fileSystem = &volumes;
         mainModule.ScanLogEnabled = false;
+        mainModule.ScanStartTime = clock.now;
     }
 
     /// What the other program does just before the first statement with this start goes out, if it can.
@@ -47,6 +56,12 @@ protected:
         Skip([&] { other->Execute(statement); });
         other->Commit();
     }
+    /// The other program stores a row, which must be possible at once.
+    void OtherMayWrite() {
+        ++tried;
+        EXPECT_NO_THROW(other->Execute("Insert into Titel (Name) values ('of the other')")) << tried;
+        other->Commit();
+    }
     static void SetFile(const std::string& path) {
         CurrentFile& file = mainModule.CurrentFile;
         file = CurrentFile();
@@ -61,6 +76,7 @@ protected:
         file.FileDrive = "/";
     }
 
+    TemporaryFolder music;
     std::unique_ptr<ADODB::Connection> other;
     int tried = 0;
     ChosenVolumes volumes;
@@ -83,7 +99,6 @@ TEST_F(TwoProgramsTest, APerformerOrAFileIsNotInsertedByBoth) {
 }
 
 TEST_F(TwoProgramsTest, TheHighestKeyIsThatOfTheRowJustInserted) {
-    TemporaryFolder music;
     WriteWhole(music / "song.ogg", "x");
     OggRecord record{"Song", "Blue", "112",  "206", "song.ogg", music / "song.ogg",
                      "7840", "",     "Rock", "",    "Best"};
@@ -92,6 +107,23 @@ TEST_F(TwoProgramsTest, TheHighestKeyIsThatOfTheRowJustInserted) {
     EXPECT_EQ(tried, 1);
     EXPECT_EQ(Rows("Select I.Interpret from Files F, Interpret I where F.Inter_id = I.Inter_id"),
               Texts{"Blue"});
+}
+
+TEST_F(TwoProgramsTest, APerformerOrAFileOfTheOggPassIsNotInsertedByBoth) {
+    WriteWhole(music / "song.ogg", "x");
+    const OggRecord record{"Song", "Blue", "112",  "206", "song.ogg", music / "song.ogg",
+                           "7840", "",     "Rock", "",    "Best"};
+    OggRecord first = record;
+    OtherBefore("Insert Into Interpret", "Insert into Interpret (Interpret) values ('Blue')");
+    StoreOggRecord(first, saved);
+    Execute("Delete from Files");
+    OggRecord second = record;
+    OtherBefore("Insert into Files",
+                "Insert into Files (Path) values ('" + std::string(music / "song.ogg") + "')");
+    StoreOggRecord(second, saved);
+    EXPECT_EQ(tried, 2);
+    EXPECT_EQ(Rows("Select Interpret from Interpret"), Texts{"Blue"});
+    EXPECT_EQ(Rows("Select Path from Files"), Texts{music / "song.ogg"});
 }
 
 TEST_F(TwoProgramsTest, TheReminderStaysOneRow) {
@@ -115,6 +147,27 @@ TEST_F(TwoProgramsTest, ADoubledCategoryThatTheOtherHasRepairedKeepsItsLastRow) 
     EXPECT_EQ(tried, 1);
     EXPECT_EQ(Rows("Select Category_id, Category from Categories"), Texts{"1|Rock"});
     EXPECT_EQ(Value("Select Count(File_id) from FileCategories"), "1");
+}
+
+TEST_F(TwoProgramsTest, TheRepairOfDoubledCategoriesTakesNoRowThatTheOtherHasRenamedSince) {
+    Execute({"Insert into Categories (Category) values ('Rock')",
+             "Insert into Categories (Category) values ('Rock')"});
+    Connection().Commit();
+    int renamed = 0;
+    Record().onStatement = [&](const std::string& sent) {
+        if (tried == 0 && sent.starts_with("Delete from Categories")) {
+            ++tried;
+            Skip([&] {
+                other->Execute("Update Categories set Category = 'Jazz' where Category_id = 2");
+                other->Commit();
+                ++renamed;
+            });
+        }
+    };
+    CheckDatabase([](const std::string&) {});
+    EXPECT_EQ(tried, 1);
+    EXPECT_EQ(Count("Select Category from Categories where Category = 'Rock'"), 1);
+    EXPECT_EQ(Count("Select Category from Categories where Category = 'Jazz'"), renamed);
 }
 
 /// A file that comes to exist between two looks.
@@ -167,6 +220,70 @@ TEST_F(TwoProgramsTest, TheOtherMayWriteWhileTheCleaningLooksAtFilesThatAreThere
     EXPECT_EQ(Rows("Select Path from Files"), (Texts{"/music/2.mp3", "/music/3.mp3"}));
 }
 
+TEST_F(TwoProgramsTest, TheOtherMayWriteWhileAScanReadsSlowFoldersAndFiles) {
+    for (const char* name : {"1.mp3", "2.mp3", "sub/3.mp3", "sub/deep/none.txt", "sub/deep/deeper/4.mp3"}) {
+        std::filesystem::create_directories(std::filesystem::path(music / name).parent_path());
+        WriteBytes(music / name, Mp3Bytes(std::string("Song of ") + name, "Blue", "Best"));
+    }
+    volumes.onFile = [this](FileFacts&) { OtherMayWrite(); };
+    volumes.onList = [this](FolderContents&) { OtherMayWrite(); };
+    RecordingScanWindow window{calls};
+    ScanRun run(window, log);
+    run.Recursive = true;
+    run.FilesTotal = 5;
+
+    FileSearch(run, *volumes.GetFolder(music.Path()));
+
+    EXPECT_EQ(tried, 8) << "four folders and four wanted files";
+    EXPECT_EQ(RowTextsOf(*other, "Select Count(File_id) from Files"), Texts{"3"}) << "all but the last one";
+}
+
+class InterruptedTool : public OggInfoReader {
+public:
+    explicit InterruptedTool(std::function<void()> action) : m_action(std::move(action)) {}
+    std::string Run(const std::vector<std::string>& paths) override {
+        m_action();
+        return OggInfoReader::Run(paths);
+    }
+
+private:
+    std::function<void()> m_action;
+};
+
+class InterruptedVolume : public ChosenVolumes {
+public:
+    explicit InterruptedVolume(std::function<void()> action) : m_action(std::move(action)) {}
+    bool FileExists(const std::string& path) override {
+        m_action();
+        return ChosenVolumes::FileExists(path);
+    }
+
+private:
+    std::function<void()> m_action;
+};
+
+TEST_F(TwoProgramsTest, TheOtherMayWriteWhileTheOggPassReadsAndLooksForWhatVanished) {
+    const auto otherMayWrite = [this] { OtherMayWrite(); };
+    InterruptedTool tool(otherMayWrite);
+    InterruptedVolume volume(otherMayWrite);
+    services.oggInfo = &tool;
+    services.fileSystem = &volume;
+    RecordingScanWindow window{calls};
+    ScanRun run(window, log);
+    for (int i = 0; i < 11; ++i) { // One batch more than ten files.
+        run.OggPaths.push_back(music / (std::to_string(i) + ".ogg"));
+        if (i != 5) {
+            WriteWhole(run.OggPaths.back(), EncodedOgg::Stereo());
+        }
+    }
+
+    OggBatches().ReadOggBatches(run);
+
+    EXPECT_EQ(tried, 3) << "two batches and one file";
+    Connection().Commit();
+    EXPECT_EQ(RowTextsOf(*other, "Select Count(File_id) from Files"), Texts{"10"});
+}
+
 TEST_F(TwoProgramsTest, WhatOneHoldsTheOtherWaitsForAndACommitInTheMiddleDoesNotEndIt) {
     {
         const ADODB::Undisturbed outer(Connection());
@@ -187,6 +304,47 @@ TEST_F(TwoProgramsTest, AFailureInsideTakesBackNoEarlierStatement) {
     }
     mainModule.Connection.reset();
     EXPECT_EQ(RowTextsOf(*other, "Select Name from Titel"), Texts{"first"});
+}
+
+TEST(WriteTurnTest, WhoWaitsForTheLibraryHoldsTheTurnAndGivesItUpThen) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "Quavernet.db";
+    CopyTemplate(path);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::raise(SIGSTOP); // Until the library is taken.
+        try {
+            OpenLibrary(path)->Execute("Insert into Titel (Name) values ('waited for')");
+            ::_exit(0);
+        } catch (...) {
+            ::_exit(1);
+        }
+    }
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, WUNTRACED), child);
+    const int turn = ::open(folder.Path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const auto turnIsFree = [turn] {
+        const bool isFree = ::flock(turn, LOCK_EX | LOCK_NB) == 0;
+        ::flock(turn, LOCK_UN);
+        return isFree;
+    };
+    const auto connection = OpenLibrary(path);
+    connection->Execute("Insert into Titel (Name) values ('first')");
+    EXPECT_TRUE(turnIsFree()) << "who has the library needs no turn any more";
+    ::kill(child, SIGCONT);
+    bool wasTaken = false;
+    while (!wasTaken && ::waitpid(child, &status, WNOHANG) == 0) {
+        wasTaken = !turnIsFree();
+    }
+    EXPECT_TRUE(wasTaken);
+    connection->Commit();
+    if (wasTaken) {
+        ASSERT_EQ(::waitpid(child, &status, 0), child);
+    }
+    EXPECT_EQ(status, 0);
+    EXPECT_TRUE(turnIsFree());
+    ::close(turn);
+    EXPECT_EQ(RowTextsOf(*connection, "Select Name from Titel"), (Texts{"first", "waited for"}));
 }
 
 TEST(WriteTurnTest, OneThatWritesWithoutAPauseLetsTheOtherHaveItsTurn) {

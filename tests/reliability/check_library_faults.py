@@ -407,6 +407,46 @@ def link_to_nothing(self):
     self.put_back()
 
 
+@add("replaced")
+def replaced(self):
+    """While the program runs another library takes the place of its own, or the place is empty: the next scan ends in a
+    box, nothing is written, and the next start has what lies there then."""
+    kept = os.path.join(self.home, "kept.db")
+    shutil.copy(self.library.path, kept)
+    for how in ("file", "folder", "deleted", "unused"):
+        self.settings({"Scanpath": os.path.join(self.home, "Musik", "Proben"), "ScanpathValue": "1", "ScanLog": "0"})
+        window = self.start()
+        self.desktop.key("ctrl+s")  # the log holds rows from now on
+        wait_until("the end of the scan", lambda: self.scan_is_over(window))
+        if how == "deleted":
+            os.remove(self.library.path)
+        else:
+            if how == "folder":
+                os.rename(self.folder, self.folder + " alt")
+                os.mkdir(self.folder)
+            shutil.copy(kept, self.folder + "/restored")
+            os.rename(self.folder + "/restored", self.library.path)
+        before = digest(self.library.path) if how != "deleted" else None
+        self.desktop.activate(window)
+        if how == "unused":
+            self.desktop.key("ctrl+q")
+        else:
+            self.desktop.key("ctrl+s")
+            box = wait_until("the box", lambda: self.box_or_end(END_BOX["GER"]))
+            self.desktop.picture(f"fault-replaced-{how}")
+            self.desktop.activate(box)
+            self.desktop.key("Escape")
+        self.assertEqual(self.ended(), 0 if how == "unused" else 1)
+        self.assertEqual(digest(self.library.path) if how != "deleted" else None, before)
+        log = self.library.path + "-wal"
+        self.assertTrue(not os.path.exists(log) or os.path.getsize(log) == 0, "a log that belongs to another file")
+        self.start()
+        self.assertEqual(self.library.files(), [] if how == "deleted" else self.rows)
+        self.desktop.key("ctrl+q")
+        self.assertEqual(self.ended(), 0)
+        shutil.copy(kept, self.library.path)
+
+
 @add("no_copies")
 def no_copies(self):
     os.remove(self.copy)

@@ -1,11 +1,12 @@
 """Two programs at once on one library lose nothing that either has written: both scan, each its own folder; one scans
 while the other cleans; both write settings; several start for the first time at the same moment.
 
-    check_two_instances.py [--count N] [--rounds N] [--only NAME]...
+    check_two_instances.py [--count N] [--rounds N] [--starts N] [--only NAME]...
 """
 import argparse
 import os
 import shutil
+import signal
 import sqlite3
 import subprocess
 import sys
@@ -15,8 +16,10 @@ import unittest
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "e2e"))
 from desktop import PROGRAM, ProgramTest, before_start, wait_until  # noqa: E402
 
-OPTIONS = argparse.Namespace(count=3000, rounds=1)
+OPTIONS = argparse.Namespace(count=3000, rounds=1, starts=5)
 LONGEST_SCAN = 300  # seconds
+LEAST_TURNS = 10  # of two scans at the same time: one, the other, the first again ...
+PAUSES = 50
 SAMPLES = 500  # different files; a large folder holds them several times
 LOOKUPS = {"Interpret": "Interpret", "Titel": "Name", "Albums": "Name", "Drive": "Drive", "Quality": "Quality"}
 
@@ -145,8 +148,8 @@ class TwoInstances(ProgramTest):
             one.launch()
             one.window()
             wait_until("the start picture to go", one.is_alone)
-        for one in pair:
-            one.press("ctrl+s")
+        self.press_at_once(pair, "ctrl+s")
+        self.pause_now_and_then(pair)
         began = time.monotonic()
         ends = {}
         while len(ends) < 2:
@@ -155,8 +158,9 @@ class TwoInstances(ProgramTest):
                     ends[index] = time.monotonic() - began
             self.assertLess(time.monotonic() - began, LONGEST_SCAN, "a scan that does not end")
             time.sleep(0.05)
-        print("scans ended after", " and ".join(f"{end:.1f} s" for end in ends.values()))
+        print("after the last pause scans ended within", " and ".join(f"{end:.1f} s" for end in ends.values()))
         self.assertEqual(sorted(self.library.files()), sorted(folders[0][1] + folders[1][1]))
+        self.assert_overlap(folders[0][0])
         self.assert_sound()
         for one in pair:
             one.quit()
@@ -164,10 +168,39 @@ class TwoInstances(ProgramTest):
         for folder, _ in folders:
             shutil.rmtree(folder)
 
+    def press_at_once(self, pair, keys):
+        """The first program finds its key when the second one has got it too."""
+        for one in pair:
+            one.process.send_signal(signal.SIGSTOP)
+        try:
+            for one in pair:
+                self.desktop.activate(one.window())
+                self.desktop.key(keys)
+        finally:
+            for one in pair:
+                one.process.send_signal(signal.SIGCONT)
+
+    def pause_now_and_then(self, pair):
+        """However fast the machine is, both are in the middle of their scans for a while. A pause makes the file at which
+        it falls a slow one, behind which a program commits: the other gets its turn."""
+        for number in range(PAUSES):
+            time.sleep(0.002 + number % 5 / 1000)
+            for one in pair:
+                one.process.send_signal(signal.SIGSTOP)
+            time.sleep(0.06)
+            for one in pair:
+                one.process.send_signal(signal.SIGCONT)
+
+    def assert_overlap(self, folder):
+        """Each went on storing after the other had begun to: in the order of their keys the rows take turns."""
+        mine = [path.startswith(folder + os.sep) for path, in self.rows("select Path from Files order by File_id")]
+        turns = 1 + sum(1 for one, next_one in zip(mine, mine[1:]) if one != next_one)
+        print(f"{len(mine)} rows in {turns} turns")
+        self.assertGreaterEqual(turns, LEAST_TURNS, "the scans did not overlap")
 
     def test_first_starts_at_the_same_moment(self):
         """Whoever is second takes the library of the first."""
-        for number in range(5 * OPTIONS.rounds):
+        for number in range(OPTIONS.starts * OPTIONS.rounds):
             shutil.rmtree(os.path.dirname(self.library.path), True)
             pair = [Instance(self, name) for name in ("a", "b", "c")]
             for one in pair:
@@ -290,6 +323,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--count", type=int, default=20000, help="files in each folder")
     parser.add_argument("--rounds", type=int, default=3)
+    parser.add_argument("--starts", type=int, default=5, help="first starts in each round")
     parser.add_argument("--only", action="append", default=[], help="name of a test without its test_")
     parser.parse_args(namespace=OPTIONS)
     names = ["TwoInstances.test_" + name for name in OPTIONS.only] or None

@@ -445,13 +445,15 @@ TEST_F(ScanDriverTest, TheLogNamesACopyThatCannotBeMade) {
     EXPECT_THAT(calls, Contains("log line: Keine Sicherungskopie der Datenbank: no space"));
 }
 
-TEST_F(ScanDriverTest, ADamagedLibraryIsNotWrittenTo) {
+TEST_F(ScanDriverTest, ADamagedOrReplacedLibraryIsNotWrittenTo) {
     WriteMp3("a.mp3");
-    connection.backupFault = LibraryFault::Damaged;
+    for (const LibraryFault fault : {LibraryFault::Damaged, LibraryFault::Moved}) {
+        connection.backupFault = fault;
 
-    EXPECT_THROW(Scan(), LibraryError);
+        EXPECT_THROW(Scan(), LibraryError);
 
-    EXPECT_THAT(StoredPaths(), IsEmpty());
+        EXPECT_THAT(StoredPaths(), IsEmpty());
+    }
     connection.backupFault = LibraryFault::Locked;
     Scan();
     EXPECT_THAT(StoredPaths(), ElementsAre("a.mp3"));

@@ -47,6 +47,7 @@ public:
         ++commits;
         m_real->Commit();
     }
+    void CommitIfDue() override { m_real->CommitIfDue(); }
     void Backup() override {
         statements.push_back("(backup)");
         if (failBackup) {

@@ -22,13 +22,14 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int freshNumber = 0;
+constexpr mode_t onlyMine = 0600; // Nobody reads a copy who may not read the library.
 
 /// The file that the copy is made in. It is held by a lock while it is made: what is found there without one
 /// is the rest of a run that was killed.
 class FreshCopy {
 public:
     explicit FreshCopy(std::string path) : m_path(std::move(path)) {
-        m_file = ::open(m_path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0644);
+        m_file = ::open(m_path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, onlyMine);
         if (m_file < 0) {
             throw RuntimeError(ErrorNumber::PathFileAccess,
                                m_path + ": " + std::generic_category().message(errno));
@@ -36,6 +37,7 @@ public:
         m_isMine = ::flock(m_file, LOCK_EX | LOCK_NB) == 0 ? IsAt(m_path) : errno != EWOULDBLOCK;
         if (m_isMine) {
             RemoveRests();
+            ::fchmod(m_file, onlyMine);
             [[maybe_unused]] const int ignored = ::ftruncate(m_file, 0); // The engine writes it anew anyway.
         }
     }
@@ -52,6 +54,13 @@ public:
     /// Not while another program has it.
     bool IsMine() const { return m_isMine; }
     const std::string& Path() const { return m_path; }
+    /// Where a file system knows no rights, all files have the same ones.
+    void TakeRights(const std::string& library) {
+        struct stat facts {};
+        if (::stat(library.c_str(), &facts) == 0) {
+            ::fchmod(m_file, facts.st_mode & 0777);
+        }
+    }
     void MoveTo(const std::string& path) {
         fs::rename(m_path, path);
         m_isDone = true;
@@ -115,6 +124,20 @@ void MoveOlderCopies(const std::string& library) {
     }
 }
 
+// The names are to reach the disk before the scan changes the library. Some file systems have no such call.
+void SyncFolder(const std::string& library) {
+    const std::string folder = fs::path(library).parent_path().string();
+    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int error = descriptor >= 0 && ::fsync(descriptor) != 0 ? errno : 0;
+    if (descriptor >= 0) {
+        ::close(descriptor);
+    }
+    if (error != 0 && error != EINVAL && error != EROFS && error != ENOTSUP) {
+        throw RuntimeError(ErrorNumber::PathFileAccess,
+                           folder + ": " + std::generic_category().message(error));
+    }
+}
+
 } // namespace
 
 void MakeBackup(sqlite3* database, const std::string& library) {
@@ -125,8 +148,10 @@ void MakeBackup(sqlite3* database, const std::string& library) {
             return;
         }
         CopyContent(database, fresh.Path());
+        fresh.TakeRights(library);
         MoveOlderCopies(library);
         fresh.MoveTo(BackupPath(library, 1));
+        SyncFolder(library);
     } catch (const fs::filesystem_error& error) {
         throw RuntimeError(ErrorNumber::PathFileAccess,
                            error.path1().string() + ": " + error.code().message());

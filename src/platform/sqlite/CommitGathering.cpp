@@ -5,12 +5,15 @@
 
 #include <sqlite3.h>
 
+#include "platform/sqlite/LibraryPlace.h"
 #include "platform/sqlite/SqliteError.h"
 #include "platform/sqlite/WriteTurn.h"
 
 namespace quavernet::sqlite {
 
 namespace {
+
+constexpr std::chrono::milliseconds slowFile{50}; // A commit costs a small part of it.
 
 std::string WithLost(const std::string& text, std::size_t lost) {
     const char* changes = lost == 1 ? " earlier change was undone)" : " earlier changes were undone)";
@@ -19,10 +22,25 @@ std::string WithLost(const std::string& text, std::size_t lost) {
 
 } // namespace
 
+void CommitGathering::CheckPlace(sqlite3* database) {
+    if (m_place == nullptr || !m_place->IsLost()) {
+        return;
+    }
+    if (sqlite3_get_autocommit(database) == 0) {
+        sqlite3_exec(database, "rollback", nullptr, nullptr, nullptr);
+    }
+    const std::size_t lost = std::exchange(m_gathered, 0);
+    m_place->EmptyLog(database);
+    const std::string text = m_place->Path() + ": the library was moved, replaced or deleted";
+    throw LibraryError(LibraryFault::Moved, m_place->Path(), SQLITE_READONLY_DBMOVED,
+                       lost > 0 ? WithLost(text, lost) : text);
+}
+
 void CommitGathering::BeforeWrite(sqlite3* database) {
     if (sqlite3_get_autocommit(database) != 0) {
         m_gathered = 0;
         BeginWriting(database);
+        CheckPlace(database); // After the wait for others.
         m_firstWrite = m_now();
     }
 }
@@ -44,10 +62,19 @@ void CommitGathering::CommitIfDue(sqlite3* database) {
     }
 }
 
+void CommitGathering::CommitBetweenFiles(sqlite3* database) {
+    const Clock::time_point now = m_now();
+    const bool isSlow = now - std::exchange(m_lastFile, now) >= slowFile;
+    if (sqlite3_get_autocommit(database) == 0 && (isSlow || now - m_firstWrite >= m_maximumAge)) {
+        Commit(database);
+    }
+}
+
 void CommitGathering::Commit(sqlite3* database) {
     if (sqlite3_get_autocommit(database) != 0) {
         return;
     }
+    CheckPlace(database);
     const int code = sqlite3_exec(database, "commit", nullptr, nullptr, nullptr);
     const std::size_t gathered = std::exchange(m_gathered, 0);
     if (code != SQLITE_OK) {

@@ -11,12 +11,21 @@ struct sqlite3;
 
 namespace quavernet::sqlite {
 
+class LibraryPlace;
+
 class CommitGathering {
 public:
     using Clock = std::chrono::steady_clock;
 
     explicit CommitGathering(Clock::duration maximumAge, std::function<Clock::time_point()> now = &Clock::now)
         : m_maximumAge(maximumAge), m_now(std::move(now)) {}
+
+    /// From now on each transaction looks at this place, when it has begun and before it is committed.
+    void Attach(LibraryPlace& place) { m_place = &place; }
+
+    /// Throws LibraryError if the library is not in its place any more. What has been gathered is then
+    /// undone: nobody would find it.
+    void CheckPlace(sqlite3* database);
 
     /// Before a statement that writes. Opens the transaction if there is none.
     void BeforeWrite(sqlite3* database);
@@ -29,14 +38,21 @@ public:
     /// Commits if the oldest gathered statement is older than the maximum age. Called before every statement.
     void CommitIfDue(sqlite3* database);
 
-    /// Throws RuntimeError if the file can't be written; the gathered statements are then undone.
+    /// The same, called before each file or folder of a run. If the one before was slow, the next one may be
+    /// so too, and even what has just been written must not be held open over it.
+    void CommitBetweenFiles(sqlite3* database);
+
+    /// Throws RuntimeError if the file can't be written or is not in its place any more; the gathered
+    /// statements are then undone.
     void Commit(sqlite3* database);
 
 private:
     Clock::duration m_maximumAge;
     std::function<Clock::time_point()> m_now;
+    LibraryPlace* m_place = nullptr;
     std::size_t m_gathered = 0; ///< Statements since the last commit.
     Clock::time_point m_firstWrite;
+    Clock::time_point m_lastFile; ///< When CommitBetweenFiles was called last.
 };
 
 } // namespace quavernet::sqlite

@@ -13,6 +13,7 @@
 #include "platform/sqlite/CommitGathering.h"
 #include "platform/sqlite/DateColumns.h"
 #include "platform/sqlite/LibraryFile.h"
+#include "platform/sqlite/LibraryPlace.h"
 #include "platform/sqlite/LookupCache.h"
 #include "platform/sqlite/ReadSnapshot.h"
 #include "platform/sqlite/RowOrder.h"
@@ -58,6 +59,9 @@ public:
         } catch (const RuntimeError&) {
             // Nobody is left to hear of it; the file keeps its last committed state.
         }
+        if (m_library && m_place.IsLost()) {
+            m_place.EmptyLog(m_library.get());
+        }
     }
 
     void Open(std::string_view connectionString) override {
@@ -69,6 +73,8 @@ public:
         m_snapshot.Attach(opened.handle.get());
         m_cache.Attach(opened.handle.get());
         m_library = std::move(opened.handle);
+        m_place.Attach(m_path);
+        m_commits.Attach(m_place);
     }
 
     void Execute(std::string_view statement) override {
@@ -117,9 +123,16 @@ public:
         }
     }
 
+    void CommitIfDue() override {
+        if (m_held == 0 && m_library) {
+            m_commits.CommitBetweenFiles(m_library.get());
+        }
+    }
+
     void Backup() override {
         Commit();
         if (std::exchange(m_backupDue, false)) {
+            m_commits.CheckPlace(Library()); // No copy of one library among those of another.
             MakeBackup(Library(), m_path);
         }
     }
@@ -262,6 +275,7 @@ private:
 
     RegionalSettings m_regional;
     std::string m_path;
+    LibraryPlace m_place;     // Before the library, which is closed first.
     DatabaseHandle m_library; // Before the cache: statements are finalized first.
     ReadSnapshot m_snapshot;
     StatementCache m_cache;
