@@ -8,6 +8,8 @@
 
 #include <QAbstractEventDispatcher>
 #include <QLabel>
+#include <QLineEdit>
+#include <QValidator>
 
 #include <cstdlib>
 
@@ -33,6 +35,26 @@ void ShowTextsAsTheyStand(QObject& receiver) {
     }
 }
 
+// A NUL is the end of a text to the system, and to the engine that of a statement, which is refused. Nobody
+// types one, but pasted and dropped texts may hold some.
+class NulRemover : public QValidator {
+public:
+    using QValidator::QValidator;
+    State validate(QString& text, int& cursor) const override {
+        cursor -= static_cast<int>(text.left(cursor).count(QChar::Null));
+        text.remove(QChar::Null);
+        return Acceptable;
+    }
+};
+
+// Every field, also those of the toolkit's own dialogs; number boxes take nothing but digits anyway.
+void KeepNulsOut(QObject& receiver) {
+    if (auto* field = qobject_cast<QLineEdit*>(&receiver);
+        field != nullptr && field->validator() == nullptr) {
+        field->setValidator(new NulRemover(field));
+    }
+}
+
 } // namespace
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
@@ -52,6 +74,7 @@ bool Application::notify(QObject* receiver, QEvent* event) {
     const QString receiverName = receiver->objectName();
     if (event->type() == QEvent::Polish) {
         ShowTextsAsTheyStand(*receiver);
+        KeepNulsOut(*receiver);
     }
     try {
         return QApplication::notify(receiver, event);
