@@ -3,6 +3,7 @@
 #include "app/LibraryFailure.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/SettingFailure.h"
 #include "platform/LibraryError.h"
 #include "platform/qt/QtText.h"
 
@@ -23,6 +24,15 @@ void CommitLibrary() {
     if (mainModule.Connection) {
         mainModule.Connection->Commit();
     }
+}
+
+// What the user can do about it, where that is known.
+std::string DetailsOf(const std::exception& failure) {
+    if (const auto* library = dynamic_cast<const LibraryError*>(&failure)) {
+        return LibraryFailureText(*library);
+    }
+    const auto* setting = dynamic_cast<const SettingError*>(&failure);
+    return setting != nullptr ? SettingFailureText(*setting) : std::string();
 }
 
 // A label guesses whether its text is markup, and texts come from files: "<b>x</b>" is a fine title. Every
@@ -114,9 +124,8 @@ void Application::EndWithFailure(const std::exception& failure, const std::strin
         text += "\n(" + during + ")";
     }
     text += "\n" + LoadResString(442);
-    const auto* library = dynamic_cast<const LibraryError*>(&failure);
-    services.msgBox->ShowWithDetails(text, library != nullptr ? LibraryFailureText(*library) : std::string(),
-                                     LoadResString(443), MsgBox::Icon::Critical, MsgBox::Buttons::Ok);
+    services.msgBox->ShowWithDetails(text, DetailsOf(failure), LoadResString(443), MsgBox::Icon::Critical,
+                                     MsgBox::Buttons::Ok);
     services.shell->EndProcess(FailureExitCode);
     std::abort(); // Not reached: the process has ended.
 }
