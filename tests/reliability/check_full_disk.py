@@ -132,12 +132,12 @@ class FullDisk(ProgramTest):
         self.assertEqual(self.ended(), 0)
         self.assertEqual(Content(self.library.path).rows, {})
 
-    def full_while_scanning(self, name, pattern):
-        folder, music = self.small_music(name, OPTIONS.count, pattern)
+    def full_while_scanning(self, name, pattern, count, spaces):
+        folder, music = self.small_music(name, count, pattern)
         self.settings(folder)
         window = self.start()
         seen = []
-        for leave in (300 << 10, 900 << 10):
+        for leave in spaces:
             # Committed rows are looked at before the space runs out, and have to be there afterwards.
             self.fill(leave)
             self.press_scan(window)
@@ -175,10 +175,11 @@ class FullDisk(ProgramTest):
             self.assertEqual(self.ended(), 0)
 
     def test_scan(self):
-        self.full_while_scanning("scan", r"\.(mp3|wav)$")
+        # Quick enough to store thousands of files between two commits.
+        self.full_while_scanning("scan", r"\.(mp3|wav)$", 4 * OPTIONS.count, (300 << 10, 7 << 20))
 
     def test_ogg_pass(self):
-        self.full_while_scanning("ogg", r"\.ogg$")
+        self.full_while_scanning("ogg", r"\.ogg$", OPTIONS.count, (300 << 10, 900 << 10))
 
     def first_lines(self, log):
         """Of the scan log, each copied from its list."""
