@@ -33,7 +33,7 @@ std::string ReasonText(const LibraryError& error) {
     case LibraryFault::Device:
         return LoadResString(766);
     case LibraryFault::Moved:
-        return LoadResString(773);
+        return LoadResString(776);
     case LibraryFault::Other:
         break;
     }
@@ -69,13 +69,19 @@ std::string CopyLines(const std::string& library) {
     return lines;
 }
 
+// Whoever can't get at the library wants to know what else there is; the advice to put a copy in its place is
+// for one whose content is in doubt.
 std::string CopiesText(const LibraryError& error) {
+    if (error.Fault() == LibraryFault::DiskFull) {
+        return {}; // Space is to be made, and the copies are not what should go for it.
+    }
     const std::string lines = CopyLines(error.Path());
+    const bool isInDoubt = IsContentInDoubt(error.Fault());
     if (!lines.empty()) {
-        return "\n\n" + LoadResString(769) + lines + "\n\n" + LoadResString(770);
+        return "\n\n" + LoadResString(769) + lines + (isInDoubt ? "\n\n" + LoadResString(770) : "");
     }
     // At a first start nobody asks for copies.
-    return error.Fault() == LibraryFault::Other ? std::string() : "\n\n" + LoadResString(771);
+    return !isInDoubt || error.Fault() == LibraryFault::Other ? std::string() : "\n\n" + LoadResString(771);
 }
 
 } // namespace
@@ -85,11 +91,7 @@ std::string LibraryFailureText(const LibraryError& error) {
     if (error.Path().empty()) {
         return text; // There is no place yet beside which copies could lie.
     }
-    text += "\n" + LoadResString(768) + error.Path();
-    if (IsContentInDoubt(error.Fault())) {
-        text += CopiesText(error);
-    }
-    return text;
+    return text + "\n" + LoadResString(768) + error.Path() + CopiesText(error);
 }
 
 std::string FailureReasonText(const std::string& description) {

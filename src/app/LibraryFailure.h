@@ -8,8 +8,8 @@
 
 namespace quavernet {
 
-/// The reason, the library's path, and where its content is in doubt also the copies beside it with the dates
-/// at which they were made, and how to put one back.
+/// The reason, the library's path, the copies beside it with the dates at which they were made, and where its
+/// content is in doubt also how to put one back.
 std::string LibraryFailureText(const LibraryError& error);
 
 /// For a failure that says no more of itself than its description.

@@ -1,6 +1,7 @@
 #include "browser/ListQuery.h"
 
 #include "app/MainModule.h"
+#include "app/TextHelpers.h"
 #include "library/SqlQuote.h"
 
 namespace quavernet {
@@ -51,10 +52,12 @@ std::string CountStatement(std::string_view column, const ListFilter& filter, co
 } // namespace
 
 std::string SearchClause(const ListFilter& filter) {
-    if (filter.SearchText.empty()) {
+    // No stored text holds a NUL, and no statement may.
+    const std::string text = ReplaceAll(filter.SearchText, std::string_view("\0", 1), {});
+    if (text.empty()) {
         return {};
     }
-    const std::string pattern = " Like '%" + SqlQuote(filter.SearchText) + "%'";
+    const std::string pattern = " Like '%" + SqlQuote(text) + "%'";
     if (filter.InterpretChecked && filter.TitleChecked) {
         return " and (I.Interpret" + pattern + " or T.Name" + pattern + ")";
     }

@@ -2,7 +2,7 @@
 
 #include "app/MainModule.h"
 #include "app/Registry.h"
-#include "platform/RuntimeError.h"
+#include "app/SettingFailure.h"
 
 #include <algorithm>
 
@@ -21,11 +21,16 @@ double NumberSetting(const std::string& name, const std::string& defaultValue) {
     if (const auto number = ParseNumber(Setting(name, defaultValue), services.regional)) {
         return *number;
     }
-    throw RuntimeError(ErrorNumber::TypeMismatch, "Type mismatch");
+    throw SettingError(name, ErrorNumber::TypeMismatch, "Type mismatch");
 }
 
 std::int32_t TwipsSetting(const std::string& name, const std::string& defaultValue) {
-    return Narrow32(NumberSetting(name, defaultValue));
+    const double number = NumberSetting(name, defaultValue);
+    try {
+        return Narrow32(number);
+    } catch (const RuntimeError& error) {
+        throw SettingError(name, error.Number(), error.Description());
+    }
 }
 
 bool BooleanSetting(const std::string& name, const std::string& defaultValue) {

@@ -45,8 +45,9 @@ struct WindowState {
     bool operator==(const WindowState&) const = default;
 };
 
-/// Reads the state. On a screen of "800x600" the size is capped to 12000 by 9000. Throws RuntimeError 13 at
-/// the first text that is not the number it should be; only a combo's index falls back to 0.
+/// Reads the state. On a screen of "800x600" the size is capped to 12000 by 9000. Throws SettingError at the
+/// first text that is not the number it should be (13) or out of its range (6); only a combo's index falls
+/// back to 0.
 WindowState LoadWindowState(const std::string& screenResolution);
 
 /// Widths of the grid's columns alone: a new head resets them. Fails as LoadWindowState does.

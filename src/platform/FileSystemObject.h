@@ -75,14 +75,15 @@ public:
     /// Starts a walk at a folder. Throws RuntimeError 76 if the folder is missing or can't be opened.
     virtual std::unique_ptr<FolderWalk> GetFolder(const std::string& path) = 0;
 
-    /// Throws RuntimeError 53 if there is no such plain file.
+    /// Throws RuntimeError 53 if there is no such plain file. A file of the kernel is none, here and below.
     virtual FileFacts GetFile(const std::string& path) = 0;
 
     virtual bool FileExists(const std::string& path) = 0;
     virtual bool FolderExists(const std::string& path) = 0;
 
     /// Creates one folder and its missing parents. Throws RuntimeError 61 if the disk is full, 70 without the
-    /// right to, 58 if something else stands there, 75 if it fails otherwise.
+    /// right to, 58 if something else stands there, 75 if it fails otherwise; the description names the part
+    /// of the path that is in the way, and where it leads if it is a link.
     virtual void CreateFolder(const std::string& path) = 0;
 
     /// Copies a file to a place where nothing stands yet, not even a link that leads nowhere: either the

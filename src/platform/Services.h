@@ -22,6 +22,9 @@ public:
     /// A failed write leaves the old value.
     virtual void Set(const std::string& application, const std::string& section, const std::string& name,
                      const std::string& value) = 0;
+
+    /// The file that the values are kept in; empty where there is none.
+    virtual std::string Place() const { return {}; }
 };
 
 /// The system's shell: special folders, opening files with their program, the end of the process.

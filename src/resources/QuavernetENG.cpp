@@ -347,7 +347,12 @@ constexpr clsResources::Entry Entries[] = {
      "the database."},
     {771, "There are no backup copies beside it."},
     {772, "No backup copy of the database: "},
-    {773,
+    {773, "This setting is not a number that the program can work with: "},
+    {774, "File of the settings: "},
+    {775,
+     "To make the program start again: delete the line of the setting in this file. Its initial value holds "
+     "then."},
+    {776,
      "The database was moved, replaced or deleted while the program was running. Nothing more is written "
      "to it."},
 };

@@ -350,7 +350,12 @@ constexpr clsResources::Entry Entries[] = {
           "und geben Sie der Kopie den Namen der Datenbank."},
     {771, "Sicherungskopien liegen nicht daneben."},
     {772, "Keine Sicherungskopie der Datenbank: "},
-    {773,
+    {773, "Diese Einstellung ist keine Zahl, mit der das Programm arbeiten kann: "},
+    {774, "Datei der Einstellungen: "},
+    {775,
+     "So startet das Programm wieder: Löschen Sie in dieser Datei die Zeile der Einstellung. Dann gilt ihr "
+     "Anfangswert."},
+    {776,
      "Die Datenbank wurde verschoben, ersetzt oder gelöscht, während das Programm lief. Es schreibt nichts "
      "mehr hinein."},
 };

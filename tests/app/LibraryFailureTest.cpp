@@ -101,13 +101,23 @@ TEST_F(LibraryFailureTest, CopiesAreNamedWithTheirDatesTheNewestFirst) {
                   "the name of the database.");
 }
 
-TEST_F(LibraryFailureTest, ASoundLibraryIsNotToBeGivenUpForAnOlderCopy) {
+TEST_F(LibraryFailureTest, TheCopiesOfASoundLibraryAreNamedButItIsNotToBeGivenUpForThem) {
     AddCopy(1, 20);
+    AddCopy(2, 9);
     for (const LibraryFault fault :
          {LibraryFault::Newer, LibraryFault::Locked, LibraryFault::FileReadOnly, LibraryFault::FolderReadOnly,
-          LibraryFault::DiskFull, LibraryFault::Device, LibraryFault::Moved}) {
-        EXPECT_EQ(Text(fault).find("backup"), std::string::npos);
+          LibraryFault::Device, LibraryFault::Moved}) {
+        EXPECT_TRUE(Text(fault).ends_with("\nDatenbank: " + path +
+                                          "\n\nDaneben liegen Sicherungskopien, die neueste zuerst:\n" +
+                                          folder.Path() + "/Quavernet.backup1.db (20.11.2026 14:03:00)\n" +
+                                          folder.Path() + "/Quavernet.backup2.db (09.11.2026 14:03:00)"))
+            << Text(fault);
     }
+}
+
+TEST_F(LibraryFailureTest, WhoHasToMakeSpaceIsNotSentToTheCopies) {
+    AddCopy(1, 20);
+    EXPECT_TRUE(Text(LibraryFault::DiskFull).ends_with("\nDatenbank: " + path));
 }
 
 TEST_F(LibraryFailureTest, WithoutAPathNoCopiesAreLookedFor) {

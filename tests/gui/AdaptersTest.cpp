@@ -122,6 +122,24 @@ TEST_F(AdaptersTest, AValueThatWasNeverWrittenIsMissing) {
     EXPECT_EQ(store.Query(SettingsApplication, SettingsSection, "Scanpath"), std::nullopt);
 }
 
+TEST_F(AdaptersTest, SettingsOfOthersWithTheSameNamesAreNotTaken) {
+    // Where the toolkit would look next: the maker's file for all his programs.
+    std::ofstream(folder / "Greyfinch Labs.conf") << "[Settings]\nLanguage=ENG\nScanpath=/theirs\n";
+    QtSettings store;
+    store.Set(SettingsApplication, SettingsSection, "ScanpathValue", "1");
+    EXPECT_EQ(store.Query(SettingsApplication, SettingsSection, "Language"), std::nullopt);
+    EXPECT_EQ(store.Query(SettingsApplication, SettingsSection, "Scanpath"), std::nullopt);
+    EXPECT_EQ(QSettings(QStringLiteral("Greyfinch Labs"), QStringLiteral("Quavernet"))
+                  .value(QStringLiteral("Settings/Language")),
+              QStringLiteral("ENG"));
+}
+
+TEST_F(AdaptersTest, ThePlaceOfTheSettingsIsTheirFile) {
+    QtSettings store;
+    store.Query(SettingsApplication, SettingsSection, "Language");
+    EXPECT_EQ(store.Place(), folder / "Greyfinch Labs/Quavernet.conf");
+}
+
 TEST_F(AdaptersTest, SettingsStandUnderTheirOwnNames) {
     {
         QtSettings store;

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include <QEventLoop>
 #include <QTimer>
 
 namespace quavernet::test {
@@ -105,6 +106,31 @@ TEST_F(EventBoundaryTest, WhatWasWrittenBeforeStaysWritten) {
     library->Open("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" +
                   (folder / "Quavernet Database/Quavernet.db"));
     EXPECT_EQ(library->Query("Select Category from Categories").At(0, 0).Text(), "kept");
+}
+
+TEST_F(EventBoundaryTest, ASettingThatIsNoNumberIsNamedWithItsText) {
+    settings.values["WindowWidth"] = "99999999999999";
+    EXPECT_EXIT(App().RunGuarded("Start", [this] { Start(); }), ::testing::ExitedWithCode(1),
+                "Fehler: 6 - Overflow\n\\(Start\\)\nDas Programm wird beendet. .critical.\n"
+                "<Diese Einstellung ist keine Zahl, mit der das Programm arbeiten kann: "
+                "WindowWidth=99999999999999>");
+}
+
+TEST_F(EventBoundaryTest, WhatWasWrittenStandsInTheFileBeforeTheProgramWaitsForItsUser) {
+    AddFile("Abba", "One");
+    mainModule.Connection->Commit();
+    const auto inTheFile = [this] {
+        const auto reader = services.createConnection();
+        reader->Open("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" +
+                     (folder / "Quavernet Database/Quavernet.db"));
+        return reader->Query("Select Category from Categories").Rows();
+    };
+    mainModule.Connection->Execute("Insert into Categories (Category) values ('new')");
+    ASSERT_EQ(inTheFile(), 0U) << "commits are gathered";
+    QEventLoop waiting;
+    QTimer::singleShot(50, &waiting, &QEventLoop::quit);
+    waiting.exec();
+    EXPECT_EQ(inTheFile(), 1U);
 }
 
 TEST_F(EventBoundaryTest, AForeignExceptionEndsTheProcessToo) {

@@ -1,7 +1,11 @@
 #include "gui/GuiTest.h"
 
 #include <QAbstractItemView>
+#include <QClipboard>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QHeaderView>
+#include <QMimeData>
 
 namespace quavernet::test {
 
@@ -30,6 +34,33 @@ TEST_F(FilterRowTest, EnterInTheSearchBoxSearches) {
     QTest::keyClick(&search, Qt::Key_Return);
     EXPECT_EQ(Listed(), (Texts{"Beatles", "Cure"}));
     EXPECT_EQ(FromQString(search.text()), "t");
+}
+
+TEST_F(FilterRowTest, ANulInAPastedOrDroppedTextIsLeftOut) {
+    Start();
+    auto& search = Control<QLineEdit>("txtSearch");
+    const QString text = QString::fromLatin1("r\0ee\0", 5);
+    ASSERT_EQ(text.count(QChar::Null), 2);
+    QGuiApplication::clipboard()->setText(text);
+    QTest::keyClicks(&search, QStringLiteral("T"));
+    QTest::keyClick(&search, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(FromQString(search.text()), "Tree");
+    EXPECT_EQ(search.cursorPosition(), 4);
+    QTest::keyClick(&search, Qt::Key_Return);
+    EXPECT_EQ(Listed(), Texts{"Cure"});
+
+    search.clear();
+    QMimeData data;
+    data.setText(text);
+    const QPointF middle = QRectF(search.rect()).center();
+    QDragEnterEvent enter(middle.toPoint(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&search, &enter);
+    ASSERT_TRUE(enter.isAccepted());
+    QDropEvent drop(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&search, &drop);
+    EXPECT_EQ(FromQString(search.text()), "ree");
+    QTest::keyClick(&search, Qt::Key_Return);
+    EXPECT_EQ(Listed(), Texts{"Cure"});
 }
 
 TEST_F(FilterRowTest, AMousePickReloadsAtOnceAndArrowKeysOnlyWithEnter) {

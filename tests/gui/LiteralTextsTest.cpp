@@ -11,13 +11,18 @@
 #include "platform/qt/QtMsgBox.h"
 #include "scanner/frmRemind.h"
 #include "scanner/frmScanLog.h"
+#include "scanner/frmScanpath.h"
 
 #include <memory>
+#include <set>
 
 #include <QAbstractItemView>
+#include <QClipboard>
 #include <QComboBox>
+#include <QFileDialog>
 #include <QHelpEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
 #include <QMimeData>
@@ -32,6 +37,7 @@ namespace quavernet::test {
 namespace {
 
 using ::testing::HasSubstr;
+using ::testing::IsSupersetOf;
 
 class LiteralTextsTest : public GuiTest {
 protected:
@@ -231,6 +237,33 @@ TEST_F(LiteralTextsTest, EveryLabelOfEveryWindowIsToldToShowWhatItWasGiven) {
         }
     }
     EXPECT_GT(labels, 30);
+}
+
+TEST_F(LiteralTextsTest, NoFieldOfAnyWindowTakesANul) {
+    StartWide();
+    frmScanpath scanpath(&Form());
+    scanpath.show();
+    frmRemind remind(&Form());
+    remind.show();
+    frmHelp help;
+    help.ShowPage("help.chm", "HTML\\start.html");
+    QFileDialog folders;
+    folders.setOption(QFileDialog::DontUseNativeDialog);
+    folders.show();
+    QGuiApplication::clipboard()->setText(QString::fromLatin1("1\0"
+                                                              "2",
+                                                              3));
+    std::set<std::string> fields;
+    for (QWidget* widget : QApplication::allWidgets()) {
+        if (auto* field = qobject_cast<QLineEdit*>(widget); field != nullptr && field->isVisible()) {
+            field->paste();
+            EXPECT_EQ(field->text().count(QChar::Null), 0) << FromQString(field->objectName());
+            fields.insert(FromQString(field->objectName()));
+        }
+    }
+    EXPECT_THAT(fields,
+                IsSupersetOf({"txtSearch", "txtScanpath", "txtFind", "txtSearchAll", "fileNameEdit"}));
+    EXPECT_EQ(FromQString(help.findChild<QLineEdit*>(QStringLiteral("txtFind"))->text()), "12");
 }
 
 TEST_F(LiteralTextsTest, TheHelpTakesThemForWordsAndPages) {

@@ -248,6 +248,33 @@ TEST_F(HostileStatementsTest, TheSearchBoxIsATextInEachOfItsStatements) {
     }
 }
 
+// A stored text can't hold one, a search text can: it may come from the clipboard.
+TEST_F(HostileStatementsTest, ANulInTheSearchBoxReachesNoStatement) {
+    SilentListWindow list;
+    const auto search = [&](const std::string& text, std::size_t found) {
+        const Job job = [&](const std::string& searched) {
+            for (const char* name : {"x", "xy"}) {
+                CurrentFile& file = mainModule.CurrentFile;
+                file = CurrentFile();
+                file.FileArtist = file.FileTitle = name;
+                file.FileName = file.FilePath = std::string("/") + name + ".mp3";
+                file.FileSize = "1";
+                file.FileGenre = "255";
+                driver.StoreFileRecord();
+            }
+            ListFilter filter;
+            filter.SearchText = searched;
+            const ListResult result = LoadDatabase(filter, "", list);
+            ASSERT_EQ(result.Rows.Count(), found);
+            EXPECT_EQ(result.Rows.Text(found, ListColumn::Title), "xy");
+        };
+        return ShapesOf(job, text);
+    };
+    EXPECT_EQ(search(std::string("x\0y", 3), 1), search("xy", 1));
+    EXPECT_EQ(search(std::string("\0xy\0", 4), 1), search("xy", 1));
+    EXPECT_EQ(search(std::string("\0", 1), 2), search("", 2));
+}
+
 TEST_F(HostileStatementsTest, TheTreeFindsEntriesOfHostileFileNames) {
     std::vector<std::string> played;
     RecordingPlayer player(played);

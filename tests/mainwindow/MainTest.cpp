@@ -1,9 +1,13 @@
 #include "mainwindow/Main.h"
 
 #include "platform/RuntimeError.h"
+#include "platform/posix/PosixFileSystem.h"
 #include "support/TestLibrary.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
 #include <set>
 
 namespace quavernet::test {
@@ -202,6 +206,23 @@ TEST_F(LocateDatabaseTest, TheBoxTellsWhatStandsInTheLibrarysPlace) {
     files.folders.insert(File);
     ExpectFailureBox("An der Stelle der Datenbank liegt ein Ordner." + OfFile +
                      "\n\nSicherungskopien liegen nicht daneben.");
+}
+
+TEST_F(LocateDatabaseTest, WhatStandsInTheDocumentsFoldersPlaceIsNamed) {
+    const TemporaryFolder home;
+    const auto realFiles = CreatePosixFileSystem();
+    services.fileSystem = realFiles.get();
+    const std::string documents = home / "Dokumente";
+    shell.documents = documents;
+    const auto box = [&](int error, const std::string& what) {
+        return "Der Grund: " + std::string(std::strerror(error)) + ": " + what + "\nDatenbank: " + documents +
+               "/Quavernet Database/Quavernet.db";
+    };
+    std::filesystem::create_symlink("/nowhere/Dokumente", documents);
+    ExpectFailureBox(box(ENOENT, documents + " -> /nowhere/Dokumente"));
+    std::filesystem::remove(documents);
+    std::ofstream(documents) << "x";
+    ExpectFailureBox(box(ENOTDIR, documents));
 }
 
 TEST_F(LocateDatabaseTest, AFullDiskOrAMissingRightIsTold) {

@@ -1,6 +1,6 @@
 #include "mainwindow/WindowState.h"
 
-#include "platform/RuntimeError.h"
+#include "app/SettingFailure.h"
 #include "support/LogicTest.h"
 
 namespace quavernet::test {
@@ -37,10 +37,12 @@ protected:
         ordered.values = {{name, value}};
         return LoadWindowState(Wide);
     }
+    /// The failure's number; the failure has to name the setting.
     int ErrorWith(const std::string& name, const std::string& value) {
         try {
             LoadWith(name, value);
-        } catch (const RuntimeError& error) {
+        } catch (const SettingError& error) {
+            EXPECT_EQ(error.Name(), name);
             return error.Number();
         }
         return 0;

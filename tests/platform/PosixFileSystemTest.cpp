@@ -435,6 +435,22 @@ TEST_F(PosixFileSystemTest, AFileOfTheKernelBehindALinkGivesNoFacts) {
     EXPECT_EQ(skipped[0].kind, SkippedEntry::Kind::NoPlainFile);
 }
 
+TEST_F(PosixFileSystemTest, AFileOfTheKernelIsNoFileByItsPathEither) {
+    for (const char* target : {"/proc/self/mem", "/proc/cpuinfo", "/proc/self/fd"}) {
+        const std::string link = folder / "kernel.mp3";
+        fs::remove(link);
+        fs::create_symlink(target, link);
+        for (const std::string& path : {std::string(target), link}) {
+            EXPECT_FALSE(fileSystem->FileExists(path)) << path;
+            EXPECT_EQ(NumberOf([&] { fileSystem->GetFile(path); }), 53) << path;
+        }
+    }
+    for (const fs::directory_entry& entry : fs::directory_iterator("/sys/kernel")) {
+        EXPECT_FALSE(fileSystem->FileExists(entry.path().native())) << entry.path();
+    }
+    EXPECT_EQ(NumberOf([&] { fileSystem->CopyFile("/proc/cpuinfo", folder / "copy"); }), 53);
+}
+
 TEST_F(PosixFileSystemTest, GetFileRaisesError53ForAnythingButAPlainFile) {
     Write("a.mp3");
     EXPECT_EQ(fileSystem->GetFile(folder / "a.mp3").size, 1u);
@@ -465,6 +481,30 @@ TEST_F(PosixFileSystemTest, CreateFolderMakesMissingParentsAndAcceptsWhatIsThere
     Write("file");
     EXPECT_EQ(NumberOf([&] { fileSystem->CreateFolder(folder / "file/x"); }), 58);
     EXPECT_EQ(NumberOf([&] { fileSystem->CreateFolder("/proc/quavernet"); }), 75);
+}
+
+TEST_F(PosixFileSystemTest, AFolderThatCannotBeMadeIsToldByThePartThatIsInTheWay) {
+    const auto told = [&](const std::string& path) {
+        try {
+            fileSystem->CreateFolder(folder / path);
+        } catch (const RuntimeError& error) {
+            return std::to_string(error.Number()) + " " + error.Description();
+        }
+        return std::string("made");
+    };
+    const auto reason = [](int error) { return std::string(std::strerror(error)) + ": "; };
+    Write("file");
+    EXPECT_EQ(told("file/x/y"), "58 " + reason(ENOTDIR) + (folder / "file"));
+    fs::create_symlink("/nowhere/music", folder / "link");
+    EXPECT_EQ(told("link/x"), "58 " + reason(ENOENT) + (folder / "link -> /nowhere/music"));
+    fs::create_symlink("file", folder / "to file");
+    EXPECT_EQ(told("to file/x"), "58 " + reason(ENOTDIR) + (folder / "to file"));
+    fs::create_symlink("circle", folder / "circle");
+    EXPECT_EQ(told("circle/x/y"), "58 " + reason(ELOOP) + (folder / "circle -> circle"));
+    fs::create_directory(folder / "closed");
+    fs::permissions(folder / "closed", fs::perms(0555));
+    const OrdinaryUser user;
+    EXPECT_EQ(told("closed/x/y"), "70 " + reason(EACCES) + (folder / "closed/x"));
 }
 
 TEST_F(PosixFileSystemTest, ACopyIsWholeAndWritable) {
@@ -546,7 +586,9 @@ TEST_F(PosixFileSystemTest, TheDriveIsTheMountPointThatHoldsTheFile) {
     ASSERT_FALSE(drive.empty());
     EXPECT_EQ(drive.front(), '/');
     EXPECT_TRUE(drive == "/" || folder.Path().starts_with(drive + "/")) << drive;
-    EXPECT_EQ(fileSystem->GetFile("/proc/self/mountinfo").drivePath, "/proc");
+    const auto walk = fileSystem->GetFolder("/proc/self"); // A walk that was sent there goes there.
+    walk->List("/proc/self");
+    EXPECT_EQ(walk->File("/proc/self/mountinfo")->drivePath, "/proc");
 }
 
 TEST_F(PosixFileSystemTest, LogicalDrivesBeginWithTheRootAndHoldNothingOfTheKernel) {

@@ -14,12 +14,17 @@ import sys
 import unittest
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from support import HELPER, Content, left_copies, write_settings  # noqa: E402
+from support import HELPER, Content, clipboard, expect_texts, left_copies, write_settings  # noqa: E402
 from desktop import PROGRAM, Library, ProgramTest, wait_until  # noqa: E402
 
 OPTIONS = argparse.Namespace()
 DISK_SIZE = 48 << 20
-TEMPLATE_SPACE = 400 << 10  # more than a library without files takes
+# What the boxes say, as patterns: at the first start, at a later one, and in the middle of the work.
+NOT_MADE = r"Fehler beim Initialisieren der Datenbank!\n.*\nDas Programm wird beendet\."
+NOT_OPENED = r"Auf Ihrem System muss mindestens MDAC .*"
+UNDONE = r"Fehler: \d+ - [^(]+ \(\d+ earlier changes? (was|were) undone\)\n(\([^\n]+\)\n)?Das Programm wird beendet\."
+NO_SPACE = ("Auf dem Datenträger ist kein Platz mehr. Schaffen Sie Platz, und wiederholen Sie dann den letzten Schritt.\n"
+            "Datenbank: ")
 
 
 def content_of(path):
@@ -105,11 +110,12 @@ class FullDisk(ProgramTest):
         self.desktop.key("ctrl+q")
         self.assertEqual(self.ended(), 0)
 
-    def failure_box(self, name):
-        """Waits for the box at the end of the program, and closes it."""
+    def failure_box(self, name, first):
+        """Waits for the box at the end of the program, which says this and that there is no space, and closes it."""
         box = self.desktop.window("^(Programm wird beendet|Datenbank Zugriff nicht möglich)$")
         self.desktop.picture("full-disk-" + name)
         self.desktop.activate(box)
+        expect_texts(self, box, first, re.escape(NO_SPACE + self.library.path))
         self.desktop.key("Escape")
         return self.ended()
 
@@ -117,7 +123,7 @@ class FullDisk(ProgramTest):
         self.fill()
         write_settings(self.home)
         self.launch()
-        self.assertEqual(self.failure_box("first-start"), 0)
+        self.assertEqual(self.failure_box("first-start", NOT_MADE), 0)
         folder = os.path.dirname(self.library.path)
         self.assertEqual(os.listdir(folder) if os.path.exists(folder) else [], [])
         self.make_space()
@@ -126,19 +132,19 @@ class FullDisk(ProgramTest):
         self.assertEqual(self.ended(), 0)
         self.assertEqual(Content(self.library.path).rows, {})
 
-    def full_while_scanning(self, name, pattern):
-        folder, music = self.small_music(name, OPTIONS.count, pattern)
+    def full_while_scanning(self, name, pattern, count, spaces):
+        folder, music = self.small_music(name, count, pattern)
         self.settings(folder)
         window = self.start()
         seen = []
-        for leave in (300 << 10, 900 << 10):
+        for leave in spaces:
             # Committed rows are looked at before the space runs out, and have to be there afterwards.
             self.fill(leave)
             self.press_scan(window)
             wait_until("the first files or the box", lambda: self.library.files() or self.desktop.windows(
                 "^Programm wird beendet$"))
             seen = sorted(set(seen) | set(self.library.files()))
-            self.assertEqual(self.failure_box(f"{name}-{leave >> 10}"), 1)
+            self.assertEqual(self.failure_box(f"{name}-{leave >> 10}", UNDONE), 1)
             kept = Content(self.library.path)
             self.assertLessEqual({path.encode() for path in seen}, set(kept.rows))
             self.assertLess(len(kept.rows), len(music))
@@ -162,17 +168,30 @@ class FullDisk(ProgramTest):
         wait_until("a window", lambda: self.desktop.windows(box) or (self.desktop.windows("^Quavernet - ")
                                                                     and self.main_is_alone()))
         if self.desktop.windows(box):
-            self.assertIn(self.failure_box(name + "-start"), (0, 1))
+            self.assertIn(self.failure_box(name + "-start", f"{NOT_OPENED}|Fehler: .*"), (0, 1))
         else:
             self.desktop.activate(self.desktop.window("^Quavernet - "))
             self.desktop.key("ctrl+q")
             self.assertEqual(self.ended(), 0)
 
     def test_scan(self):
-        self.full_while_scanning("scan", r"\.(mp3|wav)$")
+        # Quick enough to store thousands of files between two commits.
+        self.full_while_scanning("scan", r"\.(mp3|wav)$", 4 * OPTIONS.count, (300 << 10, 7 << 20))
 
     def test_ogg_pass(self):
-        self.full_while_scanning("ogg", r"\.ogg$")
+        self.full_while_scanning("ogg", r"\.ogg$", OPTIONS.count, (300 << 10, 900 << 10))
+
+    def first_lines(self, log):
+        """Of the scan log, each copied from its list."""
+        _, _, width, height = self.desktop.geometry(log)
+        self.desktop.click(log, width // 2, height // 2)
+        self.desktop.key("Home")
+        lines = []
+        for _ in range(4):
+            self.desktop.key("ctrl+c")
+            lines.append(clipboard(self.desktop))
+            self.desktop.key("Down")
+        return lines
 
     def test_backup(self):
         folder, music = self.small_music("backup", 2000)
@@ -181,7 +200,7 @@ class FullDisk(ProgramTest):
         directory = os.path.dirname(self.library.path)
         copies = {name: content_of(os.path.join(directory, name)) for name in os.listdir(directory) if "backup" in name}
         self.assertEqual(len(copies), 2)
-        self.settings(folder, ScanLog="1", LastScan="-")
+        self.settings(folder, ScanLog="1", LastScan="-", QuickScan="1")  # which writes next to nothing itself
         window = self.start()
         self.fill(leave=200 << 10)
         self.press_scan(window)
@@ -189,7 +208,10 @@ class FullDisk(ProgramTest):
         self.desktop.picture("full-disk-backup-log")
         self.assertEqual({name: content_of(os.path.join(directory, name)) for name in os.listdir(directory)
                           if "backup" in name}, copies)
-        self.desktop.activate(self.desktop.window("^Scan Log$"))
+        log = self.desktop.window("^Scan Log$")
+        self.desktop.activate(log)
+        wait_until("the line about the backup copy", lambda: any(
+            re.fullmatch(r"Keine Sicherungskopie der Datenbank: .+", line) for line in self.first_lines(log)))
         self.desktop.key("alt+F4")
         wait_until("the scan log to go", lambda: not self.desktop.windows("^Scan Log$"))
         self.desktop.activate(window)

@@ -10,6 +10,7 @@ import argparse
 import hashlib
 import os
 import random
+import re
 import shutil
 import sqlite3
 import subprocess
@@ -21,11 +22,57 @@ import unittest
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "e2e"))
 import desktop as desktop_module  # noqa: E402
 from desktop import PROGRAM, ProgramTest, wait_until  # noqa: E402
+from support import expect_texts  # noqa: E402
 
 OPTIONS = argparse.Namespace()
 NOBODY = 65534
 OPEN_BOX = {"GER": "Datenbank Zugriff nicht möglich", "ENG": "Unable to access the database"}
 END_BOX = {"GER": "Programm wird beendet", "ENG": "Program will exit"}
+# What the boxes say: their first texts, and the sentences of which the second ones are made.
+FIRST_TEXT = {
+    OPEN_BOX["GER"]: "Auf Ihrem System muss mindestens MDAC ab Version 2.5 installiert sein!\n"
+                     "Stellen Sie auch sicher, dass Microsoft Jet ab Version 4.0 installiert ist.\n"
+                     "Jet 4.0 ist normalerweise Bestandteil von MDAC 2.5. Bei den Versionen 2.7 und 2.8 "
+                     "müssen Sie Jet gegebenenfalls getrennt installieren!",
+    OPEN_BOX["ENG"]: "At least MDAC version 2.5 must be installed on your system!\n"
+                     "Please also make sure that Microsoft Jet version 4.0 or later is installed.\n"
+                     "Jet 4.0 is usually part of MDAC 2.5. With versions 2.7 and 2.8 you may have to install Jet "
+                     "separately!",
+    END_BOX["GER"]: "Fehler beim Initialisieren der Datenbank!\nBitte wenden Sie sich an Ihren Systemadministrator oder "
+                    "an den Hersteller des Produkts.\nDas Programm wird beendet.",
+    END_BOX["ENG"]: "Error while initialising the database!\nPlease contact your system administrator or the vendor of "
+                    "the product.\nThe program will now exit."}
+REASONS = {
+    "locked": {"GER": "Ein anderes Programm hält die Datenbank gesperrt. Beenden Sie es, und versuchen Sie es dann noch "
+                      "einmal.",
+               "ENG": "Another program keeps the database locked. Close it, then try again."},
+    "damaged": {"GER": "Die Datenbank ist beschädigt.", "ENG": "The database is damaged."},
+    "newer": {"GER": "Die Datenbank stammt von einer neueren Version von Quavernet. Öffnen Sie sie mit dieser Version.",
+              "ENG": "The database was made by a newer version of Quavernet. Open it with that version."},
+    "foreign": {"GER": "An der Stelle der Datenbank liegt eine Datei, die keine Datenbank von Quavernet ist.",
+                "ENG": "The file in the database's place is not a Quavernet database."},
+    "file read-only": {"GER": "Die Datenbank ist schreibgeschützt, oder Ihnen fehlt das Recht, sie zu ändern.",
+                       "ENG": "The database is write-protected, or you have no right to change it."},
+    "folder read-only": {"GER": "Der Ordner der Datenbank ist schreibgeschützt, oder Ihnen fehlt das Recht, darin zu "
+                                "schreiben.",
+                         "ENG": "The folder of the database is write-protected, or you have no right to write in it."},
+    "folder": {"GER": "An der Stelle der Datenbank liegt ein Ordner.",
+               "ENG": "There is a folder in the database's place."},
+    "no plain file": {"GER": "An der Stelle der Datenbank liegt eine Verknüpfung, deren Ziel fehlt, oder etwas anderes als "
+                             "eine gewöhnliche Datei.",
+                      "ENG": "In the database's place there is a link that leads nowhere, or something other than a plain "
+                             "file."}}
+SOUND = ("locked", "newer", "file read-only", "folder read-only")  # No copy is to be put in such a library's place.
+PLACE = {"GER": "Datenbank: ", "ENG": "Database: "}
+COPIES = {"GER": "Daneben liegen Sicherungskopien, die neueste zuerst:",
+          "ENG": "There are backup copies beside it, the newest first:"}
+NO_COPIES = {"GER": "Sicherungskopien liegen nicht daneben.", "ENG": "There are no backup copies beside it."}
+ADVICE = {"GER": "So holen Sie eine davon zurück: Verschieben Sie die Datenbank, zusammen mit den gleichnamigen Dateien auf "
+                 "„-wal“ und „-shm“, falls es sie gibt, in einen anderen Ordner. Kopieren Sie dann die Sicherungskopie, "
+                 "und geben Sie der Kopie den Namen der Datenbank.",
+          "ENG": "To put one back: move the database, together with the files of the same name ending in \"-wal\" and "
+                 "\"-shm\" if there are any, to another folder. Then copy the backup copy and give that copy the name of "
+                 "the database."}
 
 
 def digest(path):
@@ -48,16 +95,18 @@ class LibraryFaults(ProgramTest):
         return os.path.dirname(self.library.path)
 
     def state(self):
-        """Every file of the library's folder, but for a log without content and the index of the log, which the engine
-        makes anew at will."""
+        """Every file of the library's folder (or what stands in the documents' place), but for a log without content and
+        the index of the log, which the engine makes anew at will."""
+        if not os.path.isdir(self.folder):
+            return digest(os.path.join(self.home, "Dokumente"))
         return {name: digest(os.path.join(self.folder, name)) for name in sorted(os.listdir(self.folder))
                 if not name.endswith("-shm") and not self.is_empty_log(name)}
 
     def is_empty_log(self, name):
         return name.endswith("-wal") and os.path.getsize(os.path.join(self.folder, name)) == 0
 
-    def make_library(self, copies=True):
-        """A library of a few files from a real scan, with a backup copy, closed."""
+    def make_library(self):
+        """A library of a few files from a real scan, with two backup copies, closed."""
         music, _ = self.make_music()
         self.settings({"Scanpath": music, "ScanpathValue": "1", "ScanLog": "0"})
         window = self.start()
@@ -70,8 +119,28 @@ class LibraryFaults(ProgramTest):
         self.assertTrue(self.rows)
         self.copy = os.path.join(self.folder, "Quavernet.backup1.db")
         shutil.copy(self.library.path, self.copy)  # that of the first scan is of the empty library
-        if not copies:
-            os.remove(self.copy)
+        older = os.path.join(self.folder, "Quavernet.backup2.db")
+        shutil.copy(self.library.path, older)
+        for path, date in ((self.copy, "2026-11-20 14:03:07"), (older, "2025-01-02 03:04:05")):
+            moment = time.mktime(time.strptime(date, "%Y-%m-%d %H:%M:%S"))
+            os.utime(path, (moment, moment))
+
+    def details(self, reason, language=None):
+        """The second text of a box as it has to be: a reason, the library's place, the copies that are there, with
+        their dates, and how to put one back."""
+        language = language or OPTIONS.language
+        lines = []
+        for number in (1, 2, 3):
+            path = os.path.join(self.folder, f"Quavernet.backup{number}.db")
+            if os.path.isfile(path):
+                date = time.strftime("%d.%m.%Y %H:%M:%S", time.localtime(os.path.getmtime(path)))
+                lines.append(f"\n{path} ({date})")
+        text = REASONS[reason][language] + "\n" + PLACE[language] + self.library.path
+        if lines:
+            text += "\n\n" + COPIES[language] + "".join(lines)
+        if reason not in SOUND:
+            text += "\n\n" + (ADVICE if lines else NO_COPIES)[language]
+        return text
 
     def settings(self, values):
         os.makedirs(os.path.join(self.home, ".config", "Greyfinch Labs"), exist_ok=True)
@@ -87,8 +156,8 @@ class LibraryFaults(ProgramTest):
                 os.setuid(user)
         self.program = subprocess.Popen([PROGRAM], env=self.desktop.environment, cwd="/", preexec_fn=become)
 
-    def expect_box(self, title, name, user=None):
-        """A start that ends in this box and changes nothing."""
+    def expect_box(self, title, name, details, user=None):
+        """A start that ends in this box, with this pattern of a second text, and changes nothing."""
         before = self.state()
         self.launch(user)
         box = wait_until(f"the box {title!r}", lambda: self.box_or_end(title))
@@ -96,6 +165,7 @@ class LibraryFaults(ProgramTest):
         x, y, width, height = self.desktop.geometry(box)
         across, down = (int(number) for number in OPTIONS.screen.split("x"))
         self.assertTrue(width <= across and height <= down, f"a box of {width}x{height}")
+        expect_texts(self, box, re.escape(FIRST_TEXT[title]), details)
         self.desktop.activate(box)
         self.desktop.key("Escape")
         wait_until("the program's end", lambda: self.program.poll() is not None)
@@ -108,13 +178,14 @@ class LibraryFaults(ProgramTest):
             raise AssertionError(f"the program ended with {self.program.returncode} and no box {title!r}")
         return boxes[0] if boxes else None
 
-    def expect_refused(self, name, user=None):
+    def expect_refused(self, name, reason, user=None):
         self.settings({"Language": OPTIONS.language})
-        self.assertEqual(self.expect_box(OPEN_BOX[OPTIONS.language], name, user), 0)
+        details = re.escape(self.details(reason))
+        self.assertEqual(self.expect_box(OPEN_BOX[OPTIONS.language], name, details, user), 0)
 
-    def expect_not_made(self, name):
+    def expect_not_made(self, name, reason):
         self.settings({"Language": OPTIONS.language})
-        self.assertEqual(self.expect_box(END_BOX[OPTIONS.language], name), 0)
+        self.assertEqual(self.expect_box(END_BOX[OPTIONS.language], name, re.escape(self.details(reason))), 0)
 
     def put_back(self):
         """What the box advises: the copy in the library's place."""
@@ -201,7 +272,7 @@ def lock(self):
 def locked(self):
     """Another program holds it for good."""
     locker = lock(self)
-    self.expect_refused("locked")
+    self.expect_refused("locked", "locked")
     locker.communicate("\n")
 
 
@@ -237,7 +308,8 @@ def read_only(self):
         conf = self.settings({"Language": OPTIONS.language})
         if user is not None:
             os.chown(conf, user, user)
-        self.expect_box(OPEN_BOX[OPTIONS.language], "read-only-" + ("file" if os.path.isfile(path) else "folder"), user)
+        kind = "file" if os.path.isfile(path) else "folder"
+        self.expect_box(OPEN_BOX[OPTIONS.language], "read-only-" + kind, re.escape(self.details(kind + " read-only")), user)
         os.chmod(path, 0o777)
 
 
@@ -249,14 +321,15 @@ def cut(self):
     for kept in (1, 99, 100, 4095, 4096, size // 2, size - 4096, size - 1):
         with open(self.library.path, "wb") as file:
             file.write(whole[:kept])
-        self.expect_refused(f"cut-{kept}")
+        # Of less than the header nobody can tell what it was.
+        self.expect_refused(f"cut-{kept}", "damaged" if kept >= 100 else "foreign")
     self.put_back()
 
 
 @add("empty")
 def empty(self):
     self.change(lambda data: data.clear())
-    self.expect_refused("empty")
+    self.expect_refused("empty", "foreign")
     self.put_back()
 
 
@@ -265,7 +338,7 @@ def noise_header(self):
     def noise(data):
         data[:100] = random.randbytes(100)
     self.change(noise)
-    self.expect_refused("noise-header")
+    self.expect_refused("noise-header", "foreign")
     self.put_back()
 
 
@@ -274,7 +347,7 @@ def noise_all(self):
     def noise(data):
         data[:] = random.randbytes(len(data))
     self.change(noise)
-    self.expect_refused("noise-all")
+    self.expect_refused("noise-all", "foreign")
 
 
 @add("noise_log")
@@ -283,7 +356,7 @@ def noise_log(self):
     def noise(data):
         data[:] = random.randbytes(len(data))
     self.change(noise, self.library.path + "-wal")
-    self.expect_refused("noise-log")
+    self.expect_refused("noise-log", "damaged")
     self.put_back()
 
 
@@ -295,7 +368,7 @@ def noise_pages_after_a_kill(self):
         middle = len(data) // 2 // 4096 * 4096
         data[middle:middle + 8192] = random.randbytes(8192)
     self.change(noise)
-    self.expect_refused("noise-after-kill")
+    self.expect_refused("noise-after-kill", "damaged")
     self.put_back()
 
 
@@ -346,7 +419,10 @@ def outcome_of_a_scan(self, page):
         self.program.kill()
         self.program.wait()
         return "unused"
+    first = FIRST_TEXT[OPEN_BOX["GER"]] if self.desktop.title(boxes[0]) == OPEN_BOX["GER"] else None
     self.desktop.activate(boxes[0])
+    expect_texts(self, boxes[0], re.escape(first) if first else r"Fehler: \d+ - .*\nDas Programm wird beendet\.",
+                 re.escape(self.details("damaged", "GER")))
     self.desktop.key("Escape")
     wait_until("the program's end", lambda: self.program.poll() is not None)
     self.assertIn(self.program.returncode, (0, 1), "a crash")
@@ -367,7 +443,7 @@ def newer(self):
     def version(data):
         data[60:64] = (2).to_bytes(4, "big")
     self.change(version)
-    self.expect_refused("newer")
+    self.expect_refused("newer", "newer")
 
 
 @add("foreign")
@@ -378,7 +454,7 @@ def foreign(self):
         other = sqlite3.connect(self.library.path)
         other.executescript(marks + "create table Notes (Text)")
         other.close()
-        self.expect_refused("foreign")
+        self.expect_refused("foreign", "foreign")
     self.put_back()
 
 
@@ -386,7 +462,7 @@ def foreign(self):
 def folder(self):
     os.remove(self.library.path)
     os.mkdir(self.library.path)
-    self.expect_not_made("folder")
+    self.expect_not_made("folder", "folder")
     self.put_back()
 
 
@@ -394,7 +470,7 @@ def folder(self):
 def pipe(self):
     os.remove(self.library.path)
     os.mkfifo(self.library.path)
-    self.expect_not_made("pipe")
+    self.expect_not_made("pipe", "no plain file")
     self.put_back()
 
 
@@ -402,7 +478,7 @@ def pipe(self):
 def link_to_nothing(self):
     os.remove(self.library.path)
     os.symlink(os.path.join(self.home, "Platte", "Quavernet.db"), self.library.path)
-    self.expect_not_made("link")
+    self.expect_not_made("link", "no plain file")
     self.assertTrue(os.path.islink(self.library.path))
     self.put_back()
 
@@ -447,11 +523,28 @@ def replaced(self):
         shutil.copy(kept, self.library.path)
 
 
+@add("documents")
+def documents(self):
+    """A link to nowhere, or a file, in the place of the documents folder: the box names it, and what it leads to."""
+    place = os.path.join(self.home, "Dokumente")
+    os.rename(place, place + " sonst")
+    reason = {"GER": "Der Grund: ", "ENG": "The reason: "}[OPTIONS.language]
+    os.symlink("/Platte/Dokumente", place)
+    for name, told in (("documents-link", place + " -> /Platte/Dokumente"), ("documents-file", place)):
+        self.settings({"Language": OPTIONS.language})
+        text = re.escape(reason) + "[^:/]+: " + re.escape(told + "\n" + PLACE[OPTIONS.language] + self.library.path)
+        self.assertEqual(self.expect_box(END_BOX[OPTIONS.language], name, text), 0)
+        os.remove(place)
+        with open(place, "w", encoding="utf-8"):
+            pass
+
+
 @add("no_copies")
 def no_copies(self):
-    os.remove(self.copy)
+    for number in (1, 2):
+        os.remove(os.path.join(self.folder, f"Quavernet.backup{number}.db"))
     self.change(lambda data: data.clear())
-    self.expect_refused("no-copies")
+    self.expect_refused("no-copies", "foreign")
 
 
 @add("markup")
@@ -463,7 +556,8 @@ def markup(self):
     with open(os.path.join(self.home, ".config", "user-dirs.dirs"), "w", encoding="utf-8") as file:
         file.write('XDG_DOCUMENTS_DIR="$HOME/Doku<b>mente"\n')
     self.change(lambda data: data.clear())
-    self.expect_refused("markup")
+    self.library.path = self.library.path.replace("/Dokumente/", "/Doku<b>mente/")
+    self.expect_refused("markup", "foreign")
 
 
 def main():

@@ -84,13 +84,12 @@ class NastyFolder:
         os.symlink(b"..", os.path.join(inner, b"up"))
         os.symlink(b".", os.path.join(inner, b"here"))
         os.symlink(self.root, os.path.join(inner, b"root"))
-        # A link to a file of the kernel, which is plain but reads for ever or not at all.
-        os.symlink(b"/proc/self/mem", os.path.join(folder, b"memory.mp3"))
-        self.skipped[os.path.join(folder, b"memory.mp3")] = NO_PLAIN_FILE
-        os.symlink(b"/proc", os.path.join(folder, b"kernel"))
-        self.skipped[os.path.join(folder, b"kernel")] = NO_PLAIN_FILE
-        os.symlink(b"/dev/zero", os.path.join(folder, b"zero.wav"))
-        self.skipped[os.path.join(folder, b"zero.wav")] = NO_PLAIN_FILE
+        # Links to files of the kernel, which are plain but read for ever, or not at all, or change.
+        for name, target in ((b"memory.mp3", b"/proc/self/mem"), (b"processor.ogg", b"/proc/cpuinfo"),
+                             (b"events.mp3", b"/sys/kernel/uevent_seqnum"), (b"kernel", b"/proc"), (b"zero.wav", b"/dev/zero")):
+            if os.path.exists(target):
+                os.symlink(target, os.path.join(folder, name))
+                self.skipped[os.path.join(folder, name)] = NO_PLAIN_FILE
 
     def no_files(self):
         folder = self.folder(b"no files")

@@ -11,6 +11,7 @@ sys.path.insert(0, os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(
 
 HELPER = os.path.join(os.environ["QUAVERNET_HELPERS"], "reliability_helper")
 SCAN_LOG = os.path.join(os.environ["QUAVERNET_HELPERS"], "reliability_scan_log")
+CLIPBOARD = os.path.join(os.environ["QUAVERNET_HELPERS"], "reliability_clipboard")
 COPY_NAME = re.compile(r"\.quavernet-[A-Za-z0-9]{6}")
 ROW_FIELDS = ("path", "name", "size", "date", "length", "genre", "hits", "title", "performer", "album", "quality",
               "drive", "format")
@@ -53,6 +54,34 @@ class Content:
         """The row of a path as a dictionary of bytes; none if there is none."""
         key = path if isinstance(path, bytes) else path.encode()
         return dict(zip(ROW_FIELDS[1:], self.rows[key])) if key in self.rows else None
+
+
+def clipboard(desktop):
+    return subprocess.run([CLIPBOARD], env=desktop.environment, capture_output=True, check=True).stdout.decode()
+
+
+def box_texts(desktop, box):
+    """The texts of a failure box from above, read as its user can: a click into a text, mark all, copy. The buttons at
+    the box's lower edge are left alone."""
+    texts = []
+    _, _, width, height = desktop.geometry(box)
+    for y in range(20, height - 60, 20):
+        desktop.click(box, width // 2, y)
+        desktop.key("ctrl+a", "ctrl+c")
+        text = clipboard(desktop)
+        if text and text not in texts:
+            texts.append(text)
+    return texts
+
+
+def expect_texts(test, box, *patterns):
+    """Fails unless the box has just these texts, each given as a pattern for all of it. What is copied takes a moment to
+    reach the clipboard, so a wrong answer is looked at again."""
+    for _ in range(5):
+        texts = box_texts(test.desktop, box)
+        if len(texts) == len(patterns) and all(re.fullmatch(*pair, re.S) for pair in zip(patterns, texts)):
+            return
+    test.fail(f"the box says {texts!r} and not {patterns!r}")
 
 
 def write_settings(home, **values):

@@ -1,6 +1,7 @@
 #include "scanner/AddDroppedFiles.h"
 
 #include "scanner/ScanDriver.h"
+#include "support/OrdinaryUser.h"
 #include "support/RecordingConnection.h"
 #include "support/ScanDoubles.h"
 #include "support/SmallAudio.h"
@@ -267,6 +268,32 @@ TEST_F(AddDroppedFilesTest, WhatIsNoPlainFileEndsTheDropWithoutBeingOpened) {
     char event[4096];
     EXPECT_EQ(::read(watch, event, sizeof event), -1) << "the pipe was opened";
     ::close(watch);
+}
+
+TEST_F(AddDroppedFilesTest, AFileOfTheKernelEndsTheDropLikeInAScanNoneIsTaken) {
+    for (const char* target : {"/proc/self/mem", "/proc/cpuinfo"}) {
+        const std::string link = music / "kernel.mp3";
+        std::filesystem::remove(link);
+        std::filesystem::create_symlink(target, link);
+        Drop({link, Mp3("behind.mp3")});
+        EXPECT_THAT(Names(), IsEmpty()) << target;
+    }
+}
+
+// There it differs from a scan, which passes such a file over: what can't be opened is inspected as a file
+// without a tag and without a frame.
+TEST_F(AddDroppedFilesTest, AFileThatMayNotBeReadIsStoredUnderItsNameAlone) {
+    const std::string closed = Mp3("closed.mp3", "Secret");
+    std::filesystem::permissions(closed, std::filesystem::perms(0));
+    std::filesystem::permissions(music.Path(), std::filesystem::perms(0755));
+    {
+        const OrdinaryUser user;
+        Drop({closed});
+    }
+    EXPECT_THAT(Names(), ElementsAre("closed.mp3"));
+    EXPECT_THAT(Rows("Select Q.Quality, F.Length from Files F, Quality Q where F.Quality_id = Q.Quality_id"),
+                ElementsAre("0|0"));
+    EXPECT_THAT(Titles(), ::testing::Not(::testing::Contains(::testing::HasSubstr("Secret"))));
 }
 
 TEST_F(AddDroppedFilesTest, TheBackgroundOfTheWindowTakesNoFiles) {

@@ -76,7 +76,7 @@ WORDS = re.compile(r"[^\W\d_]{2,}[.:!?,]* |(?: |^)[^\W\d_]{3,}(?:\.\.\.|[!?:])$|
 STATEMENT = re.compile(r"\b(?:select|insert into|delete from|group by|order by|update \w+ set|values \()|=|_id\b|\w\.\w"
                        r"|^[', )%]*(?:and|or|where|from|on|like|as|set|union|limit)\b|%|^['(]|pragma|vacuum", re.I)
 # The run-time's own failures are named in its own words, and a folder is not a text.
-FAILING = re.compile(r"\b(?:RuntimeError|Usage|printf|fprintf|FolderNamed)\s*\(")
+FAILING = re.compile(r"\b(?:RuntimeError|SettingError|Usage|printf|fprintf|FolderNamed)\s*\(")
 
 
 class Text:

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <filesystem>
+#include <system_error>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -33,6 +35,21 @@ int NumberOfWrite(int error) {
     return error == EEXIST ? ErrorNumber::FileAlreadyExists : ErrorNumber::PathFileAccess;
 }
 
+// Why a folder can't be made: "exists already" would be true of what stands there, but tell nothing.
+RuntimeError InTheWay(int error, const std::string& part) {
+    struct statx facts {};
+    if (error != EEXIST) {
+        return PathError(NumberOfWrite(error), error, part);
+    }
+    if (posix::QueryPath(part, facts)) {
+        return PathError(ErrorNumber::FileAlreadyExists, ENOTDIR, part);
+    }
+    const int reason = errno;
+    std::error_code ignored;
+    const std::string target = std::filesystem::read_symlink(part, ignored).native();
+    return PathError(ErrorNumber::FileAlreadyExists, reason, part + (target.empty() ? "" : " -> " + target));
+}
+
 class PosixFileSystem : public FileSystemObject {
 public:
     std::unique_ptr<FolderWalk> GetFolder(const std::string& path) override {
@@ -49,16 +66,20 @@ public:
         if (!posix::QueryPath(path, facts)) {
             throw PathError(ErrorNumber::FileNotFound, errno, path);
         }
-        if (!S_ISREG(facts.stx_mode)) {
+        m_mounts->Refresh();
+        if (!IsFile(facts)) {
             throw PathError(ErrorNumber::FileNotFound, S_ISDIR(facts.stx_mode) ? EISDIR : EOPNOTSUPP, path);
         }
-        m_mounts->Refresh();
         return posix::FactsOf(posix::NormalPath(path), facts, *m_mounts);
     }
 
     bool FileExists(const std::string& path) override {
         struct statx facts {};
-        return posix::QueryPath(path, facts) && S_ISREG(facts.stx_mode);
+        if (!posix::QueryPath(path, facts)) {
+            return false;
+        }
+        m_mounts->Refresh();
+        return IsFile(facts);
     }
 
     bool FolderExists(const std::string& path) override {
@@ -74,7 +95,7 @@ public:
             if (::mkdir(part.c_str(), 0777) != 0) {
                 const int error = errno;
                 if (!FolderExists(part)) {
-                    throw PathError(NumberOfWrite(error), error, path);
+                    throw InTheWay(error, part);
                 }
             }
         }
@@ -102,6 +123,11 @@ public:
     std::optional<std::string> NetworkRoot(const std::string&) override { return std::nullopt; }
 
 private:
+    // The kernel's files look plain, but many of them change or block when they are read.
+    bool IsFile(const struct statx& facts) const {
+        return S_ISREG(facts.stx_mode) && !m_mounts->IsKernelDevice(facts.stx_dev_major, facts.stx_dev_minor);
+    }
+
     std::shared_ptr<posix::MountTable> m_mounts = std::make_shared<posix::MountTable>();
 };
 

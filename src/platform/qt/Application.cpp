@@ -3,11 +3,14 @@
 #include "app/LibraryFailure.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/SettingFailure.h"
 #include "platform/LibraryError.h"
 #include "platform/qt/QtText.h"
 
 #include <QAbstractEventDispatcher>
 #include <QLabel>
+#include <QLineEdit>
+#include <QValidator>
 
 #include <cstdlib>
 
@@ -23,6 +26,15 @@ void CommitLibrary() {
     }
 }
 
+// What the user can do about it, where that is known.
+std::string DetailsOf(const std::exception& failure) {
+    if (const auto* library = dynamic_cast<const LibraryError*>(&failure)) {
+        return LibraryFailureText(*library);
+    }
+    const auto* setting = dynamic_cast<const SettingError*>(&failure);
+    return setting != nullptr ? SettingFailureText(*setting) : std::string();
+}
+
 // A label guesses whether its text is markup, and texts come from files: "<b>x</b>" is a fine title. Every
 // label is told to show what it was given, once, before it is first shown. Tool tips are labels, and so are
 // the texts of all boxes.
@@ -30,6 +42,26 @@ void ShowTextsAsTheyStand(QObject& receiver) {
     if (auto* label = qobject_cast<QLabel*>(&receiver);
         label != nullptr && label->textFormat() == Qt::AutoText) {
         label->setTextFormat(Qt::PlainText);
+    }
+}
+
+// A NUL is the end of a text to the system, and to the engine that of a statement, which is refused. Nobody
+// types one, but pasted and dropped texts may hold some.
+class NulRemover : public QValidator {
+public:
+    using QValidator::QValidator;
+    State validate(QString& text, int& cursor) const override {
+        cursor -= static_cast<int>(text.left(cursor).count(QChar::Null));
+        text.remove(QChar::Null);
+        return Acceptable;
+    }
+};
+
+// Every field, also those of the toolkit's own dialogs; number boxes take nothing but digits anyway.
+void KeepNulsOut(QObject& receiver) {
+    if (auto* field = qobject_cast<QLineEdit*>(&receiver);
+        field != nullptr && field->validator() == nullptr) {
+        field->setValidator(new NulRemover(field));
     }
 }
 
@@ -52,6 +84,7 @@ bool Application::notify(QObject* receiver, QEvent* event) {
     const QString receiverName = receiver->objectName();
     if (event->type() == QEvent::Polish) {
         ShowTextsAsTheyStand(*receiver);
+        KeepNulsOut(*receiver);
     }
     try {
         return QApplication::notify(receiver, event);
@@ -91,9 +124,8 @@ void Application::EndWithFailure(const std::exception& failure, const std::strin
         text += "\n(" + during + ")";
     }
     text += "\n" + LoadResString(442);
-    const auto* library = dynamic_cast<const LibraryError*>(&failure);
-    services.msgBox->ShowWithDetails(text, library != nullptr ? LibraryFailureText(*library) : std::string(),
-                                     LoadResString(443), MsgBox::Icon::Critical, MsgBox::Buttons::Ok);
+    services.msgBox->ShowWithDetails(text, DetailsOf(failure), LoadResString(443), MsgBox::Icon::Critical,
+                                     MsgBox::Buttons::Ok);
     services.shell->EndProcess(FailureExitCode);
     std::abort(); // Not reached: the process has ended.
 }

@@ -44,6 +44,10 @@ void QtSettings::Set(const std::string& application, const std::string& section,
                   FromQString(text) == value ? QVariant(text) : QVariant(QByteArray::fromStdString(value)));
 }
 
+std::string QtSettings::Place() const {
+    return m_store ? FromQString(m_store->fileName()) : std::string();
+}
+
 void QtSettings::Sync() {
     if (m_store) {
         m_store->sync();

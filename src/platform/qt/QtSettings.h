@@ -16,6 +16,8 @@ public:
     void Set(const std::string& application, const std::string& section, const std::string& name,
              const std::string& value) override;
 
+    std::string Place() const override;
+
     /// Brings written values to disk; needed before the process ends without unwinding.
     void Sync();
 
