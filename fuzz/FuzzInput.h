@@ -52,7 +52,7 @@ inline unsigned TakeByte(std::string_view& input) {
 /// Takes a text off the input's front: its length in one byte, then so much of it as there is.
 inline std::string TakeText(std::string_view& input) {
     const std::size_t length = TakeByte(input);
-    const std::string text(input.substr(0, length));
+    std::string text(input.substr(0, length));
     input.remove_prefix(text.size());
     return text;
 }

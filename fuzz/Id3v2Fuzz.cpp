@@ -122,7 +122,7 @@ void ReadCut(const Parts& parts, std::size_t held) {
 Texts Read(const std::string& path, std::string_view file) {
     const auto component = CreateTagLibComponent();
     component->LoadFile(path);
-    const Texts texts = TextsOf(*component);
+    Texts texts = TextsOf(*component);
     Require(component->HasV2Tag() == BeginsWithTag(file));
     for (const std::string& text : texts) {
         Require(IsValidUtf8(text) && text.find('\0') == std::string::npos);

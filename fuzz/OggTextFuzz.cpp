@@ -43,6 +43,7 @@ bool Holds(const std::string& line, const char* upperKey) {
 
 // Whether the value ends the last of the lines that hold the key, one character behind it at most.
 void RequireLast(const std::vector<std::string>& lines, const char* upperKey, const std::string& value) {
+    // NOLINTNEXTLINE(modernize-loop-convert): clang 14 does not know the library's way to turn a range.
     for (auto line = lines.rbegin(); line != lines.rend(); ++line) {
         if (Holds(*line, upperKey)) {
             Require(line->ends_with(value));

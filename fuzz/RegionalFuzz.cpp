@@ -47,7 +47,7 @@ void RequireDate(const DateTime& date, const RegionalSettings& regional) {
     Require(DayMonthYearText(date, regional).size() == 8 + 2 * regional.dateSeparator.size());
     if (date.year > 100 && date.year < 9999) {
         Require(AddDays(AddDays(date, 40), -40) == date);
-        Require(SecondsBetween(date, AddDays(date, 40)) == 40 * 86400);
+        Require(SecondsBetween(date, AddDays(date, 40)) == std::int64_t{40} * 86400);
         const DateTime later = AddMonths(date, 7);
         Require(IsValidDate(later) && later.day <= date.day && later.day >= std::min(date.day, 28));
         Require((later.year * 12 + later.month) - (date.year * 12 + date.month) == 7);

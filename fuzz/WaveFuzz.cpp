@@ -76,7 +76,7 @@ void RequireRecord(const std::optional<WaveFacts>& facts, const AudioInfo& info)
     const WaveFacts& wave = facts ? *facts : none;
     Require(info.Mode == (wave.channels == 1 ? "mono" : wave.channels == 2 ? "stereo" : ""));
     Require(info.BitRate == (wave.bitsPerSample <= 32767 ? wave.bitsPerSample : 0));
-    const std::uint64_t frequency = wave.samplesPerSecond / 10 * 10;
+    const std::uint64_t frequency = std::uint64_t{wave.samplesPerSecond} / 10 * 10;
     Require(info.Frequency == static_cast<std::int64_t>(frequency <= 2147483647 ? frequency : 0));
     const std::uint64_t average = wave.averageBytesPerSecond;
     const std::uint64_t seconds =

@@ -28,7 +28,8 @@ std::string RoundedDigits(double value, int decimals, int significant) {
             digits += *p;
         }
     }
-    const int exponent = std::atoi(p + 1); // Position of the point: behind digit `exponent`.
+    const int exponent =
+        static_cast<int>(std::strtol(p + 1, nullptr, 10)); // Position of the point: behind digit `exponent`.
     const int wanted = exponent + 1 + decimals;
     if (wanted < 0) {
         return std::string(static_cast<std::size_t>(decimals) + 1, '0');

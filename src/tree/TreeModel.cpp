@@ -34,7 +34,8 @@ TreeNode& TreeModel::Node(std::string_view key) {
 }
 
 const TreeNode& TreeModel::Node(std::string_view key) const {
-    return const_cast<TreeModel*>(this)->Node(key); // Only looks the node up.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): only looks the node up.
+    return const_cast<TreeModel*>(this)->Node(key);
 }
 
 const TreeNode& TreeModel::SelectedItem() const {

@@ -90,8 +90,12 @@ TEST(OggPagesTest, APacketThatDoesNotEndIsNotKept) {
     // The second header packet goes on over all pages: 80 MB, of which the reader may keep 64.
     std::vector<ForgedPage> pages = SplitPages(EncodedOgg::Mono());
     pages.resize(1);
-    ForgedPage endless{
-        0, 0, pages[0].serial, 1, std::vector<std::uint8_t>(255, 255), std::string(255 * 255, 'c')};
+    ForgedPage endless{0,
+                       0,
+                       pages[0].serial,
+                       1,
+                       std::vector<std::uint8_t>(255, 255),
+                       std::string(std::size_t{255} * 255, 'c')};
     endless.body.replace(0, 7, "\x03vorbis");
     std::string bytes = JoinPages({pages[0], endless});
     endless.flags = 1;

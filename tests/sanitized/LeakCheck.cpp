@@ -5,7 +5,7 @@
 extern "C" {
 
 // The linker puts the first in the place of _Exit and gives the real one the other name.
-[[noreturn]] void __real__Exit(int exitCode);
+[[noreturn]] void __real__Exit(int exitCode); // NOLINT(bugprone-reserved-identifier)
 [[noreturn]] void __wrap__Exit(int exitCode); // NOLINT(bugprone-reserved-identifier)
 
 void __wrap__Exit(int exitCode) {

@@ -403,7 +403,7 @@ TEST_F(FileSearchTest, TheBarsStepIsASingle) {
 
     Scan();
 
-    const float step = static_cast<float>(100.0 / 3);
+    const auto step = static_cast<float>(100.0 / 3);
     EXPECT_THAT(window.progressValues, ElementsAre(step, step + step, step + step + step, 0.0F));
     EXPECT_THAT(CallsOf("title: Quavernet - "),
                 ElementsAre("title: Quavernet - 33 %", "title: Quavernet - 67 %", "title: Quavernet - 100 %",

@@ -7,8 +7,6 @@
 namespace quavernet::test {
 namespace {
 
-using ::testing::ElementsAre;
-
 class GetFilesCountTest : public ScanTest {
 protected:
     GetFilesCountTest() {

@@ -11,7 +11,6 @@ namespace quavernet::test {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 class LoadTreeTest : public LibraryTest {
 protected:
