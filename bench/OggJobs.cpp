@@ -3,8 +3,8 @@
 #include "Floors.h"
 #include "Lines.h"
 
+#include "adapters/vorbis/OggInfoReader.h"
 #include "inspect/OggInfoText.h"
-#include "platform/vorbis/OggInfoReader.h"
 
 #include <algorithm>
 #include <array>

@@ -1,11 +1,11 @@
 // The program's services without a user: real files, real libraries, real tags, windows that show nothing.
 #pragma once
 
+#include "adapters/id3v2/TagLibComponent.h"
+#include "adapters/posix/PosixFileSystem.h"
+#include "adapters/posix/SystemClock.h"
+#include "adapters/sqlite/SqliteConnection.h"
 #include "app/MainModule.h"
-#include "platform/posix/PosixFileSystem.h"
-#include "platform/posix/SystemClock.h"
-#include "platform/sqlite/SqliteConnection.h"
-#include "platform/taglib/TagLibComponent.h"
 #include "scanner/ScanWindow.h"
 
 #include <array>

@@ -2,11 +2,11 @@
 // of it and saves. The input: a byte whose lower seven bits choose the fields to change, and whose eighth
 // lets another program change a further one between load and save; the length of a text and the text; then
 // the file.
+#include "adapters/id3v2/Id3v2Frames.h"
+#include "adapters/id3v2/Id3v2Layout.h"
+#include "adapters/id3v2/TagLibComponent.h"
 #include "platform/CodePage.h"
 #include "platform/RuntimeError.h"
-#include "platform/taglib/Id3v2Frames.h"
-#include "platform/taglib/Id3v2Layout.h"
-#include "platform/taglib/TagLibComponent.h"
 #include "support/TemporaryFolder.h"
 
 #include "FuzzInput.h"

@@ -2,9 +2,9 @@
 // store. The input: changes to a fresh library, each the place in two bytes, the number of bytes and the
 // bytes; a number of 255 cuts the file at that place, 254 puts what follows beside it as the log of a killed
 // run.
+#include "adapters/sqlite/SqliteConnection.h"
 #include "platform/ADODB.h"
 #include "platform/RuntimeError.h"
-#include "platform/sqlite/SqliteConnection.h"
 #include "support/TemporaryFolder.h"
 
 #include "FuzzInput.h"

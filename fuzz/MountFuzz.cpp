@@ -1,6 +1,6 @@
 // Feeds any text to the reader of the system's table of mounts, whose points carry any names that users give.
 // The input: a path on a line of its own, then the table.
-#include "platform/posix/MountTable.h"
+#include "adapters/posix/MountTable.h"
 
 #include "FuzzInput.h"
 

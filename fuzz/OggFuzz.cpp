@@ -1,9 +1,9 @@
 // Feeds any bytes to the Ogg reader, as they are and with their checksums made right, and what it prints to
 // the parser of those lines.
+#include "adapters/vorbis/ByteSource.h"
+#include "adapters/vorbis/OggInfoReader.h"
+#include "adapters/vorbis/OggPages.h"
 #include "inspect/OggInfoText.h"
-#include "platform/vorbis/ByteSource.h"
-#include "platform/vorbis/OggInfoReader.h"
-#include "platform/vorbis/OggPages.h"
 
 #include "FuzzInput.h"
 

@@ -1,12 +1,12 @@
 // Reads any text as a date, a number and a text of the code page under the regional settings of several
 // countries, and writes what was read in every form that is read back. The input: a byte that chooses the
 // settings, then the text.
+#include "adapters/sqlite/DateColumns.h"
 #include "app/TextHelpers.h"
 #include "platform/CodePage.h"
 #include "platform/DateTime.h"
 #include "platform/RegionalSettings.h"
 #include "platform/RuntimeError.h"
-#include "platform/sqlite/DateColumns.h"
 
 #include "FuzzInput.h"
 

@@ -1,7 +1,7 @@
 // Reads a settings file of any bytes through the store and writes into it: what was written must read back to
 // the byte from the file, whatever the file held before. The input: the length of a text and the text, then
 // the file.
-#include "platform/qt/QtSettings.h"
+#include "adapters/qt/QtSettings.h"
 
 #include "support/TemporaryFolder.h"
 

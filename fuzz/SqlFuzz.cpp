@@ -1,14 +1,14 @@
 // Takes any texts through what stands between them and the rows of a library: quoting, the scanner that makes
 // parameters of literals, the engine itself, the like operator and the order of texts. The input: the length
 // of a first text and the text, a second one likewise; the rest is a third text, and a statement of its own.
+#include "adapters/sqlite/Collation.h"
+#include "adapters/sqlite/LetterTables.h"
+#include "adapters/sqlite/LikeOperator.h"
+#include "adapters/sqlite/SqliteConnection.h"
+#include "adapters/sqlite/StatementText.h"
 #include "library/SqlQuote.h"
 #include "platform/ADODB.h"
 #include "platform/RuntimeError.h"
-#include "platform/sqlite/Collation.h"
-#include "platform/sqlite/LetterTables.h"
-#include "platform/sqlite/LikeOperator.h"
-#include "platform/sqlite/SqliteConnection.h"
-#include "platform/sqlite/StatementText.h"
 #include "support/TemporaryFolder.h"
 
 #include "FuzzInput.h"

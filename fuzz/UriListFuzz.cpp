@@ -1,6 +1,6 @@
 // Reads any bytes as the list of files that another program drops on the window, and offers the paths that
 // come out to a program again.
-#include "platform/qt/FileUris.h"
+#include "adapters/qt/FileUris.h"
 
 #include "FuzzInput.h"
 

@@ -1,10 +1,10 @@
 #include "RealServices.h"
 
+#include "adapters/id3v2/TagLibComponent.h"
+#include "adapters/posix/PosixFileSystem.h"
+#include "adapters/qt/QtRegionalSettings.h"
+#include "adapters/sqlite/SqliteConnection.h"
 #include "app/MainModule.h"
-#include "platform/posix/PosixFileSystem.h"
-#include "platform/qt/QtRegionalSettings.h"
-#include "platform/sqlite/SqliteConnection.h"
-#include "platform/taglib/TagLibComponent.h"
 
 namespace quavernet {
 

@@ -2,15 +2,15 @@
 // program: main, and the helpers of benchmarks and checks.
 #pragma once
 
+#include "adapters/posix/SystemClock.h"
+#include "adapters/qt/QtDialogs.h"
+#include "adapters/qt/QtEvents.h"
+#include "adapters/qt/QtMsgBox.h"
+#include "adapters/qt/QtSettings.h"
+#include "adapters/qt/QtShell.h"
+#include "adapters/vorbis/OggInfoReader.h"
 #include "help/QtHelpViewer.h"
 #include "platform/FileSystemObject.h"
-#include "platform/posix/SystemClock.h"
-#include "platform/qt/QtDialogs.h"
-#include "platform/qt/QtEvents.h"
-#include "platform/qt/QtMsgBox.h"
-#include "platform/qt/QtSettings.h"
-#include "platform/qt/QtShell.h"
-#include "platform/vorbis/OggInfoReader.h"
 
 #include <memory>
 

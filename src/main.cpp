@@ -1,11 +1,11 @@
 // The composition root: makes the services and runs the entry procedure inside the event boundary.
 #include "mainwindow/Main.h"
 #include "RealServices.h"
+#include "adapters/qt/Application.h"
+#include "adapters/qt/DialogLanguage.h"
 #include "app/MainModule.h"
 #include "app/Registry.h"
 #include "mainwindow/AppWindows.h"
-#include "platform/qt/Application.h"
-#include "platform/qt/DialogLanguage.h"
 
 using namespace quavernet;
 

@@ -3,10 +3,10 @@
 #pragma once
 
 #include "RealServices.h"
+#include "adapters/qt/Application.h"
 #include "mainwindow/AppWindows.h"
 #include "mainwindow/MainPanes.h"
 #include "mainwindow/frmMain.h"
-#include "platform/qt/Application.h"
 
 #include <functional>
 #include <string>

@@ -1,8 +1,8 @@
 #include "help/HelpKey.h"
 
+#include "adapters/qt/QtText.h"
 #include "app/HelpPages.h"
 #include "app/ShowHelp.h"
-#include "platform/qt/QtText.h"
 
 #include <QChildEvent>
 #include <QKeyEvent>

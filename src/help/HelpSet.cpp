@@ -1,6 +1,6 @@
 #include "help/HelpSet.h"
 
-#include "platform/qt/QtText.h"
+#include "adapters/qt/QtText.h"
 
 #include <QDir>
 #include <QFile>

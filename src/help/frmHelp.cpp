@@ -1,9 +1,9 @@
 #include "help/frmHelp.h"
 
+#include "adapters/qt/QtText.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/ShowHelp.h"
-#include "platform/qt/QtText.h"
 #include "ui_frmHelp.h"
 
 #include <QApplication>

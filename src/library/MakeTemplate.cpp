@@ -9,10 +9,10 @@
 
 #include <sqlite3.h>
 
+#include "adapters/sqlite/Collation.h"
+#include "adapters/sqlite/LibraryFile.h"
+#include "adapters/sqlite/SqliteError.h"
 #include "platform/RuntimeError.h"
-#include "platform/sqlite/Collation.h"
-#include "platform/sqlite/LibraryFile.h"
-#include "platform/sqlite/SqliteError.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 #include "mainwindow/FilterRow.h"
 
+#include "adapters/qt/QtText.h"
 #include "app/LoadResString.h"
 #include "browser/FilterEvents.h"
 #include "mainwindow/KeyCodes.h"
-#include "platform/qt/QtText.h"
 
 #include <QAbstractItemView>
 #include <QKeyEvent>

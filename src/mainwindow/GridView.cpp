@@ -1,8 +1,8 @@
 #include "mainwindow/GridView.h"
 
+#include "adapters/qt/FileUris.h"
 #include "mainwindow/GridPaint.h"
 #include "mainwindow/Pictures.h"
-#include "platform/qt/FileUris.h"
 
 #include <QApplication>
 #include <QDrag>

@@ -1,11 +1,11 @@
 #include "mainwindow/ListController.h"
 
+#include "adapters/qt/QtText.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "mainwindow/MainMenu.h"
 #include "mainwindow/MainPanes.h"
 #include "mainwindow/frmMain.h"
-#include "platform/qt/QtText.h"
 
 namespace quavernet {
 

@@ -1,6 +1,6 @@
 #include "mainwindow/ListModel.h"
 
-#include "platform/qt/QtText.h"
+#include "adapters/qt/QtText.h"
 
 namespace quavernet {
 

@@ -1,8 +1,8 @@
 #include "mainwindow/MainMenu.h"
 
+#include "adapters/qt/QtText.h"
 #include "app/LoadResString.h"
 #include "mainwindow/MainMenuTable.h"
-#include "platform/qt/QtText.h"
 
 namespace quavernet {
 

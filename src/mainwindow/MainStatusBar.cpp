@@ -1,8 +1,8 @@
 #include "mainwindow/MainStatusBar.h"
 
+#include "adapters/qt/QtText.h"
 #include "browser/FilterEvents.h"
 #include "mainwindow/Twips.h"
-#include "platform/qt/QtText.h"
 
 #include <QHelpEvent>
 #include <QPainter>

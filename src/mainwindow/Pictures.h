@@ -2,7 +2,7 @@
 // asks here.
 #pragma once
 
-#include "platform/qt/QtText.h"
+#include "adapters/qt/QtText.h"
 
 #include <QColor>
 #include <QIcon>

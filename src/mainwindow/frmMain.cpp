@@ -1,5 +1,7 @@
 #include "mainwindow/frmMain.h"
 
+#include "adapters/qt/DialogLanguage.h"
+#include "adapters/qt/FileUris.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/Registry.h"
@@ -14,8 +16,6 @@
 #include "mainwindow/ScanController.h"
 #include "mainwindow/TreePane.h"
 #include "mainwindow/Twips.h"
-#include "platform/qt/DialogLanguage.h"
-#include "platform/qt/FileUris.h"
 #include "scanner/CheckReminder.h"
 
 #include <QApplication>

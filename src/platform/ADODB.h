@@ -1,5 +1,5 @@
 // The library engine as the logic sees it: one connection that takes literal statements, and read-only
-// static recordsets. The adapter lives in platform/sqlite; every part of the logic sends statements.
+// static recordsets. The adapter lives in adapters/sqlite; every part of the logic sends statements.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
 // Folders, files and volumes as the scanner, the tree and the cleaning need them. The adapter lives in
-// platform/posix. Paths and names are bytes from end to end; "/" separates.
+// adapters/posix. Paths and names are bytes from end to end; "/" separates.
 #pragma once
 
 #include "platform/DateTime.h"

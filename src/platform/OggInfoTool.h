@@ -1,4 +1,4 @@
-// What stands in for the command-line tool that describes Ogg files. The adapter lives in platform/vorbis and
+// What stands in for the command-line tool that describes Ogg files. The adapter lives in adapters/vorbis and
 // reads in process; the scanner and the details dialog parse the text that comes back.
 #pragma once
 

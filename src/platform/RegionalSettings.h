@@ -1,5 +1,5 @@
 // The system's number and date forms, and the conversions that follow them. The values are read once at
-// start (platform/qt); the language of the program does not change them.
+// start (adapters/qt); the language of the program does not change them.
 #pragma once
 
 #include "platform/DateTime.h"

@@ -1,5 +1,5 @@
 // The small services that the logic asks for: settings store, shell, boxes, dialogs, events, clock. The
-// adapters live in platform/qt and platform/posix; tests bring doubles.
+// adapters live in adapters/qt and adapters/posix; tests bring doubles.
 #pragma once
 
 #include "platform/DateTime.h"

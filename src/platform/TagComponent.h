@@ -1,4 +1,4 @@
-// ID3v2 tags as the inspection and the details dialog see them. The adapter lives in platform/taglib.
+// ID3v2 tags as the inspection and the details dialog see them. The adapter lives in adapters/id3v2.
 #pragma once
 
 #include <cstddef>

@@ -1,8 +1,8 @@
 #include "scanner/frmRemind.h"
 
+#include "adapters/qt/QtText.h"
 #include "app/LoadResString.h"
 #include "help/HelpKey.h"
-#include "platform/qt/QtText.h"
 #include "scanner/ReminderSettings.h"
 #include "ui_frmRemind.h"
 

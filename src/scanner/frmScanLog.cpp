@@ -1,8 +1,8 @@
 #include "scanner/frmScanLog.h"
 
+#include "adapters/qt/QtText.h"
 #include "app/LoadResString.h"
 #include "help/HelpKey.h"
-#include "platform/qt/QtText.h"
 #include "scanner/SkippedLine.h"
 #include "ui_frmScanLog.h"
 

@@ -1,8 +1,8 @@
 #include "scanner/frmScanpath.h"
 
+#include "adapters/qt/QtText.h"
 #include "app/LoadResString.h"
 #include "help/HelpKey.h"
-#include "platform/qt/QtText.h"
 #include "scanner/ScanPathSettings.h"
 #include "ui_frmScanpath.h"
 

@@ -1,7 +1,7 @@
 #include "app/LibraryFailure.h"
 
+#include "adapters/posix/PosixFileSystem.h"
 #include "platform/BackupPath.h"
-#include "platform/posix/PosixFileSystem.h"
 #include "support/LogicTest.h"
 #include "support/TemporaryFolder.h"
 

@@ -1,7 +1,7 @@
 #include "browser/ListQuery.h"
 
+#include "adapters/sqlite/RowOrder.h"
 #include "platform/RuntimeError.h"
-#include "platform/sqlite/RowOrder.h"
 #include "support/RecordingConnection.h"
 #include "support/TestLibrary.h"
 

@@ -4,14 +4,14 @@
 #include "support/HostileTexts.h"
 #include "support/OrdinaryUser.h"
 
+#include "adapters/qt/DialogLanguage.h"
+#include "adapters/qt/QtDialogs.h"
+#include "adapters/qt/QtMsgBox.h"
+#include "adapters/qt/QtRegionalSettings.h"
+#include "adapters/qt/QtSettings.h"
+#include "adapters/qt/QtShell.h"
 #include "app/LoadResString.h"
 #include "app/Registry.h"
-#include "platform/qt/DialogLanguage.h"
-#include "platform/qt/QtDialogs.h"
-#include "platform/qt/QtMsgBox.h"
-#include "platform/qt/QtRegionalSettings.h"
-#include "platform/qt/QtSettings.h"
-#include "platform/qt/QtShell.h"
 
 #include <fstream>
 

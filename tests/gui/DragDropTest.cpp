@@ -1,6 +1,6 @@
 #include "gui/GuiTest.h"
 
-#include "platform/qt/FileUris.h"
+#include "adapters/qt/FileUris.h"
 
 #include <QDropEvent>
 #include <QMimeData>

@@ -1,7 +1,7 @@
 #include "gui/GuiTest.h"
 
+#include "adapters/qt/Application.h"
 #include "platform/LibraryError.h"
-#include "platform/qt/Application.h"
 
 #include <cstdio>
 #include <cstdlib>

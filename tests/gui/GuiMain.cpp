@@ -1,5 +1,5 @@
 // One application object for all GUI tests of the process.
-#include "platform/qt/Application.h"
+#include "adapters/qt/Application.h"
 
 #include <gtest/gtest.h>
 

@@ -13,16 +13,16 @@
 #include <QElapsedTimer>
 #include <QTest>
 
+#include "adapters/id3v2/TagLibComponent.h"
+#include "adapters/posix/PosixFileSystem.h"
+#include "adapters/qt/QtEvents.h"
+#include "adapters/qt/QtText.h"
+#include "adapters/sqlite/SqliteConnection.h"
 #include "mainwindow/AppWindows.h"
 #include "mainwindow/ListController.h"
 #include "mainwindow/MainMenu.h"
 #include "mainwindow/MainPanes.h"
 #include "mainwindow/frmMain.h"
-#include "platform/posix/PosixFileSystem.h"
-#include "platform/qt/QtEvents.h"
-#include "platform/qt/QtText.h"
-#include "platform/sqlite/SqliteConnection.h"
-#include "platform/taglib/TagLibComponent.h"
 
 namespace quavernet::test {
 

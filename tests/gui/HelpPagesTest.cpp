@@ -1,8 +1,8 @@
 #include "help/HelpSet.h"
 
+#include "adapters/qt/QtText.h"
 #include "app/HelpPages.h"
 #include "app/LoadResString.h"
-#include "platform/qt/QtText.h"
 
 #include <gtest/gtest.h>
 

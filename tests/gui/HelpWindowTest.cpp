@@ -3,9 +3,9 @@
 #include "help/QtHelpViewer.h"
 #include "help/frmHelp.h"
 
+#include "adapters/qt/QtText.h"
 #include "app/LoadResString.h"
 #include "app/ShowHelp.h"
-#include "platform/qt/QtText.h"
 #include "support/LogicTest.h"
 
 #include <QComboBox>

@@ -1,10 +1,10 @@
 #include "gui/GuiTest.h"
 
+#include "adapters/qt/QtDialogs.h"
+#include "adapters/qt/QtMsgBox.h"
 #include "app/LoadResString.h"
 #include "help/QtHelpViewer.h"
 #include "help/frmHelp.h"
-#include "platform/qt/QtDialogs.h"
-#include "platform/qt/QtMsgBox.h"
 #include "scanner/frmScanLog.h"
 #include "support/RecordingConnection.h"
 

@@ -5,10 +5,10 @@
 #include "gui/PaintedTexts.h"
 #include "support/HostileTexts.h"
 
+#include "adapters/qt/FileUris.h"
+#include "adapters/qt/QtMsgBox.h"
 #include "help/frmHelp.h"
 #include "library/SqlQuote.h"
-#include "platform/qt/FileUris.h"
-#include "platform/qt/QtMsgBox.h"
 #include "scanner/frmRemind.h"
 #include "scanner/frmScanLog.h"
 #include "scanner/frmScanpath.h"

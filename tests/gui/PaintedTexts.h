@@ -1,7 +1,7 @@
 // What a widget really paints as text: it is rendered onto a device that notes the texts and drops the rest.
 #pragma once
 
-#include "platform/qt/QtText.h"
+#include "adapters/qt/QtText.h"
 
 #include <string>
 

@@ -103,26 +103,26 @@ class CheckTest(unittest.TestCase):
     def test_an_adapter_includes_platform_and_app_only(self):
         self.write("src/app/State.h", "")
         self.write("src/inspect/A.h", "")
-        self.write("src/platform/sqlite/CMakeLists.txt", "target_sources(quavernet_sqlite PRIVATE X.cpp)")
-        self.write("src/platform/sqlite/X.cpp", '#include "app/State.h"\n#include "platform/Clock.h"\n')
+        self.write("src/adapters/sqlite/CMakeLists.txt", "target_sources(quavernet_sqlite PRIVATE X.cpp)")
+        self.write("src/adapters/sqlite/X.cpp", '#include "app/State.h"\n#include "platform/Clock.h"\n')
         self.assertEqual(self.broken("layers"), [])
-        self.write("src/platform/sqlite/X.cpp", '#include "inspect/A.h"\n')
-        self.assertEqual(self.broken("layers"), ["src/platform/sqlite/X.cpp: an adapter includes src/inspect/A.h"])
+        self.write("src/adapters/sqlite/X.cpp", '#include "inspect/A.h"\n')
+        self.assertEqual(self.broken("layers"), ["src/adapters/sqlite/X.cpp: an adapter includes src/inspect/A.h"])
 
     def test_the_logic_must_not_include_an_adapter(self):
-        self.write("src/platform/sqlite/X.h", "")
-        self.write("src/platform/Clock.cpp", '#include "platform/sqlite/X.h"\n')
+        self.write("src/adapters/sqlite/X.h", "")
+        self.write("src/platform/Clock.cpp", '#include "adapters/sqlite/X.h"\n')
         self.assertEqual(self.broken("layers"),
-                         ["src/platform/Clock.cpp: the logic includes the adapter's src/platform/sqlite/X.h"])
+                         ["src/platform/Clock.cpp: the logic includes the adapter's src/adapters/sqlite/X.h"])
 
     def test_only_the_source_of_a_program_puts_logic_and_adapters_together(self):
-        self.write("src/platform/sqlite/X.h", "")
-        self.write("src/library/MakeTemplate.cpp", '#include "platform/sqlite/X.h"\n')
+        self.write("src/adapters/sqlite/X.h", "")
+        self.write("src/library/MakeTemplate.cpp", '#include "adapters/sqlite/X.h"\n')
         self.write("src/library/CMakeLists.txt", "add_executable(quavernet_template MakeTemplate.cpp)")
         self.assertEqual(self.broken("layers"), [])
         self.write("src/library/CMakeLists.txt", "target_sources(quavernet_forms PRIVATE MakeTemplate.cpp)")
         self.assertEqual(self.broken("layers"),
-                         ["src/library/MakeTemplate.cpp: a form includes the adapter's src/platform/sqlite/X.h"])
+                         ["src/library/MakeTemplate.cpp: a form includes the adapter's src/adapters/sqlite/X.h"])
 
     def test_the_logic_must_not_include_a_library(self):
         for header in ("QString", "QtWidgets/QLabel", "sqlite3.h", "taglib/tag.h", "mpv/client.h", "vorbis/codec.h"):

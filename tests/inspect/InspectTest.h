@@ -1,8 +1,8 @@
 // The base of the inspection's tests: a folder, the real tag component, builders of MPEG and wave files.
 #pragma once
 
+#include "adapters/id3v2/TagLibComponent.h"
 #include "inspect/modMp3Info.h"
-#include "platform/taglib/TagLibComponent.h"
 #include "support/LogicTest.h"
 #include "support/TagBytes.h"
 #include "support/TemporaryFolder.h"

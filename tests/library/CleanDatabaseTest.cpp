@@ -1,7 +1,7 @@
 #include "library/CleanDatabase.h"
 
+#include "adapters/posix/PosixFileSystem.h"
 #include "app/LoadResString.h"
-#include "platform/posix/PosixFileSystem.h"
 #include "support/TestLibrary.h"
 
 #include <fstream>

@@ -1,7 +1,7 @@
 #include "mainwindow/Main.h"
 
+#include "adapters/posix/PosixFileSystem.h"
 #include "platform/RuntimeError.h"
-#include "platform/posix/PosixFileSystem.h"
 #include "support/TestLibrary.h"
 
 #include <algorithm>

@@ -7,12 +7,12 @@
 //   helper step NUMBER FORM FILE TEXT    one write, killed at its NUMBERth system call; 7 if it ended before
 //
 // FORM is v1 or v2 for the tag of that version, or copy for a copy of the file TEXT.
+#include "adapters/id3v2/TagLibComponent.h"
+#include "adapters/posix/PosixFileSystem.h"
+#include "adapters/sqlite/SqliteConnection.h"
 #include "app/MainModule.h"
 #include "inspect/modMp3Info.h"
 #include "platform/RuntimeError.h"
-#include "platform/posix/PosixFileSystem.h"
-#include "platform/sqlite/SqliteConnection.h"
-#include "platform/taglib/TagLibComponent.h"
 #include "support/Doubles.h"
 
 #include <csignal>

@@ -8,7 +8,7 @@
 #include "support/TemporaryFolder.h"
 #include "support/TestLibrary.h"
 
-#include "platform/taglib/TagLibComponent.h"
+#include "adapters/id3v2/TagLibComponent.h"
 
 #include <gmock/gmock.h>
 

@@ -5,8 +5,8 @@
 #include "support/RecordingConnection.h"
 #include "support/TestLibrary.h"
 
+#include "adapters/vorbis/OggInfoReader.h"
 #include "app/LoadResString.h"
-#include "platform/vorbis/OggInfoReader.h"
 #include "scanner/ScanDriver.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "scanner/ScanPathSettings.h"
 
-#include "platform/posix/PosixFileSystem.h"
+#include "adapters/posix/PosixFileSystem.h"
 #include "support/LogicTest.h"
 #include "support/TemporaryFolder.h"
 

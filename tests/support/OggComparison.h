@@ -4,8 +4,8 @@
 #include "support/OggFiles.h"
 #include "support/TemporaryFolder.h"
 
+#include "adapters/vorbis/OggInfoReader.h"
 #include "inspect/OggInfoText.h"
-#include "platform/vorbis/OggInfoReader.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include "support/TemporaryFolder.h"
 
-#include "platform/vorbis/OggPages.h"
+#include "adapters/vorbis/OggPages.h"
 
 #include <algorithm>
 #include <array>

@@ -2,8 +2,8 @@
 // file system whose volumes and dates a test can choose.
 #pragma once
 
+#include "adapters/posix/PosixFileSystem.h"
 #include "app/MainModule.h"
-#include "platform/posix/PosixFileSystem.h"
 #include "scanner/OggPass.h"
 #include "scanner/ScanRun.h"
 #include "scanner/ScanWindow.h"

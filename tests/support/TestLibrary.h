@@ -6,8 +6,8 @@
 #include "support/RecordingConnection.h"
 #include "support/TemporaryFolder.h"
 
+#include "adapters/sqlite/SqliteConnection.h"
 #include "app/MainModule.h"
-#include "platform/sqlite/SqliteConnection.h"
 
 #include <filesystem>
 #include <initializer_list>

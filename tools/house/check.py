@@ -127,7 +127,7 @@ def layers(root):
     """Folders include downwards only; adapters include platform and app; the logic sees no library.
 
     Adapters are seen by programs' own sources (main.cpp and its like), which put the pieces together, and
-    platform/qt by the forms as well.
+    adapters/qt by the forms as well.
     """
     tree = source.Tree(root)
     broken = []
@@ -146,7 +146,7 @@ def layers(root):
             elif tree.is_adapter(other):
                 if logic:
                     broken.append(f"{path}: the logic includes the adapter's {other}")
-                elif path not in tree.programs and room != "main" and other_room != "platform/qt":
+                elif path not in tree.programs and room != "main" and other_room != "adapters/qt":
                     broken.append(f"{path}: a form includes the adapter's {other}")
             elif FLOOR.get(other_room, 0) > FLOOR[room]:
                 broken.append(f"{path}: includes {other} from a higher floor")

@@ -24,8 +24,8 @@ HEADERS_HANDED_ON = re.compile(r"^(?:QtNetwork/.*|QNetwork\w+|QTcp\w+|QUdp\w+|QS
                                r"sys/socket\.h|netinet/.*|arpa/inet\.h|netdb\.h|curl/.*|wordexp\.h|spawn\.h)$")
 # (file, what stands there): why it may.
 MAY_HAND_ON = {
-    ("src/platform/qt/QtShell.cpp", "QProcess"): "the one place that starts a program, with a list of arguments",
-    ("src/platform/qt/Application.cpp", "Qt::AutoText"): "tells every label to take no text for markup",
+    ("src/adapters/qt/QtShell.cpp", "QProcess"): "the one place that starts a program, with a list of arguments",
+    ("src/adapters/qt/Application.cpp", "Qt::AutoText"): "tells every label to take no text for markup",
 }
 FORMATTED = re.compile(r"(?<![\w.>:])(?:std::|::)?(?P<name>v?(?:f|s|sn|d)?printf|v?syslog|scanf|sscanf|asprintf)\s*\(")
 FORMAT_AT = {"printf": 0, "vprintf": 0, "scanf": 0, "fprintf": 1, "vfprintf": 1, "sprintf": 1, "vsprintf": 1, "dprintf": 1,

@@ -10,7 +10,7 @@ CODE = (".cpp", ".h")
 LEFT_OUT = {".git", ".cache", "out", "__pycache__"}
 
 # Adapters: one folder for each library that they wrap.
-ADAPTERS = {"sqlite", "taglib", "vorbis", "mpv", "posix", "qt"}
+ADAPTERS = {"sqlite", "id3v2", "vorbis", "mpv", "posix", "qt"}
 
 QT_INCLUDE = re.compile(r"^(Q[A-Z]\w*|Qt\w*/.*|ui_.*\.h)$")
 FOREIGN_INCLUDE = re.compile(r"^(Q[A-Z]\w*|Qt\w*/.*|ui_.*\.h|sqlite3.*\.h|taglib/.*|mpegfile\.h|id3v2\w*\.h|"
@@ -173,16 +173,16 @@ class Tree:
         self.targets, self.programs = target_of_sources(root)
 
     def room(self, path):
-        """Folder of a file: "scanner", "platform/sqlite"; "main" for what stands in src itself."""
+        """Folder of a file: "scanner", "adapters/sqlite"; "main" for what stands in src itself."""
         parts = path.split("/")[1:-1]
         if not parts:
             return "main"
-        if parts[0] == "platform" and len(parts) > 1:
-            return "platform/" + parts[1]
+        if parts[0] == "adapters" and len(parts) > 1:
+            return "adapters/" + parts[1]
         return parts[0]
 
     def is_adapter(self, path):
-        return self.room(path).startswith("platform/")
+        return self.room(path).startswith("adapters/")
 
     def own_includes(self, path):
         """Included files of src/, as paths from the root."""

@@ -42,9 +42,9 @@ ALLOWED = {
     ("src/mainwindow/frmSplash.ui", "Quavernet"): "the product's name",
     ("src/mainwindow/frmSplash.ui", "Greyfinch Labs"): "the maker's name",
     ("src/mainwindow/frmSplash.ui", "mp3 · ogg-Vorbis · wav"): "names of formats",
-    ("src/platform/qt/Application.cpp", "Quavernet"): "the product's name",
-    ("src/platform/qt/Application.cpp", "Greyfinch Labs"): "the maker's name, part of the settings' place",
-    ("src/platform/qt/DialogLanguage.cpp", "QuavernetDialogLanguage"): "an object's name",
+    ("src/adapters/qt/Application.cpp", "Quavernet"): "the product's name",
+    ("src/adapters/qt/Application.cpp", "Greyfinch Labs"): "the maker's name, part of the settings' place",
+    ("src/adapters/qt/DialogLanguage.cpp", "QuavernetDialogLanguage"): "an object's name",
 }
 
 # Calls and constructors whose texts come before a user's eyes.

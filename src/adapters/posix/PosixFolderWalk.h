@@ -1,0 +1,55 @@
+// The walk over folders and their files. Made by the file system adapter for each scan.
+#pragma once
+
+#include "adapters/posix/Descriptor.h"
+#include "adapters/posix/MountTable.h"
+#include "platform/FileSystemObject.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <dirent.h>
+#include <unistd.h>
+
+namespace quavernet::posix {
+
+class PosixFolderWalk : public FolderWalk {
+public:
+    PosixFolderWalk(const std::string& folder, std::shared_ptr<MountTable> mounts);
+
+    const std::string& Path() const override { return m_path; }
+    FolderContents List(const std::string& folder) override;
+    std::optional<FileFacts> File(const std::string& path) override;
+    std::vector<SkippedEntry> TakeSkipped() override;
+
+private:
+    using Device = std::pair<std::uint32_t, std::uint32_t>; ///< Major and minor number.
+
+    bool Enter(const std::string& folder);
+    bool MayEnterDevice(const Device& device);
+    void AddEntry(const dirent64& entry, FolderContents& contents, std::vector<std::string>& links);
+    void AddUnclear(const dirent64& entry, FolderContents& contents, std::vector<std::string>& links);
+    bool MayRead(int folder, const std::string& name, const struct statx& facts) const;
+    std::string FullPath(std::string_view name) const;
+    void Note(const std::string& path, int error);
+
+    std::string m_path;
+    std::shared_ptr<MountTable> m_mounts;
+    std::string m_folder; ///< The folder last listed; stays open, so that its files are asked by name alone.
+    Descriptor m_open;
+    const uid_t m_user = ::geteuid();
+    std::vector<std::byte> m_entries; ///< Of a piece of the listing, as the kernel writes them.
+    std::set<std::pair<Device, std::uint64_t>> m_entered; ///< Device and inode.
+    std::vector<std::pair<Device, bool>> m_devices;       ///< Devices met, and whether they are walked.
+    std::vector<SkippedEntry> m_skipped;
+};
+
+/// Facts as the logic sees them, from what the system tells.
+FileFacts FactsOf(const std::string& path, const struct statx& facts, MountTable& mounts);
+
+} // namespace quavernet::posix

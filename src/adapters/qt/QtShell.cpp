@@ -1,0 +1,96 @@
+#include "adapters/qt/QtShell.h"
+
+#include "adapters/qt/QtText.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QLibraryInfo>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QVersionNumber>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace quavernet {
+
+namespace {
+
+// What ShellExecute answers, by the system's own numbers.
+constexpr int FileMissing = 2;
+constexpr int FolderMissing = 3;
+constexpr int AccessDenied = 5;
+constexpr int NoProgram = 31;
+constexpr int Started = 33;
+
+const QString TemplateName = QStringLiteral("Quavernet.db");
+
+// The path as it stands; a name that is no UTF-8 can't stand in a text and goes as an address of its bytes.
+QString ArgumentOf(const std::string& path) {
+    const QByteArray bytes = QByteArray::fromStdString(path);
+    const QString text = QFile::decodeName(bytes);
+    return QFile::encodeName(text) == bytes ? text
+                                            : QString::fromLatin1("file://" + bytes.toPercentEncoding("/"));
+}
+
+} // namespace
+
+std::optional<std::string> QtShell::SpecialFolder(int id) {
+    if (id != DocumentsFolder) {
+        return std::nullopt;
+    }
+    const QString path = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    if (path.isEmpty()) {
+        return std::nullopt;
+    }
+    return QFile::encodeName(path).toStdString();
+}
+
+std::string QtShell::ProgramFolder() {
+    const QString beside = QCoreApplication::applicationDirPath();
+    const QString installed = QFileInfo(beside + QStringLiteral("/../share/quavernet")).absoluteFilePath();
+    const bool useInstalled =
+        !QFile::exists(beside + u'/' + TemplateName) && QFile::exists(installed + u'/' + TemplateName);
+    return QFile::encodeName(useInstalled ? QFileInfo(installed).canonicalFilePath() : beside).toStdString();
+}
+
+int QtShell::ShellExecute(const std::string& path) {
+    std::error_code ignored;
+    const std::filesystem::path file = std::filesystem::absolute(path, ignored);
+    if (!std::filesystem::exists(file.parent_path(), ignored)) {
+        return FolderMissing;
+    }
+    if (!std::filesystem::exists(file, ignored)) {
+        return FileMissing;
+    }
+    if (::faccessat(AT_FDCWD, file.c_str(), R_OK, AT_EACCESS) != 0) {
+        return AccessDenied;
+    }
+    const bool started = QProcess::startDetached(QStringLiteral("xdg-open"), {ArgumentOf(file)}, QString());
+    return started ? Started : NoProgram;
+}
+
+bool QtShell::DllGetVersion(std::int32_t& major, std::int32_t& minor, std::int32_t& build) {
+    const QVersionNumber version = QLibraryInfo::version();
+    major = version.majorVersion();
+    minor = version.minorVersion();
+    build = version.microVersion();
+    return true;
+}
+
+void QtShell::EndProcess(int exitCode) {
+    if (m_beforeEnd) {
+        m_beforeEnd();
+    }
+    std::fflush(nullptr);
+    // At once, without unloading windows: destructors of what is still open would run handlers.
+    std::_Exit(exitCode);
+}
+
+} // namespace quavernet

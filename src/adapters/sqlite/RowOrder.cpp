@@ -1,0 +1,252 @@
+#include "adapters/sqlite/RowOrder.h"
+
+#include "adapters/sqlite/Collation.h"
+#include "adapters/sqlite/EqualsLower.h"
+#include "adapters/sqlite/SortKeys.h"
+
+#include <algorithm>
+#include <bit>
+#include <functional>
+#include <numeric>
+#include <utility>
+
+namespace quavernet::sqlite {
+
+namespace {
+
+using Field = ADODB::Field;
+
+std::size_t FindLower(std::string_view text, std::string_view lower) {
+    for (std::size_t at = 0; at + lower.size() <= text.size(); ++at) {
+        if (EqualsLower(text.substr(at, lower.size()), lower)) {
+            return at;
+        }
+    }
+    return std::string_view::npos;
+}
+
+bool IsQualifiedName(std::string_view text) {
+    return std::count(text.begin(), text.end(), '.') == 1 &&
+           std::all_of(text.begin(), text.end(), [](char c) {
+               return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+                      c == '_' || c == '.';
+           });
+}
+
+// Words that give the rows behind "from" another meaning than a plain join's.
+bool IsPlainJoin(std::string_view statement) {
+    return FindLower(statement, " group by ") == std::string_view::npos &&
+           FindLower(statement, " union ") == std::string_view::npos &&
+           FindLower(statement, " limit ") == std::string_view::npos;
+}
+
+std::optional<std::size_t> PlaceInList(std::string_view list, std::string_view name) {
+    std::optional<std::size_t> place;
+    for (std::size_t column = 0; !list.empty(); ++column) {
+        const std::size_t comma = std::min(list.find(", "), list.size());
+        const std::string_view item = list.substr(0, comma);
+        if (!IsQualifiedName(item)) {
+            return std::nullopt;
+        }
+        if (item == name && !place) {
+            place = column;
+        }
+        list.remove_prefix(std::min(comma + 2, list.size()));
+    }
+    return place;
+}
+
+std::uint64_t HashOf(const Field& value) {
+    switch (value.GetKind()) {
+    case Field::Kind::Text:
+        return std::hash<std::string_view>()(value.View());
+    case Field::Kind::Null:
+        return 0;
+    default:
+        return std::bit_cast<std::uint64_t>(value.Number()) * 0x9E3779B97F4A7C15u;
+    }
+}
+
+// The very same value; a number in both of its forms counts as two here and as a tie in the order.
+bool IsSame(const Field& left, const Field& right) {
+    if (left.GetKind() != right.GetKind()) {
+        return false;
+    }
+    switch (left.GetKind()) {
+    case Field::Kind::Text:
+        return left.View() == right.View();
+    case Field::Kind::Integer:
+        return left.Integer() == right.Integer();
+    case Field::Kind::Real:
+        return left.Number() == right.Number();
+    case Field::Kind::Null:
+        break;
+    }
+    return true;
+}
+
+/// Each different value of a column once, and for each row which one it holds. A value is kept as the first
+/// row that holds it: a million titles would take ten times the space as fields.
+struct DistinctValues {
+    std::vector<std::uint32_t> firstRows;
+    std::vector<std::uint32_t> valueOfRow;
+
+    DistinctValues(const ADODB::RowBlock& rows, std::size_t column) {
+        struct Slot {
+            std::uint32_t value = ~std::uint32_t{0};
+            std::uint32_t hash = 0;
+
+            bool IsFree() const { return value == ~std::uint32_t{0}; }
+        };
+        std::vector<Slot> table(std::bit_ceil(rows.Rows() * 2 + 1));
+        valueOfRow.reserve(rows.Rows());
+        for (std::size_t row = 0; row < rows.Rows(); ++row) {
+            const Field value = rows.At(row, column);
+            const std::uint64_t hash = HashOf(value);
+            const auto shortHash = static_cast<std::uint32_t>(hash >> 32);
+            std::size_t place = (hash ^ (hash >> 29)) & (table.size() - 1);
+            while (!table[place].IsFree() &&
+                   !(table[place].hash == shortHash &&
+                     IsSame(rows.At(firstRows[table[place].value], column), value))) {
+                place = (place + 1) & (table.size() - 1);
+            }
+            if (table[place].IsFree()) {
+                table[place] = {static_cast<std::uint32_t>(firstRows.size()), shortHash};
+                firstRows.push_back(static_cast<std::uint32_t>(row));
+            }
+            valueOfRow.push_back(table[place].value);
+        }
+    }
+};
+
+int ClassOf(const Field& value) {
+    return value.IsNull() ? 0 : value.GetKind() == Field::Kind::Text ? 2 : 1;
+}
+
+int CompareNumbers(const Field& left, const Field& right) {
+    if (left.GetKind() == Field::Kind::Integer && right.GetKind() == Field::Kind::Integer) {
+        return left.Integer() < right.Integer() ? -1 : left.Integer() > right.Integer() ? 1 : 0;
+    }
+    // Holds every whole number of 64 bits exactly, which a double does not.
+    const auto exact = [](const Field& number) {
+        return number.GetKind() == Field::Kind::Integer ? static_cast<long double>(number.Integer())
+                                                        : static_cast<long double>(number.Number());
+    };
+    return exact(left) < exact(right) ? -1 : exact(left) > exact(right) ? 1 : 0;
+}
+
+int CompareValues(const Field& left, const Field& right) {
+    const int classOfLeft = ClassOf(left);
+    if (const int difference = classOfLeft - ClassOf(right); difference != 0) {
+        return difference;
+    }
+    return classOfLeft == 0   ? 0
+           : classOfLeft == 1 ? CompareNumbers(left, right)
+                              : CompareTexts(left.View(), right.View());
+}
+
+/// For each value its place in the order; equal values share one.
+std::vector<std::uint32_t> RanksOf(const ADODB::RowBlock& rows, std::size_t column,
+                                   const std::vector<std::uint32_t>& firstRows) {
+    const auto field = [&](std::uint32_t value) { return rows.At(firstRows[value], column); };
+    const auto compare = [&](std::uint32_t left, std::uint32_t right) {
+        return CompareValues(field(left), field(right));
+    };
+    std::vector<SortKey> keys;
+    keys.reserve(firstRows.size());
+    for (std::uint32_t value = 0; value < firstRows.size(); ++value) {
+        // Nulls and numbers stand before all texts; among themselves they are compared as they are.
+        const Field first = field(value);
+        const bool isText = first.GetKind() == Field::Kind::Text;
+        keys.push_back(isText ? TextKey(first.View(), value) : SortKey{0, 0, value});
+    }
+    SortByKeys(keys, [&](std::uint32_t left, std::uint32_t right) { return compare(left, right) < 0; });
+    std::vector<std::uint32_t> ranks(keys.size());
+    std::uint32_t rank = 0;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        rank += i > 0 && (!keys[i].HasSameKey(keys[i - 1]) || compare(keys[i - 1].item, keys[i].item) != 0);
+        ranks[keys[i].item] = rank;
+    }
+    return ranks;
+}
+
+/// Whole numbers need no comparison at all: they are their own keys.
+std::optional<std::vector<std::uint32_t>> OrderOfIntegers(const ADODB::RowBlock& rows, std::size_t column,
+                                                          bool descending) {
+    constexpr std::uint64_t SignBit = std::uint64_t{1} << 63;
+    std::vector<SortKey> keys;
+    keys.reserve(rows.Rows());
+    for (std::size_t row = 0; row < rows.Rows(); ++row) {
+        const Field value = rows.At(row, column);
+        if (value.GetKind() != Field::Kind::Integer) {
+            return std::nullopt;
+        }
+        const std::uint64_t key = std::bit_cast<std::uint64_t>(value.Integer()) ^ SignBit;
+        keys.push_back({descending ? ~key : key, 0, static_cast<std::uint32_t>(row)});
+    }
+    SortByFirst(keys);
+    std::vector<std::uint32_t> order;
+    order.reserve(keys.size());
+    for (const SortKey& key : keys) {
+        order.push_back(key.item);
+    }
+    return order;
+}
+
+} // namespace
+
+std::optional<OrderedStatement> TakeOrderClause(std::string_view statement) {
+    constexpr std::string_view Select = "select ", From = " from ", OrderBy = " order by ";
+    const std::size_t blank = statement.rfind(' ');
+    if (blank == std::string_view::npos || !EqualsLower(statement.substr(0, Select.size()), Select)) {
+        return std::nullopt;
+    }
+    OrderedStatement result;
+    const std::string_view direction = statement.substr(blank + 1);
+    result.descending = EqualsLower(direction, "desc");
+    if (!result.descending && !EqualsLower(direction, "asc")) {
+        return std::nullopt;
+    }
+    const std::string_view rest = statement.substr(0, blank);
+    const std::string_view name = rest.substr(rest.rfind(' ') + 1);
+    const std::string_view before = rest.substr(0, rest.size() - name.size());
+    const std::size_t from = FindLower(before, From);
+    if (!IsQualifiedName(name) || before.size() < OrderBy.size() || from == std::string_view::npos ||
+        !EqualsLower(before.substr(before.size() - OrderBy.size()), OrderBy)) {
+        return std::nullopt;
+    }
+    result.unordered = before.substr(0, before.size() - OrderBy.size());
+    const auto place = PlaceInList(before.substr(Select.size(), from - Select.size()), name);
+    if (!place || !IsPlainJoin(result.unordered)) {
+        return std::nullopt;
+    }
+    result.name = name.substr(name.find('.') + 1);
+    result.column = *place;
+    return result;
+}
+
+std::vector<std::uint32_t> RowOrder(const ADODB::RowBlock& rows, std::size_t column, bool descending) {
+    if (auto order = OrderOfIntegers(rows, column, descending)) {
+        return std::move(*order);
+    }
+    const DistinctValues distinct(rows, column);
+    const std::vector<std::uint32_t> ranks = RanksOf(rows, column, distinct.firstRows);
+    const auto lastRank = static_cast<std::uint32_t>(ranks.size()) - 1;
+    const auto placeOf = [&](std::size_t row) {
+        const std::uint32_t rank = ranks[distinct.valueOfRow[row]];
+        return descending ? lastRank - rank : rank;
+    };
+    // Where the rows of each rank begin, by counting them; going through the rows keeps the order of ties.
+    std::vector<std::uint32_t> next(ranks.size() + 1);
+    for (std::size_t row = 0; row < rows.Rows(); ++row) {
+        ++next[placeOf(row) + 1];
+    }
+    std::partial_sum(next.begin(), next.end(), next.begin());
+    std::vector<std::uint32_t> order(rows.Rows());
+    for (std::size_t row = 0; row < rows.Rows(); ++row) {
+        order[next[placeOf(row)]++] = static_cast<std::uint32_t>(row);
+    }
+    return order;
+}
+
+} // namespace quavernet::sqlite

@@ -1,0 +1,115 @@
+#include "adapters/vorbis/OggPages.h"
+
+#include "adapters/vorbis/OggInfoReader.h"
+#include "support/OggFiles.h"
+
+#include <gtest/gtest.h>
+
+namespace quavernet::test {
+
+namespace {
+
+using vorbis::ByteSource;
+using vorbis::OggPage;
+using vorbis::OggPageReader;
+
+/// A source in memory that counts what is read of it, and can stop delivering.
+class CountedSource : public ByteSource {
+public:
+    explicit CountedSource(std::string bytes) : m_bytes(std::move(bytes)) {}
+
+    std::uint64_t Size() const override { return claimedSize != 0 ? claimedSize : m_bytes.size(); }
+    std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> target) override {
+        const std::size_t got =
+            offset >= m_bytes.size()
+                ? 0
+                : m_bytes.copy(reinterpret_cast<char*>(target.data()), target.size(), offset);
+        largest = std::max(largest, target.size());
+        total += got;
+        return got;
+    }
+
+    std::uint64_t claimedSize = 0;
+    std::size_t largest = 0;
+    std::size_t total = 0;
+
+private:
+    std::string m_bytes;
+};
+
+std::size_t CountPages(ByteSource& source) {
+    OggPageReader reader(source);
+    OggPage page;
+    std::size_t count = 0;
+    while (reader.Next(page)) {
+        ++count;
+    }
+    return count;
+}
+
+} // namespace
+
+TEST(OggPagesTest, TheChecksumOfARealPageIsTheOneItCarries) {
+    const std::string& ogg = EncodedOgg::Stereo();
+    EXPECT_EQ(JoinPages(SplitPages(ogg)), ogg);
+}
+
+TEST(OggPagesTest, AWalkReadsAboutTheFileOnce) {
+    CountedSource source(EncodedOgg::Long());
+    EXPECT_EQ(CountPages(source), SplitPages(EncodedOgg::Long()).size());
+    EXPECT_LT(source.total, EncodedOgg::Long().size() + 2 * OggPage::MaximumSize);
+}
+
+TEST(OggPagesTest, APageThatClaimsMoreThanTheFileHoldsEndsTheWalk) {
+    std::string bytes = EncodedOgg::Mono();
+    bytes.resize(bytes.size() - 1);
+    CountedSource source(bytes);
+    EXPECT_EQ(CountPages(source), SplitPages(EncodedOgg::Mono()).size() - 1);
+    EXPECT_LE(source.largest, bytes.size());
+}
+
+TEST(OggPagesTest, AFileThatIsShorterThanItsSizeEndsTheWalk) {
+    CountedSource source(EncodedOgg::Mono().substr(0, 5000));
+    source.claimedSize = std::uint64_t{1} << 40;
+    EXPECT_LE(CountPages(source), 2U);
+    EXPECT_LT(source.total, 1000000U);
+}
+
+TEST(OggPagesTest, FalseMarksCostNoMoreThanASmallMultipleOfTheFile) {
+    // Each mark claims a page of the greatest size, which must be read before it can be told to be none.
+    std::string bytes;
+    while (bytes.size() < 2000000) {
+        bytes += std::string("OggS\0\0", 6) + std::string(20, '\0') + '\xff' + std::string(28, '\xff');
+    }
+    CountedSource source(bytes + std::string(OggPage::MaximumSize, '\0') + EncodedOgg::Mono());
+    EXPECT_EQ(CountPages(source), 0U) << "the walk ends before the good pages behind the false ones";
+    EXPECT_LT(source.total, 12 * bytes.size());
+}
+
+TEST(OggPagesTest, APacketThatDoesNotEndIsNotKept) {
+    // The second header packet goes on over all pages: 80 MB, of which the reader may keep 64.
+    std::vector<ForgedPage> pages = SplitPages(EncodedOgg::Mono());
+    pages.resize(1);
+    ForgedPage endless{0,
+                       0,
+                       pages[0].serial,
+                       1,
+                       std::vector<std::uint8_t>(255, 255),
+                       std::string(std::size_t{255} * 255, 'c')};
+    endless.body.replace(0, 7, "\x03vorbis");
+    std::string bytes = JoinPages({pages[0], endless});
+    endless.flags = 1;
+    for (endless.sequence = 2; bytes.size() < std::size_t{80} << 20; ++endless.sequence) {
+        bytes += JoinPages({endless});
+    }
+    const std::string ended = bytes + JoinPages({{1, 0, endless.serial, endless.sequence, {1}, "c"}});
+    const auto source =
+        vorbis::OpenMemory(std::span(reinterpret_cast<const std::uint8_t*>(ended.data()), ended.size()));
+    std::string lines;
+    vorbis::AppendOggInfo("x.ogg", *source, lines);
+    EXPECT_EQ(lines.find("Nominal bitrate"), std::string::npos);
+    EXPECT_NE(lines.find("New logical stream"), std::string::npos);
+    EXPECT_LT(lines.capacity(), std::size_t{1} << 20);
+}
+
+} // namespace quavernet::test
