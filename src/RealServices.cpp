@@ -25,7 +25,7 @@ RealServices::RealServices() : m_shell([this] { Save(); }), m_fileSystem(CreateP
 
 void RealServices::Save() {
     if (mainModule.Connection) {
-        Skip([] { mainModule.Connection->Commit(); });
+        IgnoreFailure([] { mainModule.Connection->Commit(); });
     }
     m_settings.Sync();
 }

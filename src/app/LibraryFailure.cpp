@@ -61,7 +61,7 @@ std::string CopyLines(const std::string& library) {
     std::string lines;
     for (int number = 1; number <= BackupCount; ++number) {
         const std::string path = BackupPath(library, number);
-        Skip([&] {
+        IgnoreFailure([&] {
             const FileFacts copy = services.fileSystem->GetFile(path);
             lines += "\n" + path + " (" + GeneralDateText(copy.dateLastModified, services.regional) + ")";
         });

@@ -85,7 +85,7 @@ void GridSelection::PressRight(std::int32_t row) {
 
 GridHover GridSelection::MouseMove(std::int32_t mouseRow, bool leftButton) const {
     GridHover hover;
-    Skip([&] { hover.ToolTip = mainModule.FileNames.Item(mouseRow); });
+    IgnoreFailure([&] { hover.ToolTip = mainModule.FileNames.Item(mouseRow); });
     hover.StartDrag = leftButton && !m_ctrlDown;
     return hover;
 }
@@ -148,11 +148,11 @@ std::vector<std::string> GridSelection::StartDrag() {
         return files;
     }
     if (mainModule.SelectedRows.Count() == 1) {
-        Skip([&] { SelChange(); });
+        IgnoreFailure([&] { SelChange(); });
     }
     services.events->DoEvents();
     for (const std::int32_t row : mainModule.SelectedRows.Rows()) {
-        Skip([&] { files.push_back(mainModule.FilePaths.Item(row)); });
+        IgnoreFailure([&] { files.push_back(mainModule.FilePaths.Item(row)); });
     }
     return files;
 }
@@ -173,7 +173,7 @@ void GridSelection::SelChange() {
         m_window.RepaintRows();
         m_last = {m_col, m_colSel, m_row, m_rowSel};
         AddSelectedRows(m_row, m_rowSel);
-        Skip([&] { m_window.SetScanningPanel(mainModule.FilePaths.Item(m_row)); });
+        IgnoreFailure([&] { m_window.SetScanningPanel(mainModule.FilePaths.Item(m_row)); });
     }
     FollowRow();
 }
@@ -189,7 +189,7 @@ void GridSelection::PaintBounds() {
     const std::int32_t last = std::max(m_row, m_rowSel);
     if (m_ctrlDown && m_painted.Contains(m_row)) {
         m_painted.Remove(first, last);
-        Skip([&] {
+        IgnoreFailure([&] {
             const std::int64_t fileId = m_window.RowData(m_row);
             if (std::in_range<std::int32_t>(fileId)) {
                 mainModule.SelectedRows.Remove(static_cast<std::int32_t>(fileId));

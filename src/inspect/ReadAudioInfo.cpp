@@ -146,8 +146,8 @@ void ReadMpeg(const std::string& path, const FileBytes& file) {
         if (!ReadRates(header, file, info, bitRate)) {
             return;
         }
-        Skip([&] { info.Length = PlayTime(file.Size(), bitRate); });
-        Skip([&] { info.BitRate = Narrow16(bitRate); });
+        IgnoreFailure([&] { info.Length = PlayTime(file.Size(), bitRate); });
+        IgnoreFailure([&] { info.BitRate = Narrow16(bitRate); });
     }
     ReadTexts(header, info);
     mainModule.CurrentFile.AudioInfo = std::move(info);
@@ -160,11 +160,11 @@ void ReadWave(const FileBytes& file) {
     }
     AudioInfo& info = mainModule.CurrentFile.AudioInfo;
     const std::uint32_t tensOfHertz = facts->samplesPerSecond / 10;
-    Skip([&] { info.Frequency = Narrow32(tensOfHertz * 10.0); });
-    Skip([&] { info.BitRate = Narrow16(facts->bitsPerSample); });
+    IgnoreFailure([&] { info.Frequency = Narrow32(tensOfHertz * 10.0); });
+    IgnoreFailure([&] { info.BitRate = Narrow16(facts->bitsPerSample); });
     if (facts->averageBytesPerSecond != 0) {
         const double seconds = static_cast<double>(facts->dataBytes) / facts->averageBytesPerSecond;
-        Skip([&] { info.Length = Narrow32(Val(FormatFixed(seconds, 1, 0, services.regional))); });
+        IgnoreFailure([&] { info.Length = Narrow32(Val(FormatFixed(seconds, 1, 0, services.regional))); });
     }
     info.Mode = facts->channels == 1 ? "mono" : facts->channels == 2 ? "stereo" : "";
 }

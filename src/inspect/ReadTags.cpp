@@ -23,8 +23,8 @@ bool LoadId3v2(const std::string& path, const FileBytes& file) {
         return false;
     }
     bool hasTag = false;
-    Skip([&] { component->LoadHead(path, file.Head()); });
-    Skip([&] { hasTag = component->HasV2Tag(); });
+    IgnoreFailure([&] { component->LoadHead(path, file.Head()); });
+    IgnoreFailure([&] { hasTag = component->HasV2Tag(); });
     return hasTag;
 }
 
@@ -73,7 +73,7 @@ void ReadTags(const std::string& path, const FileBytes& file) {
     }
     if (LoadId3v2(path, file)) {
         SetTagKind(2);
-        Skip([] { ReadId3v2(); });
+        IgnoreFailure([] { ReadId3v2(); });
     } else if (file.IsOpen()) {
         ReadId3v1(file);
     }

@@ -49,7 +49,7 @@ void RemoveEntry(const std::string& fileId, const Entry& entry) {
 }
 
 void RemoveFile(const std::string& path, const std::string& fileId) {
-    const ADODB::Undisturbed undisturbed(*mainModule.Connection);
+    const ADODB::WriteLock writeLock(*mainModule.Connection);
     // Another running program may have stored the file since: it writes no row from here on, so that one look
     // at the disk tells.
     if (services.fileSystem->FileExists(path)) {

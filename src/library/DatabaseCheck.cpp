@@ -53,7 +53,7 @@ void CheckDatabase(const std::function<void(const std::string&)>& showStatus) {
     }
     showStatus(LoadResString(439));
     services.events->DoEvents();
-    const ADODB::Undisturbed undisturbed(*mainModule.Connection);
+    const ADODB::WriteLock writeLock(*mainModule.Connection);
     const std::string ids = NewestIds(names);
     if (ids.empty()) {
         return;

@@ -49,7 +49,7 @@ void ScanController::ReminderScan() {
     if (mainModule.ScanRunning) {
         return;
     }
-    Skip([this] { mnuScan_Click(); });
+    IgnoreFailure([this] { mnuScan_Click(); });
     mainModule.ScanRunning = false; // Also after a failure: a window that believes in a scan can't be closed.
 }
 

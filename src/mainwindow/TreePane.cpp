@@ -153,7 +153,7 @@ void TreePane::KeyDown(const QKeyEvent& event) {
         return; // The form as a whole answers F1.
     }
     if (QAction* item = m_menu.Item("mnuDelete")) {
-        Skip([item] { item->trigger(); });
+        IgnoreFailure([item] { item->trigger(); });
     }
 }
 

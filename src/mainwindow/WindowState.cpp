@@ -40,7 +40,7 @@ bool BooleanSetting(const std::string& name, const std::string& defaultValue) {
 // The one kind of setting whose failure is passed over.
 std::int32_t IndexSetting(const std::string& name) {
     std::int32_t index = 0;
-    Skip([&] { index = TwipsSetting(name, "0"); });
+    IgnoreFailure([&] { index = TwipsSetting(name, "0"); });
     return index;
 }
 

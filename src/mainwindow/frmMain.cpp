@@ -280,7 +280,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
 void frmMain::AfterLoadTimer_Timer() {
     m_panes->Filter().txtSearch().setFocus();
     bool scanWanted = false;
-    Skip([&] { CheckReminder(scanWanted, [this] { UnloadSplash(); }); });
+    IgnoreFailure([&] { CheckReminder(scanWanted, [this] { UnloadSplash(); }); });
     if (scanWanted) {
         m_scan->ReminderScan();
     }

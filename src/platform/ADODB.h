@@ -125,7 +125,7 @@ public:
     /// its user, runs another program or ends. Throws RuntimeError if the file can't be written.
     virtual void Commit() = 0;
 
-    /// Commits if it is time to, outside of an Undisturbed. Called between the files and folders of a long
+    /// Commits if it is time to, outside of a WriteLock. Called between the files and folders of a long
     /// run, which may be slow to read and need no statement: nobody shall wait meanwhile for what has been
     /// gathered, and no end shall take it back. Costs a look at the clock. Throws RuntimeError like Commit.
     virtual void CommitIfDue() {}
@@ -136,22 +136,22 @@ public:
     /// RuntimeError if the copy can't be made; the older copies then stay.
     virtual void Backup() {}
 
-    /// See Undisturbed.
-    virtual void HoldOthers() {}
-    virtual void LetOthers() noexcept {}
+    /// See WriteLock.
+    virtual void LockWrites() {}
+    virtual void UnlockWrites() noexcept {}
 };
 
 /// While one lives, no other running program changes the library: what a statement has read still holds when
 /// a later one writes. Each statement is in force by itself as ever, and a failure takes back none but its
 /// own. They may lie in one another.
-class Undisturbed {
+class WriteLock {
 public:
     /// Waits while another program writes. Throws RuntimeError if that takes too long, or if gathered
     /// statements can't be written.
-    explicit Undisturbed(Connection& connection) : m_connection(connection) { m_connection.HoldOthers(); }
-    ~Undisturbed() { m_connection.LetOthers(); }
-    Undisturbed(const Undisturbed&) = delete;
-    Undisturbed& operator=(const Undisturbed&) = delete;
+    explicit WriteLock(Connection& connection) : m_connection(connection) { m_connection.LockWrites(); }
+    ~WriteLock() { m_connection.UnlockWrites(); }
+    WriteLock(const WriteLock&) = delete;
+    WriteLock& operator=(const WriteLock&) = delete;
 
 private:
     Connection& m_connection;

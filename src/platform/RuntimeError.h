@@ -42,7 +42,7 @@ inline constexpr int InvalidUseOfNull = 94;
 
 /// Runs one statement in the mode in which a failing statement is passed over. Wrap single statements
 /// only: a block would lose the statements behind the failing one.
-template <typename Statement> void Skip(Statement&& statement) {
+template <typename Statement> void IgnoreFailure(Statement&& statement) {
     try {
         statement();
     } catch (const RuntimeError&) {

@@ -150,9 +150,9 @@ void WriteInPlace(const std::string& path, BinaryFile& file, std::uint64_t offse
         }
         file.BringToDisk(); // Where a file system takes bytes on trust, it tells here that it has no room.
     } catch (const RuntimeError&) {
-        Skip([&] { file.WriteAt(offset, oldBytes); });
+        IgnoreFailure([&] { file.WriteAt(offset, oldBytes); });
         SetTimes(file.Descriptor(), facts);
-        Skip([&] { file.BringToDisk(); });
+        IgnoreFailure([&] { file.BringToDisk(); });
         throw;
     }
 }

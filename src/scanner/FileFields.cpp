@@ -20,7 +20,7 @@ void FillFileFields(const FileFacts& file) {
     // The date of creation, although the column that it goes to speaks of the last change.
     current.FileDate.clear();
     if (file.dateCreated.IsSet()) {
-        Skip([&] { current.FileDate = GeneralDateText(file.dateCreated, services.regional); });
+        IgnoreFailure([&] { current.FileDate = GeneralDateText(file.dateCreated, services.regional); });
     }
     if (current.FileDate.empty()) {
         current.FileDate = DateOfUndatedFiles;

@@ -156,7 +156,7 @@ OggNames OggTagsFromFileName(const std::string& path) {
 
 void StoreOggRecord(OggRecord& record, SavedLog& log) {
     // The highest key is the new row's own only while nobody else inserts.
-    const ADODB::Undisturbed undisturbed(*mainModule.Connection);
+    const ADODB::WriteLock writeLock(*mainModule.Connection);
     FillNames(record);
     LookupKeys keys;
     keys.Title_id = TitleKey(record);

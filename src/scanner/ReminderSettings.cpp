@@ -63,7 +63,7 @@ void SaveReminderSettings(const ReminderChoice& choice) {
     const std::string period = PeriodOf(choice);
     const std::string date = NextReminderDate(period, services.clock->Now());
     const std::string flag = choice.chkRemind ? "1" : "0";
-    const ADODB::Undisturbed undisturbed(*mainModule.Connection); // One row, whoever else saves one.
+    const ADODB::WriteLock writeLock(*mainModule.Connection); // One row, whoever else saves one.
     if (HasReminder()) {
         mainModule.Connection->Execute("Update Reminder Set RemindFlag = " + flag + ", RemindDate = '" +
                                        date + "'" + ", ScanPeriode = '" + period + "'");

@@ -37,14 +37,15 @@ void SavedLog::Add(const std::string& path, const std::string& size, const std::
     if (!mainModule.ScanLogEnabled) {
         return;
     }
-    Skip([&] { m_log.AddLine(TimeText(services.clock->Now()) + " - Saved... " + path); });
-    Skip([&] { m_logFilesCount += 1; });
-    Skip([&] { m_log.SetFileCount(NumberText(m_logFilesCount)); });
-    Skip([&] { m_logMegabytes = Rounded(double{m_logMegabytes} + Val(size) / BytesPerMegabyte, 2); });
-    Skip([&] { m_log.SetMegabytes(NumberText(m_logMegabytes)); });
-    Skip([&] { m_logMinutes = Rounded(double{m_logMinutes} + Val(length) / SecondsPerMinute, 0); });
-    Skip([&] { m_log.SetPlaytime(NumberText(m_logMinutes)); });
-    Skip([&] { m_log.SelectLastLine(); });
+    IgnoreFailure([&] { m_log.AddLine(TimeText(services.clock->Now()) + " - Saved... " + path); });
+    IgnoreFailure([&] { m_logFilesCount += 1; });
+    IgnoreFailure([&] { m_log.SetFileCount(NumberText(m_logFilesCount)); });
+    IgnoreFailure(
+        [&] { m_logMegabytes = Rounded(double{m_logMegabytes} + Val(size) / BytesPerMegabyte, 2); });
+    IgnoreFailure([&] { m_log.SetMegabytes(NumberText(m_logMegabytes)); });
+    IgnoreFailure([&] { m_logMinutes = Rounded(double{m_logMinutes} + Val(length) / SecondsPerMinute, 0); });
+    IgnoreFailure([&] { m_log.SetPlaytime(NumberText(m_logMinutes)); });
+    IgnoreFailure([&] { m_log.SelectLastLine(); });
 }
 
 } // namespace quavernet

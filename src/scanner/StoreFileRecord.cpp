@@ -198,7 +198,7 @@ std::string UpdateStatement(const CurrentFile& file, const LookupKeys& keys, con
 
 void StoreFileRecord(SavedLog& log) {
     // Another running program may look for the same performer or the same path at this moment.
-    const ADODB::Undisturbed undisturbed(*mainModule.Connection);
+    const ADODB::WriteLock writeLock(*mainModule.Connection);
     CurrentFile& file = mainModule.CurrentFile;
     FillMissingNames(file);
     LookupKeys keys;

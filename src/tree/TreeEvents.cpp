@@ -38,12 +38,12 @@ void OpenInPlayer(PlayerWindow& player) {
 } // namespace
 
 void TreeExpand(TreeModel& tree, const std::string& key) {
-    Skip([&] { tree.Node(key).Expanded = true; });
+    IgnoreFailure([&] { tree.Node(key).Expanded = true; });
     mainModule.TreeNodeData.Add(key);
 }
 
 void TreeCollapse(TreeModel& tree, const std::string& key) {
-    Skip([&] { tree.Node(key).Expanded = false; });
+    IgnoreFailure([&] { tree.Node(key).Expanded = false; });
     mainModule.TreeNodeData.Remove(key);
 }
 

@@ -51,12 +51,12 @@ TEST(NarrowTest, ThePlaceOfTheOverflowIsTheRoundedNumber) {
 
 TEST(SkipTest, OnlyAFailureOfTheProgramsOwnKindIsPassedOver) {
     bool behind = false;
-    Skip([&] {
+    IgnoreFailure([&] {
         Narrow16(1e9);
         behind = true;
     });
     EXPECT_FALSE(behind);
-    EXPECT_THROW(Skip([] { throw 17; }), int);
+    EXPECT_THROW(IgnoreFailure([] { throw 17; }), int);
 }
 
 } // namespace quavernet::test

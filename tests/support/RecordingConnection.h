@@ -59,8 +59,8 @@ public:
         m_real->Backup();
     }
 
-    void HoldOthers() override { m_real->HoldOthers(); }
-    void LetOthers() noexcept override { m_real->LetOthers(); }
+    void LockWrites() override { m_real->LockWrites(); }
+    void UnlockWrites() noexcept override { m_real->UnlockWrites(); }
 
     /// Statements that begin with `start`.
     std::vector<std::string> StatementsOf(std::string_view start) const {

@@ -137,17 +137,17 @@ public:
         }
     }
 
-    void HoldOthers() override {
+    void LockWrites() override {
         if (m_held == 0) {
             m_commits.CommitIfDue(Library());
             BeginWriting();
         }
         ++m_held;
     }
-    void LetOthers() noexcept override { --m_held; }
+    void UnlockWrites() noexcept override { --m_held; }
 
 private:
-    // Inside an Undisturbed the transaction opens again, even for one that only reads, if the program has
+    // Inside a WriteLock the transaction opens again, even for one that only reads, if the program has
     // committed in the middle because it waited for its user.
     void BeforeStatement() {
         if (m_held > 0) {
@@ -284,7 +284,7 @@ private:
     CommitGathering m_commits;
     std::vector<std::string> m_dateColumns;
     bool m_backupDue = false;
-    int m_held = 0; ///< Undisturbed stretches that are open.
+    int m_held = 0; ///< WriteLock stretches that are open.
 };
 
 } // namespace

@@ -3,8 +3,8 @@
 #include <sqlite3.h>
 
 #include "adapters/sqlite/DateColumns.h"
+#include "adapters/sqlite/SkipUnchangedRows.h"
 #include "adapters/sqlite/SqliteError.h"
-#include "adapters/sqlite/UpdateGuard.h"
 #include "platform/RuntimeError.h"
 
 namespace quavernet::sqlite {
@@ -48,7 +48,7 @@ PreparedStatement& StatementCache::Get(const std::string& sql) {
         m_single = PrepareNoting(sql);
         return m_single;
     }
-    PreparedStatement prepared = PrepareNoting(GuardUpdate(sql));
+    PreparedStatement prepared = PrepareNoting(SkipUnchangedRows(sql));
     if (m_statements.size() >= maximumCount) {
         m_statements.clear();
     }

@@ -122,7 +122,7 @@ TEST_F(CommitGatheringTest, BetweenFilesAConnectionCommitsOnlyOutsideOfAnUndistu
     Connection().Open(ConnectionStart + libraryPath);
     Connection().CommitIfDue();
     {
-        const ADODB::Undisturbed undisturbed(Connection());
+        const ADODB::WriteLock writeLock(Connection());
         Insert("one");
         Connection().CommitIfDue();
         EXPECT_EQ(SeenByAnother(), Texts{});

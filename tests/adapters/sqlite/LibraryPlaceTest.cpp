@@ -88,7 +88,7 @@ TEST_F(LibraryPlaceTest, WhatIsGatheredWhenTheFileIsReplacedIsNamedAsUndone) {
 
 TEST_F(LibraryPlaceTest, AnUndisturbedAndTheCopyBeforeAScanAreRefusedToo) {
     Replace();
-    EXPECT_EQ(Failure([&] { const ADODB::Undisturbed undisturbed(*connection); }), told);
+    EXPECT_EQ(Failure([&] { const ADODB::WriteLock writeLock(*connection); }), told);
     EXPECT_EQ(Failure([&] { connection->Backup(); }), told);
     EXPECT_FALSE(fs::exists(folder + "/Quavernet.backup1.db"));
 }

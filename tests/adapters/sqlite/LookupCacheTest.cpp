@@ -382,7 +382,7 @@ TEST_F(LookupsOfTwoProgramsTest, WhateverTheOrderOfWritesAndCommitsTheAnswersAre
                                "Update " + table + " Set " + key + " = " + std::to_string(100 + upTo(900)) +
                                    " where " + table + " = '" + name + "' and (Select Count(" + key +
                                    ") from " + table + " where " + table + " = '" + name + "') = 1"};
-        Skip([&] { connection.Execute(statements[upTo(3)]); }); // A key may be taken.
+        IgnoreFailure([&] { connection.Execute(statements[upTo(3)]); }); // A key may be taken.
     };
     bool writing = false;
     std::string blanks;

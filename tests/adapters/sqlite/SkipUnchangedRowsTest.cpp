@@ -1,5 +1,5 @@
 // Updates that change nothing write nothing; every other one writes as it stands.
-#include "adapters/sqlite/UpdateGuard.h"
+#include "adapters/sqlite/SkipUnchangedRows.h"
 
 #include "support/TestLibrary.h"
 
@@ -10,22 +10,22 @@
 namespace quavernet::test {
 namespace {
 
-using sqlite::GuardUpdate;
+using sqlite::SkipUnchangedRows;
 
-TEST(UpdateGuardTest, AnUpdateOfOneRowIsNarrowedToAnotherValue) {
-    EXPECT_EQ(GuardUpdate("Update Files Set Name = ?, Length = ? where File_id = ?"),
+TEST(SkipUnchangedRowsTest, AnUpdateOfOneRowIsNarrowedToAnotherValue) {
+    EXPECT_EQ(SkipUnchangedRows("Update Files Set Name = ?, Length = ? where File_id = ?"),
               "Update Files Set Name = ?, Length = ? where File_id = ? and not "
               "(Name collate binary is ?1 and Length collate binary is ?2)");
 }
 
-TEST(UpdateGuardTest, EveryOtherStatementStaysAsItIs) {
+TEST(SkipUnchangedRowsTest, EveryOtherStatementStaysAsItIs) {
     for (const char* statement :
          {"", "Update Files Set Hits = Hits + ? where File_id = ?", "Update Files Set Name = ?",
           "Update Files Set [Name] = ? where File_id = ?", "Update Files Set Name = ? where A = ? or B = ?",
           "Update Files Set Name = ? where A = ? and B = ?", "Update Files Set Name = 'x' where A = 1",
           "Update or ignore Files Set Name = ? where A = ?", "Delete from Files where File_id = ?",
           "Update Files Set Name = ?, where File_id = ?", "Update Files Set Name = ? where File_id = ? "}) {
-        EXPECT_EQ(GuardUpdate(statement), statement);
+        EXPECT_EQ(SkipUnchangedRows(statement), statement);
     }
 }
 

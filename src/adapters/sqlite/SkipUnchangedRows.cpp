@@ -1,4 +1,4 @@
-#include "adapters/sqlite/UpdateGuard.h"
+#include "adapters/sqlite/SkipUnchangedRows.h"
 
 #include <algorithm>
 #include <string_view>
@@ -41,7 +41,7 @@ private:
 
 } // namespace
 
-std::string GuardUpdate(const std::string& sql) {
+std::string SkipUnchangedRows(const std::string& sql) {
     Pieces pieces(sql);
     if (!pieces.Take("update ") || pieces.TakeName().empty() || !pieces.Take(" set ")) {
         return sql;

@@ -8,6 +8,6 @@ namespace quavernet::sqlite {
 
 /// For "Update T Set A = ?, B = ? where C = ?" the same statement for the rows alone that hold another value,
 /// to the byte, in one of the columns. Every other statement comes back as it is.
-std::string GuardUpdate(const std::string& sql);
+std::string SkipUnchangedRows(const std::string& sql);
 
 } // namespace quavernet::sqlite
