@@ -142,7 +142,7 @@ void PackForSmallScreen(MainLayout& layout) {
     layout.cboAlbum.Width = SmallAlbumWidth;
     layout.txtSearch.Width = SmallSearchWidth;
     layout.Letters.front().Left = 50;
-    for (std::size_t i = 1; i < LetterLabelCount; ++i) {
+    for (std::size_t i = 1; i < LetterLabels::Count; ++i) {
         layout.Letters[i].Left = RightOf(layout.Letters[i - 1]) + 10;
     }
 }

@@ -2,25 +2,14 @@
 // on plain numbers. frmMain fills the struct from its controls, calls, and moves its controls by the result.
 #pragma once
 
+#include "browser/FilterEvents.h"
+#include "widgets/ControlBox.h"
+
 #include <array>
-#include <cstddef>
 #include <cstdint>
 #include <string>
 
 namespace quavernet {
-
-/// Twips, relative to the container.
-struct ControlBox {
-    std::int64_t Left = 0;
-    std::int64_t Top = 0;
-    std::int64_t Width = 0;
-    std::int64_t Height = 0;
-
-    bool operator==(const ControlBox&) const = default;
-};
-
-/// lblAll, lblA to lblZ, lblOther.
-inline constexpr std::size_t LetterLabelCount = 28;
 
 struct MainLayout {
     std::int64_t ScaleWidth = 0; ///< Inside of the form.
@@ -41,7 +30,7 @@ struct MainLayout {
     ControlBox cmdPlay;
     ControlBox cmdRandomize;
     ControlBox ProgressBar;
-    std::array<ControlBox, LetterLabelCount> Letters;
+    std::array<ControlBox, LetterLabels::Count> Letters;
 
     bool operator==(const MainLayout&) const = default;
 };

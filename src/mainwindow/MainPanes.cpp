@@ -2,8 +2,8 @@
 
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
-#include "mainwindow/Pictures.h"
-#include "mainwindow/Twips.h"
+#include "widgets/Pictures.h"
+#include "widgets/Twips.h"
 
 #include <QApplication>
 #include <QMouseEvent>

@@ -2,12 +2,12 @@
 // the status bar below. It owns the controls and moves them by the layout rules.
 #pragma once
 
-#include "mainwindow/FilterRow.h"
-#include "mainwindow/GridView.h"
-#include "mainwindow/LetterRow.h"
+#include "browser/FilterRow.h"
+#include "browser/GridView.h"
+#include "browser/LetterRow.h"
 #include "mainwindow/MainLayout.h"
 #include "mainwindow/MainStatusBar.h"
-#include "mainwindow/PictureButton.h"
+#include "widgets/PictureButton.h"
 
 #include <QFrame>
 #include <QToolBar>

@@ -2,7 +2,7 @@
 
 #include "adapters/qt/QtText.h"
 #include "browser/FilterEvents.h"
-#include "mainwindow/Twips.h"
+#include "widgets/Twips.h"
 
 #include <QHelpEvent>
 #include <QPainter>

@@ -2,10 +2,10 @@
 
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
-#include "mainwindow/KeyCodes.h"
 #include "mainwindow/MainMenu.h"
-#include "mainwindow/Pictures.h"
 #include "tree/LoadTree.h"
+#include "widgets/KeyCodes.h"
+#include "widgets/Pictures.h"
 
 #include <QHeaderView>
 #include <QMouseEvent>

@@ -4,8 +4,8 @@
 #include "app/MainModule.h"
 #include "app/Version.h"
 #include "help/HelpKey.h"
-#include "mainwindow/Pictures.h"
 #include "ui_frmAbout.h"
+#include "widgets/Pictures.h"
 
 namespace quavernet {
 

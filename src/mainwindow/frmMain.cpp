@@ -12,11 +12,11 @@
 #include "mainwindow/MainCommands.h"
 #include "mainwindow/MainMenu.h"
 #include "mainwindow/MainPanes.h"
-#include "mainwindow/Pictures.h"
 #include "mainwindow/ScanController.h"
 #include "mainwindow/TreePane.h"
-#include "mainwindow/Twips.h"
 #include "scanner/CheckReminder.h"
+#include "widgets/Pictures.h"
+#include "widgets/Twips.h"
 
 #include <QApplication>
 #include <QCloseEvent>

@@ -1,8 +1,8 @@
 #include "mainwindow/frmSplash.h"
 
 #include "app/Version.h"
-#include "mainwindow/Pictures.h"
 #include "ui_frmSplash.h"
+#include "widgets/Pictures.h"
 
 namespace quavernet {
 

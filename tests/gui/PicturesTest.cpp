@@ -1,7 +1,7 @@
 #include "gui/GuiTest.h"
 
-#include "mainwindow/PictureButton.h"
-#include "mainwindow/Pictures.h"
+#include "widgets/PictureButton.h"
+#include "widgets/Pictures.h"
 
 #include <QMouseEvent>
 #include <QPainter>

@@ -22,7 +22,7 @@ MainLayout Started() {
     layout.chkTitle.Width = 800;
     layout.txtSearch.Width = 1900;
     layout.cmdSearch.Width = 500;
-    for (std::size_t i = 0; i < LetterLabelCount; ++i) {
+    for (std::size_t i = 0; i < LetterLabels::Count; ++i) {
         layout.Letters[i].Width = 100 + static_cast<std::int64_t>(i);
     }
     ApplySplitterPos(layout, 2835);
@@ -296,7 +296,7 @@ TEST(SmallScreenTest, PacksTheListAndTheLetters) {
     EXPECT_EQ(layout.cboAlbum.Width, 1450);
     EXPECT_EQ(layout.txtSearch.Width, 1250);
     EXPECT_EQ(layout.Letters[0].Left, 50);
-    for (std::size_t i = 1; i < LetterLabelCount; ++i) {
+    for (std::size_t i = 1; i < LetterLabels::Count; ++i) {
         EXPECT_EQ(layout.Letters[i].Left, layout.Letters[i - 1].Left + layout.Letters[i - 1].Width + 10);
     }
     EXPECT_EQ(layout.Letters[2].Left, 50 + 100 + 10 + 101 + 10);

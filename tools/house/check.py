@@ -25,7 +25,7 @@ LOGIC_SHARE = 50
 TEST_RATIO = 0.6
 
 # From the bottom up; a folder includes its own floor and those below it.
-FLOORS = [["platform"], ["app", "resources"], ["help"], ["library", "inspect"], ["scanner", "browser", "tree"],
+FLOORS = [["platform"], ["app", "resources"], ["help", "widgets"], ["library", "inspect"], ["scanner", "browser", "tree"],
           ["playback", "editing", "extras", "output"], ["mainwindow"], ["main"]]
 FLOOR = {room: number for number, rooms in enumerate(FLOORS) for room in rooms}
 

@@ -70,7 +70,7 @@ TOKEN = re.compile(r'(?P<comment>//(?:[^\n\\]|\\.)*|/\*.*?\*/)|(?P<raw>R"(?P<tag
 LETTER = re.compile(r"[^\W\d_]")
 
 # Rooms that make texts for a reader. Adapters and the inspection deal in the words of formats and tools.
-SPEAKING = re.compile(r"^src/(?:app|help|library|scanner|browser|tree|playback|editing|extras|output|mainwindow)/")
+SPEAKING = re.compile(r"^src/(?:app|help|widgets|library|scanner|browser|tree|playback|editing|extras|output|mainwindow)/")
 # A word with a blank beside it, or a word at the end of a sentence.
 WORDS = re.compile(r"[^\W\d_]{2,}[.:!?,]* |(?: |^)[^\W\d_]{3,}(?:\.\.\.|[!?:])$| [^\W\d_]{2,}")
 STATEMENT = re.compile(r"\b(?:select|insert into|delete from|group by|order by|update \w+ set|values \()|=|_id\b|\w\.\w"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "browser/GridSelection.h"
-#include "mainwindow/ListModel.h"
+#include "browser/ListModel.h"
 
 #include <QHeaderView>
 #include <QStyledItemDelegate>

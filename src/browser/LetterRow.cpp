@@ -1,8 +1,8 @@
-#include "mainwindow/LetterRow.h"
+#include "browser/LetterRow.h"
 
 #include "app/LoadResString.h"
-#include "mainwindow/Pictures.h"
-#include "mainwindow/Twips.h"
+#include "widgets/Pictures.h"
+#include "widgets/Twips.h"
 
 #include <QEvent>
 #include <QMouseEvent>

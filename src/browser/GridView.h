@@ -3,7 +3,7 @@
 #pragma once
 
 #include "browser/GridSelection.h"
-#include "mainwindow/ListModel.h"
+#include "browser/ListModel.h"
 
 #include <QTableView>
 

@@ -1,8 +1,8 @@
-#include "mainwindow/GridView.h"
+#include "browser/GridView.h"
 
 #include "adapters/qt/FileUris.h"
-#include "mainwindow/GridPaint.h"
-#include "mainwindow/Pictures.h"
+#include "browser/GridPaint.h"
+#include "widgets/Pictures.h"
 
 #include <QApplication>
 #include <QDrag>

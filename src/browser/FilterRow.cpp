@@ -1,9 +1,9 @@
-#include "mainwindow/FilterRow.h"
+#include "browser/FilterRow.h"
 
 #include "adapters/qt/QtText.h"
 #include "app/LoadResString.h"
 #include "browser/FilterEvents.h"
-#include "mainwindow/KeyCodes.h"
+#include "widgets/KeyCodes.h"
 
 #include <QAbstractItemView>
 #include <QKeyEvent>

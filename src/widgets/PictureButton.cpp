@@ -1,6 +1,6 @@
-#include "mainwindow/PictureButton.h"
+#include "widgets/PictureButton.h"
 
-#include "mainwindow/Pictures.h"
+#include "widgets/Pictures.h"
 
 #include <QMouseEvent>
 #include <QPainter>

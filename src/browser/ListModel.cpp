@@ -1,4 +1,4 @@
-#include "mainwindow/ListModel.h"
+#include "browser/ListModel.h"
 
 #include "adapters/qt/QtText.h"
 

@@ -1,6 +1,6 @@
-#include "mainwindow/GridPaint.h"
+#include "browser/GridPaint.h"
 
-#include "mainwindow/Pictures.h"
+#include "widgets/Pictures.h"
 
 #include <QPainter>
 

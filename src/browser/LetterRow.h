@@ -4,12 +4,12 @@
 #pragma once
 
 #include "browser/FilterEvents.h"
-#include "mainwindow/MainLayout.h"
+#include "widgets/ControlBox.h"
 
 #include <QFrame>
 #include <QLabel>
 
-#include <string>
+#include <array>
 #include <vector>
 
 namespace quavernet {
@@ -39,7 +39,7 @@ public:
     /// Marks "all" as the active letter, as at each start.
     void MarkAll();
 
-    using LetterBoxes = std::array<ControlBox, LetterLabelCount>;
+    using LetterBoxes = std::array<ControlBox, LetterLabels::Count>;
 
     /// Where the labels stand, in twips; fixed places keep them packed on a small screen.
     LetterBoxes Boxes() const;
