@@ -11,7 +11,7 @@ namespace quavernet {
 
 namespace {
 
-constexpr std::int32_t UnknownText = 347;
+constexpr std::int32_t UnknownName = 347;
 
 void CutTrailingBlanks(std::string& text) {
     text.resize(TrimRight(text).size());
@@ -22,7 +22,7 @@ void FillUnknownNames(CurrentFile& file) {
     if (!file.FileArtist.empty() && !file.FileTitle.empty() && file.FileArtist != file.FileTitle) {
         return; // They can't both be unknown, and most files end here without a look at the texts.
     }
-    const std::string unknown = LoadResString(UnknownText);
+    const std::string unknown = LoadResString(UnknownName);
     for (std::string* name : {&file.FileArtist, &file.FileTitle}) {
         if (name->empty()) {
             *name = unknown;

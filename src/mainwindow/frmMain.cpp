@@ -26,7 +26,7 @@ namespace quavernet {
 
 namespace {
 
-constexpr int FrameTimeMs = 50; // Painting takes time away from a scan.
+constexpr int TitleTimeMs = 50; // Painting takes time away from a scan.
 constexpr int AfterLoadMs = 1000;
 
 void SetComboIndex(QComboBox& combo, std::int32_t stored) {
@@ -54,7 +54,7 @@ frmMain::frmMain() {
     m_afterLoadTimer.setObjectName(QStringLiteral("AfterLoadTimer"));
     m_afterLoadTimer.setSingleShot(true);
     m_titleTimer.setSingleShot(true);
-    m_titleTimer.setInterval(FrameTimeMs);
+    m_titleTimer.setInterval(TitleTimeMs);
     connect(&m_afterLoadTimer, &QTimer::timeout, this, &frmMain::AfterLoadTimer_Timer);
     connect(&m_titleTimer, &QTimer::timeout, this, &frmMain::ShowTitle);
 }

@@ -5,7 +5,7 @@ namespace quavernet {
 
 namespace {
 
-constexpr clsResources::Entry Entries[] = {
+constexpr clsResources::Entry EnglishTexts[] = {
     {101, "OK"},
     {102, "Cancel"},
     {103, "System Info..."},
@@ -359,6 +359,6 @@ constexpr clsResources::Entry Entries[] = {
 
 } // namespace
 
-const clsResources QuavernetENG(Entries, std::size(Entries));
+const clsResources QuavernetENG(EnglishTexts, std::size(EnglishTexts));
 
 } // namespace quavernet

@@ -5,7 +5,7 @@ namespace quavernet {
 
 namespace {
 
-constexpr clsResources::Entry Entries[] = {
+constexpr clsResources::Entry GermanTexts[] = {
     {101, "OK"},
     {102, "Abbrechen"},
     {103, "System Info..."},
@@ -362,6 +362,6 @@ constexpr clsResources::Entry Entries[] = {
 
 } // namespace
 
-const clsResources QuavernetGER(Entries, std::size(Entries));
+const clsResources QuavernetGER(GermanTexts, std::size(GermanTexts));
 
 } // namespace quavernet

@@ -21,7 +21,7 @@ constexpr std::size_t BatchSize = 10;
 constexpr const char* BatchRemaining = "verbl.: ";
 constexpr const char* BatchElapsed = "Zeit: ";
 
-bool IsKnown(const std::string& path) {
+bool IsKnownOgg(const std::string& path) {
     ADODB::Recordset rows;
     rows.Open("Select * from Files where Path = '" + SqlQuote(path) + "'", *mainModule.Connection);
     const bool known = rows.RecordCount() > 0;
@@ -33,7 +33,7 @@ bool IsKnown(const std::string& path) {
 std::vector<std::string> WantedPaths(const ScanRun& run, std::size_t first, std::size_t last) {
     std::vector<std::string> paths;
     for (std::size_t i = first; i < last; ++i) {
-        if (!run.QuickScan || !IsKnown(run.OggPaths[i])) {
+        if (!run.QuickScan || !IsKnownOgg(run.OggPaths[i])) {
             paths.push_back(run.OggPaths[i]);
         }
     }

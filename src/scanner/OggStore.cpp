@@ -15,7 +15,7 @@ namespace {
 
 constexpr const char* NoGenre = "255";
 
-struct LookupKeys {
+struct OggKeys {
     std::string Title_id;
     std::string Inter_id;
     std::string Drive_id;
@@ -125,7 +125,7 @@ std::string GenreKey(const OggRecord& record) {
 }
 
 // Ogg files have the extension key 3 in every library: no lookup.
-std::string InsertStatement(const OggRecord& record, const LookupKeys& keys) {
+std::string InsertStatement(const OggRecord& record, const OggKeys& keys) {
     return "Insert into Files (Title_id, Inter_id, Name, Path, Sizeinbytes, DateLastModified, "
            "Drive_id, Quality_id, Length, Extension_id, Genre_id, Album_id) values (" +
            keys.Title_id + ", " + keys.Inter_id + ", '" + record.name + "', '" + record.path + "', " +
@@ -133,7 +133,7 @@ std::string InsertStatement(const OggRecord& record, const LookupKeys& keys) {
            Number(record.length) + ", 3, " + keys.Genre_id + ", " + keys.Album_id + ")";
 }
 
-std::string UpdateStatement(const OggRecord& record, const LookupKeys& keys) {
+std::string UpdateStatement(const OggRecord& record, const OggKeys& keys) {
     return "Update Files set Title_id = " + keys.Title_id + ", Inter_id = " + keys.Inter_id + ", Name = '" +
            record.name + "',Path = '" + record.path + "',Sizeinbytes = " + Number(record.size) +
            ",DateLastModified = '" + record.date + "', Drive_id = " + keys.Drive_id +
@@ -158,7 +158,7 @@ void StoreOggRecord(OggRecord& record, SavedLog& log) {
     // The highest key is the new row's own only while nobody else inserts.
     const ADODB::WriteLock writeLock(*mainModule.Connection);
     FillNames(record);
-    LookupKeys keys;
+    OggKeys keys;
     keys.Title_id = TitleKey(record);
     keys.Inter_id = PerformerKey(record);
     FillFileFacts(record);

@@ -8,7 +8,7 @@ namespace quavernet {
 
 namespace {
 
-constexpr double ReminderOn = 1;
+constexpr double RemindValue = 1;
 
 std::string DateLabel(bool on, const std::string& date) {
     if (!on) {
@@ -48,7 +48,7 @@ ReminderSettings LoadReminderSettings() {
         settings.lblDate = LoadResString(408);
     } else {
         const std::string period = reminder.Fields(1).Text();
-        settings.choice.chkRemind = reminder.Fields(0).Number() == ReminderOn;
+        settings.choice.chkRemind = reminder.Fields(0).Number() == RemindValue;
         settings.choice.optDaily = period == ScanPeriod::Daily;
         settings.choice.optWeekly = period == ScanPeriod::Weekly;
         settings.choice.optMonthly = period == ScanPeriod::Monthly;

@@ -12,7 +12,7 @@ namespace {
 // This dialog keeps its German title in every language, unlike the one of the scan command.
 constexpr const char* BrowseTitle = "Wählen Sie einen Ordner";
 
-std::string Setting(const std::string& name, const std::string& defaultValue) {
+std::string StoredText(const std::string& name, const std::string& defaultValue) {
     return GetSettingValue(SettingsApplication, SettingsSection, name, defaultValue);
 }
 
@@ -23,7 +23,7 @@ void Save(const std::string& name, const std::string& value) {
 } // namespace
 
 ScanPathSettings LoadScanPathSettings() {
-    return {Val(Setting("ScanpathValue", "0")) == 1, Setting("Scanpath", "")};
+    return {Val(StoredText("ScanpathValue", "0")) == 1, StoredText("Scanpath", "")};
 }
 
 std::optional<std::string> BrowseScanPath() {

@@ -36,7 +36,7 @@ class CheckTest(unittest.TestCase):
             return check.main(["--root", self.root, *names]), out.getvalue()
 
     def test_a_good_tree_keeps_the_rules(self):
-        for name in ("sizes", "connects", "cycles", "layers", "share", "words", "texts", "handing", "format"):
+        for name in ("sizes", "connects", "cycles", "layers", "share", "words", "texts", "handing", "privates", "format"):
             code = "src/platform/Clock.cpp"
             self.write(code, '#include "platform/Clock.h"\nint Now() { return 1; }\n')
             self.assertEqual(self.broken(name), [], name)
@@ -53,6 +53,15 @@ class CheckTest(unittest.TestCase):
         self.assertEqual(self.broken("sizes"), [])
         self.write("src/platform/Clock.cpp", "// x\n" * 601)
         self.assertEqual(self.broken("sizes"), ["src/platform/Clock.cpp: 601 lines, at most 600"])
+
+    def test_two_sources_of_a_folder_give_no_private_name_twice(self):
+        private = "namespace {\nint Next(int last) {\n    return last + 1;\n}\n}\n"
+        self.write("src/platform/Clock.cpp", private)
+        self.write("src/platform/Timer.cpp", private.replace("int last", "long last"))
+        self.write("src/app/Timer.cpp", private)
+        self.assertEqual(self.broken("privates"), [])
+        self.write("src/platform/Timer.cpp", private.replace("last", "first"))
+        self.assertEqual(self.broken("privates"), ["src/platform: Next(int) in Clock.cpp, Timer.cpp"])
 
     def test_a_header_of_301_lines_is_too_long(self):
         self.write("src/platform/Clock.h", "// x\n" * 301)
@@ -298,6 +307,12 @@ class FunctionsTest(unittest.TestCase):
     def test_digit_separators_are_no_characters(self):
         text = "int A() {\n    return 1'000'000;\n}\nint B() {\n    return '{';\n}\n"
         self.assertEqual([row[0] for row in self.names(text)], ["A", "B"])
+
+    def test_private_names_are_types_functions_with_their_types_and_values(self):
+        text = ("namespace {\nconstexpr int A = 1;\nconst char* const B[] = {\"x\", \"y\"};\nstruct C {\n    int d = 1;\n};\n"
+                "using E = int;\nint F(const char* text, int number = G());\nvoid F() {\n    int h = 1;\n}\n"
+                "using std::string;\n} // namespace\nint I = 1;\nint A::J() {\n    return 1;\n}\n")
+        self.assertEqual(source.private_names(text), {"A", "B", "C", "E", "F(const char*, int)", "F()"})
 
 
 if __name__ == "__main__":

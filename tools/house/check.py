@@ -232,13 +232,24 @@ def layout(root):
     return [f"{path}: run clang-format -i" for path in bad]
 
 
+def privates(root):
+    """In one folder no two sources give the same name to things of their own: a unity build reads them as one."""
+    owners = {}
+    for path in source.walk(root, ["src"], (".cpp",)):
+        for name in source.private_names(source.read(root, path)):
+            owners.setdefault((os.path.dirname(path), name), []).append(os.path.basename(path))
+    print(f"Private names: {len(owners)}")
+    return [f"{folder}: {name} in {', '.join(files)}" for (folder, name), files in sorted(owners.items())
+            if len(files) > 1]
+
+
 def texts(root):
     """What a user reads stands in the string tables, apart from the few literals that texts.py allows."""
     return shown_texts.check(root)
 
 
 CHECKS = {"sizes": sizes, "connects": connects, "cycles": cycles, "layers": layers, "share": share,
-          "ratio": ratio, "words": words, "texts": texts, "handing": handing,
+          "ratio": ratio, "words": words, "texts": texts, "handing": handing, "privates": privates,
           "format": layout}
 
 

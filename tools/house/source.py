@@ -217,3 +217,65 @@ class Tree:
             return True
         return bool(self.foreign_includes(path, QT_INCLUDE)) or any(
             self.uses_qt(other, seen) for other in self.own_includes(path))
+
+
+_PRIVATE_TYPE = re.compile(r"^\s*(?:template\s*<[^{;]*>\s*)?(?:struct|class|union|enum(?:\s+class|\s+struct)?)\s+(\w+)"
+                           r"|^\s*using\s+(\w+)\s*=", re.S)
+_PRIVATE_VALUE = re.compile(r"(\w+)\s*(?:\[[^\]]*\]\s*)*(?:=|$)")
+
+
+def _types(parameters):
+    """The types of a list of parameters, which tell functions of one name apart: the text without names."""
+    depth, items = 0, [""]
+    for char in parameters:
+        if char == ")" and depth == 0:
+            break
+        depth += (char in "(<[{") - (char in ")>]}")
+        if char == "," and depth == 0:
+            items.append("")
+        else:
+            items[-1] += char
+    named = re.compile(r"(?<=[\s&*>])\w+\s*$")
+    return ", ".join(" ".join(named.sub("", item.split("=")[0].strip()).split()) for item in items)
+
+
+def _declared_name(head):
+    """The name that a declaration gives, up to its body or semicolon, a function's with its types; None for what is
+    no declaration."""
+    type_name = _PRIVATE_TYPE.match(head)
+    if type_name:
+        return type_name.group(1) or type_name.group(2)
+    if re.match(r"\s*(?:using|namespace|static_assert|extern)\b", head):
+        return None
+    head = head.split("=")[0] if "(" not in head.split("=")[0] else head
+    plain = re.sub(r"\b(?:decltype|alignas|noexcept)\s*\([^()]*\)", "", head)
+    function = _HEAD_NAME.search(plain)
+    if function:
+        return None if "::" in function.group(1) else f"{function.group(1)}({_types(plain[function.end():])})"
+    value = _PRIVATE_VALUE.search(head.strip())
+    return value.group(1) if value and re.search(r"\w\W+\w", head) else None
+
+
+def private_names(text):
+    """Names that stand directly in unnamed namespaces: types, functions, values."""
+    plain = without_texts(text)
+    names = set()
+    for opening in re.finditer(r"\bnamespace\s*\{", plain):
+        depth, parens, start = 1, 0, opening.end()
+        for position in range(opening.end(), len(plain)):
+            char = plain[position]
+            parens += (char == "(") - (char == ")")
+            if char == "{":
+                if depth == 1 and parens == 0:
+                    names.add(_declared_name(plain[start:position]))
+                depth += 1
+            elif char == "}":
+                depth -= 1
+                if depth == 0:
+                    break
+                if depth == 1 and parens == 0:
+                    start = position + 1
+            elif char == ";" and depth == 1 and parens == 0:
+                names.add(_declared_name(plain[start:position]))
+                start = position + 1
+    return names - {None}

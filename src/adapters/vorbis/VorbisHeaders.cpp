@@ -9,7 +9,7 @@ namespace quavernet::vorbis {
 
 namespace {
 
-constexpr std::string_view Mark = "vorbis";
+constexpr std::string_view PacketMark = "vorbis";
 constexpr std::size_t PrefixSize = 7;
 constexpr std::size_t IdentificationSize = 30;
 
@@ -50,7 +50,7 @@ private:
 
 bool IsHeader(Packet packet, std::uint8_t type) {
     return packet.size() >= PrefixSize && packet[0] == type &&
-           std::equal(Mark.begin(), Mark.end(), packet.begin() + 1);
+           std::equal(PacketMark.begin(), PacketMark.end(), packet.begin() + 1);
 }
 
 std::optional<Identification> ReadIdentification(Packet packet) {
