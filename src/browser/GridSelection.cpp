@@ -50,9 +50,9 @@ void GridSelection::MoveByPress(std::int32_t row, bool extend) {
     }
     m_rowSel = row;
     m_colSel = Columns - 1;
-    if (!extend) {
-        m_row = row;
-    }
+    // A range that begins at no row begins at the first one: row 0 as the current one would make the header
+    // of whatever acts on it.
+    m_row = extend ? std::max(m_row, 1) : row;
 }
 
 void GridSelection::NoteButtons(GridButton button, GridModifiers modifiers) {

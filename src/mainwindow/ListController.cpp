@@ -7,6 +7,8 @@
 #include "mainwindow/MainPanes.h"
 #include "mainwindow/frmMain.h"
 
+#include <algorithm>
+
 namespace quavernet {
 
 ListController::ListController(frmMain& form, PlayerWindow& player) : m_form(form), m_player(player) {
@@ -117,7 +119,8 @@ void ListController::DoubleClicked(std::int32_t mouseCol, std::int32_t mouseRow)
 void ListController::EnterPressed() {
     // Several rows go to the player together; there is no command for it in the menus yet either.
     if (GridEnter() == GridEnterAction::DblClick) {
-        DoubleClicked(0, Grid().Selection().Row());
+        constexpr std::int32_t FirstRow = 1; // Without a current row Enter opens nothing; it never sorts.
+        DoubleClicked(0, std::max(Grid().Selection().Row(), FirstRow));
     }
 }
 

@@ -262,6 +262,18 @@ TEST_F(GridSelectionTest, AShiftClickAfterALoadBeginsAtTheFirstRow) {
     ClickAt(3, Shift);
     EXPECT_THAT(Selected(), ElementsAre(1, 2, 3));
     EXPECT_FALSE(grid.IsPainted(0));
+    EXPECT_EQ(grid.Row(), 1);
+    EXPECT_EQ(grid.RowSel(), 3);
+}
+
+TEST_F(GridSelectionTest, AShiftClickOnTheFirstRowAfterALoadMakesItTheCurrentOne) {
+    std::vector<std::int32_t> rows;
+    window.onSelectionChanged = [&] { rows.push_back(grid.Row()); };
+    ClickAt(1, Shift);
+    EXPECT_EQ(grid.Row(), 1);
+    EXPECT_THAT(rows, ElementsAre(1));
+    EXPECT_THAT(Selected(), ElementsAre(1));
+    EXPECT_EQ(window.panel, "/music/1.mp3");
 }
 
 TEST_F(GridSelectionTest, APlaceBelowTheLastRowCountsAsTheLastRow) {

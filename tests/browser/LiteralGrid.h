@@ -108,6 +108,7 @@ struct LiteralGrid {
         // The control moves before the press is announced; its own announcement of new bounds follows.
         if (button == 1 && mouseRow >= 1) {
             if (shift & 1) {
+                grid.Row = grid.Row < 1 ? 1 : grid.Row; // A range begins at a data row.
                 grid.RowSel = mouseRow;
             } else {
                 grid.SetRow(mouseRow);

@@ -63,6 +63,16 @@ TEST_F(GridTest, AClickPaintsTheRowAndShowsItsPath) {
     EXPECT_EQ(mainModule.SelectedRows.Rows(), (Rows{1, 2, 3}));
 }
 
+TEST_F(GridTest, EnterAfterAShiftClickOnTheFirstRowOpensThatRow) {
+    AddFiles(3);
+    Start();
+    mainModule.UseExternalPlayer = true;
+    ClickRow(1, Qt::ShiftModifier);
+    QTest::keyClick(&Grid(), Qt::Key_Return);
+    EXPECT_EQ(mainModule.SortDirection, "ASC");
+    EXPECT_EQ(shell.executed, Texts{"/music/Title 100.mp3"});
+}
+
 TEST_F(GridTest, AReloadSelectsNothing) {
     AddFiles(3);
     Start();
