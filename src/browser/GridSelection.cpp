@@ -104,6 +104,13 @@ void GridSelection::Click() {
     }
 }
 
+void GridSelection::MenuKey() {
+    const bool rightClicked = m_rightClicked;
+    MouseDown(m_row, GridButton::Right, {});
+    MouseUp();
+    m_rightClicked = rightClicked;
+}
+
 void GridSelection::MoveTo(std::int32_t row, bool extend) {
     if (m_rows < 2) {
         return;

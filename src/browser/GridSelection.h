@@ -62,6 +62,9 @@ public:
     GridHover MouseMove(std::int32_t mouseRow, bool leftButton) const;
     void MouseUp();
     void Click();
+    /// Prepares the context menu of the current row as a right press on it does, but is no press: what the
+    /// last press was stays known.
+    void MenuKey();
 
     /// The moving end of the range goes to a row; without `extend` (Shift) the current row goes with it.
     void MoveTo(std::int32_t row, bool extend);

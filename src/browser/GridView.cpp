@@ -212,14 +212,13 @@ void GridView::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-// The menu key stands for a right press on the current row; the mouse's own press has already had its menu.
+// The menu key opens the menu of the current row; the mouse's own press has already had its menu.
 void GridView::contextMenuEvent(QContextMenuEvent* event) {
     if (event->reason() != QContextMenuEvent::Keyboard || m_selection.Rows() < 2) {
         return;
     }
+    m_selection.MenuKey();
     const std::int32_t row = m_selection.Row();
-    m_selection.MouseDown(row, GridButton::Right, {});
-    m_selection.MouseUp();
     const QPoint place =
         row >= 1 ? visualRect(m_model.index(row - 1, 0)).bottomLeft() : viewport()->rect().topLeft();
     emit KontextMenuWanted(viewport()->mapToGlobal(place));

@@ -217,6 +217,19 @@ TEST_F(GridSelectionTest, ALeftPressForgetsTheRightOne) {
     EXPECT_FALSE(grid.RightClicked());
 }
 
+TEST_F(GridSelectionTest, TheMenuKeyActsOnTheCurrentRowAndIsNoRightPress) {
+    ClickAt(4);
+    grid.MenuKey();
+    EXPECT_THAT(window.kontextItems, ElementsAre(1));
+    EXPECT_EQ(mainModule.DetailsRow, 4);
+    EXPECT_THAT(Selected(), ElementsAre(4));
+    EXPECT_FALSE(grid.RightClicked());
+    EXPECT_FALSE(grid.GridDragging());
+    RightPress(5);
+    grid.MenuKey();
+    EXPECT_TRUE(grid.RightClicked()) << "the last press was the right one";
+}
+
 TEST_F(GridSelectionTest, AMiddlePressMovesNothingAndIsNoLeftOne) {
     ClickAt(2);
     Press(6, {}, GridButton::Other);

@@ -100,6 +100,9 @@ TEST_F(KeyboardTest, TheMenuKeyOpensTheContextMenuOfTheCurrentRow) {
     EXPECT_TRUE(menu->isVisible());
     EXPECT_EQ(mainModule.DetailsRow, 1);
     menu->close();
+    mainModule.UseExternalPlayer = true;
+    QTest::keyClick(&Grid(), Qt::Key_Return);
+    EXPECT_EQ(shell.executed, Texts{"/music/One.mp3"});
 }
 
 } // namespace quavernet::test
