@@ -121,6 +121,11 @@ void TreePane::NodeClick() {
     const QList<QTreeWidgetItem*> selected = m_tree.selectedItems();
     if (!selected.isEmpty()) {
         TreeNodeClick(m_model, KeyOf(selected.constFirst()));
+    } else if (m_model.HasSelection()) {
+        // The toolkit takes the mark away at a press beside all nodes, or with Ctrl. A node stays selected
+        // until another one is, or commands would act on one that nobody sees.
+        const QSignalBlocker silent(m_tree);
+        m_items.at(m_model.SelectedItem().Key)->setSelected(true);
     }
 }
 
@@ -164,7 +169,8 @@ bool TreePane::eventFilter(QObject* watched, QEvent* event) {
     } else if (event->type() == QEvent::PaletteChange && watched == &m_tree) {
         ShowColors();
     } else if (event->type() == QEvent::MouseButtonDblClick && watched == m_tree.viewport() &&
-               static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
+               static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton &&
+               m_tree.itemAt(static_cast<QMouseEvent*>(event)->pos()) != nullptr) {
         TreeDblClick(m_model, m_player);
     }
     return false;

@@ -165,6 +165,38 @@ TEST_F(TreePaneTest, ADoubleClickBesideAllNodesWithNothingSelectedIsSilent) {
     EXPECT_TRUE(shell.executed.empty());
 }
 
+TEST_F(TreePaneTest, AClickBesideAllNodesLeavesTheSelectionAndADoubleClickThereOpensNothing) {
+    MakeTree();
+    Start();
+    mainModule.UseExternalPlayer = true;
+    Alpha().setExpanded(true);
+    Click(*Alpha().child(0));
+    const std::string key = Form().Tree().Model().SelectedItem().Key;
+    const QPoint beside = Tree().viewport()->rect().bottomRight();
+    QTest::mouseClick(Tree().viewport(), Qt::LeftButton, {}, beside);
+    EXPECT_TRUE(Alpha().child(0)->isSelected());
+    EXPECT_EQ(Tree().selectedItems().size(), 1);
+    EXPECT_EQ(Form().Tree().Model().SelectedItem().Key, key);
+    QTest::mouseDClick(Tree().viewport(), Qt::LeftButton, {}, beside);
+    EXPECT_TRUE(Alpha().child(0)->isSelected());
+    EXPECT_TRUE(shell.executed.empty());
+    EXPECT_EQ(Hits(2), 0);
+    DoubleClick(*Alpha().child(1));
+    EXPECT_EQ(shell.executed, Texts{"/music/One.mp3"});
+}
+
+TEST_F(TreePaneTest, TheCtrlKeyTakesNoSelectionAway) {
+    MakeTree();
+    Start();
+    Click(Alpha());
+    QTest::mouseClick(Tree().viewport(), Qt::LeftButton, Qt::ControlModifier, Place(Alpha()));
+    EXPECT_TRUE(Alpha().isSelected());
+    EXPECT_EQ(Form().Tree().Model().SelectedItem().Key, "CAT_Alpha");
+    QTest::keyClick(&Tree(), Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_TRUE(Alpha().isSelected());
+    EXPECT_EQ(Form().Tree().Model().SelectedItem().Key, "CAT_Alpha");
+}
+
 TEST_F(TreePaneTest, ARightClickSelectsItsNodeAndBesideAllNodesDoesNothing) {
     MakeTree();
     Start();
