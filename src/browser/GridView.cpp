@@ -67,6 +67,8 @@ GridView::GridView(QWidget* parent) : QTableView(parent), m_selection(*this) {
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setMinimumSectionSize(0);
     horizontalHeader()->viewport()->installEventFilter(this);
+    verticalScrollBar()->installEventFilter(this);
+    horizontalScrollBar()->installEventFilter(this);
     connect(horizontalHeader(), &QHeaderView::sectionDoubleClicked, this,
             [this](int column) { emit DoubleClicked(column, 0); });
 }
@@ -158,6 +160,11 @@ void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
 // The header is row 0 of the list to the mouse. No drag starts there: it would end the drag of a column's
 // edge.
 bool GridView::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Wheel && qobject_cast<QScrollBar*>(watched) != nullptr) {
+        const QPoint delta = static_cast<QWheelEvent*>(event)->angleDelta();
+        event->ignore(); // A scroll bar would move by more than a row: the list itself gets the notch.
+        return delta.y() != 0 || delta.x() == 0;
+    }
     if (watched != horizontalHeader()->viewport()) {
         return QTableView::eventFilter(watched, event);
     }

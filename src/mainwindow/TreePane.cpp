@@ -9,7 +9,9 @@
 
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QSignalBlocker>
+#include <QWheelEvent>
 
 namespace quavernet {
 
@@ -40,6 +42,8 @@ TreePane::TreePane(QTreeWidget& tree, MainMenu& menu, PlayerWindow& player)
     tree.header()->setStretchLastSection(false);
     tree.installEventFilter(this);
     tree.viewport()->installEventFilter(this);
+    tree.verticalScrollBar()->installEventFilter(this);
+    tree.horizontalScrollBar()->installEventFilter(this);
     connect(&tree, &QTreeWidget::itemExpanded, this,
             [this](QTreeWidgetItem* item) { TreeExpand(m_model, KeyOf(item)); });
     connect(&tree, &QTreeWidget::itemCollapsed, this,
@@ -164,6 +168,13 @@ void TreePane::KeyDown(const QKeyEvent& event) {
 
 // By the kind of the event first: the last ones come when the tree is hardly a tree any more.
 bool TreePane::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Wheel) {
+        // The wheel moves the list wherever the mouse stands: the window gets it. To the side it is the
+        // tree's.
+        const QPoint delta = static_cast<QWheelEvent*>(event)->angleDelta();
+        event->ignore();
+        return delta.y() != 0 || delta.x() == 0;
+    }
     if (event->type() == QEvent::KeyPress && watched == &m_tree) {
         KeyDown(*static_cast<QKeyEvent*>(event));
     } else if (event->type() == QEvent::PaletteChange && watched == &m_tree) {

@@ -121,12 +121,37 @@ TEST_F(GridTest, OneNotchOfTheWheelIsOneRowWhereverTheMouseStands) {
     EXPECT_EQ(Control<QComboBox>("cboGenre").currentIndex(), 0);
     Wheel(Control<QLineEdit>("txtSearch"), QPoint(120, 0)); // To the side.
     EXPECT_EQ(Grid().TopRow(), 5);
+    Wheel(*Grid().verticalScrollBar(), -120);
+    EXPECT_EQ(Grid().TopRow(), 6);
+    Wheel(*Grid().horizontalScrollBar(), 120);
+    EXPECT_EQ(Grid().TopRow(), 5);
     for (int i = 0; i < 9; ++i) {
         Wheel(*Grid().viewport(), 40);
     }
     EXPECT_EQ(Grid().TopRow(), 1);
     EXPECT_EQ(Grid().Selection().Row(), 1);
     EXPECT_EQ(mainModule.SelectedRows.Rows(), Rows{1});
+}
+
+TEST_F(GridTest, TheWheelOverTheTreeMovesTheListAndNotTheTree) {
+    AddFiles(80);
+    for (int i = 1; i <= 90; ++i) {
+        mainModule.Connection->Execute("Insert into Categories (Category) values ('Category " +
+                                       std::to_string(1000 + i) + "')");
+    }
+    Start();
+    auto& tree = Control<QTreeWidget>("TreeView");
+    QScrollBar& bar = *tree.verticalScrollBar();
+    ASSERT_GT(bar.maximum(), 0);
+    bar.setValue(3);
+    tree.setFocus();
+    Wheel(*tree.viewport(), -120);
+    EXPECT_EQ(Grid().TopRow(), 2);
+    Wheel(bar, -120);
+    EXPECT_EQ(Grid().TopRow(), 3);
+    Wheel(*tree.viewport(), 120);
+    EXPECT_EQ(Grid().TopRow(), 2);
+    EXPECT_EQ(bar.value(), 3);
 }
 
 TEST_F(GridTest, APressInTheListBringsTheWindowToTheFront) {
