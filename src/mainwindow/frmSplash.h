@@ -1,4 +1,5 @@
-// The splash window over the main window: four seconds, or until a click or a key.
+// The splash window over the main window: four seconds, or until a click or a key. A window manager gives
+// such a window no keyboard, so it watches the keys of its owner.
 #pragma once
 
 #include <QDialog>
@@ -17,6 +18,8 @@ class frmSplash : public QDialog {
 public:
     explicit frmSplash(QWidget* owner);
     ~frmSplash() override;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;

@@ -223,6 +223,38 @@ TEST_F(WindowStateTest, TheSplashWindowStandsFourSecondsOrUntilAKey) {
     EXPECT_FALSE(splash.isVisible());
 }
 
+TEST_F(WindowStateTest, AKeyForTheMainWindowEndsTheSplashWindowAndDoesNothingElse) {
+    for (const auto& [key, modifiers] : {std::pair(Qt::Key_Space, Qt::KeyboardModifiers()),
+                                         std::pair(Qt::Key_S, Qt::KeyboardModifiers(Qt::ControlModifier))}) {
+        windows = std::make_unique<AppWindows>();
+        Main(*windows);
+        Form().activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&Form()));
+        QWidget& button = *Form().Panes().Toolbar1().widgetForAction(Form().Panes().ToolbarButton("scan"));
+        button.setFocus();
+        auto& splash = Control<QDialog>("frmSplash");
+        QTest::keyPress(&button, Qt::Key_Control);
+        EXPECT_TRUE(splash.isVisible()) << "a key that waits for another";
+        QTest::keyClick(&button, key, modifiers);
+        EXPECT_FALSE(splash.isVisible());
+        EXPECT_TRUE(dialogs.titles.empty());
+        EXPECT_FALSE(mainModule.ScanRunning);
+        windows.reset();
+        mainModule.Connection.reset();
+    }
+}
+
+TEST_F(WindowStateTest, WhatIsTypedIntoTheSearchBoxEndsTheSplashWindowAndGetsThere) {
+    windows = std::make_unique<AppWindows>();
+    Main(*windows);
+    auto& splash = Control<QDialog>("frmSplash");
+    auto& search = Control<QLineEdit>("txtSearch");
+    search.setFocus();
+    QTest::keyClicks(&search, QStringLiteral("ab"));
+    EXPECT_FALSE(splash.isVisible());
+    EXPECT_EQ(FromQString(search.text()), "ab");
+}
+
 TEST_F(WindowStateTest, TheSplitterStopsAtANarrowList) {
     Start();
     for (int i = 0; i < 40; ++i) {
