@@ -68,12 +68,7 @@ bool DragRight(MainLayout& layout, std::int64_t distance) {
     return SetSize(layout.Frame3.Width, layout.ScaleWidth - layout.Frame1.Width - 60);
 }
 
-} // namespace
-
-void ResizeMain(MainLayout& layout, const WindowExtent& window, const std::string& screenResolution) {
-    if (window.Minimised || window.Width < LeastWindowWidth || window.Height < LeastWindowHeight) {
-        return;
-    }
+void FillForm(MainLayout& layout, const std::string& screenResolution) {
     SetSize(layout.Frame1.Height, layout.ScaleHeight - 600);
     if (screenResolution == "800x600") {
         SetSize(layout.Frame1.Width, layout.ScaleWidth - 2900);
@@ -90,6 +85,21 @@ void ResizeMain(MainLayout& layout, const WindowExtent& window, const std::strin
     PlaceFilterRow(layout);
     layout.ProgressBar.Top = layout.ScaleHeight - 250;
     layout.ProgressBar.Left = layout.ScaleWidth - 1740;
+}
+
+} // namespace
+
+void ResizeMain(MainLayout& layout, const WindowExtent& window, const std::string& screenResolution) {
+    if (!window.Minimised && window.Width >= LeastWindowWidth && window.Height >= LeastWindowHeight) {
+        FillForm(layout, screenResolution);
+    }
+}
+
+void StartLayout(MainLayout& layout, std::int64_t splitterPos, const std::string& screenResolution) {
+    FillForm(layout, screenResolution);
+    ApplySplitterPos(layout, splitterPos);
+    SetSize(layout.grdMp3.Width, layout.Frame1.Width - 120);
+    SetSize(layout.TreeView.Width, layout.Frame3.Width - 120);
 }
 
 void FitFilterRow(MainLayout& layout, std::int64_t windowWidth, std::int64_t afterSearch) {

@@ -46,6 +46,10 @@ struct WindowExtent {
 /// that would be negative is not set, and the rules behind it go on from the old one.
 void ResizeMain(MainLayout& layout, const WindowExtent& window, const std::string& screenResolution);
 
+/// The layout in which the window starts: the parts fill the form, whatever its size, and the stored splitter
+/// position parts the panes. A window below the sizes of ResizeMain keeps it.
+void StartLayout(MainLayout& layout, std::int64_t splitterPos, const std::string& screenResolution);
+
 /// Widths of the filter lists and of the search box: full in a wide window; in a narrow one they give way,
 /// down to those of a small screen, so that what stands right of them stays in view. `afterSearch` is the
 /// room needed from the left of cmdSearch on; the widths of the check boxes must be set.

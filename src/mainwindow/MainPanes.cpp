@@ -211,8 +211,11 @@ void MainPanes::PackForSmallScreen() {
 }
 
 void MainPanes::SetSplitterPos(std::int32_t twips) {
+    // The window has its size but has not been shown: nothing in it has been laid out yet.
+    window()->layout()->activate();
+    layout()->activate();
     ReadLayout();
-    ApplySplitterPos(m_layout, twips);
+    StartLayout(m_layout, twips, mainModule.ScreenResolution);
     ApplyLayout();
 }
 

@@ -35,6 +35,7 @@ public:
     void LoadStrings();
 
     void PackForSmallScreen();
+    /// Lays the panes out for the start, with the window at its size.
     void SetSplitterPos(std::int32_t twips);
     std::int32_t SplitterPos() const { return static_cast<std::int32_t>(m_layout.lblSizer.Left); }
 

@@ -29,6 +29,10 @@ namespace {
 constexpr int TitleTimeMs = 50; // Painting takes time away from a scan.
 constexpr int AfterLoadMs = 1000;
 
+/// Pixels: the window can be seen and taken hold of. A stored size of nothing would make a program without
+/// one.
+constexpr QSize LeastShown(120, 80);
+
 void SetComboIndex(QComboBox& combo, std::int32_t stored) {
     combo.setCurrentIndex(ExistingIndex(stored, combo.count()));
 }
@@ -87,7 +91,7 @@ void frmMain::Form_Load() {
 
 void frmMain::PlaceWindow(const WindowState& state) {
     move(ToPixels(state.WindowLeft), ToPixels(state.WindowTop));
-    resize(ToPixels(state.WindowWidth), ToPixels(state.WindowHeight));
+    resize(QSize(ToPixels(state.WindowWidth), ToPixels(state.WindowHeight)).expandedTo(LeastShown));
     if (mainModule.ScreenResolution == "800x600") {
         m_panes->PackForSmallScreen();
     }

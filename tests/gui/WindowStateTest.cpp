@@ -89,6 +89,42 @@ TEST_F(WindowStateTest, TheSplitterStopsAtANarrowTreePane) {
     EXPECT_EQ(Frame("Frame3").width(), 33); // 499 twips
 }
 
+TEST_F(WindowStateTest, AWindowBelowTheLeastSizeOfAResizeStartsWithTreeAndList) {
+    AddFile("Abba", "One");
+    settings.values["WindowWidth"] = "4950";
+    settings.values["WindowHeight"] = "3750";
+    Start();
+    EXPECT_EQ(Form().size(), QSize(330, 250));
+    const auto shown = [this](QWidget& widget) {
+        return QRect(widget.mapTo(&Form(), QPoint()), widget.size()).intersected(Form().rect());
+    };
+    EXPECT_EQ(Frame("Frame3").width(), 189);
+    EXPECT_EQ(shown(Control<QTreeWidget>("TreeView")).width(), 189 - 8);
+    EXPECT_GT(shown(Control<QTreeWidget>("TreeView")).height(), 100);
+    EXPECT_EQ(shown(Grid()).width(), 330 - 189 - 8 - 8);
+    EXPECT_EQ(shown(Grid()).size(), Grid().size());
+    EXPECT_GT(shown(Grid()).height(), 50);
+    EXPECT_EQ(Form().Panes().SplitterPos(), 2835);
+    CloseMain();
+    EXPECT_EQ(settings.values["WindowWidth"], "4950");
+    EXPECT_EQ(settings.values["WindowHeight"], "3750");
+}
+
+TEST_F(WindowStateTest, AStoredSizeOfNothingStillMakesAWindow) {
+    for (const char* size : {"0", "-3000", "15"}) {
+        settings.values["WindowWidth"] = size;
+        settings.values["WindowHeight"] = size;
+        Start();
+        EXPECT_TRUE(Form().isVisible());
+        EXPECT_GE(Form().width(), 50) << size;
+        EXPECT_GE(Form().height(), 50) << size;
+        EXPECT_EQ(settings.values["WindowWidth"], size) << "until the window closes";
+        const std::string real = std::to_string(Form().width() * 15);
+        CloseMain();
+        EXPECT_EQ(settings.values["WindowWidth"], real);
+    }
+}
+
 TEST_F(WindowStateTest, AStoredIndexBeyondTheEndLeavesTheFirstEntry) {
     settings.values["Drive"] = "7";
     settings.values["Genre"] = "-3";

@@ -286,6 +286,34 @@ TEST(SplitterTest, TheStoredPositionIsAppliedWithoutAClamp) {
     EXPECT_EQ(layout.Frame3.Width, 0);
 }
 
+TEST(StartTest, ASmallFormIsFilledWhereAResizeWouldLeaveIt) {
+    MainLayout layout = Started();
+    layout.ScaleWidth = 4500;
+    layout.ScaleHeight = 2400;
+    StartLayout(layout, 2835, Wide);
+    EXPECT_EQ(layout.lblSizer.Left, 2835);
+    EXPECT_EQ(layout.Frame3.Width, 2835);
+    EXPECT_EQ(layout.Frame3.Height, 1800);
+    EXPECT_EQ(layout.Frame1.Left, 2895);
+    EXPECT_EQ(layout.Frame1.Width, 4500 - 2835 - 120);
+    EXPECT_EQ(layout.Frame1.Height, 1800);
+    EXPECT_EQ(layout.TreeView.Width, 2715);
+    EXPECT_EQ(layout.TreeView.Height, 1620);
+    EXPECT_EQ(layout.grdMp3.Width, 1425);
+    EXPECT_EQ(layout.grdMp3.Height, 1200);
+    EXPECT_EQ(layout.ProgressBar.Top, 2150);
+    EXPECT_EQ(layout.cboDrive.Left, 2880);
+}
+
+TEST(StartTest, TheStoredSplitterPositionIsTakenWithoutALimit) {
+    MainLayout layout = Started();
+    StartLayout(layout, 150, Small);
+    EXPECT_EQ(layout.Frame3.Width, 150);
+    EXPECT_EQ(layout.TreeView.Width, 30);
+    EXPECT_EQ(layout.Frame1.Width, 14880 - 150 - 120);
+    EXPECT_EQ(layout.grdMp3.Width, layout.Frame1.Width - 120);
+}
+
 TEST(SmallScreenTest, PacksTheListAndTheLetters) {
     MainLayout layout = Started();
     PackForSmallScreen(layout);
