@@ -1,5 +1,6 @@
 #include "mainwindow/AppWindows.h"
 
+#include "app/LoadResString.h"
 #include "mainwindow/MainPanes.h"
 #include "mainwindow/frmMain.h"
 #include "mainwindow/frmSplash.h"
@@ -40,7 +41,8 @@ void AppWindows::SetScanningPanel(const std::string& text) {
 }
 
 std::string AppWindows::Activity() const {
-    return m_main ? m_main->Panes().Status().Text(Panel::Scanning) : std::string();
+    const std::string text = m_main ? m_main->Panes().Status().Text(Panel::Scanning) : std::string();
+    return text == LoadResString(432) ? std::string() : text; // "Ready!" names nothing that is being done.
 }
 
 } // namespace quavernet

@@ -21,7 +21,7 @@ public:
     void LoadTree() override;
     void SetScanningPanel(const std::string& text) override;
 
-    /// What the program says that it is doing: the text of the panel "Scanning".
+    /// What the program says that it is doing: the text of the panel "Scanning"; empty while it is ready.
     std::string Activity() const;
 
     frmMain* Form() { return m_main.get(); }

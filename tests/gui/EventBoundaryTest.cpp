@@ -76,6 +76,17 @@ TEST_F(EventBoundaryTest, TheBoxNamesWhatWasBeingDone) {
         ::testing::ExitedWithCode(1), "Titel\n\\(Lade Datenbank\\.\\.\\.\\)");
 }
 
+TEST_F(EventBoundaryTest, AFailureOfTheStartNamesTheStartAndNotThatTheProgramIsReady) {
+    settings.values["SplitterPos"] = "wide";
+    EXPECT_EXIT(
+        {
+            windows = std::make_unique<AppWindows>();
+            App().SetActivity([this] { return windows->Activity(); });
+            App().RunGuarded("Main", [this] { Main(*windows); });
+        },
+        ::testing::ExitedWithCode(1), "Type mismatch\n\\(Main\\)\nDas Programm wird beendet");
+}
+
 TEST_F(EventBoundaryTest, ALibraryThatGoesBadWhileTheProgramWorksIsToldWithTheWayBack) {
     ::testing::FLAGS_gtest_death_test_style = "fast";
     AddFile("Abba", "One");
