@@ -40,7 +40,7 @@ public:
     /// The one switch for enabled controls: 0 idle, 1 scan running, 3 selection changed.
     void SetControlState(std::int16_t mode);
 
-    /// Shown sixty times a second at most; the last text always comes up.
+    /// Shown twenty times a second at most; the last text always comes up.
     void SetTitle(const std::string& text);
     void SetScanningPanel(const std::string& text);
     void SetMousePointer(int pointer);
