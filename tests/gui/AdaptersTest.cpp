@@ -95,7 +95,66 @@ TEST_F(AdaptersTest, AFullDiskLeavesTheSettingsAsTheyWere) {
     }
     store.Set(SettingsApplication, SettingsSection, "ScanpathValue", "1");
     store.Sync();
-    EXPECT_EQ(text(), "[Settings]\nLanguage=ENG\nScanpath=/music\nScanpathValue=1\n");
+    EXPECT_EQ(text(), "[Settings]\nLanguage=ENG\nScanpathValue=1\n");
+}
+
+TEST_F(AdaptersTest, AFailedWriteOfASettingLeavesTheOldValueAndALaterOneCounts) {
+    const auto set = [](QtSettings& store, const char* name, const char* value) {
+        store.Set(SettingsApplication, SettingsSection, name, value);
+    };
+    const auto query = [](QtSettings& store, const char* name) {
+        return store.Query(SettingsApplication, SettingsSection, name);
+    };
+    QtSettings store;
+    set(store, "Language", "GER");
+    EXPECT_EQ(query(store, "Language"), "GER");
+    for (const bool waits : {false, true}) {
+        const FileSizeLimit full(4);
+        set(store, "Language", "ENG");
+        set(store, "Scanpath", "/music");
+        set(store, "Language", "FRA");
+        if (waits) {
+            QTest::qWait(20); // The toolkit has tried by then.
+        }
+        EXPECT_EQ(query(store, "Language"), "GER") << waits;
+        EXPECT_EQ(query(store, "Scanpath"), std::nullopt) << waits;
+    }
+    set(store, "Language", "ENG");
+    EXPECT_EQ(query(store, "Language"), "ENG");
+    QTest::qWait(20); // What has been saved stays, whatever becomes of the next write.
+    const FileSizeLimit full(4);
+    set(store, "Language", "GER");
+    EXPECT_EQ(query(store, "Language"), "ENG");
+}
+
+TEST_F(AdaptersTest, ASettingThatWasSavedOutlivesALaterFailureOfAnotherOne) {
+    QtSettings store;
+    store.Set(SettingsApplication, SettingsSection, "Scanpath", "/music");
+    QTest::qWait(20);
+    {
+        const FileSizeLimit full(4);
+        store.Set(SettingsApplication, SettingsSection, "Language", "ENG");
+        EXPECT_EQ(store.Query(SettingsApplication, SettingsSection, "Scanpath"), "/music");
+    }
+    store.Set(SettingsApplication, SettingsSection, "Language", "GER");
+    store.Sync();
+    std::ifstream file(folder / "Greyfinch Labs/Quavernet.conf");
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}),
+              "[Settings]\nLanguage=GER\nScanpath=/music\n");
+}
+
+TEST_F(AdaptersTest, ACommaThatWasTypedIntoTheFileBelongsToTheValue) {
+    std::filesystem::create_directories(folder / "Greyfinch Labs");
+    std::ofstream(folder / "Greyfinch Labs/Quavernet.conf")
+        << "[Settings]\nWindowLeft=1,5\nScanpath=/a, b,c\nLastScan=,\nLanguage=\n";
+    QtSettings store;
+    const auto query = [&store](const char* name) {
+        return store.Query(SettingsApplication, SettingsSection, name);
+    };
+    EXPECT_EQ(query("WindowLeft"), "1,5");
+    EXPECT_EQ(query("Scanpath"), "/a,b,c");
+    EXPECT_EQ(query("LastScan"), ",");
+    EXPECT_EQ(query("Language"), "");
 }
 
 TEST_F(AdaptersTest, TwoProgramsKeepWhatTheOtherHasWrittenUnderOtherNames) {
