@@ -181,10 +181,14 @@ class ProgramTest(unittest.TestCase):
         return folder, sorted(os.path.join(base, name) for base, _, names in os.walk(folder) for name in names
                               if re.search(r"\.(mp3|wav|ogg)$", name, re.I))
 
-    def start(self):
-        """Starts the program and gives its main window, once the start picture has gone."""
+    def launch(self):
+        """Starts the program and waits for nothing."""
         self.program = subprocess.Popen([PROGRAM], env=self.desktop.environment, cwd=self.home,
                                         restore_signals=False, preexec_fn=before_start)
+
+    def start(self):
+        """Starts the program and gives its main window, once the start picture has gone."""
+        self.launch()
         window = self.desktop.window("^Quavernet - ")
         wait_until("the library", lambda: self.library.values("select count(*) from Genres"))
         wait_until("the start picture to go", lambda: self.main_is_alone())
