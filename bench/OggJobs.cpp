@@ -3,6 +3,7 @@
 #include "Floors.h"
 #include "Lines.h"
 
+#include "adapters/posix/PosixFiles.h"
 #include "adapters/vorbis/OggInfoReader.h"
 #include "inspect/OggInfoText.h"
 
@@ -54,8 +55,9 @@ std::string RunTool(const std::vector<std::string>& paths) {
 
 /// Both must tell the same of every file, or their times can't be compared.
 void RequireEqual(const Batches& batches) {
+    PosixFiles files;
     for (const auto& batch : batches) {
-        const auto own = ReadOggInfo(OggInfoReader().Run(batch));
+        const auto own = ReadOggInfo(OggInfoReader(files).Run(batch));
         if (own.size() != batch.size() || own != ReadOggInfo(RunTool(batch))) {
             throw std::runtime_error("ogginfo is missing or tells something else of " + batch.front());
         }
@@ -68,13 +70,14 @@ void OggJobs(const std::string& music, int rounds) {
     const std::vector<std::string> paths = WalkFiles(music);
     const Batches batches = BatchesOf(paths);
     RequireEqual(batches);
+    PosixFiles files;
     const auto forEachBatch = [&](const auto& read) {
         for (const auto& batch : batches) {
             ReadOggInfo(read(batch));
         }
     };
-    const Timed own{nullptr,
-                    [&] { forEachBatch([](const auto& batch) { return OggInfoReader().Run(batch); }); }};
+    const Timed own{
+        nullptr, [&] { forEachBatch([&](const auto& batch) { return OggInfoReader(files).Run(batch); }); }};
     const Timed tool{nullptr, [&] { forEachBatch(RunTool); }};
     const Timed bare{nullptr, [&] { ReadWhole(paths); }};
     Print(Measure("Ogg files, floor: bare reads", paths.size(), {.ratio = 4}, rounds, own, bare));

@@ -3,6 +3,7 @@
 
 #include "adapters/id3v2/TagLibComponent.h"
 #include "adapters/posix/PosixFileSystem.h"
+#include "adapters/posix/PosixFiles.h"
 #include "adapters/posix/SystemClock.h"
 #include "adapters/sqlite/SqliteConnection.h"
 #include "app/MainModule.h"
@@ -77,14 +78,15 @@ public:
 /// Fills the services at construction and empties them again.
 class BenchServices {
 public:
-    BenchServices() : m_files(CreatePosixFileSystem()) {
+    BenchServices() : m_fileSystem(CreatePosixFileSystem()) {
         services = Services();
         services.settings = &settings;
-        services.fileSystem = m_files.get();
+        services.fileSystem = m_fileSystem.get();
+        services.files = &m_files;
         services.events = &m_events;
         services.clock = &m_clock;
         mainModule = MainModule();
-        mainModule.TagComponent = CreateTagLibComponent();
+        mainModule.TagComponent = CreateTagLibComponent(m_files);
     }
     ~BenchServices() {
         mainModule = MainModule();
@@ -108,7 +110,8 @@ public:
     MemorySettings settings;
 
 private:
-    std::unique_ptr<FileSystemObject> m_files;
+    std::unique_ptr<FileSystemObject> m_fileSystem;
+    PosixFiles m_files;
     NoEvents m_events;
     SystemClock m_clock;
 };

@@ -3,6 +3,7 @@
 
 #include "app/MainModule.h"
 #include "support/Doubles.h"
+#include "support/RealFiles.h"
 
 namespace quavernet::fuzz {
 
@@ -12,6 +13,7 @@ public:
         mainModule = MainModule();
         services = Services();
         services.settings = &settings;
+        services.files = &test::RealFiles();
         services.msgBox = &msgBox;
         services.dialogs = &dialogs;
         services.events = &events;

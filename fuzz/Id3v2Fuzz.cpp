@@ -7,6 +7,7 @@
 #include "adapters/id3v2/TagLibComponent.h"
 #include "platform/CodePage.h"
 #include "platform/RuntimeError.h"
+#include "support/RealFiles.h"
 #include "support/TemporaryFolder.h"
 
 #include "FuzzInput.h"
@@ -120,7 +121,7 @@ void ReadCut(const Parts& parts, std::size_t held) {
 }
 
 Texts Read(const std::string& path, std::string_view file) {
-    const auto component = CreateTagLibComponent();
+    const auto component = CreateTagLibComponent(test::RealFiles());
     component->LoadFile(path);
     Texts texts = TextsOf(*component);
     Require(component->HasV2Tag() == BeginsWithTag(file));
@@ -202,7 +203,7 @@ bool Saved(TagComponent& component, const std::string& folder, const std::string
 
 // Another program changes the first field that is not chosen.
 void SaveByAnother(const std::string& folder, const std::string& path, std::string_view file, unsigned mask) {
-    const auto component = CreateTagLibComponent();
+    const auto component = CreateTagLibComponent(test::RealFiles());
     component->LoadFile(path);
     std::size_t field = 0;
     while (field < FieldCount && (mask >> field & 1) != 0) {
@@ -216,7 +217,7 @@ void SaveByAnother(const std::string& folder, const std::string& path, std::stri
 
 void Save(const std::string& folder, const std::string& path, std::string_view loaded, const Texts& old,
           unsigned mask, const std::string& text) {
-    const auto component = CreateTagLibComponent();
+    const auto component = CreateTagLibComponent(test::RealFiles());
     component->LoadFile(path);
     std::array<bool, FieldCount> changed{};
     Texts wanted = old;

@@ -11,6 +11,7 @@ namespace quavernet {
 RealServices::RealServices() : m_shell([this] { Save(); }), m_fileSystem(CreatePosixFileSystem()) {
     services.settings = &m_settings;
     services.fileSystem = m_fileSystem.get();
+    services.files = &m_files;
     services.shell = &m_shell;
     services.msgBox = &m_msgBox;
     services.dialogs = &m_dialogs;
@@ -20,7 +21,7 @@ RealServices::RealServices() : m_shell([this] { Save(); }), m_fileSystem(CreateP
     services.helpViewer = &m_helpViewer;
     services.regional = ReadRegionalSettings();
     services.createConnection = [] { return CreateSqliteConnection(services.regional); };
-    services.createTagComponent = CreateTagLibComponent;
+    services.createTagComponent = [this] { return CreateTagLibComponent(m_files); };
 }
 
 void RealServices::Save() {

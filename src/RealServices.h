@@ -2,6 +2,7 @@
 // program: main, and the helpers of benchmarks and checks.
 #pragma once
 
+#include "adapters/posix/PosixFiles.h"
 #include "adapters/posix/SystemClock.h"
 #include "adapters/qt/QtDialogs.h"
 #include "adapters/qt/QtEvents.h"
@@ -34,7 +35,8 @@ private:
     QtDialogs m_dialogs;
     QtEvents m_events;
     SystemClock m_clock;
-    OggInfoReader m_oggInfo;
+    PosixFiles m_files;
+    OggInfoReader m_oggInfo{m_files};
     QtHelpViewer m_helpViewer;
     std::unique_ptr<FileSystemObject> m_fileSystem;
 };

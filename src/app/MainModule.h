@@ -11,6 +11,7 @@
 #include "platform/RegionalSettings.h"
 #include "platform/Services.h"
 #include "platform/TagComponent.h"
+#include "platform/UserFiles.h"
 
 #include <cstdint>
 #include <functional>
@@ -70,6 +71,7 @@ extern MainModule mainModule;
 struct Services {
     SettingsStore* settings = nullptr;
     FileSystemObject* fileSystem = nullptr;
+    UserFiles* files = nullptr;
     OggInfoTool* oggInfo = nullptr;
     Shell* shell = nullptr;
     MsgBox* msgBox = nullptr;

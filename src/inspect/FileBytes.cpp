@@ -1,5 +1,6 @@
 #include "inspect/FileBytes.h"
 
+#include "app/MainModule.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
@@ -8,7 +9,7 @@ namespace quavernet {
 
 FileBytes::FileBytes(const std::string& path) {
     try {
-        m_file.emplace(path, BinaryFile::Access::Read);
+        m_file = services.files->Open(path, BinaryFile::Access::Read);
         const std::size_t count = m_file->ReadAt(0, m_buffer);
         m_head = std::span<const std::byte>(m_buffer.data(), count);
         m_size = std::max<std::uint64_t>(m_file->Size(), count);

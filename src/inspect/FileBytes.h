@@ -2,12 +2,12 @@
 // is asked for. Called by the readers of this folder; the parsers work on a plain buffer just as well.
 #pragma once
 
-#include "platform/BinaryFile.h"
+#include "platform/UserFiles.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
+#include <memory>
 #include <span>
 #include <string>
 
@@ -40,7 +40,7 @@ private:
     std::array<std::byte, HeadSize> m_buffer;
     std::span<const std::byte> m_contents; ///< The whole file if it stands in memory.
     std::span<const std::byte> m_head;
-    std::optional<BinaryFile> m_file;
+    std::unique_ptr<BinaryFile> m_file;
     std::uint64_t m_size = 0;
     bool m_open = false;
 };

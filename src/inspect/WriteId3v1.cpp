@@ -4,9 +4,8 @@
 
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
-#include "platform/BinaryFile.h"
 #include "platform/RuntimeError.h"
-#include "platform/SafeSave.h"
+#include "platform/UserFiles.h"
 
 #include <array>
 #include <cstring>
@@ -21,8 +20,8 @@ constexpr std::int32_t BoxTitle = 446;
 
 // Over the file's last 128 bytes, whatever stands there: a file without a tag loses the end of its audio.
 void OverwriteEnd(const std::string& path, const Id3v1Tag& tag) {
-    BinaryFile file(path, BinaryFile::Access::ReadWrite);
-    if (file.Size() < Id3v1Size) {
+    const auto file = services.files->Open(path, BinaryFile::Access::ReadWrite);
+    if (file->Size() < Id3v1Size) {
         throw RuntimeError(ErrorNumber::BadRecordNumber, "Bad record number");
     }
     std::array<std::byte, Id3v1Size> bytes{};
@@ -30,11 +29,11 @@ void OverwriteEnd(const std::string& path, const Id3v1Tag& tag) {
     const Id3v1Record record = BuildId3v1(tag);
     std::memcpy(bytes.data() + Id3v1MarkSize, record.data(), record.size());
 
-    const std::uint64_t offset = file.Size() - Id3v1Size;
+    const std::uint64_t offset = file->Size() - Id3v1Size;
     std::array<std::byte, Id3v1Size> old{};
-    file.ReadAt(offset, old);
+    file->ReadAt(offset, old);
     // Mark and record go in one step: a mark alone would make a tag of what follows it.
-    OverwriteBytes(path, file, offset, old, bytes, SaveTimes::Renew, WithoutCopy::InPlace);
+    file->Overwrite(offset, old, bytes, SaveTimes::Renew, WithoutCopy::InPlace);
 }
 
 void ShowFailure(const RuntimeError& error) {

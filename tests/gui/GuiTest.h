@@ -32,7 +32,7 @@ protected:
         services.events = &realEvents;
         services.fileSystem = fileSystem.get();
         services.createConnection = [] { return CreateSqliteConnection(services.regional); };
-        services.createTagComponent = CreateTagLibComponent;
+        services.createTagComponent = [] { return CreateTagLibComponent(RealFiles()); };
         shell.documents = folder.Path();
         shell.programFolder = std::filesystem::path(QUAVERNET_TEMPLATE).parent_path().string();
     }

@@ -4,6 +4,7 @@
 #include "adapters/id3v2/TagLibComponent.h"
 #include "inspect/modMp3Info.h"
 #include "support/LogicTest.h"
+#include "support/RealFiles.h"
 #include "support/TagBytes.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestFiles.h"
@@ -14,7 +15,7 @@ namespace quavernet::test {
 
 class InspectTest : public LogicTest {
 protected:
-    InspectTest() { mainModule.TagComponent = CreateTagLibComponent(); }
+    InspectTest() { mainModule.TagComponent = CreateTagLibComponent(RealFiles()); }
 
     /// Writes a file into the folder and gives its path.
     std::string File(const std::string& name, std::string_view contents) {

@@ -1,6 +1,7 @@
 #include "support/HostileTexts.h"
 #include "support/OggFiles.h"
 #include "support/OggVolumes.h"
+#include "support/RealFiles.h"
 #include "support/RecordingPlayer.h"
 #include "support/SmallAudio.h"
 #include "support/TestLibrary.h"
@@ -82,7 +83,7 @@ protected:
         services.fileSystem = &volumes;
         services.oggInfo = &oggInfo;
         volumes.onFile = [](FileFacts& facts) { facts.drivePath = "/"; };
-        mainModule.TagComponent = CreateTagLibComponent();
+        mainModule.TagComponent = CreateTagLibComponent(RealFiles());
     }
 
     std::vector<std::string> ShapesOf(const Job& job, const std::string& text) {
@@ -127,7 +128,7 @@ protected:
     }
 
     OggVolumes volumes;
-    OggInfoReader oggInfo;
+    OggInfoReader oggInfo{RealFiles()};
     TemporaryFolder music;
     CallList calls;
     RecordingScanWindow window{calls};

@@ -14,6 +14,7 @@
 #include "inspect/modMp3Info.h"
 #include "platform/RuntimeError.h"
 #include "support/Doubles.h"
+#include "support/RealFiles.h"
 
 #include <csignal>
 #include <cstdio>
@@ -127,6 +128,7 @@ public:
             throw std::runtime_error("no such form: " + m_form);
         }
         services.settings = &m_settings;
+        services.files = &test::RealFiles();
         services.msgBox = &m_msgBox;
     }
 
@@ -147,7 +149,7 @@ private:
     std::string m_form;
     test::MapSettings m_settings;
     test::ScriptedMsgBox m_msgBox;
-    std::unique_ptr<TagComponent> m_component = CreateTagLibComponent();
+    std::unique_ptr<TagComponent> m_component = CreateTagLibComponent(test::RealFiles());
 };
 
 // From here on the caller's time for the kill runs.

@@ -2,6 +2,7 @@
 
 #include "scanner/ScanDriver.h"
 #include "support/OrdinaryUser.h"
+#include "support/RealFiles.h"
 #include "support/RecordingConnection.h"
 #include "support/ScanDoubles.h"
 #include "support/SmallAudio.h"
@@ -29,7 +30,7 @@ class AddDroppedFilesTest : public LibraryTest {
 protected:
     AddDroppedFilesTest() : connection(RecordingConnection::Install()) {
         services.fileSystem = fileSystem.get();
-        mainModule.TagComponent = CreateTagLibComponent();
+        mainModule.TagComponent = CreateTagLibComponent(RealFiles());
     }
 
     std::string Mp3(const std::string& name, const std::string& title = "Song") {

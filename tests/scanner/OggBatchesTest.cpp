@@ -2,6 +2,7 @@
 
 #include "support/OggFiles.h"
 #include "support/OggVolumes.h"
+#include "support/RealFiles.h"
 #include "support/RecordingConnection.h"
 #include "support/TestLibrary.h"
 
@@ -38,7 +39,7 @@ public:
     bool useRealTool = false;
 
 private:
-    OggInfoReader m_reader;
+    OggInfoReader m_reader{RealFiles()};
 };
 
 class OggBatchesTest : public LibraryTest {

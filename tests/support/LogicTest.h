@@ -1,7 +1,9 @@
-// The base of logic tests: a fresh table of state, doubles for the services, German regional settings.
+// The base of logic tests: a fresh table of state, doubles for the services (but for the bytes of files),
+// German regional settings.
 #pragma once
 
 #include "support/Doubles.h"
+#include "support/RealFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -13,6 +15,7 @@ protected:
         mainModule = MainModule();
         services = Services();
         services.settings = &settings;
+        services.files = &RealFiles();
         services.shell = &shell;
         services.msgBox = &msgBox;
         services.dialogs = &dialogs;

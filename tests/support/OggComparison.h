@@ -2,6 +2,7 @@
 #pragma once
 
 #include "support/OggFiles.h"
+#include "support/RealFiles.h"
 #include "support/TemporaryFolder.h"
 
 #include "adapters/vorbis/OggInfoReader.h"
@@ -69,7 +70,7 @@ protected:
     std::vector<OggFileInfo> ExpectAsTheTool(const std::vector<std::string>& paths) {
         const std::string real = RealOggInfo(paths);
         EXPECT_NE(real, "") << "ogginfo is missing";
-        const std::string own = OggInfoReader().Run(paths);
+        const std::string own = OggInfoReader(RealFiles()).Run(paths);
         EXPECT_EQ(TellingLines(own), TellingLines(real));
         EXPECT_EQ(ReadOggInfo(own), ReadOggInfo(real));
         return ReadOggInfo(own);

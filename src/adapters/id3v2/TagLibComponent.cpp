@@ -3,9 +3,8 @@
 #include "adapters/id3v2/Id3v2Edit.h"
 #include "adapters/id3v2/Id3v2Frames.h"
 #include "adapters/id3v2/Id3v2Layout.h"
-#include "platform/BinaryFile.h"
 #include "platform/RuntimeError.h"
-#include "platform/SafeSave.h"
+#include "platform/UserFiles.h"
 
 #include <algorithm>
 #include <array>
@@ -160,7 +159,7 @@ std::optional<Field> FieldOfIndex(int index) {
 
 class TagLibComponent : public TagComponent {
 public:
-    TagLibComponent() { UseWindows1252(); }
+    explicit TagLibComponent(UserFiles& files) : m_files(files) { UseWindows1252(); }
 
     void LoadFile(const std::string& path) override {
         Forget(path);
@@ -168,10 +167,10 @@ public:
             return; // No file: its fields are empty.
         }
         try {
-            const BinaryFile file(path, BinaryFile::Access::Read);
-            if (const auto header = HeaderOf(file)) {
+            const auto file = m_files.Open(path, BinaryFile::Access::Read);
+            if (const auto header = HeaderOf(*file)) {
                 m_hasTag = true;
-                m_loaded = TagFields(*header, ReadFrames(file, *header));
+                m_loaded = TagFields(*header, ReadFrames(*file, *header));
             }
             m_state = State::Loaded;
         } catch (const RuntimeError&) {
@@ -211,8 +210,8 @@ public:
             Refuse("The ID3v2 tag could not be read", path);
         }
         try {
-            BinaryFile file(path, BinaryFile::Access::ReadWrite);
-            Save(path, file);
+            const auto file = m_files.Open(path, BinaryFile::Access::ReadWrite);
+            Save(path, *file);
         } catch (const RuntimeError& error) {
             throw RuntimeError(ErrorNumber::PathFileAccess, error.Description());
         }
@@ -289,9 +288,9 @@ private:
                 continue;
             }
             if (size == space) {
-                OverwriteBytes(path, file, 0, oldTag, tag, SaveTimes::Keep);
+                file.Overwrite(0, oldTag, tag, SaveTimes::Keep);
             } else {
-                ReplaceHead(path, file, space, tag);
+                file.ReplaceHead(space, tag);
             }
             return;
         }
@@ -320,6 +319,7 @@ private:
         return changes;
     }
 
+    UserFiles& m_files;
     std::string m_path; ///< Given to the last load, or to the last save of what was loaded.
     State m_state = State::Empty;
     bool m_hasTag = false;
@@ -329,8 +329,8 @@ private:
 
 } // namespace
 
-std::unique_ptr<TagComponent> CreateTagLibComponent() {
-    return std::make_unique<TagLibComponent>();
+std::unique_ptr<TagComponent> CreateTagLibComponent(UserFiles& files) {
+    return std::make_unique<TagLibComponent>(files);
 }
 
 } // namespace quavernet

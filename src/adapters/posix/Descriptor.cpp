@@ -12,14 +12,37 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/OpenPath.h"
-
 namespace quavernet::posix {
 
 namespace {
 
 constexpr unsigned WantedFacts =
     STATX_TYPE | STATX_MODE | STATX_UID | STATX_INO | STATX_SIZE | STATX_MTIME | STATX_BTIME | STATX_MNT_ID;
+
+// Opens what lies before the last part that fits into one call, until the rest fits too. Closing a folder
+// leaves errno as it is.
+Descriptor OpenLongPath(std::string_view rest, int flags) {
+    Descriptor folder;
+    int at = AT_FDCWD;
+    while (rest.size() >= PATH_MAX) {
+        const auto cut = rest.rfind('/', PATH_MAX - 2);
+        if (cut == std::string_view::npos || cut == 0) {
+            errno = ENAMETOOLONG;
+            return Descriptor();
+        }
+        const std::string piece(rest.substr(0, cut));
+        folder = Descriptor(::openat(at, piece.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+        if (!folder.IsOpen()) {
+            return Descriptor();
+        }
+        at = folder.Get();
+        rest.remove_prefix(cut);
+        while (!rest.empty() && rest.front() == '/') {
+            rest.remove_prefix(1);
+        }
+    }
+    return Descriptor(::openat(at, rest.empty() ? "." : std::string(rest).c_str(), flags | O_CLOEXEC));
+}
 
 } // namespace
 
@@ -29,7 +52,12 @@ int Descriptor::Close() {
 }
 
 Descriptor OpenPath(const std::string& path, int flags) {
-    return Descriptor(quavernet::OpenPath(path, flags));
+    if (path.empty() || path.find('\0') != std::string::npos) {
+        errno = ENOENT;
+        return Descriptor();
+    }
+    return path.size() < PATH_MAX ? Descriptor(::open(path.c_str(), flags | O_CLOEXEC))
+                                  : OpenLongPath(path, flags);
 }
 
 bool QueryPath(const std::string& path, struct statx& facts) {

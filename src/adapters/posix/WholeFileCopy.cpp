@@ -1,6 +1,6 @@
 #include "adapters/posix/WholeFileCopy.h"
 
-#include "platform/TemporaryCopy.h"
+#include "adapters/posix/TemporaryCopy.h"
 
 #include <array>
 #include <cerrno>
@@ -58,7 +58,7 @@ int CopyWholeFile(const Descriptor& source, const std::string& target) {
         error = CopyBytes(source.Get(), copy);
     }
     if (error == 0) {
-        error = KeepRights(source.Get(), copy.Descriptor());
+        error = KeepRights(source.Get(), copy.Number());
     }
     return error == 0 ? copy.MoveToFreePlace() : error;
 }

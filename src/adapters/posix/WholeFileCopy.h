@@ -7,9 +7,10 @@
 
 namespace quavernet::posix {
 
-/// Writes the copy under another name in the target's folder, brings it to the disk and renames it over the
-/// target, and gives it the rights of the open source. Returns 0 or the error number; on failure the target
-/// is as it was and nothing else is left.
+/// Writes a copy without a name (or, where the file system can't do that, under a hidden one) into the
+/// target's folder, gives it the rights of the open source, brings it to the disk and moves it to the
+/// target's place, where nothing may be yet, not even a link that leads nowhere. Returns 0 or the error
+/// number, EEXIST if something is there; on failure that is as it was and nothing else is left.
 int CopyWholeFile(const Descriptor& source, const std::string& target);
 
 } // namespace quavernet::posix

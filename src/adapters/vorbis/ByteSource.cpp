@@ -1,59 +1,57 @@
 #include "adapters/vorbis/ByteSource.h"
 
+#include "platform/RuntimeError.h"
+
 #include <algorithm>
-#include <cerrno>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include "platform/OpenPath.h"
 
 namespace quavernet::vorbis {
 
 namespace {
 
+constexpr std::size_t PageSize = 4096; // What a medium gives or refuses as a whole is no smaller.
+
 class FileSource : public ByteSource {
 public:
-    explicit FileSource(int descriptor) : m_descriptor(descriptor) {
-        struct stat facts {};
-        if (::fstat(descriptor, &facts) == 0 && S_ISREG(facts.st_mode)) {
-            m_size = static_cast<std::uint64_t>(facts.st_size);
-        }
-    }
-    ~FileSource() override { ::close(m_descriptor); }
-    FileSource(const FileSource&) = delete;
-    FileSource& operator=(const FileSource&) = delete;
+    explicit FileSource(std::unique_ptr<BinaryFile> file) : m_file(std::move(file)) {}
 
-    std::uint64_t Size() const override { return m_size; }
+    std::uint64_t Size() const override { return m_file->Size(); }
 
     std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> target) override {
+        if (offset >= Size()) {
+            return 0;
+        }
+        const auto bytes = std::as_writable_bytes(
+            target.first(static_cast<std::size_t>(std::min<std::uint64_t>(target.size(), Size() - offset))));
+        try {
+            return m_file->ReadAt(offset, bytes);
+        } catch (const RuntimeError&) {
+            return ReadToFault(offset, bytes);
+        }
+    }
+
+    std::uint64_t NextData(std::uint64_t offset) override { return m_file->NextData(offset); }
+
+private:
+    // What lies before the place where the medium fails.
+    std::size_t ReadToFault(std::uint64_t offset, std::span<std::byte> bytes) {
         std::size_t done = 0;
-        while (done < target.size() && offset + done < m_size) {
-            const auto got = ::pread(m_descriptor, target.data() + done, target.size() - done,
-                                     static_cast<off_t>(offset + done));
-            if (got < 0 && errno == EINTR) {
-                continue;
+        try {
+            while (done < bytes.size()) {
+                const std::size_t toPageEnd = PageSize - static_cast<std::size_t>((offset + done) % PageSize);
+                const auto piece = bytes.subspan(done, std::min(toPageEnd, bytes.size() - done));
+                const std::size_t got = m_file->ReadAt(offset + done, piece);
+                done += got;
+                if (got < piece.size()) {
+                    break;
+                }
             }
-            if (got <= 0) {
-                break;
-            }
-            done += static_cast<std::size_t>(got);
+        } catch (const RuntimeError&) {
+            return done;
         }
         return done;
     }
 
-    std::uint64_t NextData(std::uint64_t offset) override {
-        const off_t found = ::lseek(m_descriptor, static_cast<off_t>(offset), SEEK_DATA);
-        if (found < 0) {
-            return errno == ENXIO ? m_size : offset; // Nothing but a hole follows, or it can't be told.
-        }
-        return static_cast<std::uint64_t>(found);
-    }
-
-private:
-    int m_descriptor;
-    std::uint64_t m_size = 0;
+    std::unique_ptr<BinaryFile> m_file;
 };
 
 class MemorySource : public ByteSource {
@@ -78,10 +76,8 @@ private:
 
 } // namespace
 
-std::unique_ptr<ByteSource> OpenFile(const std::string& path) {
-    // Without O_NONBLOCK a pipe would hold up the program until somebody writes into it.
-    const int descriptor = OpenPath(path, O_RDONLY | O_NONBLOCK);
-    return descriptor < 0 ? nullptr : std::make_unique<FileSource>(descriptor);
+std::unique_ptr<ByteSource> OpenFile(std::unique_ptr<BinaryFile> file) {
+    return std::make_unique<FileSource>(std::move(file));
 }
 
 std::unique_ptr<ByteSource> OpenMemory(std::span<const std::uint8_t> bytes) {

@@ -1,11 +1,12 @@
 // Random access to the bytes under a reader: a file, or a block of memory. Called by the page reader.
 #pragma once
 
+#include "platform/UserFiles.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
-#include <string>
 #include <vector>
 
 namespace quavernet::vorbis {
@@ -25,8 +26,8 @@ public:
     virtual std::uint64_t NextData(std::uint64_t offset) { return offset; }
 };
 
-/// Nothing, with errno set, if the file can't be opened. Anything but a plain file opens as an empty one.
-std::unique_ptr<ByteSource> OpenFile(const std::string& path);
+/// The bytes that a file had when it was opened.
+std::unique_ptr<ByteSource> OpenFile(std::unique_ptr<BinaryFile> file);
 
 /// A view: the bytes must outlive it.
 std::unique_ptr<ByteSource> OpenMemory(std::span<const std::uint8_t> bytes);

@@ -1,12 +1,10 @@
 #include "adapters/vorbis/OggInfoReader.h"
 
 #include <array>
-#include <cerrno>
 #include <cstdio>
 #include <deque>
 #include <optional>
 #include <string_view>
-#include <system_error>
 #include <unordered_map>
 
 #include "adapters/vorbis/OggPages.h"
@@ -147,12 +145,16 @@ void AppendOggInfo(const std::string& path, ByteSource& source, std::string& lin
 std::string OggInfoReader::Run(const std::vector<std::string>& paths) {
     std::string lines;
     for (const auto& path : paths) {
-        if (const auto source = vorbis::OpenFile(path)) {
+        try {
+            const auto source = vorbis::OpenFile(m_files.Open(path, BinaryFile::Access::Read));
             vorbis::AppendOggInfo(path, *source, lines);
-        } else {
-            const auto reason = std::generic_category().message(errno);
-            lines.append("Error opening input file \"").append(ShownPath(path)).append("\": ").append(reason);
-            lines += "\n";
+        } catch (const OpenError& error) {
+            if (error.IsPlainFile()) {
+                lines.append("Error opening input file \"").append(ShownPath(path)).append("\": ");
+                lines.append(error.Reason()).append("\n");
+            } else {
+                vorbis::AppendOggInfo(path, *vorbis::OpenMemory({}), lines); // It holds no Ogg data.
+            }
         }
     }
     return lines;

@@ -4,6 +4,7 @@
 
 #include "adapters/vorbis/ByteSource.h"
 #include "platform/OggInfoTool.h"
+#include "platform/UserFiles.h"
 
 #include <string>
 #include <vector>
@@ -15,7 +16,13 @@ namespace quavernet {
 /// either way. Warnings that carry no text of the file are left out.
 class OggInfoReader : public OggInfoTool {
 public:
+    /// Opens its files through `files`, which must outlive it.
+    explicit OggInfoReader(UserFiles& files) : m_files(files) {}
+
     std::string Run(const std::vector<std::string>& paths) override;
+
+private:
+    UserFiles& m_files;
 };
 
 namespace vorbis {

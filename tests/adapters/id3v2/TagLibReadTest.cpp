@@ -2,6 +2,7 @@
 
 #include "adapters/id3v2/Id3v2Frames.h"
 #include "adapters/id3v2/Id3v2Layout.h"
+#include "support/RealFiles.h"
 #include "support/TagBytes.h"
 #include "support/TemporaryFolder.h"
 
@@ -35,7 +36,7 @@ protected:
 
     const std::string Audio = std::string(500, 'a');
     TemporaryFolder folder;
-    std::unique_ptr<TagComponent> component = CreateTagLibComponent();
+    std::unique_ptr<TagComponent> component = CreateTagLibComponent(RealFiles());
 };
 
 TEST_F(TagLibReadTest, ReadsTheSevenFieldsOfVersion3) {

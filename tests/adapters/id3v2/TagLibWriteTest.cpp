@@ -3,6 +3,7 @@
 #include "platform/RuntimeError.h"
 #include "support/OrdinaryUser.h"
 #include "support/RealAudio.h"
+#include "support/RealFiles.h"
 #include "support/TagBytes.h"
 #include "support/TemporaryFolder.h"
 
@@ -38,7 +39,7 @@ protected:
     }
 
     std::string FieldOf(int index) {
-        const auto reader = CreateTagLibComponent();
+        const auto reader = CreateTagLibComponent(RealFiles());
         reader->LoadFile(path);
         return reader->TagField(index);
     }
@@ -62,7 +63,7 @@ protected:
     const std::string V1 = TagV1("Eins", "Erster", "Album 1", "1999", "Text", 17);
     TemporaryFolder folder;
     std::string path = folder / "a.mp3";
-    std::unique_ptr<TagComponent> component = CreateTagLibComponent();
+    std::unique_ptr<TagComponent> component = CreateTagLibComponent(RealFiles());
 };
 
 TEST_F(TagLibWriteTest, InPlaceWithPaddingEveryOtherByteStays) {
@@ -289,7 +290,7 @@ TEST_F(TagLibWriteTest, WithoutALoadedFileOnlyTheFieldsThatWereSetAreWritten) {
         EXPECT_EQ(ReadFile(path), contents);
     }
     WriteFile(path, contents);
-    const auto fresh = CreateTagLibComponent();
+    const auto fresh = CreateTagLibComponent(RealFiles());
     fresh->SetTagField(T::Title, "Neu");
     fresh->SaveFile(path);
     EXPECT_EQ(ReadFile(path), expected);
@@ -508,7 +509,7 @@ TEST_F(TagLibWriteTest, ARealFileKeepsTheAlbumThatAnotherProgramGaveItMeanwhile)
            path);
     component->LoadFile(path);
     {
-        const auto other = CreateTagLibComponent();
+        const auto other = CreateTagLibComponent(RealFiles());
         other->LoadFile(path);
         other->SetTagField(T::Album, "Ein anderes");
         other->SaveFile(path);

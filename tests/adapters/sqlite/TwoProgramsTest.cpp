@@ -10,6 +10,7 @@
 #include "scanner/SavedLog.h"
 #include "scanner/StoreFileRecord.h"
 #include "support/OggFiles.h"
+#include "support/RealFiles.h"
 #include "support/ScanDoubles.h"
 #include "support/SmallAudio.h"
 #include "support/TestLibrary.h"
@@ -240,7 +241,8 @@ TEST_F(TwoProgramsTest, TheOtherMayWriteWhileAScanReadsSlowFoldersAndFiles) {
 
 class InterruptedTool : public OggInfoReader {
 public:
-    explicit InterruptedTool(std::function<void()> action) : m_action(std::move(action)) {}
+    explicit InterruptedTool(std::function<void()> action)
+        : OggInfoReader(RealFiles()), m_action(std::move(action)) {}
     std::string Run(const std::vector<std::string>& paths) override {
         m_action();
         return OggInfoReader::Run(paths);

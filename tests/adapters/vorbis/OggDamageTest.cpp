@@ -2,6 +2,7 @@
 #include "adapters/vorbis/OggInfoReader.h"
 
 #include "support/OggComparison.h"
+#include "support/RealFiles.h"
 
 #include <limits>
 
@@ -223,7 +224,7 @@ TEST_F(OggDamageTest, AStreamOfAnotherKindHasNoRecordToStore) {
     pages[0].lacing = {static_cast<std::uint8_t>(pages[0].body.size())};
     const std::string path = Write("other.ogg", JoinPages(pages));
     const auto real = ReadOggInfo(RealOggInfo({path}));
-    EXPECT_EQ(ReadOggInfo(OggInfoReader().Run({path})), real);
+    EXPECT_EQ(ReadOggInfo(OggInfoReader(RealFiles()).Run({path})), real);
     EXPECT_EQ(real.at(0).bitRate, "");
 }
 

@@ -2,6 +2,7 @@
 #include "adapters/vorbis/OggInfoReader.h"
 
 #include "support/OggComparison.h"
+#include "support/RealFiles.h"
 
 #include <filesystem>
 
@@ -270,19 +271,19 @@ TEST_F(OggInfoReaderTest, AFolderAndAPipeHoldNoOggData) {
     ExpectAsTheTool(std::vector{sub});
     const std::string pipe = folder / "pipe.ogg";
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-    EXPECT_EQ(OggInfoReader().Run({pipe}), "Processing file \"" + pipe +
-                                               "\"...\n\nERROR: No Ogg data found in file \"" + pipe +
-                                               "\".\nInput probably not Ogg.\n");
+    EXPECT_EQ(OggInfoReader(RealFiles()).Run({pipe}), "Processing file \"" + pipe +
+                                                          "\"...\n\nERROR: No Ogg data found in file \"" +
+                                                          pipe + "\".\nInput probably not Ogg.\n");
 }
 
 TEST_F(OggInfoReaderTest, NoFileGivesNoOutput) {
-    EXPECT_EQ(OggInfoReader().Run({}), "");
+    EXPECT_EQ(OggInfoReader(RealFiles()).Run({}), "");
 }
 
 TEST_F(OggInfoReaderTest, ANameWithLineEndsIsReadLikeAnyOther) {
     const std::string path = folder / "a\nb\r\nc.ogg";
     WriteWhole(path, EncodedOgg::Stereo());
-    const auto files = ReadOggInfo(OggInfoReader().Run({path, folder / "mis\nsing.ogg", path}));
+    const auto files = ReadOggInfo(OggInfoReader(RealFiles()).Run({path, folder / "mis\nsing.ogg", path}));
     ASSERT_EQ(files.size(), 2U);
     EXPECT_EQ(files[0].path, path);
     EXPECT_EQ(files[0].name, "a\nb\r\nc.ogg");
@@ -295,9 +296,9 @@ TEST_F(OggInfoReaderTest, AHoleIsPassedOverHoweverLargeItIs) {
     WriteWhole(path, EncodedOgg::Stereo());
     const auto size = std::filesystem::file_size(path);
     std::filesystem::resize_file(path, std::uintmax_t{1} << 33);
-    const auto files = ReadOggInfo(OggInfoReader().Run({path}));
+    const auto files = ReadOggInfo(OggInfoReader(RealFiles()).Run({path}));
     std::filesystem::resize_file(path, size);
-    const auto whole = ReadOggInfo(OggInfoReader().Run({path}));
+    const auto whole = ReadOggInfo(OggInfoReader(RealFiles()).Run({path}));
     ASSERT_EQ(files.size(), 1U);
     EXPECT_EQ(files, whole);
     EXPECT_EQ(files[0].length, "3");

@@ -1,6 +1,4 @@
-#include "platform/TemporaryCopy.h"
-
-#include "platform/OpenPath.h"
+#include "adapters/posix/TemporaryCopy.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -14,7 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace quavernet {
+namespace quavernet::posix {
 
 namespace {
 
@@ -39,28 +37,25 @@ bool Lock(int descriptor) {
 
 // A copy that nobody holds a lock on was left by a process that ended in the middle of it.
 void RemoveIfLeft(int folder, const char* name) {
-    const int descriptor = ::openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0) {
+    const Descriptor left(::openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (!left.IsOpen()) {
         return;
     }
     struct stat facts {};
     const bool mine =
-        ::fstat(descriptor, &facts) == 0 && S_ISREG(facts.st_mode) && facts.st_uid == ::geteuid();
-    if (mine && Lock(descriptor)) {
+        ::fstat(left.Get(), &facts) == 0 && S_ISREG(facts.st_mode) && facts.st_uid == ::geteuid();
+    if (mine && Lock(left.Get())) {
         ::unlinkat(folder, name, 0);
     }
-    ::close(descriptor);
 }
 
 void RemoveLeftCopies(int folder) {
-    const int listed = ::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    DIR* const entries = listed < 0 ? nullptr : ::fdopendir(listed);
+    Descriptor listed(::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    DIR* const entries = listed.IsOpen() ? ::fdopendir(listed.Get()) : nullptr;
     if (entries == nullptr) {
-        if (listed >= 0) {
-            ::close(listed);
-        }
         return;
     }
+    listed.Release(); // The listing closes it.
     while (const dirent* entry = ::readdir(entries)) {
         if (entry->d_name[0] == '.' && IsCopyName(entry->d_name)) {
             RemoveIfLeft(folder, entry->d_name);
@@ -82,12 +77,7 @@ bool IsCopyName(const std::string& name) {
 
 TemporaryCopy::~TemporaryCopy() {
     if (!m_name.empty()) {
-        ::unlinkat(m_folder, m_name.c_str(), 0);
-    }
-    for (const int descriptor : {m_descriptor, m_folder}) {
-        if (descriptor >= 0) {
-            ::close(descriptor);
-        }
+        ::unlinkat(m_folder.Get(), m_name.c_str(), 0);
     }
 }
 
@@ -96,34 +86,30 @@ int TemporaryCopy::Begin(const std::string& target) {
     m_targetName = slash == std::string::npos ? target : target.substr(slash + 1);
     const std::string folder = slash == std::string::npos ? "." : slash == 0 ? "/" : target.substr(0, slash);
     m_folder = OpenPath(folder, O_RDONLY | O_DIRECTORY);
-    if (m_folder < 0) {
+    if (!m_folder.IsOpen()) {
         m_folder = OpenPath(folder, O_PATH | O_DIRECTORY); // One that may be written but not listed.
     }
-    if (m_folder < 0) {
+    if (!m_folder.IsOpen()) {
         return errno;
     }
-    RemoveLeftCopies(m_folder);
+    RemoveLeftCopies(m_folder.Get());
     return Open();
 }
 
 int TemporaryCopy::Open() {
-    m_descriptor = ::openat(m_folder, ".", O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
-    if (m_descriptor < 0) {
-        return OpenNamed();
-    }
+    m_copy = Descriptor(::openat(m_folder.Get(), ".", O_TMPFILE | O_RDWR | O_CLOEXEC, 0600));
     // It gets its name by way of /proc: where that is missing, a copy with a name is the only kind.
-    if (!Lock(m_descriptor) || ::access(PathOf(m_descriptor).c_str(), F_OK) != 0) {
-        ::close(m_descriptor);
-        return OpenNamed();
-    }
-    return 0;
+    const bool canBeNamed =
+        m_copy.IsOpen() && Lock(m_copy.Get()) && ::access(PathOf(m_copy.Get()).c_str(), F_OK) == 0;
+    return canBeNamed ? 0 : OpenNamed();
 }
 
 int TemporaryCopy::OpenNamed() {
     for (int attempt = 0; attempt < Attempts; ++attempt) {
         const std::string name = RandomName();
-        m_descriptor = ::openat(m_folder, name.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0600);
-        if (m_descriptor < 0) {
+        m_copy =
+            Descriptor(::openat(m_folder.Get(), name.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0600));
+        if (!m_copy.IsOpen()) {
             if (errno == EEXIST) {
                 continue;
             }
@@ -131,20 +117,19 @@ int TemporaryCopy::OpenNamed() {
         }
         // Between the two calls another process may have taken it for one that was left.
         struct stat facts {};
-        Lock(m_descriptor); // A file system without locks has no other way than to hope.
-        if (::fstat(m_descriptor, &facts) == 0 && facts.st_nlink > 0) {
+        Lock(m_copy.Get()); // A file system without locks has no other way than to hope.
+        if (::fstat(m_copy.Get(), &facts) == 0 && facts.st_nlink > 0) {
             m_name = name;
             return 0;
         }
-        ::close(m_descriptor);
-        m_descriptor = -1;
+        m_copy.Close();
     }
     return EEXIST;
 }
 
 int TemporaryCopy::Append(std::span<const std::byte> bytes) {
     while (!bytes.empty()) {
-        const ssize_t count = ::write(m_descriptor, bytes.data(), bytes.size());
+        const ssize_t count = ::write(m_copy.Get(), bytes.data(), bytes.size());
         if (count < 0 && errno != EINTR) {
             return errno;
         }
@@ -156,8 +141,8 @@ int TemporaryCopy::Append(std::span<const std::byte> bytes) {
 int TemporaryCopy::Name() {
     for (int attempt = 0; attempt < Attempts; ++attempt) {
         const std::string name = RandomName();
-        if (::linkat(AT_FDCWD, PathOf(m_descriptor).c_str(), m_folder, name.c_str(), AT_SYMLINK_FOLLOW) ==
-            0) {
+        if (::linkat(AT_FDCWD, PathOf(m_copy.Get()).c_str(), m_folder.Get(), name.c_str(),
+                     AT_SYMLINK_FOLLOW) == 0) {
             m_name = name;
             return 0;
         }
@@ -169,7 +154,7 @@ int TemporaryCopy::Name() {
 }
 
 int TemporaryCopy::MoveToTarget() {
-    if (::fsync(m_descriptor) != 0) {
+    if (::fsync(m_copy.Get()) != 0) {
         return errno;
     }
     if (m_name.empty()) {
@@ -177,11 +162,11 @@ int TemporaryCopy::MoveToTarget() {
             return error;
         }
     }
-    if (::renameat(m_folder, m_name.c_str(), m_folder, m_targetName.c_str()) != 0) {
+    if (::renameat(m_folder.Get(), m_name.c_str(), m_folder.Get(), m_targetName.c_str()) != 0) {
         return errno;
     }
     m_name.clear();
-    ::fsync(m_folder); // A file system that can't do that has the new name anyway.
+    ::fsync(m_folder.Get()); // A file system that can't do that has the new name anyway.
     return 0;
 }
 
@@ -189,21 +174,21 @@ int TemporaryCopy::MoveToTarget() {
 int TemporaryCopy::MoveNamedToFreePlace() {
     const char* const from = m_name.c_str();
     const char* const to = m_targetName.c_str();
-    if (::renameat2(m_folder, from, m_folder, to, RENAME_NOREPLACE) == 0) {
+    if (::renameat2(m_folder.Get(), from, m_folder.Get(), to, RENAME_NOREPLACE) == 0) {
         m_name.clear();
         return 0;
     }
     if (errno != EINVAL && errno != ENOSYS) {
         return errno;
     }
-    if (::linkat(m_folder, from, m_folder, to, 0) == 0) {
+    if (::linkat(m_folder.Get(), from, m_folder.Get(), to, 0) == 0) {
         return 0; // The first name goes with this object.
     }
     struct stat there {};
-    if (errno == EEXIST || ::fstatat(m_folder, to, &there, AT_SYMLINK_NOFOLLOW) == 0) {
+    if (errno == EEXIST || ::fstatat(m_folder.Get(), to, &there, AT_SYMLINK_NOFOLLOW) == 0) {
         return EEXIST;
     }
-    if (::renameat(m_folder, from, m_folder, to) != 0) {
+    if (::renameat(m_folder.Get(), from, m_folder.Get(), to) != 0) {
         return errno;
     }
     m_name.clear();
@@ -211,19 +196,19 @@ int TemporaryCopy::MoveNamedToFreePlace() {
 }
 
 int TemporaryCopy::MoveToFreePlace() {
-    if (::fsync(m_descriptor) != 0) {
+    if (::fsync(m_copy.Get()) != 0) {
         return errno;
     }
     if (m_name.empty()) {
-        if (::linkat(AT_FDCWD, PathOf(m_descriptor).c_str(), m_folder, m_targetName.c_str(),
+        if (::linkat(AT_FDCWD, PathOf(m_copy.Get()).c_str(), m_folder.Get(), m_targetName.c_str(),
                      AT_SYMLINK_FOLLOW) != 0) {
             return errno;
         }
     } else if (const int error = MoveNamedToFreePlace(); error != 0) {
         return error;
     }
-    ::fsync(m_folder);
+    ::fsync(m_folder.Get());
     return 0;
 }
 
-} // namespace quavernet
+} // namespace quavernet::posix

@@ -1,7 +1,7 @@
-#include "platform/SafeSave.h"
+#include "adapters/posix/SafeSave.h"
 
+#include "adapters/posix/TemporaryCopy.h"
 #include "platform/RuntimeError.h"
-#include "platform/TemporaryCopy.h"
 #include "support/OrdinaryUser.h"
 #include "support/RefusedCalls.h"
 #include "support/TemporaryFolder.h"
@@ -25,14 +25,19 @@ namespace quavernet::test {
 namespace {
 
 namespace fs = std::filesystem;
+using posix::IsCopyName;
+using posix::OpenedFile;
+using posix::OverwriteBytes;
+using posix::ReplaceHead;
+using posix::TemporaryCopy;
 
 class SafeSaveTest : public ::testing::Test {
 protected:
     SafeSaveTest() { WriteFile(path, old); }
 
     void Overwrite(std::size_t offset, const std::string& bytes, SaveTimes times = SaveTimes::Keep) {
-        BinaryFile file(path, BinaryFile::Access::ReadWrite);
-        OverwriteBytes(path, file, offset, AsBytes(std::string_view(old).substr(offset, bytes.size())),
+        OpenedFile file(path, BinaryFile::Access::ReadWrite);
+        OverwriteBytes(file, offset, AsBytes(std::string_view(old).substr(offset, bytes.size())),
                        AsBytes(bytes), times);
     }
     ino_t Inode() const {
@@ -100,28 +105,28 @@ TEST_F(SafeSaveTest, TheTimesStayOrAreThoseOfTheSave) {
 }
 
 TEST_F(SafeSaveTest, AFileThatAnotherProgramReplacedMeanwhileStays) {
-    const BinaryFile file(path, BinaryFile::Access::Read);
+    const OpenedFile file(path, BinaryFile::Access::Read);
     WriteFile(folder / "new", "somebody else's");
     fs::rename(folder / "new", path);
-    EXPECT_THROW(ReplaceHead(path, file, 10, AsBytes("head")), RuntimeError);
+    EXPECT_THROW(ReplaceHead(file, 10, AsBytes("head")), RuntimeError);
     EXPECT_EQ(ReadFile(path), "somebody else's");
     EXPECT_EQ(Names(), std::vector<std::string>{"a.mp3"});
 }
 
 TEST_F(SafeSaveTest, AFileThatWasCutMeanwhileStays) {
-    const BinaryFile file(path, BinaryFile::Access::Read);
+    const OpenedFile file(path, BinaryFile::Access::Read);
     fs::resize_file(path, 100);
-    EXPECT_THROW(ReplaceHead(path, file, 10, AsBytes("head")), RuntimeError);
+    EXPECT_THROW(ReplaceHead(file, 10, AsBytes("head")), RuntimeError);
     EXPECT_EQ(ReadFile(path), std::string(100, 'a'));
     EXPECT_EQ(Names(), std::vector<std::string>{"a.mp3"});
 }
 
 TEST_F(SafeSaveTest, AFileThatGrewSinceItWasOpenedStays) {
-    BinaryFile file(path, BinaryFile::Access::ReadWrite);
+    OpenedFile file(path, BinaryFile::Access::ReadWrite);
     WriteFile(path, old + "more");
-    EXPECT_THROW(ReplaceHead(path, file, 10, AsBytes("head")), RuntimeError);
+    EXPECT_THROW(ReplaceHead(file, 10, AsBytes("head")), RuntimeError);
     for (const std::size_t offset : {100U, 4095U}) {
-        EXPECT_THROW(OverwriteBytes(path, file, offset, AsBytes(std::string_view(old).substr(offset, 2)),
+        EXPECT_THROW(OverwriteBytes(file, offset, AsBytes(std::string_view(old).substr(offset, 2)),
                                     AsBytes("xy"), SaveTimes::Keep, WithoutCopy::InPlace),
                      RuntimeError)
             << offset;
@@ -138,7 +143,7 @@ TEST_F(SafeSaveTest, AFileThatAnotherProgramChangedToTheSameLengthSinceItWasOpen
             WriteFile(path, old);
             ::utimensat(AT_FDCWD, path.c_str(), longAgo, 0);
             ASSERT_EQ(::stat(path.c_str(), &before), 0);
-            BinaryFile file(path, BinaryFile::Access::ReadWrite);
+            OpenedFile file(path, BinaryFile::Access::ReadWrite);
             struct stat now = before;
             do { // The clock of a file system has its steps.
                 WriteFile(path, theirs);
@@ -148,8 +153,8 @@ TEST_F(SafeSaveTest, AFileThatAnotherProgramChangedToTheSameLengthSinceItWasOpen
                 ASSERT_EQ(::stat(path.c_str(), &now), 0);
             } while (now.st_ctim.tv_sec == before.st_ctim.tv_sec &&
                      now.st_ctim.tv_nsec == before.st_ctim.tv_nsec);
-            EXPECT_THROW(ReplaceHead(path, file, 10, AsBytes("head")), RuntimeError);
-            EXPECT_THROW(OverwriteBytes(path, file, offset, AsBytes(std::string_view(old).substr(offset, 2)),
+            EXPECT_THROW(ReplaceHead(file, 10, AsBytes("head")), RuntimeError);
+            EXPECT_THROW(OverwriteBytes(file, offset, AsBytes(std::string_view(old).substr(offset, 2)),
                                         AsBytes("xy"), SaveTimes::Keep, WithoutCopy::InPlace),
                          RuntimeError)
                 << offset;
@@ -160,10 +165,10 @@ TEST_F(SafeSaveTest, AFileThatAnotherProgramChangedToTheSameLengthSinceItWasOpen
 
 TEST_F(SafeSaveTest, AFileWithAnotherNameThatWasReplacedMeanwhileStays) {
     fs::create_hard_link(path, folder / "b.mp3");
-    const BinaryFile file(path, BinaryFile::Access::Read);
+    const OpenedFile file(path, BinaryFile::Access::Read);
     WriteFile(folder / "new", "somebody else's");
     fs::rename(folder / "new", path);
-    EXPECT_THROW(ReplaceHead(path, file, 10, AsBytes("head")), RuntimeError);
+    EXPECT_THROW(ReplaceHead(file, 10, AsBytes("head")), RuntimeError);
     EXPECT_EQ(ReadFile(path), "somebody else's");
     EXPECT_EQ(ReadFile(folder / "b.mp3"), old);
 }
@@ -223,7 +228,7 @@ TEST_F(SafeSaveTest, ACopyIsLockedAndNoScansBusinessAsLongAsItIsWritten) {
     for (const std::string& name : Names()) { // None, where a copy needs no name.
         EXPECT_TRUE(name == "a.mp3" || IsCopyName(name)) << name;
     }
-    const int other = ::open(("/proc/self/fd/" + std::to_string(copy.Descriptor())).c_str(), O_RDONLY);
+    const int other = ::open(("/proc/self/fd/" + std::to_string(copy.Number())).c_str(), O_RDONLY);
     EXPECT_NE(::flock(other, LOCK_EX | LOCK_NB), 0);
     ::close(other);
     EXPECT_EQ(copy.MoveToTarget(), 0);
@@ -263,10 +268,10 @@ TEST_F(SafeSaveTest, AFileBeyondTheLengthOfASystemCallIsSavedToo) {
     const std::string target = deep + "/a.mp3";
     ASSERT_GT(target.size(), 5000U);
     {
-        const BinaryFile file(target, BinaryFile::Access::ReadWrite);
-        ReplaceHead(target, file, 5000, AsBytes("head"));
+        const OpenedFile file(target, BinaryFile::Access::ReadWrite);
+        ReplaceHead(file, 5000, AsBytes("head"));
     }
-    const BinaryFile saved(target, BinaryFile::Access::Read);
+    const OpenedFile saved(target, BinaryFile::Access::Read);
     std::string text(saved.Size(), '?');
     saved.ReadAt(0, std::as_writable_bytes(std::span(text.data(), text.size())));
     EXPECT_EQ(text, "head" + std::string(5000, 'b'));

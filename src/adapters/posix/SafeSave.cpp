@@ -1,8 +1,7 @@
-#include "platform/SafeSave.h"
+#include "adapters/posix/SafeSave.h"
 
-#include "platform/OpenPath.h"
+#include "adapters/posix/TemporaryCopy.h"
 #include "platform/RuntimeError.h"
-#include "platform/TemporaryCopy.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -16,7 +15,7 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
-namespace quavernet {
+namespace quavernet::posix {
 
 namespace {
 
@@ -25,13 +24,13 @@ constexpr std::uint64_t PageSize = 4096; // The smallest of any system; larger o
 
 void Check(int error, const std::string& path) {
     if (error != 0) {
-        throw RuntimeError(ErrorNumber::PathFileAccess, std::generic_category().message(error) + ": " + path);
+        throw RuntimeError(ErrorNumber::PathFileAccess, ErrorText(error) + ": " + path);
     }
 }
 
-struct stat FactsOf(const BinaryFile& file, const std::string& path) {
+struct stat FactsOf(const OpenedFile& file) {
     struct stat facts {};
-    Check(::fstat(file.Descriptor(), &facts) == 0 ? 0 : errno, path);
+    Check(::fstat(file.Number(), &facts) == 0 ? 0 : errno, file.Path());
     return facts;
 }
 
@@ -56,27 +55,22 @@ void CopyAttributes(int from, int to) {
     }
 }
 
-void AppendRange(TemporaryCopy& copy, const BinaryFile& file, std::uint64_t begin, std::uint64_t end,
-                 const std::string& path) {
+void AppendRange(TemporaryCopy& copy, const OpenedFile& file, std::uint64_t begin, std::uint64_t end) {
     std::vector<std::byte> block(static_cast<std::size_t>(std::min<std::uint64_t>(CopyBlock, end - begin)));
     while (begin < end) {
         const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(block.size(), end - begin));
         const std::size_t count = file.ReadAt(begin, std::span(block).first(wanted));
-        Check(count > 0 ? 0 : EIO, path); // The file was cut while it was copied.
-        Check(copy.Append(std::span(block).first(count)), path);
+        Check(count > 0 ? 0 : EIO, file.Path()); // The file was cut while it was copied.
+        Check(copy.Append(std::span(block).first(count)), file.Path());
         begin += count;
     }
 }
 
 // A path that is too long for the system to follow its links must not end in one.
 bool EndsInPlainFile(const std::string& path) {
-    const int opened = OpenPath(path, O_PATH | O_NOFOLLOW);
+    const Descriptor opened = OpenPath(path, O_PATH | O_NOFOLLOW);
     struct stat facts {};
-    const bool plain = opened >= 0 && ::fstat(opened, &facts) == 0 && S_ISREG(facts.st_mode);
-    if (opened >= 0) {
-        ::close(opened);
-    }
-    return plain;
+    return opened.IsOpen() && ::fstat(opened.Get(), &facts) == 0 && S_ISREG(facts.st_mode);
 }
 
 // The file that a path leads to behind all links.
@@ -93,20 +87,15 @@ std::string RealPath(const std::string& path) {
 
 bool LeadsTo(const std::string& path, const struct stat& facts) {
     struct stat there {};
-    const int opened = OpenPath(path, O_PATH);
-    const bool same = opened >= 0 && ::fstat(opened, &there) == 0 && there.st_dev == facts.st_dev &&
-                      there.st_ino == facts.st_ino;
-    if (opened >= 0) {
-        ::close(opened);
-    }
-    return same;
+    const Descriptor opened = OpenPath(path, O_PATH);
+    return opened.IsOpen() && ::fstat(opened.Get(), &there) == 0 && there.st_dev == facts.st_dev &&
+           there.st_ino == facts.st_ino;
 }
 
 // Nobody else's changes may be lost with the old file.
-void CheckUnchanged(const BinaryFile& file, const std::string& path) {
-    if (!file.IsAsOpened() || !LeadsTo(path, FactsOf(file, path))) {
-        throw RuntimeError(ErrorNumber::PermissionDenied,
-                           std::generic_category().message(EBUSY) + ": " + path);
+void CheckUnchanged(const OpenedFile& file) {
+    if (!file.IsAsOpened() || !LeadsTo(file.Path(), FactsOf(file))) {
+        throw RuntimeError(ErrorNumber::PermissionDenied, ErrorText(EBUSY) + ": " + file.Path());
     }
 }
 
@@ -122,36 +111,37 @@ void KeepOwnerAndRights(int copy, const struct stat& facts, const std::string& p
 }
 
 // A copy of the file with `bytes` in place of the `oldSize` bytes at the offset takes the file's place.
-void SaveByCopy(const std::string& path, const BinaryFile& file, std::uint64_t offset, std::uint64_t oldSize,
+void SaveByCopy(const OpenedFile& file, std::uint64_t offset, std::uint64_t oldSize,
                 std::span<const std::byte> bytes, SaveTimes times) {
+    const std::string& path = file.Path();
     const std::string target = RealPath(path);
-    const struct stat facts = FactsOf(file, path);
+    const struct stat facts = FactsOf(file);
     TemporaryCopy copy;
     Check(copy.Begin(target), path);
-    AppendRange(copy, file, 0, offset, path);
+    AppendRange(copy, file, 0, offset);
     Check(copy.Append(bytes), path);
-    AppendRange(copy, file, std::min(offset + oldSize, file.Size()), file.Size(), path);
-    KeepOwnerAndRights(copy.Descriptor(), facts, path);
-    CopyAttributes(file.Descriptor(), copy.Descriptor());
+    AppendRange(copy, file, std::min(offset + oldSize, file.Size()), file.Size());
+    KeepOwnerAndRights(copy.Number(), facts, path);
+    CopyAttributes(file.Number(), copy.Number());
     if (times == SaveTimes::Keep) {
-        SetTimes(copy.Descriptor(), facts);
+        SetTimes(copy.Number(), facts);
     }
-    CheckUnchanged(file, path);
+    CheckUnchanged(file);
     Check(copy.MoveToTarget(), path);
 }
 
-void WriteInPlace(const std::string& path, BinaryFile& file, std::uint64_t offset,
-                  std::span<const std::byte> oldBytes, std::span<const std::byte> bytes, SaveTimes times) {
-    const struct stat facts = FactsOf(file, path);
+void WriteInPlace(OpenedFile& file, std::uint64_t offset, std::span<const std::byte> oldBytes,
+                  std::span<const std::byte> bytes, SaveTimes times) {
+    const struct stat facts = FactsOf(file);
     try {
         file.WriteAt(offset, bytes);
         if (times == SaveTimes::Keep) {
-            SetTimes(file.Descriptor(), facts);
+            SetTimes(file.Number(), facts);
         }
         file.BringToDisk(); // Where a file system takes bytes on trust, it tells here that it has no room.
     } catch (const RuntimeError&) {
         IgnoreFailure([&] { file.WriteAt(offset, oldBytes); });
-        SetTimes(file.Descriptor(), facts);
+        SetTimes(file.Number(), facts);
         IgnoreFailure([&] { file.BringToDisk(); });
         throw;
     }
@@ -159,9 +149,8 @@ void WriteInPlace(const std::string& path, BinaryFile& file, std::uint64_t offse
 
 } // namespace
 
-void OverwriteBytes(const std::string& path, BinaryFile& file, std::uint64_t offset,
-                    std::span<const std::byte> oldBytes, std::span<const std::byte> bytes, SaveTimes times,
-                    WithoutCopy withoutCopy) {
+void OverwriteBytes(OpenedFile& file, std::uint64_t offset, std::span<const std::byte> oldBytes,
+                    std::span<const std::byte> bytes, SaveTimes times, WithoutCopy withoutCopy) {
     const auto first = std::mismatch(bytes.begin(), bytes.end(), oldBytes.begin());
     if (first.first == bytes.end()) {
         return;
@@ -172,18 +161,18 @@ void OverwriteBytes(const std::string& path, BinaryFile& file, std::uint64_t off
         --end;
     }
     const auto writeInPlace = [&] {
-        CheckUnchanged(file, path);
-        WriteInPlace(path, file, offset + begin, oldBytes.subspan(begin, end - begin),
+        CheckUnchanged(file);
+        WriteInPlace(file, offset + begin, oldBytes.subspan(begin, end - begin),
                      bytes.subspan(begin, end - begin), times);
     };
     const bool inPlaceAllowed = withoutCopy == WithoutCopy::InPlace;
     if ((offset + begin) / PageSize == (offset + end - 1) / PageSize ||
-        (inPlaceAllowed && FactsOf(file, path).st_nlink > 1)) {
+        (inPlaceAllowed && FactsOf(file).st_nlink > 1)) {
         writeInPlace();
         return;
     }
     try {
-        SaveByCopy(path, file, offset, oldBytes.size(), bytes, times);
+        SaveByCopy(file, offset, oldBytes.size(), bytes, times);
     } catch (const RuntimeError&) {
         if (!inPlaceAllowed) {
             throw;
@@ -192,9 +181,8 @@ void OverwriteBytes(const std::string& path, BinaryFile& file, std::uint64_t off
     }
 }
 
-void ReplaceHead(const std::string& path, const BinaryFile& file, std::uint64_t oldSize,
-                 std::span<const std::byte> head) {
-    SaveByCopy(path, file, 0, oldSize, head, SaveTimes::Keep);
+void ReplaceHead(const OpenedFile& file, std::uint64_t oldSize, std::span<const std::byte> head) {
+    SaveByCopy(file, 0, oldSize, head, SaveTimes::Keep);
 }
 
-} // namespace quavernet
+} // namespace quavernet::posix

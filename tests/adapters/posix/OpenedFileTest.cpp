@@ -1,4 +1,4 @@
-#include "platform/BinaryFile.h"
+#include "adapters/posix/OpenedFile.h"
 
 #include "platform/RuntimeError.h"
 #include "support/OrdinaryUser.h"
@@ -15,12 +15,14 @@
 
 namespace quavernet::test {
 
-class BinaryFileTest : public ::testing::Test {
+using posix::OpenedFile;
+
+class OpenedFileTest : public ::testing::Test {
 protected:
     // Number of the error that opening raises, 0 if it goes well.
     static int OpenError(const std::string& path, BinaryFile::Access access = BinaryFile::Access::Read) {
         try {
-            BinaryFile file(path, access);
+            OpenedFile file(path, access);
             return 0;
         } catch (const RuntimeError& error) {
             EXPECT_FALSE(error.Description().empty());
@@ -28,7 +30,7 @@ protected:
         }
     }
 
-    static std::string Read(const BinaryFile& file, std::uint64_t offset, std::size_t count) {
+    static std::string Read(const OpenedFile& file, std::uint64_t offset, std::size_t count) {
         std::string text(count, '?');
         text.resize(file.ReadAt(offset, std::as_writable_bytes(std::span(text.data(), text.size()))));
         return text;
@@ -37,9 +39,9 @@ protected:
     TemporaryFolder folder;
 };
 
-TEST_F(BinaryFileTest, ReadsAtOffsetsAndStopsAtTheEnd) {
+TEST_F(OpenedFileTest, ReadsAtOffsetsAndStopsAtTheEnd) {
     WriteFile(folder / "a", "0123456789");
-    const BinaryFile file(folder / "a", BinaryFile::Access::Read);
+    const OpenedFile file(folder / "a", BinaryFile::Access::Read);
     EXPECT_EQ(file.Size(), 10u);
     EXPECT_EQ(Read(file, 0, 4), "0123");
     EXPECT_EQ(Read(file, 7, 10), "789");
@@ -47,23 +49,22 @@ TEST_F(BinaryFileTest, ReadsAtOffsetsAndStopsAtTheEnd) {
     EXPECT_EQ(Read(file, 1000, 1), "");
 }
 
-TEST_F(BinaryFileTest, WritesAtOffsets) {
+TEST_F(OpenedFileTest, WritesAtOffsets) {
     WriteFile(folder / "a", "0123456789");
-    BinaryFile file(folder / "a", BinaryFile::Access::ReadWrite);
+    OpenedFile file(folder / "a", BinaryFile::Access::ReadWrite);
     file.WriteAt(3, AsBytes("abc"));
     EXPECT_EQ(Read(file, 0, 10), "012abc6789");
-    file.Close();
     EXPECT_EQ(ReadFile(folder / "a"), "012abc6789");
 }
 
-TEST_F(BinaryFileTest, AFileOpenedForReadingIsNotWritten) {
+TEST_F(OpenedFileTest, AFileOpenedForReadingIsNotWritten) {
     WriteFile(folder / "a", "0123");
-    BinaryFile file(folder / "a", BinaryFile::Access::Read);
+    OpenedFile file(folder / "a", BinaryFile::Access::Read);
     EXPECT_THROW(file.WriteAt(0, AsBytes("x")), RuntimeError);
     EXPECT_EQ(ReadFile(folder / "a"), "0123");
 }
 
-TEST_F(BinaryFileTest, NamesTheReasonWhyAFileDoesNotOpen) {
+TEST_F(OpenedFileTest, NamesTheReasonWhyAFileDoesNotOpen) {
     WriteFile(folder / "a", "x");
     EXPECT_EQ(OpenError(folder / "missing"), ErrorNumber::FileNotFound);
     EXPECT_EQ(OpenError(""), ErrorNumber::FileNotFound);
@@ -73,24 +74,24 @@ TEST_F(BinaryFileTest, NamesTheReasonWhyAFileDoesNotOpen) {
     EXPECT_EQ(OpenError(std::string(5000, 'x')), ErrorNumber::PathFileAccess);
 }
 
-TEST_F(BinaryFileTest, NeverCreatesAFile) {
+TEST_F(OpenedFileTest, NeverCreatesAFile) {
     EXPECT_EQ(OpenError(folder / "missing", BinaryFile::Access::ReadWrite), ErrorNumber::FileNotFound);
     EXPECT_FALSE(std::filesystem::exists(folder / "missing"));
 }
 
-TEST_F(BinaryFileTest, APathWithANulIsNotCutToAnotherFile) {
+TEST_F(OpenedFileTest, APathWithANulIsNotCutToAnotherFile) {
     WriteFile(folder / "a", "x");
     EXPECT_EQ(OpenError((folder / "a") + std::string("\0.mp3", 5)), ErrorNumber::FileNotFound);
 }
 
-TEST_F(BinaryFileTest, PipesAndDevicesAreRefusedWithoutWaiting) {
+TEST_F(OpenedFileTest, PipesAndDevicesAreRefusedWithoutWaiting) {
     ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
     EXPECT_EQ(OpenError(folder / "pipe"), ErrorNumber::PathFileAccess);
     EXPECT_EQ(OpenError(folder / "pipe", BinaryFile::Access::ReadWrite), ErrorNumber::PathFileAccess);
     EXPECT_EQ(OpenError("/dev/null"), ErrorNumber::PathFileAccess);
 }
 
-TEST_F(BinaryFileTest, RightsAreHeeded) {
+TEST_F(OpenedFileTest, RightsAreHeeded) {
     WriteFile(folder / "readonly", "x");
     WriteFile(folder / "secret", "x");
     ::chmod(folder.Path().c_str(), 0755);
@@ -102,33 +103,25 @@ TEST_F(BinaryFileTest, RightsAreHeeded) {
     EXPECT_EQ(OpenError(folder / "secret"), ErrorNumber::PathFileAccess);
 }
 
-TEST_F(BinaryFileTest, LinksToPlainFilesAreFollowedAndCirclesAreNot) {
+TEST_F(OpenedFileTest, LinksToPlainFilesAreFollowedAndCirclesAreNot) {
     WriteFile(folder / "a", "abc");
     std::filesystem::create_symlink("a", folder / "link");
     std::filesystem::create_symlink("circle", folder / "circle");
-    EXPECT_EQ(Read(BinaryFile(folder / "link", BinaryFile::Access::Read), 0, 3), "abc");
+    EXPECT_EQ(Read(OpenedFile(folder / "link", BinaryFile::Access::Read), 0, 3), "abc");
     EXPECT_EQ(OpenError(folder / "circle"), ErrorNumber::PathFileAccess);
 }
 
-TEST_F(BinaryFileTest, MovingPassesTheOpenFileOn) {
+TEST_F(OpenedFileTest, MovingPassesTheOpenFileOn) {
     WriteFile(folder / "a", "abc");
     WriteFile(folder / "b", "xyz");
-    BinaryFile first(folder / "a", BinaryFile::Access::Read);
-    BinaryFile second(std::move(first));
+    OpenedFile first(folder / "a", BinaryFile::Access::Read);
+    OpenedFile second(std::move(first));
     EXPECT_EQ(Read(second, 0, 3), "abc");
-    second = BinaryFile(folder / "b", BinaryFile::Access::Read);
+    second = OpenedFile(folder / "b", BinaryFile::Access::Read);
     EXPECT_EQ(Read(second, 0, 3), "xyz");
 }
 
-TEST_F(BinaryFileTest, AFileThatIsClosedFails) {
-    WriteFile(folder / "a", "abc");
-    BinaryFile file(folder / "a", BinaryFile::Access::Read);
-    file.Close();
-    file.Close();
-    EXPECT_THROW(Read(file, 0, 1), RuntimeError);
-}
-
-TEST_F(BinaryFileTest, APathBeyondTheLengthOfASystemCallIsOpened) {
+TEST_F(OpenedFileTest, APathBeyondTheLengthOfASystemCallIsOpened) {
     std::string path = folder.Path();
     int at = ::open(path.c_str(), O_RDONLY | O_DIRECTORY);
     const std::string name(250, 'n');
@@ -144,7 +137,7 @@ TEST_F(BinaryFileTest, APathBeyondTheLengthOfASystemCallIsOpened) {
     ::close(made);
     ::close(at);
     ASSERT_GT(path.size(), 10000U);
-    EXPECT_EQ(Read(BinaryFile(path + "/a", BinaryFile::Access::Read), 0, 10), "deep");
+    EXPECT_EQ(Read(OpenedFile(path + "/a", BinaryFile::Access::Read), 0, 10), "deep");
     EXPECT_EQ(OpenError(path + "/missing"), ErrorNumber::FileNotFound);
 }
 

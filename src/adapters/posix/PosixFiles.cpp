@@ -1,0 +1,37 @@
+#include "adapters/posix/PosixFiles.h"
+
+#include "adapters/posix/OpenedFile.h"
+#include "adapters/posix/SafeSave.h"
+
+namespace quavernet {
+
+namespace {
+
+class PosixFile : public BinaryFile {
+public:
+    PosixFile(const std::string& path, Access access) : m_file(path, access) {}
+
+    std::uint64_t Size() const override { return m_file.Size(); }
+    std::size_t ReadAt(std::uint64_t offset, std::span<std::byte> bytes) const override {
+        return m_file.ReadAt(offset, bytes);
+    }
+    std::uint64_t NextData(std::uint64_t offset) const override { return m_file.NextData(offset); }
+    void Overwrite(std::uint64_t offset, std::span<const std::byte> oldBytes,
+                   std::span<const std::byte> bytes, SaveTimes times, WithoutCopy withoutCopy) override {
+        posix::OverwriteBytes(m_file, offset, oldBytes, bytes, times, withoutCopy);
+    }
+    void ReplaceHead(std::uint64_t oldSize, std::span<const std::byte> head) override {
+        posix::ReplaceHead(m_file, oldSize, head);
+    }
+
+private:
+    posix::OpenedFile m_file;
+};
+
+} // namespace
+
+std::unique_ptr<BinaryFile> PosixFiles::Open(const std::string& path, BinaryFile::Access access) {
+    return std::make_unique<PosixFile>(path, access);
+}
+
+} // namespace quavernet

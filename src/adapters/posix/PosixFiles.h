@@ -1,0 +1,16 @@
+// The user's files on a POSIX system. Made by RealServices.
+#pragma once
+
+#include "platform/UserFiles.h"
+
+#include <memory>
+#include <string>
+
+namespace quavernet {
+
+class PosixFiles : public UserFiles {
+public:
+    std::unique_ptr<BinaryFile> Open(const std::string& path, BinaryFile::Access access) override;
+};
+
+} // namespace quavernet

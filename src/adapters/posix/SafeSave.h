@@ -1,0 +1,21 @@
+// Changes to files of the user, of which either the old or the new bytes are left, never a mixture, also if
+// the process is killed in the middle. Called by PosixFiles.
+#pragma once
+
+#include "adapters/posix/OpenedFile.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace quavernet::posix {
+
+/// As BinaryFile::Overwrite.
+void OverwriteBytes(OpenedFile& file, std::uint64_t offset, std::span<const std::byte> oldBytes,
+                    std::span<const std::byte> bytes, SaveTimes times,
+                    WithoutCopy withoutCopy = WithoutCopy::Refuse);
+
+/// As BinaryFile::ReplaceHead.
+void ReplaceHead(const OpenedFile& file, std::uint64_t oldSize, std::span<const std::byte> head);
+
+} // namespace quavernet::posix
