@@ -138,6 +138,21 @@ class CheckTest(unittest.TestCase):
             self.write("src/platform/Clock.cpp", f"#include <{header}>\n")
             self.assertEqual(self.broken("layers"), [f"src/platform/Clock.cpp: the logic includes <{header}>"])
 
+    def test_the_logic_must_not_include_a_header_of_the_system(self):
+        for header in ("fcntl.h", "unistd.h", "sys/stat.h", "dirent.h", "iconv.h", "errno.h", "linux/fs.h", "ogg/ogg.h"):
+            for line in (f"#include <{header}>", f'#include "{header}"'):
+                self.write("src/platform/Clock.cpp", line + "\n")
+                self.assertEqual(self.broken("layers"), [f"src/platform/Clock.cpp: the logic includes <{header}>"])
+        self.write("src/platform/Clock.cpp", "")
+        self.write("src/platform/Clock.h", "#include <sys/types.h>\n")
+        self.assertEqual(self.broken("layers"), ["src/platform/Clock.h: the logic includes <sys/types.h>"])
+
+    def test_adapters_include_the_system_and_the_logic_the_standard_library(self):
+        self.write("src/adapters/posix/CMakeLists.txt", "target_sources(quavernet_posix PRIVATE X.cpp)")
+        self.write("src/adapters/posix/X.cpp", "#include <fcntl.h>\n#include <sys/stat.h>\n")
+        self.write("src/platform/Clock.cpp", '#include "platform/Clock.h"\n#include <cerrno>\n#include <string_view>\n')
+        self.assertEqual(self.broken("layers"), [])
+
     def test_the_logic_must_not_include_a_header_of_a_form(self):
         self.write("src/platform/Widget.h", "#include <QWidget>\n")
         self.write("src/platform/Clock.cpp", '#include "platform/Widget.h"\n')

@@ -124,9 +124,9 @@ def cycles(root):
 
 
 def layers(root):
-    """Folders include downwards only; adapters include platform and app; the logic sees no library.
+    """Folders include downwards only; adapters include platform and app; the logic sees no library and no system.
 
-    Adapters are seen by programs' own sources (main.cpp and its like), which put the pieces together, and
+    The logic includes nothing but itself and the standard library, no header of POSIX or Linux either. Adapters are seen by programs' own sources (main.cpp and its like), which put the pieces together, and
     adapters/qt by the forms as well.
     """
     tree = source.Tree(root)

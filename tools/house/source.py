@@ -13,8 +13,19 @@ LEFT_OUT = {".git", ".cache", "out", "__pycache__"}
 ADAPTERS = {"sqlite", "id3v2", "vorbis", "mpv", "posix", "qt"}
 
 QT_INCLUDE = re.compile(r"^(Q[A-Z]\w*|Qt\w*/.*|ui_.*\.h)$")
-FOREIGN_INCLUDE = re.compile(r"^(Q[A-Z]\w*|Qt\w*/.*|ui_.*\.h|sqlite3.*\.h|taglib/.*|mpegfile\.h|id3v2\w*\.h|"
-                             r"tag\.h|mpv/.*|vorbis/.*|ogg/.*)$")
+
+# The headers of the standard library of C++20, and those of C in their C++ form. Whatever else stands in angle
+# brackets belongs to a library or to the system (POSIX, Linux).
+STANDARD = set("""
+    algorithm any array atomic barrier bit bitset charconv chrono codecvt compare complex concepts condition_variable
+    coroutine deque exception execution filesystem format forward_list fstream functional future initializer_list iomanip
+    ios iosfwd iostream istream iterator latch limits list locale map memory memory_resource mutex new numbers numeric
+    optional ostream queue random ranges ratio regex scoped_allocator semaphore set shared_mutex source_location span
+    sstream stack stdexcept stop_token streambuf string string_view syncstream system_error thread tuple type_traits
+    typeindex typeinfo unordered_map unordered_set utility valarray variant vector version
+    cassert cctype cerrno cfenv cfloat cinttypes climits clocale cmath csetjmp csignal cstdarg cstddef cstdint cstdio
+    cstdlib cstring ctime cuchar cwchar cwctype
+""".split())
 
 
 def walk(root, folders, endings):
@@ -184,19 +195,25 @@ class Tree:
     def is_adapter(self, path):
         return self.room(path).startswith("adapters/")
 
+    def _own(self, path, name):
+        """The file of src/ that a name in an include of `path` means, or nothing."""
+        for candidate in ("src/" + name, os.path.normpath(os.path.join(os.path.dirname(path), name))):
+            if candidate in self.text:
+                return candidate
+        return None
+
     def own_includes(self, path):
         """Included files of src/, as paths from the root."""
-        known = set(self.files)
-        result = []
-        for name, _quoted in includes(self.text[path]):
-            for candidate in ("src/" + name, os.path.normpath(os.path.join(os.path.dirname(path), name))):
-                if candidate in known:
-                    result.append(candidate)
-                    break
-        return result
+        return [own for own in (self._own(path, name) for name, _quoted in includes(self.text[path])) if own]
 
-    def foreign_includes(self, path, pattern=FOREIGN_INCLUDE):
+    def includes_of(self, path, pattern):
+        """Included names that match the pattern."""
         return [name for name, _quoted in includes(self.text[path]) if pattern.match(name)]
+
+    def foreign_includes(self, path):
+        """Included names that are neither files of src/ nor headers of the standard library."""
+        return [name for name, quoted in includes(self.text[path])
+                if name not in STANDARD and not (quoted and self._own(path, name))]
 
     def is_logic(self, path):
         """Compiled into the logic's target; a header goes with its source, or else by what it includes."""
@@ -215,7 +232,7 @@ class Tree:
         source = os.path.splitext(path)[0] + ".cpp"
         if self.targets.get(source) in ("quavernet_forms", "quavernet_qt", "quavernet"):
             return True
-        return bool(self.foreign_includes(path, QT_INCLUDE)) or any(
+        return bool(self.includes_of(path, QT_INCLUDE)) or any(
             self.uses_qt(other, seen) for other in self.own_includes(path))
 
 
