@@ -55,4 +55,17 @@ inline std::string TagV2(int major, std::string_view frames, std::size_t padding
            std::string(padding, '\0');
 }
 
+/// Packed without packing: one stored block (RFC 1950 and 1951).
+inline std::string Stored(const std::string& data) {
+    std::uint32_t low = 1;
+    std::uint32_t high = 0;
+    for (const char c : data) {
+        low = (low + static_cast<unsigned char>(c)) % 65521;
+        high = (high + low) % 65521;
+    }
+    const auto size = static_cast<int>(data.size());
+    return Bytes({0x78, 0x01, 0x01, size & 0xFF, size >> 8, ~size & 0xFF, ~(size >> 8) & 0xFF}) + data +
+           Big(high << 16 | low, 4);
+}
+
 } // namespace quavernet::test

@@ -1,13 +1,13 @@
 #include "adapters/id3v2/Id3v2Frames.h"
 
+#include "adapters/id3v2/Id3v2Texts.h"
 #include "platform/CodePage.h"
 
-#include <commentsframe.h>
 #include <id3v2framefactory.h>
 #include <id3v2header.h>
-#include <id3v2tag.h>
-#include <textidentificationframe.h>
+#include <unknownframe.h>
 
+#include <algorithm>
 #include <exception>
 #include <memory>
 
@@ -17,15 +17,7 @@ namespace {
 
 constexpr std::size_t LargestCompressedFrame = std::size_t{1} << 16; // It unpacks to a thousand times that.
 constexpr std::string_view DefaultLanguage = "eng";
-
-enum Encoding : unsigned char { Latin1 = 0, Utf16 = 1, Utf8 = 3 };
-
-class Windows1252Handler : public TagLib::ID3v2::Latin1StringHandler {
-public:
-    TagLib::String parse(const TagLib::ByteVector& data) const override {
-        return TagLib::String(FromWindows1252({data.data(), data.size()}), TagLib::String::UTF8);
-    }
-};
+constexpr std::size_t LanguageSize = 3;
 
 TagLib::ByteVector ToTagLib(ByteView bytes) {
     return {reinterpret_cast<const char*>(bytes.data()), static_cast<unsigned int>(bytes.size())};
@@ -37,58 +29,110 @@ void AppendText(Bytes& bytes, std::string_view text) {
     }
 }
 
-bool IsCompressed(unsigned major, ByteView frame) {
-    const unsigned mask = major == 3 ? 0x80u : 0x08u;
-    return major > 2 && (std::to_integer<unsigned>(frame[9]) & mask) != 0;
+// What the second flag byte of a frame says. All but unsynchronisation put bytes of their own between the
+// frame's header and its contents.
+struct FrameFlags {
+    bool compressed = false;     ///< In version 2.3 with the unpacked size, 4 bytes.
+    bool encrypted = false;      ///< With the method, 1 byte.
+    bool grouped = false;        ///< With the group, 1 byte.
+    bool unsynchronised = false; ///< From version 2.4 on.
+    bool lengthTold = false;     ///< From version 2.4 on, with the unpacked size, 4 bytes.
+
+    bool IsPacked() const { return compressed || unsynchronised || lengthTold; }
+};
+
+unsigned GroupFlag(unsigned major) {
+    return major == 3 ? 0x20u : 0x40u;
 }
 
-// The frame as one of version 2.3 or 2.4 with an id that TagLib reads without a meaning of its own: it takes
-// genres apart and turns years into dates.
-Bytes NeutralFrame(const TagHeader& header, Field field, ByteView frame) {
-    const std::size_t headerSize = FrameHeaderSize(header.major);
-    const auto contents = static_cast<std::uint32_t>(frame.size() - headerSize);
-    Bytes bytes;
-    AppendText(bytes, field == Field::Comment ? "COMM" : "TIT2");
-    if (header.major == 4) {
-        AppendSyncSafe(bytes, contents);
-    } else {
-        AppendBigEndian(bytes, contents, 4);
+FrameFlags FlagsOf(const TagHeader& header, ByteView frame) {
+    if (header.major == 2) {
+        return {};
     }
-    bytes.push_back(header.major == 2 ? std::byte{0} : frame[8]);
-    bytes.push_back(header.major == 2 ? std::byte{0} : frame[9]);
-    bytes.insert(bytes.end(), frame.begin() + static_cast<std::ptrdiff_t>(headerSize), frame.end());
+    const auto bits = std::to_integer<unsigned>(frame[9]);
+    FrameFlags flags;
+    flags.grouped = (bits & GroupFlag(header.major)) != 0;
+    flags.compressed = (bits & (header.major == 3 ? 0x80u : 0x08u)) != 0;
+    flags.encrypted = (bits & (header.major == 3 ? 0x40u : 0x04u)) != 0;
+    flags.unsynchronised =
+        header.major == 4 && (header.HasFlag(TagHeader::Unsynchronisation) || (bits & 0x02u) != 0);
+    flags.lengthTold = header.major == 4 && (bits & 0x01u) != 0;
+    return flags;
+}
+
+// What follows the frame's header without the byte that names its group, which no text needs: the last of the
+// flags' bytes in version 2.3, the first in version 2.4.
+Bytes Ungrouped(const TagHeader& header, const FrameFlags& flags, ByteView rest) {
+    Bytes bytes(rest.begin(), rest.end());
+    const std::size_t at = header.major == 3 && flags.compressed ? 4 : 0;
+    if (flags.grouped && at < bytes.size()) {
+        bytes.erase(bytes.begin() + static_cast<std::ptrdiff_t>(at));
+    }
     return bytes;
 }
 
-// Version 2.4 keeps its mark of unsynchronisation, which works frame by frame there.
-TagLib::ID3v2::Header NeutralHeader(const TagHeader& header) {
-    TagHeader neutral = header;
-    if (header.major < 4) {
-        neutral.major = 3;
-        neutral.flags = 0;
+// The contents before they were packed, by TagLib. The frame gets an id that no version knows, so that the
+// library leaves the contents alone: it takes genres apart and turns years into dates.
+Bytes Unpacked(const TagHeader& header, ByteView frame, const Bytes& rest) {
+    Bytes bytes;
+    AppendText(bytes, "QQQQ");
+    if (header.major == 4) {
+        AppendSyncSafe(bytes, static_cast<std::uint32_t>(rest.size()));
+    } else {
+        AppendBigEndian(bytes, static_cast<std::uint32_t>(rest.size()), 4);
     }
-    return TagLib::ID3v2::Header(ToTagLib(BuildTagHeader(neutral, "ID3")));
+    bytes.push_back(frame[8]);
+    bytes.push_back(frame[9] & static_cast<std::byte>(~GroupFlag(header.major)));
+    bytes.insert(bytes.end(), rest.begin(), rest.end());
+    TagHeader tag = header;
+    if (header.major == 3) {
+        tag.flags = 0; // Undone by now; version 2.4 does it frame by frame.
+    }
+    TagLib::ID3v2::Header tagOfLibrary(ToTagLib(BuildTagHeader(tag, "ID3")));
+    const std::unique_ptr<TagLib::ID3v2::Frame> unpacked(
+        TagLib::ID3v2::FrameFactory::instance()->createFrame(ToTagLib(bytes), &tagOfLibrary));
+    const auto* unknown = dynamic_cast<const TagLib::ID3v2::UnknownFrame*>(unpacked.get());
+    const TagLib::ByteVector data = unknown == nullptr ? TagLib::ByteVector() : unknown->data();
+    const ByteView view = std::as_bytes(std::span<const char>(data.data(), data.size()));
+    return {view.begin(), view.end()};
 }
 
-FieldValue ValueOf(const TagLib::ID3v2::Frame* frame) {
-    FieldValue value;
-    if (const auto* comment = dynamic_cast<const TagLib::ID3v2::CommentsFrame*>(frame)) {
-        const TagLib::ByteVector language = comment->language();
-        value.text = comment->text().to8Bit(true);
-        value.language.assign(language.data(), language.size());
-        value.description = comment->description().to8Bit(true);
-    } else if (const auto* text = dynamic_cast<const TagLib::ID3v2::TextIdentificationFrame*>(frame)) {
-        const TagLib::StringList values = text->fieldList();
-        value.text = values.isEmpty() ? std::string() : values.front().to8Bit(true);
+// A comment has a language and a description before its text.
+FieldValue CommentOf(std::string_view contents, unsigned encoding) {
+    if (contents.size() <= LanguageSize) {
+        return {};
     }
-    value.text.resize(std::min(value.text.size(), value.text.find('\0')));
+    FieldValue value;
+    value.language = contents.substr(0, LanguageSize);
+    contents.remove_prefix(LanguageSize);
+    std::size_t end = 0;
+    const std::string_view description = FirstText(contents, encoding, end);
+    if (end != std::string_view::npos) {
+        value.description = DecodeText(description, encoding);
+        // Some writers mark the description alone.
+        const auto order = MarkedOrder(description);
+        value.text = DecodeText(FirstText(contents.substr(end), encoding, end), encoding, order);
+    }
     return value;
 }
 
-// Little-endian text behind its mark, up to a NUL; the planes above the first are left to the library.
+FieldValue ValueOf(Field field, std::string_view contents) {
+    if (contents.empty()) {
+        return {};
+    }
+    const auto encoding = static_cast<unsigned char>(contents.front());
+    contents.remove_prefix(1);
+    if (field == Field::Comment) {
+        return CommentOf(contents, encoding);
+    }
+    std::size_t end = 0;
+    return {DecodeText(FirstText(contents, encoding, end), encoding), {}, {}};
+}
+
+// Little-endian text after its mark, up to a NUL; the planes above the first are left to the library.
 std::optional<std::string> PlainUtf16(ByteView contents) {
     const bool marked =
-        contents.size() >= 4 && contents[0] == std::byte{0xFF} && contents[1] == std::byte{0xFE};
+        contents.size() >= 2 && contents[0] == std::byte{0xFF} && contents[1] == std::byte{0xFE};
     if (!marked || contents.size() % 2 != 0) {
         return std::nullopt;
     }
@@ -108,7 +152,7 @@ std::optional<std::string> PlainUtf16(ByteView contents) {
             text += EncodeUtf8(unit);
         }
     }
-    return text.empty() ? std::nullopt : std::optional(std::move(text));
+    return text;
 }
 
 bool IsLatin1(std::string_view text) {
@@ -182,9 +226,6 @@ std::optional<std::string> DecodePlainText(const TagHeader& header, ByteView fra
     if (encoding == Utf16) {
         return PlainUtf16(contents);
     }
-    if (contents[0] == std::byte{0}) {
-        return std::nullopt; // An empty first value is passed over for the next one.
-    }
     std::string_view text(reinterpret_cast<const char*>(contents.data()), contents.size());
     text = text.substr(0, text.find('\0'));
     if (encoding == Latin1) {
@@ -199,20 +240,26 @@ FieldValue DecodeFrame(const TagHeader& header, Field field, ByteView frame) {
             return {std::move(*text), {}, {}};
         }
     }
-    return DecodeWithTagLib(header, field, frame);
+    return DecodeAnyFrame(header, field, frame);
 }
 
-FieldValue DecodeWithTagLib(const TagHeader& header, Field field, ByteView frame) {
-    if (frame.size() <= FrameHeaderSize(header.major) || frame.size() > LargestFrame ||
-        (IsCompressed(header.major, frame) && frame.size() > LargestCompressedFrame)) {
+FieldValue DecodeAnyFrame(const TagHeader& header, Field field, ByteView frame) {
+    const std::size_t headerSize = FrameHeaderSize(header.major);
+    if (frame.size() <= headerSize || frame.size() > LargestFrame) {
+        return {};
+    }
+    const FrameFlags flags = FlagsOf(header, frame);
+    if (flags.encrypted || (flags.compressed && frame.size() > LargestCompressedFrame)) {
         return {};
     }
     try {
-        TagLib::ID3v2::Header tagHeader = NeutralHeader(header);
-        const std::unique_ptr<TagLib::ID3v2::Frame> decoded(
-            TagLib::ID3v2::FrameFactory::instance()->createFrame(ToTagLib(NeutralFrame(header, field, frame)),
-                                                                 &tagHeader));
-        return ValueOf(decoded.get());
+        Bytes contents = Ungrouped(header, flags, frame.subspan(headerSize));
+        if (flags.IsPacked()) {
+            contents = Unpacked(header, frame, contents);
+        }
+        FieldValue value = ValueOf(field, {reinterpret_cast<const char*>(contents.data()), contents.size()});
+        value.text.resize(std::min(value.text.size(), value.text.find('\0')));
+        return value;
     } catch (const std::exception&) {
         return {}; // A frame that breaks the library is one that can't be read.
     }
@@ -231,11 +278,6 @@ Bytes EncodeFrame(unsigned major, std::string_view id, Field field, const FieldV
     }
     frame.insert(frame.end(), contents.begin(), contents.end());
     return frame;
-}
-
-void UseWindows1252() {
-    static const Windows1252Handler handler; // TagLib keeps the pointer for the rest of the process.
-    TagLib::ID3v2::Tag::setLatin1StringHandler(&handler);
 }
 
 } // namespace quavernet::id3v2

@@ -159,7 +159,7 @@ std::optional<Field> FieldOfIndex(int index) {
 
 class TagLibComponent : public TagComponent {
 public:
-    explicit TagLibComponent(UserFiles& files) : m_files(files) { UseWindows1252(); }
+    explicit TagLibComponent(UserFiles& files) : m_files(files) {}
 
     void LoadFile(const std::string& path) override {
         Forget(path);
