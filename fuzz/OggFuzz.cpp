@@ -2,7 +2,6 @@
 // the parser of those lines.
 #include "adapters/vorbis/ByteSource.h"
 #include "adapters/vorbis/OggInfoReader.h"
-#include "adapters/vorbis/OggPages.h"
 #include "inspect/OggInfoText.h"
 
 #include "FuzzInput.h"
@@ -14,6 +13,8 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include <ogg/ogg.h>
 
 namespace {
 
@@ -54,10 +55,9 @@ std::vector<std::uint8_t> Repaired(std::span<const std::uint8_t> data) {
         if (at + size > bytes.size()) {
             break;
         }
-        const std::uint32_t sum = vorbis::OggChecksum(std::span(bytes).subspan(at, size));
-        for (std::size_t i = 0; i < 4; ++i) {
-            bytes[at + 22 + i] = static_cast<std::uint8_t>(sum >> (8 * i));
-        }
+        ogg_page page{bytes.data() + at, static_cast<long>(headerSize), bytes.data() + at + headerSize,
+                      static_cast<long>(size - headerSize)};
+        ogg_page_checksum_set(&page);
         at += size;
     }
     return bytes;

@@ -2,8 +2,6 @@
 
 #include "support/TemporaryFolder.h"
 
-#include "adapters/vorbis/OggPages.h"
-
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -13,6 +11,8 @@
 #include <memory>
 #include <span>
 #include <stdexcept>
+
+#include <ogg/ogg.h>
 
 namespace quavernet::test {
 
@@ -98,8 +98,12 @@ std::string PageBytes(const ForgedPage& page) {
     bytes += NumberBytes(static_cast<std::uint64_t>(page.granule), 8) + LittleEndian32(page.serial) +
              LittleEndian32(page.sequence) + LittleEndian32(0) + static_cast<char>(page.lacing.size());
     bytes.append(page.lacing.begin(), page.lacing.end()).append(page.body);
-    const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
-    return bytes.replace(22, 4, LittleEndian32(vorbis::OggChecksum(std::span(data, bytes.size()))));
+    auto* const data = reinterpret_cast<unsigned char*>(bytes.data());
+    const std::size_t headerSize = 27 + page.lacing.size();
+    ogg_page whole{data, static_cast<long>(headerSize), data + headerSize,
+                   static_cast<long>(bytes.size() - headerSize)};
+    ogg_page_checksum_set(&whole);
+    return bytes;
 }
 
 } // namespace

@@ -84,27 +84,4 @@ std::unique_ptr<ByteSource> OpenMemory(std::span<const std::uint8_t> bytes) {
     return std::make_unique<MemorySource>(bytes);
 }
 
-std::span<const std::uint8_t> ByteWindow::At(std::uint64_t offset, std::size_t count, std::size_t ahead) {
-    const std::uint64_t left = offset < Size() ? Size() - offset : 0;
-    count = static_cast<std::size_t>(std::min<std::uint64_t>(count, left));
-    if (offset < m_start || offset + count > m_start + m_filled) {
-        const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(std::max(count, ahead), left));
-        if (m_bytes.size() < wanted) {
-            m_bytes.resize(wanted);
-        }
-        m_start = offset;
-        m_filled = m_source.ReadAt(offset, std::span(m_bytes).first(wanted));
-        count = std::min(count, m_filled);
-    }
-    return std::span<const std::uint8_t>(m_bytes).subspan(static_cast<std::size_t>(offset - m_start), count);
-}
-
-std::span<const std::uint8_t> ByteWindow::Held(std::uint64_t offset, std::size_t count, std::size_t ahead) {
-    if (At(offset, count, ahead).empty()) {
-        return {};
-    }
-    const auto from = static_cast<std::size_t>(offset - m_start);
-    return std::span<const std::uint8_t>(m_bytes).subspan(from, m_filled - from);
-}
-
 } // namespace quavernet::vorbis

@@ -23,22 +23,23 @@ public:
 
     bool Empty() const { return m_streams.empty(); }
 
-    void Take(OggPageReader& reader, const OggPage& page) {
-        const auto known = m_bySerial.find(page.serial);
+    void Take(ogg_page& page) {
+        const auto serial = static_cast<std::uint32_t>(ogg_page_serialno(&page));
+        const auto known = m_bySerial.find(serial);
         if (known == m_bySerial.end()) {
-            TakeFirst(reader, page);
+            TakeFirst(serial, page);
             return;
         }
         Stream& stream = m_streams[known->second];
         m_inHeaders = false;
         if (stream.ended) {
             if (stream.isNew) {
-                AppendNew(stream, page.serial); // The tool names it again with each of its further pages.
+                AppendNew(stream, serial); // The tool names it again with each of its further pages.
             }
             return;
         }
         stream.isNew = false;
-        Feed(stream, reader, page);
+        Feed(stream, page);
     }
 
     /// Reports the streams whose last page never came.
@@ -62,17 +63,17 @@ private:
         bool closed = false; ///< It began where no stream may begin: nothing of it counts.
     };
 
-    void TakeFirst(OggPageReader& reader, const OggPage& page) {
+    void TakeFirst(std::uint32_t serial, ogg_page& page) {
         Stream& stream = m_streams.emplace_back();
         stream.number = m_streams.size();
-        m_bySerial.emplace(page.serial, m_streams.size() - 1);
+        m_bySerial.emplace(serial, m_streams.size() - 1);
         // All streams that run side by side begin before the first of them goes on.
         stream.closed = m_open > 0 && !m_inHeaders;
         m_inHeaders = true;
         ++m_open;
-        SetType(stream, VorbisStream::BeginsWith(page, reader.Body(page)));
-        AppendNew(stream, page.serial);
-        Feed(stream, reader, page);
+        SetType(stream, VorbisStream::BeginsWith(page));
+        AppendNew(stream, serial);
+        Feed(stream, page);
     }
 
     static void SetType(Stream& stream, VorbisStream::Beginning beginning) {
@@ -91,15 +92,11 @@ private:
         m_lines.append(serial.data()).append("): type ").append(stream.type).append("\n");
     }
 
-    void Feed(Stream& stream, OggPageReader& reader, const OggPage& page) {
+    void Feed(Stream& stream, ogg_page& page) {
         if (stream.vorbis && !stream.closed) {
-            if (stream.vorbis->NeedsBody()) {
-                stream.vorbis->TakeHeaderPage(page, reader.Body(page), m_lines);
-            } else {
-                stream.vorbis->TakeAudioPage(page);
-            }
+            stream.vorbis->Take(page, m_lines);
         }
-        if (page.last) {
+        if (ogg_page_eos(&page) != 0) {
             stream.ended = true;
             --m_open;
             if (!stream.closed) {
@@ -129,9 +126,9 @@ void AppendOggInfo(const std::string& path, ByteSource& source, std::string& lin
     lines.append("Processing file \"").append(shown).append("\"...\n\n");
     OggPageReader reader(source);
     StreamSet streams(lines);
-    OggPage page;
+    ogg_page page{};
     while (reader.Next(page)) {
-        streams.Take(reader, page);
+        streams.Take(page);
     }
     if (streams.Empty()) {
         lines.append("ERROR: No Ogg data found in file \"").append(shown).append("\".\n");

@@ -1,9 +1,8 @@
 #include "adapters/vorbis/OggPages.h"
 
 #include <algorithm>
+#include <span>
 #include <string_view>
-
-#include "adapters/vorbis/Integers.h"
 
 namespace quavernet::vorbis {
 
@@ -11,123 +10,97 @@ namespace {
 
 constexpr std::string_view Mark = "OggS";
 constexpr std::size_t FixedHeader = 27;
-constexpr std::size_t ChecksumAt = 22;
-constexpr std::size_t ReadAhead = 65536; // A read of this size costs less than one for each page's header.
+constexpr std::size_t ReadAhead = 65536; // A read of this size costs less than one for each page.
 constexpr std::uint64_t VainFloor = 1 << 20;
 constexpr std::uint64_t VainFactor = 4;
 
-constexpr std::size_t Stride = 16; // Bytes a step: one step waits for the one before, so long ones pay.
-
-using ChecksumTables = std::array<std::array<std::uint32_t, 256>, Stride>;
-
-/// Table k holds the effect of a byte that k further bytes follow.
-constexpr ChecksumTables MakeTables() {
-    ChecksumTables tables{};
-    for (std::uint32_t byte = 0; byte < 256; ++byte) {
-        std::uint32_t value = byte << 24;
-        for (int bit = 0; bit < 8; ++bit) {
-            value = (value & 0x80000000U) != 0 ? (value << 1) ^ 0x04c11db7U : value << 1;
-        }
-        tables[0][byte] = value;
-    }
-    for (std::size_t k = 1; k < tables.size(); ++k) {
-        for (std::size_t byte = 0; byte < 256; ++byte) {
-            const std::uint32_t before = tables[k - 1][byte];
-            tables[k][byte] = (before << 8) ^ tables[0][before >> 24];
-        }
-    }
-    return tables;
-}
-
-constexpr ChecksumTables Tables = MakeTables();
-
-std::uint32_t Checksum(std::uint32_t sum, std::span<const std::uint8_t> bytes) {
-    while (bytes.size() >= Stride) {
-        std::uint32_t next = 0;
-        for (std::size_t i = 4; i < Stride; ++i) {
-            next ^= Tables[Stride - 1 - i][bytes[i]];
-        }
-        for (std::size_t i = 0; i < 4; ++i) {
-            next ^= Tables[Stride - 1 - i][bytes[i] ^ (sum >> (24 - 8 * i) & 0xff)];
-        }
-        sum = next;
-        bytes = bytes.subspan(Stride);
-    }
-    for (const std::uint8_t byte : bytes) {
-        sum = sum << 8 ^ Tables[0][sum >> 24 ^ byte];
-    }
-    return sum;
-}
-
 } // namespace
 
-std::uint32_t OggChecksum(std::span<const std::uint8_t> page) {
-    constexpr std::array<std::uint8_t, 4> zero{};
-    const std::uint32_t sum = Checksum(Checksum(0, page.first(ChecksumAt)), zero);
-    return Checksum(sum, page.subspan(ChecksumAt + zero.size()));
+OggPageReader::OggPageReader(ByteSource& source) : m_source(source) {
+    ogg_sync_init(&m_sync);
 }
 
-bool OggPageReader::FindMark() {
-    for (;;) {
-        const auto piece = m_window.Held(m_position, FixedHeader, ReadAhead);
-        if (piece.size() < FixedHeader) {
-            return false;
-        }
-        const std::string_view text(reinterpret_cast<const char*>(piece.data()), piece.size());
-        if (const auto found = text.find(Mark); found != std::string_view::npos) {
-            m_position += found;
+OggPageReader::~OggPageReader() {
+    ogg_sync_clear(&m_sync);
+}
+
+bool OggPageReader::Next(ogg_page& page) {
+    while (m_vainBytes <= VainFloor + VainFactor * m_source.Size()) {
+        const std::size_t claimed = Claimed();
+        const long step = ogg_sync_pageseek(&m_sync, &page);
+        if (step > 0) {
             return true;
         }
-        m_position = m_window.NextData(m_position + piece.size() - (Mark.size() - 1));
-    }
-}
-
-bool OggPageReader::ReadHeader(OggPage& page) {
-    const auto bytes = m_window.At(m_position, FixedHeader + 255, ReadAhead);
-    if (bytes.size() < FixedHeader || bytes.size() < FixedHeader + std::size_t{bytes[26]}) {
-        return false;
-    }
-    page.version = bytes[4];
-    page.continued = (bytes[5] & 1) != 0;
-    page.first = (bytes[5] & 2) != 0;
-    page.last = (bytes[5] & 4) != 0;
-    page.granule = static_cast<std::int64_t>(LittleEndian<std::uint64_t>(bytes, 6));
-    page.serial = LittleEndian<std::uint32_t>(bytes, 14);
-    page.sequence = LittleEndian<std::uint32_t>(bytes, 18);
-    page.segments = bytes[26];
-    page.offset = m_position;
-    page.headerSize = FixedHeader + page.segments;
-    std::copy_n(bytes.begin() + FixedHeader, page.segments, page.lacing.begin());
-    page.bodySize = 0;
-    for (const std::uint8_t length : page.Lacing()) {
-        page.bodySize += length;
-    }
-    return page.End() <= m_window.Size();
-}
-
-bool OggPageReader::Next(OggPage& page) {
-    while (m_vainBytes <= VainFloor + VainFactor * m_window.Size()) {
-        if (!FindMark() || !ReadHeader(page)) {
+        if (step < 0) {
+            m_vainBytes += claimed;
+        } else if (!Fill()) {
             return false;
         }
-        if (IsIntact(page)) {
-            m_position = page.End();
-            return true;
-        }
-        m_position = page.offset + 1;
-        m_vainBytes += page.Size();
     }
     return false;
 }
 
-bool OggPageReader::IsIntact(const OggPage& page) {
-    const auto bytes = m_window.At(page.offset, page.Size(), ReadAhead);
-    return bytes.size() == page.Size() &&
-           OggChecksum(bytes) == LittleEndian<std::uint32_t>(bytes, ChecksumAt);
+// Bytes of the page that the held ones begin with, as far as its header says; 0 without a mark.
+std::size_t OggPageReader::Claimed() const {
+    const auto held = std::span(m_sync.data, static_cast<std::size_t>(m_sync.fill))
+                          .subspan(static_cast<std::size_t>(m_sync.returned));
+    if (held.size() < FixedHeader || !std::equal(Mark.begin(), Mark.end(), held.begin())) {
+        return 0;
+    }
+    const std::size_t segments = held[FixedHeader - 1];
+    std::size_t size = FixedHeader + segments;
+    for (const unsigned char length :
+         held.subspan(FixedHeader).first(std::min(segments, held.size() - FixedHeader))) {
+        size += length;
+    }
+    return size;
 }
 
-std::span<const std::uint8_t> OggPageReader::Body(const OggPage& page) {
-    return m_window.At(page.offset + page.headerSize, page.bodySize);
+// Reads on; false at the end. Where nothing is held, the hole of a sparse file is passed over: it has no
+// mark.
+bool OggPageReader::Fill() {
+    if (m_sync.fill == m_sync.returned) {
+        m_read = m_source.NextData(m_read);
+    }
+    if (m_read >= m_source.Size()) {
+        return false;
+    }
+    const auto size = static_cast<std::size_t>(std::min<std::uint64_t>(ReadAhead, m_source.Size() - m_read));
+    char* const buffer = ogg_sync_buffer(&m_sync, static_cast<long>(size));
+    if (buffer == nullptr) {
+        return false;
+    }
+    const std::size_t got = m_source.ReadAt(m_read, std::span(reinterpret_cast<std::uint8_t*>(buffer), size));
+    m_read += got;
+    return ogg_sync_wrote(&m_sync, static_cast<long>(got)) == 0 && got > 0;
+}
+
+void PacketStream::Take(ogg_page& page) {
+    if (!m_open) {
+        m_open = ogg_stream_init(&m_state, ogg_page_serialno(&page)) == 0;
+    }
+    if (m_open) {
+        ogg_stream_pagein(&m_state, &page);
+    }
+}
+
+bool PacketStream::Next(ogg_packet& packet) {
+    int found = m_open ? ogg_stream_packetout(&m_state, &packet) : 0;
+    while (found < 0) { // A page is missing.
+        found = ogg_stream_packetout(&m_state, &packet);
+    }
+    return found > 0;
+}
+
+std::size_t PacketStream::Held() const {
+    return static_cast<std::size_t>(m_state.body_fill - m_state.body_returned);
+}
+
+void PacketStream::Clear() {
+    if (m_open) {
+        ogg_stream_clear(&m_state);
+        m_open = false;
+    }
 }
 
 } // namespace quavernet::vorbis

@@ -38,6 +38,10 @@ std::string PaddedNumber(std::int64_t value, std::size_t digits) {
     return text.size() < digits ? std::string(digits - text.size(), '0') + text : text;
 }
 
+Packet BytesOf(const ogg_packet& packet) {
+    return {packet.packet, static_cast<std::size_t>(packet.bytes)};
+}
+
 constexpr double BeyondAllTimes = 0x1p63; // Seconds that no whole number of 64 bits holds.
 
 std::string PlaybackLength(std::int64_t granule, std::uint32_t rate) {
@@ -56,71 +60,46 @@ std::string PlaybackLength(std::int64_t granule, std::uint32_t rate) {
 
 } // namespace
 
-VorbisStream::Beginning VorbisStream::BeginsWith(const OggPage& page, std::span<const std::uint8_t> body) {
-    if (page.version != 0 || page.sequence != 0) {
+VorbisStream::Beginning VorbisStream::BeginsWith(ogg_page& page) {
+    if (ogg_page_version(&page) != 0 || ogg_page_pageno(&page) != 0) {
         return Beginning::Invalid;
     }
-    bool skipping = page.continued; // The rest of a packet that nobody has seen begin.
-    std::size_t start = 0;
-    std::size_t end = 0;
-    for (const std::uint8_t length : page.Lacing()) {
-        end += length;
-        if (length == 255) {
-            continue;
-        }
-        if (!skipping) {
-            const bool isVorbis = end <= body.size() && IsHeader(body.subspan(start, end - start), 1);
-            return isVorbis ? Beginning::Vorbis : Beginning::Unknown;
-        }
-        skipping = false;
-        start = end;
+    PacketStream packets;
+    packets.Take(page);
+    ogg_packet packet{};
+    if (!packets.Next(packet)) {
+        return Beginning::Invalid;
     }
-    return Beginning::Invalid;
+    return IsHeader(BytesOf(packet), 1) ? Beginning::Vorbis : Beginning::Unknown;
 }
 
-void VorbisStream::TakeHeaderPage(const OggPage& page, std::span<const std::uint8_t> body,
-                                  std::string& lines) {
-    if (page.version != 0) {
+void VorbisStream::Take(ogg_page& page, std::string& lines) {
+    if (m_headers < HeaderCount) {
+        TakeHeaderPage(page, lines);
         return;
     }
-    if (page.sequence != m_nextSequence) {
-        m_packetOpen = false; // A page is missing, and with it the packet's middle.
-        m_packet.clear();
+    const std::int64_t granule = ogg_page_granulepos(&page);
+    if (granule > 0) {
+        m_granule = granule;
     }
-    m_nextSequence = page.sequence + 1;
-    bool skipping = page.continued && !m_packetOpen;
-    bool atStart = page.first;
-    std::size_t at = 0;
-    for (const std::uint8_t length : page.Lacing()) {
-        if (at + length > body.size()) {
-            return; // The medium failed.
-        }
-        const auto piece = body.subspan(at, length);
-        at += length;
-        if (skipping) {
-            skipping = length == 255;
-            atStart = false;
-            continue;
-        }
-        if (!m_packetOpen) {
-            m_packetOpen = true;
-            m_packetAtStart = atStart;
-        }
-        atStart = false;
-        if (m_packet.size() + piece.size() > LargestHeader) {
+    m_bytes += static_cast<std::uint64_t>(page.header_len + page.body_len);
+}
+
+void VorbisStream::TakeHeaderPage(ogg_page& page, std::string& lines) {
+    m_packets.Take(page);
+    ogg_packet packet{};
+    while (m_packets.Next(packet)) {
+        if (static_cast<std::size_t>(packet.bytes) > LargestHeader) {
             m_headers = TooLarge;
-            m_packet = {};
-            return;
+            break;
         }
-        m_packet.insert(m_packet.end(), piece.begin(), piece.end());
-        if (length < 255) {
-            TakePacket(m_packet, m_packetAtStart, lines);
-            m_packet.clear();
-            m_packetOpen = false;
-        }
+        TakePacket(BytesOf(packet), packet.b_o_s != 0, lines);
     }
-    if (!NeedsBody()) {
-        m_packet = {};
+    if (m_packets.Held() > LargestHeader) {
+        m_headers = TooLarge;
+    }
+    if (m_headers >= HeaderCount) {
+        m_packets.Clear();
     }
 }
 
@@ -140,13 +119,6 @@ void VorbisStream::TakePacket(Packet packet, bool atStart, std::string& lines) {
         AppendHeaders(lines);
         m_comments = {};
     }
-}
-
-void VorbisStream::TakeAudioPage(const OggPage& page) {
-    if (page.granule > 0) {
-        m_granule = page.granule;
-    }
-    m_bytes += page.Size();
 }
 
 void VorbisStream::AppendHeaders(std::string& lines) const {

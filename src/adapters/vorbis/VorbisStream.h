@@ -1,5 +1,5 @@
-// One logical stream of an Ogg file: gathers the header packets, sums up the pages behind them and reports
-// both in the tool's lines. Called by OggInfoReader, page by page.
+// One logical stream of an Ogg file: gathers the header packets, sums up the pages after them and
+// reports both in the tool's lines. Called by OggInfoReader, page by page.
 #pragma once
 
 #include "adapters/vorbis/OggPages.h"
@@ -7,9 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
-#include <vector>
 
 namespace quavernet::vorbis {
 
@@ -21,16 +19,11 @@ public:
 
     /// What kind of stream begins with this page: a Vorbis stream's first packet carries the mark; a page
     /// that completes no packet begins no valid stream.
-    static Beginning BeginsWith(const OggPage& page, std::span<const std::uint8_t> body);
+    static Beginning BeginsWith(ogg_page& page);
 
-    /// Whether the header packets are still to come, so that a page's body is needed.
-    bool NeedsBody() const { return m_headers < HeaderCount; }
-
-    /// Takes in a page with its body, and appends the header lines once the third header packet is complete.
-    void TakeHeaderPage(const OggPage& page, std::span<const std::uint8_t> body, std::string& lines);
-
-    /// Counts a page behind the headers.
-    void TakeAudioPage(const OggPage& page);
+    /// Takes in a page: as long as header packets are to come for the packets on it, whose lines it appends
+    /// once the third is complete; later it is counted.
+    void Take(ogg_page& page, std::string& lines);
 
     /// Appends data length and play length.
     void AppendSummary(std::string& lines) const;
@@ -40,15 +33,13 @@ private:
     static constexpr int TooLarge = 4; ///< A header packet is larger than any picture: there are none then.
     static constexpr std::size_t LargestHeader = std::size_t{64} << 20;
 
+    void TakeHeaderPage(ogg_page& page, std::string& lines);
     void TakePacket(Packet packet, bool atStart, std::string& lines);
     void AppendHeaders(std::string& lines) const;
 
     std::size_t m_number; ///< Number in the file, from 1.
     int m_headers = 0;    ///< Header packets read, 0 to 3, or TooLarge.
-    std::uint32_t m_nextSequence = 0;
-    std::vector<std::uint8_t> m_packet; ///< Begun and not yet complete.
-    bool m_packetOpen = false;
-    bool m_packetAtStart = false; ///< It began on the stream's first page.
+    PacketStream m_packets;
     Identification m_identification;
     Comments m_comments;
     std::uint64_t m_bytes = 0;

@@ -1,6 +1,7 @@
 #include "adapters/vorbis/OggPages.h"
 
 #include "adapters/vorbis/OggInfoReader.h"
+#include "platform/RuntimeError.h"
 #include "support/OggFiles.h"
 
 #include <gtest/gtest.h>
@@ -10,8 +11,9 @@ namespace quavernet::test {
 namespace {
 
 using vorbis::ByteSource;
-using vorbis::OggPage;
 using vorbis::OggPageReader;
+
+constexpr std::size_t LargestPage = 27 + 255 + 255 * 255;
 
 /// A source in memory that counts what is read of it, and can stop delivering.
 class CountedSource : public ByteSource {
@@ -39,7 +41,7 @@ private:
 
 std::size_t CountPages(ByteSource& source) {
     OggPageReader reader(source);
-    OggPage page;
+    ogg_page page{};
     std::size_t count = 0;
     while (reader.Next(page)) {
         ++count;
@@ -47,7 +49,46 @@ std::size_t CountPages(ByteSource& source) {
     return count;
 }
 
+/// A file on a medium that fails from an offset on.
+class FaultyFile : public BinaryFile {
+public:
+    FaultyFile(std::string bytes, std::size_t fault) : m_bytes(std::move(bytes)), m_fault(fault) {}
+
+    std::uint64_t Size() const override { return m_bytes.size(); }
+    std::size_t ReadAt(std::uint64_t offset, std::span<std::byte> target) const override {
+        if (offset + target.size() > m_fault) {
+            throw RuntimeError(ErrorNumber::DeviceInputOutput, "Input/output error");
+        }
+        return m_bytes.copy(reinterpret_cast<char*>(target.data()), target.size(), offset);
+    }
+    std::uint64_t NextData(std::uint64_t offset) const override { return offset; }
+    void Overwrite(std::uint64_t, std::span<const std::byte>, std::span<const std::byte>, SaveTimes,
+                   WithoutCopy) override {}
+    void ReplaceHead(std::uint64_t, std::span<const std::byte>) override {}
+
+private:
+    std::string m_bytes;
+    std::size_t m_fault;
+};
+
 } // namespace
+
+TEST(OggPagesTest, PagesBeforeTheFaultOfAMediumCount) {
+    const std::string& ogg = EncodedOgg::Long();
+    const std::vector<ForgedPage> pages = SplitPages(ogg);
+    for (const std::size_t fault : {std::size_t{0}, std::size_t{4096}, std::size_t{81920}}) {
+        std::size_t whole = 0;
+        for (std::size_t end = 0; whole < pages.size(); ++whole) {
+            end += JoinPages({pages[whole]}).size();
+            if (end > fault) {
+                break;
+            }
+        }
+        EXPECT_LT(whole, pages.size());
+        const auto source = vorbis::OpenFile(std::make_unique<FaultyFile>(ogg, fault));
+        EXPECT_EQ(CountPages(*source), whole) << fault;
+    }
+}
 
 TEST(OggPagesTest, TheChecksumOfARealPageIsTheOneItCarries) {
     const std::string& ogg = EncodedOgg::Stereo();
@@ -57,7 +98,7 @@ TEST(OggPagesTest, TheChecksumOfARealPageIsTheOneItCarries) {
 TEST(OggPagesTest, AWalkReadsAboutTheFileOnce) {
     CountedSource source(EncodedOgg::Long());
     EXPECT_EQ(CountPages(source), SplitPages(EncodedOgg::Long()).size());
-    EXPECT_LT(source.total, EncodedOgg::Long().size() + 2 * OggPage::MaximumSize);
+    EXPECT_LT(source.total, EncodedOgg::Long().size() + 2 * LargestPage);
 }
 
 TEST(OggPagesTest, APageThatClaimsMoreThanTheFileHoldsEndsTheWalk) {
@@ -81,7 +122,7 @@ TEST(OggPagesTest, FalseMarksCostNoMoreThanASmallMultipleOfTheFile) {
     while (bytes.size() < 2000000) {
         bytes += std::string("OggS\0\0", 6) + std::string(20, '\0') + '\xff' + std::string(28, '\xff');
     }
-    CountedSource source(bytes + std::string(OggPage::MaximumSize, '\0') + EncodedOgg::Mono());
+    CountedSource source(bytes + std::string(LargestPage, '\0') + EncodedOgg::Mono());
     EXPECT_EQ(CountPages(source), 0U) << "the walk ends before the good pages behind the false ones";
     EXPECT_LT(source.total, 12 * bytes.size());
 }
