@@ -6,6 +6,7 @@
 
 namespace quavernet {
 
+/// Copies that are kept.
 inline constexpr int BackupCount = 3;
 
 /// Path of a copy; number 1 is the newest: "Quavernet.db" has "Quavernet.backup1.db". Number 0 is the one

@@ -1,4 +1,4 @@
-// A point in local civil time, to the second: what files, statements and the clock speak in.
+// A point in local civil time, to the second: what files, statements and the clock speak in. Used everywhere.
 #pragma once
 
 #include <compare>
@@ -11,14 +11,16 @@ struct DateTime {
     int year = 0;
     int month = 0; ///< 1 to 12
     int day = 0;   ///< 1 to 31
-    int hour = 0;
+    int hour = 0;  ///< 0 to 23
     int minute = 0;
     int second = 0;
 
     auto operator<=>(const DateTime&) const = default;
+    /// Whether it is a date at all.
     bool IsSet() const { return year != 0; }
 };
 
+/// Whether the calendar has that day (years 100 to 9999) and the day that time.
 bool IsValidDate(const DateTime& date);
 
 /// Seconds since 1970-01-01 00:00:00 on the same civil clock; no time zone enters.

@@ -22,11 +22,13 @@ struct FileFacts {
     std::string drivePath;     ///< Root of the volume that holds the file: its mount point, "/" at least.
 };
 
+/// A plain file in a listing.
 struct FolderFile {
-    std::string name;
+    std::string name;    ///< Last part of the path.
     bool hidden = false; ///< The name begins with a dot.
 };
 
+/// What one folder holds.
 struct FolderContents {
     std::vector<FolderFile> files;       ///< Plain files (or links to such) in the file system's order.
     std::vector<std::string> subFolders; ///< Full paths in the file system's order, links behind the rest.
@@ -42,9 +44,9 @@ struct SkippedEntry {
         NoPlainFile, ///< A device, pipe or socket, or something of the kernel.
     };
 
-    std::string path;
-    std::string reason; ///< The system's own words.
-    Kind kind = Kind::Unreadable;
+    std::string path;             ///< Full path.
+    std::string reason;           ///< The system's own words.
+    Kind kind = Kind::Unreadable; ///< By which the log names it.
 };
 
 /// One walk over a folder and what lies below it. It remembers every folder by device and inode, so that
@@ -68,6 +70,7 @@ public:
     virtual std::vector<SkippedEntry> TakeSkipped() = 0;
 };
 
+/// The file system. Relative paths count from the current folder.
 class FileSystemObject {
 public:
     virtual ~FileSystemObject() = default;
@@ -78,6 +81,8 @@ public:
     /// Throws RuntimeError 53 if there is no such plain file. A file of the kernel is none, here and below.
     virtual FileFacts GetFile(const std::string& path) = 0;
 
+    /// Whether a plain file, or a folder, is there, links followed. False also where that can't be told.
+    /// Never fails.
     virtual bool FileExists(const std::string& path) = 0;
     virtual bool FolderExists(const std::string& path) = 0;
 
@@ -91,7 +96,7 @@ public:
     /// CreateFolder does.
     virtual void CopyFile(const std::string& source, const std::string& target) = 0;
 
-    /// Mount points that hold user data.
+    /// Mount points that hold user data, each once: "/", then in the system's order. Never fails.
     virtual std::vector<std::string> LogicalDrives() = 0;
 
     /// The network root behind a volume, or nothing for a local one.

@@ -9,8 +9,9 @@
 
 namespace quavernet {
 
+/// What is wrong with the library, as far as it makes a difference to the user.
 enum class LibraryFault {
-    Missing,
+    Missing,     ///< Nothing stands in its place.
     Folder,      ///< A folder stands in the library's place.
     NoPlainFile, ///< A pipe, a device, or a link that leads nowhere stands there.
     FileReadOnly,
@@ -30,6 +31,7 @@ public:
     LibraryError(LibraryFault fault, std::string path, int number, std::string description)
         : RuntimeError(number, std::move(description)), m_fault(fault), m_path(std::move(path)) {}
 
+    /// By which the user is told what to do.
     LibraryFault Fault() const { return m_fault; }
     /// The library's file.
     const std::string& Path() const { return m_path; }

@@ -8,6 +8,7 @@
 
 namespace quavernet {
 
+/// Describes Ogg files.
 class OggInfoTool {
 public:
     virtual ~OggInfoTool() = default;
@@ -23,6 +24,7 @@ public:
         std::replace(path.begin(), path.end(), '\n', '\0');
         return path;
     }
+    /// The path that ShownPath gave this for.
     static std::string PathOfShown(std::string shown) {
         std::replace(shown.begin(), shown.end(), '\0', '\n');
         return shown;

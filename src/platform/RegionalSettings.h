@@ -1,5 +1,7 @@
 // The system's number and date forms, and the conversions that follow them. The values are read once at
-// start (adapters/qt); the language of the program does not change them.
+// start (adapters/qt); the language of the program does not change them. Called wherever a number or a date
+// is shown, read or stored. Ours and not std::locale's, which throws for each locale that the machine has not
+// generated (a bare Debian has C and POSIX alone), rounds 1.005 to 1.00 and reads no date in two orders.
 #pragma once
 
 #include "platform/DateTime.h"
@@ -13,8 +15,8 @@ namespace quavernet {
 /// Defaults are the German ones.
 struct RegionalSettings {
     std::string decimalSeparator = ",";
-    std::string groupSeparator = "."; ///< Thousands separator; may be empty.
-    std::string dateSeparator = ".";
+    std::string groupSeparator = ".";            ///< Thousands separator; may be empty.
+    std::string dateSeparator = ".";             ///< Between day, month and year.
     std::string shortDatePattern = "dd.MM.yyyy"; ///< d, dd, M, MM, yy and yyyy; literals may be quoted.
     bool twelveHours = false;                    ///< Times read "2:03:22 PM" instead of "14:03:22".
 };

@@ -15,7 +15,9 @@ class RuntimeError : public std::exception {
 public:
     RuntimeError(int number, std::string description);
 
+    /// One of ErrorNumber, or a code of the library that failed.
     int Number() const { return m_number; }
+    /// A sentence or less, mostly with the path that it is about; never empty.
     const std::string& Description() const { return m_description; }
     const char* what() const noexcept override { return m_description.c_str(); }
 
@@ -24,6 +26,7 @@ private:
     std::string m_description;
 };
 
+/// The run-time's own numbers, each named after its message.
 namespace ErrorNumber {
 inline constexpr int InvalidProcedureCall = 5;
 inline constexpr int Overflow = 6;

@@ -55,10 +55,12 @@ public:
 class MsgBox {
 public:
     enum class Icon { None, Critical, Question, Exclamation, Information };
-    enum class Buttons { Ok, OkCancel, YesNo };
+    enum class Buttons { Ok, OkCancel, YesNo }; ///< The first one is the default.
     enum class Answer { Ok, Cancel, Yes, No };
 
     virtual ~MsgBox() = default;
+
+    /// Shows plain text and waits for the user. A closed box gives Cancel or No where there is such a button.
     virtual Answer Show(const std::string& text, const std::string& title, Icon icon, Buttons buttons) = 0;
 
     /// The same with a second text beneath the first, which tells more of what has happened.
@@ -82,7 +84,7 @@ class Events {
 public:
     virtual ~Events() = default;
 
-    /// Lets pending events run.
+    /// Lets pending events run: any handler, one of the caller's own too. Returns when none is left.
     virtual void DoEvents() = 0;
 };
 
@@ -96,11 +98,12 @@ public:
     virtual void DisplayTopic(const std::string& file, const std::string& page) = 0;
 };
 
+/// The time of day.
 class Clock {
 public:
     virtual ~Clock() = default;
 
-    /// Local time.
+    /// Local time, to the second.
     virtual DateTime Now() = 0;
 };
 

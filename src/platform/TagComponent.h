@@ -27,8 +27,11 @@ public:
     /// size, even when it holds no frame.
     virtual bool HasV2Tag() const = 0;
 
-    /// UTF-8; the first value of the first frame of its kind. A genre may hold a number in parentheses.
+    /// UTF-8 without NULs; the first value of the first frame of its kind, also if it is empty. A genre may
+    /// hold a number in parentheses. Empty for an index that is none of Field.
     virtual std::string TagField(int index) const = 0;
+    /// Sets a field to a text in UTF-8 for the next save; an empty one takes the field's frame away. An index
+    /// that is none of Field is passed over.
     virtual void SetTagField(int index, const std::string& text) = 0;
 
     /// Writes the fields back: those that were set to another text than the loaded one, so that the others

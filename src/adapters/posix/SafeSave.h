@@ -1,5 +1,6 @@
 // Changes to files of the user, of which either the old or the new bytes are left, never a mixture, also if
-// the process is killed in the middle. Called by PosixFiles.
+// the process is killed in the middle. Called by PosixFiles. Ours and not QSaveFile's: that gives the file
+// another owner and takes its extended attributes away (seen with Qt 6.4), and can't write a page in place.
 #pragma once
 
 #include "adapters/posix/OpenedFile.h"
