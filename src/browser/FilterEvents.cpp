@@ -11,14 +11,9 @@ namespace {
 constexpr int KeyEnter = 13;
 constexpr int KeyLeft = 37;
 constexpr int KeyDown = 40; // 38 and 39 lie between: up and right.
-constexpr int KeyF1 = 112;
 
 bool IsArrowKey(int keyCode) {
     return keyCode >= KeyLeft && keyCode <= KeyDown;
-}
-
-FilterAction HelpOnF1(int keyCode) {
-    return keyCode == KeyF1 ? FilterAction::ShowHelp : FilterAction::None;
 }
 
 bool ClickBox(const std::string& setting, bool checked, bool otherChecked) {
@@ -39,27 +34,18 @@ void ComboKeyDown(int keyCode) {
     }
 }
 
-FilterAction ComboKeyUp(int keyCode) {
+void ComboKeyUp(int keyCode) {
     if (IsArrowKey(keyCode)) {
         mainModule.SuppressComboClick = false;
     }
-    return HelpOnF1(keyCode);
 }
 
 FilterAction ComboKeyPress(int character) {
     return character == KeyEnter ? FilterAction::LoadDatabase : FilterAction::None;
 }
 
-FilterAction SearchKeyDown(int keyCode) {
-    return HelpOnF1(keyCode);
-}
-
 FilterAction SearchKeyPress(int character) {
     return character == KeyEnter ? FilterAction::Search : FilterAction::None;
-}
-
-FilterAction CheckBoxKeyDown(int keyCode) {
-    return HelpOnF1(keyCode);
 }
 
 FilterAction CheckBoxKeyPress(int character) {

@@ -9,14 +9,11 @@
 
 namespace quavernet {
 
-inline const std::string MainHelpPage = "HTML\\maindialoque.html";
-
 /// What an event asks of the form.
 enum class FilterAction {
     None,
     LoadDatabase, ///< With an empty list.
-    Search,       ///< Run the click of cmdSearch; in txtSearch the key is swallowed.
-    ShowHelp      ///< Show MainHelpPage; the key is swallowed.
+    Search        ///< Run the click of cmdSearch; in txtSearch the key is swallowed.
 };
 
 /// The three filter combos. The arrow keys walk through the entries without a reload for each of them; Enter
@@ -24,15 +21,13 @@ enum class FilterAction {
 /// comes up.
 FilterAction ComboClick();
 void ComboKeyDown(int keyCode);
-FilterAction ComboKeyUp(int keyCode);
+void ComboKeyUp(int keyCode);
 FilterAction ComboKeyPress(int character);
 
 /// The search box.
-FilterAction SearchKeyDown(int keyCode);
 FilterAction SearchKeyPress(int character);
 
 /// chkInterpret and chkTitle.
-FilterAction CheckBoxKeyDown(int keyCode);
 FilterAction CheckBoxKeyPress(int character);
 
 /// A click on the box; `checked` is its new state. Stores the setting and gives back the state that the box

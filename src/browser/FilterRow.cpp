@@ -161,7 +161,7 @@ bool FilterRow::Apply(FilterAction action) {
         m_go->click();
         return true;
     default:
-        return false; // The form as a whole answers F1.
+        return false;
     }
 }
 
@@ -188,7 +188,7 @@ bool FilterRow::ComboEvent(QEvent& event, bool listIsOpen) {
     case QEvent::KeyRelease: {
         const auto& key = static_cast<QKeyEvent&>(event);
         if (!key.isAutoRepeat()) {
-            Apply(ComboKeyUp(KeyCode(key)));
+            ComboKeyUp(KeyCode(key));
         }
         return false;
     }

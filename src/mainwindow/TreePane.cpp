@@ -159,7 +159,7 @@ bool TreePane::ShowMenuItems(const std::vector<TreeMenuItem>& items) {
 
 void TreePane::KeyDown(const QKeyEvent& event) {
     if (TreeKeyDown(m_model, KeyCode(event)) != TreeKeyAction::Delete) {
-        return; // The form as a whole answers F1.
+        return;
     }
     if (QAction* item = m_menu.Item("mnuDelete")) {
         IgnoreFailure([item] { item->trigger(); });

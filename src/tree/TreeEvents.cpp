@@ -11,7 +11,6 @@ namespace quavernet {
 namespace {
 
 constexpr int KeyDelete = 46;
-constexpr int KeyF1 = 112;
 
 void ShowExclamation(std::int32_t textId, std::int32_t titleId) {
     services.msgBox->Show(LoadResString(textId), LoadResString(titleId), MsgBox::Icon::Exclamation,
@@ -53,9 +52,6 @@ void TreeNodeClick(TreeModel& tree, const std::string& key) {
 }
 
 TreeKeyAction TreeKeyDown(const TreeModel& tree, int keyCode) {
-    if (keyCode == KeyF1) {
-        return TreeKeyAction::ShowHelp;
-    }
     const bool deletes =
         keyCode == KeyDelete && tree.HasSelection() && KindOfKey(tree.SelectedItem().Key) != NodeKind::Root;
     return deletes ? TreeKeyAction::Delete : TreeKeyAction::None;

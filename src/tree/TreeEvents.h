@@ -12,8 +12,6 @@
 
 namespace quavernet {
 
-inline const std::string TreeHelpPage = "HTML\\tree.html";
-
 /// The user has expanded or collapsed a node: TreeNodeData remembers it for the next LoadTree.
 void TreeExpand(TreeModel& tree, const std::string& key);
 void TreeCollapse(TreeModel& tree, const std::string& key);
@@ -21,10 +19,10 @@ void TreeCollapse(TreeModel& tree, const std::string& key);
 /// Selects the node and marks it as the target of a drop.
 void TreeNodeClick(TreeModel& tree, const std::string& key);
 
+/// What a key asks of the form.
 enum class TreeKeyAction {
     None,
-    Delete,  ///< As mnuDelete, with failures passed over.
-    ShowHelp ///< Show TreeHelpPage; the key is swallowed.
+    Delete ///< As mnuDelete, with failures passed over.
 };
 TreeKeyAction TreeKeyDown(const TreeModel& tree, int keyCode);
 

@@ -22,7 +22,7 @@ TEST_F(FilterEventsTest, ArrowKeysInAComboDoNotReloadUntilEnter) {
         ComboKeyDown(key);
         EXPECT_TRUE(mainModule.SuppressComboClick) << key;
         EXPECT_EQ(ComboClick(), FilterAction::None) << key;
-        EXPECT_EQ(ComboKeyUp(key), FilterAction::None) << key;
+        ComboKeyUp(key);
         EXPECT_FALSE(mainModule.SuppressComboClick) << key;
     }
     EXPECT_EQ(ComboKeyPress(13), FilterAction::LoadDatabase);
@@ -47,15 +47,6 @@ TEST_F(FilterEventsTest, AKeyReleasedOutsideTheComboBlocksItsClicksUntilTheNextA
     EXPECT_EQ(ComboClick(), FilterAction::None);
     ComboKeyUp(39);
     EXPECT_EQ(ComboClick(), FilterAction::LoadDatabase);
-}
-
-TEST_F(FilterEventsTest, F1OpensTheHelpOfTheMainWindow) {
-    EXPECT_EQ(MainHelpPage, "HTML\\maindialoque.html");
-    EXPECT_EQ(ComboKeyUp(112), FilterAction::ShowHelp);
-    EXPECT_EQ(SearchKeyDown(112), FilterAction::ShowHelp);
-    EXPECT_EQ(CheckBoxKeyDown(112), FilterAction::ShowHelp);
-    EXPECT_EQ(SearchKeyDown(111), FilterAction::None);
-    EXPECT_EQ(CheckBoxKeyDown(13), FilterAction::None);
 }
 
 TEST_F(FilterEventsTest, EnterInTheSearchBoxAndOnTheCheckBoxesSearches) {

@@ -102,11 +102,6 @@ TEST_F(TreeEventsTest, TheDeleteKeyWorksOnAnyNodeButTheRoot) {
     EXPECT_EQ(TreeKeyDown(tree, 13), TreeKeyAction::None);
 }
 
-TEST_F(TreeEventsTest, F1ShowsTheHelpOfTheTree) {
-    EXPECT_EQ(TreeKeyDown(tree, 112), TreeKeyAction::ShowHelp);
-    EXPECT_EQ(TreeHelpPage, "HTML\\tree.html");
-}
-
 TEST_F(TreeEventsTest, TheExternalPlayerGetsTheEntrysPathAndThePlayIsCounted) {
     mainModule.UseExternalPlayer = true;
     tree.Select("file17pos2");
