@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
     const RealServices realServices;
 
     // The failure boxes of the start come before the main window, which looks after this later on.
-    SetDialogLanguage(GetSettingValue(SettingsApplication, SettingsSection, "Language", "GER"));
+    SetDialogLanguage(Setting("Language", "GER"));
     AppWindows windows;
     application.SetActivity([&windows] { return windows.Activity(); });
     application.RunGuarded("Main", [&windows] { Main(windows); });

@@ -22,7 +22,7 @@ std::string LoadResString(std::int32_t id) {
 }
 
 std::vector<std::string> LoadResStrings(std::initializer_list<std::int32_t> ids) {
-    mainModule.Language = GetSettingValue(SettingsApplication, SettingsSection, "Language", "GER");
+    mainModule.Language = Setting("Language", "GER");
     const clsResources* resources = nullptr;
     if (mainModule.Language == "GER") {
         resources = &QuavernetGER;

@@ -14,4 +14,12 @@ void SaveSettingValue(const std::string& application, const std::string& section
     services.settings->Set(application, section, name, value);
 }
 
+std::string Setting(const std::string& name, const std::string& defaultValue) {
+    return GetSettingValue(SettingsApplication, SettingsSection, name, defaultValue);
+}
+
+void SaveSetting(const std::string& name, const std::string& value) {
+    SaveSettingValue(SettingsApplication, SettingsSection, name, value);
+}
+
 } // namespace quavernet

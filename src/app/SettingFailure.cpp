@@ -14,7 +14,7 @@ constexpr std::size_t LongestShown = 80; // Characters: enough to find the line 
 } // namespace
 
 std::string SettingFailureText(const SettingError& error) {
-    const std::string value = GetSettingValue(SettingsApplication, SettingsSection, error.Name(), "");
+    const std::string value = Setting(error.Name(), "");
     std::string text =
         LoadResString(773) + error.Name() + "=" + std::string(LeftCharacters(value, LongestShown));
     const std::string place = services.settings->Place();

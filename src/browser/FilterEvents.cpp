@@ -18,7 +18,7 @@ bool IsArrowKey(int keyCode) {
 
 bool ClickBox(const std::string& setting, bool checked, bool otherChecked) {
     const bool stays = checked || !otherChecked;
-    SaveSettingValue(SettingsApplication, SettingsSection, setting, stays ? "1" : "0");
+    SaveSetting(setting, stays ? "1" : "0");
     return stays;
 }
 

@@ -106,7 +106,7 @@ void MainCommands::OnPair(std::string_view first, std::string_view second,
 void MainCommands::SwitchLanguage(const std::string& language) {
     m_form.Menu().SetChecked("mnuViewLanguageGER", language == "GER");
     m_form.Menu().SetChecked("mnuViewLanguageENG", language == "ENG");
-    SaveSettingValue(SettingsApplication, SettingsSection, "Language", language);
+    SaveSetting("Language", language);
     mainModule.Language = language;
     m_form.LoadStrings();
 }

@@ -13,10 +13,6 @@ namespace {
 constexpr std::int32_t SmallScreenWidth = 12000;
 constexpr std::int32_t SmallScreenHeight = 9000;
 
-std::string Setting(const std::string& name, const std::string& defaultValue) {
-    return GetSettingValue(SettingsApplication, SettingsSection, name, defaultValue);
-}
-
 double NumberSetting(const std::string& name, const std::string& defaultValue) {
     if (const auto number = ParseNumber(Setting(name, defaultValue), services.regional)) {
         return *number;
@@ -44,16 +40,12 @@ std::int32_t IndexSetting(const std::string& name) {
     return index;
 }
 
-void Save(const std::string& name, const std::string& value) {
-    SaveSettingValue(SettingsApplication, SettingsSection, name, value);
-}
-
-void Save(const std::string& name, std::int32_t value) {
-    Save(name, std::to_string(value));
+void SaveNumber(const std::string& name, std::int32_t value) {
+    SaveSetting(name, std::to_string(value));
 }
 
 void SaveFlag(const std::string& name, bool value) {
-    Save(name, std::string(value ? "1" : "0"));
+    SaveSetting(name, value ? "1" : "0");
 }
 
 std::string ColumnName(std::size_t column) {
@@ -110,18 +102,18 @@ WindowState LoadWindowState(const std::string& screenResolution) {
 }
 
 void SaveWindowState(const WindowState& state) {
-    Save("WindowWidth", state.WindowWidth);
-    Save("WindowHeight", state.WindowHeight);
-    Save("WindowLeft", state.WindowLeft);
-    Save("WindowTop", state.WindowTop);
-    Save("SplitterPos", state.SplitterPos);
+    SaveNumber("WindowWidth", state.WindowWidth);
+    SaveNumber("WindowHeight", state.WindowHeight);
+    SaveNumber("WindowLeft", state.WindowLeft);
+    SaveNumber("WindowTop", state.WindowTop);
+    SaveNumber("SplitterPos", state.SplitterPos);
     for (std::size_t column = 0; column < GridColumnCount; ++column) {
-        Save(ColumnName(column), state.ColWidth[column]);
+        SaveNumber(ColumnName(column), state.ColWidth[column]);
     }
-    Save("GridLines", std::string(state.GridLines ? "yes" : "no"));
-    Save("Drive", state.Drive);
-    Save("Genre", state.Genre);
-    Save("Album", state.Album);
+    SaveSetting("GridLines", state.GridLines ? "yes" : "no");
+    SaveNumber("Drive", state.Drive);
+    SaveNumber("Genre", state.Genre);
+    SaveNumber("Album", state.Album);
     SaveFlag("QuickScan", state.QuickScan);
     SaveFlag("RecursiveScan", state.RecursiveScan);
     SaveFlag("ScanMp3", state.ScanMp3);

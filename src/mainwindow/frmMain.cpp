@@ -148,7 +148,7 @@ void frmMain::LoadStrings() {
     SetMousePointer(11);
     m_list->LoadHeaders();
     SetColumnWidths(LoadColumnWidths());
-    const std::string language = GetSettingValue(SettingsApplication, SettingsSection, "Language", "GER");
+    const std::string language = Setting("Language", "GER");
     SetDialogLanguage(language);
     m_menu->SetChecked("mnuViewLanguageGER", language == "GER");
     m_menu->SetChecked("mnuViewLanguageENG", language == "ENG");
@@ -159,8 +159,7 @@ void frmMain::LoadStrings() {
     mainModule.SuppressComboClick = false;
     m_menu->LoadStrings();
     m_panes->LoadStrings();
-    SetTitle("Quavernet - " + LoadResString(351) +
-             GetSettingValue(SettingsApplication, SettingsSection, "LastScan", "-"));
+    SetTitle("Quavernet - " + LoadResString(351) + Setting("LastScan", "-"));
     m_tree->LoadStrings();
     m_list->ShowTotals();
     SetScanningPanel(LoadResString(432));

@@ -20,10 +20,6 @@ constexpr int Hourglass = 11;
 constexpr int IdleState = 0;
 constexpr int ScanState = 1;
 
-std::string Setting(const std::string& name, const std::string& defaultValue) {
-    return GetSettingValue(SettingsApplication, SettingsSection, name, defaultValue);
-}
-
 // Empty if the user cancelled, or if the standard path is wanted and none is set.
 std::string ChooseFolder() {
     if (Val(Setting("ScanpathValue", "0")) == 1) {
@@ -137,8 +133,7 @@ void Finish(ScanRun& run) {
     run.window.SetMousePointer(DefaultPointer);
     run.window.SetProgress(0);
     EnableLogClose(run);
-    SaveSettingValue(SettingsApplication, SettingsSection, "LastScan",
-                     ShortDateText(services.clock->Now(), services.regional));
+    SaveSetting("LastScan", ShortDateText(services.clock->Now(), services.regional));
     run.window.FillDriveCombo();
     run.window.FillAlbumCombo();
     if (!mainModule.LoadOverSearch) {

@@ -12,18 +12,10 @@ namespace {
 // This dialog keeps its German title in every language, unlike the one of the scan command.
 constexpr const char* BrowseTitle = "Wählen Sie einen Ordner";
 
-std::string StoredText(const std::string& name, const std::string& defaultValue) {
-    return GetSettingValue(SettingsApplication, SettingsSection, name, defaultValue);
-}
-
-void Save(const std::string& name, const std::string& value) {
-    SaveSettingValue(SettingsApplication, SettingsSection, name, value);
-}
-
 } // namespace
 
 ScanPathSettings LoadScanPathSettings() {
-    return {Val(StoredText("ScanpathValue", "0")) == 1, StoredText("Scanpath", "")};
+    return {Val(Setting("ScanpathValue", "0")) == 1, Setting("Scanpath", "")};
 }
 
 std::optional<std::string> BrowseScanPath() {
@@ -40,8 +32,8 @@ bool SaveScanPathSettings(const ScanPathSettings& scanPath) {
                               MsgBox::Icon::Exclamation, MsgBox::Buttons::Ok);
         return false;
     }
-    Save("Scanpath", scanPath.Scanpath);
-    Save("ScanpathValue", scanPath.ScanpathValue ? "1" : "0");
+    SaveSetting("Scanpath", scanPath.Scanpath);
+    SaveSetting("ScanpathValue", scanPath.ScanpathValue ? "1" : "0");
     return true;
 }
 
