@@ -3,6 +3,7 @@
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"
+#include "app/TextNumbers.h"
 #include "inspect/modMp3Info.h"
 #include "platform/CodePage.h"
 #include "platform/RuntimeError.h"
@@ -14,7 +15,6 @@ namespace quavernet {
 
 namespace {
 
-constexpr std::int32_t UnknownText = 347;
 constexpr std::size_t ExtensionLength = 4; // With its point.
 
 // The name's pieces between the "-", trimmed; the last one loses the extension after it was trimmed and is
@@ -74,10 +74,10 @@ void TagsFromFileName() {
         const FileNameTags tags = SplitFileName(file.CurrentFileName);
         const bool hasDash = file.CurrentFileName.find('-') != std::string::npos;
         tag.TagTitle = Cut(tags.title);
-        tag.TagArtist = Cut(hasDash ? std::string(tags.performer) : LoadResString(UnknownText));
+        tag.TagArtist = Cut(hasDash ? std::string(tags.performer) : LoadResString(Texts::Unknown));
         tag.TagGenre = 255;
     } catch (const RuntimeError&) {
-        tag.TagTitle = tag.TagArtist = Cut(LoadResString(UnknownText));
+        tag.TagTitle = tag.TagArtist = Cut(LoadResString(Texts::Unknown));
     }
 }
 

@@ -6,12 +6,11 @@
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"
+#include "app/TextNumbers.h"
 
 namespace quavernet {
 
 namespace {
-
-constexpr std::int32_t UnknownName = 347;
 
 void CutTrailingBlanks(std::string& text) {
     text.resize(TrimRight(text).size());
@@ -22,7 +21,7 @@ void FillUnknownNames(CurrentFile& file) {
     if (!file.FileArtist.empty() && !file.FileTitle.empty() && file.FileArtist != file.FileTitle) {
         return; // They can't both be unknown, and most files end here without a look at the texts.
     }
-    const std::string unknown = LoadResString(UnknownName);
+    const std::string unknown = LoadResString(Texts::Unknown);
     for (std::string* name : {&file.FileArtist, &file.FileTitle}) {
         if (name->empty()) {
             *name = unknown;

@@ -5,6 +5,7 @@
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/Registry.h"
+#include "app/TextNumbers.h"
 #include "help/HelpKey.h"
 #include "mainwindow/CloseGuard.h"
 #include "mainwindow/ControlState.h"
@@ -159,7 +160,7 @@ void frmMain::LoadStrings() {
     mainModule.SuppressComboClick = false;
     m_menu->LoadStrings();
     m_panes->LoadStrings();
-    SetTitle("Quavernet - " + LoadResString(351) + Setting("LastScan", "-"));
+    SetTitle("Quavernet - " + LoadResString(Texts::LastScan) + Setting("LastScan", "-"));
     m_tree->LoadStrings();
     m_list->ShowTotals();
     SetScanningPanel(LoadResString(432));

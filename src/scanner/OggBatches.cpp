@@ -2,6 +2,7 @@
 
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/TextNumbers.h"
 #include "inspect/OggInfoText.h"
 #include "library/SqlQuote.h"
 #include "platform/LibraryError.h"
@@ -113,8 +114,8 @@ void OggBatches::ReadOggBatches(ScanRun& run) {
         }
         ReadBatch(run, paths);
     }
-    run.window.SetPanel(ScanPanel::Remaining, LoadResString(345) + "00:00:00");
-    run.window.SetPanel(ScanPanel::Elapsed, LoadResString(346) + "00:00:00");
+    run.window.SetPanel(ScanPanel::Remaining, LoadResString(Texts::RemainingTime) + "00:00:00");
+    run.window.SetPanel(ScanPanel::Elapsed, LoadResString(Texts::ElapsedTime) + "00:00:00");
     run.window.SetProgress(0);
 }
 

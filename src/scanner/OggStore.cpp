@@ -3,6 +3,7 @@
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"
+#include "app/TextNumbers.h"
 #include "inspect/FileNameTags.h"
 #include "library/SqlQuote.h"
 #include "scanner/Volumes.h"
@@ -48,10 +49,10 @@ void FillNames(OggRecord& record) {
         record.performer = names.performer;
     }
     if (record.title.empty()) {
-        record.title = LoadResString(347);
+        record.title = LoadResString(Texts::Unknown);
     }
     if (record.performer.empty()) {
-        record.performer = LoadResString(347);
+        record.performer = LoadResString(Texts::Unknown);
     }
 }
 
@@ -110,7 +111,7 @@ std::string QualityKey(const OggRecord& record) {
 
 std::string AlbumKey(OggRecord& record) {
     if (record.album.empty()) {
-        record.album = LoadResString(328);
+        record.album = LoadResString(Texts::NoAlbum);
     }
     const std::string album = SqlQuote(record.album);
     return FindOrInsert("Select Album_id from Albums where Name = '" + album + "'",
@@ -150,7 +151,7 @@ OggNames OggTagsFromFileName(const std::string& path) {
         const FileNameTags tags = SplitFileName(name);
         return {std::string(tags.title), std::string(tags.performer)};
     } catch (const RuntimeError&) {
-        return {LoadResString(347), LoadResString(347)};
+        return {LoadResString(Texts::Unknown), LoadResString(Texts::Unknown)};
     }
 }
 

@@ -4,6 +4,7 @@
 #include "app/MainModule.h"
 #include "app/Registry.h"
 #include "app/TextHelpers.h"
+#include "app/TextNumbers.h"
 #include "platform/LibraryError.h"
 #include "scanner/FileSearch.h"
 #include "scanner/GetFilesCount.h"
@@ -38,7 +39,7 @@ std::unique_ptr<FolderWalk> OpenFolder(const std::string& folder) {
 }
 
 void SetIdleTitle(ScanRun& run) {
-    run.window.SetTitle("Quavernet - " + LoadResString(351) + Setting("LastScan", "-"));
+    run.window.SetTitle("Quavernet - " + LoadResString(Texts::LastScan) + Setting("LastScan", "-"));
 }
 
 void EnableLogClose(ScanRun& run) {
@@ -66,8 +67,8 @@ void Prepare(ScanRun& run) {
     const ScanOptions options = run.window.Options();
     run.Recursive = options.Recursive;
     run.QuickScan = options.QuickScan;
-    run.texts = {LoadResString(343), LoadResString(344), LoadResString(345), LoadResString(346),
-                 LoadResString(348)};
+    run.texts = {LoadResString(343), LoadResString(344), LoadResString(Texts::RemainingTime),
+                 LoadResString(Texts::ElapsedTime), LoadResString(348)};
 }
 
 void CountFiles(ScanRun& run, FolderWalk& walk) {

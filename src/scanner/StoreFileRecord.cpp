@@ -3,6 +3,7 @@
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"
+#include "app/TextNumbers.h"
 #include "library/SqlQuote.h"
 
 #include <algorithm>
@@ -47,10 +48,10 @@ std::string FindOrInsert(const std::string& select, const std::string& insert) {
 
 void FillMissingNames(CurrentFile& file) {
     if (file.FileArtist.empty()) {
-        file.FileArtist = LoadResString(347);
+        file.FileArtist = LoadResString(Texts::Unknown);
     }
     if (file.FileTitle.empty()) {
-        file.FileTitle = LoadResString(347);
+        file.FileTitle = LoadResString(Texts::Unknown);
     }
 }
 
@@ -66,7 +67,7 @@ std::string PerformerKey(CurrentFile& file) {
 std::string AlbumKey(CurrentFile& file) {
     std::erase(file.FileAlbum, '\0');
     if (file.FileAlbum.empty()) {
-        file.FileAlbum = LoadResString(328);
+        file.FileAlbum = LoadResString(Texts::NoAlbum);
     }
     file.FileAlbum = SqlQuote(file.FileAlbum);
     std::string key = FindOrInsert("Select Album_id from Albums where Name = '" + file.FileAlbum + "'",
