@@ -9,10 +9,11 @@ cd "$(dirname "${BASH_SOURCE[0]}")"
 install_missing "${PACKAGES_BUILD[@]}" "${PACKAGES_RUN[@]}" "${PACKAGES_SCREEN[@]}" "${PACKAGES_TEST[@]}"
 make_locales de_DE en_US
 
-# Under the sanitizers everything is a build of its own. The test build below runs its programs among its tests.
-cmake --preset asan-gui
-cmake --build --preset asan-gui --parallel "$(build_jobs)"
+# The program as its users get it, with the small programs that scenarios and checks run beside it.
+cmake --preset release
+cmake --build --preset release --target all test_programs --parallel "$(build_jobs)"
 
+# Program and tests under the sanitizers.
 cmake --preset test
 cmake --build --preset test --parallel "$(build_jobs)"
 
