@@ -1,5 +1,5 @@
 // What the machine alone takes: bare system calls over the same files and bare SQLite over the same rows,
-// without anything of the program. Every benchmark stands beside one of these.
+// without anything of the program. Every benchmark is shown beside one of these.
 #pragma once
 
 #include <cstdint>

@@ -253,7 +253,7 @@ class CheckTest(unittest.TestCase):
         self.write("src/scanner/Other.cpp", "")
         self.write("src/scanner/ScanPathSettings.cpp", "")
         self.assertEqual(self.broken("texts"), ['src/scanner/ScanPathSettings.cpp: "Wählen Sie einen Ordner" is allowed '
-                                                'in tools/house/texts.py but stands there no more'])
+                                                'in tools/house/texts.py but is no longer there'])
 
     def test_code_that_is_laid_out_otherwise_is_told(self):
         self.write(".clang-format", "BasedOnStyle: LLVM\nIndentWidth: 4\n")

@@ -96,7 +96,7 @@ class LibraryFaults(ProgramTest):
 
     def state(self):
         """Every file of the library's folder (or what stands in the documents' place), but for a log without content and
-        the index of the log, which the engine makes anew at will."""
+        the index of the log, which the engine makes again at will."""
         if not os.path.isdir(self.folder):
             return digest(os.path.join(self.home, "Dokumente"))
         return {name: digest(os.path.join(self.folder, name)) for name in sorted(os.listdir(self.folder))

@@ -244,7 +244,7 @@ def privates(root):
 
 
 def texts(root):
-    """What a user reads stands in the string tables, apart from the few literals that texts.py allows."""
+    """What a user reads is in the string tables, apart from the few literals that texts.py allows."""
     return shown_texts.check(root)
 
 

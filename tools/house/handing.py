@@ -22,7 +22,7 @@ HANDED_ON = [
 ]
 HEADERS_HANDED_ON = re.compile(r"^(?:QtNetwork/.*|QNetwork\w+|QTcp\w+|QUdp\w+|QSsl\w+|QHost\w+|QDesktopServices|QProcess|"
                                r"sys/socket\.h|netinet/.*|arpa/inet\.h|netdb\.h|curl/.*|wordexp\.h|spawn\.h)$")
-# (file, what stands there): why it may.
+# (file, what is allowed there): why.
 MAY_HAND_ON = {
     ("src/adapters/qt/QtShell.cpp", "QProcess"): "the one place that starts a program, with a list of arguments",
     ("src/adapters/qt/Application.cpp", "Qt::AutoText"): "tells every label to take no text for markup",
@@ -70,7 +70,7 @@ def check(root):
                 broken.append(f"{path}:{line}: \"{what}\" {why}")
     for path, what in sorted(set(MAY_HAND_ON) - met):
         if os.path.exists(os.path.join(root, path)):
-            broken.append(f'{path}: "{what}" is allowed in tools/house/check.py but stands there no more')
+            broken.append(f'{path}: "{what}" is allowed in tools/house/check.py but is no longer there')
     for path in source.walk(root, ["src"], ("CMakeLists.txt",)):
         if re.search(r"\b(?:Qt6::Network|Network\b.*\)|CURL::|WebEngine)", source.read(root, path)):
             broken.append(f"{path}: links a library for the network")

@@ -73,7 +73,7 @@ def without_texts(text):
 
 @dataclass
 class Function:
-    name: str        # as it stands in the file, with its class if that is written there
+    name: str        # as it is in the file, with its class if that is written there
     first: int       # line of its head, from 1
     last: int        # line of its closing brace
     body: str
@@ -94,7 +94,7 @@ _HEAD_NAME = re.compile(r"((?:[~\w]+(?:<[^<>]*>)?::)*(?:operator\s*[^\s(]{1,3}|o
 
 
 def functions(text):
-    """Bodies of functions that stand in namespaces and classes; lambdas count to the function around them."""
+    """Bodies of functions in namespaces and classes; lambdas count to the function around them."""
     plain = without_texts(text)
     found = []
     classes = []
@@ -184,7 +184,7 @@ class Tree:
         self.targets, self.programs = target_of_sources(root)
 
     def room(self, path):
-        """Folder of a file: "scanner", "adapters/sqlite"; "main" for what stands in src itself."""
+        """Folder of a file: "scanner", "adapters/sqlite"; "main" for what is in src itself."""
         parts = path.split("/")[1:-1]
         if not parts:
             return "main"
@@ -274,7 +274,7 @@ def _declared_name(head):
 
 
 def private_names(text):
-    """Names that stand directly in unnamed namespaces: types, functions, values."""
+    """Names directly in unnamed namespaces: types, functions, values."""
     plain = without_texts(text)
     names = set()
     for opening in re.finditer(r"\bnamespace\s*\{", plain):

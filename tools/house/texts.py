@@ -1,4 +1,4 @@
-"""Finds texts that a user would read and that stand in the code instead of in the string tables.
+"""Finds texts that a user would read and that are in the code instead of in the string tables.
 
 Five places are looked at: literals in calls that show something, QStringLiterals that are no names, literals with
 letters beyond ASCII, literals in words wherever texts are made for a reader, and the strings of .ui files. Single
@@ -12,7 +12,7 @@ import source
 
 TABLES = "src/resources/"
 
-# (file, text): why it may stand there.
+# (file, text): why it may be there.
 ALLOWED = {
     ("src/scanner/ScanPathSettings.cpp", "Wählen Sie einen Ordner"): "this dialog is German in every language",
     ("src/app/LoadResString.cpp", "Error : No Local Data"): "the language has no texts",
@@ -171,6 +171,6 @@ def check(root):
                 broken.append(f'{path}:{line}: "{says}" {why}; it belongs into both string tables')
     for path, says in sorted(set(ALLOWED) - met):
         if os.path.exists(os.path.join(root, path)):
-            broken.append(f'{path}: "{says}" is allowed in tools/house/texts.py but stands there no more')
+            broken.append(f'{path}: "{says}" is allowed in tools/house/texts.py but is no longer there')
     print(f"Texts: {files} files, {len(met)} literals allowed")
     return broken
