@@ -10,6 +10,7 @@ import unittest
 sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "tools", "house"))
 import check  # noqa: E402
+import declarations  # noqa: E402
 import source  # noqa: E402
 
 
@@ -18,7 +19,7 @@ class CheckTest(unittest.TestCase):
         self.root = tempfile.mkdtemp(prefix="quavernet-house-")
         self.addCleanup(shutil.rmtree, self.root)
         self.write("src/platform/CMakeLists.txt", "target_sources(quavernet_logic PRIVATE Clock.cpp)\n")
-        self.write("src/platform/Clock.h", "int Now();\n")
+        self.write("src/platform/Clock.h", "int Now(); ///< Seconds.\n")
         self.write("src/platform/Clock.cpp", '#include "platform/Clock.h"\nint Now() {\n    return 1;\n}\n')
 
     def write(self, path, text):
@@ -36,7 +37,7 @@ class CheckTest(unittest.TestCase):
             return check.main(["--root", self.root, *names]), out.getvalue()
 
     def test_a_good_tree_keeps_the_rules(self):
-        for name in ("sizes", "connects", "cycles", "layers", "share", "words", "texts", "handing", "privates", "format"):
+        for name in ("sizes", "connects", "cycles", "layers", "share", "words", "texts", "handing", "privates", "documented", "format"):
             code = "src/platform/Clock.cpp"
             self.write(code, '#include "platform/Clock.h"\nint Now() { return 1; }\n')
             self.assertEqual(self.broken(name), [], name)
@@ -62,6 +63,18 @@ class CheckTest(unittest.TestCase):
         self.assertEqual(self.broken("privates"), [])
         self.write("src/platform/Timer.cpp", private.replace("last", "first"))
         self.assertEqual(self.broken("privates"), ["src/platform: Next(int) in Clock.cpp, Timer.cpp"])
+
+    def test_too_few_documented_declarations_break_the_rule(self):
+        self.write("src/platform/Clock.h", "/// Seconds.\nint Now();\nint Then();\n")
+        self.assertEqual(self.broken("documented"),
+                         ["ports: 50 % documented, at least 60 %; for example src/platform/Clock.h:3 Then()"])
+        self.write("src/platform/Clock.h", "/// Seconds.\nint Now();\nint Then(); ///< Days.\n")
+        self.assertEqual(self.broken("documented"), [])
+
+    def test_a_header_s_opening_comment_tells_about_what_has_its_name(self):
+        self.write("src/platform/Shell.h", "// Programs.\n#pragma once\nclass Shell {\npublic:\n    void Run();\n};\n")
+        found = declarations.of_header(self.root, "src/platform/Shell.h")
+        self.assertEqual([(d.name, d.documented) for d in found], [("Shell", True), ("Run()", False)])
 
     def test_a_header_of_301_lines_is_too_long(self):
         self.write("src/platform/Clock.h", "// x\n" * 301)
@@ -322,6 +335,14 @@ class FunctionsTest(unittest.TestCase):
     def test_digit_separators_are_no_characters(self):
         text = "int A() {\n    return 1'000'000;\n}\nint B() {\n    return '{';\n}\n"
         self.assertEqual([row[0] for row in self.names(text)], ["A", "B"])
+
+    def test_public_declarations_are_types_functions_and_constants(self):
+        text = ("// Opens.\n#pragma once\nnamespace a {\nclass Later;\n/// Told.\nclass A : public B {\npublic:\n    explicit A(int x);\n"
+                "    ~A() override;\n    /// Told.\n    int C(int x) const { return x + 1; }\n    int D() const;\n"
+                "    void E() override;\n    int field = 1;\n\nprivate:\n    int F();\n};\n\nenum class G { One, Two };\n"
+                "inline constexpr int H = 1; ///< Told.\nnamespace {\nint I();\n}\n} // namespace a\n")
+        self.assertEqual([(d.name, d.documented) for d in declarations.public_declarations(text)],
+                         [("A", True), ("C(int)", True), ("D()", False), ("G", False), ("H", True)])
 
     def test_private_names_are_types_functions_with_their_types_and_values(self):
         text = ("namespace {\nconstexpr int A = 1;\nconst char* const B[] = {\"x\", \"y\"};\nstruct C {\n    int d = 1;\n};\n"

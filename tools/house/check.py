@@ -13,6 +13,7 @@ import sys
 
 sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+import declarations  # noqa: E402
 import handing as handed_on  # noqa: E402
 import source  # noqa: E402
 import texts as shown_texts  # noqa: E402
@@ -23,6 +24,8 @@ FUNCTION_LINES = 80
 CONNECTS = 25
 LOGIC_SHARE = 50
 TEST_RATIO = 0.6
+DOCUMENTED_PORTS = 60  # Per cent; aim: 100.
+DOCUMENTED_LOGIC = 50  # Per cent; aim: 60.
 
 # From the bottom up; a folder includes its own floor and those below it.
 FLOORS = [["platform"], ["app", "resources"], ["help", "widgets"], ["library", "inspect"], ["scanner", "browser", "tree"],
@@ -243,6 +246,24 @@ def privates(root):
             if len(files) > 1]
 
 
+def documented(root):
+    """A comment tells about the public declarations of the ports, and about 50 % of those of the rest of the logic."""
+    tree = source.Tree(root)
+    broken = []
+    headers = [path for path in tree.files if path.endswith(".h")]
+    ports = [path for path in headers if path.startswith("src/platform/")]
+    logic = [path for path in headers if path not in ports and tree.is_logic(path)]
+    for what, paths, wanted in (("ports", ports, DOCUMENTED_PORTS), ("rest of the logic", logic, DOCUMENTED_LOGIC)):
+        found = [(path, declaration) for path in paths for declaration in declarations.of_header(root, path)]
+        silent = [f"{path}:{declaration.line} {declaration.name}" for path, declaration in found
+                  if not declaration.documented]
+        share = 100 * (len(found) - len(silent)) / len(found) if found else 100
+        print(f"Documented: {what} {share:.0f} % of {len(found)}")
+        if share < wanted:
+            broken.append(f"{what}: {share:.0f} % documented, at least {wanted} %; for example {'; '.join(silent[:5])}")
+    return broken
+
+
 def texts(root):
     """What a user reads is in the string tables, apart from the few literals that texts.py allows."""
     return shown_texts.check(root)
@@ -250,6 +271,7 @@ def texts(root):
 
 CHECKS = {"sizes": sizes, "connects": connects, "cycles": cycles, "layers": layers, "share": share,
           "ratio": ratio, "words": words, "texts": texts, "handing": handing, "privates": privates,
+          "documented": documented,
           "format": layout}
 
 

@@ -236,7 +236,7 @@ class Tree:
             self.uses_qt(other, seen) for other in self.own_includes(path))
 
 
-_PRIVATE_TYPE = re.compile(r"^\s*(?:template\s*<[^{;]*>\s*)?(?:struct|class|union|enum(?:\s+class|\s+struct)?)\s+(\w+)"
+TYPE_HEAD = re.compile(r"^\s*(?:template\s*<[^{;]*>\s*)?(?:struct|class|union|enum(?:\s+class|\s+struct)?)\s+(\w+)"
                            r"|^\s*using\s+(\w+)\s*=", re.S)
 _PRIVATE_VALUE = re.compile(r"(\w+)\s*(?:\[[^\]]*\]\s*)*(?:=|$)")
 
@@ -256,10 +256,10 @@ def _types(parameters):
     return ", ".join(" ".join(named.sub("", item.split("=")[0].strip()).split()) for item in items)
 
 
-def _declared_name(head):
+def declared_name(head):
     """The name that a declaration gives, up to its body or semicolon, a function's with its types; None for what is
     no declaration."""
-    type_name = _PRIVATE_TYPE.match(head)
+    type_name = TYPE_HEAD.match(head)
     if type_name:
         return type_name.group(1) or type_name.group(2)
     if re.match(r"\s*(?:using|namespace|static_assert|extern)\b", head):
@@ -284,7 +284,7 @@ def private_names(text):
             parens += (char == "(") - (char == ")")
             if char == "{":
                 if depth == 1 and parens == 0:
-                    names.add(_declared_name(plain[start:position]))
+                    names.add(declared_name(plain[start:position]))
                 depth += 1
             elif char == "}":
                 depth -= 1
@@ -293,6 +293,6 @@ def private_names(text):
                 if depth == 1 and parens == 0:
                     start = position + 1
             elif char == ";" and depth == 1 and parens == 0:
-                names.add(_declared_name(plain[start:position]))
+                names.add(declared_name(plain[start:position]))
                 start = position + 1
     return names - {None}
