@@ -1,6 +1,7 @@
 #include "app/MainModule.h"
 
 #include "support/LogicTest.h"
+#include "support/NoTags.h"
 
 namespace quavernet::test {
 
@@ -24,17 +25,12 @@ private:
     Texts& m_log;
 };
 
-class MortalTags : public TagComponent {
+class MortalTags : public NoTags {
 public:
     explicit MortalTags(Texts& log) : m_log(log) {}
     ~MortalTags() override {
         m_log.push_back("tags with " + std::to_string(mainModule.TreeNodeData.Keys().size()) + " nodes");
     }
-    void LoadFile(const std::string&) override {}
-    bool HasV2Tag() const override { return false; }
-    std::string TagField(int) const override { return {}; }
-    void SetTagField(int, const std::string&) override {}
-    void SaveFile(const std::string&) override {}
 
 private:
     Texts& m_log;

@@ -2,6 +2,7 @@
 
 #include "adapters/posix/PosixFileSystem.h"
 #include "platform/RuntimeError.h"
+#include "support/NoTags.h"
 #include "support/TestLibrary.h"
 
 #include <algorithm>
@@ -79,15 +80,9 @@ public:
     int looks = 0;
 };
 
-class NoTags : public TagComponent {
+class NotedTags : public NoTags {
 public:
-    explicit NoTags(Texts& log) { log.push_back("tag component"); }
-
-    void LoadFile(const std::string&) override {}
-    bool HasV2Tag() const override { return false; }
-    std::string TagField(int) const override { return {}; }
-    void SetTagField(int, const std::string&) override {}
-    void SaveFile(const std::string&) override {}
+    explicit NotedTags(Texts& log) { log.push_back("tag component"); }
 };
 
 constexpr const char* Folder = "/home/anna/Quavernet Database/";
@@ -253,7 +248,7 @@ protected:
         std::filesystem::create_directory(libraryFolder / "Quavernet Database");
         CopyTemplate(libraryFolder / "Quavernet Database/Quavernet.db");
         services.fileSystem = &files;
-        services.createTagComponent = [this] { return std::make_unique<NoTags>(log); };
+        services.createTagComponent = [this] { return std::make_unique<NotedTags>(log); };
         shell.documents = libraryFolder.Path();
         events.onDoEvents = [this] {
             log.push_back("events");

@@ -2,30 +2,13 @@
 
 #include "app/SettingFailure.h"
 #include "support/LogicTest.h"
+#include "support/OrderedSettings.h"
 
 namespace quavernet::test {
 
 namespace {
 
 using Texts = std::vector<std::string>;
-
-/// Notes every access in its order.
-class OrderedSettings : public MapSettings {
-public:
-    std::optional<std::string> Query(const std::string& application, const std::string& section,
-                                     const std::string& name) override {
-        reads.push_back(name);
-        return MapSettings::Query(application, section, name);
-    }
-    void Set(const std::string& application, const std::string& section, const std::string& name,
-             const std::string& value) override {
-        writes.push_back(name + "=" + value);
-        MapSettings::Set(application, section, name, value);
-    }
-
-    Texts reads;
-    Texts writes;
-};
 
 constexpr const char* Wide = "1920x1080";
 

@@ -2,6 +2,7 @@
 
 #include "adapters/posix/PosixFileSystem.h"
 #include "support/LogicTest.h"
+#include "support/OrderedSettings.h"
 #include "support/TemporaryFolder.h"
 
 #include <filesystem>
@@ -11,6 +12,7 @@
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::StartsWith;
 
 namespace quavernet::test {
 
@@ -31,18 +33,6 @@ protected:
 
     TemporaryFolder folder;
     std::unique_ptr<FileSystemObject> fileSystem = CreatePosixFileSystem();
-};
-
-/// Keeps the names in the order in which they are written.
-class OrderedSettings : public MapSettings {
-public:
-    void Set(const std::string& application, const std::string& section, const std::string& name,
-             const std::string& value) override {
-        written.push_back(name);
-        MapSettings::Set(application, section, name, value);
-    }
-
-    std::vector<std::string> written;
 };
 
 } // namespace
@@ -113,7 +103,7 @@ TEST_F(ScanPathSettingsTest, ThePathIsWrittenBeforeItsCheckBox) {
     OrderedSettings ordered;
     services.settings = &ordered;
     EXPECT_TRUE(SaveScanPathSettings({true, folder.Path()}));
-    EXPECT_THAT(ordered.written, ElementsAre("Scanpath", "ScanpathValue"));
+    EXPECT_THAT(ordered.writes, ElementsAre(StartsWith("Scanpath="), StartsWith("ScanpathValue=")));
 }
 
 TEST_F(ScanPathSettingsTest, UmlautsBlanksAndForeignBytesAreFolderNamesToo) {

@@ -1,6 +1,7 @@
 #include "scanner/Volumes.h"
 
 #include "scanner/FileFields.h"
+#include "support/FailureNumber.h"
 #include "support/LogicTest.h"
 #include "support/ScanDoubles.h"
 
@@ -17,15 +18,6 @@ protected:
         services.fileSystem = &volumes;
         volumes.drives = {"/", "/media/disc", "/mnt/music", "/mnt/mail"};
         volumes.networkRoots = {{"/mnt/music", "//server/music"}, {"/mnt/mail", "//server/mail"}};
-    }
-
-    static int NumberOf(const std::function<void()>& statement) {
-        try {
-            statement();
-        } catch (const RuntimeError& error) {
-            return error.Number();
-        }
-        return 0;
     }
 
     ChosenVolumes volumes;

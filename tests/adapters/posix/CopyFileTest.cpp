@@ -2,6 +2,7 @@
 #include "adapters/posix/PosixFileSystem.h"
 
 #include "platform/RuntimeError.h"
+#include "support/FailureNumber.h"
 #include "support/FileSizeLimit.h"
 #include "support/OrdinaryUser.h"
 #include "support/SmallAudio.h"
@@ -27,14 +28,6 @@ protected:
     CopyFileTest() { fs::permissions(folder.Path(), fs::perms(0755)); }
 
     void Write(const std::string& name, const std::string& bytes = "x") { WriteBytes(folder / name, bytes); }
-    static int NumberOf(const std::function<void()>& statement) {
-        try {
-            statement();
-        } catch (const RuntimeError& error) {
-            return error.Number();
-        }
-        return 0;
-    }
 
     TemporaryFolder folder;
     std::unique_ptr<FileSystemObject> fileSystem = CreatePosixFileSystem();

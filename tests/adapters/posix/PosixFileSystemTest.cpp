@@ -2,6 +2,7 @@
 
 #include "adapters/posix/PosixFolderWalk.h"
 #include "platform/RuntimeError.h"
+#include "support/FailureNumber.h"
 #include "support/OrdinaryUser.h"
 #include "support/SmallAudio.h"
 #include "support/TemporaryFolder.h"
@@ -77,15 +78,6 @@ protected:
             }
         }
         return "no note";
-    }
-
-    static int NumberOf(const std::function<void()>& statement) {
-        try {
-            statement();
-        } catch (const RuntimeError& error) {
-            return error.Number();
-        }
-        return 0;
     }
 
     TemporaryFolder folder;

@@ -2,6 +2,7 @@
 
 #include "platform/LibraryError.h"
 #include "support/FileSizeLimit.h"
+#include "support/KilledWriter.h"
 #include "support/RefusedCalls.h"
 #include "support/TestLibrary.h"
 
@@ -12,7 +13,6 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/syscall.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace quavernet::test {
@@ -68,20 +68,7 @@ TEST_F(BackupCopiesTest, OneRunMakesOneCopy) {
 
 TEST_F(BackupCopiesTest, NoCopyFollowsARunThatDidNotCloseTheLibrary) {
     mainModule.Connection.reset();
-    const pid_t child = ::fork();
-    if (child == 0) {
-        try {
-            const auto connection = OpenLibrary(libraryPath);
-            connection->Execute("Insert into Titel (Name) values ('x')");
-            connection->Commit();
-            ::_exit(0);
-        } catch (...) {
-            ::_exit(1);
-        }
-    }
-    int status = -1;
-    ::waitpid(child, &status, 0);
-    ASSERT_EQ(status, 0);
+    ASSERT_TRUE(WriteAndDie(libraryPath, "Insert into Titel (Name) values ('x')"));
     RunOnce("after the kill");
     EXPECT_FALSE(Exists(Copy(1)));
     RunOnce("later");

@@ -2,6 +2,7 @@
 
 #include "adapters/sqlite/SqliteError.h"
 #include "platform/LibraryError.h"
+#include "support/KilledWriter.h"
 #include "support/TestLibrary.h"
 
 #include <algorithm>
@@ -106,20 +107,7 @@ protected:
     }
     // A library with rows that a killed run left in its log.
     void LeaveByKill(const std::string& name = "in the log") {
-        const pid_t child = ::fork();
-        if (child == 0) {
-            try {
-                const auto connection = OpenLibrary(path);
-                connection->Execute("Insert into Titel (Name) values ('" + name + "')");
-                connection->Commit();
-                ::_exit(0);
-            } catch (...) {
-                ::_exit(1);
-            }
-        }
-        int status = -1;
-        ::waitpid(child, &status, 0);
-        ASSERT_EQ(status, 0);
+        ASSERT_TRUE(WriteAndDie(path, "Insert into Titel (Name) values ('" + name + "')"));
     }
 
     TemporaryFolder folder;

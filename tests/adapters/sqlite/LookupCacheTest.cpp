@@ -4,13 +4,12 @@
 #include "adapters/sqlite/ReadSnapshot.h"
 #include "adapters/sqlite/SqliteError.h"
 #include "platform/RuntimeError.h"
+#include "support/KilledWriter.h"
 #include "support/TestLibrary.h"
 
 #include <algorithm>
 #include <chrono>
 #include <random>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <sqlite3.h>
 
@@ -163,20 +162,7 @@ TEST_F(LookupsOfTwoProgramsTest, CommitsAreSeenAcrossCheckpointsThatBeginTheLogA
 TEST_F(LookupsOfTwoProgramsTest, WritesOfAnotherProcessAreSeen) {
     EXPECT_EQ(Asked(PerformerA), "no row");
     m_other.reset();
-    const pid_t child = ::fork();
-    if (child == 0) {
-        try {
-            const auto connection = OpenLibrary(libraryPath);
-            connection->Execute("Insert into Interpret (Interpret) values ('A')");
-            connection->Commit();
-            ::_exit(0);
-        } catch (...) {
-            ::_exit(1);
-        }
-    }
-    int status = -1;
-    ASSERT_EQ(::waitpid(child, &status, 0), child);
-    ASSERT_EQ(status, 0);
+    ASSERT_TRUE(WriteAndDie(libraryPath, "Insert into Interpret (Interpret) values ('A')"));
     EXPECT_EQ(Asked(PerformerA), "1");
 }
 
