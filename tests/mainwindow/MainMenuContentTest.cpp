@@ -1,6 +1,6 @@
 #include "mainwindow/MainMenuTable.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <set>
 #include <string>

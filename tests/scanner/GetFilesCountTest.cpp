@@ -2,7 +2,7 @@
 
 #include "support/ScanTest.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 namespace quavernet::test {
 namespace {
