@@ -327,7 +327,7 @@ def go_on_as_nobody():
                             QUAVERNET_NASTY_DEVICES=os.path.join(base, "devices"))
         code = subprocess.run(["setpriv", "--reuid", NOBODY, "--regid", NOBODY, "--clear-groups", SYSTEM_PYTHON,
                                os.path.join(base, "tests", "reliability", os.path.basename(__file__)), *sys.argv[1:]],
-                              env=surroundings).returncode
+                              cwd=base, env=surroundings).returncode
         shutil.copytree(os.path.join(base, "pictures"), os.environ["QUAVERNET_PICTURES"], dirs_exist_ok=True)
         return code
     finally:
