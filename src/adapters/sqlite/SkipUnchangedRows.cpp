@@ -1,5 +1,7 @@
 #include "adapters/sqlite/SkipUnchangedRows.h"
 
+#include "adapters/sqlite/EqualsLower.h"
+
 #include <algorithm>
 #include <string_view>
 
@@ -7,21 +9,10 @@ namespace quavernet::sqlite {
 
 namespace {
 
-/// Reads a statement piece by piece; letters of the pieces compare in either case.
-class Pieces {
+/// Reads a statement word by word, whatever blanks stand between the words.
+class Words {
 public:
-    explicit Pieces(std::string_view text) : m_rest(text) {}
-
-    bool Take(std::string_view lower) {
-        const bool matches = m_rest.size() >= lower.size() &&
-                             std::equal(lower.begin(), lower.end(), m_rest.begin(), [](char wanted, char c) {
-                                 return wanted == (c >= 'A' && c <= 'Z' ? c + 32 : c);
-                             });
-        if (matches) {
-            m_rest.remove_prefix(lower.size());
-        }
-        return matches;
-    }
+    explicit Words(std::string_view text) : m_rest(text) { PassBlanks(); }
 
     /// A plain name; empty if none stands here.
     std::string_view TakeName() {
@@ -30,33 +21,48 @@ public:
         });
         const std::string_view name = m_rest.substr(0, static_cast<std::size_t>(end - m_rest.begin()));
         m_rest.remove_prefix(name.size());
+        PassBlanks();
         return name;
+    }
+
+    bool TakeWord(std::string_view lower) { return EqualsLower(TakeName(), lower); }
+
+    bool TakeSign(char sign) {
+        if (!m_rest.starts_with(sign)) {
+            return false;
+        }
+        m_rest.remove_prefix(1);
+        PassBlanks();
+        return true;
     }
 
     bool IsAtEnd() const { return m_rest.empty(); }
 
 private:
+    void PassBlanks() { m_rest.remove_prefix(std::min(m_rest.find_first_not_of(' '), m_rest.size())); }
+
     std::string_view m_rest;
 };
 
 } // namespace
 
 std::string SkipUnchangedRows(const std::string& sql) {
-    Pieces pieces(sql);
-    if (!pieces.Take("update ") || pieces.TakeName().empty() || !pieces.Take(" set ")) {
+    Words words(sql);
+    if (!words.TakeWord("update") || words.TakeName().empty() || !words.TakeWord("set")) {
         return sql;
     }
     std::string same;
     int parameter = 0;
     do {
-        const std::string_view column = pieces.TakeName();
-        if (column.empty() || !pieces.Take(" = ?")) {
+        const std::string_view column = words.TakeName();
+        if (column.empty() || !words.TakeSign('=') || !words.TakeSign('?')) {
             return sql;
         }
         same.append(same.empty() ? "" : " and ").append(column).append(" collate binary is ?");
         same.append(std::to_string(++parameter));
-    } while (pieces.Take(", "));
-    if (!pieces.Take(" where ") || pieces.TakeName().empty() || !pieces.Take(" = ?") || !pieces.IsAtEnd()) {
+    } while (words.TakeSign(','));
+    if (!words.TakeWord("where") || words.TakeName().empty() || !words.TakeSign('=') ||
+        !words.TakeSign('?') || !words.IsAtEnd()) {
         return sql;
     }
     return sql + " and not (" + same + ")";

@@ -18,13 +18,25 @@ TEST(SkipUnchangedRowsTest, AnUpdateOfOneRowIsNarrowedToAnotherValue) {
               "(Name collate binary is ?1 and Length collate binary is ?2)");
 }
 
+TEST(SkipUnchangedRowsTest, BlanksBetweenTheWordsMakeNoDifference) {
+    for (const char* statement : {"update Files set Name=?,Length=? where File_id=?",
+                                  "Update Files set Name = ?,Length = ?  where Path = ? ",
+                                  " UPDATE  Files  SET  Name = ? , Length =? WHERE  File_id = ?"}) {
+        EXPECT_EQ(SkipUnchangedRows(statement),
+                  std::string(statement) +
+                      " and not (Name collate binary is ?1 and Length collate binary is ?2)");
+    }
+}
+
 TEST(SkipUnchangedRowsTest, EveryOtherStatementStaysAsItIs) {
     for (const char* statement :
          {"", "Update Files Set Hits = Hits + ? where File_id = ?", "Update Files Set Name = ?",
           "Update Files Set [Name] = ? where File_id = ?", "Update Files Set Name = ? where A = ? or B = ?",
           "Update Files Set Name = ? where A = ? and B = ?", "Update Files Set Name = 'x' where A = 1",
           "Update or ignore Files Set Name = ? where A = ?", "Delete from Files where File_id = ?",
-          "Update Files Set Name = ?, where File_id = ?", "Update Files Set Name = ? where File_id = ? "}) {
+          "Update Files Set Name = ?, where File_id = ?", "UpdateFiles Set Name = ? where File_id = ?",
+          "Update Files Set Name = ? where File_id = ?;", "Update Files Set Name = ? + ? where File_id = ?",
+          "Update Files Set Name = ? whereFile_id = ?", "Update Files Set Name ? where File_id = ?"}) {
         EXPECT_EQ(SkipUnchangedRows(statement), statement);
     }
 }
