@@ -70,7 +70,6 @@ bool PassesFormat(const ListData& data, std::size_t record, const ListFilter& fi
 
 // Goes through the statement's rows once: progress for every row, size sum for the listed ones.
 double SelectRows(ListData& data, const ListFilter& filter, float step, ListWindow& window) {
-    constexpr std::size_t RowsAhead = 16; // As long as memory takes to answer.
     MegabyteSum megabytes(services.regional);
     const std::size_t count = data.Block.Rows();
     data.Listed.reserve(count);
@@ -78,7 +77,6 @@ double SelectRows(ListData& data, const ListFilter& filter, float step, ListWind
     for (std::size_t record = 0; record < count; ++record) {
         progress = progress + step <= FullProgress ? progress + step : FullProgress;
         window.SetProgress(progress);
-        data.Block.Expect(record + RowsAhead);
         if (!PassesLetter(data, record, filter) || !PassesFormat(data, record, filter)) {
             continue;
         }

@@ -17,14 +17,18 @@ class Connection;
 /// One value of the current row. A view: valid until its recordset is closed or destroyed.
 class Field {
 public:
+    /// What a value is stored as: the engine keeps types by value, not by column.
     enum class Kind : std::uint8_t { Null, Integer, Real, Text };
 
+    /// Null; the others are made by RowBlock::At, the text as a view of its rows.
     Field() = default;
     explicit Field(std::int64_t value) : m_kind(Kind::Integer), m_integer(value) {}
     explicit Field(double value) : m_kind(Kind::Real), m_real(value) {}
     explicit Field(std::string_view value) : m_kind(Kind::Text), m_text(value) {}
 
     Kind GetKind() const { return m_kind; }
+
+    /// Whether there is no value: a column that nobody has written, the sum of no rows.
     bool IsNull() const { return m_kind == Kind::Null; }
 
     /// The value as text, the way a statement would spell it: integers in decimal, reals in the shortest
@@ -37,6 +41,8 @@ public:
     /// The value as a number; texts are read up to the first character that is no part of one (0 if none),
     /// null is 0.
     double Number() const;
+
+    /// The same as a whole number: exact for integers, else rounded to the nearest.
     std::int64_t Integer() const;
 
 private:
@@ -50,20 +56,25 @@ private:
 /// costs no heap allocation of its own.
 class RowBlock {
 public:
+    /// No rows yet, each of so many columns.
     explicit RowBlock(std::size_t columns = 0) : m_columns(columns) {}
 
+    /// Add the next cell: the columns of a row from left to right, then those of the next row. A text is
+    /// copied; all texts together may take any size, one of them 4 GiB.
     void AddNull();
     void AddInteger(std::int64_t value);
     void AddReal(double value);
     void AddText(std::string_view value);
 
+    /// The width of each row; 0 for a statement that gives no rows at all.
     std::size_t Columns() const { return m_columns; }
-    std::size_t Rows() const { return m_columns == 0 ? 0 : m_cells.size() / m_columns; }
-    Field At(std::size_t row, std::size_t column) const;
 
-    /// Has a row fetched from memory that will be read in a moment: in the order of a column the rows lie far
-    /// apart. The row need not exist.
-    void Expect(std::size_t row) const;
+    /// Rows that are complete.
+    std::size_t Rows() const { return m_columns == 0 ? 0 : m_cells.size() / m_columns; }
+
+    /// One value, both counted from 0; there is no check that it exists. Valid until a cell is added or the
+    /// block goes. Reading the rows in turn costs no wait for memory, in whatever order they were added.
+    Field At(std::size_t row, std::size_t column) const;
 
     /// From now on row n is the one that was added as order[n]. `order` names every row once.
     void Arrange(std::vector<std::uint32_t> order) { m_order = std::move(order); }
@@ -85,14 +96,21 @@ private:
 /// MoveNext, read Fields by position, Close. A new object is made for each statement.
 class Recordset {
 public:
-    /// Runs the statement and reads its rows to the end.
+    /// Runs the statement and reads its rows to the end: what is written later never shows in them.
     /// Throws RuntimeError if the statement fails.
     void Open(std::string_view statement, Connection& activeConnection);
+
+    /// Gives the rows up; fields that were read from them are void.
     void Close();
 
     /// Exact number of rows.
     long RecordCount() const { return static_cast<long>(m_rows.Rows()); }
+
+    /// Whether the position is after the last row; at once if there are none.
     bool Eof() const { return m_position >= m_rows.Rows(); }
+
+    /// Move the position: to the first row (where it is after Open), the last, the next. Without rows, and
+    /// after the last one, Eof stays true.
     void MoveFirst() { m_position = 0; }
     void MoveLast();
     void MoveNext() { ++m_position; }
@@ -109,6 +127,7 @@ private:
 /// The one open library. Statements commit by themselves; a failing statement undoes only itself.
 class Connection {
 public:
+    /// Commits what is gathered, as far as that still goes, and closes the library.
     virtual ~Connection() = default;
 
     /// Opens the library named by "...Data Source=" and its path in the connection string.
@@ -136,7 +155,8 @@ public:
     /// RuntimeError if the copy can't be made; the older copies then stay.
     virtual void Backup() {}
 
-    /// See WriteLock.
+    /// Begin and end of a WriteLock, which alone calls them, in pairs. LockWrites waits while another program
+    /// writes, and throws RuntimeError if that takes too long or gathered statements can't be written.
     virtual void LockWrites() {}
     virtual void UnlockWrites() noexcept {}
 };
@@ -149,6 +169,8 @@ public:
     /// Waits while another program writes. Throws RuntimeError if that takes too long, or if gathered
     /// statements can't be written.
     explicit WriteLock(Connection& connection) : m_connection(connection) { m_connection.LockWrites(); }
+
+    /// Others may write again from the next commit on: at the latest when gathered statements are due.
     ~WriteLock() { m_connection.UnlockWrites(); }
     WriteLock(const WriteLock&) = delete;
     WriteLock& operator=(const WriteLock&) = delete;
