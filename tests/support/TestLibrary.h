@@ -9,6 +9,7 @@
 #include "adapters/sqlite/SqliteConnection.h"
 #include "app/MainModule.h"
 
+#include <chrono>
 #include <filesystem>
 #include <initializer_list>
 #include <memory>
@@ -26,9 +27,16 @@ inline void CopyTemplate(const std::string& path) {
     std::filesystem::copy_file(QUAVERNET_TEMPLATE, path);
 }
 
+/// Every query of it reads the library as it is: a test asks more than once in the same millisecond.
+inline std::unique_ptr<ADODB::Connection>
+CreateConnection(const RegionalSettings& regional,
+                 std::chrono::milliseconds longestGathering = std::chrono::milliseconds(200)) {
+    return CreateSqliteConnection(regional, longestGathering, std::chrono::milliseconds(0));
+}
+
 inline std::unique_ptr<ADODB::Connection> OpenLibrary(const std::string& path,
                                                       const RegionalSettings& regional = {}) {
-    auto connection = CreateSqliteConnection(regional);
+    auto connection = CreateConnection(regional);
     connection->Open(ConnectionStart + path);
     return connection;
 }
@@ -53,7 +61,7 @@ protected:
     LibraryTest() {
         CopyTemplate(libraryPath);
         mainModule.Connection = OpenLibrary(libraryPath, services.regional);
-        services.createConnection = [] { return CreateSqliteConnection(services.regional); };
+        services.createConnection = [] { return CreateConnection(services.regional); };
     }
     ~LibraryTest() override { mainModule.Connection.reset(); }
 

@@ -1,6 +1,7 @@
 // The results of the last lookups, so that the same question costs nothing while its answer can't have
 // changed: the files of an album ask for one performer, one album and one drive again and again. Used by the
-// connection, which says what was written, and clears the cache whenever somebody else may have written.
+// connection while a transaction of its own is open, when nobody else can write; it says what it writes
+// itself, and clears the cache before the next transaction.
 #pragma once
 
 #include "adapters/sqlite/TableUse.h"
@@ -26,6 +27,8 @@ public:
 
     /// Results that rest on one of these tables hold no longer.
     void Forget(TableSet written);
+
+    /// No kept result holds any longer.
     void Clear();
 
 private:

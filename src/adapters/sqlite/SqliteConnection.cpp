@@ -14,7 +14,7 @@
 #include "adapters/sqlite/LibraryFile.h"
 #include "adapters/sqlite/LibraryPlace.h"
 #include "adapters/sqlite/LookupCache.h"
-#include "adapters/sqlite/ReadSnapshot.h"
+#include "adapters/sqlite/ReadTransaction.h"
 #include "adapters/sqlite/RowOrder.h"
 #include "adapters/sqlite/SqliteError.h"
 #include "adapters/sqlite/StatementCache.h"
@@ -50,8 +50,9 @@ private:
 
 class SqliteConnection : public ADODB::Connection {
 public:
-    SqliteConnection(RegionalSettings regional, CommitGathering::Clock::duration longestGathering)
-        : m_regional(std::move(regional)), m_commits(longestGathering) {}
+    SqliteConnection(RegionalSettings regional, CommitGathering::Clock::duration longestGathering,
+                     ReadTransaction::Clock::duration longestRead)
+        : m_regional(std::move(regional)), m_reads(longestRead), m_commits(longestGathering) {}
 
     ~SqliteConnection() override {
         try {
@@ -70,7 +71,7 @@ public:
         m_dateColumns = DateColumnNames(opened.handle.get());
         m_backupDue = opened.closedCleanly;
         m_lookups.Clear();
-        m_snapshot.Attach(opened.handle.get());
+        m_reads.Attach(opened.handle.get());
         m_cache.Attach(opened.handle.get());
         m_library = std::move(opened.handle);
         m_place.Attach(m_path);
@@ -82,7 +83,6 @@ public:
         PreparedStatement& prepared = Bind(statement);
         sqlite3_stmt* const handle = prepared.handle.get();
         const bool writes = sqlite3_stmt_readonly(handle) == 0;
-        m_snapshot.Release();
         if (writes) {
             BeginWriting();
             m_lookups.Forget(prepared.tables.writes);
@@ -101,11 +101,11 @@ public:
 
     ADODB::RowBlock Query(std::string_view statement) override {
         BeforeStatement();
-        if (!IsWriting() && m_snapshot.Renew()) {
-            m_lookups.Clear();
-        }
-        if (const ADODB::RowBlock* known = m_cache.KnowsTables() ? m_lookups.Find(statement) : nullptr) {
+        if (const ADODB::RowBlock* known = MayRemember() ? m_lookups.Find(statement) : nullptr) {
             return *known;
+        }
+        if (!IsWriting()) {
+            m_reads.Enter();
         }
         const auto ordered = TakeOrderClause(statement);
         if (!ordered || IsDateColumn(ordered->name)) { // Shown dates don't sort; the stored ones do.
@@ -117,13 +117,14 @@ public:
     }
 
     void Commit() override {
-        m_snapshot.Release();
+        m_reads.End();
         if (m_library) {
             m_commits.Commit(m_library.get());
         }
     }
 
     void CommitIfDue() override {
+        m_reads.EndIfDue();
         if (m_held == 0 && m_library) {
             m_commits.CommitBetweenFiles(m_library.get());
         }
@@ -160,7 +161,7 @@ private:
     // A state that is held might be an old one, from which no transaction can go on.
     void BeginWriting() {
         if (!IsWriting()) {
-            m_snapshot.Release();
+            m_reads.End();
             m_lookups.Clear(); // Until the transaction has begun, others may write.
         }
         m_commits.BeforeWrite(Library());
@@ -175,6 +176,10 @@ private:
 
     /// A transaction of ours is open: nobody else can write.
     bool IsWriting() const { return sqlite3_get_autocommit(m_library.get()) == 0; }
+
+    /// What a lookup has read holds until we write to its tables ourselves. Outside of a transaction others
+    /// may have written.
+    bool MayRemember() const { return IsWriting() && m_cache.KnowsTables(); }
 
     bool IsDateColumn(std::string_view name) const {
         return std::any_of(m_dateColumns.begin(), m_dateColumns.end(), [&](const std::string& column) {
@@ -215,7 +220,7 @@ private:
         if (code != SQLITE_DONE) {
             ThrowError(Library(), code);
         }
-        if (!prepared.tables.callsFunctions && m_cache.KnowsTables()) {
+        if (!prepared.tables.callsFunctions && MayRemember()) {
             m_lookups.Keep(statement, rows, prepared.tables.reads);
         }
         return rows;
@@ -277,7 +282,7 @@ private:
     std::string m_path;
     LibraryPlace m_place;     // Before the library, which is closed first.
     DatabaseHandle m_library; // Before the cache: statements are finalized first.
-    ReadSnapshot m_snapshot;
+    ReadTransaction m_reads;
     StatementCache m_cache;
     LookupCache m_lookups;
     StatementText m_text;
@@ -290,9 +295,9 @@ private:
 } // namespace
 
 std::unique_ptr<ADODB::Connection>
-CreateSqliteConnection(const RegionalSettings& regional,
-                       std::chrono::steady_clock::duration longestGathering) {
-    return std::make_unique<SqliteConnection>(regional, longestGathering);
+CreateSqliteConnection(const RegionalSettings& regional, std::chrono::steady_clock::duration longestGathering,
+                       std::chrono::steady_clock::duration longestRead) {
+    return std::make_unique<SqliteConnection>(regional, longestGathering, longestRead);
 }
 
 } // namespace quavernet

@@ -51,7 +51,7 @@ TEST_F(CommitGatheringTest, TheStatementAfterTheLimitBringsTheEarlierOnesToTheFi
 }
 
 TEST_F(CommitGatheringTest, EveryStatementOfAConnectionLooksWhetherACommitIsDue) {
-    mainModule.Connection = CreateSqliteConnection(services.regional, std::chrono::seconds(0));
+    mainModule.Connection = CreateConnection(services.regional, std::chrono::milliseconds(0));
     Connection().Open(ConnectionStart + libraryPath);
     Insert("one");
     EXPECT_EQ(SeenByAnother(), Texts{});
@@ -117,7 +117,7 @@ TEST_F(CommitGatheringTest, BetweenFilesACommitIsDueByTheClockOrAfterASlowFile) 
 }
 
 TEST_F(CommitGatheringTest, BetweenFilesAConnectionCommitsOnlyOutsideOfAnUndisturbed) {
-    mainModule.Connection = CreateSqliteConnection(services.regional, std::chrono::seconds(0));
+    mainModule.Connection = CreateConnection(services.regional, std::chrono::milliseconds(0));
     EXPECT_NO_THROW(Connection().CommitIfDue()) << "not open yet";
     Connection().Open(ConnectionStart + libraryPath);
     Connection().CommitIfDue();

@@ -35,7 +35,7 @@ class TwoProgramsTest : public LibraryTest {
 protected:
     TwoProgramsTest() : other(OpenLibrary(libraryPath)) {
         // Each statement looks whether a commit is due, and it always is.
-        mainModule.Connection = CreateSqliteConnection(services.regional, std::chrono::seconds(0));
+        mainModule.Connection = CreateConnection(services.regional, std::chrono::milliseconds(0));
         Connection().Open(ConnectionStart + libraryPath);
         other->Query("Pragma busy_timeout = 0");
         services.fileSystem = &volumes;
