@@ -1,6 +1,6 @@
 #include "browser/ListQuery.h"
 
-#include "adapters/sqlite/RowOrder.h"
+#include "adapters/sqlite/OrderClause.h"
 #include "platform/RuntimeError.h"
 #include "support/RecordingConnection.h"
 #include "support/TestLibrary.h"

@@ -1,5 +1,8 @@
 // The text comparison of the library file: the collation that its text columns are declared with, and the
 // like operator of the same case rule. Registered on every connection.
+//
+// It is our own and not a library's (ICU, the C library's locales): every index of a library file is sorted
+// by it. Theirs changes between versions and machines, and an index in another order finds nothing, silently.
 #pragma once
 
 #include <string_view>

@@ -13,10 +13,13 @@ namespace quavernet::sqlite {
 
 class LibraryPlace;
 
+/// The transaction of the connection: it opens before the first write and closes at a commit.
 class CommitGathering {
 public:
     using Clock = std::chrono::steady_clock;
 
+    /// `maximumAge`: how long the oldest gathered statement may wait, seen at the next one. `now` is the
+    /// clock.
     explicit CommitGathering(Clock::duration maximumAge, std::function<Clock::time_point()> now = &Clock::now)
         : m_maximumAge(maximumAge), m_now(std::move(now)) {}
 

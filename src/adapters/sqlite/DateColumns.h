@@ -1,5 +1,5 @@
 // Date columns: the file holds "YYYY-MM-DD" or "YYYY-MM-DD HH:MM:SS", which sorts and reads anywhere; the
-// statements and their readers see the regional forms.
+// statements and their readers see the regional forms, of which the engine's date functions know nothing.
 #pragma once
 
 #include "platform/RegionalSettings.h"
@@ -17,6 +17,9 @@ bool IsDateType(const char* declaredType);
 
 /// Names of all date columns in the file, in lower case.
 std::vector<std::string> DateColumnNames(sqlite3* database);
+
+/// Whether a name, in any case, is one of these.
+bool IsDateColumn(std::string_view name, const std::vector<std::string>& dateColumns);
 
 /// The stored form of a regional date text; an empty text stays empty. Throws RuntimeError for a text that is
 /// no date.

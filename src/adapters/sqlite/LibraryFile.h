@@ -13,11 +13,13 @@ namespace quavernet::sqlite {
 inline constexpr std::uint32_t ApplicationId = 0x51764E74; // "QvNt"
 inline constexpr std::uint32_t SchemaVersion = 1;
 
+/// Closes a database once its last statement has gone.
 struct CloseDatabase {
     void operator()(sqlite3* database) const;
 };
 using DatabaseHandle = std::unique_ptr<sqlite3, CloseDatabase>;
 
+/// What OpenLibraryFile gives back.
 struct OpenedLibrary {
     DatabaseHandle handle;
     bool closedCleanly = true; ///< The last run closed the file.

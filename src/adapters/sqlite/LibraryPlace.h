@@ -12,6 +12,7 @@ struct sqlite3;
 
 namespace quavernet::sqlite {
 
+/// Knows a file by its device and number, whatever its name.
 class LibraryPlace {
 public:
     LibraryPlace() = default;
@@ -21,6 +22,8 @@ public:
 
     /// Remembers the file that the path leads to: the one that has just been opened.
     void Attach(const std::string& path);
+
+    /// As it was given, for messages.
     const std::string& Path() const { return m_path; }
 
     /// The path leads to another file by now, or to none. One look at the file system. A place that can't be

@@ -1,5 +1,5 @@
 // The like operator of the library: "%" stands for any run of characters, "_" for one, nothing else is
-// special; letters compare by the case rule of the collation.
+// special; letters compare by the case rule of the collation. The engine's own knows the case of ASCII alone.
 #pragma once
 
 #include <string>
@@ -15,12 +15,14 @@ public:
     /// `escape` makes the character behind it stand for itself; 0 for none.
     explicit LikePattern(std::string_view pattern, char32_t escape = 0);
 
+    /// Whether the whole text is of this form.
     bool Matches(std::string_view text) const;
 
 private:
     std::u32string m_pattern;
 };
 
+/// On one connection, with and without "escape". Throws RuntimeError if the engine refuses.
 void RegisterLikeOperator(sqlite3* database);
 
 } // namespace quavernet::sqlite

@@ -9,6 +9,7 @@
 
 namespace quavernet::sqlite {
 
+/// Two numbers that are compared one after the other, and what they stand for.
 struct SortKey {
     std::uint64_t first = 0;
     std::uint64_t second = 0;

@@ -1,6 +1,5 @@
 #include "adapters/sqlite/SqliteConnection.h"
 
-#include <algorithm>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -14,10 +13,12 @@
 #include "adapters/sqlite/LibraryFile.h"
 #include "adapters/sqlite/LibraryPlace.h"
 #include "adapters/sqlite/LookupCache.h"
+#include "adapters/sqlite/OrderClause.h"
 #include "adapters/sqlite/ReadTransaction.h"
 #include "adapters/sqlite/RowOrder.h"
 #include "adapters/sqlite/SqliteError.h"
 #include "adapters/sqlite/StatementCache.h"
+#include "adapters/sqlite/StatementRun.h"
 #include "adapters/sqlite/StatementText.h"
 #include "platform/RuntimeError.h"
 
@@ -35,18 +36,6 @@ std::string DataSource(std::string_view connectionString) {
     }
     return std::string(connectionString.substr(at + key.size()));
 }
-
-/// Resets a statement when its run ends, however it ends.
-class Run {
-public:
-    explicit Run(sqlite3_stmt* statement) : m_statement(statement) {}
-    ~Run() { sqlite3_reset(m_statement); }
-    Run(const Run&) = delete;
-    Run& operator=(const Run&) = delete;
-
-private:
-    sqlite3_stmt* m_statement;
-};
 
 class SqliteConnection : public ADODB::Connection {
 public:
@@ -81,17 +70,13 @@ public:
     void Execute(std::string_view statement) override {
         BeforeStatement();
         PreparedStatement& prepared = Bind(statement);
-        sqlite3_stmt* const handle = prepared.handle.get();
-        const bool writes = sqlite3_stmt_readonly(handle) == 0;
+        const bool writes = sqlite3_stmt_readonly(prepared.handle.get()) == 0;
         if (writes) {
-            BeginWriting();
+            EnterTransaction();
             m_lookups.Forget(prepared.tables.writes);
         }
-        const Run run(handle);
-        int code = sqlite3_step(handle);
-        while (code == SQLITE_ROW) {
-            code = sqlite3_step(handle);
-        }
+        StatementRun run(prepared.handle.get());
+        const int code = run.ToEnd();
         if (writes) {
             m_commits.AfterWrite(Library(), code);
         } else if (code != SQLITE_DONE) {
@@ -104,14 +89,15 @@ public:
         if (const ADODB::RowBlock* known = MayRemember() ? m_lookups.Find(statement) : nullptr) {
             return *known;
         }
-        if (!IsWriting()) {
+        if (!IsInTransaction()) {
             m_reads.Enter();
         }
         const auto ordered = TakeOrderClause(statement);
-        if (!ordered || IsDateColumn(ordered->name)) { // Shown dates don't sort; the stored ones do.
-            return ReadRows(statement);
+        // Dates don't sort in the form that is read here; the stored ones do.
+        if (!ordered || IsDateColumn(ordered->name, m_dateColumns)) {
+            return Read(statement);
         }
-        ADODB::RowBlock rows = ReadRows(ordered->unordered);
+        ADODB::RowBlock rows = Read(ordered->unordered);
         rows.Arrange(RowOrder(rows, ordered->column, ordered->descending));
         return rows;
     }
@@ -125,7 +111,7 @@ public:
 
     void CommitIfDue() override {
         m_reads.EndIfDue();
-        if (m_held == 0 && m_library) {
+        if (m_writeLocks == 0 && m_library) {
             m_commits.CommitBetweenFiles(m_library.get());
         }
     }
@@ -139,33 +125,39 @@ public:
     }
 
     void LockWrites() override {
-        if (m_held == 0) {
+        if (m_writeLocks == 0) {
             m_commits.CommitIfDue(Library());
-            BeginWriting();
+            EnterTransaction();
         }
-        ++m_held;
+        ++m_writeLocks;
     }
-    void UnlockWrites() noexcept override { --m_held; }
+    void UnlockWrites() noexcept override { --m_writeLocks; }
 
 private:
     // Inside a WriteLock the transaction opens again, even for one that only reads, if the program has
     // committed in the middle because it waited for its user.
     void BeforeStatement() {
-        if (m_held > 0) {
-            BeginWriting();
+        if (m_writeLocks > 0) {
+            EnterTransaction();
         } else {
             m_commits.CommitIfDue(Library());
         }
     }
 
-    // A state that is held might be an old one, from which no transaction can go on.
-    void BeginWriting() {
-        if (!IsWriting()) {
+    void EnterTransaction() {
+        if (!IsInTransaction()) {
             m_reads.End();
             m_lookups.Clear(); // Until the transaction has begun, others may write.
         }
         m_commits.BeforeWrite(Library());
     }
+
+    /// A transaction of ours is open: nobody else can write.
+    bool IsInTransaction() const { return sqlite3_get_autocommit(m_library.get()) == 0; }
+
+    /// What a lookup has read holds until we write to its tables ourselves. Outside of a transaction others
+    /// may have written.
+    bool MayRemember() const { return IsInTransaction() && m_cache.KnowsTables(); }
 
     sqlite3* Library() const {
         if (!m_library) {
@@ -174,61 +166,17 @@ private:
         return m_library.get();
     }
 
-    /// A transaction of ours is open: nobody else can write.
-    bool IsWriting() const { return sqlite3_get_autocommit(m_library.get()) == 0; }
-
-    /// What a lookup has read holds until we write to its tables ourselves. Outside of a transaction others
-    /// may have written.
-    bool MayRemember() const { return IsWriting() && m_cache.KnowsTables(); }
-
-    bool IsDateColumn(std::string_view name) const {
-        return std::any_of(m_dateColumns.begin(), m_dateColumns.end(), [&](const std::string& column) {
-            return sqlite3_strnicmp(column.c_str(), name.data(), static_cast<int>(name.size())) == 0 &&
-                   column.size() == name.size();
-        });
-    }
-
-    // The prepared form of a statement with its literals bound.
+    /// The prepared form of a statement with its literals bound.
     PreparedStatement& Bind(std::string_view statement) {
         m_text.Scan(statement, m_dateColumns);
-        PreparedStatement& prepared = Find(statement);
-        sqlite3_stmt* const handle = prepared.handle.get();
-        const std::vector<Literal>& literals = m_text.Literals();
-        if (sqlite3_bind_parameter_count(handle) != static_cast<int>(literals.size())) {
-            throw RuntimeError(SQLITE_ERROR, "No value given for one or more required parameters.");
-        }
-        for (std::size_t i = 0; i < literals.size(); ++i) {
-            Check(m_library.get(), BindOne(handle, static_cast<int>(i) + 1, literals[i]));
-        }
+        PreparedStatement& prepared = Prepared(statement);
+        BindLiterals(Library(), prepared.handle.get(), m_text, m_regional);
         return prepared;
-    }
-
-    ADODB::RowBlock ReadRows(std::string_view statement) {
-        PreparedStatement& prepared = Bind(statement);
-        sqlite3_stmt* const handle = prepared.handle.get();
-        if (sqlite3_stmt_readonly(handle) == 0) {
-            throw RuntimeError(SQLITE_ERROR, "A recordset can't be opened on a statement that writes.");
-        }
-        const Run run(handle);
-        ADODB::RowBlock rows(prepared.dateColumns.size());
-        int code = sqlite3_step(handle);
-        for (; code == SQLITE_ROW; code = sqlite3_step(handle)) {
-            for (std::size_t column = 0; column < prepared.dateColumns.size(); ++column) {
-                AddCell(rows, handle, static_cast<int>(column), prepared.dateColumns[column]);
-            }
-        }
-        if (code != SQLITE_DONE) {
-            ThrowError(Library(), code);
-        }
-        if (!prepared.tables.callsFunctions && MayRemember()) {
-            m_lookups.Keep(statement, rows, prepared.tables.reads);
-        }
-        return rows;
     }
 
     // A statement that fails without its literals is prepared with them: the engine's message then shows the
     // statement as it was sent, and forms that take no parameters work.
-    PreparedStatement& Find(std::string_view statement) {
+    PreparedStatement& Prepared(std::string_view statement) {
         try {
             return m_cache.Get(m_text.Sql());
         } catch (const RuntimeError&) {
@@ -237,45 +185,13 @@ private:
         }
     }
 
-    int BindOne(sqlite3_stmt* handle, int place, const Literal& literal) const {
-        if (literal.kind == Literal::Kind::Integer) {
-            return sqlite3_bind_int64(handle, place, literal.integer);
+    ADODB::RowBlock Read(std::string_view statement) {
+        const PreparedStatement& prepared = Bind(statement);
+        ADODB::RowBlock rows = ReadRows(Library(), prepared, m_regional);
+        if (!prepared.tables.callsFunctions && MayRemember()) {
+            m_lookups.Keep(statement, rows, prepared.tables.reads);
         }
-        if (literal.kind == Literal::Kind::Real) {
-            return sqlite3_bind_double(handle, place, literal.real);
-        }
-        const std::string_view text = m_text.Text(literal);
-        if (literal.isDate) {
-            const std::string date = StoredDate(text, m_regional);
-            return sqlite3_bind_text(handle, place, date.data(), static_cast<int>(date.size()),
-                                     SQLITE_TRANSIENT);
-        }
-        // m_text stays as it is until the next statement is bound, and that binds all its parameters anew.
-        return sqlite3_bind_text(handle, place, text.data(), static_cast<int>(text.size()), SQLITE_STATIC);
-    }
-
-    void AddCell(ADODB::RowBlock& rows, sqlite3_stmt* handle, int column, bool isDate) const {
-        sqlite3_value* const value = sqlite3_column_value(handle, column);
-        switch (sqlite3_value_type(value)) {
-        case SQLITE_NULL:
-            rows.AddNull();
-            return;
-        case SQLITE_INTEGER:
-            rows.AddInteger(sqlite3_value_int64(value));
-            return;
-        case SQLITE_FLOAT:
-            rows.AddReal(sqlite3_value_double(value));
-            return;
-        default:
-            break;
-        }
-        const auto* data = reinterpret_cast<const char*>(sqlite3_value_text(value));
-        const std::string_view text(data, static_cast<std::size_t>(sqlite3_value_bytes(value)));
-        if (isDate) {
-            rows.AddText(ShownDate(text, m_regional));
-        } else {
-            rows.AddText(text);
-        }
+        return rows;
     }
 
     RegionalSettings m_regional;
@@ -289,7 +205,7 @@ private:
     CommitGathering m_commits;
     std::vector<std::string> m_dateColumns;
     bool m_backupDue = false;
-    int m_held = 0; ///< WriteLock stretches that are open.
+    int m_writeLocks = 0; ///< WriteLocks that live.
 };
 
 } // namespace

@@ -1,5 +1,5 @@
 // Prepared statements, kept by their text with the literals taken out: preparing costs several times what
-// running a lookup does.
+// running a lookup does. Asked by the connection for every statement.
 #pragma once
 
 #include "adapters/sqlite/StatementText.h"
@@ -18,10 +18,12 @@ struct sqlite3_stmt;
 
 namespace quavernet::sqlite {
 
+/// Frees a prepared statement of the engine.
 struct FinalizeStatement {
     void operator()(sqlite3_stmt* statement) const;
 };
 
+/// What is known of a statement once the engine has compiled it.
 struct PreparedStatement {
     std::unique_ptr<sqlite3_stmt, FinalizeStatement> handle;
     std::vector<bool> dateColumns; ///< For each column of the result: declared as a date.
@@ -31,12 +33,13 @@ struct PreparedStatement {
 /// Prepares the one statement that a text holds. Throws RuntimeError if it is none or more than one.
 PreparedStatement Prepare(sqlite3* database, std::string_view sql);
 
+/// Updates go through SkipUnchangedRows on their way in.
 class StatementCache {
 public:
     /// Drops what is kept, and keeps the statements of this connection from now on.
     void Attach(sqlite3* database);
 
-    /// The prepared form; valid until the next call.
+    /// The prepared form; valid until the next call. Throws RuntimeError if the engine can't prepare it.
     PreparedStatement& Get(const std::string& sql);
 
     /// Whether the tables that were noted for the statements still hold.

@@ -6,6 +6,7 @@
 
 #include <sqlite3.h>
 
+#include "adapters/sqlite/DateColumns.h"
 #include "adapters/sqlite/EqualsLower.h"
 #include "platform/RuntimeError.h"
 
@@ -14,7 +15,7 @@ namespace quavernet::sqlite {
 namespace {
 
 // Statements with more literals are lists of ids: each is its own, and keeps the rest of them as they stand.
-constexpr std::size_t liftedLiterals = 64;
+constexpr std::size_t mostLifted = 64;
 
 bool IsDigit(char c) {
     return c >= '0' && c <= '9';
@@ -195,8 +196,7 @@ private:
     }
 
     void NoteName(std::string_view name) {
-        m_comparesDate = std::any_of(m_dateColumns.begin(), m_dateColumns.end(),
-                                     [&](const std::string& column) { return EqualsLower(name, column); });
+        m_comparesDate = IsDateColumn(name, m_dateColumns);
         if (m_comparesDate && m_isInsert && !m_inValues && m_depth == 1) {
             m_dateFields.push_back(m_field);
         }
@@ -241,7 +241,7 @@ private:
 };
 
 void StatementText::Scan(std::string_view statement, const std::vector<std::string>& dateColumns) {
-    ScanLifting(statement, dateColumns, liftedLiterals);
+    ScanLifting(statement, dateColumns, mostLifted);
 }
 
 void StatementText::ScanKeepingLiterals(std::string_view statement,

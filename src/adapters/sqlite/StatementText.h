@@ -1,5 +1,6 @@
 // The one rewriting between the program's statements and the engine: "[A.B]" becomes "[A].[B]", and literals
-// become parameters, so that statements that differ only in their values share one prepared form.
+// become parameters, so that statements that differ only in their values share one prepared form. Our own
+// scanner, since the engine offers none: it prepares a text as it stands, and has no word for "[A.B]".
 #pragma once
 
 #include <cstddef>
@@ -17,8 +18,8 @@ struct Literal {
     bool isDate = false; ///< Written to a date column, or compared with one.
     std::int64_t integer = 0;
     double real = 0;
-    std::size_t offset = 0; ///< Of a text: its place in StatementText::Texts().
-    std::size_t size = 0;
+    std::size_t offset = 0; ///< Of a text: where StatementText::Text() finds it, unquoted,
+    std::size_t size = 0;   ///< and its bytes.
 };
 
 /// One statement, scanned. Reused from statement to statement to save allocations.

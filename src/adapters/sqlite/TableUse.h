@@ -14,13 +14,15 @@ namespace quavernet::sqlite {
 /// One bit for each table. Tables behind the 63rd share the last bit: then one stands for all of them.
 using TableSet = std::uint64_t;
 
+/// What one statement touches.
 struct TableUse {
     TableSet reads = 0;
     TableSet writes = 0;
     bool callsFunctions = false; ///< Its result may depend on more than the tables.
 };
 
-/// Stays where it is while it is attached: the engine keeps its address.
+/// Hears from the engine what it compiles. Stays where it is while it is attached: the engine keeps its
+/// address.
 class TableUseNotes {
 public:
     TableUseNotes() = default;

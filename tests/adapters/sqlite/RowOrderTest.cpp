@@ -1,6 +1,7 @@
 // Sorting a result outside of the engine: the order must be the engine's own.
 #include "adapters/sqlite/RowOrder.h"
 
+#include "adapters/sqlite/OrderClause.h"
 #include "support/TestLibrary.h"
 
 #include <random>
