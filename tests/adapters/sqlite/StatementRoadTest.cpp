@@ -1,0 +1,418 @@
+// The road of each statement that the program sends: which pieces of the connection take it. The statements
+// are those of the procedures themselves, so that another blank in one of them shows here.
+#include "support/StatementRoad.h"
+
+#include "support/EngineStatements.h"
+#include "support/GridWindowDouble.h"
+#include "support/OggFiles.h"
+#include "support/RealFiles.h"
+#include "support/RecordingPlayer.h"
+#include "support/ScanTest.h"
+
+#include "adapters/sqlite/OrderClause.h"
+#include "adapters/vorbis/OggInfoReader.h"
+#include "browser/FilterLists.h"
+#include "browser/GridOpen.h"
+#include "browser/ListQuery.h"
+#include "library/CleanDatabase.h"
+#include "library/DatabaseCheck.h"
+#include "scanner/CheckReminder.h"
+#include "scanner/OggBatches.h"
+#include "scanner/ReminderSettings.h"
+#include "tree/LoadTree.h"
+#include "tree/TreeEvents.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <regex>
+
+namespace quavernet::test {
+namespace {
+
+using ::testing::ElementsAre;
+
+const std::string listed =
+    "Select F.Path, F.SizeInBytes, T.Name, I.Interpret, Q.Quality, F.File_id, F.Length, F.Name, E.Extension "
+    "from Files F, Titel T, Interpret I, Quality Q, Extensions E where F.Title_id = T.Title_id and "
+    "F.Inter_id "
+    "= I.Inter_id and Q.Quality_id = F.Quality_Id and F.Extension_id = E.Extension_id";
+
+class SilentWindow : public ListWindow, public CleanWindow, public GridOpenWindow {
+public:
+    void SetScanningPanel(const std::string&) override {}
+    void ClearList() override {}
+    void SetProgress(float) override {}
+    float Progress() const override { return 0; }
+    void SetMousePointer(int) override {}
+    void LoadTree() override {}
+    void LoadDatabase(const std::string&) override {}
+    void SetRedraw(bool) override {}
+    void SetHeaderPicture(const SortArrow&) override {}
+};
+
+// The engine is watched from before the library is opened. Each procedure runs at least twice, so that a
+// later statement can meet what an earlier one has left.
+class StatementRoadTest : private EngineStatements, public ScanTest {
+protected:
+    StatementRoadTest() {
+        services.oggInfo = &m_oggInfo;
+        mainModule.SortInterpret = false;
+    }
+
+    void ScanSongs() {
+        for (const char* name : {"a.mp3", "b.mp3"}) { // Of one album.
+            WriteMp3(name);
+            Scan();
+        }
+        Write("c.wav", WaveBytes());
+        Write("d.mp3", Mp3Bytes("Song", "Red", "Other"));
+        Scan();
+        Scan();
+        window.options.QuickScan = true;
+        Scan();
+        window.options.QuickScan = false;
+    }
+
+    void ScanOggs() {
+        ScanDriver withOgg(window, log, &m_oggPass);
+        for (const char* name : {"a.ogg", "b.ogg"}) {
+            Write(name, EncodedOgg::Stereo());
+            withOgg.StartScan();
+        }
+        Write("c.ogg", EncodedOgg::Mono());
+        withOgg.StartScan();
+        window.options.QuickScan = true;
+        withOgg.StartScan();
+        window.options.QuickScan = false;
+    }
+
+    void LoadLists() {
+        ListFilter all;
+        LoadDatabase(all, "", m_silent);
+        for (bool MainModule::*const flag :
+             {&MainModule::SortInterpret, &MainModule::SortTitle, &MainModule::SortLength,
+              &MainModule::SortQuality, &MainModule::SortFormat, &MainModule::SortSize}) {
+            mainModule.*flag = true;
+            LoadDatabase(all, "", m_silent);
+            mainModule.*flag = false;
+        }
+        for (const char* word : {"a.mp3", "b.mp3"}) {
+            ListFilter search;
+            search.SearchText = word;
+            LoadDatabase(search, "", m_silent);
+        }
+        for (const int key : {1, 2}) {
+            ListFilter chosen;
+            chosen.DriveId = chosen.GenreId = chosen.AlbumId = key;
+            LoadDatabase(chosen, "", m_silent);
+        }
+        mainModule.ShowInGridMode = true;
+        for (const char* list : {"1,2", "2,1"}) {
+            LoadDatabase(all, list, m_silent);
+        }
+        mainModule.ShowInGridMode = false;
+    }
+
+    /// A category with the first two files, as the tree's commands make it. Another program's work.
+    void MakeCategory() {
+        const auto other = OpenLibrary(libraryPath);
+        other->Execute("Insert into Categories (Category) values ('Jazz')");
+        for (const char* file : {"1, 1, 1, 'Jazz', 'a.mp3'", "2, 1, 2, 'Jazz', 'b.mp3'"}) {
+            other->Execute("Insert into FileCategories (File_id, Category_id, [Position], Parent, Filename) "
+                           "values (" +
+                           std::string(file) + ")");
+        }
+    }
+
+    void UseTree() {
+        RecordingPlayer player{calls};
+        TreeModel tree;
+        mainModule.UseExternalPlayer = true;
+        for (const char* key : {"file1pos1", "file2pos2"}) {
+            quavernet::LoadTree(tree);
+            tree.Select(key);
+            TreeDblClick(tree, player);
+        }
+    }
+
+    void CleanTwoFiles() {
+        std::filesystem::remove(music / "a.mp3");
+        std::filesystem::remove(music / "b.mp3");
+        CleanDatabase(m_silent);
+        CleanDatabase(m_silent);
+    }
+
+    void UseReminder() {
+        ReminderChoice daily;
+        daily.chkRemind = daily.optDaily = true;
+        for (int day = 1; day <= 2; ++day) {
+            LoadReminderSettings();
+            SaveReminderSettings(daily);
+            SaveReminderSettings(daily);
+            clock.now.day += 1;
+            bool scan = false;
+            CheckReminder(scan, [] {});
+        }
+    }
+
+    SilentWindow m_silent;
+    OggInfoReader m_oggInfo{RealFiles()};
+    OggBatches m_oggPass;
+};
+
+TEST_F(StatementRoadTest, OfAScan) {
+    const StatementRoad road(connection);
+    ScanSongs();
+    EXPECT_THAT(
+        road.Kinds(),
+        ElementsAre(
+            "Select Inter_id from Interpret where Interpret = ?: lifted kept remembered",
+            "Insert into Interpret (Interpret) values (?): lifted kept",
+            "Select Album_id from Albums where Name = ?: lifted kept remembered",
+            "Insert into Albums (Name) values (?): lifted kept",
+            "Select Quality_id from Quality where Quality = ?: lifted kept remembered",
+            "Insert into Quality (Quality) values (?): lifted kept",
+            "Select Drive_id from Drive where Drive = ?: lifted kept remembered",
+            "Insert into Drive (Drive) values (?): lifted", // Sent once.
+            "Select Title_id from Titel where Name = ?: lifted kept",
+            "Insert into Titel (Name) values (?): lifted kept",
+            "Select Extension_Id from Extensions where Extension = ?: lifted kept remembered",
+            "Select File_id from Files where Path = ?: lifted kept",
+            "Insert Into Files (Title_id, Inter_id, Name, Path, Sizeinbytes, DateLastModified, Drive_id, "
+            "Quality_id, Length, Extension_id, Genre_id, Album_id) values (?, ?,?, ?, ?, ?, ?, ?, ?, ?, ?, "
+            "?): "
+            "lifted kept",
+            "Update Files Set Title_id = ?, Inter_id = ?, Name = ?, Path = ?, Sizeinbytes = ?, "
+            "DateLastModified = ?, Drive_id = ?, Quality_id = ?, Length = ?, Extension_id = ?, Genre_id = ?, "
+            "Album_id = ? where File_id = ?: lifted kept guarded",
+            "Select Path from Files where Path = ?: lifted kept"));
+}
+
+TEST_F(StatementRoadTest, OfTheOggPass) {
+    const StatementRoad road(connection);
+    ScanOggs();
+    EXPECT_THAT(
+        road.Kinds(),
+        ElementsAre(
+            "Select Title_id from Titel where Name = ?: lifted kept remembered",
+            "Insert Into Titel (Name) values (?): lifted kept", "Select Max(Title_id) from Titel: kept",
+            "Select Inter_id from Interpret where Interpret = ?: lifted kept remembered",
+            "Insert Into Interpret (Interpret) values (?): lifted kept",
+            "Select Max(Inter_id) from Interpret: kept",
+            "Select Drive_id from Drive where Drive = ?: lifted kept remembered",
+            "Insert Into Drive (Drive) values (?): lifted", // Sent once, as is the next one.
+            "Select Max(Drive_id) from Drive:",
+            "Select Quality_id from Quality where Quality = ?: lifted kept remembered",
+            "Insert Into Quality (Quality) values (?): lifted kept",
+            "Select Max(Quality_id) from Quality: kept",
+            "Select Album_id from Albums where Name = ?: lifted kept remembered",
+            "Insert Into Albums (Name) values (?): lifted kept", "Select Max(Album_id) from Albums: kept",
+            "Select Genre_id from Genres where Genre = ?: lifted kept remembered",
+            "Select File_id from Files where Path = ?: lifted kept",
+            "Insert into Files (Title_id, Inter_id, Name, Path, Sizeinbytes, DateLastModified, Drive_id, "
+            "Quality_id, Length, Extension_id, Genre_id, Album_id) values (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
+            "?): "
+            "lifted kept",
+            "Update Files set Title_id = ?, Inter_id = ?, Name = ?,Path = ?,Sizeinbytes = ?,DateLastModified "
+            "= "
+            "?, Drive_id = ?,Quality_id = ?,Length = ?,Extension_id = ?,Genre_id = ?,Album_id = ? where Path "
+            "= "
+            "?: lifted kept guarded",
+            "Select * from Files where Path = ?: lifted kept"));
+}
+
+TEST_F(StatementRoadTest, AnOggFileThatIsScannedAgainWritesNoRow) {
+    Write("a.ogg", EncodedOgg::Stereo());
+    ScanDriver withOgg(window, log, &m_oggPass);
+    withOgg.StartScan();
+    const std::string before = Value("Select total_changes()");
+    withOgg.StartScan();
+    EXPECT_EQ(Value("Select total_changes()"), before);
+    EXPECT_EQ(connection.StatementsOf("Update Files set ").size(), 1u);
+}
+
+TEST_F(StatementRoadTest, OfTheList) {
+    ScanSongs();
+    const StatementRoad road(connection);
+    LoadLists();
+    EXPECT_THAT(
+        road.Kinds(),
+        ElementsAre(
+            "Select Count(*) from Files: kept", listed + ":", // The same as those in an order.
+            "Select Count(distinct Inter_id) from Files: kept",
+            "Select Count(distinct Title_id) from Files: kept",
+            "Select Count(distinct Album_id) from Files: kept",
+            listed + " order by I.Interpret ASC: kept ordered", listed + " order by T.Name ASC: kept ordered",
+            listed + " order by F.Length ASC: kept ordered", listed + " order by Q.Quality ASC: kept ordered",
+            listed + " order by E.Extension ASC: kept ordered",
+            listed + " order by F.SizeInBytes ASC: kept ordered",
+            listed + " and (I.Interpret Like ? or T.Name Like ?): lifted kept",
+            "Select File_id, Inter_id, Title_id, Album_id from Files: kept",
+            listed + " and F.Drive_id = ? and F.Genre_id = ? and F.Album_id = ?: lifted kept",
+            listed + " and File_id in (?,?): lifted kept"));
+}
+
+// No value stands in them but the 1 of "Select 1", which is a column and stays.
+TEST_F(StatementRoadTest, OfTheFilterLists) {
+    ScanSongs();
+    const StatementRoad road(connection);
+    for (int round = 0; round < 2; ++round) {
+        FillDriveCombo();
+        FillGenreCombo();
+        FillAlbumCombo();
+    }
+    EXPECT_THAT(
+        road.Kinds(),
+        ElementsAre("Select D.Drive, D.Drive_id from Drive D where exists (Select ? from Files F where "
+                    "F.Drive_id = D.Drive_id) Order By D.Drive_id: kept",
+                    "Select G.Genre, G.Genre_id from Genres G where exists (Select ? from Files F where "
+                    "F.Genre_id = G.Genre_id) Order By G.Genre: kept",
+                    "Select A.Name, A.Album_id from Albums A where exists (Select ? from Files F where "
+                    "F.Album_id = A.Album_id) Order By A.Name: kept"));
+}
+
+// A count of plays writes another value each time: nothing to guard. Its 1 stays where it is.
+TEST_F(StatementRoadTest, OfTheTree) {
+    ScanSongs();
+    MakeCategory();
+    const StatementRoad road(connection);
+    UseTree();
+    EXPECT_THAT(
+        road.Kinds(),
+        ElementsAre(
+            "Select Category from Categories order By Category: kept",
+            "Select F.Name, C.Category, F.Path, F.File_id, [FC.Position], FC.FileCategory_id from "
+            "Files F, Categories C, FileCategories FC  where F.File_id = FC.File_id and "
+            "C.Category_id = FC.Category_id Order By [FC.Position]: rewritten kept",
+            "Select Sum(F.Length), FC.Parent from Files F Inner Join FileCategories FC on F.File_id = "
+            "FC.File_id Group By FC.Parent: kept",
+            "Select File_id from FileCategories where Parent = ? and Filename = ? and [Position] = ?: "
+            "lifted kept",
+            "Select Path from Files where File_id = ?: lifted kept",
+            "Update Files Set Hits = Hits + ? where Path = ?: partly lifted kept"));
+}
+
+TEST_F(StatementRoadTest, OfADoubleClickOnTheList) {
+    const StatementRoad road(connection);
+    RecordingPlayer player{calls};
+    GridWindowDouble view;
+    GridSelection grid{view};
+    grid.Reset(3);
+    for (const int row : {1, 2}) {
+        mainModule.FilePaths.Add("/" + std::to_string(row));
+    }
+    for (const int row : {1, 2}) {
+        grid.SetRow(row);
+        grdMp3_DblClick(0, row, grid, player, m_silent);
+    }
+    EXPECT_THAT(road.Kinds(),
+                ElementsAre("Update Files Set Hits = Hits + ? where File_id = ?: partly lifted kept"));
+}
+
+TEST_F(StatementRoadTest, OfTheCleaning) {
+    ScanSongs();
+    MakeCategory();
+    const StatementRoad road(connection);
+    CleanTwoFiles();
+    EXPECT_THAT(
+        road.Kinds(),
+        ElementsAre(
+            "Select Path, File_id from Files: kept", "Delete from Files where File_id = ?: lifted kept",
+            "Select Parent, [Position] from FileCategories where File_id = ?: lifted kept",
+            "Delete from FileCategories where ([Position] = ? and File_id = ? and Parent = ?): lifted "
+            "kept",
+            "Update FileCategories set [Position] = [Position] - ? where ([Position] > ? and Parent = "
+            "?): partly lifted kept"));
+}
+
+TEST_F(StatementRoadTest, OfTheCheckAtStart) {
+    const StatementRoad road(connection);
+    for (int round = 0; round < 2; ++round) {
+        const auto other = OpenLibrary(libraryPath);
+        for (const char* name : {"Jazz", "jazz", "Pop", "pop"}) {
+            other->Execute("Insert into Categories (Category) values ('" + std::string(name) + "')");
+        }
+        other->Commit();
+        CheckDatabase([](const std::string&) {});
+        Connection().Commit();
+    }
+    EXPECT_THAT(
+        road.Kinds(),
+        ElementsAre("Select count(Category), Category from Categories Group By Category: kept",
+                    "Select Category_id from Categories where Category = ? Order By Category_id: lifted kept",
+                    "Delete from Categories where Category_id in (?, ?): lifted kept",
+                    "Delete from FileCategories where Category_id in (?, ?): lifted kept"));
+}
+
+// The one row of the reminder is written as it is: it stands in no index, and has no key to be found by.
+TEST_F(StatementRoadTest, OfTheReminder) {
+    const StatementRoad road(connection);
+    UseReminder();
+    EXPECT_THAT(
+        road.Kinds(),
+        ElementsAre("Select RemindFlag, ScanPeriode, RemindDate from Reminder: kept",
+                    "Select RemindFlag from Reminder: kept",
+                    "Insert Into Reminder (RemindFlag, RemindDate, Scanperiode) values (?, ?, ?): lifted",
+                    "Update Reminder Set RemindFlag = ?, RemindDate = ?, ScanPeriode = ?: lifted kept",
+                    "Select RemindFlag, RemindDate from Reminder: kept",
+                    "Select ScanPeriode from Reminder: kept",
+                    "Update Reminder Set RemindDate = ?: lifted kept"));
+}
+
+/// Whether what a statement reads comes by the key of its first table: the table itself is walked or asked by
+/// key, or an index of which every column is given; and each further table is asked by its key.
+class KeyOrderTest : public StatementRoadTest {
+protected:
+    bool ComesByKey(const std::string& statement) {
+        static const std::regex walk("SCAN [A-Za-z]+");
+        static const std::regex byKey("SEARCH [A-Za-z]+ USING INTEGER PRIMARY KEY \\(rowid=\\?\\)");
+        static const std::regex byIndex("SEARCH [A-Za-z]+ USING (?:COVERING )?INDEX ([A-Za-z]+) \\((.*)\\)");
+        bool isFirst = true;
+        for (const std::string& line : Rows("explain query plan " + statement)) {
+            const std::string step = line.substr(line.rfind('|') + 1);
+            std::smatch found;
+            const bool isWhole = std::regex_match(step, found, byIndex) &&
+                                 Count("pragma index_info(" + found[1].str() + ")") ==
+                                     std::count(found[2].first, found[2].second, '=') &&
+                                 found[2].str().find_first_of("<>") == std::string::npos;
+            if (!std::regex_match(step, byKey) && !(isFirst && (isWhole || std::regex_match(step, walk)))) {
+                return false;
+            }
+            isFirst = false;
+        }
+        return true;
+    }
+};
+
+TEST_F(KeyOrderTest, EveryReadWithoutAnOrderComesByKey) {
+    const StatementRoad road(connection);
+    ScanSongs();
+    ScanOggs();
+    MakeCategory();
+    LoadLists();
+    UseTree();
+    UseReminder();
+    CleanTwoFiles();
+    int reads = 0;
+    for (const std::string& statement : road.FirstOfEachKind()) {
+        const auto taken = sqlite::TakeOrderClause(statement);
+        const std::string sent(taken ? taken->unordered : statement);
+        static const std::regex hasNoOrder("Select (?!Count|Max|Sum)(?!.* Order By ).*", std::regex::icase);
+        if (std::regex_match(sent, hasNoOrder)) {
+            EXPECT_TRUE(ComesByKey(sent)) << sent;
+            ++reads;
+        }
+    }
+    EXPECT_GE(reads, 20);
+}
+
+TEST_F(KeyOrderTest, AReadAlongAnIndexIsSeen) {
+    EXPECT_TRUE(ComesByKey("Select Path, File_id from Files"));
+    EXPECT_FALSE(ComesByKey("Select Inter_id from Files"));
+    EXPECT_FALSE(ComesByKey("Select Parent from FileCategories where Parent = 'Jazz'"));
+    EXPECT_FALSE(ComesByKey("Select File_id from Files where Drive_id > 1"));
+}
+
+} // namespace
+} // namespace quavernet::test
