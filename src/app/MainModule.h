@@ -23,7 +23,7 @@ namespace quavernet {
 struct MainModule {
     std::unique_ptr<ADODB::Connection> Connection; ///< The one open library, for the whole process.
     std::string ConnectionString;
-    std::string Language;         ///< "GER" or "ENG"; read anew from the settings at every string lookup.
+    std::string Language;         ///< "GER" or "ENG"; read again from the settings at every string lookup.
     std::string HelpDocument;     ///< Name of the help document of the language.
     std::string ScreenResolution; ///< Screen size in pixels, for example "800x600".
 

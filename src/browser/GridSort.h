@@ -15,7 +15,7 @@ struct SortArrow {
 };
 
 /// Turns the sort direction round and makes the column (0 to 5) the sort column. The direction turns on every
-/// call, also on the first one for another column. The list has to be loaded anew afterwards.
+/// call, also on the first one for another column. The list has to be loaded again afterwards.
 SortArrow SortByHeader(std::int32_t column);
 
 } // namespace quavernet

@@ -20,7 +20,7 @@ class TreePane : public QObject {
 public:
     TreePane(QTreeWidget& tree, MainMenu& menu, PlayerWindow& player);
 
-    /// Builds the tree anew from the library. Fails as the logic's LoadTree does; the old tree then stays.
+    /// Builds the tree again from the library. Fails as the logic's LoadTree does; the old tree then stays.
     void LoadTree();
 
     /// The root's text in the current language, once the tree has been loaded.

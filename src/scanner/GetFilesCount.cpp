@@ -8,9 +8,9 @@ namespace quavernet {
 
 namespace {
 
-constexpr std::size_t DotLimit = 101; ///< Characters at which the dots begin anew.
+constexpr std::size_t DotLimit = 101; ///< Characters at which the dots start over.
 
-// The text kept lags one dot behind the panel, which is read anew: a text that an event handler has put there
+// The text kept lags one dot behind the panel, read again: a text that an event handler has put there
 // grows on.
 void AddDot(ScanRun& run) {
     if (CharacterCount(run.StatusDots) < DotLimit) {

@@ -41,7 +41,7 @@ void frmScanpath::ShowPath(const std::string& path) {
     m_ui->txtScanpath->setText(ToQString(path));
 }
 
-// A path that is no UTF-8 keeps its bytes as long as nobody edits the shown text.
+// A path that is not UTF-8 keeps its bytes as long as nobody edits the shown text.
 std::string frmScanpath::Path() const {
     const QString shown = m_ui->txtScanpath->text();
     return shown == ToQString(m_path) ? m_path : FromQString(shown);

@@ -1,5 +1,5 @@
 // The category tree as values: one root, the categories under it, the entries under each category. LoadTree
-// builds it anew after every change; the tree's form shows it, and drop, menus and player read it.
+// builds it again after every change; the tree's form shows it, and drop, menus and player read it.
 #pragma once
 
 #include <cstddef>

@@ -37,7 +37,7 @@ class MountTable {
 public:
     MountTable();
 
-    /// Reads the table anew if the system says that it has changed.
+    /// Reads the table again if the system says that it has changed.
     void Refresh();
 
     /// Mount point of a file by the mount's number (0: unknown), else by device and path; "/" at least.

@@ -71,7 +71,7 @@ void QtSettings::Set(const std::string& application, const std::string& section,
     if (!m_before.contains(key)) {
         m_before.insert(key, store.value(key));
     }
-    // A folder's name may be no UTF-8: such a text is kept as its bytes, or it would name another folder.
+    // A folder's name may not be UTF-8: such a text is kept as its bytes, or it would name another folder.
     const QString text = ToQString(value);
     store.setValue(key,
                    FromQString(text) == value ? QVariant(text) : QVariant(QByteArray::fromStdString(value)));

@@ -31,7 +31,7 @@ constexpr int Started = 33;
 
 const QString TemplateName = QStringLiteral("Quavernet.db");
 
-// The path as it stands; a name that is no UTF-8 can't stand in a text and goes as an address of its bytes.
+// The path as it is; a name that is not UTF-8 can't be in a text and goes as an address of its bytes.
 QString ArgumentOf(const std::string& path) {
     const QByteArray bytes = QByteArray::fromStdString(path);
     const QString text = QFile::decodeName(bytes);

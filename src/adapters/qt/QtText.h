@@ -1,4 +1,4 @@
-// The seam between the logic's UTF-8 texts and Qt's strings. Bytes that are no UTF-8 show as replacement
+// The seam between the logic's UTF-8 texts and Qt's strings. Bytes that are not UTF-8 show as replacement
 // characters; they never come back this way, since paths stay in the logic.
 #pragma once
 

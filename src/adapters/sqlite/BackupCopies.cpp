@@ -38,7 +38,7 @@ public:
         if (m_isMine) {
             RemoveRests();
             ::fchmod(m_file, onlyMine);
-            [[maybe_unused]] const int ignored = ::ftruncate(m_file, 0); // The engine writes it anew anyway.
+            [[maybe_unused]] const int ignored = ::ftruncate(m_file, 0); // The engine writes it again anyway.
         }
     }
     ~FreshCopy() {

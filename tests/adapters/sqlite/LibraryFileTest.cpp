@@ -80,7 +80,7 @@ protected:
     void SetNumber(std::size_t offset, char value) {
         Change([&](std::string& bytes) { bytes[offset] = value; });
     }
-    // Every file of the folder by its name, but for the index of the log, which SQLite makes anew each time.
+    // Every file of the folder by its name, but for the index of the log, which SQLite makes again each time.
     std::map<std::string, std::string> FolderBytes() const {
         std::map<std::string, std::string> files;
         for (const auto& entry : std::filesystem::directory_iterator(folder.Path())) {
