@@ -1,4 +1,4 @@
-// Help by page. Called by every form's F1 key and by the help menu; the pages stand in HelpPages.h.
+// Help by page. Called by every form's F1 key and by the help menu; the pages are in HelpPages.h.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
 // F1 on a form: the key is swallowed and the help page of the control, or else of the form, opens. Every form
-// makes one of these when all its controls stand.
+// makes one of these when all its controls exist.
 #pragma once
 
 #include <QObject>

@@ -7,7 +7,7 @@
 namespace quavernet {
 
 /// Removes from each doubled category name the row with the highest key, and that row's entries. A name that
-/// stands three times keeps two rows until the next start. `showStatus` sets the panel "Scanning".
+/// is there three times keeps two rows until the next start. `showStatus` sets the panel "Scanning".
 void CheckDatabase(const std::function<void(const std::string&)>& showStatus);
 
 } // namespace quavernet

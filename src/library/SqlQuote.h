@@ -1,5 +1,5 @@
 // Texts on their way into a statement and back. Every text of a user or a file passes through SqlQuote before
-// it stands between quotes, and through SqlNumber where it stands as a bare number.
+// it is put between quotes, and through SqlNumber where it is a bare number.
 #pragma once
 
 #include <string>

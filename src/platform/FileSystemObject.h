@@ -87,12 +87,12 @@ public:
     virtual bool FolderExists(const std::string& path) = 0;
 
     /// Creates one folder and its missing parents. Throws RuntimeError 61 if the disk is full, 70 without the
-    /// right to, 58 if something else stands there, 75 if it fails otherwise; the description names the part
+    /// right to, 58 if something else is there, 75 if it fails otherwise; the description names the part
     /// of the path that is in the way, and where it leads if it is a link.
     virtual void CreateFolder(const std::string& path) = 0;
 
-    /// Copies a file to a place where nothing stands yet, not even a link that leads nowhere: either the
-    /// whole target stands afterwards or none. Throws RuntimeError 53 if the source is missing, otherwise as
+    /// Copies a file to a place where nothing is yet, not even a link that leads nowhere: either the
+    /// whole target is there afterwards or none. Throws RuntimeError 53 if the source is missing, otherwise as
     /// CreateFolder does.
     virtual void CopyFile(const std::string& source, const std::string& target) = 0;
 

@@ -11,9 +11,9 @@ namespace quavernet {
 
 /// What is wrong with the library, as far as it makes a difference to the user.
 enum class LibraryFault {
-    Missing,     ///< Nothing stands in its place.
-    Folder,      ///< A folder stands in the library's place.
-    NoPlainFile, ///< A pipe, a device, or a link that leads nowhere stands there.
+    Missing,     ///< Nothing is in its place.
+    Folder,      ///< A folder is in the library's place.
+    NoPlainFile, ///< A pipe, a device, or a link that leads nowhere is there.
     FileReadOnly,
     FolderReadOnly, ///< The engine keeps its log beside the library.
     NoLibrary,      ///< A file of something else.

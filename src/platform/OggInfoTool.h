@@ -18,7 +18,7 @@ public:
     /// its "Processing file" line and an error line. Never fails.
     virtual std::string Run(const std::vector<std::string>& paths) = 0;
 
-    /// A path as the output shows it. A line end in it would break its line: in its place stands a NUL, which
+    /// A path as the output shows it. A line end in it would break its line: in its place is a NUL, which
     /// no path holds and no other line of the output.
     static std::string ShownPath(std::string path) {
         std::replace(path.begin(), path.end(), '\n', '\0');

@@ -25,7 +25,7 @@ public:
     /// The system's own words, without the path.
     const std::string& Reason() const { return m_reason; }
 
-    /// False if something stands there that may be opened but is a folder, a pipe or a device.
+    /// False if something is there that may be opened but is a folder, a pipe or a device.
     bool IsPlainFile() const { return m_isPlainFile; }
 
 private:

@@ -20,7 +20,7 @@ std::string FileKey(std::string_view fileCategoryId, std::string_view position);
 /// The name in a category's key: everything from the fifth character on.
 std::string CategoryFromKey(std::string_view key);
 
-/// The position in an entry's key, as it stands there; empty if the key has none.
+/// The position in an entry's key, as it is there; empty if the key has none.
 std::string PositionFromKey(std::string_view key);
 
 /// The id in an entry's key. Throws RuntimeError 5 if the key is none of an entry.

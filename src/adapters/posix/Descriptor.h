@@ -40,7 +40,7 @@ private:
 /// is closed and errno set.
 Descriptor OpenPath(const std::string& path, int flags);
 
-/// Kind, rights, size, times and mount of what stands at the path, links followed. False with errno set if
+/// Kind, rights, size, times and mount of what is at the path, links followed. False with errno set if
 /// there is nothing, or nothing that may be asked.
 bool QueryPath(const std::string& path, struct statx& facts);
 
@@ -50,7 +50,7 @@ bool QueryEntry(int folder, const char* name, struct statx& facts);
 /// The system's own text for an error number.
 std::string ErrorText(int error);
 
-/// Absolute, with single separators, no "." and no final "/". ".." stays: a link may stand before it.
+/// Absolute, with single separators, no "." and no final "/". ".." stays: a link may come before it.
 std::string NormalPath(const std::string& path);
 
 } // namespace quavernet::posix

@@ -18,7 +18,7 @@ struct Mount {
     std::uint64_t id = 0;
     std::uint32_t major = 0; ///< Device, as stat tells it for most file systems.
     std::uint32_t minor = 0;
-    std::string root;  ///< Folder of the file system that stands at the point; "/" unless bound.
+    std::string root;  ///< Folder of the file system that is mounted at the point; "/" unless bound.
     std::string point; ///< Unescaped.
     std::string type;  ///< "ext4", "tmpfs" and the like.
 };

@@ -32,7 +32,7 @@ public:
     /// Brings the copy to the disk and moves it to its place. On failure the target is as it was.
     int MoveToTarget();
 
-    /// The same where nothing may stand yet; EEXIST if something does.
+    /// The same where nothing may be yet; EEXIST if something does.
     int MoveToFreePlace();
 
 private:

@@ -13,7 +13,7 @@ inline QString ToQString(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-/// A text for a place that has room for one line: breaks and tabs become blanks. As they stand they would
+/// A text for a place that has room for one line: breaks and tabs become blanks. As they are they would
 /// hide what comes behind them.
 inline QString ToLine(std::string_view text) {
     QString line = ToQString(text);

@@ -23,7 +23,7 @@ struct Identification {
 
 struct Comments {
     std::string vendor;
-    std::vector<std::string> entries; ///< "KEY=value", in their order, as the bytes stand.
+    std::vector<std::string> entries; ///< "KEY=value", in their order, as the bytes are.
 };
 
 /// Whether the packet begins with the type byte (1, 3 or 5) and the mark "vorbis".
