@@ -92,8 +92,8 @@ public:
     virtual void CreateFolder(const std::string& path) = 0;
 
     /// Copies a file to a place where nothing is yet, not even a link that leads nowhere: either the
-    /// whole target is there afterwards or none. Throws RuntimeError 53 if the source is missing, otherwise as
-    /// CreateFolder does.
+    /// whole target is there afterwards or none. Throws RuntimeError 53 if the source is missing, otherwise
+    /// as CreateFolder does.
     virtual void CopyFile(const std::string& source, const std::string& target) = 0;
 
     /// Mount points that hold user data, each once: "/", then in the system's order. Never fails.

@@ -54,9 +54,9 @@ public:
 /// Message boxes.
 class MsgBox {
 public:
-    enum class Icon { None, Critical, Question, Exclamation, Information };
-    enum class Buttons { Ok, OkCancel, YesNo }; ///< The first one is the default.
-    enum class Answer { Ok, Cancel, Yes, No };
+    enum class Icon { None, Critical, Question, Exclamation, Information }; ///< The picture beside the text.
+    enum class Buttons { Ok, OkCancel, YesNo };                             ///< The first one is the default.
+    enum class Answer { Ok, Cancel, Yes, No };                              ///< The button that was pressed.
 
     virtual ~MsgBox() = default;
 

@@ -65,10 +65,10 @@ class CheckTest(unittest.TestCase):
         self.assertEqual(self.broken("privates"), ["src/platform: Next(int) in Clock.cpp, Timer.cpp"])
 
     def test_too_few_documented_declarations_break_the_rule(self):
-        self.write("src/platform/Clock.h", "/// Seconds.\nint Now();\nint Then();\n")
+        self.write("src/platform/Clock.h", "/// Seconds.\nint Now();\n\nint Then();\n")
         self.assertEqual(self.broken("documented"),
-                         ["ports: 50 % documented, at least 60 %; for example src/platform/Clock.h:3 Then()"])
-        self.write("src/platform/Clock.h", "/// Seconds.\nint Now();\nint Then(); ///< Days.\n")
+                         ["ports: 50 % documented, at least 90 %; for example src/platform/Clock.h:4 Then()"])
+        self.write("src/platform/Clock.h", "/// Seconds, and days.\nint Now();\nint Then();\n")
         self.assertEqual(self.broken("documented"), [])
 
     def test_a_header_s_opening_comment_tells_about_what_has_its_name(self):

@@ -24,8 +24,8 @@ FUNCTION_LINES = 80
 CONNECTS = 25
 LOGIC_SHARE = 50
 TEST_RATIO = 0.6
-DOCUMENTED_PORTS = 60  # Per cent; aim: 100.
-DOCUMENTED_LOGIC = 50  # Per cent; aim: 60.
+DOCUMENTED_PORTS = 90  # Per cent; aim: 100.
+DOCUMENTED_LOGIC = 60  # Per cent.
 
 # From the bottom up; a folder includes its own floor and those below it.
 FLOORS = [["platform"], ["app", "resources"], ["help", "widgets"], ["library", "inspect"], ["scanner", "browser", "tree"],
@@ -247,7 +247,7 @@ def privates(root):
 
 
 def documented(root):
-    """A comment tells about the public declarations of the ports, and about 50 % of those of the rest of the logic."""
+    """A comment tells about the public declarations of the ports, and about 60 % of those of the rest of the logic."""
     tree = source.Tree(root)
     broken = []
     headers = [path for path in tree.files if path.endswith(".h")]

@@ -13,7 +13,7 @@ import source
 class Declaration:
     name: str
     line: int
-    documented: bool  # a comment right above it, or after it on its own lines
+    documented: bool  # a comment above it or the run of lines that it is in, or after it on its own lines
 
 
 _CLASS_HEAD = re.compile(r"^\s*(?:template\s*<[^{;]*>\s*)?(class|struct|union)\s+(\w+)[^;()]*$", re.S)
@@ -32,11 +32,25 @@ def _declaration(text, plain, start, end, owner):
                                                                          and not source.TYPE_HEAD.match(head)):
         return None
     first = text.count("\n", 0, begin)
+    if re.match(r"\s*enum\b", head):
+        end = max(end, plain.find("}", end))  # What its values are, is told of it.
     last = text.count("\n", 0, end)
     lines = text.splitlines()
-    above = lines[first - 1].strip() if first else ""
     own = " ".join(lines[first:last + 1])
-    return Declaration(name, first + 1, above.startswith("//") or "//" in re.sub(r'"[^"]*"', "", own))
+    return Declaration(name, first + 1, _told_above(lines, first) or "//" in re.sub(r'"[^"]*"', "", own))
+
+
+_ONE_LINE = re.compile(r"^\s*(?:inline |constexpr |virtual |static |const )*[\w:<>,&* ]+[\w)\]=. ]*;$|^\s*[^/]*\)[^/]*;$")
+
+
+def _told_above(lines, first):
+    """Whether a comment is above a line, or above the run of declarations of one line each that it ends."""
+    above = first - 1
+    while above >= 0 and _ONE_LINE.match(lines[above]):
+        above -= 1
+    if above >= 0 and re.match(r"namespace \w+ \{", lines[above]):
+        above -= 1
+    return above >= 0 and lines[above].strip().startswith("//")
 
 
 def public_declarations(text):
