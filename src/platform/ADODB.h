@@ -26,6 +26,7 @@ public:
     explicit Field(double value) : m_kind(Kind::Real), m_real(value) {}
     explicit Field(std::string_view value) : m_kind(Kind::Text), m_text(value) {}
 
+    /// What the engine gave.
     Kind GetKind() const { return m_kind; }
 
     /// Whether there is no value: a column that nobody has written, the sum of no rows.

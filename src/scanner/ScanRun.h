@@ -1,4 +1,4 @@
-// The state that the steps of a scan share: one object for the life of the main window, set anew by each
+// The state that the steps of a scan share: one object for the life of the main window, set up again by each
 // scan. Owned by ScanDriver; the counting pass, the search, the progress and the Ogg pass work on it.
 #pragma once
 

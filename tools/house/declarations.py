@@ -40,7 +40,7 @@ def _declaration(text, plain, start, end, owner):
     return Declaration(name, first + 1, _told_above(lines, first) or "//" in re.sub(r'"[^"]*"', "", own))
 
 
-_ONE_LINE = re.compile(r"^\s*(?:inline |constexpr |virtual |static |const )*[\w:<>,&* ]+[\w)\]=. ]*;$|^\s*[^/]*\)[^/]*;$")
+_ONE_LINE = re.compile(r"^\s*(?:inline |constexpr |virtual |static |const )*[\w:<>,&* ]+[\w)\]=. ]*;$|^\s*[^/]*\)[^/]*(?:;|\{.*\})$")
 
 
 def _told_above(lines, first):
