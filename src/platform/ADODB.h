@@ -26,7 +26,7 @@ public:
     explicit Field(double value) : m_kind(Kind::Real), m_real(value) {}
     explicit Field(std::string_view value) : m_kind(Kind::Text), m_text(value) {}
 
-    /// What the engine gave.
+    /// Which of the four it is; Text, View and the numbers below work for each.
     Kind GetKind() const { return m_kind; }
 
     /// Whether there is no value: a column that nobody has written, the sum of no rows.
@@ -60,11 +60,12 @@ public:
     /// No rows yet, each of so many columns.
     explicit RowBlock(std::size_t columns = 0) : m_columns(columns) {}
 
-    /// Add the next cell: the columns of a row from left to right, then those of the next row. A text is
-    /// copied; all texts together may take any size, one of them 4 GiB.
+    /// Adds a null as the next cell. Cells come in the order of the columns, then of the next row's.
     void AddNull();
-    void AddInteger(std::int64_t value);
-    void AddReal(double value);
+    void AddInteger(std::int64_t value); ///< Adds a whole number as the next cell.
+    void AddReal(double value);          ///< Adds a number that may have a fraction as the next cell.
+
+    /// Adds a copy of a text, below 4 GiB, as the next cell. All texts together may take any size.
     void AddText(std::string_view value);
 
     /// The width of each row; 0 for a statement that gives no rows at all.
@@ -110,11 +111,9 @@ public:
     /// Whether the position is after the last row; at once if there are none.
     bool Eof() const { return m_position >= m_rows.Rows(); }
 
-    /// Move the position: to the first row (where it is after Open), the last, the next. Without rows, and
-    /// after the last one, Eof stays true.
-    void MoveFirst() { m_position = 0; }
-    void MoveLast();
-    void MoveNext() { ++m_position; }
+    void MoveFirst() { m_position = 0; } ///< To the first row, where the position is after Open.
+    void MoveLast();                     ///< To the last row. Without rows Eof stays true.
+    void MoveNext() { ++m_position; }    ///< To the next row; after the last one Eof becomes true.
 
     /// Field of the current row, counted from 0 in the order of the select list.
     /// Throws RuntimeError if there is no current row or no such field.
@@ -159,7 +158,7 @@ public:
     /// Begin and end of a WriteLock, which alone calls them, in pairs. LockWrites waits while another program
     /// writes, and throws RuntimeError if that takes too long or gathered statements can't be written.
     virtual void LockWrites() {}
-    virtual void UnlockWrites() noexcept {}
+    virtual void UnlockWrites() noexcept {} ///< See LockWrites.
 };
 
 /// While one lives, no other running program changes the library: what a statement has read still holds when
