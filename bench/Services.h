@@ -1,4 +1,4 @@
-// The program's services without a user: real files, real libraries, real tags, windows that show nothing.
+// The program's services without a user: real files, real libraries, real tags, views that show nothing.
 #pragma once
 
 #include "adapters/id3v2/TagLibComponent.h"
@@ -6,8 +6,9 @@
 #include "adapters/posix/PosixFiles.h"
 #include "adapters/posix/SystemClock.h"
 #include "adapters/sqlite/SqliteConnection.h"
+#include "app/LongWork.h"
 #include "app/MainModule.h"
-#include "scanner/ScanWindow.h"
+#include "scanner/ScanView.h"
 
 #include <array>
 #include <map>
@@ -39,28 +40,35 @@ public:
     void DoEvents() override {}
 };
 
-class SilentScanWindow : public ScanWindow {
+class SilentWork : public LongWork {
 public:
-    ScanOptions options;
-
-    ScanOptions Options() const override { return options; }
-    void SetPanel(int panel, const std::string& text) override {
+    void SetPanel(Panel panel, const std::string& text) override {
         m_panels.at(static_cast<std::size_t>(panel)) = text;
     }
-    std::string Panel(int panel) const override { return m_panels.at(static_cast<std::size_t>(panel)); }
+    std::string PanelText(Panel panel) const override { return m_panels.at(static_cast<std::size_t>(panel)); }
     void SetTitle(const std::string&) override {}
-    void SetMousePointer(int) override {}
+    void SetMousePointer(MousePointer) override {}
     void SetProgress(float value) override { m_progress = value; }
     float Progress() const override { return m_progress; }
-    void SetControlState(int) override {}
-    void ClearList() override {}
-    void FillDriveCombo() override {}
-    void FillAlbumCombo() override {}
-    void LoadDatabase(const std::string&) override {}
+    void DoEvents() override {}
+    bool Cancelled() const override { return false; }
+    void SetCancelled(bool) override {}
 
 private:
     std::array<std::string, 6> m_panels;
     float m_progress = 0;
+};
+
+class SilentScanView : public ScanView {
+public:
+    ScanOptions options;
+
+    ScanOptions Options() const override { return options; }
+    void SetControlState(std::int16_t) override {}
+    void ClearList() override {}
+    void FillDriveCombo() override {}
+    void FillAlbumCombo() override {}
+    void LoadDatabase(const std::string&) override {}
 };
 
 class SilentScanLog : public ScanLog {

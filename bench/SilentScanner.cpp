@@ -21,11 +21,12 @@ void SilentScanner::OpenEmpty() {
 }
 
 void SilentScanner::Scan(bool quick) {
-    SilentScanWindow window;
+    SilentWork work;
+    SilentScanView view;
     SilentScanLog log;
-    window.options.QuickScan = quick;
-    window.options.ScanOgg = false;
-    ScanDriver driver(window, log);
+    view.options.QuickScan = quick;
+    view.options.ScanOgg = false;
+    ScanDriver driver(work, view, log);
     driver.StartScan();
     mainModule.Connection->Commit();
 }

@@ -5,7 +5,7 @@
 #include "RealServices.h"
 #include "adapters/qt/Application.h"
 #include "mainwindow/AppWindows.h"
-#include "mainwindow/MainPanes.h"
+#include "mainwindow/MainParts.h"
 #include "mainwindow/frmMain.h"
 
 #include <functional>

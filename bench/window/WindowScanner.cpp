@@ -27,7 +27,7 @@ void WindowScanner::OpenEmpty() {
     RemoveLibrary(LibraryPath());
     mainModule.Connection = services.createConnection();
     mainModule.Connection->Open("Data Source=" + LocateDatabase()); // Which copies the empty library there.
-    m_window.UntilPainted([&] { m_window.Form().LoadDatabase({}); });
+    m_window.UntilPainted([&] { m_window.Form().Parts().Views.LoadDatabase({}); });
 }
 
 void WindowScanner::Scan(bool quick) {

@@ -166,6 +166,9 @@ bool FilterRow::Apply(FilterAction action) {
 }
 
 bool FilterRow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_search && event->type() == QEvent::ShortcutOverride) {
+        return LeaveCopyToMenu(static_cast<QKeyEvent&>(*event));
+    }
     if (watched == m_search) {
         return event->type() == QEvent::KeyPress &&
                Apply(SearchKeyPress(KeyCode(*static_cast<QKeyEvent*>(event))));
@@ -175,6 +178,15 @@ bool FilterRow::eventFilter(QObject* watched, QEvent* event) {
                Apply(CheckBoxKeyPress(KeyCode(*static_cast<QKeyEvent*>(event))));
     }
     return ComboEvent(*event, qobject_cast<QComboBox*>(watched) == nullptr);
+}
+
+// Ctrl+C belongs to the search box only while text is marked there; otherwise the menu has it.
+bool FilterRow::LeaveCopyToMenu(QKeyEvent& event) const {
+    if (m_search->hasSelectedText() || !event.matches(QKeySequence::Copy)) {
+        return false;
+    }
+    event.ignore();
+    return true;
 }
 
 bool FilterRow::ComboEvent(QEvent& event, bool listIsOpen) {

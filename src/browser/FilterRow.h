@@ -48,6 +48,7 @@ private:
     QComboBox* AddCombo(const QString& name);
     QCheckBox* AddCheckBox(const QString& name);
     bool ComboEvent(QEvent& event, bool listIsOpen);
+    bool LeaveCopyToMenu(QKeyEvent& event) const;
     bool Apply(FilterAction action); ///< True if the key has been used up.
     void InterpretClicked();
     void TitleClicked();

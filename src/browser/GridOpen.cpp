@@ -8,20 +8,17 @@ namespace quavernet {
 
 namespace {
 
-constexpr int DefaultPointer = 0;
-constexpr int HourglassPointer = 11;
-
-void SortAndLoad(std::int32_t column, GridSelection& grid, GridOpenWindow& window) {
-    window.SetRedraw(false);
+void SortAndLoad(std::int32_t column, GridSelection& grid, SortView& view) {
+    view.SetRedraw(false);
     try {
         grid.SetRow(0);
-        window.SetHeaderPicture(SortByHeader(column));
-        window.LoadDatabase("");
+        view.SetHeaderPicture(SortByHeader(column));
+        view.LoadDatabase("");
     } catch (const RuntimeError&) {
-        window.SetRedraw(true); // A load that failed must not leave the list frozen.
+        view.SetRedraw(true); // A load that failed must not leave the list frozen.
         throw;
     }
-    window.SetRedraw(true);
+    view.SetRedraw(true);
 }
 
 void ShowOpenFailure(std::int32_t textId) {
@@ -38,22 +35,22 @@ void OpenWithShell(const std::string& path) {
     }
 }
 
-void OpenInPlayer(PlayerWindow& player) {
+void OpenInPlayer(PlayerWindow& player, LongWork& work) {
     player.Show();
-    services.events->DoEvents();
+    work.DoEvents();
     player.FillPlaylist();
-    services.events->DoEvents();
+    work.DoEvents();
     if (player.QueueCount() == 1 || !mainModule.AlwaysAddToPlaylist) {
         player.PlayFile(1);
     }
 }
 
-void PlayRow(const GridSelection& grid, PlayerWindow& player) {
+void PlayRow(const GridSelection& grid, PlayerWindow& player, LongWork& work) {
     const std::string path = mainModule.FilePaths.Item(grid.Row());
     if (mainModule.UseExternalPlayer) {
         OpenWithShell(path);
     } else {
-        OpenInPlayer(player);
+        OpenInPlayer(player, work);
     }
     mainModule.Connection->Execute("Update Files Set Hits = Hits + 1 where File_id = " +
                                    std::to_string(grid.RowData(grid.Row())));
@@ -62,18 +59,18 @@ void PlayRow(const GridSelection& grid, PlayerWindow& player) {
 } // namespace
 
 void grdMp3_DblClick(std::int32_t mouseCol, std::int32_t mouseRow, GridSelection& grid, PlayerWindow& player,
-                     GridOpenWindow& window) {
-    window.SetMousePointer(HourglassPointer);
+                     SortView& view, LongWork& work) {
+    work.SetMousePointer(MousePointer::Hourglass);
     try {
         if (mouseRow == 0) {
-            SortAndLoad(mouseCol, grid, window);
+            SortAndLoad(mouseCol, grid, view);
         } else if (mouseRow > 0 && !grid.RightClicked() && grid.Rows() >= 2) {
-            PlayRow(grid, player);
+            PlayRow(grid, player, work);
         }
     } catch (const RuntimeError&) {
         // Ends the double click without a word.
     }
-    window.SetMousePointer(DefaultPointer);
+    work.SetMousePointer(MousePointer::Default);
 }
 
 GridEnterAction GridEnter() {

@@ -2,6 +2,7 @@
 // or an external player. Called by the list's form and by the commands that stand for a double click.
 #pragma once
 
+#include "app/LongWork.h"
 #include "app/PlayerWindow.h"
 #include "browser/GridSelection.h"
 #include "browser/GridSort.h"
@@ -11,12 +12,11 @@
 
 namespace quavernet {
 
-/// The main window as a double click sees it.
-class GridOpenWindow {
+/// The list as a sort by its head sees it.
+class SortView {
 public:
-    virtual ~GridOpenWindow() = default;
+    virtual ~SortView() = default;
 
-    virtual void SetMousePointer(int pointer) = 0;             ///< 0 default, 11 hourglass.
     virtual void SetRedraw(bool redraw) = 0;                   ///< Painting of the grid.
     virtual void SetHeaderPicture(const SortArrow& arrow) = 0; ///< All other header cells lose theirs.
     virtual void LoadDatabase(const std::string& list) = 0;
@@ -25,7 +25,7 @@ public:
 /// A double click at a cell. In row 0 it sorts by the column; in another row it plays the current row.
 /// Failures end it silently.
 void grdMp3_DblClick(std::int32_t mouseCol, std::int32_t mouseRow, GridSelection& grid, PlayerWindow& player,
-                     GridOpenWindow& window);
+                     SortView& view, LongWork& work);
 
 /// What the Enter key runs: with one selected row the double click on the current row (wherever the mouse
 /// is), with several PlaySelectedFiles.

@@ -13,7 +13,7 @@ void GridSelection::Reset(std::int32_t rows) {
     m_painted.Clear();
     m_last.colSel = m_last.rowSel = 0;
     mainModule.SelectedRows.Clear();
-    m_window.RepaintRows();
+    m_view.RepaintRows();
 }
 
 void GridSelection::GotFocus() {
@@ -28,7 +28,7 @@ void GridSelection::MouseDown(std::int32_t mouseRow, GridButton button, GridModi
     if (m_row >= 1) {
         m_col = FormatColumn; // The control state looks the format up there, and leaves the column so.
     }
-    m_window.SelectionChanged();
+    m_view.SelectionChanged();
     m_dragging = true;
     if (m_rows < 2) {
         return;
@@ -73,14 +73,14 @@ void GridSelection::NoteButtons(GridButton button, GridModifiers modifiers) {
 void GridSelection::PressRight(std::int32_t row) {
     m_rightClicked = true;
     if (mainModule.SelectedRows.Count() > 1) {
-        m_window.SetKontextItems(2); // The selection stays: the menu acts on all of it.
+        m_view.SetKontextItems(2); // The selection stays: the menu acts on all of it.
         return;
     }
     SetRow(row);
     SelChange();
     mainModule.DetailsRow = m_row;
     services.events->DoEvents();
-    m_window.SetKontextItems(1);
+    m_view.SetKontextItems(1);
 }
 
 GridHover GridSelection::MouseMove(std::int32_t mouseRow, bool leftButton) const {
@@ -100,7 +100,7 @@ void GridSelection::MouseUp() {
 
 void GridSelection::Click() {
     if (m_rows >= 2) {
-        mainModule.GridTopRow = m_window.TopRow();
+        mainModule.GridTopRow = m_view.TopRow();
     }
 }
 
@@ -177,10 +177,10 @@ void GridSelection::SelChange() {
             m_row = m_rowSel;
         }
         PaintBounds();
-        m_window.RepaintRows();
+        m_view.RepaintRows();
         m_last = {m_col, m_colSel, m_row, m_rowSel};
         AddSelectedRows(m_row, m_rowSel);
-        IgnoreFailure([&] { m_window.SetScanningPanel(mainModule.FilePaths.Item(m_row)); });
+        IgnoreFailure([&] { m_view.SetScanningPanel(mainModule.FilePaths.Item(m_row)); });
     }
     FollowRow();
 }
@@ -197,7 +197,7 @@ void GridSelection::PaintBounds() {
     if (m_ctrlDown && m_painted.Contains(m_row)) {
         m_painted.Remove(first, last);
         IgnoreFailure([&] {
-            const std::int64_t fileId = m_window.RowData(m_row);
+            const std::int64_t fileId = m_view.RowData(m_row);
             if (std::in_range<std::int32_t>(fileId)) {
                 mainModule.SelectedRows.Remove(static_cast<std::int32_t>(fileId));
             }
@@ -223,12 +223,12 @@ void GridSelection::AddSelectedRows(std::int32_t first, std::int32_t last) {
 
 // The list scrolls by one row at a change, towards the current row.
 void GridSelection::FollowRow() {
-    const std::int32_t topRow = m_window.TopRow();
+    const std::int32_t topRow = m_view.TopRow();
     mainModule.GridTopRow = topRow;
-    if (m_row < 1 || m_window.RowIsVisible(m_row)) {
+    if (m_row < 1 || m_view.RowIsVisible(m_row)) {
         return;
     }
-    m_window.SetTopRow(std::max(m_row <= topRow ? topRow - 1 : topRow + 1, 1));
+    m_view.SetTopRow(std::max(m_row <= topRow ? topRow - 1 : topRow + 1, 1));
 }
 
 std::vector<KontextItem> KontextItems(int mode) {

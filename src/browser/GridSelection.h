@@ -12,9 +12,9 @@
 namespace quavernet {
 
 /// What the selection asks of the grid and of the main window.
-class GridWindow {
+class SelectionView {
 public:
-    virtual ~GridWindow() = default;
+    virtual ~SelectionView() = default;
 
     virtual std::int64_t RowData(std::int32_t row) const = 0; ///< Files.File_id
     virtual std::int32_t TopRow() const = 0;
@@ -49,7 +49,7 @@ public:
     static constexpr std::int32_t Columns = 6;
     static constexpr std::int32_t FormatColumn = 5;
 
-    explicit GridSelection(GridWindow& window) : m_window(window) {}
+    explicit GridSelection(SelectionView& view) : m_view(view) {}
 
     /// A new list stands in the grid: nothing is painted, selected or remembered. `rows` counts the header
     /// too.
@@ -91,7 +91,7 @@ public:
     std::int32_t RowSel() const { return m_rowSel; }
     std::int32_t Col() const { return m_col; }
     std::int32_t ColSel() const { return m_colSel; }
-    std::int64_t RowData(std::int32_t row) const { return m_window.RowData(row); }
+    std::int64_t RowData(std::int32_t row) const { return m_view.RowData(row); }
     bool IsPainted(std::int32_t row) const { return m_painted.Contains(row); }
     const RowRanges& Painted() const { return m_painted; }
 
@@ -123,7 +123,7 @@ private:
     void PaintBounds();
     void FollowRow();
 
-    GridWindow& m_window;
+    SelectionView& m_view;
     std::int32_t m_rows = 1;
     std::int32_t m_col = 0;
     std::int32_t m_colSel = 0;

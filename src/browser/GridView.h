@@ -13,7 +13,7 @@
 
 namespace quavernet {
 
-class GridView : public QTableView, private GridWindow {
+class GridView : public QTableView, private SelectionView {
     Q_OBJECT
 public:
     explicit GridView(QWidget* parent);

@@ -69,14 +69,14 @@ bool PassesFormat(const ListData& data, std::size_t record, const ListFilter& fi
 }
 
 // Goes through the statement's rows once: progress for every row, size sum for the listed ones.
-double SelectRows(ListData& data, const ListFilter& filter, float step, ListWindow& window) {
+double SelectRows(ListData& data, const ListFilter& filter, float step, LongWork& work) {
     MegabyteSum megabytes(services.regional);
     const std::size_t count = data.Block.Rows();
     data.Listed.reserve(count);
-    float progress = window.Progress();
+    float progress = work.Progress();
     for (std::size_t record = 0; record < count; ++record) {
         progress = progress + step <= FullProgress ? progress + step : FullProgress;
-        window.SetProgress(progress);
+        work.SetProgress(progress);
         if (!PassesLetter(data, record, filter) || !PassesFormat(data, record, filter)) {
             continue;
         }
@@ -125,27 +125,28 @@ std::int64_t ListRows::RowData(std::size_t row) const {
     return m_data->Block.At(m_data->Listed[row - 1], ListField::FileId).Integer();
 }
 
-ListResult LoadDatabase(const ListFilter& filter, const std::string& list, ListWindow& window) {
-    return LoadDatabase([&filter] { return filter; }, list, window);
+ListResult LoadDatabase(const ListFilter& filter, const std::string& list, LongWork& work,
+                        const std::function<void()>& clearList) {
+    return LoadDatabase([&filter] { return filter; }, list, work, clearList);
 }
 
 ListResult LoadDatabase(const std::function<ListFilter()>& readFilter, const std::string& list,
-                        ListWindow& window) {
-    services.events->DoEvents();
+                        LongWork& work, const std::function<void()>& clearList) {
+    work.DoEvents();
     mainModule.FilePaths.Clear();
     mainModule.FileNames.Clear();
     mainModule.SelectedRows.Clear();
-    services.events->DoEvents();
-    window.SetScanningPanel(LoadResString(382));
-    services.events->DoEvents();
-    window.ClearList();
+    work.DoEvents();
+    work.SetPanel(Panel::Scanning, LoadResString(382));
+    work.DoEvents();
+    clearList();
     const std::int64_t allFiles = CountFiles();
     const ListFilter filter = readFilter();
 
     auto data = std::make_shared<ListData>();
     data->Block = mainModule.Connection->Query(ListStatement(filter, list));
     ListResult result;
-    result.Totals.TotalMegabytes = SelectRows(*data, filter, ProgressStep(allFiles), window);
+    result.Totals.TotalMegabytes = SelectRows(*data, filter, ProgressStep(allFiles), work);
     result.Rows = ListRows(data);
     mainModule.FilePaths.Show(std::make_shared<ListColumnTexts>(data, ListField::Path));
     mainModule.FileNames.Show(std::make_shared<ListColumnTexts>(data, ListField::Name));

@@ -2,6 +2,7 @@
 // them by letter and format, and counts. The main window calls it and shows the result.
 #pragma once
 
+#include "app/LongWork.h"
 #include "platform/ADODB.h"
 
 #include <cstddef>
@@ -69,25 +70,17 @@ struct ListResult {
     ListTotals Totals;
 };
 
-/// What the load shows while it runs.
-class ListWindow {
-public:
-    virtual ~ListWindow() = default;
-    virtual void SetScanningPanel(const std::string& text) = 0;
-    virtual void ClearList() = 0;              ///< One row, no remembered selection bounds, "plist" disabled.
-    virtual void SetProgress(float value) = 0; ///< 0 to 100
-    virtual float Progress() const = 0;        ///< What the bar shows now.
-};
-
 /// Loads the list; fills mainModule.FilePaths and FileNames and empties SelectedRows. `list` holds File_ids
 /// separated by commas and is used in the modes ShowInGridMode and ShowChartMode alone. Throws RuntimeError
-/// if a statement fails; the status panel then keeps its text.
-ListResult LoadDatabase(const ListFilter& filter, const std::string& list, ListWindow& window);
+/// if a statement fails; the status panel then keeps its text. `clearList` leaves the grid its header only.
+/// Lets events run before it touches anything.
+ListResult LoadDatabase(const ListFilter& filter, const std::string& list, LongWork& work,
+                        const std::function<void()>& clearList);
 
 /// As above, for a caller with live controls: events run at the beginning of a load, and the filter is read
 /// behind them, so that a change made by one of those events is not lost.
 ListResult LoadDatabase(const std::function<ListFilter()>& readFilter, const std::string& list,
-                        ListWindow& window);
+                        LongWork& work, const std::function<void()>& clearList);
 
 /// The clauses of the search box and of the three combos, each beginning " and "; empty where nothing is
 /// chosen.

@@ -11,9 +11,6 @@ namespace quavernet {
 
 namespace {
 
-constexpr int DefaultPointer = 0;
-constexpr int Hourglass = 11;
-
 struct Entry {
     std::string parent;
     std::int64_t position;
@@ -84,25 +81,25 @@ void RemoveMissingFiles() {
 
 } // namespace
 
-void mnuCleanDatabase_Click(CleanWindow& window) {
+void mnuCleanDatabase_Click(LongWork& work, LibraryViews& views) {
     const std::string question = LoadResString(357) + "\n" + LoadResString(358) + "\n\n" + LoadResString(359);
     if (services.msgBox->Show(question, LoadResString(360), MsgBox::Icon::Information,
                               MsgBox::Buttons::YesNo) == MsgBox::Answer::Yes) {
-        CleanDatabase(window);
+        CleanDatabase(work, views);
     }
 }
 
-void CleanDatabase(CleanWindow& window) {
-    window.SetMousePointer(Hourglass);
-    window.SetScanningPanel(LoadResString(383));
-    services.events->DoEvents();
+void CleanDatabase(LongWork& work, LibraryViews& views) {
+    work.SetMousePointer(MousePointer::Hourglass);
+    work.SetPanel(Panel::Scanning, LoadResString(383));
+    work.DoEvents();
     RemoveMissingFiles();
-    window.LoadTree();
+    views.LoadTree();
     if (!mainModule.LoadOverSearch) {
-        window.LoadDatabase("");
+        views.LoadDatabase("");
     }
-    window.SetScanningPanel("");
-    window.SetMousePointer(DefaultPointer);
+    work.SetPanel(Panel::Scanning, "");
+    work.SetMousePointer(MousePointer::Default);
 }
 
 } // namespace quavernet

@@ -44,15 +44,15 @@ std::string NewestIds(const std::vector<std::string>& names) {
 
 } // namespace
 
-void CheckDatabase(const std::function<void(const std::string&)>& showStatus) {
-    showStatus(LoadResString(438));
-    services.events->DoEvents();
+void CheckDatabase(LongWork& work) {
+    work.SetPanel(Panel::Scanning, LoadResString(438));
+    work.DoEvents();
     const std::vector<std::string> names = DoubledNames();
     if (names.empty()) {
         return;
     }
-    showStatus(LoadResString(439));
-    services.events->DoEvents();
+    work.SetPanel(Panel::Scanning, LoadResString(439));
+    work.DoEvents();
     const ADODB::WriteLock writeLock(*mainModule.Connection);
     const std::string ids = NewestIds(names);
     if (ids.empty()) {

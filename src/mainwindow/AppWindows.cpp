@@ -1,7 +1,7 @@
 #include "mainwindow/AppWindows.h"
 
 #include "app/LoadResString.h"
-#include "mainwindow/MainPanes.h"
+#include "mainwindow/MainParts.h"
 #include "mainwindow/frmMain.h"
 #include "mainwindow/frmSplash.h"
 
@@ -28,20 +28,16 @@ void AppWindows::ShowSplash() {
     (new frmSplash(m_main.get()))->show();
 }
 
-void AppWindows::LoadDatabase(const std::string& list) {
-    m_main->LoadDatabase(list);
+LongWork& AppWindows::Work() {
+    return m_main->Parts().Work;
 }
 
-void AppWindows::LoadTree() {
-    m_main->LoadTree();
-}
-
-void AppWindows::SetScanningPanel(const std::string& text) {
-    m_main->SetScanningPanel(text);
+LibraryViews& AppWindows::Views() {
+    return m_main->Parts().Views;
 }
 
 std::string AppWindows::Activity() const {
-    const std::string text = m_main ? m_main->Panes().Status().Text(Panel::Scanning) : std::string();
+    const std::string text = m_main ? m_main->Parts().Work.PanelText(Panel::Scanning) : std::string();
     return text == LoadResString(432) ? std::string() : text; // "Ready!" names nothing that is being done.
 }
 

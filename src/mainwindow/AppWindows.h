@@ -9,7 +9,7 @@ namespace quavernet {
 
 class frmMain;
 
-class AppWindows : public StartWindows {
+class AppWindows : public StartView {
 public:
     AppWindows();
     ~AppWindows() override;
@@ -17,9 +17,8 @@ public:
     std::string ScreenResolution() const override;
     void ShowMain() override;
     void ShowSplash() override;
-    void LoadDatabase(const std::string& list) override;
-    void LoadTree() override;
-    void SetScanningPanel(const std::string& text) override;
+    LongWork& Work() override;
+    LibraryViews& Views() override;
 
     /// What the program says that it is doing: the text of the panel "Scanning"; empty while it is ready.
     std::string Activity() const;

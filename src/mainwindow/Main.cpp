@@ -53,25 +53,25 @@ void OpenLibrary() {
 
 } // namespace
 
-void Main(StartWindows& windows) {
+void Main(StartView& start) {
     mainModule.TreeLoaded = false;
     CheckBrowser();
-    mainModule.ScreenResolution = windows.ScreenResolution();
+    mainModule.ScreenResolution = start.ScreenResolution();
     mainModule.SuppressComboClick = true;
     mainModule.PlayerOpen = false;
     OpenLibrary();
     mainModule.TagComponent = services.createTagComponent();
-    windows.ShowMain();
-    windows.ShowSplash();
-    services.events->DoEvents();
-    CheckDatabase([&windows](const std::string& text) { windows.SetScanningPanel(text); });
+    start.ShowMain();
+    start.ShowSplash();
+    start.Work().DoEvents();
+    CheckDatabase(start.Work());
     if (!mainModule.LoadOverSearch) {
-        windows.LoadDatabase("");
+        start.Views().LoadDatabase("");
     }
-    windows.LoadTree();
-    services.events->DoEvents();
+    start.Views().LoadTree();
+    start.Work().DoEvents();
     mainModule.SuppressComboClick = false;
-    windows.SetScanningPanel(LoadResString(432));
+    start.Work().SetPanel(Panel::Scanning, LoadResString(432));
 }
 
 } // namespace quavernet

@@ -2,24 +2,26 @@
 // order.
 #pragma once
 
+#include "app/LibraryViews.h"
+#include "app/LongWork.h"
+
 #include <string>
 
 namespace quavernet {
 
-/// The windows as the entry procedure sees them.
-class StartWindows {
+/// What the entry procedure brings up.
+class StartView {
 public:
-    virtual ~StartWindows() = default;
+    virtual ~StartView() = default;
     virtual std::string ScreenResolution() const = 0; ///< Pixels of the screen, for example "1920x1080".
     virtual void ShowMain() = 0;                      ///< Runs Form_Load of frmMain.
     virtual void ShowSplash() = 0;
-    virtual void LoadDatabase(const std::string& list) = 0;
-    virtual void LoadTree() = 0;
-    virtual void SetScanningPanel(const std::string& text) = 0;
+    virtual LongWork& Work() = 0; ///< This and the next belong to frmMain, once it is shown.
+    virtual LibraryViews& Views() = 0;
 };
 
-/// Runs the start sequence. On return the message loop runs until ExitProgram.
-void Main(StartWindows& windows);
+/// Runs the start sequence, with events at three points. On return the message loop runs until ExitProgram.
+void Main(StartView& start);
 
 /// Full path of the library file in the user's documents folder; copies the template there at a first start.
 /// Shows the failure box and ends the process if that can't be done.

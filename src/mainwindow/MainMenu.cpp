@@ -1,35 +1,44 @@
 #include "mainwindow/MainMenu.h"
 
 #include "adapters/qt/QtText.h"
+#include "app/CommandRegistry.h"
 #include "app/LoadResString.h"
 #include "mainwindow/MainMenuTable.h"
 
+#include <algorithm>
+
 namespace quavernet {
 
-MainMenu::MainMenu(QMenuBar* bar) : QObject(bar) {
+namespace {
+
+// Whether the entry is shown: a command that is registered, or what holds or parts such commands.
+bool IsBuilt(const MenuEntry& entry, const CommandRegistry& commands) {
+    if (!entry.Is(MenuEntry::Menu) && !entry.Is(MenuEntry::Bar)) {
+        return commands.Contains(entry.Name);
+    }
+    const std::string_view menu = entry.Is(MenuEntry::Menu) ? entry.Name : entry.Parent;
+    return std::any_of(MainMenuTable.begin(), MainMenuTable.end(), [&](const MenuEntry& other) {
+        return other.Parent == menu && !other.Is(MenuEntry::Bar) && IsBuilt(other, commands);
+    });
+}
+
+bool IsTop(const MenuEntry& entry) {
+    return entry.Parent.empty() || entry.Parent == "popup";
+}
+
+} // namespace
+
+MainMenu::MainMenu(QMenuBar* bar) : QObject(bar), m_bar(bar) {}
+
+void MainMenu::Build(const CommandRegistry& commands) {
     for (const MenuEntry& entry : MainMenuTable) {
-        if (!entry.Is(MenuEntry::Built)) {
+        if (!IsBuilt(entry, commands)) {
             continue;
         }
-        const auto parent = [&]() -> QMenu& { return *m_items.at(entry.Parent)->menu(); };
-        const bool top = entry.Parent.empty() || entry.Parent == "popup";
-        if (!top && entry.Is(MenuEntry::Separated) && !parent().isEmpty()) {
-            parent().addSeparator();
+        if (!IsTop(entry) && entry.Is(MenuEntry::Separated) && !Parent(entry).isEmpty()) {
+            Parent(entry).addSeparator();
         }
-        QAction* action = nullptr;
-        if (entry.Is(MenuEntry::Bar)) {
-            action = parent().addSeparator();
-        } else if (entry.Is(MenuEntry::Menu)) {
-            auto* menu = new QMenu(bar);
-            action = menu->menuAction();
-            if (!top) {
-                parent().addMenu(menu);
-            } else if (entry.Parent.empty()) {
-                bar->addMenu(menu);
-            }
-        } else {
-            action = parent().addAction(QString());
-        }
+        QAction* action = AddEntry(entry);
         action->setObjectName(ToQString(entry.Name));
         action->setCheckable(entry.Is(MenuEntry::Checkable));
         action->setEnabled(!entry.Is(MenuEntry::StartsDisabled));
@@ -37,7 +46,39 @@ MainMenu::MainMenu(QMenuBar* bar) : QObject(bar) {
             action->setShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(entry.Shortcut)));
         }
         m_items.emplace(entry.Name, action);
+        if (commands.Contains(entry.Name)) {
+            Connect(entry, *action, commands);
+        }
     }
+}
+
+QMenu& MainMenu::Parent(const MenuEntry& entry) const {
+    return *m_items.at(entry.Parent)->menu();
+}
+
+QAction* MainMenu::AddEntry(const MenuEntry& entry) {
+    if (entry.Is(MenuEntry::Bar)) {
+        return Parent(entry).addSeparator();
+    }
+    if (!entry.Is(MenuEntry::Menu)) {
+        return Parent(entry).addAction(QString());
+    }
+    auto* menu = new QMenu(m_bar);
+    if (!IsTop(entry)) {
+        Parent(entry).addMenu(menu);
+    } else if (entry.Parent.empty()) {
+        m_bar->addMenu(menu);
+    }
+    return menu->menuAction();
+}
+
+// A click has turned a check mark round already; a command that does not run gives it back.
+void MainMenu::Connect(const MenuEntry& entry, QAction& item, const CommandRegistry& commands) {
+    connect(&item, &QAction::triggered, this, [&item, &commands, name = entry.Name](bool checked) {
+        if (!commands.Run(name) && item.isCheckable()) {
+            item.setChecked(!checked);
+        }
+    });
 }
 
 QAction* MainMenu::Item(std::string_view name) const {

@@ -1,5 +1,5 @@
-// The menu bar and the popup menus of frmMain, made from the menu table. The commands reach their items by
-// name here.
+// The menu bar and the popup menus of frmMain, made from the menu table and the registered commands. Items
+// are reached by name here.
 #pragma once
 
 #include <QAction>
@@ -11,10 +11,16 @@
 
 namespace quavernet {
 
+class CommandRegistry;
+struct MenuEntry;
+
 class MainMenu : public QObject {
     Q_OBJECT
 public:
     explicit MainMenu(QMenuBar* bar);
+
+    /// Makes the menus: an item whose command is not registered stays out, and so does a menu without items.
+    void Build(const CommandRegistry& commands);
 
     /// The item, or for a menu the action that opens it. Null if the command is not in the menus.
     QAction* Item(std::string_view name) const;
@@ -27,6 +33,11 @@ public:
     void LoadStrings();
 
 private:
+    QAction* AddEntry(const MenuEntry& entry);
+    QMenu& Parent(const MenuEntry& entry) const;
+    void Connect(const MenuEntry& entry, QAction& item, const CommandRegistry& commands);
+
+    QMenuBar* m_bar;
     std::unordered_map<std::string_view, QAction*> m_items;
 };
 

@@ -1,5 +1,6 @@
 #include "mainwindow/MainPanes.h"
 
+#include "app/CommandRegistry.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "widgets/Pictures.h"
@@ -10,27 +11,11 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
-#include <array>
 #include <utility>
 
 namespace quavernet {
 
 namespace {
-
-struct ToolbarEntry {
-    const char* Key;
-    int ToolTip;
-    bool Built; ///< The command exists; others stay out of the toolbar.
-};
-
-constexpr std::array<ToolbarEntry, 7> ToolbarTable{{{"scan", 597, true},
-                                                    {"cancel", 598, true},
-                                                    {"print", 599, false},
-                                                    {"plist", 600, false},
-                                                    {"konvert", 601, false},
-                                                    {"top", 602, false},
-                                                    {"date", 603, false}}};
-constexpr bool PlayButtonsBuilt = false;
 
 // Twips, where the layout rules leave a place open.
 constexpr int StripHeight = 510;
@@ -80,7 +65,6 @@ MainPanes::MainPanes(QWidget* parent) : QWidget(parent) {
     column->addWidget(m_client, 1);
     BuildToolbar();
     BuildFrames();
-    OrderTabs();
     for (QObject* watched :
          {static_cast<QObject*>(m_toolbar), static_cast<QObject*>(m_frame1), static_cast<QObject*>(m_sizer),
           static_cast<QObject*>(m_client), static_cast<QObject*>(m_grid), static_cast<QObject*>(m_tree)}) {
@@ -115,23 +99,22 @@ void MainPanes::OrderTabs() {
 }
 
 void MainPanes::BuildToolbar() {
-    m_toolbar = new QToolBar(m_filter);
-    m_toolbar->setObjectName(QStringLiteral("Toolbar1"));
-    m_toolbar->setIconSize(QSize(20, 20));
-    m_toolbar->setMouseTracking(true);
-    for (const ToolbarEntry& entry : ToolbarTable) {
-        if (entry.Built) {
-            QAction* button = m_toolbar->addAction(Picture(entry.Key), QString());
-            button->setObjectName(QLatin1String(entry.Key));
-            m_toolbar->widgetForAction(button)->setFocusPolicy(Qt::TabFocus);
-        }
-    }
+    m_toolbar = new MainToolbar(m_filter);
     m_play = new PictureButton(QStringLiteral("cmdPlay"), "Play", m_filter);
     m_randomize = new PictureButton(QStringLiteral("cmdRandomize"), "PlayR", m_filter);
     connect(m_play, &PictureButton::Entered, m_randomize, &PictureButton::SetAtRest);
     connect(m_randomize, &PictureButton::Entered, m_play, &PictureButton::SetAtRest);
-    m_play->setVisible(PlayButtonsBuilt);
-    m_randomize->setVisible(PlayButtonsBuilt);
+}
+
+void MainPanes::BuildCommands(const CommandRegistry& commands) {
+    m_toolbar->Build(commands);
+    for (PictureButton* button : {m_play, m_randomize}) {
+        const std::string name = FromQString(button->objectName());
+        button->setVisible(commands.Contains(name));
+        connect(button, &QAbstractButton::clicked, this, [&commands, name] { commands.Run(name); });
+    }
+    m_playButtonsShown = commands.Contains("cmdPlay");
+    OrderTabs();
 }
 
 void MainPanes::BuildFrames() {
@@ -153,21 +136,12 @@ void MainPanes::BuildFrames() {
     connect(m_grid, &GridView::MouseMoved, m_letters, &LetterRow::ResetLetterColors);
 }
 
-QAction* MainPanes::ToolbarButton(std::string_view key) const {
-    return m_toolbar->findChild<QAction*>(ToQString(key), Qt::FindDirectChildrenOnly);
-}
-
 void MainPanes::LoadStrings() {
     m_filter->LoadStrings();
     m_letters->LoadStrings();
     m_play->setToolTip(ToQString(LoadResString(595)));
     m_randomize->setToolTip(ToQString(LoadResString(596)));
-    for (const ToolbarEntry& entry : ToolbarTable) {
-        if (QAction* button = ToolbarButton(entry.Key)) {
-            button->setText(
-                ToQString(LoadResString(entry.ToolTip))); // The tip, and what a screen reader says.
-        }
-    }
+    m_toolbar->LoadStrings();
     LoadAccessibleNames();
     SizeFilterRow();
     Form_Resize();
@@ -183,8 +157,8 @@ void MainPanes::LoadAccessibleNames() {
 
 void MainPanes::FitFilterRow() {
     if (mainModule.ScreenResolution != "800x600") {
-        constexpr int AfterSearch = PlayButtonsBuilt ? 650 + 300 + 300 : 600;
-        quavernet::FitFilterRow(m_layout, ToTwips(m_filter->width()) - FilterMargin, AfterSearch);
+        const int afterSearch = m_playButtonsShown ? 650 + 300 + 300 : 600;
+        quavernet::FitFilterRow(m_layout, ToTwips(m_filter->width()) - FilterMargin, afterSearch);
     }
 }
 

@@ -7,14 +7,12 @@
 #include "browser/LetterRow.h"
 #include "mainwindow/MainLayout.h"
 #include "mainwindow/MainStatusBar.h"
+#include "mainwindow/MainToolbar.h"
 #include "widgets/PictureButton.h"
 
 #include <QFrame>
-#include <QToolBar>
 #include <QTreeWidget>
 #include <QWidget>
-
-#include <string_view>
 
 namespace quavernet {
 
@@ -23,13 +21,15 @@ class MainPanes : public QWidget {
 public:
     explicit MainPanes(QWidget* parent);
 
-    QToolBar& Toolbar1() { return *m_toolbar; }
-    QAction* ToolbarButton(std::string_view key) const;
+    MainToolbar& Toolbar1() { return *m_toolbar; }
     FilterRow& Filter() { return *m_filter; }
     LetterRow& Letters() { return *m_letters; }
     GridView& Grid() { return *m_grid; }
     QTreeWidget& Tree() { return *m_tree; }
     MainStatusBar& Status() { return *m_status; }
+
+    /// Makes the buttons of the registered commands.
+    void BuildCommands(const CommandRegistry& commands);
 
     /// Texts of the controls of the panes in the current language; the combos' entries are filled apart.
     void LoadStrings();
@@ -61,7 +61,7 @@ private:
     MainLayout m_layout;
     QWidget* m_client; ///< The form's scale area, below the strip with toolbar and filter row.
     FilterRow* m_filter;
-    QToolBar* m_toolbar;
+    MainToolbar* m_toolbar;
     PictureButton* m_play;
     PictureButton* m_randomize;
     QFrame* m_frame1;
@@ -72,6 +72,7 @@ private:
     QTreeWidget* m_tree;
     MainStatusBar* m_status;
     int m_dragOrigin = 0;
+    bool m_playButtonsShown = false;
 };
 
 } // namespace quavernet

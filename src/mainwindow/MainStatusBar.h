@@ -2,6 +2,8 @@
 // of a scan; they are painted sixty times a second at most.
 #pragma once
 
+#include "app/LongWork.h"
+
 #include <QElapsedTimer>
 #include <QProgressBar>
 #include <QTimer>
@@ -11,8 +13,6 @@
 #include <string>
 
 namespace quavernet {
-
-enum class Panel { Scanning, Filecount, Interprets, Titles, Albums, Progressbar };
 
 class MainStatusBar : public QWidget {
     Q_OBJECT

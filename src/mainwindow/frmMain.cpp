@@ -9,12 +9,7 @@
 #include "help/HelpKey.h"
 #include "mainwindow/CloseGuard.h"
 #include "mainwindow/ControlState.h"
-#include "mainwindow/ListController.h"
-#include "mainwindow/MainCommands.h"
-#include "mainwindow/MainMenu.h"
-#include "mainwindow/MainPanes.h"
-#include "mainwindow/ScanController.h"
-#include "mainwindow/TreePane.h"
+#include "mainwindow/MainParts.h"
 #include "scanner/CheckReminder.h"
 #include "widgets/Pictures.h"
 #include "widgets/Twips.h"
@@ -27,7 +22,6 @@ namespace quavernet {
 
 namespace {
 
-constexpr int TitleTimeMs = 50; // Painting takes time away from a scan.
 constexpr int AfterLoadMs = 1000;
 
 /// Pixels: the window can be seen and taken hold of. A stored size of nothing would make a program without
@@ -45,29 +39,29 @@ frmMain::frmMain() {
     setWindowIcon(Picture("quavernet"));
     setMouseTracking(true);
     setAcceptDrops(true);
-    m_menu = new MainMenu(menuBar());
-    m_panes = new MainPanes(this);
-    setCentralWidget(m_panes);
-    m_tree = new TreePane(m_panes->Tree(), *m_menu, m_player);
-    m_list = std::make_unique<ListController>(*this, m_player);
-    m_scan = std::make_unique<ScanController>(*this);
-    m_commands = std::make_unique<MainCommands>(*this, *m_scan);
-    connect(&m_panes->Grid(), &GridView::FilesDropped, this,
-            [this](const std::vector<std::string>& paths) { m_scan->FilesDropped(DropTarget::Grid, paths); });
+    m_parts = std::make_unique<MainParts>(
+        *this, [this](std::int16_t mode) { SetControlState(mode); }, [this] { LoadStrings(); });
     new HelpKey(this);
     m_afterLoadTimer.setParent(this);
     m_afterLoadTimer.setObjectName(QStringLiteral("AfterLoadTimer"));
     m_afterLoadTimer.setSingleShot(true);
-    m_titleTimer.setSingleShot(true);
-    m_titleTimer.setInterval(TitleTimeMs);
     connect(&m_afterLoadTimer, &QTimer::timeout, this, &frmMain::AfterLoadTimer_Timer);
-    connect(&m_titleTimer, &QTimer::timeout, this, &frmMain::ShowTitle);
 }
 
 frmMain::~frmMain() = default;
 
+MainMenu& frmMain::Menu() {
+    return m_parts->Menu;
+}
+MainPanes& frmMain::Panes() {
+    return m_parts->Panes;
+}
+TreePane& frmMain::Tree() {
+    return m_parts->Tree;
+}
+
 void frmMain::Form_Load() {
-    m_list->ClearList();
+    m_parts->List.ClearList();
     // During the start the combos stay silent until the whole sequence is through.
     const bool starting = mainModule.SuppressComboClick;
     LoadStrings();
@@ -79,10 +73,10 @@ void frmMain::Form_Load() {
     mainModule.TreeNodeData.Clear();
     mainModule.LetterFilter = "All";
     mainModule.SortDirection = "ASC";
-    m_panes->Grid().Model().SetSortArrow(0, true);
+    m_parts->Panes.Grid().Model().SetSortArrow(0, true);
     mainModule.SortInterpret = true;
     RestoreGrid(state);
-    m_panes->Letters().MarkAll();
+    m_parts->Panes.Letters().MarkAll();
     RestoreFilters(state);
     RestoreChecks(state);
     mainModule.ShowInGridMode = false;
@@ -94,20 +88,20 @@ void frmMain::PlaceWindow(const WindowState& state) {
     move(ToPixels(state.WindowLeft), ToPixels(state.WindowTop));
     resize(QSize(ToPixels(state.WindowWidth), ToPixels(state.WindowHeight)).expandedTo(LeastShown));
     if (mainModule.ScreenResolution == "800x600") {
-        m_panes->PackForSmallScreen();
+        m_parts->Panes.PackForSmallScreen();
     }
-    m_panes->SetSplitterPos(state.SplitterPos);
+    m_parts->Panes.SetSplitterPos(state.SplitterPos);
 }
 
 void frmMain::RestoreGrid(const WindowState& state) {
     SetColumnWidths(state.ColWidth);
-    SetGridLines(state.GridLines);
-    m_menu->SetChecked("mnuShowGridlines", state.GridLines);
-    m_menu->SetChecked("mnuKontextShowGridlines", state.GridLines);
+    m_parts->Panes.Grid().setShowGrid(state.GridLines);
+    m_parts->Named.SetChecked("mnuShowGridlines", state.GridLines);
+    m_parts->Named.SetChecked("mnuKontextShowGridlines", state.GridLines);
 }
 
 void frmMain::RestoreFilters(const WindowState& state) {
-    FilterRow& filter = m_panes->Filter();
+    FilterRow& filter = m_parts->Panes.Filter();
     SetComboIndex(filter.cboDrive(), state.Drive);
     SetComboIndex(filter.cboGenre(), state.Genre);
     SetComboIndex(filter.cboAlbum(), state.Album);
@@ -121,24 +115,24 @@ void frmMain::RestoreFilters(const WindowState& state) {
 }
 
 void frmMain::RestoreChecks(const WindowState& state) {
-    m_menu->SetChecked("mnuQuickscan", state.QuickScan);
-    m_menu->SetChecked("mnuRecursive", state.RecursiveScan);
-    m_menu->SetChecked("mnuScanMp3", state.ScanMp3);
-    m_menu->SetChecked("mnuScanWav", state.ScanWav);
-    m_menu->SetChecked("mnuScanOgg", state.ScanOgg);
+    m_parts->Named.SetChecked("mnuQuickscan", state.QuickScan);
+    m_parts->Named.SetChecked("mnuRecursive", state.RecursiveScan);
+    m_parts->Named.SetChecked("mnuScanMp3", state.ScanMp3);
+    m_parts->Named.SetChecked("mnuScanWav", state.ScanWav);
+    m_parts->Named.SetChecked("mnuScanOgg", state.ScanOgg);
     for (const char* name : {"mnump3", "mnuKontextMp3"}) {
-        m_menu->SetChecked(name, state.ViewMp3);
+        m_parts->Named.SetChecked(name, state.ViewMp3);
     }
     for (const char* name : {"mnuwav", "mnuKontextWav"}) {
-        m_menu->SetChecked(name, state.ViewWav);
+        m_parts->Named.SetChecked(name, state.ViewWav);
     }
     for (const char* name : {"mnuogg", "mnuKontextOgg"}) {
-        m_menu->SetChecked(name, state.ViewOgg);
+        m_parts->Named.SetChecked(name, state.ViewOgg);
     }
-    m_menu->SetChecked("mnuOptionsScanLog", state.ScanLog);
-    m_menu->SetChecked("mnuOptionsLoadOverSearch", state.LoadOverSearch);
-    m_menu->SetChecked("mnuExternalPlayer", state.ExternalPlayer);
-    m_menu->SetChecked("mnuAddToPlaylist", state.AddToPlaylist);
+    m_parts->Named.SetChecked("mnuOptionsScanLog", state.ScanLog);
+    m_parts->Named.SetChecked("mnuOptionsLoadOverSearch", state.LoadOverSearch);
+    m_parts->Named.SetChecked("mnuExternalPlayer", state.ExternalPlayer);
+    m_parts->Named.SetChecked("mnuAddToPlaylist", state.AddToPlaylist);
     mainModule.LoadOverSearch = state.LoadOverSearch;
     mainModule.ScanLogEnabled = state.ScanLog;
     mainModule.UseExternalPlayer = state.ExternalPlayer;
@@ -146,84 +140,38 @@ void frmMain::RestoreChecks(const WindowState& state) {
 }
 
 void frmMain::LoadStrings() {
-    SetMousePointer(11);
-    m_list->LoadHeaders();
+    LongWork& work = m_parts->Work;
+    work.SetMousePointer(MousePointer::Hourglass);
+    m_parts->List.LoadHeaders();
     SetColumnWidths(LoadColumnWidths());
     const std::string language = Setting("Language", "GER");
     SetDialogLanguage(language);
-    m_menu->SetChecked("mnuViewLanguageGER", language == "GER");
-    m_menu->SetChecked("mnuViewLanguageENG", language == "ENG");
+    m_parts->Named.SetChecked("mnuViewLanguageGER", language == "GER");
+    m_parts->Named.SetChecked("mnuViewLanguageENG", language == "ENG");
     mainModule.SuppressComboClick = true;
-    m_panes->Filter().FillDriveCombo();
-    m_panes->Filter().FillGenreCombo();
-    m_panes->Filter().FillAlbumCombo();
+    m_parts->Panes.Filter().FillDriveCombo();
+    m_parts->Panes.Filter().FillGenreCombo();
+    m_parts->Panes.Filter().FillAlbumCombo();
     mainModule.SuppressComboClick = false;
-    m_menu->LoadStrings();
-    m_panes->LoadStrings();
-    SetTitle("Quavernet - " + LoadResString(Texts::LastScan) + Setting("LastScan", "-"));
-    m_tree->LoadStrings();
-    m_list->ShowTotals();
-    SetScanningPanel(LoadResString(432));
-    SetMousePointer(0);
-}
-
-void frmMain::LoadDatabase(const std::string& list) {
-    m_list->LoadDatabase(list);
-}
-
-void frmMain::LoadTree() {
-    m_tree->LoadTree();
+    m_parts->Menu.LoadStrings();
+    m_parts->Panes.LoadStrings();
+    work.SetTitle("Quavernet - " + LoadResString(Texts::LastScan) + Setting("LastScan", "-"));
+    m_parts->Tree.LoadStrings();
+    m_parts->List.ShowTotals();
+    work.SetPanel(Panel::Scanning, LoadResString(432));
+    work.SetMousePointer(MousePointer::Default);
 }
 
 void frmMain::SetControlState(std::int16_t mode) {
-    const GridView& grid = m_panes->Grid();
-    for (const ControlSwitch& item :
-         ControlState(mode, m_panes->Grid().Selection().Row(), grid.CurrentFormat())) {
-        if (QAction* action = m_menu->Item(item.Name)) {
-            action->setEnabled(item.Enabled);
-        } else if (QAction* button = m_panes->ToolbarButton(item.Name)) {
-            button->setEnabled(item.Enabled);
-        } else if (auto* control = m_panes->findChild<QWidget*>(ToQString(item.Name))) {
-            control->setEnabled(item.Enabled);
-        }
+    const GridView& grid = m_parts->Panes.Grid();
+    for (const ControlSwitch& item : ControlState(mode, grid.Selection().Row(), grid.CurrentFormat())) {
+        m_parts->Named.SetEnabled(item.Name, item.Enabled);
     }
-}
-
-void frmMain::SetTitle(const std::string& text) {
-    m_title = text;
-    if (!m_titleTimer.isActive()) {
-        ShowTitle();
-        m_titleTimer.start();
-    }
-}
-
-void frmMain::ShowTitle() {
-    const QString title = ToQString(m_title);
-    if (title != windowTitle()) {
-        setWindowTitle(title);
-    }
-}
-
-void frmMain::SetScanningPanel(const std::string& text) {
-    m_panes->Status().SetText(Panel::Scanning, text);
-}
-
-void frmMain::SetMousePointer(int pointer) {
-    constexpr int Hourglass = 11;
-    if (pointer == Hourglass) {
-        setCursor(Qt::WaitCursor);
-    } else {
-        unsetCursor();
-    }
-}
-
-void frmMain::SetGridLines(bool shown) {
-    m_panes->Grid().setShowGrid(shown);
 }
 
 void frmMain::SetColumnWidths(const ColumnWidths& widths) {
     for (std::size_t column = 0; column < widths.size(); ++column) {
-        m_panes->Grid().setColumnWidth(static_cast<int>(column), ToPixels(widths[column]));
+        m_parts->Panes.Grid().setColumnWidth(static_cast<int>(column), ToPixels(widths[column]));
     }
 }
 
@@ -233,27 +181,28 @@ WindowState frmMain::CurrentState() const {
     state.WindowTop = ToTwips(y());
     state.WindowWidth = ToTwips(width());
     state.WindowHeight = ToTwips(height());
-    state.SplitterPos = m_panes->SplitterPos();
+    state.SplitterPos = m_parts->Panes.SplitterPos();
     for (std::size_t column = 0; column < state.ColWidth.size(); ++column) {
-        state.ColWidth[column] = ToTwips(m_panes->Grid().columnWidth(static_cast<int>(column)));
+        state.ColWidth[column] = ToTwips(m_parts->Panes.Grid().columnWidth(static_cast<int>(column)));
     }
-    state.GridLines = m_menu->Checked("mnuShowGridlines") && m_menu->Checked("mnuKontextShowGridlines");
-    FilterRow& filter = m_panes->Filter();
+    state.GridLines =
+        m_parts->Named.Checked("mnuShowGridlines") && m_parts->Named.Checked("mnuKontextShowGridlines");
+    FilterRow& filter = m_parts->Panes.Filter();
     state.Drive = filter.cboDrive().currentIndex();
     state.Genre = filter.cboGenre().currentIndex();
     state.Album = filter.cboAlbum().currentIndex();
-    state.QuickScan = m_menu->Checked("mnuQuickscan");
-    state.RecursiveScan = m_menu->Checked("mnuRecursive");
-    state.ScanMp3 = m_menu->Checked("mnuScanMp3");
-    state.ScanWav = m_menu->Checked("mnuScanWav");
-    state.ScanOgg = m_menu->Checked("mnuScanOgg");
-    state.ViewMp3 = m_menu->Checked("mnump3");
-    state.ViewWav = m_menu->Checked("mnuwav");
-    state.ViewOgg = m_menu->Checked("mnuogg");
-    state.ExternalPlayer = m_menu->Checked("mnuExternalPlayer");
-    state.AddToPlaylist = m_menu->Checked("mnuAddToPlaylist");
-    state.ScanLog = m_menu->Checked("mnuOptionsScanLog");
-    state.LoadOverSearch = m_menu->Checked("mnuOptionsLoadOverSearch");
+    state.QuickScan = m_parts->Named.Checked("mnuQuickscan");
+    state.RecursiveScan = m_parts->Named.Checked("mnuRecursive");
+    state.ScanMp3 = m_parts->Named.Checked("mnuScanMp3");
+    state.ScanWav = m_parts->Named.Checked("mnuScanWav");
+    state.ScanOgg = m_parts->Named.Checked("mnuScanOgg");
+    state.ViewMp3 = m_parts->Named.Checked("mnump3");
+    state.ViewWav = m_parts->Named.Checked("mnuwav");
+    state.ViewOgg = m_parts->Named.Checked("mnuogg");
+    state.ExternalPlayer = m_parts->Named.Checked("mnuExternalPlayer");
+    state.AddToPlaylist = m_parts->Named.Checked("mnuAddToPlaylist");
+    state.ScanLog = m_parts->Named.Checked("mnuOptionsScanLog");
+    state.LoadOverSearch = m_parts->Named.Checked("mnuOptionsLoadOverSearch");
     return state;
 }
 
@@ -282,11 +231,11 @@ void frmMain::closeEvent(QCloseEvent* event) {
 }
 
 void frmMain::AfterLoadTimer_Timer() {
-    m_panes->Filter().txtSearch().setFocus();
+    m_parts->Panes.Filter().txtSearch().setFocus();
     bool scanWanted = false;
     IgnoreFailure([&] { CheckReminder(scanWanted, [this] { UnloadSplash(); }); });
     if (scanWanted) {
-        m_scan->ReminderScan();
+        m_parts->Scan.ReminderScan();
     }
 }
 
@@ -297,13 +246,13 @@ void frmMain::UnloadSplash() {
 }
 
 void frmMain::mouseMoveEvent(QMouseEvent*) {
-    m_panes->Letters().ResetLetterColors();
+    m_parts->Panes.Letters().ResetLetterColors();
 }
 
 void frmMain::wheelEvent(QWheelEvent* event) {
     // Wherever the mouse stands, the wheel moves the list. A movement to the side is no notch of it.
     if (event->angleDelta().y() != 0 || event->angleDelta().x() == 0) {
-        m_panes->Grid().ScrollByNotch(event->angleDelta().y());
+        m_parts->Panes.Grid().ScrollByNotch(event->angleDelta().y());
     }
 }
 
@@ -314,7 +263,7 @@ void frmMain::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void frmMain::dropEvent(QDropEvent* event) {
-    m_scan->FilesDropped(DropTarget::Window, LocalFiles(*event->mimeData()));
+    m_parts->Scan.FilesDropped(DropTarget::Window, LocalFiles(*event->mimeData()));
 }
 
 } // namespace quavernet

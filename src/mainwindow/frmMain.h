@@ -1,9 +1,7 @@
-// The main window: the frame around the library. It takes its state from the settings when it loads, writes
-// it back when it unloads, and switches its controls; its panes, lists and commands have classes of their
-// own.
+// The main window: it takes its state from the settings when it loads, writes it back when it unloads, and
+// switches its controls. What it is made of stands in MainParts.
 #pragma once
 
-#include "mainwindow/NoPlayer.h"
 #include "mainwindow/WindowState.h"
 
 #include <QMainWindow>
@@ -11,15 +9,12 @@
 
 #include <cstdint>
 #include <memory>
-#include <string>
 
 namespace quavernet {
 
-class ListController;
-class MainCommands;
 class MainMenu;
 class MainPanes;
-class ScanController;
+class MainParts;
 class TreePane;
 
 class frmMain : public QMainWindow {
@@ -34,22 +29,15 @@ public:
     /// All texts of the window in the current language; refills the combos.
     void LoadStrings();
 
-    void LoadDatabase(const std::string& list);
-    void LoadTree();
-
     /// The one switch for enabled controls: 0 idle, 1 scan running, 3 selection changed.
     void SetControlState(std::int16_t mode);
 
-    /// Shown twenty times a second at most; the last text always comes up.
-    void SetTitle(const std::string& text);
-    void SetScanningPanel(const std::string& text);
-    void SetMousePointer(int pointer);
-    void SetGridLines(bool shown);
-
-    MainMenu& Menu() { return *m_menu; }
-    MainPanes& Panes() { return *m_panes; }
-    ListController& List() { return *m_list; }
-    TreePane& Tree() { return *m_tree; }
+    /// What the window is made of, for the start and for whoever drives it from outside. Nothing that the
+    /// window is made of reaches back here.
+    MainParts& Parts() { return *m_parts; }
+    MainMenu& Menu();
+    MainPanes& Panes();
+    TreePane& Tree();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -70,18 +58,9 @@ private:
     void RestoreChecks(const WindowState& state);
     WindowState CurrentState() const;
     void SetColumnWidths(const ColumnWidths& widths);
-    void ShowTitle();
 
-    MainMenu* m_menu;
-    MainPanes* m_panes;
-    NoPlayer m_player;
-    TreePane* m_tree;
-    std::unique_ptr<ListController> m_list;
-    std::unique_ptr<ScanController> m_scan;
-    std::unique_ptr<MainCommands> m_commands;
+    std::unique_ptr<MainParts> m_parts;
     QTimer m_afterLoadTimer;
-    QTimer m_titleTimer;
-    std::string m_title;
 };
 
 } // namespace quavernet

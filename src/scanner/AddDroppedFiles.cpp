@@ -47,7 +47,7 @@ void AddDroppedFileToLibrary(const std::string& path, ScanDriver& driver) {
 }
 
 void AddDroppedFiles(DropTarget target, const std::vector<std::string>& paths, ScanDriver& driver,
-                     ScanWindow& window) {
+                     ScanView& view) {
     if (target == DropTarget::Window) {
         return;
     }
@@ -64,7 +64,7 @@ void AddDroppedFiles(DropTarget target, const std::vector<std::string>& paths, S
             }
         }
         if (added && !mainModule.LoadOverSearch) {
-            window.LoadDatabase("");
+            view.LoadDatabase("");
         }
     } catch (const RuntimeError&) {
         // Ends the drop; what has been stored stays.

@@ -8,7 +8,7 @@
 namespace quavernet {
 
 class ScanDriver;
-class ScanWindow;
+class ScanView;
 
 enum class DropTarget { Grid, Window };
 
@@ -16,7 +16,7 @@ enum class DropTarget { Grid, Window };
 /// stored. A failure ends the drop silently; files stored so far stay. So does a list of more than 32767
 /// paths, behind that number. The background of the window takes no files.
 void AddDroppedFiles(DropTarget target, const std::vector<std::string>& paths, ScanDriver& driver,
-                     ScanWindow& window);
+                     ScanView& view);
 
 /// Inspects one file and stores it. DetailsPath must hold its path. Throws RuntimeError if the file is
 /// missing or a statement fails.

@@ -70,21 +70,21 @@ void StoreFile(ScanRun& run, const FileFacts& file) {
         const bool known = IsKnown(current.FilePath);
         current.CurrentPath = current.FilePath; // A network file is inspected by its network name.
         if (known) {
-            services.events->DoEvents();
+            run.work.DoEvents();
             return;
         }
     }
     InspectFile(current.CurrentPath);
     StoreFileRecord(run.saved);
     CountMegabytes(run);
-    services.events->DoEvents();
+    run.work.DoEvents();
 }
 
 // False if the walk was cancelled. A wanted file that can't be had any more only moves the bar.
 bool VisitFile(ScanRun& run, FolderWalk& walk, const std::string& folder, const std::string& name) {
     mainModule.Connection->CommitIfDue();
     const std::string path = folder.ends_with('/') ? folder + name : folder + "/" + name;
-    const Treatment treatment = TreatmentOf(name, run.window.Options());
+    const Treatment treatment = TreatmentOf(name, run.view.Options());
     std::optional<FileFacts> file;
     if (treatment != Treatment::PassOver) {
         file = walk.File(path);
@@ -95,10 +95,10 @@ bool VisitFile(ScanRun& run, FolderWalk& walk, const std::string& folder, const 
     }
     ++run.FilesDone;
     ClearFileFields();
-    if (run.CancelScan) {
+    if (run.work.Cancelled()) {
         return false;
     }
-    run.window.SetPanel(ScanPanel::Scanning, run.texts.Scanning + path);
+    run.work.SetPanel(ScanPanel::Scanning, run.texts.Scanning + path);
     if (treatment == Treatment::Collect) {
         run.OggPaths.push_back(path);
     } else if (treatment == Treatment::Store) {
@@ -116,10 +116,10 @@ void FileSearch(ScanRun& run, FolderWalk& walk) {
         if (IsExcludedFolder(folder)) {
             continue;
         }
-        if (run.CancelScan) {
+        if (run.work.Cancelled()) {
             return;
         }
-        services.events->DoEvents();
+        run.work.DoEvents();
         mainModule.Connection->CommitIfDue();
         FolderContents contents = walk.List(folder);
         ReportSkipped(run, walk);

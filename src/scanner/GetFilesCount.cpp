@@ -14,11 +14,11 @@ constexpr std::size_t DotLimit = 101; ///< Characters at which the dots start ov
 // grows on.
 void AddDot(ScanRun& run) {
     if (CharacterCount(run.StatusDots) < DotLimit) {
-        run.StatusDots = run.window.Panel(ScanPanel::Scanning);
-        run.window.SetPanel(ScanPanel::Scanning, run.StatusDots + ".");
+        run.StatusDots = run.work.PanelText(ScanPanel::Scanning);
+        run.work.SetPanel(ScanPanel::Scanning, run.StatusDots + ".");
     } else {
         run.StatusDots = run.texts.Initialise;
-        run.window.SetPanel(ScanPanel::Scanning, run.StatusDots);
+        run.work.SetPanel(ScanPanel::Scanning, run.StatusDots);
     }
 }
 
@@ -31,10 +31,10 @@ void GetFilesCount(ScanRun& run, FolderWalk& walk) {
         if (IsExcludedFolder(folder)) {
             continue;
         }
-        if (run.CancelScan) {
+        if (run.work.Cancelled()) {
             return;
         }
-        services.events->DoEvents();
+        run.work.DoEvents();
         FolderContents contents = walk.List(folder);
         for (const FolderFile& file : contents.files) {
             if (!file.hidden) {

@@ -74,7 +74,7 @@ void Step(ScanRun& run, const std::string& remainingPrefix, const std::string& e
 }
 
 void ReadBatch(ScanRun& run, const std::vector<std::string>& paths) {
-    run.window.SetPanel(ScanPanel::Scanning, LoadResString(353));
+    run.work.SetPanel(ScanPanel::Scanning, LoadResString(353));
     // Whole files are read, maybe from a slow disk: nobody has to wait for that to write into the library.
     mainModule.Connection->Commit();
     const std::vector<OggFileInfo> files = ReadOggInfo(services.oggInfo->Run(paths));
@@ -99,24 +99,24 @@ void ReadBatch(ScanRun& run, const std::vector<std::string>& paths) {
 } // namespace
 
 void OggBatches::ReadOggBatches(ScanRun& run) {
-    run.window.SetPanel(ScanPanel::Scanning, LoadResString(352));
-    run.window.SetProgress(0);
+    run.work.SetPanel(ScanPanel::Scanning, LoadResString(352));
+    run.work.SetProgress(0);
     run.ProgressStep = static_cast<float>(100 / static_cast<double>(run.OggPaths.size()));
     const std::size_t count = run.OggPaths.size();
     for (std::size_t first = 0; first < count; first += BatchSize) {
-        if (run.CancelScan) {
+        if (run.work.Cancelled()) {
             return;
         }
-        services.events->DoEvents();
+        run.work.DoEvents();
         const std::vector<std::string> paths = WantedPaths(run, first, std::min(first + BatchSize, count));
         if (paths.empty()) {
             return;
         }
         ReadBatch(run, paths);
     }
-    run.window.SetPanel(ScanPanel::Remaining, LoadResString(Texts::RemainingTime) + "00:00:00");
-    run.window.SetPanel(ScanPanel::Elapsed, LoadResString(Texts::ElapsedTime) + "00:00:00");
-    run.window.SetProgress(0);
+    run.work.SetPanel(ScanPanel::Remaining, LoadResString(Texts::RemainingTime) + "00:00:00");
+    run.work.SetPanel(ScanPanel::Elapsed, LoadResString(Texts::ElapsedTime) + "00:00:00");
+    run.work.SetProgress(0);
 }
 
 } // namespace quavernet

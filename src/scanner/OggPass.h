@@ -11,7 +11,7 @@ public:
     virtual ~OggPass() = default;
 
     /// Reads `run.OggPaths` in batches and stores what it finds. `run.FilesDone` is 0 at the start, and
-    /// `run.CancelScan` may be set already. Failures that leave it end the scan.
+    /// The scan may be cancelled already. Failures that leave it end the scan.
     virtual void ReadOggBatches(ScanRun& run) = 0;
 };
 

@@ -42,18 +42,18 @@ std::string ClockText(std::int32_t seconds) {
 
 void AdvanceProgress(ScanRun& run, double filesTotal, const std::string& remainingPrefix,
                      const std::string& elapsedPrefix) {
-    const float value = run.window.Progress() + run.ProgressStep;
-    run.window.SetProgress(value > FullBar ? FullBar : value);
+    const float value = run.work.Progress() + run.ProgressStep;
+    run.work.SetProgress(value > FullBar ? FullBar : value);
 
-    const std::string percent = FormatFixedSingle(run.window.Progress(), 1, 0, services.regional);
-    run.window.SetTitle("Quavernet - " + percent + " %");
-    run.window.SetPanel(ScanPanel::Percent, percent + run.texts.Percent);
+    const std::string percent = FormatFixedSingle(run.work.Progress(), 1, 0, services.regional);
+    run.work.SetTitle("Quavernet - " + percent + " %");
+    run.work.SetPanel(ScanPanel::Percent, percent + run.texts.Percent);
 
     const std::int32_t elapsed =
         Narrow32(static_cast<double>(SecondsBetween(mainModule.ScanStartTime, services.clock->Now())));
     const std::int32_t remaining = SecondsLeft(elapsed, run.FilesDone, filesTotal);
-    run.window.SetPanel(ScanPanel::Remaining, remainingPrefix + ClockText(remaining));
-    run.window.SetPanel(ScanPanel::Elapsed, elapsedPrefix + ClockText(elapsed));
+    run.work.SetPanel(ScanPanel::Remaining, remainingPrefix + ClockText(remaining));
+    run.work.SetPanel(ScanPanel::Elapsed, elapsedPrefix + ClockText(elapsed));
 }
 
 } // namespace quavernet

@@ -3,7 +3,7 @@
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"
 #include "scanner/ProgressStep.h"
-#include "scanner/ScanWindow.h"
+#include "scanner/ScanView.h"
 
 #include <charconv>
 

@@ -16,10 +16,8 @@ namespace quavernet {
 
 namespace {
 
-constexpr int DefaultPointer = 0;
-constexpr int Hourglass = 11;
-constexpr int IdleState = 0;
-constexpr int ScanState = 1;
+constexpr std::int16_t IdleState = 0;
+constexpr std::int16_t ScanState = 1;
 
 // Empty if the user cancelled, or if the standard path is wanted and none is set.
 std::string ChooseFolder() {
@@ -39,7 +37,7 @@ std::unique_ptr<FolderWalk> OpenFolder(const std::string& folder) {
 }
 
 void SetIdleTitle(ScanRun& run) {
-    run.window.SetTitle("Quavernet - " + LoadResString(Texts::LastScan) + Setting("LastScan", "-"));
+    run.work.SetTitle("Quavernet - " + LoadResString(Texts::LastScan) + Setting("LastScan", "-"));
 }
 
 void EnableLogClose(ScanRun& run) {
@@ -51,20 +49,20 @@ void EnableLogClose(ScanRun& run) {
 // The end of a command that scanned nothing. SuppressComboClick stays set: only a whole scan clears it.
 void EndWithoutScan(ScanRun& run) {
     run.OggPaths.clear();
-    run.window.SetMousePointer(DefaultPointer);
-    run.window.SetControlState(IdleState);
+    run.work.SetMousePointer(MousePointer::Default);
+    run.view.SetControlState(IdleState);
     EnableLogClose(run);
-    run.window.SetPanel(ScanPanel::Scanning, "");
+    run.work.SetPanel(ScanPanel::Scanning, "");
     SetIdleTitle(run);
 }
 
 void Prepare(ScanRun& run) {
-    for (int panel = ScanPanel::Scanning; panel <= ScanPanel::Last; ++panel) {
-        run.window.SetPanel(panel, "");
+    for (const Panel panel : ScanPanel::All) {
+        run.work.SetPanel(panel, "");
     }
     mainModule.SuppressComboClick = true;
-    run.CancelScan = false;
-    const ScanOptions options = run.window.Options();
+    run.work.SetCancelled(false);
+    const ScanOptions options = run.view.Options();
     run.Recursive = options.Recursive;
     run.QuickScan = options.QuickScan;
     run.texts = {LoadResString(343), LoadResString(344), LoadResString(Texts::RemainingTime),
@@ -74,12 +72,12 @@ void Prepare(ScanRun& run) {
 void CountFiles(ScanRun& run, FolderWalk& walk) {
     run.FilesTotal = 0;
     run.StatusDots = run.texts.Initialise;
-    run.window.SetPanel(ScanPanel::Scanning, run.StatusDots);
-    services.events->DoEvents();
-    run.window.SetMousePointer(Hourglass);
+    run.work.SetPanel(ScanPanel::Scanning, run.StatusDots);
+    run.work.DoEvents();
+    run.work.SetMousePointer(MousePointer::Hourglass);
     GetFilesCount(run, walk);
-    run.window.SetPanel(ScanPanel::Scanning, LoadResString(349));
-    run.window.SetMousePointer(DefaultPointer);
+    run.work.SetPanel(ScanPanel::Scanning, LoadResString(349));
+    run.work.SetMousePointer(MousePointer::Default);
 }
 
 void OpenLog(ScanRun& run) {
@@ -123,41 +121,42 @@ void StartCounters(ScanRun& run) {
 }
 
 void ScanFiles(ScanRun& run, FolderWalk& walk) {
-    run.CancelScan = false;
+    run.work.SetCancelled(false);
     run.ScannedMegabytes = 0;
-    run.window.SetMousePointer(Hourglass);
+    run.work.SetMousePointer(MousePointer::Hourglass);
     StartCounters(run);
     FileSearch(run, walk);
 }
 
 void Finish(ScanRun& run) {
-    run.window.SetMousePointer(DefaultPointer);
-    run.window.SetProgress(0);
+    run.work.SetMousePointer(MousePointer::Default);
+    run.work.SetProgress(0);
     EnableLogClose(run);
     SaveSetting("LastScan", ShortDateText(services.clock->Now(), services.regional));
-    run.window.FillDriveCombo();
-    run.window.FillAlbumCombo();
+    run.view.FillDriveCombo();
+    run.view.FillAlbumCombo();
     if (!mainModule.LoadOverSearch) {
-        run.window.LoadDatabase("");
+        run.view.LoadDatabase("");
     }
     mainModule.SuppressComboClick = false;
-    run.window.SetControlState(IdleState);
+    run.view.SetControlState(IdleState);
     SetIdleTitle(run);
-    run.window.SetPanel(ScanPanel::Scanning, "");
+    run.work.SetPanel(ScanPanel::Scanning, "");
     run.OggPaths.clear();
 }
 
 } // namespace
 
 struct ScanDriver::State {
-    State(ScanWindow& window, ScanLog& log, OggPass* pass) : run(window, log), oggPass(pass) {}
+    State(LongWork& work, ScanView& view, ScanLog& log, OggPass* pass)
+        : run(work, view, log), oggPass(pass) {}
 
     ScanRun run;
     OggPass* oggPass;
 };
 
-ScanDriver::ScanDriver(ScanWindow& window, ScanLog& log, OggPass* oggPass)
-    : m_state(std::make_unique<State>(window, log, oggPass)) {}
+ScanDriver::ScanDriver(LongWork& work, ScanView& view, ScanLog& log, OggPass* oggPass)
+    : m_state(std::make_unique<State>(work, view, log, oggPass)) {}
 
 ScanDriver::~ScanDriver() = default;
 
@@ -169,14 +168,14 @@ void ScanDriver::StartScan() {
         return;
     }
     run.OggPaths.clear();
-    run.window.SetControlState(ScanState);
+    run.view.SetControlState(ScanState);
     const std::unique_ptr<FolderWalk> counting = OpenFolder(folder);
     if (!counting) {
         EndWithoutScan(run);
         return;
     }
     CountFiles(run, *counting);
-    if (run.FilesTotal == 0 || run.CancelScan) {
+    if (run.FilesTotal == 0 || run.work.Cancelled()) {
         EndWithoutScan(run);
         return;
     }
@@ -187,7 +186,7 @@ void ScanDriver::StartScan() {
         EndWithoutScan(run);
         return;
     }
-    run.window.ClearList();
+    run.view.ClearList();
     BackUpLibrary(run);
     ScanFiles(run, *search);
     if (!run.OggPaths.empty()) {
@@ -201,7 +200,7 @@ void ScanDriver::StartScan() {
 }
 
 void ScanDriver::Cancel() {
-    m_state->run.CancelScan = true;
+    m_state->run.work.SetCancelled(true);
 }
 
 void ScanDriver::StoreFileRecord() {

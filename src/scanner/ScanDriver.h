@@ -3,7 +3,8 @@
 // Cancel().
 #pragma once
 
-#include "scanner/ScanWindow.h"
+#include "app/LongWork.h"
+#include "scanner/ScanView.h"
 
 #include <cstdint>
 #include <memory>
@@ -17,7 +18,7 @@ class OggPass;
 class ScanDriver {
 public:
     /// Without an Ogg pass the Ogg files of a scan are collected and left alone.
-    ScanDriver(ScanWindow& window, ScanLog& log, OggPass* oggPass = nullptr);
+    ScanDriver(LongWork& work, ScanView& view, ScanLog& log, OggPass* oggPass = nullptr);
     ~ScanDriver();
 
     /// Asks for the folder (or takes the standard scan path) and scans it. Returns when the scan has ended,

@@ -2,9 +2,11 @@
 // scan. Owned by ScanDriver; the counting pass, the search, the progress and the Ogg pass work on it.
 #pragma once
 
+#include "app/LongWork.h"
 #include "scanner/SavedLog.h"
-#include "scanner/ScanWindow.h"
+#include "scanner/ScanView.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -20,23 +22,25 @@ struct ScanTexts {
     std::string Initialise; ///< 348
 };
 
-/// Numbers of the status bar's panels.
+/// What a scan shows in the status bar's panels.
 namespace ScanPanel {
-inline constexpr int Scanning = 1;
-inline constexpr int Percent = 2;
-inline constexpr int Remaining = 3;
-inline constexpr int Elapsed = 4;
-inline constexpr int Last = 5;
+inline constexpr Panel Scanning = Panel::Scanning;
+inline constexpr Panel Percent = Panel::Filecount;
+inline constexpr Panel Remaining = Panel::Interprets;
+inline constexpr Panel Elapsed = Panel::Titles;
+/// Those that a scan empties when it begins.
+inline constexpr std::array<Panel, 5> All{Scanning, Percent, Remaining, Elapsed, Panel::Albums};
 } // namespace ScanPanel
 
 struct ScanRun {
-    ScanRun(ScanWindow& scanWindow, ScanLog& scanLog) : window(scanWindow), log(scanLog), saved(scanLog) {}
+    ScanRun(LongWork& longWork, ScanView& scanView, ScanLog& scanLog)
+        : work(longWork), view(scanView), log(scanLog), saved(scanLog) {}
 
-    ScanWindow& window;
+    LongWork& work;
+    ScanView& view;
     ScanLog& log;
     SavedLog saved; ///< Lines and counters of the scan log; they count on from scan to scan.
 
-    bool CancelScan = false; ///< Set by the toolbar, tested in the walks.
     bool Recursive = false;
     bool QuickScan = false;
     double FilesTotal = 0;       ///< Files counted in the counting pass.

@@ -10,7 +10,7 @@
 #include <QDialog>
 #include <QTimer>
 
-#include "scanner/ScanWindow.h"
+#include "scanner/ScanView.h"
 
 namespace Ui {
 class frmScanLog;

@@ -1,8 +1,8 @@
 #include "browser/GridSelection.h"
 
 #include "browser/LiteralGrid.h"
-#include "support/GridWindowDouble.h"
 #include "support/LogicTest.h"
+#include "support/SelectionViewDouble.h"
 
 #include <random>
 #include <sstream>
@@ -15,8 +15,8 @@ namespace {
 class Pair {
 public:
     explicit Pair(unsigned seed) : m_random(seed) {
-        m_window.fileId = [this](std::int32_t row) { return m_ids.at(row); };
-        m_window.onSelectionChanged = [this] { m_controlStateRow = m_fast.Row(); };
+        m_view.fileId = [this](std::int32_t row) { return m_ids.at(row); };
+        m_view.onSelectionChanged = [this] { m_controlStateRow = m_fast.Row(); };
         Load();
         Step("view", [&] { View(); });
     }
@@ -56,8 +56,8 @@ private:
     void View() {
         const int top = Pick(1, std::max(1, m_slow.grid.Rows - 1));
         const int visible = Pick(0, 5) == 0 ? Pick(0, 1) : Pick(2, 15);
-        m_window.topRow = top;
-        m_window.visibleRows = visible;
+        m_view.topRow = top;
+        m_view.visibleRows = visible;
         m_slow.grid.TopRow = top;
         m_slow.grid.VisibleRows = visible;
     }
@@ -69,10 +69,10 @@ private:
         Step(name.str(), [&] {
             static constexpr GridButton Buttons[] = {GridButton::Other, GridButton::Left, GridButton::Right,
                                                      GridButton::Other, GridButton::Other};
-            m_window.kontextItems.clear();
+            m_view.kontextItems.clear();
             m_fast.MouseDown(row, Buttons[button], {(shift & 1) != 0, (shift & 2) != 0, (shift & 4) != 0});
             m_slow.Press(button, shift, row);
-            EXPECT_EQ(m_window.kontextItems,
+            EXPECT_EQ(m_view.kontextItems,
                       m_slow.kontextItems == 0 ? std::vector<int>{} : std::vector<int>{m_slow.kontextItems});
             EXPECT_EQ(m_controlStateRow, m_slow.controlStateRow);
         });
@@ -97,7 +97,7 @@ private:
         const auto [key, target] = keys[static_cast<std::size_t>(Pick(0, 5))];
         Step("key " + std::to_string(static_cast<int>(key)) + (shift ? " with shift" : ""),
              [&, key = key, target = target] {
-                 m_fast.KeyMove(key, shift, m_window.visibleRows);
+                 m_fast.KeyMove(key, shift, m_view.visibleRows);
                  m_slow.Key(target, shift);
              });
     }
@@ -150,7 +150,7 @@ private:
         }
         EXPECT_EQ(painted, m_slow.grid.selectedColor) << m_log.str();
         EXPECT_EQ(mainModule.SelectedRows.Rows(), m_slow.SelectedRows.Rows()) << m_log.str();
-        EXPECT_EQ(m_window.panel, m_slow.panelScanning) << m_log.str();
+        EXPECT_EQ(m_view.panel, m_slow.panelScanning) << m_log.str();
         EXPECT_EQ(m_fast.Rows(), m_slow.grid.Rows) << m_log.str();
         EXPECT_EQ(std::tuple(m_fast.Row(), m_fast.RowSel(), m_fast.Col(), m_fast.ColSel()),
                   std::tuple(m_slow.grid.Row, m_slow.grid.RowSel, m_slow.grid.Col, m_slow.grid.ColSel))
@@ -158,7 +158,7 @@ private:
         EXPECT_EQ(std::tuple(m_fast.LastRow(), m_fast.LastRowSel(), m_fast.LastCol(), m_fast.LastColSel()),
                   std::tuple(m_slow.LastRow, m_slow.LastRowSel, m_slow.LastCol, m_slow.LastColSel))
             << m_log.str();
-        EXPECT_EQ(m_window.topRow, m_slow.grid.TopRow) << m_log.str();
+        EXPECT_EQ(m_view.topRow, m_slow.grid.TopRow) << m_log.str();
         EXPECT_EQ(m_fast.HighLight(), m_slow.grid.HighLight == 1) << m_log.str();
         EXPECT_EQ(std::tuple(m_fast.CtrlDown(), m_fast.ShiftDown(), m_fast.LeftDown()),
                   std::tuple(m_slow.CtrlDown, m_slow.ShiftDown, m_slow.LeftDown))
@@ -174,8 +174,8 @@ private:
     std::mt19937 m_random;
     int m_load = 0;
     std::map<int, std::int64_t> m_ids;
-    GridWindowDouble m_window;
-    GridSelection m_fast{m_window};
+    SelectionViewDouble m_view;
+    GridSelection m_fast{m_view};
     LiteralGrid m_slow;
     int m_controlStateRow = -1;
     std::ostringstream m_log;

@@ -1,7 +1,7 @@
 #include "browser/GridSelection.h"
 
-#include "support/GridWindowDouble.h"
 #include "support/LogicTest.h"
+#include "support/SelectionViewDouble.h"
 
 #include <gmock/gmock.h>
 
@@ -29,7 +29,7 @@ protected:
         grid.MouseDown(row, button, modifiers);
     }
     void RightPress(std::int32_t row) { Press(row, {}, GridButton::Right); }
-    void Key(GridKey key, bool shift = false) { grid.KeyMove(key, shift, window.visibleRows); }
+    void Key(GridKey key, bool shift = false) { grid.KeyMove(key, shift, view.visibleRows); }
     void ClickAt(std::int32_t row, GridModifiers modifiers = {}) {
         Press(row, modifiers);
         grid.MouseUp();
@@ -49,15 +49,15 @@ protected:
     static constexpr GridModifiers Shift{.Shift = true};
     static constexpr GridModifiers Ctrl{.Ctrl = true};
 
-    GridWindowDouble window;
-    GridSelection grid{window};
+    SelectionViewDouble view;
+    GridSelection grid{view};
 };
 
 TEST_F(GridSelectionTest, AClickSelectsOneRowAndShowsItsPath) {
     ClickAt(3);
     EXPECT_THAT(Painted(), ElementsAre(3));
     EXPECT_THAT(Selected(), ElementsAre(3));
-    EXPECT_EQ(window.panel, "/music/3.mp3");
+    EXPECT_EQ(view.panel, "/music/3.mp3");
     ClickAt(7);
     EXPECT_THAT(Painted(), ElementsAre(7));
     EXPECT_THAT(Selected(), ElementsAre(7));
@@ -65,10 +65,10 @@ TEST_F(GridSelectionTest, AClickSelectsOneRowAndShowsItsPath) {
 }
 
 TEST_F(GridSelectionTest, ARowWithoutAPathLeavesThePanelAsItWas) {
-    window.panel = "as it was";
+    view.panel = "as it was";
     mainModule.FilePaths.Clear();
     ClickAt(3);
-    EXPECT_EQ(window.panel, "as it was");
+    EXPECT_EQ(view.panel, "as it was");
     EXPECT_THAT(Selected(), ElementsAre(3));
 }
 
@@ -91,7 +91,7 @@ TEST_F(GridSelectionTest, ARowDeselectedWithCtrlIsUnpaintedAndStaysAMember) {
 }
 
 TEST_F(GridSelectionTest, ADeselectionTakesOutTheRowWhoseNumberIsTheFileId) {
-    window.fileId = [](std::int32_t row) { return row == 5 ? 2 : 1000 + row; };
+    view.fileId = [](std::int32_t row) { return row == 5 ? 2 : 1000 + row; };
     ClickAt(2);
     ClickAt(5, Ctrl);
     ClickAt(5, Ctrl);
@@ -100,7 +100,7 @@ TEST_F(GridSelectionTest, ADeselectionTakesOutTheRowWhoseNumberIsTheFileId) {
 }
 
 TEST_F(GridSelectionTest, AFileIdBeyondAllRowNumbersTakesNothingOut) {
-    window.fileId = [](std::int32_t) { return (std::int64_t{1} << 32) + 2; };
+    view.fileId = [](std::int32_t) { return (std::int64_t{1} << 32) + 2; };
     ClickAt(2);
     ClickAt(5, Ctrl);
     ClickAt(5, Ctrl);
@@ -136,7 +136,7 @@ TEST_F(GridSelectionTest, AShiftClickTowardsTheTopAddsTheRowsInAscendingOrder) {
     ClickAt(7);
     ClickAt(4, Shift);
     EXPECT_THAT(Selected(), ElementsAre(4, 5, 6, 7));
-    EXPECT_EQ(window.panel, "/music/7.mp3");
+    EXPECT_EQ(view.panel, "/music/7.mp3");
 }
 
 TEST_F(GridSelectionTest, AClickWithShiftAndCtrlCountsAsAPlainClick) {
@@ -183,7 +183,7 @@ TEST_F(GridSelectionTest, TheHandlerRemembersTheBoundsItHasPainted) {
 TEST_F(GridSelectionTest, ARightPressWithOneRowSelectedMovesTheSelection) {
     ClickAt(2);
     RightPress(6);
-    EXPECT_THAT(window.kontextItems, ElementsAre(1));
+    EXPECT_THAT(view.kontextItems, ElementsAre(1));
     EXPECT_TRUE(grid.RightClicked());
     EXPECT_THAT(Painted(), ElementsAre(6));
     EXPECT_THAT(Selected(), ElementsAre(6));
@@ -196,7 +196,7 @@ TEST_F(GridSelectionTest, ARightPressWithSeveralRowsSelectedKeepsThem) {
     ClickAt(4, Shift);
     mainModule.DetailsRow = 99;
     RightPress(9);
-    EXPECT_THAT(window.kontextItems, ElementsAre(2));
+    EXPECT_THAT(view.kontextItems, ElementsAre(2));
     EXPECT_THAT(Selected(), ElementsAre(2, 3, 4));
     EXPECT_THAT(Painted(), ElementsAre(2, 3, 4));
     EXPECT_EQ(mainModule.DetailsRow, 99);
@@ -207,7 +207,7 @@ TEST_F(GridSelectionTest, AMemberWithoutAMarkCountsForTheRightPress) {
     ClickAt(5, Ctrl);
     ClickAt(5, Ctrl);
     RightPress(9);
-    EXPECT_THAT(window.kontextItems, ElementsAre(2));
+    EXPECT_THAT(view.kontextItems, ElementsAre(2));
 }
 
 TEST_F(GridSelectionTest, ALeftPressForgetsTheRightOne) {
@@ -240,7 +240,7 @@ TEST_F(GridSelectionTest, AMiddlePressMovesNothingAndIsNoLeftOne) {
 
 TEST_F(GridSelectionTest, TheControlStateGoesByTheRowAfterALeftAndBeforeARightPress) {
     std::vector<std::int32_t> rows;
-    window.onSelectionChanged = [&] { rows.push_back(grid.Row()); };
+    view.onSelectionChanged = [&] { rows.push_back(grid.Row()); };
     RightPress(4);
     Press(6);
     EXPECT_THAT(rows, ElementsAre(0, 6));
@@ -255,7 +255,7 @@ TEST_F(GridSelectionTest, TheColumnStaysAtTheFormatAfterAPress) {
 TEST_F(GridSelectionTest, APressIntoAListWithoutRowsArmsTheDragAndNothingElse) {
     Load(0);
     RightPress(0);
-    EXPECT_THAT(window.kontextItems, IsEmpty());
+    EXPECT_THAT(view.kontextItems, IsEmpty());
     EXPECT_FALSE(grid.RightClicked());
     EXPECT_TRUE(grid.GridDragging());
     Press(0, Ctrl);
@@ -268,7 +268,7 @@ TEST_F(GridSelectionTest, APressOnTheHeaderAfterALoadSelectsNothing) {
     ClickAt(0);
     EXPECT_THAT(Selected(), IsEmpty());
     EXPECT_THAT(Painted(), IsEmpty());
-    EXPECT_EQ(window.panel, "");
+    EXPECT_EQ(view.panel, "");
 }
 
 TEST_F(GridSelectionTest, AShiftClickAfterALoadBeginsAtTheFirstRow) {
@@ -379,7 +379,7 @@ TEST_F(GridSelectionTest, PageKeysMoveByTheRowsInView) {
     EXPECT_EQ(grid.Row(), 20);
     Key(GridKey::PageUp);
     EXPECT_EQ(grid.Row(), 10);
-    window.visibleRows = 0;
+    view.visibleRows = 0;
     Key(GridKey::PageUp);
     EXPECT_EQ(grid.Row(), 9) << "a list too low for a row moves by one";
 }
@@ -387,35 +387,35 @@ TEST_F(GridSelectionTest, PageKeysMoveByTheRowsInView) {
 TEST_F(GridSelectionTest, AnArrowKeyScrollsByOneRowAtTheEdges) {
     ClickAt(10);
     Key(GridKey::Down);
-    EXPECT_EQ(window.topRow, 2);
+    EXPECT_EQ(view.topRow, 2);
     EXPECT_EQ(mainModule.GridTopRow, 1) << "the top row is noted before the scroll";
     ClickAt(2);
     Key(GridKey::Up);
-    EXPECT_EQ(window.topRow, 1);
+    EXPECT_EQ(view.topRow, 1);
 }
 
 TEST_F(GridSelectionTest, AnArrowKeyFarFromTheViewScrollsByOneRowOnly) {
     ClickAt(2);
-    window.topRow = 8;
+    view.topRow = 8;
     Key(GridKey::Down);
-    EXPECT_EQ(window.topRow, 7);
+    EXPECT_EQ(view.topRow, 7);
 }
 
 TEST_F(GridSelectionTest, ARangeLeavesTheViewAtItsCurrentRow) {
     ClickAt(10);
     Key(GridKey::Down, true);
-    EXPECT_EQ(window.topRow, 1) << "the current row is in view";
-    window.topRow = 11;
+    EXPECT_EQ(view.topRow, 1) << "the current row is in view";
+    view.topRow = 11;
     Key(GridKey::Down, true);
-    EXPECT_EQ(window.topRow, 10) << "the list goes back towards the current row";
+    EXPECT_EQ(view.topRow, 10) << "the list goes back towards the current row";
 }
 
 TEST_F(GridSelectionTest, AClickNotesTheTopRow) {
-    window.topRow = 6;
+    view.topRow = 6;
     grid.Click();
     EXPECT_EQ(mainModule.GridTopRow, 6);
     Load(0);
-    window.topRow = 3;
+    view.topRow = 3;
     grid.Click();
     EXPECT_EQ(mainModule.GridTopRow, 6) << "a list without rows has no top row to note";
 }

@@ -2,6 +2,7 @@
 
 #include "adapters/sqlite/OrderClause.h"
 #include "platform/RuntimeError.h"
+#include "support/LongWorkDouble.h"
 #include "support/RecordingConnection.h"
 #include "support/TestLibrary.h"
 
@@ -10,26 +11,6 @@ namespace quavernet::test {
 namespace {
 
 using Texts = std::vector<std::string>;
-
-/// Notes what the load shows, in order.
-class RecordingWindow : public ListWindow {
-public:
-    explicit RecordingWindow(Texts& log) : m_log(log) {}
-
-    void SetScanningPanel(const std::string& text) override { m_log.push_back("panel " + text); }
-    void ClearList() override { m_log.push_back("clear"); }
-    void SetProgress(float value) override {
-        progress = value;
-        steps.push_back(value);
-    }
-    float Progress() const override { return progress; }
-
-    float progress = 0;
-    std::vector<float> steps;
-
-private:
-    Texts& m_log;
-};
 
 struct Song {
     const char* interpret;
@@ -69,7 +50,7 @@ protected:
     }
 
     const ListResult& Load(const ListFilter& filter = {}, const std::string& list = "") {
-        result = LoadDatabase(filter, list, window);
+        result = LoadDatabase(filter, list, work, [this] { log.push_back("clear"); });
         return result;
     }
     Texts Titles() const {
@@ -97,7 +78,7 @@ protected:
     }
 
     Texts log;
-    RecordingWindow window{log};
+    LongWorkDouble work{log};
     ListResult result;
 };
 
@@ -109,7 +90,7 @@ TEST_F(ListQueryTest, AnEmptyLibraryGivesAnEmptyListAndZeroCounters) {
     EXPECT_EQ(result.Totals.TotalMegabytes, 0);
     EXPECT_EQ(Counts(), (Texts{"0", "0", "0"}));
     EXPECT_EQ(mainModule.FilePaths.Count(), 0u);
-    EXPECT_TRUE(window.steps.empty());
+    EXPECT_TRUE(work.progressValues.empty());
     EXPECT_EQ(FileCountText(result.Rows.Count(), result.Totals.TotalMegabytes), "0 Dateien / (0,00 MB)");
     EXPECT_EQ(InterpretCountText(result.Totals.InterpretCount), "0 Interpreten");
     EXPECT_EQ(TitleCountText(result.Totals.TitleCount), "0 Titel");
@@ -157,8 +138,8 @@ TEST_F(ListQueryTest, ALoadShowsAndSendsInItsOrder) {
     Load();
     ASSERT_GE(log.size(), 7u);
     log.resize(7);
-    EXPECT_EQ(log, (Texts{"events with 111", "events with 000", "panel Lade Datenbank...", "events with 000",
-                          "clear", "Select Count(*) from Files", ListStatement({}, "")}));
+    EXPECT_EQ(log, (Texts{"events with 111", "events with 000", "panel 1: Lade Datenbank...",
+                          "events with 000", "clear", "Select Count(*) from Files", ListStatement({}, "")}));
 }
 
 TEST_F(ListQueryTest, TheFilterIsReadBehindTheEventsOfTheBeginning) {
@@ -166,7 +147,7 @@ TEST_F(ListQueryTest, TheFilterIsReadBehindTheEventsOfTheBeginning) {
     Add({"Beatles", "Help"});
     ListFilter live;
     events.onDoEvents = [&live] { live.SearchText = "help"; };
-    result = LoadDatabase([&live] { return live; }, "", window);
+    result = LoadDatabase([&live] { return live; }, "", work, [] {});
     EXPECT_EQ(Titles(), (Texts{"Help"}));
 }
 
@@ -180,19 +161,19 @@ TEST_F(ListQueryTest, TheProgressStepsOncePerRecordMeasuredOnTheWholeLibrary) {
     Load(filter);
     const auto step = static_cast<float>(100.0 / 3);
     EXPECT_EQ(result.Rows.Count(), 0u);
-    EXPECT_EQ(window.steps, (std::vector<float>{step, step + step}));
+    EXPECT_EQ(work.progressValues, (std::vector<float>{step, step + step}));
 }
 
 TEST_F(ListQueryTest, TheProgressGoesOnFromWhereTheBarStandsAndStopsAtAHundred) {
     Add({"Abba", "Waterloo"});
     Add({"Abba", "Fernando"});
-    window.progress = 50;
+    work.progress = 50;
     Load();
-    EXPECT_EQ(window.steps, (std::vector<float>{100, 100}));
-    window.steps.clear();
-    window.progress = 60;
+    EXPECT_EQ(work.progressValues, (std::vector<float>{100, 100}));
+    work.progressValues.clear();
+    work.progress = 60;
     Load();
-    EXPECT_EQ(window.steps, (std::vector<float>{100, 100}));
+    EXPECT_EQ(work.progressValues, (std::vector<float>{100, 100}));
 }
 
 TEST_F(ListQueryTest, TheListIsSortedByItsFlagInItsDirection) {
@@ -403,7 +384,7 @@ TEST_F(ListQueryTest, AFileWithoutOneOfItsFourLinksIsInTheTableButNotInTheList) 
     Load();
     EXPECT_EQ(Titles(), (Texts{"Zwei"}));
     EXPECT_EQ(Value("Select Count(File_id) from Files"), "2");
-    EXPECT_EQ(window.steps, (std::vector<float>{50})); // The step still counts it.
+    EXPECT_EQ(work.progressValues, (std::vector<float>{50})); // The step still counts it.
 }
 
 TEST_F(ListQueryTest, TheSumAddsSizesAsTheyAreShown) {
@@ -428,7 +409,7 @@ TEST_F(ListQueryTest, AFailingStatementLeavesThePanelsText) {
     mainModule.ShowInGridMode = true;
     EXPECT_NE(ErrorOf([this] { Load({}, ","); }), 0);
     ASSERT_FALSE(log.empty());
-    EXPECT_EQ(log, (Texts{"panel Lade Datenbank...", "clear"}));
+    EXPECT_EQ(log, (Texts{"panel 1: Lade Datenbank...", "clear"}));
 }
 
 TEST_F(ListQueryTest, AMissingSizeOrLengthOfAListedRowFails) {

@@ -77,7 +77,7 @@ TEST_F(GridTest, AReloadSelectsNothing) {
     AddFiles(3);
     Start();
     ClickRow(2);
-    Form().LoadDatabase({});
+    Form().Parts().Views.LoadDatabase({});
     EXPECT_EQ(mainModule.SelectedRows.Count(), 0U);
     EXPECT_FALSE(Grid().Selection().IsPainted(2));
     EXPECT_EQ(PanelText(Panel::Scanning), "");
@@ -257,7 +257,7 @@ TEST_F(GridTest, TheToolTipOfAPlaceWithoutAFileStaysAndALoadEmptiesIt) {
     EXPECT_EQ(FromQString(Grid().toolTip()), "Title 100.mp3");
     MoveMouse(QPoint(20, Grid().viewport()->height() - 4));
     EXPECT_EQ(FromQString(Grid().toolTip()), "Title 100.mp3");
-    Form().LoadDatabase({});
+    Form().Parts().Views.LoadDatabase({});
     EXPECT_EQ(FromQString(Grid().toolTip()), "");
 }
 
@@ -307,7 +307,7 @@ TEST_F(GridTest, CtrlTakesThePaintOffARowThatStaysAMember) {
     EXPECT_FALSE(Grid().Selection().IsPainted(3));
     EXPECT_EQ(mainModule.SelectedRows.Count(), 1U); // The File_id of row 3 is 3: here it is found by chance.
     mainModule.Connection->Execute("Update Files set File_id = File_id + 100");
-    Form().LoadDatabase({});
+    Form().Parts().Views.LoadDatabase({});
     ClickRow(1);
     ClickRow(3, Qt::ControlModifier);
     ClickRow(3, Qt::ControlModifier);

@@ -19,9 +19,7 @@
 #include "adapters/qt/QtText.h"
 #include "adapters/sqlite/SqliteConnection.h"
 #include "mainwindow/AppWindows.h"
-#include "mainwindow/ListController.h"
-#include "mainwindow/MainMenu.h"
-#include "mainwindow/MainPanes.h"
+#include "mainwindow/MainParts.h"
 #include "mainwindow/frmMain.h"
 
 namespace quavernet::test {

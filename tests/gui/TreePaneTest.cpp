@@ -1,6 +1,6 @@
 #include "gui/GuiTest.h"
 
-#include "mainwindow/TreePane.h"
+#include "tree/TreePane.h"
 
 #include <QMenu>
 
@@ -102,12 +102,12 @@ TEST_F(TreePaneTest, WhatTheUserHasExpandedStaysSoAfterARebuild) {
     Start();
     Alpha().setExpanded(true);
     EXPECT_EQ(mainModule.TreeNodeData.Keys(), Texts{"CAT_Alpha"});
-    Form().LoadTree();
+    Form().Tree().LoadTree();
     EXPECT_TRUE(Alpha().isExpanded());
     EXPECT_EQ(mainModule.TreeNodeData.Keys(), Texts{"CAT_Alpha"});
     Alpha().setExpanded(false);
     EXPECT_TRUE(mainModule.TreeNodeData.Keys().empty());
-    Form().LoadTree();
+    Form().Tree().LoadTree();
     EXPECT_FALSE(Alpha().isExpanded());
 }
 
@@ -116,7 +116,7 @@ TEST_F(TreePaneTest, ARebuildLosesTheSelection) {
     Start();
     Click(Alpha());
     EXPECT_EQ(Form().Tree().Model().SelectedItem().Key, "CAT_Alpha");
-    Form().LoadTree();
+    Form().Tree().LoadTree();
     EXPECT_FALSE(Form().Tree().Model().HasSelection());
     EXPECT_TRUE(Tree().selectedItems().isEmpty());
 }
@@ -237,7 +237,7 @@ TEST_F(TreePaneTest, AnExpandedNodeThatIsGoneFailsTheRebuildAndTheOldTreeStays) 
     MakeTree();
     Start();
     mainModule.TreeNodeData.Add("CAT_Gone");
-    EXPECT_THROW(Form().LoadTree(), RuntimeError);
+    EXPECT_THROW(Form().Tree().LoadTree(), RuntimeError);
     EXPECT_EQ(Root().childCount(), 2);
     mainModule.TreeNodeData.Remove("CAT_Gone");
 }

@@ -185,7 +185,7 @@ TEST_F(WindowStateTest, ARefusedCloseLeavesTheWindowMinimised) {
 TEST_F(WindowStateTest, InANarrowWindowTheFirstPanelKeepsAThirdOfTheStatusBar) {
     Start();
     Form().resize(700, 600);
-    Form().SetScanningPanel("Lade Datenbank...");
+    Form().Parts().Work.SetPanel(Panel::Scanning, "Lade Datenbank...");
     MainStatusBar& status = Form().Panes().Status();
     const auto tipAt = [&status](int x) {
         const QPoint place(x, status.height() / 2);
@@ -266,7 +266,8 @@ TEST_F(WindowStateTest, AKeyForTheMainWindowEndsTheSplashWindowAndDoesNothingEls
         Main(*windows);
         Form().activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&Form()));
-        QWidget& button = *Form().Panes().Toolbar1().widgetForAction(Form().Panes().ToolbarButton("scan"));
+        QWidget& button =
+            *Form().Panes().Toolbar1().widgetForAction(Form().Panes().Toolbar1().Button("scan"));
         button.setFocus();
         auto& splash = Control<QDialog>("frmSplash");
         QTest::keyPress(&button, Qt::Key_Control);

@@ -2,6 +2,7 @@
 
 #include "adapters/posix/PosixFileSystem.h"
 #include "app/LoadResString.h"
+#include "support/LongWorkDouble.h"
 #include "support/TestLibrary.h"
 
 #include <fstream>
@@ -15,27 +16,11 @@ namespace quavernet::test {
 
 namespace {
 
-class RecordingCleanWindow : public CleanWindow {
-public:
-    void SetMousePointer(int pointer) override { calls.push_back("pointer " + std::to_string(pointer)); }
-    void SetScanningPanel(const std::string& text) override { calls.push_back("panel " + text); }
-    void LoadTree() override {
-        calls.push_back("tree");
-        if (onLoadTree) {
-            onLoadTree();
-        }
-    }
-    void LoadDatabase(const std::string& list) override { calls.push_back("list '" + list + "'"); }
-
-    std::vector<std::string> calls;
-    std::function<void()> onLoadTree;
-};
-
 class CleanDatabaseTest : public LibraryTest {
 protected:
     CleanDatabaseTest() {
         services.fileSystem = fileSystem.get();
-        events.onDoEvents = [this] { window.calls.push_back("events"); };
+        events.onDoEvents = [this] { calls.push_back("events"); };
     }
 
     /// A row of Files, with a file on disk only if `exists`.
@@ -58,13 +43,15 @@ protected:
 
     TemporaryFolder music;
     std::unique_ptr<FileSystemObject> fileSystem = CreatePosixFileSystem();
-    RecordingCleanWindow window;
+    CallList calls;
+    LongWorkDouble work{calls};
+    LibraryViewsDouble views{calls};
 };
 
 } // namespace
 
 TEST_F(CleanDatabaseTest, TheQuestionWarnsOfUnreachableDrives) {
-    mnuCleanDatabase_Click(window);
+    mnuCleanDatabase_Click(work, views);
     EXPECT_THAT(msgBox.shown, ElementsAre(ShownBox{
                                   "Bitte beachten Sie, dass Dateien von inaktiven Netzlaufwerken\nebenfalls "
                                   "aus der Datenbank entfernt werden!\n\nMöchten Sie fortfahren?",
@@ -73,7 +60,7 @@ TEST_F(CleanDatabaseTest, TheQuestionWarnsOfUnreachableDrives) {
 
 TEST_F(CleanDatabaseTest, TheQuestionFollowsTheLanguage) {
     settings.values["Language"] = "ENG";
-    mnuCleanDatabase_Click(window);
+    mnuCleanDatabase_Click(work, views);
     ASSERT_EQ(msgBox.shown.size(), 1U);
     EXPECT_EQ(msgBox.shown[0].text,
               LoadResString(357) + "\n" + LoadResString(358) + "\n\n" + LoadResString(359));
@@ -85,9 +72,9 @@ TEST_F(CleanDatabaseTest, AnsweringNoLeavesEverythingAsItWas) {
     AddEntry(1, "Rock", 1);
     RecordingConnection& recorder = Record();
     msgBox.answers = {MsgBox::Answer::No};
-    mnuCleanDatabase_Click(window);
+    mnuCleanDatabase_Click(work, views);
     EXPECT_THAT(recorder.statements, IsEmpty());
-    EXPECT_THAT(window.calls, IsEmpty());
+    EXPECT_THAT(calls, IsEmpty());
     EXPECT_THAT(Files(), ElementsAre("1"));
 }
 
@@ -95,30 +82,30 @@ TEST_F(CleanDatabaseTest, AnsweringYesCleans) {
     AddFile(1, "gone.mp3", false);
     AddFile(2, "kept.mp3", true);
     msgBox.answers = {MsgBox::Answer::Yes};
-    mnuCleanDatabase_Click(window);
+    mnuCleanDatabase_Click(work, views);
     EXPECT_THAT(Files(), ElementsAre("2"));
 }
 
 TEST_F(CleanDatabaseTest, TheWindowFollowsTheWorkInItsOrder) {
     AddFile(1, "gone.mp3", false);
-    window.onLoadTree = [this] { EXPECT_THAT(Files(), IsEmpty()) << "the tree comes after the deletes"; };
-    CleanDatabase(window);
-    EXPECT_THAT(window.calls, ElementsAre("pointer 11", "panel Datenbank säubern...", "events", "tree",
-                                          "list ''", "panel ", "pointer 0"));
+    views.onLoadTree = [this] { EXPECT_THAT(Files(), IsEmpty()) << "the tree comes after the deletes"; };
+    CleanDatabase(work, views);
+    EXPECT_THAT(calls, ElementsAre("pointer 11", "panel 1: Datenbank säubern...", "events", "tree", "load ''",
+                                   "panel 1: ", "pointer 0"));
 }
 
 TEST_F(CleanDatabaseTest, WithLoadOverSearchOnlyTheTreeIsRebuilt) {
     mainModule.LoadOverSearch = true;
     AddFile(1, "gone.mp3", false);
-    CleanDatabase(window);
-    EXPECT_THAT(window.calls, ElementsAre("pointer 11", "panel Datenbank säubern...", "events", "tree",
-                                          "panel ", "pointer 0"));
+    CleanDatabase(work, views);
+    EXPECT_THAT(calls, ElementsAre("pointer 11", "panel 1: Datenbank säubern...", "events", "tree",
+                                   "panel 1: ", "pointer 0"));
     EXPECT_THAT(Files(), IsEmpty());
 }
 
 TEST_F(CleanDatabaseTest, AnEmptyLibraryIsCleanedToo) {
     RecordingConnection& recorder = Record();
-    CleanDatabase(window);
+    CleanDatabase(work, views);
     EXPECT_THAT(recorder.statements, ElementsAre("Select Path, File_id from Files"));
 }
 
@@ -128,7 +115,7 @@ TEST_F(CleanDatabaseTest, TheStatementsComeFileByFile) {
     AddFile(13, "lost.mp3", false);
     AddEntry(13, "Rock", 2);
     RecordingConnection& recorder = Record();
-    CleanDatabase(window);
+    CleanDatabase(work, views);
     EXPECT_THAT(
         recorder.statements,
         ElementsAre(
@@ -150,7 +137,7 @@ TEST_F(CleanDatabaseTest, GapsCloseInTheFilesOwnCategoriesOnly) {
     AddEntry(1, "Jazz", 1);
     AddEntry(2, "Jazz", 2);
     AddEntry(2, "Pop", 5);
-    CleanDatabase(window);
+    CleanDatabase(work, views);
     EXPECT_THAT(Entries(), ElementsAre("Jazz|1|2", "Pop|5|2", "Rock|1|2", "Rock|2|2"));
 }
 
@@ -164,7 +151,7 @@ TEST_F(CleanDatabaseTest, AFileListedTwiceInOneCategoryLosesBothEntriesAndBothGa
     AddEntry(2, "Rock", 4);
     AddEntry(1, "Rock", 5);
     AddEntry(3, "Rock", 6);
-    CleanDatabase(window);
+    CleanDatabase(work, views);
     EXPECT_THAT(Entries(), ElementsAre("Rock|1|2", "Rock|2|3", "Rock|3|2", "Rock|4|3"));
 }
 
@@ -174,7 +161,7 @@ TEST_F(CleanDatabaseTest, NeighbouringEntriesOfOneFileGoTogether) {
     AddEntry(1, "Rock", 1);
     AddEntry(1, "Rock", 2);
     AddEntry(2, "Rock", 3);
-    CleanDatabase(window);
+    CleanDatabase(work, views);
     EXPECT_THAT(Entries(), ElementsAre("Rock|1|2"));
 }
 
@@ -186,10 +173,10 @@ TEST_F(CleanDatabaseTest, ACategoryWithAnApostropheStopsTheRunAfterTheFilesRowIs
     Execute(
         "Insert into FileCategories (File_id, Category_id, [Position], Parent) values (2, 1, 1, 'Rock ''n'' "
         "Roll')");
-    EXPECT_THROW(CleanDatabase(window), RuntimeError);
+    EXPECT_THROW(CleanDatabase(work, views), RuntimeError);
     EXPECT_THAT(Files(), ElementsAre("3"));
     EXPECT_THAT(Entries(), ElementsAre("Rock 'n' Roll|1|2"));
-    EXPECT_THAT(window.calls, ElementsAre("pointer 11", "panel Datenbank säubern...", "events"));
+    EXPECT_THAT(calls, ElementsAre("pointer 11", "panel 1: Datenbank säubern...", "events"));
 }
 
 TEST_F(CleanDatabaseTest, LookupsAndCoversKeepTheirRows) {
@@ -197,7 +184,7 @@ TEST_F(CleanDatabaseTest, LookupsAndCoversKeepTheirRows) {
     Execute("Insert into Albums (Album_id, Name) values (7, 'Lost')");
     Execute("Insert into Covers (Album_id, Front) values (7, 'front.jpg')");
     Execute("Insert into Interpret (Interpret) values ('Nobody')");
-    CleanDatabase(window);
+    CleanDatabase(work, views);
     EXPECT_THAT(Files(), IsEmpty());
     EXPECT_EQ(Value("Select Name from Albums"), "Lost");
     EXPECT_EQ(Value("Select Front from Covers"), "front.jpg");
@@ -207,7 +194,7 @@ TEST_F(CleanDatabaseTest, LookupsAndCoversKeepTheirRows) {
 TEST_F(CleanDatabaseTest, AFolderInTheFilesPlaceIsNoFile) {
     AddFile(1, "song.mp3", false);
     std::filesystem::create_directory(music / "song.mp3");
-    CleanDatabase(window);
+    CleanDatabase(work, views);
     EXPECT_THAT(Files(), IsEmpty());
 }
 
@@ -216,7 +203,7 @@ TEST_F(CleanDatabaseTest, NamesWithApostrophesAndForeignBytesAreFoundOnDisk) {
     std::ofstream(music / "m\xFCsic.mp3") << "x";
     Execute("Insert into Files (File_id, Path) values (1, '" + (music / "It''s.mp3") + "')");
     Execute("Insert into Files (File_id, Path) values (2, '" + (music / "m\xFCsic.mp3") + "')");
-    CleanDatabase(window);
+    CleanDatabase(work, views);
     EXPECT_THAT(Files(), ElementsAre("1", "2"));
 }
 

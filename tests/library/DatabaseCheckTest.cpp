@@ -1,5 +1,6 @@
 #include "library/DatabaseCheck.h"
 
+#include "support/LongWorkDouble.h"
 #include "support/TestLibrary.h"
 
 #include "platform/RuntimeError.h"
@@ -11,9 +12,7 @@ using Texts = std::vector<std::string>;
 
 class CheckDatabaseTest : public LibraryTest {
 protected:
-    void Check() {
-        CheckDatabase([this](const std::string& text) { shown.push_back(text); });
-    }
+    void Check() { CheckDatabase(work); }
     void AddCategory(const std::string& name) {
         Execute("Insert into Categories (Category) values ('" + name + "')");
     }
@@ -25,6 +24,7 @@ protected:
     Texts Categories() { return Rows("Select Category_id, Category from Categories Order By Category_id"); }
 
     Texts shown;
+    LongWorkDouble work{shown};
 };
 
 TEST_F(CheckDatabaseTest, WithoutDoubledNamesNothingChangesAndThePanelKeepsTheFirstText) {
@@ -32,7 +32,7 @@ TEST_F(CheckDatabaseTest, WithoutDoubledNamesNothingChangesAndThePanelKeepsTheFi
     AddCategory("Jazz");
     AddEntry(1, "a.mp3");
     Check();
-    EXPECT_EQ(shown, Texts{"Prüfe Datenbank..."});
+    EXPECT_EQ(shown, Texts{"panel 1: Prüfe Datenbank..."});
     EXPECT_EQ(events.count, 1);
     EXPECT_EQ(Categories(), (Texts{"1|Rock", "2|Jazz"}));
     EXPECT_EQ(Value("Select Count(File_id) from FileCategories"), "1");
@@ -40,7 +40,7 @@ TEST_F(CheckDatabaseTest, WithoutDoubledNamesNothingChangesAndThePanelKeepsTheFi
 
 TEST_F(CheckDatabaseTest, AnEmptyLibraryPasses) {
     Check();
-    EXPECT_EQ(shown, Texts{"Prüfe Datenbank..."});
+    EXPECT_EQ(shown, Texts{"panel 1: Prüfe Datenbank..."});
 }
 
 TEST_F(CheckDatabaseTest, TheYoungerRowOfADoubledNameGoesWithItsEntries) {
@@ -51,7 +51,7 @@ TEST_F(CheckDatabaseTest, TheYoungerRowOfADoubledNameGoesWithItsEntries) {
     AddEntry(2, "other.mp3");
     AddEntry(3, "younger.mp3");
     Check();
-    EXPECT_EQ(shown, (Texts{"Prüfe Datenbank...", "Repariere Datenbank..."}));
+    EXPECT_EQ(shown, (Texts{"panel 1: Prüfe Datenbank...", "panel 1: Repariere Datenbank..."}));
     EXPECT_EQ(events.count, 2);
     EXPECT_EQ(Categories(), (Texts{"1|Rock", "2|Jazz"}));
     EXPECT_EQ(Rows("Select Filename from FileCategories Order By FileCategory_id"),
@@ -68,7 +68,7 @@ TEST_F(CheckDatabaseTest, ANameThatStandsThreeTimesLosesOneRowAtEachStart) {
     EXPECT_EQ(Categories(), Texts{"1|Rock"});
     shown.clear();
     Check();
-    EXPECT_EQ(shown, Texts{"Prüfe Datenbank..."});
+    EXPECT_EQ(shown, Texts{"panel 1: Prüfe Datenbank..."});
 }
 
 TEST_F(CheckDatabaseTest, NamesThatDifferOnlyInCaseAreDoubled) {
@@ -110,9 +110,9 @@ TEST_F(CheckDatabaseTest, ThePanelNamesEachStepBeforeItsStatements) {
     };
     events.onDoEvents = [this] { shown.push_back("events"); };
     Check();
-    EXPECT_EQ(shown,
-              (Texts{"Prüfe Datenbank...", "events", "Select count(Category),", "Repariere Datenbank...",
-                     "events", "Select Category_id", "Delete from", "Delete from"}));
+    EXPECT_EQ(shown, (Texts{"panel 1: Prüfe Datenbank...", "events", "Select count(Category),",
+                            "panel 1: Repariere Datenbank...", "events", "Select Category_id", "Delete from",
+                            "Delete from"}));
 }
 
 TEST_F(CheckDatabaseTest, ThePanelShowsTheRepairBeforeAnythingIsDeleted) {

@@ -57,22 +57,6 @@ std::string ShapeOf(const std::string& statement) {
     return shape;
 }
 
-class SilentListWindow : public ListWindow {
-public:
-    void SetScanningPanel(const std::string&) override {}
-    void ClearList() override {}
-    void SetProgress(float) override {}
-    float Progress() const override { return 0; }
-};
-
-class SilentCleanWindow : public CleanWindow {
-public:
-    void SetMousePointer(int) override {}
-    void SetScanningPanel(const std::string&) override {}
-    void LoadTree() override {}
-    void LoadDatabase(const std::string&) override {}
-};
-
 /// Runs a job of the program on a fresh library once with a plain text and once with each hostile one, and
 /// compares the commands that it sends.
 class HostileStatementsTest : public LibraryTest {
@@ -131,10 +115,11 @@ protected:
     OggInfoReader oggInfo{RealFiles()};
     TemporaryFolder music;
     CallList calls;
-    RecordingScanWindow window{calls};
+    LongWorkDouble work{calls};
+    RecordingScanView view{calls};
     RecordingScanLog log{calls};
     OggBatches oggPass;
-    ScanDriver driver{window, log, &oggPass};
+    ScanDriver driver{work, view, log, &oggPass};
     RecordingConnection* recorder = nullptr;
     int libraries = 0;
 };
@@ -184,7 +169,7 @@ TEST_F(HostileStatementsTest, ARecordOfAnOggFileIsStoredAsItStands) {
 
 TEST_F(HostileStatementsTest, AScanOfHostileNamesStoresThemAsTheyStand) {
     for (const bool quick : {false, true}) {
-        window.options.QuickScan = quick;
+        view.options.QuickScan = quick;
         ExpectTheSameCommands([&](const std::string& text) {
             const std::string path =
                 File(text, ".mp3", Mp3Bytes(text.substr(0, 30), text.substr(0, 30), text.substr(0, 30)));
@@ -205,9 +190,9 @@ TEST_F(HostileStatementsTest, AnOggScanOfHostileNamesSendsTheSameCommands) {
         const std::string path = File(name, ".ogg", EncodedOgg::Stereo());
         dialogs.folder = Folder(name);
         driver.StartScan();
-        window.options.QuickScan = true;
+        view.options.QuickScan = true;
         driver.StartScan();
-        window.options.QuickScan = false;
+        view.options.QuickScan = false;
         EXPECT_THAT(Rows("Select Path from Files"), ElementsAre(path));
     });
 }
@@ -215,14 +200,13 @@ TEST_F(HostileStatementsTest, AnOggScanOfHostileNamesSendsTheSameCommands) {
 TEST_F(HostileStatementsTest, DroppedFilesOfHostileNamesAreStoredAsTheyStand) {
     ExpectTheSameCommands([&](const std::string& text) {
         const std::string path = File(text, ".wav", WaveBytes());
-        AddDroppedFiles(DropTarget::Grid, {path}, driver, window);
-        AddDroppedFiles(DropTarget::Grid, {path}, driver, window);
+        AddDroppedFiles(DropTarget::Grid, {path}, driver, view);
+        AddDroppedFiles(DropTarget::Grid, {path}, driver, view);
         EXPECT_THAT(Rows("Select Path from Files"), ElementsAre(path));
     });
 }
 
 TEST_F(HostileStatementsTest, TheSearchBoxIsATextInEachOfItsStatements) {
-    SilentListWindow list;
     for (const auto& [performer, title] :
          {std::pair(true, true), std::pair(true, false), std::pair(false, true)}) {
         ExpectTheSameCommands([&, performer = performer, title = title](const std::string& text) {
@@ -241,7 +225,7 @@ TEST_F(HostileStatementsTest, TheSearchBoxIsATextInEachOfItsStatements) {
             filter.SearchText = text;
             filter.InterpretChecked = performer;
             filter.TitleChecked = title;
-            const ListResult found = LoadDatabase(filter, "", list);
+            const ListResult found = LoadDatabase(filter, "", work, [] {});
             ASSERT_EQ(found.Rows.Count(), 1U) << text;
             EXPECT_EQ(found.Rows.Text(1, ListColumn::Interpret), "before " + text + " behind");
             EXPECT_EQ(found.Totals.TitleCount, "1") << text;
@@ -251,7 +235,6 @@ TEST_F(HostileStatementsTest, TheSearchBoxIsATextInEachOfItsStatements) {
 
 // A stored text can't hold one, a search text can: it may come from the clipboard.
 TEST_F(HostileStatementsTest, ANulInTheSearchBoxReachesNoStatement) {
-    SilentListWindow list;
     const auto search = [&](const std::string& text, std::size_t found) {
         const Job job = [&](const std::string& searched) {
             for (const char* name : {"x", "xy"}) {
@@ -265,7 +248,7 @@ TEST_F(HostileStatementsTest, ANulInTheSearchBoxReachesNoStatement) {
             }
             ListFilter filter;
             filter.SearchText = searched;
-            const ListResult result = LoadDatabase(filter, "", list);
+            const ListResult result = LoadDatabase(filter, "", work, [] {});
             ASSERT_EQ(result.Rows.Count(), found);
             EXPECT_EQ(result.Rows.Text(found, ListColumn::Title), "xy");
         };
@@ -305,20 +288,20 @@ TEST_F(HostileStatementsTest, DoubledCategoriesOfHostileNamesAreRepaired) {
     ExpectTheSameCommands([&](const std::string& text) {
         Execute("Insert into Categories (Category) values ('" + SqlQuote(text) + "')");
         Execute("Insert into Categories (Category) values ('" + SqlQuote(text) + "')");
-        CheckDatabase([](const std::string&) {});
+        CheckDatabase(work);
         EXPECT_THAT(Rows("Select Category from Categories"), ElementsAre(text));
     });
 }
 
 TEST_F(HostileStatementsTest, CleaningRemovesMissingFilesOfHostileNames) {
-    SilentCleanWindow clean;
+    LibraryViewsDouble views;
     ExpectTheSameCommands([&](const std::string& text) {
         const std::string quoted = SqlQuote(text);
         const std::string kept = File(text, ".mp3", "x");
         Execute("Insert into Files (File_id, Name, Path) values (1, '" + quoted + "', '/gone/" + quoted +
                 "')");
         Execute("Insert into Files (File_id, Name, Path) values (2, 'x', '" + SqlQuote(kept) + "')");
-        CleanDatabase(clean);
+        CleanDatabase(work, views);
         EXPECT_THAT(Rows("Select Path from Files"), ElementsAre(kept));
     });
 }
@@ -326,7 +309,7 @@ TEST_F(HostileStatementsTest, CleaningRemovesMissingFilesOfHostileNames) {
 // Names of categories stand unquoted in two statements, as the dialogs take no apostrophe. One that came
 // another way fails there and changes nothing.
 TEST_F(HostileStatementsTest, ACategoryWithAnApostropheFailsAndChangesNothing) {
-    SilentCleanWindow clean;
+    LibraryViewsDouble views;
     for (const char* name :
          {"'; DROP TABLE Files; --", "x' or 'a' = 'a'; --", "O'Neil", "x'; Delete from Files"}) {
         const std::string quoted = SqlQuote(name);
@@ -341,7 +324,7 @@ TEST_F(HostileStatementsTest, ACategoryWithAnApostropheFailsAndChangesNothing) {
         TreeModel tree;
         LoadTree(tree);
         EXPECT_THROW(GetFileIdFromNode(tree, "file3pos1"), RuntimeError) << name;
-        EXPECT_THROW(CleanDatabase(clean), RuntimeError) << name;
+        EXPECT_THROW(CleanDatabase(work, views), RuntimeError) << name;
         EXPECT_THAT(Rows("Select Path from Files"), ElementsAre("/gone/b.mp3")) << "the cleaning stops there";
         EXPECT_THAT(Rows("Select Parent from FileCategories"), ElementsAre(name));
     }

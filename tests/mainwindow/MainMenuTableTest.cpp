@@ -53,15 +53,4 @@ TEST(MainMenuTableTest, FiveItemsStartDisabled) {
     EXPECT_EQ(disabled, "mnuEditExchange mnuEditFilename mnuEditDelete mnuPlaylist mnuKonvert ");
 }
 
-TEST(MainMenuTableTest, NothingBuiltHangsOnAMenuThatIsNot) {
-    std::set<std::string_view> built;
-    for (const MenuEntry& entry : MainMenuTable) {
-        if (entry.Is(MenuEntry::Built)) {
-            EXPECT_TRUE(entry.Parent.empty() || entry.Parent == "popup" || built.contains(entry.Parent))
-                << entry.Name;
-            built.insert(entry.Name);
-        }
-    }
-}
-
 } // namespace quavernet::test

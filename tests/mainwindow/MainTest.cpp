@@ -2,6 +2,7 @@
 
 #include "adapters/posix/PosixFileSystem.h"
 #include "platform/RuntimeError.h"
+#include "support/LongWorkDouble.h"
 #include "support/NoTags.h"
 #include "support/TestLibrary.h"
 
@@ -240,7 +241,7 @@ TEST_F(LocateDatabaseTest, AnUnknownDocumentsFolderIsAFailureAndMakesNoFolder) {
 
 namespace {
 
-class MainTest : public LibraryTest, public StartWindows {
+class MainTest : public LibraryTest, public StartView {
 protected:
     MainTest() {
         mainModule.Connection.reset();
@@ -250,6 +251,7 @@ protected:
         services.fileSystem = &files;
         services.createTagComponent = [this] { return std::make_unique<NotedTags>(log); };
         shell.documents = libraryFolder.Path();
+        views.onLoadTree = [this] { suppressedAtTree = mainModule.SuppressComboClick; };
         events.onDoEvents = [this] {
             log.push_back("events");
             suppressedAtEvents = suppressedAtEvents && mainModule.SuppressComboClick;
@@ -265,12 +267,8 @@ protected:
         mainModule.LoadOverSearch = loadOverSearch;
     }
     void ShowSplash() override { log.push_back("splash"); }
-    void LoadDatabase(const std::string& list) override { log.push_back("list \"" + list + "\""); }
-    void LoadTree() override {
-        log.push_back("tree");
-        suppressedAtTree = mainModule.SuppressComboClick;
-    }
-    void SetScanningPanel(const std::string& text) override { log.push_back("panel " + text); }
+    LongWork& Work() override { return work; }
+    LibraryViews& Views() override { return views; }
 
     /// Runs the start; the exit code if it ended the process, -1 if it came through.
     int Start() {
@@ -283,6 +281,8 @@ protected:
     }
 
     Texts log;
+    LongWorkDouble work{log};
+    LibraryViewsDouble views{log};
     NamedFiles files{log};
     bool stateAtMain = false;
     bool suppressedAtTree = false;
@@ -296,8 +296,8 @@ TEST_F(MainTest, TheStartRunsInItsOrder) {
     mainModule.TreeLoaded = true;
     mainModule.PlayerOpen = true;
     EXPECT_EQ(Start(), -1);
-    EXPECT_EQ(log, (Texts{"tag component", "main", "splash", "events", "panel Prüfe Datenbank...", "events",
-                          "list \"\"", "tree", "events", "panel Bereit!"}));
+    EXPECT_EQ(log, (Texts{"tag component", "main", "splash", "events", "panel 1: Prüfe Datenbank...",
+                          "events", "load ''", "tree", "events", "panel 1: Bereit!"}));
     EXPECT_TRUE(stateAtMain);
     EXPECT_TRUE(suppressedAtTree);
     EXPECT_TRUE(suppressedAtEvents);
@@ -310,17 +310,17 @@ TEST_F(MainTest, TheStartRunsInItsOrder) {
 TEST_F(MainTest, TheDatabaseIsCheckedBetweenTheWindowsAndTheList) {
     EXPECT_EQ(Start(), -1);
     const auto at = [this](const std::string& entry) { return std::find(log.begin(), log.end(), entry); };
-    ASSERT_NE(at("panel Prüfe Datenbank..."), log.end());
-    EXPECT_LT(at("splash"), at("panel Prüfe Datenbank..."));
-    EXPECT_LT(at("panel Prüfe Datenbank..."), at("list \"\""));
+    ASSERT_NE(at("panel 1: Prüfe Datenbank..."), log.end());
+    EXPECT_LT(at("splash"), at("panel 1: Prüfe Datenbank..."));
+    EXPECT_LT(at("panel 1: Prüfe Datenbank..."), at("load ''"));
 }
 
 TEST_F(MainTest, LoadingOverTheSearchLeavesTheListEmpty) {
     loadOverSearch = true;
     EXPECT_EQ(Start(), -1);
-    EXPECT_EQ(std::find(log.begin(), log.end(), "list \"\""), log.end());
+    EXPECT_EQ(std::find(log.begin(), log.end(), "load ''"), log.end());
     EXPECT_NE(std::find(log.begin(), log.end(), "tree"), log.end());
-    EXPECT_EQ(log.back(), "panel Bereit!");
+    EXPECT_EQ(log.back(), "panel 1: Bereit!");
 }
 
 TEST_F(MainTest, AMissingBrowserComponentEndsTheStart) {
@@ -386,7 +386,7 @@ TEST_F(MainTest, ALibraryThatCannotBeOpenedEndsTheStartWhateverTheAnswer) {
 TEST_F(MainTest, AnUnknownLanguageStartsUnreadably) {
     settings.values["Language"] = "FRA";
     EXPECT_EQ(Start(), -1);
-    EXPECT_EQ(log.back(), "panel Error : No Local Data");
+    EXPECT_EQ(log.back(), "panel 1: Error : No Local Data");
 }
 
 } // namespace quavernet::test

@@ -47,7 +47,7 @@ protected:
     void Drop(const std::vector<std::string>& paths, DropTarget target = DropTarget::Grid) {
         calls.clear();
         connection.statements.clear();
-        AddDroppedFiles(target, paths, driver, window);
+        AddDroppedFiles(target, paths, driver, view);
     }
     std::vector<std::string> Names() { return Rows("Select Name from Files order by File_id"); }
     std::vector<std::string> Titles() {
@@ -60,9 +60,10 @@ protected:
     std::unique_ptr<FileSystemObject> fileSystem = CreatePosixFileSystem();
     TemporaryFolder music;
     CallList calls;
-    RecordingScanWindow window{calls};
+    LongWorkDouble work{calls};
+    RecordingScanView view{calls};
     RecordingScanLog log{calls};
-    ScanDriver driver{window, log};
+    ScanDriver driver{work, view, log};
 };
 
 TEST_F(AddDroppedFilesTest, ADroppedFileJoinsTheLibraryAndTheListIsLoaded) {

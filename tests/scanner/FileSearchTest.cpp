@@ -35,14 +35,14 @@ TEST_F(FileSearchTest, EachKindCanBeSwitchedOff) {
     WriteMp3("a.mp3");
     Write("b.wav", WaveBytes());
     Write("c.ogg");
-    window.options.ScanMp3 = false;
+    view.options.ScanMp3 = false;
     Scan();
     EXPECT_THAT(StoredPaths(), ElementsAre("b.wav"));
     EXPECT_EQ(ogg.runs, 1);
 
-    window.options = ScanOptions();
-    window.options.ScanWav = false;
-    window.options.ScanOgg = false;
+    view.options = ScanOptions();
+    view.options.ScanWav = false;
+    view.options.ScanOgg = false;
     connection.statements.clear();
     Scan();
     EXPECT_THAT(StoredPaths(), ElementsAre("b.wav", "a.mp3"));
@@ -58,7 +58,7 @@ TEST_F(FileSearchTest, EveryFileIsNamedAndMovesTheBar) {
 
     EXPECT_THAT(CallsOf("panel 1: Scanning"), ElementsAre("panel 1: Scanning... " + (music / "a.txt"),
                                                           "panel 1: Scanning... " + (music / "sub/b.jpg")));
-    EXPECT_THAT(window.progressValues, ElementsAre(50.0F, 100.0F, 0.0F));
+    EXPECT_THAT(work.progressValues, ElementsAre(50.0F, 100.0F, 0.0F));
 }
 
 TEST_F(FileSearchTest, AFoldersFilesComeBeforeItsSubFolders) {
@@ -88,7 +88,7 @@ TEST_F(FileSearchTest, ASubFolderIsDoneWithAllBelowItBeforeItsNeighbour) {
 TEST_F(FileSearchTest, WithoutSubfoldersOnlyTheFolderItselfIsSearched) {
     WriteMp3("a.mp3");
     WriteMp3("sub/b.mp3");
-    window.options.Recursive = false;
+    view.options.Recursive = false;
 
     Scan();
 
@@ -110,10 +110,10 @@ TEST_F(FileSearchTest, ATickChangedInTheScanHoldsForTheKindsAtOnceAndForTheRestI
     Write("sub/b.wav", WaveBytes());
     WriteMp3("sub/c.mp3");
     events.onDoEvents = [&] {
-        if (window.panels[1].starts_with("Scanning... ")) {
-            window.options.ScanWav = false;
-            window.options.Recursive = false;
-            window.options.QuickScan = true;
+        if (work.panels[1].starts_with("Scanning... ")) {
+            view.options.ScanWav = false;
+            view.options.Recursive = false;
+            view.options.QuickScan = true;
         }
     };
 
@@ -126,11 +126,11 @@ TEST_F(FileSearchTest, ATickChangedInTheScanHoldsForTheKindsAtOnceAndForTheRestI
 TEST_F(FileSearchTest, ATickChangedInTheCountHoldsInTheNextScan) {
     Write("a.txt");
     Write("sub/b.txt");
-    events.onDoEvents = [&] { window.options.Recursive = false; };
+    events.onDoEvents = [&] { view.options.Recursive = false; };
 
     Scan();
 
-    EXPECT_THAT(window.progressValues, ElementsAre(50.0F, 100.0F, 0.0F));
+    EXPECT_THAT(work.progressValues, ElementsAre(50.0F, 100.0F, 0.0F));
 }
 
 TEST_F(FileSearchTest, EventsRunOnceAFileIsStoredAndItsSizeIsText) {
@@ -170,7 +170,7 @@ TEST_F(FileSearchTest, HiddenFilesAreScannedThoughTheyWereNotCounted) {
     Scan();
 
     EXPECT_THAT(StoredPaths(), UnorderedElementsAre(".b.mp3", ".c.mp3"));
-    EXPECT_THAT(window.progressValues, ElementsAre(100.0F, 100.0F, 100.0F, 0.0F)) << "the bar stops there";
+    EXPECT_THAT(work.progressValues, ElementsAre(100.0F, 100.0F, 100.0F, 0.0F)) << "the bar stops there";
 }
 
 TEST_F(FileSearchTest, TheTimeLeftTurnsNegativeBehindTheCountedFiles) {
@@ -227,7 +227,7 @@ TEST_F(FileSearchTest, TheSumOfMegabytesTakesTheRoundedTexts) {
     for (int i = 0; i < 3; ++i) {
         Write(std::to_string(i) + ".mp3", std::string(1600000, 'x')); // 1.5259 MB each.
     }
-    ScanRun run(window, log);
+    ScanRun run(work, view, log);
     run.FilesTotal = 3;
     mainModule.ScanStartTime = clock.now;
     const auto walk = volumes.GetFolder(music.Path());
@@ -265,7 +265,7 @@ TEST_F(FileSearchTest, AQuickScanPassesKnownFilesOver) {
     Scan();
     connection.statements.clear();
     events.count = 0;
-    window.options.QuickScan = true;
+    view.options.QuickScan = true;
 
     Scan();
 
@@ -274,7 +274,7 @@ TEST_F(FileSearchTest, AQuickScanPassesKnownFilesOver) {
     EXPECT_EQ(mainModule.CurrentFile.CurrentPath, music / "a.mp3");
     EXPECT_EQ(mainModule.CurrentFile.FileSize, "160128") << "nothing but the question is done";
     EXPECT_EQ(events.count, 4) << "before the count, once a folder and pass, once for the known file";
-    EXPECT_EQ(window.progressValues[window.progressValues.size() - 2], 100.0F);
+    EXPECT_EQ(work.progressValues[work.progressValues.size() - 2], 100.0F);
 }
 
 TEST_F(FileSearchTest, ABrokenFileCostsAQuickScanOneLookupLikeAGoodOne) {
@@ -286,7 +286,7 @@ TEST_F(FileSearchTest, ABrokenFileCostsAQuickScanOneLookupLikeAGoodOne) {
     Scan();
     ASSERT_EQ(StoredPaths().size(), 5u);
     connection.statements.clear();
-    window.options.QuickScan = true;
+    view.options.QuickScan = true;
     Scan();
     EXPECT_EQ(connection.StatementsOf("Select Path from Files where Path = ").size(), 5u);
     EXPECT_EQ(std::erase(connection.statements, "(backup)"), 1u);
@@ -295,7 +295,7 @@ TEST_F(FileSearchTest, ABrokenFileCostsAQuickScanOneLookupLikeAGoodOne) {
 
 TEST_F(FileSearchTest, AQuickScanStoresNewFiles) {
     WriteMp3("it's.mp3");
-    window.options.QuickScan = true;
+    view.options.QuickScan = true;
 
     Scan();
 
@@ -326,7 +326,7 @@ TEST_F(FileSearchTest, AFullScanInspectsANetworkFileByItsDriveAndAQuickOneByItsN
                 ElementsAre((server / "a.mp3") + "|Song of a.mp3|" + server.Path()));
 
     Execute("Delete from Files");
-    window.options.QuickScan = true;
+    view.options.QuickScan = true;
     Scan();
     EXPECT_EQ(mainModule.CurrentFile.CurrentPath, server / "a.mp3");
     EXPECT_THAT(Rows("Select F.Path, T.Name from Files F, Titel T where T.Title_id = F.Title_id"),
@@ -359,7 +359,7 @@ TEST_F(FileSearchTest, AFileThatVanishedOnlyMovesTheBar) {
     Scan();
 
     EXPECT_THAT(CallsOf("panel 1: Scanning"), ElementsAre("panel 1: Scanning... " + (music / "a.txt")));
-    EXPECT_THAT(window.progressValues, ElementsAre(50.0F, 100.0F, 0.0F));
+    EXPECT_THAT(work.progressValues, ElementsAre(50.0F, 100.0F, 0.0F));
     EXPECT_THAT(CallsOf("panel 3: verbl"),
                 ElementsAre("panel 3: verbl.: 00:00:00", "panel 3: verbl.: 00:00:00"));
     ASSERT_EQ(log.skipped.size(), 1u);
@@ -404,7 +404,7 @@ TEST_F(FileSearchTest, TheBarsStepIsASingle) {
     Scan();
 
     const auto step = static_cast<float>(100.0 / 3);
-    EXPECT_THAT(window.progressValues, ElementsAre(step, step + step, step + step + step, 0.0F));
+    EXPECT_THAT(work.progressValues, ElementsAre(step, step + step, step + step + step, 0.0F));
     EXPECT_THAT(CallsOf("title: Quavernet - "),
                 ElementsAre("title: Quavernet - 33 %", "title: Quavernet - 67 %", "title: Quavernet - 100 %",
                             "title: Quavernet - letzter scan: 20.11.2026"));

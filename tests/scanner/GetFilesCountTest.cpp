@@ -13,7 +13,7 @@ protected:
         run.Recursive = true;
         run.texts.Initialise = "Initialisiere Ordner ";
         run.StatusDots = run.texts.Initialise;
-        window.SetPanel(1, run.StatusDots);
+        work.SetPanel(Panel::Scanning, run.StatusDots);
         calls.clear();
     }
 
@@ -23,7 +23,7 @@ protected:
         return run.FilesTotal;
     }
 
-    ScanRun run{window, log};
+    ScanRun run{work, view, log};
 };
 
 TEST_F(GetFilesCountTest, PlainFilesOfEveryKindCountAndHiddenOnesDoNot) {
@@ -67,7 +67,7 @@ TEST_F(GetFilesCountTest, EventsRunOnceAFolder) {
 TEST_F(GetFilesCountTest, ACancelLeavesTheRest) {
     Write("a.mp3");
     Write("sub/b.mp3");
-    events.onDoEvents = [&] { run.CancelScan = true; };
+    events.onDoEvents = [&] { run.work.SetCancelled(true); };
 
     EXPECT_EQ(CountFiles(), 1) << "the folder whose events set the flag is still counted";
 }
@@ -87,10 +87,10 @@ TEST_F(GetFilesCountTest, TheDotsGrowToTheirLimitAndBeginAgain) {
 
 TEST_F(GetFilesCountTest, ATextPutThereInBetweenGrowsOn) {
     Write("a.mp3");
-    window.SetPanel(1, "other");
+    work.SetPanel(Panel::Scanning, "other");
     CountFiles();
 
-    EXPECT_EQ(window.panels[1], "other.");
+    EXPECT_EQ(work.panels[1], "other.");
     EXPECT_EQ(run.StatusDots, "other");
 }
 
@@ -101,10 +101,10 @@ TEST_F(GetFilesCountTest, UmlautsCountAsOneCharacter) {
         text += "ä";
     }
     run.StatusDots = text;
-    window.SetPanel(1, text);
+    work.SetPanel(Panel::Scanning, text);
     CountFiles();
 
-    EXPECT_EQ(window.panels[1], text + ".");
+    EXPECT_EQ(work.panels[1], text + ".");
 }
 
 } // namespace

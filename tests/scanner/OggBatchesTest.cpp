@@ -86,9 +86,10 @@ protected:
     OggVolumes volumes;
     RecordingTool tool;
     CallList calls;
-    RecordingScanWindow window{calls};
+    LongWorkDouble work{calls};
+    RecordingScanView view{calls};
     RecordingScanLog log{calls};
-    ScanRun run{window, log};
+    ScanRun run{work, view, log};
     OggBatches pass;
 };
 
@@ -223,7 +224,7 @@ TEST_F(OggBatchesTest, NineKnownFilesDoNotEndAQuickPass) {
 
 TEST_F(OggBatchesTest, ACancelledScanLeavesBeforeTheNextBatchAndFinishesTheOneUnderWay) {
     AddFiles(25);
-    tool.onRun = [this] { run.CancelScan = true; };
+    tool.onRun = [this] { run.work.SetCancelled(true); };
     Read();
     EXPECT_THAT(BatchSizes(), ElementsAre(10U));
     EXPECT_EQ(StoredNames().size(), 10U);
@@ -233,7 +234,7 @@ TEST_F(OggBatchesTest, ACancelledScanLeavesBeforeTheNextBatchAndFinishesTheOneUn
 
 TEST_F(OggBatchesTest, APassThatIsCancelledAlreadyReadsNothing) {
     AddFiles(1);
-    run.CancelScan = true;
+    run.work.SetCancelled(true);
     Read();
     EXPECT_THAT(tool.batches, IsEmpty());
     EXPECT_EQ(events.count, 0);
@@ -241,7 +242,7 @@ TEST_F(OggBatchesTest, APassThatIsCancelledAlreadyReadsNothing) {
 
 TEST_F(OggBatchesTest, ACancelInTheEventsOfABatchStillReadsThatBatch) {
     AddFiles(11);
-    events.onDoEvents = [this] { run.CancelScan = true; };
+    events.onDoEvents = [this] { run.work.SetCancelled(true); };
     Read();
     EXPECT_THAT(BatchSizes(), ElementsAre(10U));
 }
@@ -273,8 +274,8 @@ TEST_F(OggBatchesTest, TheStepAtTheEndOfABatchSpeaksGermanInEnglishToo) {
     Read();
     EXPECT_THAT(calls, Contains("panel 3: verbl.: 00:00:00"));
     EXPECT_THAT(calls, Contains("panel 4: Zeit: 00:00:00"));
-    EXPECT_EQ(window.panels[3], LoadResString(345) + "00:00:00");
-    EXPECT_EQ(window.panels[4], LoadResString(346) + "00:00:00");
+    EXPECT_EQ(work.panels[3], LoadResString(345) + "00:00:00");
+    EXPECT_EQ(work.panels[4], LoadResString(346) + "00:00:00");
 }
 
 TEST_F(OggBatchesTest, ARecordThatCannotBeStoredIsDroppedAndNamedAndTheRestGoesOn) {
@@ -378,10 +379,10 @@ TEST_F(OggBatchesTest, AWholeScanFindsReadsAndStoresOggFiles) {
     std::filesystem::create_directory(music / "sub");
     WriteWhole(music / "sub/b - c.ogg", EncodedOgg::Mono());
     dialogs.folder = music.Path();
-    ScanDriver driver(window, log, &pass);
+    ScanDriver driver(work, view, log, &pass);
     driver.StartScan();
     EXPECT_THAT(Rows("Select Name from Files order by Name"), ElementsAre("a.OGG", "b - c.ogg"));
-    EXPECT_EQ(window.progress, 0);
+    EXPECT_EQ(work.progress, 0);
     EXPECT_THAT(calls, Contains("log files: 2"));
 }
 

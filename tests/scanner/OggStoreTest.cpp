@@ -242,8 +242,9 @@ TEST_F(OggStoreTest, TheDriveKeepsItsFinalSlash) {
 TEST_F(OggStoreTest, AnMp3AndAnOggFileOnOneVolumeUseTwoRowsOfDrive) {
     volumes.onFile = [](FileFacts& facts) { facts.drivePath = "/mnt/usb"; };
     Store();
-    RecordingScanWindow window(calls);
-    ScanDriver driver(window, log);
+    LongWorkDouble work(calls);
+    RecordingScanView view(calls);
+    ScanDriver driver(work, view, log);
     CurrentFile& file = mainModule.CurrentFile;
     file.FileDrive = UNCPath("/mnt/usb", true);
     file.FilePath = "/mnt/usb/a.mp3";

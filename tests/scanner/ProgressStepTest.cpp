@@ -34,13 +34,14 @@ protected:
         run.FilesDone = done;
         run.FilesTotal = total;
         Advance();
-        return window.panels[3];
+        return work.panels[3];
     }
 
     CallList calls;
-    RecordingScanWindow window{calls};
+    LongWorkDouble work{calls};
+    RecordingScanView view{calls};
     RecordingScanLog log{calls};
-    ScanRun run{window, log};
+    ScanRun run{work, view, log};
 };
 
 TEST_F(ProgressStepTest, BarTitleAndPanelsAreSetInThisOrder) {
@@ -56,31 +57,31 @@ TEST_F(ProgressStepTest, BarTitleAndPanelsAreSetInThisOrder) {
 }
 
 TEST_F(ProgressStepTest, TheBarIsRoundedHalfAwayFromZero) {
-    window.progress = 1.5F;
+    work.progress = 1.5F;
     Advance();
-    EXPECT_EQ(window.title, "Quavernet - 3 %");
+    EXPECT_EQ(work.title, "Quavernet - 3 %");
 
-    window.progress = 0;
+    work.progress = 0;
     run.ProgressStep = 0.4F;
     Advance();
-    EXPECT_EQ(window.title, "Quavernet - 0 %");
-    EXPECT_EQ(window.panels[2], "0 Prozent bearbeitet!");
+    EXPECT_EQ(work.title, "Quavernet - 0 %");
+    EXPECT_EQ(work.panels[2], "0 Prozent bearbeitet!");
 }
 
 TEST_F(ProgressStepTest, TheBarGrowsInSinglePrecisionAndStopsAtAHundred) {
     run.ProgressStep = static_cast<float>(100.0 / 3);
     Advance();
     Advance();
-    EXPECT_EQ(window.progress, run.ProgressStep + run.ProgressStep);
+    EXPECT_EQ(work.progress, run.ProgressStep + run.ProgressStep);
     Advance();
     Advance();
-    EXPECT_EQ(window.progress, 100.0F);
-    EXPECT_EQ(window.title, "Quavernet - 100 %");
+    EXPECT_EQ(work.progress, 100.0F);
+    EXPECT_EQ(work.title, "Quavernet - 100 %");
 
-    window.progress = 99;
+    work.progress = 99;
     run.ProgressStep = 1;
     Advance();
-    EXPECT_EQ(window.progress, 100.0F) << "not above 100: set as it is";
+    EXPECT_EQ(work.progress, 100.0F) << "not above 100: set as it is";
 }
 
 TEST_F(ProgressStepTest, TheTimeLeftIsRoundedHalfToEven) {
@@ -97,7 +98,7 @@ TEST_F(ProgressStepTest, TheTimeLeftTurnsNegativeWhenMoreFilesAreVisitedThanWere
 
 TEST_F(ProgressStepTest, TheStepBeforeTheFirstFileShowsNoTimeLeft) {
     EXPECT_EQ(Left(7, 0, 3), "verbl.: 00:00:00");
-    EXPECT_EQ(window.panels[4], "Zeit: 00:00:07");
+    EXPECT_EQ(work.panels[4], "Zeit: 00:00:07");
 }
 
 TEST_F(ProgressStepTest, ATimeLeftBeyond32BitsOverflows) {
@@ -107,16 +108,16 @@ TEST_F(ProgressStepTest, ATimeLeftBeyond32BitsOverflows) {
     } catch (const RuntimeError& error) {
         EXPECT_EQ(error.Number(), ErrorNumber::Overflow);
     }
-    EXPECT_EQ(window.panels[2], "1 Prozent bearbeitet!") << "what stands before it has been shown";
-    EXPECT_EQ(window.panels.count(3), 0u);
+    EXPECT_EQ(work.panels[2], "1 Prozent bearbeitet!") << "what stands before it has been shown";
+    EXPECT_EQ(work.panels.count(3), 0u);
 }
 
 TEST_F(ProgressStepTest, PrefixesAndTotalAreTheCallers) {
     LetSecondsPass(10);
     AdvanceProgress(run, 11, "left: ", "used: ");
 
-    EXPECT_EQ(window.panels[3], "left: 00:01:40");
-    EXPECT_EQ(window.panels[4], "used: 00:00:10");
+    EXPECT_EQ(work.panels[3], "left: 00:01:40");
+    EXPECT_EQ(work.panels[4], "used: 00:00:10");
 }
 
 TEST(ClockTextTest, HoursMinutesAndSecondsHaveTwoDigitsAtLeast) {

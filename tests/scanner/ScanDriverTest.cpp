@@ -204,7 +204,7 @@ TEST_F(ScanDriverTest, AFolderThatIsGoneBeforeTheSecondPassEndsTheCommandLikewis
 TEST_F(ScanDriverTest, AFolderWithoutFilesEndsTheCommandAndLeavesTheList) {
     std::filesystem::create_directory(music / "sub");
     WriteMp3("sub/a.mp3");
-    window.options.Recursive = false;
+    view.options.Recursive = false;
 
     Scan();
 
@@ -266,7 +266,7 @@ TEST_F(ScanDriverTest, ACancelInTheSearchEndsItAtTheNextFileAndFinishesAsUsual) 
     }
     WriteMp3("sub/d.mp3");
     events.onDoEvents = [&] {
-        if (window.panels[1].starts_with("Scanning... ")) {
+        if (work.panels[1].starts_with("Scanning... ")) {
             driver.Cancel();
         }
     };
@@ -331,7 +331,7 @@ TEST_F(ScanDriverTest, OggPathsOfACancelledScanAreHandedOverWithTheFlagSet) {
     Write("a.ogg");
     Write("sub/b.ogg");
     events.onDoEvents = [&] {
-        if (window.panels[1].starts_with("Scanning... ")) {
+        if (work.panels[1].starts_with("Scanning... ")) {
             driver.Cancel();
         }
     };
@@ -353,7 +353,7 @@ TEST_F(ScanDriverTest, WithoutOggFilesThePassDoesNotRun) {
 
 TEST_F(ScanDriverTest, WithoutAPassOggFilesAreLeftAlone) {
     Write("a.ogg");
-    ScanDriver withoutPass(window, log);
+    ScanDriver withoutPass(work, view, log);
 
     withoutPass.StartScan();
 

@@ -45,9 +45,10 @@ protected:
 
     RecordingConnection& connection;
     CallList calls;
-    RecordingScanWindow window{calls};
+    LongWorkDouble work{calls};
+    RecordingScanView view{calls};
     RecordingScanLog log{calls};
-    ScanDriver driver{window, log};
+    ScanDriver driver{work, view, log};
 };
 
 TEST_F(StoreFileRecordTest, ANewFileSendsTheseStatementsInThisOrder) {

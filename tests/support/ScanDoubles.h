@@ -1,4 +1,4 @@
-// What stands around a scan in its tests: a window and a log that write down every call in one list, and a
+// What stands around a scan in its tests: a view and a log that write down every call in one list, and a
 // file system whose volumes and dates a test can choose.
 #pragma once
 
@@ -6,7 +6,8 @@
 #include "app/MainModule.h"
 #include "scanner/OggPass.h"
 #include "scanner/ScanRun.h"
-#include "scanner/ScanWindow.h"
+#include "scanner/ScanView.h"
+#include "support/LongWorkDouble.h"
 
 #include <functional>
 #include <map>
@@ -18,43 +19,18 @@
 
 namespace quavernet::test {
 
-using CallList = std::vector<std::string>;
-
-class RecordingScanWindow : public ScanWindow {
+class RecordingScanView : public ScanView {
 public:
-    explicit RecordingScanWindow(CallList& calls) : m_calls(calls) {}
+    explicit RecordingScanView(CallList& calls) : m_calls(calls) {}
 
     ScanOptions Options() const override { return options; }
-    void SetPanel(int panel, const std::string& text) override {
-        panels[panel] = text;
-        m_calls.push_back("panel " + std::to_string(panel) + ": " + text);
-    }
-    std::string Panel(int panel) const override {
-        const auto found = panels.find(panel);
-        return found == panels.end() ? std::string() : found->second;
-    }
-    void SetTitle(const std::string& text) override {
-        title = text;
-        m_calls.push_back("title: " + text);
-    }
-    void SetMousePointer(int pointer) override { m_calls.push_back("pointer " + std::to_string(pointer)); }
-    void SetProgress(float value) override {
-        progress = value;
-        progressValues.push_back(value);
-        m_calls.push_back("progress " + std::to_string(value));
-    }
-    float Progress() const override { return progress; }
-    void SetControlState(int mode) override { m_calls.push_back("state " + std::to_string(mode)); }
+    void SetControlState(std::int16_t mode) override { m_calls.push_back("state " + std::to_string(mode)); }
     void ClearList() override { m_calls.push_back("clear list"); }
     void FillDriveCombo() override { m_calls.push_back("drive combo"); }
     void FillAlbumCombo() override { m_calls.push_back("album combo"); }
     void LoadDatabase(const std::string& list) override { m_calls.push_back("load '" + list + "'"); }
 
     ScanOptions options;
-    std::map<int, std::string> panels;
-    std::string title;
-    float progress = 0;
-    std::vector<float> progressValues;
 
 private:
     CallList& m_calls;
@@ -101,7 +77,7 @@ public:
         ++runs;
         paths = run.OggPaths;
         filesDone = run.FilesDone;
-        cancelled = run.CancelScan;
+        cancelled = run.work.Cancelled();
         megabytes = run.ScannedMegabytes;
         start = mainModule.ScanStartTime;
     }

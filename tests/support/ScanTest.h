@@ -53,10 +53,11 @@ protected:
     ChosenVolumes volumes;
     RecordingConnection& connection;
     CallList calls;
-    RecordingScanWindow window{calls};
+    LongWorkDouble work{calls};
+    RecordingScanView view{calls};
     RecordingScanLog log{calls};
     RecordingOggPass ogg;
-    ScanDriver driver{window, log, &ogg};
+    ScanDriver driver{work, view, log, &ogg};
 };
 
 } // namespace quavernet::test

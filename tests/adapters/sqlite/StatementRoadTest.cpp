@@ -3,17 +3,17 @@
 #include "support/StatementRoad.h"
 
 #include "support/EngineStatements.h"
-#include "support/GridWindowDouble.h"
 #include "support/OggFiles.h"
 #include "support/RealFiles.h"
 #include "support/RecordingPlayer.h"
 #include "support/ScanTest.h"
+#include "support/SelectionViewDouble.h"
 
 #include "adapters/sqlite/OrderClause.h"
 #include "adapters/vorbis/OggInfoReader.h"
 #include "browser/FilterLists.h"
 #include "browser/GridOpen.h"
-#include "browser/ListQuery.h"
+#include "browser/LoadDatabase.h"
 #include "library/CleanDatabase.h"
 #include "library/DatabaseCheck.h"
 #include "scanner/CheckReminder.h"
@@ -38,17 +38,11 @@ const std::string listed =
     "F.Inter_id "
     "= I.Inter_id and Q.Quality_id = F.Quality_Id and F.Extension_id = E.Extension_id";
 
-class SilentWindow : public ListWindow, public CleanWindow, public GridOpenWindow {
+class SilentSort : public SortView {
 public:
-    void SetScanningPanel(const std::string&) override {}
-    void ClearList() override {}
-    void SetProgress(float) override {}
-    float Progress() const override { return 0; }
-    void SetMousePointer(int) override {}
-    void LoadTree() override {}
-    void LoadDatabase(const std::string&) override {}
     void SetRedraw(bool) override {}
     void SetHeaderPicture(const SortArrow&) override {}
+    void LoadDatabase(const std::string&) override {}
 };
 
 // The engine is watched from before the library is opened. Each procedure runs at least twice, so that a
@@ -69,47 +63,47 @@ protected:
         Write("d.mp3", Mp3Bytes("Song", "Red", "Other"));
         Scan();
         Scan();
-        window.options.QuickScan = true;
+        view.options.QuickScan = true;
         Scan();
-        window.options.QuickScan = false;
+        view.options.QuickScan = false;
     }
 
     void ScanOggs() {
-        ScanDriver withOgg(window, log, &m_oggPass);
+        ScanDriver withOgg(work, view, log, &m_oggPass);
         for (const char* name : {"a.ogg", "b.ogg"}) {
             Write(name, EncodedOgg::Stereo());
             withOgg.StartScan();
         }
         Write("c.ogg", EncodedOgg::Mono());
         withOgg.StartScan();
-        window.options.QuickScan = true;
+        view.options.QuickScan = true;
         withOgg.StartScan();
-        window.options.QuickScan = false;
+        view.options.QuickScan = false;
     }
 
     void LoadLists() {
         ListFilter all;
-        LoadDatabase(all, "", m_silent);
+        LoadDatabase(all, "", work, [] {});
         for (bool MainModule::*const flag :
              {&MainModule::SortInterpret, &MainModule::SortTitle, &MainModule::SortLength,
               &MainModule::SortQuality, &MainModule::SortFormat, &MainModule::SortSize}) {
             mainModule.*flag = true;
-            LoadDatabase(all, "", m_silent);
+            LoadDatabase(all, "", work, [] {});
             mainModule.*flag = false;
         }
         for (const char* word : {"a.mp3", "b.mp3"}) {
             ListFilter search;
             search.SearchText = word;
-            LoadDatabase(search, "", m_silent);
+            LoadDatabase(search, "", work, [] {});
         }
         for (const int key : {1, 2}) {
             ListFilter chosen;
             chosen.DriveId = chosen.GenreId = chosen.AlbumId = key;
-            LoadDatabase(chosen, "", m_silent);
+            LoadDatabase(chosen, "", work, [] {});
         }
         mainModule.ShowInGridMode = true;
         for (const char* list : {"1,2", "2,1"}) {
-            LoadDatabase(all, list, m_silent);
+            LoadDatabase(all, list, work, [] {});
         }
         mainModule.ShowInGridMode = false;
     }
@@ -139,8 +133,8 @@ protected:
     void CleanTwoFiles() {
         std::filesystem::remove(music / "a.mp3");
         std::filesystem::remove(music / "b.mp3");
-        CleanDatabase(m_silent);
-        CleanDatabase(m_silent);
+        CleanDatabase(work, m_views);
+        CleanDatabase(work, m_views);
     }
 
     void UseReminder() {
@@ -156,7 +150,7 @@ protected:
         }
     }
 
-    SilentWindow m_silent;
+    LibraryViewsDouble m_views;
     OggInfoReader m_oggInfo{RealFiles()};
     OggBatches m_oggPass;
 };
@@ -224,7 +218,7 @@ TEST_F(StatementRoadTest, OfTheOggPass) {
 
 TEST_F(StatementRoadTest, AnOggFileThatIsScannedAgainWritesNoRow) {
     Write("a.ogg", EncodedOgg::Stereo());
-    ScanDriver withOgg(window, log, &m_oggPass);
+    ScanDriver withOgg(work, view, log, &m_oggPass);
     withOgg.StartScan();
     const std::string before = Value("Select total_changes()");
     withOgg.StartScan();
@@ -296,15 +290,16 @@ TEST_F(StatementRoadTest, OfTheTree) {
 TEST_F(StatementRoadTest, OfADoubleClickOnTheList) {
     const StatementRoad road(connection);
     RecordingPlayer player{calls};
-    GridWindowDouble view;
-    GridSelection grid{view};
+    SelectionViewDouble rows;
+    SilentSort sort;
+    GridSelection grid{rows};
     grid.Reset(3);
     for (const int row : {1, 2}) {
         mainModule.FilePaths.Add("/" + std::to_string(row));
     }
     for (const int row : {1, 2}) {
         grid.SetRow(row);
-        grdMp3_DblClick(0, row, grid, player, m_silent);
+        grdMp3_DblClick(0, row, grid, player, sort, work);
     }
     EXPECT_THAT(road.Kinds(),
                 ElementsAre("Update Files Set Hits = Hits + ? where File_id = ?: partly lifted kept"));
@@ -334,7 +329,7 @@ TEST_F(StatementRoadTest, OfTheCheckAtStart) {
             other->Execute("Insert into Categories (Category) values ('" + std::string(name) + "')");
         }
         other->Commit();
-        CheckDatabase([](const std::string&) {});
+        CheckDatabase(work);
         Connection().Commit();
     }
     EXPECT_THAT(

@@ -144,7 +144,8 @@ TEST_F(TwoProgramsTest, ADoubledCategoryThatTheOtherHasRepairedKeepsItsLastRow) 
             Other("Delete from Categories where Category_id in (2)");
         }
     };
-    CheckDatabase([](const std::string&) {});
+    LongWorkDouble work;
+    CheckDatabase(work);
     EXPECT_EQ(tried, 1);
     EXPECT_EQ(Rows("Select Category_id, Category from Categories"), Texts{"1|Rock"});
     EXPECT_EQ(Value("Select Count(File_id) from FileCategories"), "1");
@@ -165,7 +166,8 @@ TEST_F(TwoProgramsTest, TheRepairOfDoubledCategoriesTakesNoRowThatTheOtherHasRen
             });
         }
     };
-    CheckDatabase([](const std::string&) {});
+    LongWorkDouble work;
+    CheckDatabase(work);
     EXPECT_EQ(tried, 1);
     EXPECT_EQ(Count("Select Category from Categories where Category = 'Rock'"), 1);
     EXPECT_EQ(Count("Select Category from Categories where Category = 'Jazz'"), renamed);
@@ -178,20 +180,13 @@ public:
     int looks = 0;
 };
 
-class NoWindow : public CleanWindow {
-public:
-    void SetMousePointer(int) override {}
-    void SetScanningPanel(const std::string&) override {}
-    void LoadTree() override {}
-    void LoadDatabase(const std::string&) override {}
-};
-
 TEST_F(TwoProgramsTest, AFileThatTheOtherStoresDuringTheCleaningIsKept) {
     Execute("Insert into Files (Path) values ('/music/song.mp3')");
     AppearingFile disk;
     services.fileSystem = &disk;
-    NoWindow window;
-    CleanDatabase(window);
+    LongWorkDouble work;
+    LibraryViewsDouble views;
+    CleanDatabase(work, views);
     EXPECT_EQ(disk.looks, 2);
     EXPECT_EQ(Rows("Select Path from Files"), Texts{"/music/song.mp3"});
 }
@@ -216,8 +211,9 @@ TEST_F(TwoProgramsTest, TheOtherMayWriteWhileTheCleaningLooksAtFilesThatAreThere
     SlowVolume disk;
     disk.onThird = [&] { other->Execute("Insert into Titel (Name) values ('x')"); };
     services.fileSystem = &disk;
-    NoWindow window;
-    EXPECT_NO_THROW(CleanDatabase(window));
+    LongWorkDouble work;
+    LibraryViewsDouble views;
+    EXPECT_NO_THROW(CleanDatabase(work, views));
     EXPECT_EQ(Rows("Select Path from Files"), (Texts{"/music/2.mp3", "/music/3.mp3"}));
 }
 
@@ -228,8 +224,9 @@ TEST_F(TwoProgramsTest, TheOtherMayWriteWhileAScanReadsSlowFoldersAndFiles) {
     }
     volumes.onFile = [this](FileFacts&) { OtherMayWrite(); };
     volumes.onList = [this](FolderContents&) { OtherMayWrite(); };
-    RecordingScanWindow window{calls};
-    ScanRun run(window, log);
+    LongWorkDouble work{calls};
+    RecordingScanView view{calls};
+    ScanRun run(work, view, log);
     run.Recursive = true;
     run.FilesTotal = 5;
 
@@ -270,8 +267,9 @@ TEST_F(TwoProgramsTest, TheOtherMayWriteWhileTheOggPassReadsAndLooksForWhatVanis
     InterruptedVolume volume(otherMayWrite);
     services.oggInfo = &tool;
     services.fileSystem = &volume;
-    RecordingScanWindow window{calls};
-    ScanRun run(window, log);
+    LongWorkDouble work{calls};
+    RecordingScanView view{calls};
+    ScanRun run(work, view, log);
     for (int i = 0; i < 11; ++i) { // One batch more than ten files.
         run.OggPaths.push_back(music / (std::to_string(i) + ".ogg"));
         if (i != 5) {

@@ -1,5 +1,5 @@
-// The tree pane of the main window: shows the category tree, and hands what mouse and keyboard do on it to
-// the tree's logic. frmMain owns it.
+// The tree on the screen: shows the categories, and hands what mouse and keyboard do on it to the tree's
+// logic. The main window makes it.
 #pragma once
 
 #include "tree/TreeEvents.h"
@@ -13,12 +13,13 @@
 
 namespace quavernet {
 
-class MainMenu;
+class CommandRegistry;
+class Controls;
 
 class TreePane : public QObject {
     Q_OBJECT
 public:
-    TreePane(QTreeWidget& tree, MainMenu& menu, PlayerWindow& player);
+    TreePane(QTreeWidget& tree, Controls& controls, const CommandRegistry& commands, PlayerWindow& player);
 
     /// Builds the tree again from the library. Fails as the logic's LoadTree does; the old tree then stays.
     void LoadTree();
@@ -38,11 +39,12 @@ private:
     void ShowColors();
     void NodeClick();
     void ContextMenu(const QPoint& position);
-    bool ShowMenuItems(const std::vector<TreeMenuItem>& items);
+    void ShowMenuItems(const std::vector<TreeMenuItem>& items);
     void KeyDown(const QKeyEvent& event);
 
     QTreeWidget& m_tree;
-    MainMenu& m_menu;
+    Controls& m_controls;
+    const CommandRegistry& m_commands;
     PlayerWindow& m_player;
     TreeModel m_model;
     std::unordered_map<std::string, QTreeWidgetItem*> m_items; ///< By node key.

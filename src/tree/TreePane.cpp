@@ -1,8 +1,9 @@
-#include "mainwindow/TreePane.h"
+#include "tree/TreePane.h"
 
+#include "app/CommandRegistry.h"
+#include "app/Controls.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
-#include "mainwindow/MainMenu.h"
 #include "tree/LoadTree.h"
 #include "widgets/KeyCodes.h"
 #include "widgets/Pictures.h"
@@ -32,8 +33,9 @@ QIcon IconOf(const TreeNode& node) {
 
 } // namespace
 
-TreePane::TreePane(QTreeWidget& tree, MainMenu& menu, PlayerWindow& player)
-    : QObject(&tree), m_tree(tree), m_menu(menu), m_player(player) {
+TreePane::TreePane(QTreeWidget& tree, Controls& controls, const CommandRegistry& commands,
+                   PlayerWindow& player)
+    : QObject(&tree), m_tree(tree), m_controls(controls), m_commands(commands), m_player(player) {
     tree.setHeaderHidden(true);
     tree.setUniformRowHeights(true);
     tree.setContextMenuPolicy(Qt::CustomContextMenu);
@@ -140,30 +142,23 @@ void TreePane::ContextMenu(const QPoint& position) {
         return;
     }
     m_tree.setCurrentItem(item);
-    if (ShowMenuItems(*items)) {
-        m_menu.Popup("mnuTree")->popup(m_tree.viewport()->mapToGlobal(position));
-    }
+    ShowMenuItems(*items);
+    const QPoint place = m_tree.viewport()->mapToGlobal(position);
+    m_controls.PopUp("mnuTree", {place.x(), place.y()});
 }
 
-// False if the menu has no item to show.
-bool TreePane::ShowMenuItems(const std::vector<TreeMenuItem>& items) {
+void TreePane::ShowMenuItems(const std::vector<TreeMenuItem>& items) {
     for (const TreeMenuItem& entry : items) {
-        if (QAction* item = m_menu.Item(entry.Name)) {
-            item->setVisible(entry.Visible);
-            item->setEnabled(entry.Visible);
-        }
+        m_controls.SetVisible(entry.Name, entry.Visible);
+        m_controls.SetEnabled(entry.Name, entry.Visible);
     }
-    const QMenu* menu = m_menu.Popup("mnuTree");
-    return menu != nullptr && !menu->isEmpty();
 }
 
 void TreePane::KeyDown(const QKeyEvent& event) {
     if (TreeKeyDown(m_model, KeyCode(event)) != TreeKeyAction::Delete) {
         return;
     }
-    if (QAction* item = m_menu.Item("mnuDelete")) {
-        IgnoreFailure([item] { item->trigger(); });
-    }
+    IgnoreFailure([this] { (void)m_commands.Run("mnuDelete"); });
 }
 
 // By the kind of the event first: the last ones come when the tree is hardly a tree any more.

@@ -1,4 +1,4 @@
-// The window around the list's selection: a view of some rows, file ids of a test's choice, and what it was
+// The view around the list's selection: a view of some rows, file ids of a test's choice, and what it was
 // told.
 #pragma once
 
@@ -10,7 +10,7 @@
 
 namespace quavernet::test {
 
-class GridWindowDouble : public GridWindow {
+class SelectionViewDouble : public SelectionView {
 public:
     std::int64_t RowData(std::int32_t row) const override { return fileId(row); }
     std::int32_t TopRow() const override { return topRow; }

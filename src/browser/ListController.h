@@ -1,7 +1,9 @@
-// The list's side of the main window: fills the grid through LoadDatabase, shows the counters, and answers
-// clicks on headers, rows and letters.
+// The list on the screen: fills the grid through LoadDatabase, shows the counters, and answers clicks on
+// heads, rows and letters. The main window makes it; commands reload through it.
 #pragma once
 
+#include "app/Controls.h"
+#include "app/LongWork.h"
 #include "browser/GridOpen.h"
 #include "browser/ListQuery.h"
 
@@ -12,38 +14,48 @@
 
 namespace quavernet {
 
-class frmMain;
+class FilterRow;
 class GridView;
+class LetterRow;
 
-class ListController : public QObject, private ListWindow, private GridOpenWindow {
+/// The controls that the list stands in and is filtered by.
+struct ListPane {
+    GridView& Grid;
+    FilterRow& Filter;
+    LetterRow& Letters;
+};
+
+class ListController : public QObject, private SortView {
     Q_OBJECT
 public:
-    ListController(frmMain& form, PlayerWindow& player);
+    ListController(ListPane pane, LongWork& work, Controls& controls, SwitchControls switchControls,
+                   PlayerWindow& player);
 
+    /// Lets events run.
     void LoadDatabase(const std::string& list) override;
-    void ClearList() override;
+    void ClearList();
     void LoadHeaders();
 
     /// The four counters of the status bar, from the last load, in the current language.
     void ShowTotals();
 
 private:
-    void SetScanningPanel(const std::string& text) override;
-    void SetProgress(float value) override;
-    float Progress() const override;
-    void SetMousePointer(int pointer) override;
     void SetRedraw(bool redraw) override;
     void SetHeaderPicture(const SortArrow& arrow) override;
 
     ListFilter ReadFilter() const;
+    void Reload();
     void DisableSelectionCommands();
     void DoubleClicked(std::int32_t mouseCol, std::int32_t mouseRow);
     void EnterPressed();
+    void SelectionChanged();
     void SetKontextItems(int mode);
     void KontextMenu(const QPoint& globalPosition);
-    GridView& Grid() const;
 
-    frmMain& m_form;
+    ListPane m_pane;
+    LongWork& m_work;
+    Controls& m_controls;
+    SwitchControls m_switchControls;
     PlayerWindow& m_player;
     ListTotals m_totals;
 };

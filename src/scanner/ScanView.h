@@ -1,9 +1,10 @@
-// What a running scan shows and asks of the main window and of the log window. The forms implement both;
-// tests bring doubles.
+// What a scan asks of the main window beside the observer of long work, and of the log window. The forms
+// implement both; tests bring doubles.
 #pragma once
 
 #include "platform/FileSystemObject.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -18,22 +19,13 @@ struct ScanOptions {
     bool ScanOgg = true;
 };
 
-class ScanWindow {
+class ScanView {
 public:
-    virtual ~ScanWindow() = default;
+    virtual ~ScanView() = default;
 
     virtual ScanOptions Options() const = 0;
-
-    /// Status bar panels by number: 1 "Scanning", 2 percent, 3 time left, 4 time used, 5.
-    virtual void SetPanel(int panel, const std::string& text) = 0;
-    virtual std::string Panel(int panel) const = 0;
-
-    virtual void SetTitle(const std::string& text) = 0;
-    virtual void SetMousePointer(int pointer) = 0; ///< 0 default, 11 hourglass.
-    virtual void SetProgress(float value) = 0;     ///< 0 to 100.
-    virtual float Progress() const = 0;
-    virtual void SetControlState(int mode) = 0; ///< 0 idle, 1 scan running.
-    virtual void ClearList() = 0;               ///< The grid keeps its header only.
+    virtual void SetControlState(std::int16_t mode) = 0; ///< 0 idle, 1 scan running.
+    virtual void ClearList() = 0;                        ///< The grid keeps its header only.
     virtual void FillDriveCombo() = 0;
     virtual void FillAlbumCombo() = 0;
     virtual void LoadDatabase(const std::string& list) = 0;

@@ -1,0 +1,26 @@
+#include "browser/ListCommands.h"
+
+#include "app/CommandRegistry.h"
+#include "app/Controls.h"
+#include "browser/FilterEvents.h"
+#include "browser/GridView.h"
+#include "browser/ListController.h"
+
+namespace quavernet {
+
+void RegisterListCommands(CommandRegistry& commands, ListController& list, GridView& grid,
+                          Controls& controls) {
+    const auto reload = [&list](bool) { list.LoadDatabase({}); };
+    commands.RegisterPair("mnump3", "mnuKontextMp3", controls, reload);
+    commands.RegisterPair("mnuogg", "mnuKontextOgg", controls, reload);
+    commands.RegisterPair("mnuwav", "mnuKontextWav", controls, reload);
+    commands.RegisterPair("mnuShowGridlines", "mnuKontextShowGridlines", controls,
+                          [&grid](bool checked) { grid.setShowGrid(checked); });
+    commands.Register("mnuOptionsLoadOverSearch", [&controls] {
+        // The click has turned the mark round already.
+        const bool before = !controls.Checked("mnuOptionsLoadOverSearch");
+        controls.SetChecked("mnuOptionsLoadOverSearch", mnuOptionsLoadOverSearch_Click(before));
+    });
+}
+
+} // namespace quavernet

@@ -1,0 +1,118 @@
+#include "browser/ListController.h"
+
+#include "adapters/qt/QtText.h"
+#include "app/LoadResString.h"
+#include "browser/FilterRow.h"
+#include "browser/GridView.h"
+#include "browser/LetterRow.h"
+
+#include <algorithm>
+
+namespace quavernet {
+
+ListController::ListController(ListPane pane, LongWork& work, Controls& controls,
+                               SwitchControls switchControls, PlayerWindow& player)
+    : m_pane(pane), m_work(work), m_controls(controls), m_switchControls(std::move(switchControls)),
+      m_player(player) {
+    GridView& grid = m_pane.Grid;
+    grid.ShowInScanningPanel = [this](const std::string& text) { m_work.SetPanel(Panel::Scanning, text); };
+    connect(&grid, &GridView::DoubleClicked, this, &ListController::DoubleClicked);
+    connect(&grid, &GridView::EnterPressed, this, &ListController::EnterPressed);
+    connect(&grid, &GridView::KontextItemsWanted, this, &ListController::SetKontextItems);
+    connect(&grid, &GridView::KontextMenuWanted, this, &ListController::KontextMenu);
+    connect(&grid, &GridView::ControlStateChanged, this, &ListController::SelectionChanged);
+    connect(&m_pane.Filter, &FilterRow::ReloadWanted, this, &ListController::Reload);
+    connect(&m_pane.Letters, &LetterRow::LetterChosen, this, &ListController::Reload);
+}
+
+void ListController::Reload() {
+    LoadDatabase({});
+}
+
+void ListController::LoadDatabase(const std::string& list) {
+    ListResult result =
+        quavernet::LoadDatabase([this] { return ReadFilter(); }, list, m_work, [this] { ClearList(); });
+    m_pane.Grid.SetRows(std::move(result.Rows));
+    m_totals = std::move(result.Totals);
+    ShowTotals();
+    m_work.SetProgress(0);
+    DisableSelectionCommands();
+    m_switchControls(0);
+    m_pane.Grid.setToolTip({});
+    m_work.SetPanel(Panel::Scanning, {});
+}
+
+void ListController::ClearList() {
+    m_totals.TotalMegabytes = 0;
+    m_pane.Grid.SetRows({});
+    m_controls.SetEnabled("plist", false);
+}
+
+void ListController::DisableSelectionCommands() {
+    for (const char* name : {"plist", "konvert", "mnuPlaylist", "mnuDetails", "mnuEditFilename",
+                             "mnuEditExchange", "mnuEditDelete"}) {
+        m_controls.SetEnabled(name, false);
+    }
+}
+
+void ListController::LoadHeaders() {
+    // A leading "<" stands for a left-aligned first column.
+    QString format = ToQString(LoadResString(384));
+    if (format.startsWith(u'<')) {
+        format.remove(0, 1);
+    }
+    m_pane.Grid.Model().SetHeaders(format.split(u'|'));
+}
+
+void ListController::ShowTotals() {
+    const std::size_t listed = m_pane.Grid.Model().Rows().Count();
+    m_work.SetPanel(Panel::Filecount, FileCountText(listed, m_totals.TotalMegabytes));
+    m_work.SetPanel(Panel::Interprets, InterpretCountText(m_totals.InterpretCount));
+    m_work.SetPanel(Panel::Titles, TitleCountText(m_totals.TitleCount));
+    m_work.SetPanel(Panel::Albums, AlbumCountText(m_totals.AlbumCount));
+}
+
+ListFilter ListController::ReadFilter() const {
+    ListFilter filter;
+    m_pane.Filter.ReadFilter(filter);
+    filter.ViewMp3 = m_controls.Checked("mnump3");
+    filter.ViewWav = m_controls.Checked("mnuwav");
+    filter.ViewOgg = m_controls.Checked("mnuogg");
+    return filter;
+}
+
+void ListController::SetRedraw(bool redraw) {
+    m_pane.Grid.setUpdatesEnabled(redraw);
+}
+
+void ListController::SetHeaderPicture(const SortArrow& arrow) {
+    m_pane.Grid.Model().SetSortArrow(arrow.Column, arrow.Picture == "ArrowUp");
+}
+
+void ListController::DoubleClicked(std::int32_t mouseCol, std::int32_t mouseRow) {
+    grdMp3_DblClick(mouseCol, mouseRow, m_pane.Grid.Selection(), m_player, *this, m_work);
+}
+
+void ListController::EnterPressed() {
+    // Several rows go to the player together; there is no command for it in the menus yet either.
+    if (GridEnter() == GridEnterAction::DblClick) {
+        constexpr std::int32_t FirstRow = 1; // Without a current row Enter opens nothing; it never sorts.
+        DoubleClicked(0, std::max(m_pane.Grid.Selection().Row(), FirstRow));
+    }
+}
+
+void ListController::SelectionChanged() {
+    m_switchControls(3);
+}
+
+void ListController::SetKontextItems(int mode) {
+    for (const KontextItem& entry : KontextItems(mode)) {
+        m_controls.SetEnabled(entry.Name, entry.Enabled);
+    }
+}
+
+void ListController::KontextMenu(const QPoint& globalPosition) {
+    m_controls.PopUp("mnuKontext", {globalPosition.x(), globalPosition.y()});
+}
+
+} // namespace quavernet

@@ -1,0 +1,48 @@
+#include "mainwindow/MainParts.h"
+
+#include "browser/ListCommands.h"
+#include "library/LibraryCommands.h"
+#include "mainwindow/MainMenuTable.h"
+#include "mainwindow/WindowCommands.h"
+#include "scanner/ScanCommands.h"
+
+#include <QMainWindow>
+
+namespace quavernet {
+
+namespace {
+
+// All that may stand in a menu, on the toolbar or beside the search box.
+std::vector<std::string_view> CommandNames() {
+    std::vector<std::string_view> names = MainToolbar::Keys();
+    names.insert(names.end(), {"cmdPlay", "cmdRandomize"});
+    for (const MenuEntry& entry : MainMenuTable) {
+        if (!entry.Is(MenuEntry::Menu) && !entry.Is(MenuEntry::Bar)) {
+            names.push_back(entry.Name);
+        }
+    }
+    return names;
+}
+
+} // namespace
+
+MainParts::MainParts(QMainWindow& window, const SwitchControls& switchControls,
+                     const std::function<void()>& loadStrings)
+    : Commands(CommandNames()), Menu(*new MainMenu(window.menuBar())), Panes(*new MainPanes(&window)),
+      Named(Menu, Panes.Toolbar1(), Panes), Work(window, Panes.Status()),
+      List({Panes.Grid(), Panes.Filter(), Panes.Letters()}, Work, Named, switchControls, Player),
+      Tree(Panes.Tree(), Named, Commands, Player), Views(List, Panes.Filter(), Tree, Named, switchControls),
+      Scan(Work, Views, Named, window) {
+    window.setCentralWidget(&Panes);
+    RegisterScanCommands(Commands, Scan, Named, window);
+    RegisterListCommands(Commands, List, Panes.Grid(), Named);
+    RegisterLibraryCommands(Commands, Work, Views);
+    RegisterWindowCommands(Commands, Named, window, loadStrings);
+    Menu.Build(Commands);
+    Panes.BuildCommands(Commands);
+    QObject::connect(
+        &Panes.Grid(), &GridView::FilesDropped, &List,
+        [this](const std::vector<std::string>& paths) { Scan.FilesDropped(DropTarget::Grid, paths); });
+}
+
+} // namespace quavernet

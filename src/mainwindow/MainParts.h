@@ -1,0 +1,41 @@
+// The parts of the main window in order of dependency: each is given what it uses when it is made. frmMain
+// owns them; the start, tests and benchmarks reach them through it.
+#pragma once
+
+#include "app/CommandRegistry.h"
+#include "browser/ListController.h"
+#include "mainwindow/MainControls.h"
+#include "mainwindow/MainMenu.h"
+#include "mainwindow/MainPanes.h"
+#include "mainwindow/MainViews.h"
+#include "mainwindow/MainWork.h"
+#include "mainwindow/NoPlayer.h"
+#include "scanner/ScanController.h"
+#include "tree/TreePane.h"
+
+#include <functional>
+
+class QMainWindow;
+
+namespace quavernet {
+
+class MainParts {
+public:
+    /// `switchControls` and `loadStrings` are the window's own. Throws RuntimeError if a command is
+    /// registered under a name that no menu and no toolbar knows, or twice.
+    MainParts(QMainWindow& window, const SwitchControls& switchControls,
+              const std::function<void()>& loadStrings);
+
+    CommandRegistry Commands;
+    MainMenu& Menu; ///< Owned by the window, like the panes.
+    MainPanes& Panes;
+    MainControls Named;
+    MainWork Work;
+    NoPlayer Player;
+    ListController List;
+    TreePane Tree;
+    MainViews Views;
+    ScanController Scan;
+};
+
+} // namespace quavernet

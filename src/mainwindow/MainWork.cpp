@@ -1,0 +1,64 @@
+#include "mainwindow/MainWork.h"
+
+#include "adapters/qt/QtText.h"
+#include "app/MainModule.h"
+#include "mainwindow/MainStatusBar.h"
+
+#include <QWidget>
+
+namespace quavernet {
+
+namespace {
+constexpr int TitleTimeMs = 50; // Painting takes time away from a scan.
+}
+
+MainWork::MainWork(QWidget& window, MainStatusBar& status) : m_window(window), m_status(status) {
+    m_titleTimer.setSingleShot(true);
+    m_titleTimer.setInterval(TitleTimeMs);
+    connect(&m_titleTimer, &QTimer::timeout, this, &MainWork::ShowTitle);
+}
+
+void MainWork::SetPanel(Panel panel, const std::string& text) {
+    m_status.SetText(panel, text);
+}
+
+std::string MainWork::PanelText(Panel panel) const {
+    return m_status.Text(panel);
+}
+
+void MainWork::SetTitle(const std::string& text) {
+    m_title = text;
+    if (!m_titleTimer.isActive()) {
+        ShowTitle();
+        m_titleTimer.start();
+    }
+}
+
+void MainWork::ShowTitle() {
+    const QString title = ToQString(m_title);
+    if (title != m_window.windowTitle()) {
+        m_window.setWindowTitle(title);
+    }
+}
+
+void MainWork::SetMousePointer(MousePointer pointer) {
+    if (pointer == MousePointer::Hourglass) {
+        m_window.setCursor(Qt::WaitCursor);
+    } else {
+        m_window.unsetCursor();
+    }
+}
+
+void MainWork::SetProgress(float value) {
+    m_status.SetProgress(value);
+}
+
+float MainWork::Progress() const {
+    return m_status.Progress();
+}
+
+void MainWork::DoEvents() {
+    services.events->DoEvents();
+}
+
+} // namespace quavernet

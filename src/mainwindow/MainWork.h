@@ -1,0 +1,44 @@
+// The observer of long work: status bar, title and pointer of the main window. Everything that takes a while
+// reports through it.
+#pragma once
+
+#include "app/LongWork.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <string>
+
+class QWidget;
+
+namespace quavernet {
+
+class MainStatusBar;
+
+class MainWork : public QObject, public LongWork {
+    Q_OBJECT
+public:
+    MainWork(QWidget& window, MainStatusBar& status);
+
+    void SetPanel(Panel panel, const std::string& text) override;
+    std::string PanelText(Panel panel) const override;
+    /// Shown twenty times a second at most; the last text always comes up.
+    void SetTitle(const std::string& text) override;
+    void SetMousePointer(MousePointer pointer) override;
+    void SetProgress(float value) override;
+    float Progress() const override;
+    void DoEvents() override;
+    bool Cancelled() const override { return m_cancelled; }
+    void SetCancelled(bool cancelled) override { m_cancelled = cancelled; }
+
+private:
+    void ShowTitle();
+
+    QWidget& m_window;
+    MainStatusBar& m_status;
+    QTimer m_titleTimer;
+    std::string m_title;
+    bool m_cancelled = false;
+};
+
+} // namespace quavernet

@@ -1,0 +1,43 @@
+// The scan's side of the main window: starts and cancels the scan, takes dropped files, and owns the log
+// window. The main window makes it; the commands of the scan and the reminder run it.
+#pragma once
+
+#include "app/Controls.h"
+#include "app/LongWork.h"
+#include "scanner/AddDroppedFiles.h"
+#include "scanner/OggBatches.h"
+#include "scanner/ScanDriver.h"
+#include "scanner/ScanView.h"
+
+#include <memory>
+
+class QWidget;
+
+namespace quavernet {
+
+class frmScanLog;
+
+class ScanController {
+public:
+    /// `owner` is the window that the log stands over.
+    ScanController(LongWork& work, ScanView& view, Controls& controls, QWidget& owner);
+    ~ScanController();
+
+    /// Lets events run all the way.
+    void mnuScan_Click();
+    /// As mnuScan_Click, for a scan that the reminder starts: failures are passed over.
+    void ReminderScan();
+    void Cancel();
+    void FilesDropped(DropTarget target, const std::vector<std::string>& paths);
+
+private:
+    LongWork& m_work;
+    ScanView& m_view;
+    Controls& m_controls;
+    QWidget& m_owner;
+    std::unique_ptr<frmScanLog> m_log;
+    OggBatches m_oggBatches;
+    ScanDriver m_driver;
+};
+
+} // namespace quavernet
