@@ -2,6 +2,7 @@
 
 #include "adapters/qt/QtText.h"
 #include "app/LoadResString.h"
+#include "app/MainModule.h"
 #include "browser/FilterEvents.h"
 #include "widgets/KeyCodes.h"
 
@@ -144,15 +145,22 @@ void FilterRow::LoadStrings() {
     m_search->setAccessibleName(ToQString(LoadResString(105)));
 }
 
+// While a scan runs, a click on a box takes itself back.
 void FilterRow::InterpretClicked() {
-    m_interpret->setChecked(ClickInterpret(m_interpret->isChecked(), m_title->isChecked()));
+    const bool checked = m_interpret->isChecked();
+    m_interpret->setChecked(mainModule.ScanRunning ? !checked
+                                                   : ClickInterpret(checked, m_title->isChecked()));
 }
 
 void FilterRow::TitleClicked() {
-    m_title->setChecked(ClickTitle(m_title->isChecked(), m_interpret->isChecked()));
+    const bool checked = m_title->isChecked();
+    m_title->setChecked(mainModule.ScanRunning ? !checked : ClickTitle(checked, m_interpret->isChecked()));
 }
 
 bool FilterRow::Apply(FilterAction action) {
+    if (mainModule.ScanRunning) {
+        return false;
+    }
     switch (action) {
     case FilterAction::LoadDatabase:
         emit ReloadWanted();

@@ -1,6 +1,7 @@
 #include "browser/GridView.h"
 
 #include "adapters/qt/FileUris.h"
+#include "app/MainModule.h"
 #include "browser/GridPaint.h"
 #include "widgets/Pictures.h"
 
@@ -33,8 +34,9 @@ GridModifiers ModifiersOf(const QMouseEvent& event) {
             event.modifiers().testFlag(Qt::AltModifier)};
 }
 
+// While a scan runs the list takes no files: it inspects one at a time.
 void TakeFiles(QDropEvent& event) {
-    if (event.mimeData()->hasUrls()) {
+    if (event.mimeData()->hasUrls() && !mainModule.ScanRunning) {
         event.setDropAction(Qt::CopyAction);
         event.accept();
     } else {
@@ -295,7 +297,9 @@ void GridView::dragMoveEvent(QDragMoveEvent* event) {
 void GridView::dropEvent(QDropEvent* event) {
     const std::vector<std::string> paths = LocalFiles(*event->mimeData());
     TakeFiles(*event);
-    emit FilesDropped(paths);
+    if (event->isAccepted()) {
+        emit FilesDropped(paths);
+    }
 }
 
 } // namespace quavernet

@@ -1,6 +1,7 @@
 #include "browser/LetterRow.h"
 
 #include "app/LoadResString.h"
+#include "app/MainModule.h"
 #include "widgets/Pictures.h"
 #include "widgets/Twips.h"
 
@@ -53,6 +54,9 @@ void LetterRow::AddLabel(std::size_t index) {
 }
 
 void LetterRow::Choose(std::size_t index) {
+    if (mainModule.ScanRunning) {
+        return;
+    }
     m_cursor = index;
     const FilterAction action = m_state.Click(index);
     ShowLooks();

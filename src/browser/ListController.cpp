@@ -2,6 +2,7 @@
 
 #include "adapters/qt/QtText.h"
 #include "app/LoadResString.h"
+#include "app/MainModule.h"
 #include "browser/FilterRow.h"
 #include "browser/GridView.h"
 #include "browser/LetterRow.h"
@@ -37,7 +38,8 @@ void ListController::LoadDatabase(const std::string& list) {
     ShowTotals();
     m_work.SetProgress(0);
     DisableSelectionCommands();
-    m_switchControls(0);
+    // A scan keeps its state to its end: it must stay possible to cancel it.
+    m_switchControls(mainModule.ScanRunning ? 1 : 0);
     m_pane.Grid.setToolTip({});
     m_work.SetPanel(Panel::Scanning, {});
 }
@@ -90,7 +92,9 @@ void ListController::SetHeaderPicture(const SortArrow& arrow) {
 }
 
 void ListController::DoubleClicked(std::int32_t mouseCol, std::int32_t mouseRow) {
-    grdMp3_DblClick(mouseCol, mouseRow, m_pane.Grid.Selection(), m_player, *this, m_work);
+    if (!mainModule.ScanRunning) {
+        grdMp3_DblClick(mouseCol, mouseRow, m_pane.Grid.Selection(), m_player, *this, m_work);
+    }
 }
 
 void ListController::EnterPressed() {
@@ -102,7 +106,9 @@ void ListController::EnterPressed() {
 }
 
 void ListController::SelectionChanged() {
-    m_switchControls(3);
+    if (!mainModule.ScanRunning) {
+        m_switchControls(3);
+    }
 }
 
 void ListController::SetKontextItems(int mode) {
@@ -112,7 +118,9 @@ void ListController::SetKontextItems(int mode) {
 }
 
 void ListController::KontextMenu(const QPoint& globalPosition) {
-    m_controls.PopUp("mnuKontext", {globalPosition.x(), globalPosition.y()});
+    if (!mainModule.ScanRunning) {
+        m_controls.PopUp("mnuKontext", {globalPosition.x(), globalPosition.y()});
+    }
 }
 
 } // namespace quavernet

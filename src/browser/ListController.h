@@ -31,7 +31,7 @@ public:
     ListController(ListPane pane, LongWork& work, Controls& controls, SwitchControls switchControls,
                    PlayerWindow& player);
 
-    /// Lets events run.
+    /// Ends in the control state of the moment: idle, or that of a running scan. Lets events run.
     void LoadDatabase(const std::string& list) override;
     void ClearList();
     void LoadHeaders();

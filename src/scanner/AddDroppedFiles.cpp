@@ -48,7 +48,7 @@ void AddDroppedFileToLibrary(const std::string& path, ScanDriver& driver) {
 
 void AddDroppedFiles(DropTarget target, const std::vector<std::string>& paths, ScanDriver& driver,
                      ScanView& view) {
-    if (target == DropTarget::Window) {
+    if (target == DropTarget::Window || mainModule.ScanRunning) {
         return;
     }
     try {

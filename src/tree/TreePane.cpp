@@ -142,6 +142,9 @@ void TreePane::ContextMenu(const QPoint& position) {
         return;
     }
     m_tree.setCurrentItem(item);
+    if (mainModule.ScanRunning) {
+        return;
+    }
     ShowMenuItems(*items);
     const QPoint place = m_tree.viewport()->mapToGlobal(position);
     m_controls.PopUp("mnuTree", {place.x(), place.y()});
@@ -176,7 +179,7 @@ bool TreePane::eventFilter(QObject* watched, QEvent* event) {
         ShowColors();
     } else if (event->type() == QEvent::MouseButtonDblClick && watched == m_tree.viewport() &&
                static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton &&
-               m_tree.itemAt(static_cast<QMouseEvent*>(event)->pos()) != nullptr) {
+               m_tree.itemAt(static_cast<QMouseEvent*>(event)->pos()) != nullptr && !mainModule.ScanRunning) {
         TreeDblClick(m_model, m_player);
     }
     return false;

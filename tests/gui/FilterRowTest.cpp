@@ -63,6 +63,20 @@ TEST_F(FilterRowTest, ANulInAPastedOrDroppedTextIsLeftOut) {
     EXPECT_EQ(Listed(), Texts{"Cure"});
 }
 
+TEST_F(FilterRowTest, EnterInTheSearchBoxSearchesAndDoesNotReachTheBox) {
+    Start();
+    auto& search = Control<QLineEdit>("txtSearch");
+    int reached = 0;
+    QObject::connect(&search, &QLineEdit::returnPressed, [&] { ++reached; });
+    search.setText(QStringLiteral("Cure"));
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        QTest::keyClick(&search, key);
+        EXPECT_EQ(Listed(), Texts{"Cure"});
+    }
+    EXPECT_EQ(reached, 0);
+    EXPECT_EQ(FromQString(search.text()), "Cure");
+}
+
 TEST_F(FilterRowTest, AMousePickReloadsAtOnceAndArrowKeysOnlyWithEnter) {
     Start();
     auto& album = Control<QComboBox>("cboAlbum");

@@ -30,8 +30,14 @@ public:
         }
         return {};
     }
-    bool FileExists(const std::string& path) override { return files.contains(path); }
-    bool FolderExists(const std::string& path) override { return folders.contains(path); }
+    bool FileExists(const std::string& path) override {
+        looked.insert(path);
+        return files.contains(path);
+    }
+    bool FolderExists(const std::string& path) override {
+        looked.insert(path);
+        return folders.contains(path);
+    }
     void CreateFolder(const std::string& path) override {
         m_log.push_back("create " + path);
         if (createFails) {
@@ -56,6 +62,7 @@ public:
 
     std::set<std::string> files;
     std::set<std::string> folders;
+    std::set<std::string> looked; ///< What was asked for.
     bool folderAppears = true;
     bool fileAppears = true;
     bool createFails = false;
@@ -138,6 +145,20 @@ TEST_F(LocateDatabaseTest, AFirstStartMakesTheFolderAndCopiesTheTemplate) {
     EXPECT_EQ(log, (Texts{"create " + std::string(Folder), Copy}));
     EXPECT_TRUE(msgBox.shown.empty());
     EXPECT_EQ(ticking.looks, 2); // One per wait: each ends in its first round.
+}
+
+TEST_F(LocateDatabaseTest, ASecondLibraryFileIsNeverLookedFor) {
+    const std::set<std::string> others{
+        "/home/anna/Quavernet.db", "/home/anna/Quavernet Database/Quavernet.mdb",
+        "/home/anna/Quavernet Database/Quavernet.db.1", "/opt/quavernet/Quavernet Database/Quavernet.db"};
+    files.files = others;
+    files.files.insert("/opt/quavernet/Quavernet.db");
+    files.folders.insert(Folder);
+    EXPECT_EQ(Located(), File);
+    EXPECT_EQ(log, (Texts{Copy})) << "the template makes the library, whatever lies around";
+    EXPECT_EQ(Located(), File);
+    files.looked.erase(Folder);
+    EXPECT_EQ(files.looked, std::set<std::string>{File});
 }
 
 TEST_F(LocateDatabaseTest, AnExistingFolderIsKept) {
