@@ -6,6 +6,7 @@
 #include "browser/FilterRow.h"
 #include "browser/GridView.h"
 #include "browser/LetterRow.h"
+#include "browser/LoadDatabase.h"
 
 #include <algorithm>
 

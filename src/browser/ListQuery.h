@@ -1,13 +1,11 @@
-// The one procedure that fills the main list: composes the statement from the filter, reads the rows, filters
-// them by letter and format, and counts. The main window calls it and shows the result.
+// What the main list is made of: the filter, the statements that it composes, the rows and texts that come
+// out. LoadDatabase puts them together; the list's form shows the rows.
 #pragma once
 
-#include "app/LongWork.h"
 #include "platform/ADODB.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -69,18 +67,6 @@ struct ListResult {
     ListRows Rows;
     ListTotals Totals;
 };
-
-/// Loads the list; fills mainModule.FilePaths and FileNames and empties SelectedRows. `list` holds File_ids
-/// separated by commas and is used in the modes ShowInGridMode and ShowChartMode alone. Throws RuntimeError
-/// if a statement fails; the status panel then keeps its text. `clearList` leaves the grid its header only.
-/// Lets events run before it touches anything.
-ListResult LoadDatabase(const ListFilter& filter, const std::string& list, LongWork& work,
-                        const std::function<void()>& clearList);
-
-/// As above, for a caller with live controls: events run at the beginning of a load, and the filter is read
-/// behind them, so that a change made by one of those events is not lost.
-ListResult LoadDatabase(const std::function<ListFilter()>& readFilter, const std::string& list,
-                        LongWork& work, const std::function<void()>& clearList);
 
 /// The clauses of the search box and of the three combos, each beginning " and "; empty where nothing is
 /// chosen.

@@ -1,10 +1,7 @@
 #include "scanner/ProgressStep.h"
 
 #include "app/MainModule.h"
-
-#include <charconv>
-#include <cstdlib>
-#include <iterator>
+#include "scanner/ClockText.h"
 
 namespace quavernet {
 
@@ -21,24 +18,7 @@ std::int32_t SecondsLeft(std::int32_t elapsed, std::int32_t filesDone, double fi
     return Narrow32(static_cast<double>(elapsed) / filesDone * (filesTotal - filesDone));
 }
 
-// At least two digits, a sign before them: made six times a file, so without the general number formats.
-void AppendTwoDigits(std::string& text, std::int32_t value) {
-    char digits[16];
-    const char* const end = std::to_chars(digits, std::end(digits), std::abs(value)).ptr;
-    const auto size = static_cast<std::size_t>(end - digits);
-    text.append(value < 0 ? "-" : "").append(size < 2 ? "0" : "").append(digits, size);
-}
-
 } // namespace
-
-std::string ClockText(std::int32_t seconds) {
-    const std::int32_t rest = seconds % 60;
-    std::string text;
-    AppendTwoDigits(text, seconds / 60 / 60);
-    AppendTwoDigits(text += ':', seconds / 60 % 60);
-    AppendTwoDigits(text += ':', rest == -1 ? 0 : rest);
-    return text;
-}
 
 void AdvanceProgress(ScanRun& run, double filesTotal, const std::string& remainingPrefix,
                      const std::string& elapsedPrefix) {

@@ -4,7 +4,6 @@
 
 #include "scanner/ScanRun.h"
 
-#include <cstdint>
 #include <string>
 
 namespace quavernet {
@@ -13,8 +12,5 @@ namespace quavernet {
 /// Throws RuntimeError 6 if the time left is no 32-bit number.
 void AdvanceProgress(ScanRun& run, double filesTotal, const std::string& remainingPrefix,
                      const std::string& elapsedPrefix);
-
-/// Hours, minutes and seconds of a number of seconds, two digits each.
-std::string ClockText(std::int32_t seconds);
 
 } // namespace quavernet

@@ -2,7 +2,7 @@
 
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"
-#include "scanner/ProgressStep.h"
+#include "scanner/ClockText.h"
 #include "scanner/ScanView.h"
 
 #include <charconv>

@@ -1,4 +1,4 @@
-#include "browser/ListQuery.h"
+#include "browser/LoadDatabase.h"
 
 #include "adapters/sqlite/OrderClause.h"
 #include "platform/RuntimeError.h"

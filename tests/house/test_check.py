@@ -108,6 +108,27 @@ class CheckTest(unittest.TestCase):
         self.write("src/mainwindow/frmMain.cpp", f"void frmMain::A() {{\n{half}}}\nvoid frmList::B() {{\n{half}}}\n")
         self.assertEqual(self.broken("connects"), [])
 
+    def test_registered_commands_count_as_connections(self):
+        each = "    commands.Register(a, b);\n    commands.RegisterPair(a, b);\n    commands.RegisterForScan(a, b);\n"
+        self.write("src/browser/ListCommands.cpp",
+                   f"void ListCommands::Add() {{\n{each * 8}    commands.RegisterMark(a);\n}}\n")
+        self.assertEqual(self.broken("connects"), [])
+        self.write("src/browser/ListCommands.cpp",
+                   f"void ListCommands::Add() {{\n{each * 8}    RegisterListCommands(a);\n}}\n")
+        self.assertEqual(self.broken("connects"), [])
+        self.write("src/browser/ListCommands.cpp",
+                   f"void ListCommands::Add() {{\n{each * 8}    Register(a, b);\n    connect(a, b);\n}}\n")
+        self.assertEqual(self.broken("connects"), ["ListCommands: 26 connections, at most 25"])
+
+    def test_a_source_counts_together_with_its_header_in_a_circle(self):
+        self.write("src/app/A.h", "")
+        self.write("src/app/A.cpp", '#include "app/A.h"\n#include "app/B.h"\n')
+        self.write("src/app/B.h", "")
+        self.write("src/app/B.cpp", '#include "app/B.h"\n')
+        self.assertEqual(self.broken("cycles"), [])
+        self.write("src/app/B.cpp", '#include "app/B.h"\n#include "app/A.h"\n')
+        self.assertEqual(self.broken("cycles"), ["sources with their headers use each other: src/app/A src/app/B"])
+
     def test_files_that_include_each_other_are_a_cycle(self):
         self.write("src/app/A.h", '#include "app/B.h"\n')
         self.write("src/app/B.h", '#include "app/A.h"\n')

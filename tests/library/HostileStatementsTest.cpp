@@ -8,7 +8,7 @@
 
 #include "adapters/id3v2/TagLibComponent.h"
 #include "adapters/vorbis/OggInfoReader.h"
-#include "browser/ListQuery.h"
+#include "browser/LoadDatabase.h"
 #include "library/CleanDatabase.h"
 #include "library/DatabaseCheck.h"
 #include "library/SqlQuote.h"

@@ -1,5 +1,7 @@
 #include "scanner/ProgressStep.h"
 
+#include "scanner/ClockText.h"
+
 #include "support/LogicTest.h"
 #include "support/ScanDoubles.h"
 

@@ -68,12 +68,16 @@ def sizes(root):
     return broken
 
 
+# Signals that are connected, and commands that are registered under the names of their items.
+CONNECTION = re.compile(r"\bconnect\s*\(|\bRegister(?:ForScan|Mark|Pair)?\s*\(")
+
+
 def connects(root):
-    """A class makes at most 25 signal connections."""
+    """A class makes at most 25 connections of signals and registrations of commands."""
     counts = {}
     for path in source.walk(root, ["src"], source.CODE):
         for function in source.functions(source.read(root, path)):
-            calls = len(re.findall(r"\bconnect\s*\(", function.body))
+            calls = len(CONNECTION.findall(function.body))
             owner = function.owner or f"{path} (no class)"
             counts[owner] = counts.get(owner, 0) + calls
     worst("Most connections", [(number, owner) for owner, number in counts.items() if number])
@@ -114,15 +118,20 @@ def find_cycles(graph):
 
 
 def cycles(root):
-    """No file includes itself over others, and no folder depends on itself over others."""
+    """No file includes itself over others, no source with its header uses itself over others, and no folder."""
     tree = source.Tree(root)
     files = {path: tree.own_includes(path) for path in tree.files}
-    folders = {}
+    folders, pairs = {}, {}
     for path, others in files.items():
-        room = tree.room(path)
+        room, pair = tree.room(path), os.path.splitext(path)[0]
         folders.setdefault(room, set()).update(tree.room(other) for other in others if tree.room(other) != room)
+        pairs.setdefault(pair, set()).update({os.path.splitext(other)[0] for other in others} - {pair})
     print(f"Include graph: {len(files)} files, {sum(map(len, files.values()))} includes, {len(folders)} folders")
-    return [f"files include each other: {' '.join(group)}" for group in find_cycles(files)] + [
+    circles = find_cycles(files)
+    told = [{os.path.splitext(path)[0] for path in group} for group in circles]
+    return [f"files include each other: {' '.join(group)}" for group in circles] + [
+        f"sources with their headers use each other: {' '.join(group)}" for group in find_cycles(pairs)
+        if set(group) not in told] + [
         f"folders depend on each other: {' '.join(group)}" for group in find_cycles(folders)]
 
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstring>
 #include <memory>
 
 #include <sqlite3.h>
@@ -16,9 +15,6 @@ namespace quavernet::sqlite {
 
 namespace {
 
-// "TEXT" in the name gives the column text affinity; a column declared DATE would turn '2026' into a number.
-constexpr const char* dateType = "DATETEXT";
-
 bool TakeNumber(std::string_view text, std::size_t offset, std::size_t digits, int& number) {
     const char* const first = text.data() + offset;
     const auto result = std::from_chars(first, first + digits, number);
@@ -26,10 +22,6 @@ bool TakeNumber(std::string_view text, std::size_t offset, std::size_t digits, i
 }
 
 } // namespace
-
-bool IsDateType(const char* declaredType) {
-    return declaredType != nullptr && std::strcmp(declaredType, dateType) == 0;
-}
 
 std::vector<std::string> DateColumnNames(sqlite3* database) {
     const PreparedStatement query =

@@ -12,9 +12,6 @@ struct sqlite3;
 
 namespace quavernet::sqlite {
 
-/// Whether a declared type is that of the date columns; null (an expression) is not.
-bool IsDateType(const char* declaredType);
-
 /// Names of all date columns in the file, in lower case.
 std::vector<std::string> DateColumnNames(sqlite3* database);
 

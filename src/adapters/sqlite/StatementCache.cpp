@@ -2,7 +2,7 @@
 
 #include <sqlite3.h>
 
-#include "adapters/sqlite/DateColumns.h"
+#include "adapters/sqlite/DateType.h"
 #include "adapters/sqlite/SkipUnchangedRows.h"
 #include "adapters/sqlite/SqliteError.h"
 #include "platform/RuntimeError.h"
