@@ -1,18 +1,20 @@
 // The inside of frmMain: toolbar and filter row on top, tree and list pane with the splitter between them,
-// the status bar below. It owns the controls and moves them by the layout rules.
+// the status bar below. It makes and owns the controls; PaneLayout moves them.
 #pragma once
 
 #include "browser/FilterRow.h"
 #include "browser/GridView.h"
 #include "browser/LetterRow.h"
-#include "mainwindow/MainLayout.h"
 #include "mainwindow/MainStatusBar.h"
 #include "mainwindow/MainToolbar.h"
+#include "mainwindow/PaneLayout.h"
 #include "widgets/PictureButton.h"
 
 #include <QFrame>
 #include <QTreeWidget>
 #include <QWidget>
+
+#include <memory>
 
 namespace quavernet {
 
@@ -34,12 +36,7 @@ public:
     /// Texts of the controls of the panes in the current language; the combos' entries are filled apart.
     void LoadStrings();
 
-    void PackForSmallScreen();
-    /// Lays the panes out for the start, with the window at its size.
-    void SetSplitterPos(std::int32_t twips);
-    std::int32_t SplitterPos() const { return static_cast<std::int32_t>(m_layout.lblSizer.Left); }
-
-    void Form_Resize();
+    PaneLayout& Placement() { return *m_placement; }
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -51,15 +48,9 @@ private:
     void BuildFrames();
     void OrderTabs();
     void LoadAccessibleNames();
-    void SizeFilterRow();
-    void FitFilterRow();
-    void ReadLayout();
-    void ApplyLayout();
     void PlayButtonsAtRest();
-    void SplitterEvent(QEvent& event);
 
-    MainLayout m_layout;
-    QWidget* m_client; ///< The form's scale area, below the strip with toolbar and filter row.
+    QWidget* m_client;
     FilterRow* m_filter;
     MainToolbar* m_toolbar;
     PictureButton* m_play;
@@ -71,8 +62,7 @@ private:
     GridView* m_grid;
     QTreeWidget* m_tree;
     MainStatusBar* m_status;
-    int m_dragOrigin = 0;
-    bool m_playButtonsShown = false;
+    std::unique_ptr<PaneLayout> m_placement;
 };
 
 } // namespace quavernet

@@ -88,9 +88,9 @@ void frmMain::PlaceWindow(const WindowState& state) {
     move(ToPixels(state.WindowLeft), ToPixels(state.WindowTop));
     resize(QSize(ToPixels(state.WindowWidth), ToPixels(state.WindowHeight)).expandedTo(LeastShown));
     if (mainModule.ScreenResolution == "800x600") {
-        m_parts->Panes.PackForSmallScreen();
+        m_parts->Panes.Placement().PackForSmallScreen();
     }
-    m_parts->Panes.SetSplitterPos(state.SplitterPos);
+    m_parts->Panes.Placement().SetSplitterPos(state.SplitterPos);
 }
 
 void frmMain::RestoreGrid(const WindowState& state) {
@@ -181,7 +181,7 @@ WindowState frmMain::CurrentState() const {
     state.WindowTop = ToTwips(y());
     state.WindowWidth = ToTwips(width());
     state.WindowHeight = ToTwips(height());
-    state.SplitterPos = m_parts->Panes.SplitterPos();
+    state.SplitterPos = m_parts->Panes.Placement().SplitterPos();
     for (std::size_t column = 0; column < state.ColWidth.size(); ++column) {
         state.ColWidth[column] = ToTwips(m_parts->Panes.Grid().columnWidth(static_cast<int>(column)));
     }

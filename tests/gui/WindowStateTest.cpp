@@ -104,7 +104,7 @@ TEST_F(WindowStateTest, AWindowBelowTheLeastSizeOfAResizeStartsWithTreeAndList) 
     EXPECT_EQ(shown(Grid()).width(), 330 - 189 - 8 - 8);
     EXPECT_EQ(shown(Grid()).size(), Grid().size());
     EXPECT_GT(shown(Grid()).height(), 50);
-    EXPECT_EQ(Form().Panes().SplitterPos(), 2835);
+    EXPECT_EQ(Form().Panes().Placement().SplitterPos(), 2835);
     CloseMain();
     EXPECT_EQ(settings.values["WindowWidth"], "4950");
     EXPECT_EQ(settings.values["WindowHeight"], "3750");
@@ -307,7 +307,7 @@ TEST_F(WindowStateTest, AStoredSplitterPositionIsTakenWithoutALimit) {
     settings.values["SplitterPos"] = "150";
     Start();
     EXPECT_EQ(Frame("Frame3").width(), 10);
-    EXPECT_EQ(Form().Panes().SplitterPos(), 150);
+    EXPECT_EQ(Form().Panes().Placement().SplitterPos(), 150);
 }
 
 TEST_F(WindowStateTest, APositionOffTheScreenStays) {
