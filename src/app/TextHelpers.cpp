@@ -7,18 +7,6 @@
 
 namespace quavernet {
 
-namespace {
-
-char Upper(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
-char Lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-} // namespace
-
 std::string_view TrimLeft(std::string_view text) {
     const auto first = text.find_first_not_of(' ');
     return first == std::string_view::npos ? std::string_view() : text.substr(first);
@@ -68,21 +56,9 @@ std::string_view DropRightCharacters(std::string_view text, std::size_t count) {
     return LeftCharacters(text, total - count);
 }
 
-std::string UpperAscii(std::string_view text) {
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(), Upper);
-    return result;
-}
-
-std::string LowerAscii(std::string_view text) {
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(), Lower);
-    return result;
-}
-
 bool ContainsIgnoringCase(std::string_view text, std::string_view part) {
     return std::search(text.begin(), text.end(), part.begin(), part.end(),
-                       [](char a, char b) { return Upper(a) == Upper(b); }) != text.end() ||
+                       [](char a, char b) { return LowerAscii(a) == LowerAscii(b); }) != text.end() ||
            part.empty();
 }
 
@@ -94,11 +70,6 @@ std::string StripNulls(std::string_view text) {
     std::string result;
     std::copy_if(text.begin(), text.end(), std::back_inserter(result), [](char c) { return c != '\0'; });
     return std::string(Trim(result));
-}
-
-std::string FileNameFromPath(std::string_view path) {
-    const auto slash = path.rfind('/');
-    return std::string(slash == std::string_view::npos ? path : path.substr(slash + 1));
 }
 
 std::string ReplaceAll(std::string_view text, std::string_view part, std::string_view by) {

@@ -2,6 +2,9 @@
 // a code point, and an invalid byte counts as one character. Trimming means U+0020 alone.
 #pragma once
 
+#include "platform/Ascii.h"
+#include "platform/Paths.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -20,10 +23,6 @@ std::string_view RightCharacters(std::string_view text, std::size_t count);
 /// The text without its last characters. Throws RuntimeError 5 if it has fewer than `count`.
 std::string_view DropRightCharacters(std::string_view text, std::size_t count);
 
-/// ASCII letters only.
-std::string UpperAscii(std::string_view text);
-std::string LowerAscii(std::string_view text);
-
 /// Whether `text` holds `part`, ASCII letters compared without regard to case.
 bool ContainsIgnoringCase(std::string_view text, std::string_view part);
 
@@ -32,9 +31,6 @@ std::string StripAtNull(std::string_view text);
 
 /// The text without its NULs, trimmed on both sides.
 std::string StripNulls(std::string_view text);
-
-/// The part behind the last "/"; the whole text if there is none.
-std::string FileNameFromPath(std::string_view path);
 
 /// The text with every `part` replaced by `by`. An empty part replaces nothing.
 std::string ReplaceAll(std::string_view text, std::string_view part, std::string_view by);

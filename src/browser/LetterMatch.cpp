@@ -10,10 +10,6 @@ bool IsPlainLetter(int code) {
     return (code >= 'A' && code <= 'Z') || (code >= 'a' && code <= 'z');
 }
 
-char SmallLetter(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-}
-
 // Code of the umlaut that shows under a letter as well, or 0. The labels give capitals alone, so that a
 // lower-case umlaut stands under "other" only.
 int UmlautUnder(const std::string& letter) {
@@ -36,7 +32,7 @@ bool LetterMatch(std::string_view text, const std::string& letter) {
     if (!text.empty() && static_cast<unsigned char>(text.front()) < 0x80) {
         const char first = text.front();
         return letter == "other" ? !IsPlainLetter(first)
-                                 : letter.size() == 1 && SmallLetter(first) == SmallLetter(letter.front());
+                                 : letter.size() == 1 && LowerAscii(first) == LowerAscii(letter.front());
     }
     if (letter == "other") {
         return !IsPlainLetter(FirstCharacterCode(text));

@@ -1,5 +1,7 @@
 #include "inspect/WaveReader.h"
 
+#include "platform/ByteOrder.h"
+
 #include <array>
 #include <cstring>
 
@@ -12,14 +14,6 @@ constexpr std::uint64_t ChunkHeaderSize = 8;
 constexpr std::uint32_t FormatSize = 16; // Least size of a format chunk that tells the bits per sample.
 constexpr int ChunkLimit = 1024;         // Real files hold a dozen; a hostile one must not cost more reads.
 
-std::uint32_t Little(std::span<const std::byte> bytes, std::size_t offset, std::size_t count) {
-    std::uint32_t value = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        value |= std::to_integer<std::uint32_t>(bytes[offset + i]) << (8 * i);
-    }
-    return value;
-}
-
 bool Spells(std::span<const std::byte> bytes, std::size_t offset, const char* mark) {
     return std::memcmp(bytes.data() + offset, mark, 4) == 0;
 }
@@ -29,10 +23,10 @@ bool ReadFormat(const FileBytes& file, std::uint64_t offset, WaveFacts& facts) {
     if (!file.ReadAt(offset, format)) {
         return false;
     }
-    facts.channels = static_cast<std::uint16_t>(Little(format, 2, 2));
-    facts.samplesPerSecond = Little(format, 4, 4);
-    facts.averageBytesPerSecond = Little(format, 8, 4);
-    facts.bitsPerSample = static_cast<std::uint16_t>(Little(format, 14, 2));
+    facts.channels = LittleEndian<std::uint16_t>(format, 2);
+    facts.samplesPerSecond = LittleEndian<std::uint32_t>(format, 4);
+    facts.averageBytesPerSecond = LittleEndian<std::uint32_t>(format, 8);
+    facts.bitsPerSample = LittleEndian<std::uint16_t>(format, 14);
     return true;
 }
 
@@ -52,7 +46,7 @@ std::optional<WaveFacts> ParseWave(const FileBytes& file) {
         if (!file.ReadAt(offset, chunk)) {
             return std::nullopt;
         }
-        const std::uint32_t size = Little(chunk, 4, 4);
+        const std::uint32_t size = LittleEndian<std::uint32_t>(chunk, 4);
         if (!hasFormat && Spells(chunk, 0, "fmt ")) {
             if (size < FormatSize || !ReadFormat(file, offset + ChunkHeaderSize, facts)) {
                 return std::nullopt;

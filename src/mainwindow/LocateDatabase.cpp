@@ -4,6 +4,7 @@
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "platform/LibraryError.h"
+#include "platform/Paths.h"
 
 #include <functional>
 
@@ -12,10 +13,6 @@ namespace quavernet {
 namespace {
 
 constexpr std::int64_t LongestWait = 10; // Seconds.
-
-std::string WithFinalSlash(const std::string& path) {
-    return path.ends_with('/') ? path : path + "/";
-}
 
 // False if it has not come to exist after more than ten seconds, by the difference of whole seconds. Where a
 // new entry is visible at once this ends in its first round.

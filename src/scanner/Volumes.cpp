@@ -9,13 +9,6 @@ namespace quavernet {
 
 namespace {
 
-std::string WithSlash(std::string path) {
-    if (path.empty() || path.back() != '/') {
-        path += '/';
-    }
-    return path;
-}
-
 // The mount point as the system names it: without the final "/", but "/" itself stays.
 std::string WithoutSlash(const std::string& path) {
     return path.size() > 1 && path.back() == '/' ? path.substr(0, path.size() - 1) : path;
@@ -32,7 +25,7 @@ std::vector<std::string> LogicalDrives() {
 }
 
 std::string UNCPath(const std::string& drive, bool tolerant) {
-    std::string volume = WithSlash(drive);
+    std::string volume = WithFinalSlash(drive);
     if (const auto root = services.fileSystem->NetworkRoot(WithoutSlash(volume))) {
         return StripAtNull(*root) + "/";
     }
@@ -44,7 +37,7 @@ std::string UNCPath(const std::string& drive, bool tolerant) {
 
 std::string DrivePath(const std::string& path, bool tolerant) {
     for (const std::string& drive : LogicalDrives()) {
-        const std::string volume = WithSlash(drive);
+        const std::string volume = WithFinalSlash(drive);
         const std::string root = UNCPath(drive, true);
         if (root == volume) {
             // A local drive gives itself back, and a path on it is local already. "/" holds every path but

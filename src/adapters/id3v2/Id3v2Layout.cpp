@@ -1,5 +1,7 @@
 #include "adapters/id3v2/Id3v2Layout.h"
 
+#include "platform/ByteOrder.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -58,7 +60,7 @@ std::optional<std::uint32_t> ContentSize(TagBody& body, std::size_t offset, unsi
     if (field.size() < width) {
         return std::nullopt;
     }
-    const std::uint32_t plain = BigEndian(field, 0, width);
+    const std::uint32_t plain = BigEndian<std::uint32_t>(field, 0, width);
     if (major < 4) {
         return plain;
     }
@@ -85,8 +87,8 @@ std::size_t ExtendedHeaderSize(const TagHeader& header, TagBody& body) {
     if (field.size() < 4) {
         return 0;
     }
-    const std::size_t size =
-        header.major == 3 ? std::size_t{BigEndian(field, 0, 4)} + 4 : std::size_t{SyncSafe(field, 0)};
+    const std::size_t size = header.major == 3 ? std::size_t{BigEndian<std::uint32_t>(field, 0)} + 4
+                                               : std::size_t{SyncSafe(field, 0)};
     return std::min(size, body.Size());
 }
 
@@ -178,14 +180,6 @@ Bytes Resynchronise(ByteView body) {
         }
     }
     return result;
-}
-
-std::uint32_t BigEndian(ByteView bytes, std::size_t offset, std::size_t count) {
-    std::uint32_t value = 0;
-    for (std::size_t i = offset; i < offset + count; ++i) {
-        value = value << 8 | (i < bytes.size() ? std::to_integer<std::uint32_t>(bytes[i]) : 0u);
-    }
-    return value;
 }
 
 std::uint32_t SyncSafe(ByteView bytes, std::size_t offset) {

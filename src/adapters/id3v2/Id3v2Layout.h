@@ -92,8 +92,7 @@ FrameList ListFrames(const TagHeader& header, TagBody& body);
 /// Undoes the unsynchronisation of a whole body: 0xFF 0x00 becomes 0xFF.
 Bytes Resynchronise(ByteView body);
 
-/// Numbers at an offset; bytes that are missing count as 0.
-std::uint32_t BigEndian(ByteView bytes, std::size_t offset, std::size_t count);
+/// Four times seven bits at an offset; bytes that are missing count as 0.
 std::uint32_t SyncSafe(ByteView bytes, std::size_t offset);
 void AppendBigEndian(Bytes& bytes, std::uint32_t value, std::size_t count);
 void AppendSyncSafe(Bytes& bytes, std::uint32_t value);

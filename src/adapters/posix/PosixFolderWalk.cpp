@@ -1,6 +1,7 @@
 #include "adapters/posix/PosixFolderWalk.h"
 
 #include "adapters/posix/SystemClock.h"
+#include "platform/Paths.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -46,7 +47,7 @@ SkippedEntry::Kind KindOf(int error) {
 FileFacts FactsOf(const std::string& path, const struct statx& facts, MountTable& mounts) {
     FileFacts result;
     result.path = path;
-    result.name = path.substr(path.rfind('/') + 1);
+    result.name = FileNameFromPath(path);
     result.size = facts.stx_size;
     result.dateLastModified = DateOf(facts.stx_mtime);
     const bool hasBirth = (facts.stx_mask & STATX_BTIME) != 0 && facts.stx_btime.tv_sec != 0;
@@ -162,9 +163,8 @@ void PosixFolderWalk::AddUnclear(const dirent64& entry, FolderContents& contents
 }
 
 std::optional<FileFacts> PosixFolderWalk::File(const std::string& path) {
-    const auto slash = path.rfind('/');
-    const std::string folderPath = slash == 0 ? "/" : path.substr(0, slash == std::string::npos ? 0 : slash);
-    const std::string name = slash == std::string::npos ? path : path.substr(slash + 1);
+    const std::string folderPath = FolderFromPath(path);
+    const std::string name = FileNameFromPath(path);
     Descriptor other;
     int folder = -1;
     if (m_open.IsOpen() && (folderPath == m_folder || folderPath + "/" == m_folder)) {
@@ -195,11 +195,7 @@ bool PosixFolderWalk::MayRead(int folder, const std::string& name, const struct 
 }
 
 std::string PosixFolderWalk::FullPath(std::string_view name) const {
-    std::string path = m_folder;
-    if (path.empty() || path.back() != '/') {
-        path += '/';
-    }
-    return path.append(name);
+    return WithFinalSlash(m_folder).append(name);
 }
 
 void PosixFolderWalk::Note(const std::string& path, int error) {

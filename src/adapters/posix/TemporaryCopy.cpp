@@ -1,5 +1,7 @@
 #include "adapters/posix/TemporaryCopy.h"
 
+#include "platform/Paths.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
@@ -82,9 +84,9 @@ TemporaryCopy::~TemporaryCopy() {
 }
 
 int TemporaryCopy::Begin(const std::string& target) {
-    const auto slash = target.rfind('/');
-    m_targetName = slash == std::string::npos ? target : target.substr(slash + 1);
-    const std::string folder = slash == std::string::npos ? "." : slash == 0 ? "/" : target.substr(0, slash);
+    m_targetName = FileNameFromPath(target);
+    const std::string parent = FolderFromPath(target);
+    const std::string folder = parent.empty() ? "." : parent;
     m_folder = OpenPath(folder, O_RDONLY | O_DIRECTORY);
     if (!m_folder.IsOpen()) {
         m_folder = OpenPath(folder, O_PATH | O_DIRECTORY); // One that may be written but not listed.

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "adapters/vorbis/PictureBlock.h"
+#include "platform/Ascii.h"
 #include "platform/CodePage.h"
 
 namespace quavernet::vorbis {
@@ -51,12 +52,6 @@ bool IsFieldName(std::string_view name) {
     return std::all_of(name.begin(), name.end(), [](char c) { return c >= 0x20 && c <= 0x7d; });
 }
 
-bool EqualIgnoringCase(std::string_view a, std::string_view b) {
-    const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [&](char x, char y) { return upper(x) == upper(y); });
-}
-
 /// The comment with "?" for everything but plain ASCII, and its bytes in hexadecimal.
 void AppendBadSequence(std::string_view comment, std::string& lines) {
     constexpr std::string_view digits = "0123456789ABCDEF";
@@ -92,7 +87,7 @@ void AppendComment(std::string_view comment, std::size_t index, std::size_t stre
     const Utf8 state = CheckUtf8(comment);
     if (state == Utf8::Valid) {
         lines.append("\t").append(comment).append("\n");
-        if (EqualIgnoringCase(comment.substr(0, equals), PictureKey)) {
+        if (EqualsIgnoringCase(comment.substr(0, equals), PictureKey)) {
             AppendPicture(comment.substr(equals + 1), lines);
         }
         return;

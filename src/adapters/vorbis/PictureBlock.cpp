@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-#include "adapters/vorbis/Integers.h"
+#include "platform/ByteOrder.h"
 
 namespace quavernet::vorbis {
 

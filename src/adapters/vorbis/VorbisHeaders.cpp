@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "adapters/vorbis/Integers.h"
+#include "platform/ByteOrder.h"
 
 namespace quavernet::vorbis {
 
