@@ -90,13 +90,13 @@ void VorbisStream::TakeHeaderPage(ogg_page& page, std::string& lines) {
     ogg_packet packet{};
     while (m_packets.Next(packet)) {
         if (static_cast<std::size_t>(packet.bytes) > LargestHeader) {
-            m_headers = TooLarge;
+            m_headers = NotGathered;
             break;
         }
         TakePacket(BytesOf(packet), packet.b_o_s != 0, lines);
     }
     if (m_packets.Held() > LargestHeader) {
-        m_headers = TooLarge;
+        m_headers = NotGathered;
     }
     if (m_headers >= HeaderCount) {
         m_packets.Clear();

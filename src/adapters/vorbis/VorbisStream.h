@@ -13,7 +13,9 @@ namespace quavernet::vorbis {
 
 class VorbisStream {
 public:
-    explicit VorbisStream(std::size_t number) : m_number(number) {}
+    /// `number` in the file, from 1.
+    explicit VorbisStream(std::size_t number)
+        : m_number(number), m_headers(number > MostStreams ? NotGathered : 0) {}
 
     enum class Beginning { Vorbis, Unknown, Invalid };
 
@@ -30,15 +32,16 @@ public:
 
 private:
     static constexpr int HeaderCount = 3;
-    static constexpr int TooLarge = 4; ///< A header packet is larger than any picture: there are none then.
-    static constexpr std::size_t LargestHeader = std::size_t{64} << 20;
+    static constexpr int NotGathered = 4;                               ///< The stream has no headers for us.
+    static constexpr std::size_t LargestHeader = std::size_t{64} << 20; ///< Larger than any picture.
+    static constexpr std::size_t MostStreams = 1024; ///< libogg takes 28 KB for each, of a page of 58 bytes.
 
     void TakeHeaderPage(ogg_page& page, std::string& lines);
     void TakePacket(Packet packet, bool atStart, std::string& lines);
     void AppendHeaders(std::string& lines) const;
 
-    std::size_t m_number; ///< Number in the file, from 1.
-    int m_headers = 0;    ///< Header packets read, 0 to 3, or TooLarge.
+    std::size_t m_number;
+    int m_headers; ///< Header packets read, 0 to 3, or NotGathered.
     PacketStream m_packets;
     Identification m_identification;
     Comments m_comments;

@@ -127,6 +127,24 @@ TEST(OggPagesTest, FalseMarksCostNoMoreThanASmallMultipleOfTheFile) {
     EXPECT_LT(source.total, 12 * bytes.size());
 }
 
+TEST(OggPagesTest, AFileOfManyStreamsKeepsTheHeadersOfAThousand) {
+    std::vector<ForgedPage> pages = SplitPages(EncodedOgg::Mono());
+    std::string bytes;
+    for (std::size_t page = 0; page < 3; ++page) {
+        for (std::uint32_t serial = 1; serial <= 1100; ++serial) {
+            pages[page].serial = serial;
+            bytes += JoinPages({pages[page]});
+        }
+    }
+    const auto source =
+        vorbis::OpenMemory(std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()));
+    std::string lines;
+    vorbis::AppendOggInfo("x.ogg", *source, lines);
+    EXPECT_NE(lines.find("New logical stream (#1100,"), std::string::npos);
+    EXPECT_NE(lines.find("Vorbis headers parsed for stream 1024,"), std::string::npos);
+    EXPECT_EQ(lines.find("Vorbis headers parsed for stream 1025,"), std::string::npos);
+}
+
 TEST(OggPagesTest, APacketThatDoesNotEndIsNotKept) {
     // The second header packet goes on over all pages: 80 MB, of which the reader may keep 64.
     std::vector<ForgedPage> pages = SplitPages(EncodedOgg::Mono());
