@@ -1,5 +1,5 @@
-// The ID3v2 component: takes tags apart and puts them together itself, and reads the contents of their frames
-// with TagLib, which would save them less faithfully. Made by RealServices.
+// The ID3v2 component. It takes tags apart and puts them together itself, so that all else in them keeps its
+// bytes; TagLib unpacks the contents of frames and decodes their texts, nothing more. Made by RealServices.
 #pragma once
 
 #include "platform/TagComponent.h"
