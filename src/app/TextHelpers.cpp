@@ -21,41 +21,6 @@ std::string_view Trim(std::string_view text) {
     return TrimRight(TrimLeft(text));
 }
 
-std::size_t CharacterCount(std::string_view text) {
-    std::size_t count = 0;
-    for (std::size_t i = 0; i < text.size(); i += CharacterLength(text.substr(i))) {
-        ++count;
-    }
-    return count;
-}
-
-std::string_view LeftCharacters(std::string_view text, std::size_t count) {
-    std::size_t end = 0;
-    while (count > 0 && end < text.size()) {
-        end += CharacterLength(text.substr(end));
-        --count;
-    }
-    return text.substr(0, end);
-}
-
-std::string_view RightCharacters(std::string_view text, std::size_t count) {
-    // The ends that are asked for are nearly always ASCII; then there is no need to count from the front.
-    const std::string_view end = text.substr(text.size() - std::min(count, text.size()));
-    if (std::all_of(end.begin(), end.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; })) {
-        return end;
-    }
-    const std::size_t total = CharacterCount(text);
-    return total <= count ? text : text.substr(LeftCharacters(text, total - count).size());
-}
-
-std::string_view DropRightCharacters(std::string_view text, std::size_t count) {
-    const std::size_t total = CharacterCount(text);
-    if (total < count) {
-        throw RuntimeError(ErrorNumber::InvalidProcedureCall, "Invalid procedure call or argument");
-    }
-    return LeftCharacters(text, total - count);
-}
-
 bool ContainsIgnoringCase(std::string_view text, std::string_view part) {
     return std::search(text.begin(), text.end(), part.begin(), part.end(),
                        [](char a, char b) { return LowerAscii(a) == LowerAscii(b); }) != text.end() ||

@@ -4,8 +4,8 @@
 
 #include "platform/Ascii.h"
 #include "platform/Paths.h"
+#include "platform/Utf8.h"
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -14,14 +14,6 @@ namespace quavernet {
 std::string_view TrimLeft(std::string_view text);
 std::string_view TrimRight(std::string_view text);
 std::string_view Trim(std::string_view text);
-
-/// Number of characters, and the first or last of them as text.
-std::size_t CharacterCount(std::string_view text);
-std::string_view LeftCharacters(std::string_view text, std::size_t count);
-std::string_view RightCharacters(std::string_view text, std::size_t count);
-
-/// The text without its last characters. Throws RuntimeError 5 if it has fewer than `count`.
-std::string_view DropRightCharacters(std::string_view text, std::size_t count);
 
 /// Whether `text` holds `part`, ASCII letters compared without regard to case.
 bool ContainsIgnoringCase(std::string_view text, std::string_view part);
