@@ -14,8 +14,7 @@ enum class DropTarget { Grid, Window };
 
 /// Stores each dropped file that is an MP3, WAV or Ogg file and not known yet, and loads the list if one was
 /// stored. A failure ends the drop silently; files stored so far stay. So does a list of more than 32767
-/// paths, behind that number. The background of the window takes no files, and nothing
-/// does while a scan is running.
+/// paths, after that number. The background of the window takes no files, and while a scan runs nothing does.
 void AddDroppedFiles(DropTarget target, const std::vector<std::string>& paths, ScanDriver& driver,
                      ScanView& view);
 

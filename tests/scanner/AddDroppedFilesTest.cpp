@@ -305,6 +305,20 @@ TEST_F(AddDroppedFilesTest, TheBackgroundOfTheWindowTakesNoFiles) {
     EXPECT_THAT(Names(), IsEmpty());
 }
 
+TEST_F(AddDroppedFilesTest, WhileAScanRunsADropActsOnNothing) {
+    mainModule.CurrentFile.CurrentPath = mainModule.CurrentFile.DetailsPath = "/before.mp3";
+    mainModule.ScanRunning = true;
+    Drop({Mp3("song.mp3")});
+    EXPECT_THAT(connection.statements, IsEmpty());
+    EXPECT_THAT(calls, IsEmpty());
+    EXPECT_EQ(mainModule.CurrentFile.CurrentPath, "/before.mp3");
+    EXPECT_EQ(mainModule.CurrentFile.DetailsPath, "/before.mp3");
+
+    mainModule.ScanRunning = false;
+    Drop({Mp3("song.mp3")});
+    EXPECT_THAT(Names(), ElementsAre("song.mp3"));
+}
+
 TEST_F(AddDroppedFilesTest, ADroppedFileIsNamedInTheScanLog) {
     mainModule.ScanLogEnabled = true;
     const std::string path = Mp3("song.mp3");
