@@ -69,12 +69,12 @@ std::vector<std::string> Pieces(std::string_view name) {
 
 void ReadName(const std::string& name) {
     const std::vector<std::string> pieces = Pieces(name);
-    Id3v1Tag& tag = mainModule.CurrentFile.Id3v1Tag;
-    tag = Id3v1Tag();
+    CurrentFile file;
+    Id3v1Tag& tag = file.Id3v1Tag;
     tag.TagGenre = 7;
-    mainModule.CurrentFile.CurrentFileName = name;
-    mainModule.CurrentFile.DetailsPath = "/music/" + name;
-    TagsFromFileName();
+    file.CurrentFileName = name;
+    file.DetailsPath = "/music/" + name;
+    TagsFromFileName(file);
     if (pieces.empty() || CharacterCount(name) > 32767) {
         Require(tag.TagTitle == unknown && tag.TagArtist == unknown && tag.TagGenre == 7);
         return;
@@ -91,12 +91,11 @@ void ReadName(const std::string& name) {
 
 // The whole inspection of a file without a version 2 tag.
 void Inspect(const std::string& path, const std::string& name, std::string_view contents) {
-    CurrentFile& file = mainModule.CurrentFile;
-    file = CurrentFile();
+    CurrentFile file;
     file.CurrentPath = path;
     file.CurrentFileName = name;
     file.HasTagV2 = true;
-    InspectFile(path);
+    InspectFile(path, file);
     Require(file.HasTagV1 == HasMark(contents) && file.HasTagV2 == !HasMark(contents) && !file.HasNoTag);
     for (const std::string& text : {file.FileAlbum, file.FileGenre, file.FileQuality}) {
         Require(text.find('\0') == std::string::npos);

@@ -44,13 +44,13 @@ void RequireInRange(const AudioInfo& info) {
 
 // The file under a name, after one whose Xing mark was kept or not.
 void ReadAs(const std::string& path, std::string_view contents, bool isVbr, double frames) {
-    CurrentFile& file = mainModule.CurrentFile;
+    CurrentFile file;
     file.IsVbr = isVbr;
     file.VbrFrames = frames;
     test::AudioInfoModel model;
     model.isVbr = isVbr;
     model.vbrFrames = frames;
-    ReadAudioInfo(path, FileBytes(fuzz::BytesOf(contents)));
+    ReadAudioInfo(path, FileBytes(fuzz::BytesOf(contents)), file);
     Require(Same(file.AudioInfo, model.ReadAudioInfo(path, std::string(contents))));
     Require(file.IsVbr == model.isVbr && file.VbrFrames == model.vbrFrames);
     RequireInRange(file.AudioInfo);

@@ -93,8 +93,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const fuzz::FuzzServices doubles;
     const auto expected = Model(contents);
     Require(Same(ParseWave(fuzz::BytesOf(contents)), expected));
-    ReadAudioInfo(path, FileBytes(fuzz::BytesOf(contents)));
-    RequireRecord(expected, mainModule.CurrentFile.AudioInfo);
+    CurrentFile file;
+    ReadAudioInfo(path, FileBytes(fuzz::BytesOf(contents)), file);
+    RequireRecord(expected, file.AudioInfo);
     fuzz::WriteWhole(path, contents);
     Require(Same(ParseWave(FileBytes(path)), expected));
     Require(fuzz::ReadWhole(path) == contents);

@@ -1,5 +1,5 @@
-// The record of the one file under inspection: filled by inspect/ and its callers, read by the store, the
-// details dialog and the player. Every inspection overwrites it.
+// The record of one file under inspection: filled by inspect/ and its callers, read by the store, the details
+// dialog and the player. Whoever inspects files owns the record that it works on.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,7 @@
 
 namespace quavernet {
 
-/// Facts of the audio stream last inspected.
+/// Facts of the audio stream that was inspected last.
 struct AudioInfo {
     std::int16_t BitRate = 0;   ///< Kilobits per second; bits per sample for a wave file.
     std::int32_t Frequency = 0; ///< Hz; a multiple of 10 for a wave file.
@@ -37,7 +37,13 @@ struct Id3v1Tag {
     std::uint8_t TagGenre = 255; ///< 255 means none.
 };
 
-/// The interface between inspection, scan driver and store. All values are texts, one file at a time.
+/// The interface between inspection, scan driver and store. Each inspection overwrites it, but for what stays
+/// from file to file: the kind flags, IsVbr, VbrFrames, and all that the inspection's caller fills.
+///
+/// A scan and a drop go on where the one before them left off: they share mainModule.CurrentFile. Each takes
+/// a copy of it at its start, works on that alone, and puts it back when it is done with a file (a drop) or
+/// with all of them (a scan). So one that runs inside another, while events run, changes nothing of the
+/// other's file.
 struct CurrentFile {
     std::string CurrentPath;
     std::string CurrentFileName;

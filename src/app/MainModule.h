@@ -62,7 +62,7 @@ struct MainModule {
     DateTime ScanStartTime;   ///< When the running scan began.
 
     std::unique_ptr<quavernet::TagComponent> TagComponent; ///< The ID3v2 component.
-    quavernet::CurrentFile CurrentFile;                    ///< The file under inspection.
+    quavernet::CurrentFile CurrentFile;                    ///< Where the last scan or drop left off.
 };
 
 extern MainModule mainModule;

@@ -1,7 +1,6 @@
 #include "inspect/FileNameTags.h"
 
 #include "app/LoadResString.h"
-#include "app/MainModule.h"
 #include "app/TextHelpers.h"
 #include "app/TextNumbers.h"
 #include "inspect/modMp3Info.h"
@@ -64,8 +63,7 @@ FileNameTags SplitFileName(std::string_view name) {
     return {.title = pieces[2], .performer = SortsGreater(pieces[0], pieces[1]) ? pieces[0] : pieces[1]};
 }
 
-void TagsFromFileName() {
-    CurrentFile& file = mainModule.CurrentFile;
+void TagsFromFileName(CurrentFile& file) {
     Id3v1Tag& tag = file.Id3v1Tag;
     try {
         if (file.CurrentFileName.empty()) {

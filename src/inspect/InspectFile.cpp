@@ -4,7 +4,6 @@
 #include "inspect/ReadFile.h"
 
 #include "app/LoadResString.h"
-#include "app/MainModule.h"
 #include "app/TextHelpers.h"
 #include "app/TextNumbers.h"
 
@@ -29,7 +28,7 @@ void FillUnknownNames(CurrentFile& file) {
     }
     if (file.FileArtist == unknown && file.FileTitle == unknown) {
         // FileGenre stays the tag's.
-        TagsFromFileName();
+        TagsFromFileName(file);
         file.FileArtist = TrimRight(file.Id3v1Tag.TagArtist);
         file.FileTitle = TrimRight(file.Id3v1Tag.TagTitle);
     }
@@ -37,8 +36,7 @@ void FillUnknownNames(CurrentFile& file) {
 
 } // namespace
 
-void InspectFile(const std::string& path) {
-    CurrentFile& file = mainModule.CurrentFile;
+void InspectFile(const std::string& path, CurrentFile& file) {
     file.Id3v1Tag = Id3v1Tag();
     file.FileArtist.clear();
     file.FileTitle.clear();
@@ -47,8 +45,8 @@ void InspectFile(const std::string& path) {
     file.FileQuality.clear();
 
     const FileBytes bytes(path);
-    ReadTags(path, bytes);
-    ReadAudioInfo(path, bytes);
+    ReadTags(path, bytes, file);
+    ReadAudioInfo(path, bytes, file);
 
     // Blanks go before the NULs: blanks in front of a NUL stay, and an album of them is an album of its own.
     CutTrailingBlanks(file.Id3v1Tag.TagArtist);

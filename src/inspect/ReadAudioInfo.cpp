@@ -57,9 +57,9 @@ const std::int16_t* BitRatesOf(int version, int layer) {
 }
 
 // Average rate of a file with a Xing mark; 0 where it can't be computed. The order of the steps is fixed.
-double VbrBitRate(std::uint64_t fileSize, std::int32_t frequency, int layer) {
+double VbrBitRate(std::uint64_t fileSize, std::int32_t frequency, double vbrFrames, int layer) {
     constexpr std::array<double, 4> Factors = {0, 12, 144, 144}; // No layer, no factor.
-    const double frames = std::floor(mainModule.CurrentFile.VbrFrames);
+    const double frames = std::floor(vbrFrames);
     if (layer == 0 || frames == 0) {
         return 0;
     }
@@ -77,14 +77,14 @@ std::int32_t PlayTime(std::uint64_t fileSize, double bitRate) {
 }
 
 // The header of the file, kept in IsVbr and VbrFrames too. Both keep their values if no header can be read.
-std::string TakeMpegHeader(const FileBytes& file) {
-    auto header = file.IsOpen() ? FindMpegHeader(file.Head(), file.Size()) : std::nullopt;
+std::string TakeMpegHeader(const FileBytes& bytes, CurrentFile& file) {
+    auto header = bytes.IsOpen() ? FindMpegHeader(bytes.Head(), bytes.Size()) : std::nullopt;
     if (!header) {
         return {};
     }
-    mainModule.CurrentFile.IsVbr = header->isVbr;
+    file.IsVbr = header->isVbr;
     if (header->isVbr) {
-        mainModule.CurrentFile.VbrFrames = header->xingFrames;
+        file.VbrFrames = header->xingFrames;
     }
     return std::move(header->bits);
 }
@@ -112,7 +112,8 @@ void ReadTexts(std::string_view header, AudioInfo& info) {
 }
 
 // Sample rate and working bit rate of an MPEG file; false if version or layer do not exist.
-bool ReadRates(std::string_view header, const FileBytes& file, AudioInfo& info, double& bitRate) {
+bool ReadRates(std::string_view header, const FileBytes& bytes, const CurrentFile& file, AudioInfo& info,
+               double& bitRate) {
     if (info.Version == 0) {
         return false;
     }
@@ -120,8 +121,8 @@ bool ReadRates(std::string_view header, const FileBytes& file, AudioInfo& info, 
     if (frequency < Mpeg1Frequencies.size()) {
         info.Frequency = (info.Version == 1 ? Mpeg1Frequencies : Mpeg2Frequencies)[frequency];
     }
-    if (mainModule.CurrentFile.IsVbr) {
-        bitRate = VbrBitRate(file.Size(), info.Frequency, info.Layer);
+    if (file.IsVbr) {
+        bitRate = VbrBitRate(bytes.Size(), info.Frequency, file.VbrFrames, info.Layer);
     } else {
         const std::int16_t* rates = BitRatesOf(info.Version, info.Layer);
         if (rates == nullptr) {
@@ -131,34 +132,33 @@ bool ReadRates(std::string_view header, const FileBytes& file, AudioInfo& info, 
         bitRate = index < BitRateCount ? rates[index] : 0;
     }
     if (bitRate == 0) {
-        bitRate = SearchBitRate(file.Head());
+        bitRate = SearchBitRate(bytes.Head());
     }
     return true;
 }
 
-void ReadMpeg(const std::string& path, const FileBytes& file) {
-    const std::string header = TakeMpegHeader(file);
+void ReadMpeg(const std::string& path, const FileBytes& bytes, CurrentFile& file) {
+    const std::string header = TakeMpegHeader(bytes, file);
     AudioInfo info;
     info.Version = Versions[BitField(header, 12, 2)];
     info.Layer = Layers[BitField(header, 14, 2)];
     if (LowerAscii(RightCharacters(path, 3)) == "mp3") {
         double bitRate = 0;
-        if (!ReadRates(header, file, info, bitRate)) {
+        if (!ReadRates(header, bytes, file, info, bitRate)) {
             return;
         }
-        IgnoreFailure([&] { info.Length = PlayTime(file.Size(), bitRate); });
+        IgnoreFailure([&] { info.Length = PlayTime(bytes.Size(), bitRate); });
         IgnoreFailure([&] { info.BitRate = Narrow16(bitRate); });
     }
     ReadTexts(header, info);
-    mainModule.CurrentFile.AudioInfo = std::move(info);
+    file.AudioInfo = std::move(info);
 }
 
-void ReadWave(const FileBytes& file) {
-    const auto facts = file.IsOpen() ? ParseWave(file) : std::nullopt;
+void ReadWave(const FileBytes& bytes, AudioInfo& info) {
+    const auto facts = bytes.IsOpen() ? ParseWave(bytes) : std::nullopt;
     if (!facts) {
         return;
     }
-    AudioInfo& info = mainModule.CurrentFile.AudioInfo;
     const std::uint32_t tensOfHertz = facts->samplesPerSecond / 10;
     IgnoreFailure([&] { info.Frequency = Narrow32(tensOfHertz * 10.0); });
     IgnoreFailure([&] { info.BitRate = Narrow16(facts->bitsPerSample); });
@@ -171,26 +171,26 @@ void ReadWave(const FileBytes& file) {
 
 } // namespace
 
-void ReadAudioInfo(const std::string& path, const FileBytes& file) {
+void ReadAudioInfo(const std::string& path, const FileBytes& bytes, CurrentFile& file) {
     services.events->DoEvents();
-    mainModule.CurrentFile.AudioInfo = AudioInfo();
+    file.AudioInfo = AudioInfo();
     if (path.empty()) {
         return;
     }
     if (UpperAscii(RightCharacters(path, 4)) == ".WAV") {
-        ReadWave(file);
+        ReadWave(bytes, file.AudioInfo);
         return;
     }
     services.events->DoEvents();
-    ReadMpeg(path, file);
+    ReadMpeg(path, bytes, file);
 }
 
-void ReadAudioInfo(const std::string& path) {
-    ReadAudioInfo(path, FileBytes(path));
+void ReadAudioInfo(const std::string& path, CurrentFile& file) {
+    ReadAudioInfo(path, FileBytes(path), file);
 }
 
-std::string ReadMpegHeader(const std::string& path) {
-    return TakeMpegHeader(FileBytes(path));
+std::string ReadMpegHeader(const std::string& path, CurrentFile& file) {
+    return TakeMpegHeader(FileBytes(path), file);
 }
 
 } // namespace quavernet

@@ -17,21 +17,20 @@ namespace {
 
 // Gives the file to the component, which keeps its fields for the details dialog. With the head it needs not
 // open the file again, unless that can't be read: then the component has to know.
-bool LoadId3v2(const std::string& path, const FileBytes& file) {
+bool LoadId3v2(const std::string& path, const FileBytes& bytes) {
     TagComponent* component = mainModule.TagComponent.get();
     if (component == nullptr) {
         return false;
     }
     bool hasTag = false;
-    IgnoreFailure([&] { component->LoadHead(path, file.Head()); });
+    IgnoreFailure([&] { component->LoadHead(path, bytes.Head()); });
     IgnoreFailure([&] { hasTag = component->HasV2Tag(); });
     return hasTag;
 }
 
 // Title and performer alone: album, year, genre, comment and publisher of a version 2 tag are asked of the
 // component by the one dialog that shows them, and a scan files the song under no album and no genre.
-void ReadId3v2() {
-    Id3v1Tag& tag = mainModule.CurrentFile.Id3v1Tag;
+void ReadId3v2(Id3v1Tag& tag) {
     const auto field = [](int index) {
         return std::string(LeftCharacters(mainModule.TagComponent->TagField(index), Id3v1Tag::TextWidth));
     };
@@ -41,25 +40,24 @@ void ReadId3v2() {
     tag.TagArtist = field(TagComponent::Performer);
 }
 
-void ReadId3v1(const FileBytes& file) {
-    std::array<std::byte, Id3v1Size> tail;
-    const bool read = file.Size() >= Id3v1Size && file.ReadAt(file.Size() - Id3v1Size, tail);
-    const std::span<const std::byte, Id3v1Size> bytes(tail);
-    if (!read || !IsId3v1Mark(bytes.first<Id3v1MarkSize>())) {
-        TagsFromFileName();
+void ReadId3v1(const FileBytes& bytes, CurrentFile& file) {
+    std::array<std::byte, Id3v1Size> buffer;
+    const bool read = bytes.Size() >= Id3v1Size && bytes.ReadAt(bytes.Size() - Id3v1Size, buffer);
+    const std::span<const std::byte, Id3v1Size> tail(buffer);
+    if (!read || !IsId3v1Mark(tail.first<Id3v1MarkSize>())) {
+        TagsFromFileName(file);
         return;
     }
-    SetTagKind(1);
-    mainModule.CurrentFile.Id3v1Tag = ParseId3v1(bytes.last<Id3v1RecordSize>());
+    SetTagKind(1, file);
+    file.Id3v1Tag = ParseId3v1(tail.last<Id3v1RecordSize>());
 }
 
 } // namespace
 
-void SetTagKind(int kind) {
+void SetTagKind(int kind, CurrentFile& file) {
     if (kind < 1 || kind > 3) {
         return;
     }
-    CurrentFile& file = mainModule.CurrentFile;
     file.HasTagV1 = kind == 1;
     file.HasTagV2 = kind == 2;
     file.HasNoTag = kind == 3;
@@ -67,20 +65,20 @@ void SetTagKind(int kind) {
 
 // Statements that fail are passed over: a tag that can't be read is one that is not there. The kind flags
 // stay those of the file before if this one has no tag.
-void ReadTags(const std::string& path, const FileBytes& file) {
+void ReadTags(const std::string& path, const FileBytes& bytes, CurrentFile& file) {
     if (path.empty() || path == "*.mp3") {
         return;
     }
-    if (LoadId3v2(path, file)) {
-        SetTagKind(2);
-        IgnoreFailure([] { ReadId3v2(); });
-    } else if (file.IsOpen()) {
-        ReadId3v1(file);
+    if (LoadId3v2(path, bytes)) {
+        SetTagKind(2, file);
+        IgnoreFailure([&] { ReadId3v2(file.Id3v1Tag); });
+    } else if (bytes.IsOpen()) {
+        ReadId3v1(bytes, file);
     }
 }
 
-void ReadTags(const std::string& path) {
-    ReadTags(path, FileBytes(path));
+void ReadTags(const std::string& path, CurrentFile& file) {
+    ReadTags(path, FileBytes(path), file);
 }
 
 std::string CleanGenreText(std::string_view text) {

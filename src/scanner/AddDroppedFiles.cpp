@@ -3,9 +3,10 @@
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"
 #include "inspect/modMp3Info.h"
-#include "library/SqlQuote.h"
 #include "platform/RuntimeError.h"
 #include "scanner/FileFields.h"
+#include "scanner/Lookups.h"
+#include "scanner/PutBack.h"
 #include "scanner/ScanDriver.h"
 
 #include <cstdint>
@@ -20,30 +21,28 @@ bool IsAudioFile(const std::string& path) {
 }
 
 // True if the file was not known and has been stored.
-bool AddIfUnknown(const std::string& path, ScanDriver& driver) {
-    ADODB::Recordset known;
-    known.Open("Select Path from Files where Path = '" + SqlQuote(path) + "'", *mainModule.Connection);
-    mainModule.CurrentFile.CurrentPath = path;
-    mainModule.CurrentFile.DetailsPath = path;
-    const bool isKnown = known.RecordCount() > 0;
-    known.Close();
+bool AddIfUnknown(const std::string& path, CurrentFile& file, ScanDriver& driver) {
+    const bool isKnown = IsKnownPath(path);
+    const PutBack putBack(file);
+    file.CurrentPath = path;
+    file.DetailsPath = path;
     if (!isKnown) {
-        AddDroppedFileToLibrary(path, driver);
+        AddDroppedFileToLibrary(path, file, driver);
     }
     return !isKnown;
 }
 
 } // namespace
 
-void AddDroppedFileToLibrary(const std::string& path, ScanDriver& driver) {
+void AddDroppedFileToLibrary(const std::string& path, CurrentFile& file, ScanDriver& driver) {
     // CurrentFileName is still that of the file before, and a file without a tag is named after it. An Ogg
     // file goes this way too: it has no frame header, so its bit rate and length are 0.
     // Anything but a plain file isn't opened, since that alone makes some devices act; its facts then fail.
     if (services.fileSystem->FileExists(path)) {
-        InspectFile(path);
+        InspectFile(path, file);
     }
-    FillFileFields(services.fileSystem->GetFile(path));
-    driver.StoreFileRecord();
+    FillFileFields(services.fileSystem->GetFile(path), file);
+    driver.StoreFileRecord(file);
 }
 
 void AddDroppedFiles(DropTarget target, const std::vector<std::string>& paths, ScanDriver& driver,
@@ -51,12 +50,13 @@ void AddDroppedFiles(DropTarget target, const std::vector<std::string>& paths, S
     if (target == DropTarget::Window || mainModule.ScanRunning) {
         return;
     }
+    CurrentFile file = mainModule.CurrentFile;
     try {
         bool added = false;
         std::int16_t index = 0;
         for (const std::string& path : paths) {
             index = Narrow16(index + 1.0); // The list is counted in 16 bits.
-            if (IsAudioFile(path) && AddIfUnknown(path, driver)) {
+            if (IsAudioFile(path) && AddIfUnknown(path, file, driver)) {
                 added = true;
                 // File by file: a disk that is full at a later one takes back what has been gathered, and the
                 // end of a drop is silent.

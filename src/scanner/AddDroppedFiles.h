@@ -7,6 +7,7 @@
 
 namespace quavernet {
 
+struct CurrentFile;
 class ScanDriver;
 class ScanView;
 
@@ -15,11 +16,13 @@ enum class DropTarget { Grid, Window };
 /// Stores each dropped file that is an MP3, WAV or Ogg file and not known yet, and loads the list if one was
 /// stored. A failure ends the drop silently; files stored so far stay. So does a list of more than 32767
 /// paths, after that number. The background of the window takes no files, and while a scan runs nothing does.
+/// Lets events run, in which another drop may join the library.
 void AddDroppedFiles(DropTarget target, const std::vector<std::string>& paths, ScanDriver& driver,
                      ScanView& view);
 
-/// Inspects one file and stores it. DetailsPath must hold its path. Throws RuntimeError if the file is
-/// missing or a statement fails.
-void AddDroppedFileToLibrary(const std::string& path, ScanDriver& driver);
+/// Inspects one file and stores it. `file` is the caller's own record, of the file before this one, and its
+/// DetailsPath must hold this path. Throws RuntimeError if the file is missing or a statement fails. Lets
+/// events run: no handler inside them may touch `file`.
+void AddDroppedFileToLibrary(const std::string& path, CurrentFile& file, ScanDriver& driver);
 
 } // namespace quavernet

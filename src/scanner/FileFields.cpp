@@ -12,32 +12,31 @@ constexpr const char* DateOfUndatedFiles = "01.01.1900 00:00:00";
 
 } // namespace
 
-void FillFileFields(const FileFacts& file) {
-    CurrentFile& current = mainModule.CurrentFile;
-    current.CurrentPath = file.path;
-    current.CurrentFileName = file.name;
+void FillFileFields(const FileFacts& facts, CurrentFile& file) {
+    file.CurrentPath = facts.path;
+    file.CurrentFileName = facts.name;
 
     // The date of creation, although the column that it goes to speaks of the last change.
-    current.FileDate.clear();
-    if (file.dateCreated.IsSet()) {
-        IgnoreFailure([&] { current.FileDate = GeneralDateText(file.dateCreated, services.regional); });
+    file.FileDate.clear();
+    if (facts.dateCreated.IsSet()) {
+        IgnoreFailure([&] { file.FileDate = GeneralDateText(facts.dateCreated, services.regional); });
     }
-    if (current.FileDate.empty()) {
-        current.FileDate = DateOfUndatedFiles;
+    if (file.FileDate.empty()) {
+        file.FileDate = DateOfUndatedFiles;
     }
-    current.FileName = current.CurrentFileName;
-    current.FileSize = std::to_string(file.size);
+    file.FileName = file.CurrentFileName;
+    file.FileSize = std::to_string(facts.size);
 
-    current.FileDrive = UNCPath(file.drivePath, true);
-    if (current.FileDrive.empty()) {
-        current.FileDrive = file.drivePath;
-        current.FilePath = current.CurrentPath;
+    file.FileDrive = UNCPath(facts.drivePath, true);
+    if (file.FileDrive.empty()) {
+        file.FileDrive = facts.drivePath;
+        file.FilePath = file.CurrentPath;
         return;
     }
     // A local drive gives itself back, and the path stays what it was.
-    const std::string drive = file.drivePath.ends_with('/') ? file.drivePath : file.drivePath + "/";
-    current.FilePath = drive == current.FileDrive ? current.CurrentPath
-                                                  : ReplaceAll(current.CurrentPath, drive, current.FileDrive);
+    const std::string drive = facts.drivePath.ends_with('/') ? facts.drivePath : facts.drivePath + "/";
+    file.FilePath =
+        drive == file.FileDrive ? file.CurrentPath : ReplaceAll(file.CurrentPath, drive, file.FileDrive);
 }
 
 } // namespace quavernet

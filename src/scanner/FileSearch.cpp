@@ -3,9 +3,9 @@
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"
 #include "inspect/modMp3Info.h"
-#include "library/SqlQuote.h"
 #include "scanner/FileFields.h"
 #include "scanner/FolderOrder.h"
+#include "scanner/Lookups.h"
 #include "scanner/ProgressStep.h"
 #include "scanner/StoreFileRecord.h"
 
@@ -24,18 +24,17 @@ Treatment TreatmentOf(const std::string& name, const ScanOptions& options) {
     return wanted ? Treatment::Store : Treatment::PassOver;
 }
 
-void ClearFileFields() {
-    CurrentFile& current = mainModule.CurrentFile;
-    current.FileTitle.clear();
-    current.FileArtist.clear();
-    current.FileQuality.clear();
-    current.FileSize.clear();
-    current.FileName.clear();
-    current.FilePath.clear();
-    current.FileDate.clear();
-    current.FileDrive.clear();
-    current.FileGenre.clear();
-    current.FileAlbum.clear();
+void ClearFileFields(CurrentFile& file) {
+    file.FileTitle.clear();
+    file.FileArtist.clear();
+    file.FileQuality.clear();
+    file.FileSize.clear();
+    file.FileName.clear();
+    file.FilePath.clear();
+    file.FileDate.clear();
+    file.FileDrive.clear();
+    file.FileGenre.clear();
+    file.FileAlbum.clear();
 }
 
 // The entries that the walk passed over; they are named in the scan log alone.
@@ -46,36 +45,28 @@ void ReportSkipped(ScanRun& run, FolderWalk& walk) {
     }
 }
 
-bool IsKnown(const std::string& filePath) {
-    ADODB::Recordset known;
-    known.Open("Select Path from Files where Path = '" + SqlQuote(filePath) + "'", *mainModule.Connection);
-    const bool found = known.RecordCount() > 0;
-    known.Close();
-    return found;
-}
-
 // From bytes to the megabytes that are shown: the sum takes the rounded value.
 void CountMegabytes(ScanRun& run) {
     const RegionalSettings& regional = services.regional;
-    std::string& size = mainModule.CurrentFile.FileSize;
+    std::string& size = run.file.FileSize;
     const std::string megabytes = FormatNumber(Val(size) / 1024 / 1024, 2, regional);
     run.ScannedMegabytes += ParseNumber(megabytes, regional).value_or(0);
     size = Trim(megabytes);
 }
 
-void StoreFile(ScanRun& run, const FileFacts& file) {
-    CurrentFile& current = mainModule.CurrentFile;
-    FillFileFields(file);
+void StoreFile(ScanRun& run, const FileFacts& facts) {
+    CurrentFile& file = run.file;
+    FillFileFields(facts, file);
     if (run.QuickScan) {
-        const bool known = IsKnown(current.FilePath);
-        current.CurrentPath = current.FilePath; // A network file is inspected by its network name.
+        const bool known = IsKnownPath(file.FilePath);
+        file.CurrentPath = file.FilePath; // A network file is inspected by its network name.
         if (known) {
             run.work.DoEvents();
             return;
         }
     }
-    InspectFile(current.CurrentPath);
-    StoreFileRecord(run.saved);
+    InspectFile(file.CurrentPath, file);
+    StoreFileRecord(file, run.saved);
     CountMegabytes(run);
     run.work.DoEvents();
 }
@@ -85,16 +76,16 @@ bool VisitFile(ScanRun& run, FolderWalk& walk, const std::string& folder, const 
     mainModule.Connection->CommitIfDue();
     const std::string path = folder.ends_with('/') ? folder + name : folder + "/" + name;
     const Treatment treatment = TreatmentOf(name, run.view.Options());
-    std::optional<FileFacts> file;
+    std::optional<FileFacts> facts;
     if (treatment != Treatment::PassOver) {
-        file = walk.File(path);
-        if (!file) {
+        facts = walk.File(path);
+        if (!facts) {
             ReportSkipped(run, walk);
             return true;
         }
     }
     ++run.FilesDone;
-    ClearFileFields();
+    ClearFileFields(run.file);
     if (run.work.Cancelled()) {
         return false;
     }
@@ -102,7 +93,7 @@ bool VisitFile(ScanRun& run, FolderWalk& walk, const std::string& folder, const 
     if (treatment == Treatment::Collect) {
         run.OggPaths.push_back(path);
     } else if (treatment == Treatment::Store) {
-        StoreFile(run, *file);
+        StoreFile(run, *facts);
     }
     return true;
 }

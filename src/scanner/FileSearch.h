@@ -6,7 +6,8 @@
 
 namespace quavernet {
 
-/// Failures of the store and of statements are not caught.
+/// Works on run.file. Failures of the store and of statements are not caught. Lets events run in each folder,
+/// in each inspection and store, and once a file is done.
 void FileSearch(ScanRun& run, FolderWalk& walk);
 
 } // namespace quavernet

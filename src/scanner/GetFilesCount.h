@@ -6,7 +6,7 @@
 namespace quavernet {
 
 /// Adds the plain files below the walk's folder to run.FilesTotal, hidden ones left out, and lets the status
-/// panel grow a dot for each.
+/// panel grow a dot for each. Lets events run in each folder.
 void GetFilesCount(ScanRun& run, FolderWalk& walk);
 
 } // namespace quavernet

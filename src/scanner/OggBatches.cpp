@@ -6,6 +6,7 @@
 #include "inspect/OggInfoText.h"
 #include "library/SqlQuote.h"
 #include "platform/LibraryError.h"
+#include "scanner/Lookups.h"
 #include "scanner/OggStore.h"
 #include "scanner/ProgressStep.h"
 #include "scanner/ScanRun.h"
@@ -23,11 +24,7 @@ constexpr const char* BatchRemaining = "verbl.: ";
 constexpr const char* BatchElapsed = "Zeit: ";
 
 bool IsKnownOgg(const std::string& path) {
-    ADODB::Recordset rows;
-    rows.Open("Select * from Files where Path = '" + SqlQuote(path) + "'", *mainModule.Connection);
-    const bool known = rows.RecordCount() > 0;
-    rows.Close();
-    return known;
+    return FindsRow("Select * from Files where Path = '" + SqlQuote(path) + "'");
 }
 
 /// The paths of a batch that are to be read: in a quick scan those that the library does not hold.

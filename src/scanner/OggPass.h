@@ -12,6 +12,7 @@ public:
 
     /// Reads `run.OggPaths` in batches and stores what it finds. `run.FilesDone` is 0 at the start, and
     /// The scan may be cancelled already. Failures that leave it end the scan.
+    /// Lets events run.
     virtual void ReadOggBatches(ScanRun& run) = 0;
 };
 

@@ -6,9 +6,8 @@
 #include "app/TextNumbers.h"
 #include "inspect/FileNameTags.h"
 #include "library/SqlQuote.h"
+#include "scanner/Lookups.h"
 #include "scanner/Volumes.h"
-
-#include <optional>
 
 namespace quavernet {
 
@@ -24,14 +23,6 @@ struct OggKeys {
     std::string Album_id;
     std::string Genre_id;
 };
-
-std::optional<std::string> FirstValue(const std::string& select) {
-    ADODB::Recordset rows;
-    rows.Open(select, *mainModule.Connection);
-    auto value = rows.RecordCount() > 0 ? std::optional(rows.Fields(0).Text()) : std::nullopt;
-    rows.Close();
-    return value;
-}
 
 /// The key of the row that `select` finds; without one the row is made, and the highest key is its own.
 std::string FindOrInsert(const std::string& select, const std::string& insert, const std::string& maximum) {
@@ -170,8 +161,7 @@ void StoreOggRecord(OggRecord& record, SavedLog& log) {
 
     record.path = SqlQuote(record.path);
     record.name = SqlQuote(record.name);
-    const bool isKnown =
-        FirstValue("Select File_id from Files where Path = '" + record.path + "'").has_value();
+    const bool isKnown = FindsRow("Select File_id from Files where Path = '" + record.path + "'");
     mainModule.Connection->Execute(isKnown ? UpdateStatement(record, keys) : InsertStatement(record, keys));
     // The log gets the path while it is still quoted: an apostrophe shows twice there.
     log.Add(record.path, record.size, record.length);

@@ -9,6 +9,7 @@
 #include "scanner/FileSearch.h"
 #include "scanner/GetFilesCount.h"
 #include "scanner/OggPass.h"
+#include "scanner/PutBack.h"
 #include "scanner/ScanRun.h"
 #include "scanner/StoreFileRecord.h"
 
@@ -125,6 +126,8 @@ void ScanFiles(ScanRun& run, FolderWalk& walk) {
     run.ScannedMegabytes = 0;
     run.work.SetMousePointer(MousePointer::Hourglass);
     StartCounters(run);
+    run.file = mainModule.CurrentFile;
+    const PutBack putBack(run.file);
     FileSearch(run, walk);
 }
 
@@ -203,8 +206,8 @@ void ScanDriver::Cancel() {
     m_state->run.work.SetCancelled(true);
 }
 
-void ScanDriver::StoreFileRecord() {
-    quavernet::StoreFileRecord(m_state->run.saved);
+void ScanDriver::StoreFileRecord(CurrentFile& file) {
+    quavernet::StoreFileRecord(file, m_state->run.saved);
 }
 
 } // namespace quavernet

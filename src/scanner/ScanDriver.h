@@ -13,6 +13,7 @@
 
 namespace quavernet {
 
+struct CurrentFile;
 class OggPass;
 
 class ScanDriver {
@@ -22,14 +23,16 @@ public:
     ~ScanDriver();
 
     /// Asks for the folder (or takes the standard scan path) and scans it. Returns when the scan has ended,
-    /// been cancelled or had nothing to do. Failures of the store and of the walk are not caught here.
+    /// been cancelled or had nothing to do. Failures of the store and of the walk are not caught here. Lets
+    /// events run throughout; ScanRunning, which the caller sets around it, keeps a second scan and drops
+    /// out.
     void StartScan();
 
     /// Ends the walks at their next test.
     void Cancel();
 
-    /// Finds or creates the lookup rows of the current file and inserts or updates its row in Files.
-    void StoreFileRecord();
+    /// Finds or creates the lookup rows of the file and inserts or updates its row in Files. Lets events run.
+    void StoreFileRecord(CurrentFile& file);
 
 private:
     struct State;

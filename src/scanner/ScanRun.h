@@ -2,6 +2,7 @@
 // scan. Owned by ScanDriver; the counting pass, the search, the progress and the Ogg pass work on it.
 #pragma once
 
+#include "app/CurrentFile.h"
 #include "app/LongWork.h"
 #include "scanner/SavedLog.h"
 #include "scanner/ScanView.h"
@@ -40,6 +41,8 @@ struct ScanRun {
     ScanView& view;
     ScanLog& log;
     SavedLog saved; ///< Lines and counters of the scan log; they count on from scan to scan.
+
+    CurrentFile file; ///< The file that the search is at; values carry over from file to file.
 
     bool Recursive = false;
     bool QuickScan = false;

@@ -5,6 +5,7 @@
 #include "app/TextHelpers.h"
 #include "app/TextNumbers.h"
 #include "library/SqlQuote.h"
+#include "scanner/Lookups.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -24,23 +25,15 @@ struct LookupKeys {
     std::string Extension_id;
 };
 
-std::string FirstKey(const std::string& select) {
-    ADODB::Recordset rows;
-    rows.Open(select, *mainModule.Connection);
-    std::string key = rows.RecordCount() > 0 ? rows.Fields(0).Text() : std::string();
-    rows.Close();
-    return key;
-}
-
 // The key of the row that `select` finds; without one the row is made first. The new row is asked for until
 // it can be seen, however long that takes: here the first question finds it.
 std::string FindOrInsert(const std::string& select, const std::string& insert) {
-    std::string key = FirstKey(select);
+    std::string key = FirstValue(select).value_or("");
     if (key.empty()) {
         mainModule.Connection->Execute(insert);
         services.events->DoEvents();
         do {
-            key = FirstKey(select);
+            key = FirstValue(select).value_or("");
         } while (key.empty());
     }
     return key;
@@ -197,10 +190,9 @@ std::string UpdateStatement(const CurrentFile& file, const LookupKeys& keys, con
 
 } // namespace
 
-void StoreFileRecord(SavedLog& log) {
+void StoreFileRecord(CurrentFile& file, SavedLog& log) {
     // Another running program may look for the same performer or the same path at this moment.
     const ADODB::WriteLock writeLock(*mainModule.Connection);
-    CurrentFile& file = mainModule.CurrentFile;
     FillMissingNames(file);
     LookupKeys keys;
     keys.Inter_id = PerformerKey(file);

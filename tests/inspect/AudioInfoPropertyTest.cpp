@@ -92,6 +92,7 @@ protected:
 
     std::mt19937 random{20261120};
     AudioInfoModel model;
+    CurrentFile record;
 };
 
 TEST_F(AudioInfoPropertyTest, EqualsTheSlowReadingOnRandomFiles) {
@@ -99,11 +100,11 @@ TEST_F(AudioInfoPropertyTest, EqualsTheSlowReadingOnRandomFiles) {
     for (int i = 0; i < 20000; ++i) {
         const std::string file = File();
         const std::string path = Path();
-        ReadAudioInfo(path, FileBytes(AsBytes(file)));
-        const AudioInfo& info = mainModule.CurrentFile.AudioInfo;
+        ReadAudioInfo(path, FileBytes(AsBytes(file)), record);
+        const AudioInfo& info = record.AudioInfo;
         ASSERT_EQ(Describe(info), Describe(model.ReadAudioInfo(path, file))) << "file " << i;
-        ASSERT_EQ(mainModule.CurrentFile.IsVbr, model.isVbr) << "file " << i;
-        ASSERT_EQ(mainModule.CurrentFile.VbrFrames, model.vbrFrames) << "file " << i;
+        ASSERT_EQ(record.IsVbr, model.isVbr) << "file " << i;
+        ASSERT_EQ(record.VbrFrames, model.vbrFrames) << "file " << i;
         withRate += info.BitRate != 0;
         withVbr += model.isVbr;
         cleared += info.Mode.empty();
@@ -120,9 +121,8 @@ TEST_F(AudioInfoPropertyTest, EqualsTheSlowReadingOnEveryHeader) {
         for (int third = 0; third < 256; ++third) {
             for (int fourth = 0; fourth < 256; ++fourth) {
                 file = Put(file, 100, Bytes({0xFF, second, third, fourth}));
-                ReadAudioInfo("a.mp3", FileBytes(AsBytes(file)));
-                ASSERT_EQ(Describe(mainModule.CurrentFile.AudioInfo),
-                          Describe(model.ReadAudioInfo("a.mp3", file)))
+                ReadAudioInfo("a.mp3", FileBytes(AsBytes(file)), record);
+                ASSERT_EQ(Describe(record.AudioInfo), Describe(model.ReadAudioInfo("a.mp3", file)))
                     << second << " " << third << " " << fourth;
             }
         }
@@ -134,7 +134,7 @@ TEST_F(AudioInfoPropertyTest, ReadsTheSameBitsFromADiskAsTheSlowReading) {
     for (int i = 0; i < 500; ++i) {
         const std::string contents = File();
         WriteFile(folder / "a.mp3", contents);
-        ASSERT_EQ(ReadMpegHeader(folder / "a.mp3"), model.ReadMpegHeader(contents)) << "file " << i;
+        ASSERT_EQ(ReadMpegHeader(folder / "a.mp3", record), model.ReadMpegHeader(contents)) << "file " << i;
     }
 }
 

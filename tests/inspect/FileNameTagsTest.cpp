@@ -9,7 +9,7 @@ protected:
         file.CurrentFileName = name;
         file.Id3v1Tag = Id3v1Tag();
         file.Id3v1Tag.TagGenre = 7;
-        TagsFromFileName();
+        TagsFromFileName(file);
         return file.Id3v1Tag.TagArtist + "|" + file.Id3v1Tag.TagTitle + "|" +
                std::to_string(file.Id3v1Tag.TagGenre);
     }

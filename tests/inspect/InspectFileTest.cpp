@@ -111,7 +111,7 @@ TEST_F(InspectFileTest, AFileWithoutATagAndWithoutADashIsItsOwnTitle) {
 
 TEST_F(InspectFileTest, AFileThatIsMissingIsNamedAfterItsName) {
     file.CurrentFileName = "Wer - Was  .mp3";
-    InspectFile(folder / "Wer - Was  .mp3");
+    InspectFile(folder / "Wer - Was  .mp3", file);
     EXPECT_EQ(file.FileArtist, "Wer");
     EXPECT_EQ(file.FileTitle, "Was") << "trimmed on the right";
     EXPECT_EQ(file.FileQuality, "0");
@@ -129,7 +129,7 @@ TEST_F(InspectFileTest, AnEmptyVersion2TagIsNamedAfterTheFile) {
 TEST_F(InspectFileTest, TheNameIsTheCallersAndNotThePaths) {
     const std::string path = File("Neu - Neu.mp3", Mpeg(300));
     file.CurrentFileName = "Alt - Davor.mp3";
-    InspectFile(path);
+    InspectFile(path, file);
     EXPECT_EQ(file.FileArtist, "Alt");
     EXPECT_EQ(file.FileTitle, "Davor");
 }
@@ -183,16 +183,16 @@ TEST_F(InspectFileTest, APipeIsNotOpened) {
     const std::string path = folder / "Wer - Was.mp3";
     ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
     file.CurrentFileName = "Wer - Was.mp3";
-    InspectFile(path);
+    InspectFile(path, file);
     EXPECT_EQ(file.FileArtist, "Wer");
     EXPECT_EQ(file.FileQuality, "0");
 }
 
 TEST_F(InspectFileTest, AFolderAndADeviceAreInspectedAsMissingFiles) {
     file.CurrentFileName = "Wer - Was.mp3";
-    InspectFile(folder.Path());
+    InspectFile(folder.Path(), file);
     EXPECT_EQ(file.FileTitle, "Was");
-    InspectFile("/dev/zero");
+    InspectFile("/dev/zero", file);
     EXPECT_EQ(file.FileTitle, "Was");
 }
 

@@ -25,7 +25,7 @@ protected:
 
     /// Writes a file and reads its stream facts.
     const AudioInfo& Read(const std::string& name, std::string_view contents) {
-        ReadAudioInfo(File(name, contents));
+        ReadAudioInfo(File(name, contents), file);
         return file.AudioInfo;
     }
 
@@ -34,7 +34,7 @@ protected:
         const std::string path = File(name, contents);
         file.CurrentPath = path;
         file.CurrentFileName = name;
-        InspectFile(path);
+        InspectFile(path, file);
         return file;
     }
 
@@ -80,7 +80,7 @@ protected:
     }
 
     TemporaryFolder folder;
-    CurrentFile& file = mainModule.CurrentFile;
+    CurrentFile file;
 };
 
 } // namespace quavernet::test

@@ -8,18 +8,18 @@ namespace quavernet::test {
 
 class MpegHeaderTest : public InspectTest {
 protected:
-    std::string Header(std::string_view contents) { return ReadMpegHeader(File("a.mp3", contents)); }
+    std::string Header(std::string_view contents) { return ReadMpegHeader(File("a.mp3", contents), file); }
 };
 
 const std::string FrameBits = "11111111111110111001000000000000"; // FF FB 90 00
 
 TEST_F(MpegHeaderTest, AnEmptyPathGivesAnEmptyHeader) {
-    EXPECT_EQ(ReadMpegHeader(""), "");
+    EXPECT_EQ(ReadMpegHeader("", file), "");
 }
 
 TEST_F(MpegHeaderTest, AFileThatCanNotBeOpenedGivesAnEmptyHeader) {
-    EXPECT_EQ(ReadMpegHeader(folder / "missing.mp3"), "");
-    EXPECT_EQ(ReadMpegHeader(folder.Path()), "");
+    EXPECT_EQ(ReadMpegHeader(folder / "missing.mp3", file), "");
+    EXPECT_EQ(ReadMpegHeader(folder.Path(), file), "");
 }
 
 TEST_F(MpegHeaderTest, AFileOf255BytesGivesAnEmptyHeaderAndOneOf256ItsFrame) {
@@ -106,9 +106,9 @@ TEST_F(MpegHeaderTest, AnEarlyReturnKeepsTheVbrMarkOfTheFileBefore) {
     Header(Xing(400, 77));
     Header(Mpeg(255));
     EXPECT_TRUE(file.IsVbr);
-    ReadMpegHeader(folder / "missing.mp3");
+    ReadMpegHeader(folder / "missing.mp3", file);
     EXPECT_TRUE(file.IsVbr);
-    ReadMpegHeader("");
+    ReadMpegHeader("", file);
     EXPECT_TRUE(file.IsVbr);
 }
 

@@ -59,13 +59,13 @@ TEST_F(ReadAudioInfoTest, ReadsTheFourteenBitRatesOfLayer3) {
 
 TEST_F(ReadAudioInfoTest, AnEmptyPathClearsTheRecord) {
     Read("a.mp3", Mpeg(300));
-    ReadAudioInfo("");
+    ReadAudioInfo("", file);
     ExpectCleared(file.AudioInfo);
 }
 
 TEST_F(ReadAudioInfoTest, AMissingFileLeavesTheRecordCleared) {
     Read("a.mp3", Mpeg(300));
-    ReadAudioInfo(folder / "missing.mp3");
+    ReadAudioInfo(folder / "missing.mp3", file);
     ExpectCleared(file.AudioInfo);
 }
 
@@ -74,7 +74,7 @@ TEST_F(ReadAudioInfoTest, LetsEventsRunAtTheStartAndBeforeAnMpegHeader) {
     EXPECT_EQ(events.count, 2);
     Read("a.wav", "");
     EXPECT_EQ(events.count, 3);
-    ReadAudioInfo("");
+    ReadAudioInfo("", file);
     EXPECT_EQ(events.count, 4);
 }
 
@@ -209,14 +209,14 @@ TEST_F(ReadAudioInfoTest, TheVbrMarkOfTheFileBeforeGovernsAFileWithoutAHeader) {
 TEST_F(ReadAudioInfoTest, FilesOf256MebibytesHaveNoLength) {
     const std::string path = File("a.mp3", Mpeg(5000));
     std::filesystem::resize_file(path, 268435455);
-    ReadAudioInfo(path);
+    ReadAudioInfo(path, file);
     EXPECT_EQ(file.AudioInfo.Length, 16777);
     std::filesystem::resize_file(path, 268435456);
-    ReadAudioInfo(path);
+    ReadAudioInfo(path, file);
     EXPECT_EQ(file.AudioInfo.Length, 0);
     EXPECT_EQ(file.AudioInfo.BitRate, 128);
     std::filesystem::resize_file(path, 5000000000);
-    ReadAudioInfo(path);
+    ReadAudioInfo(path, file);
     EXPECT_EQ(file.AudioInfo.Length, 0);
 }
 

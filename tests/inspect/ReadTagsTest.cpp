@@ -22,7 +22,7 @@ protected:
     const Id3v1Tag& ReadTagsOf(const std::string& name, std::string_view contents) {
         const std::string path = File(name, contents);
         file.CurrentFileName = name;
-        ReadTags(path);
+        ReadTags(path, file);
         return file.Id3v1Tag;
     }
 };
@@ -83,9 +83,9 @@ TEST_F(ReadTagsTest, FilesOfUnder128BytesAreNamedAfterTheirName) {
 TEST_F(ReadTagsTest, AFileThatCanNotBeOpenedLeavesTheTagAlone) {
     file.CurrentFileName = "a - b.mp3";
     SetFlags(true, false);
-    ReadTags(folder / "missing.mp3");
+    ReadTags(folder / "missing.mp3", file);
     EXPECT_EQ(file.Id3v1Tag.TagTitle, "");
-    ReadTags(folder.Path());
+    ReadTags(folder.Path(), file);
     EXPECT_EQ(file.Id3v1Tag.TagTitle, "");
     EXPECT_TRUE(file.HasTagV1);
 }
@@ -175,11 +175,11 @@ private:
 TEST_F(ReadTagsTest, AnEmptyPathAndTheLiteralPatternEndAtOnce) {
     const RecordingTagComponent& component = RecordingTagComponent::Install();
     file.Id3v1Tag.TagTitle = "before";
-    ReadTags("");
-    ReadTags("*.mp3");
+    ReadTags("", file);
+    ReadTags("*.mp3", file);
     EXPECT_TRUE(component.loaded.empty());
     EXPECT_EQ(file.Id3v1Tag.TagTitle, "before");
-    ReadTags("*.wav");
+    ReadTags("*.wav", file);
     EXPECT_EQ(component.loaded.size(), 1u) << "no other pattern is known";
 }
 
@@ -208,7 +208,7 @@ TEST_F(ReadTagsTest, TheComponentGetsEachFileWithTheBeginningThatWasReadOfIt) {
     const RecordingTagComponent& component = RecordingTagComponent::Install();
     ReadTagsOf("a.mp3", Audio);
     ReadTagsOf("b.mp3", "ID3" + std::string(6000, 'a'));
-    ReadTags(folder / "missing.mp3");
+    ReadTags(folder / "missing.mp3", file);
     using Loads = std::vector<std::pair<std::string, std::size_t>>;
     EXPECT_EQ(
         component.loaded,
@@ -223,7 +223,7 @@ TEST_F(ReadTagsTest, AFileThatCouldNotBeReadKeepsItsTagHoweverItsFieldsAreSet) {
     ::chmod((folder / "a.mp3").c_str(), 0);
     {
         const OrdinaryUser user;
-        ReadTags(folder / "a.mp3");
+        ReadTags(folder / "a.mp3", file);
     }
     ::chmod((folder / "a.mp3").c_str(), 0644);
     for (const int index : {2, 3, 4, 5, 6, 7, 12}) { // As shown, with a new title.
@@ -243,14 +243,14 @@ TEST_F(ReadTagsTest, TheComponentForgetsTheTagOfTheFileBefore) {
 }
 
 TEST_F(ReadTagsTest, SetTagKindKnowsThreeKindsAndLeavesTheFlagsOtherwise) {
-    SetTagKind(1);
+    SetTagKind(1, file);
     EXPECT_TRUE(file.HasTagV1 && !file.HasTagV2 && !file.HasNoTag);
-    SetTagKind(2);
+    SetTagKind(2, file);
     EXPECT_TRUE(!file.HasTagV1 && file.HasTagV2 && !file.HasNoTag);
-    SetTagKind(3);
+    SetTagKind(3, file);
     EXPECT_TRUE(!file.HasTagV1 && !file.HasTagV2 && file.HasNoTag);
     for (const int kind : {4, 0, -1, 5}) {
-        SetTagKind(kind);
+        SetTagKind(kind, file);
         EXPECT_TRUE(!file.HasTagV1 && !file.HasTagV2 && file.HasNoTag) << kind;
     }
 }

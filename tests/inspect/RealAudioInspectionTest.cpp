@@ -9,7 +9,7 @@ protected:
     const CurrentFile& InspectReal(const std::string& path) {
         file.CurrentPath = path;
         file.CurrentFileName = "Wer - Was.mp3";
-        InspectFile(path);
+        InspectFile(path, file);
         return file;
     }
 };
@@ -93,7 +93,7 @@ TEST_F(RealAudioInspectionTest, BothTags) {
 TEST_F(RealAudioInspectionTest, AnOggFilePassesThrough) {
     const std::string path = RealOgg({"-t", "Titel"});
     file.CurrentFileName = "Wer - Was.ogg";
-    InspectFile(path);
+    InspectFile(path, file);
     EXPECT_EQ(file.FileQuality, "0");
     EXPECT_EQ(file.AudioInfo.Length, 0);
     EXPECT_EQ(file.FileTitle, "Was");

@@ -11,7 +11,7 @@ namespace quavernet::test {
 using WaveReaderTest = InspectTest;
 
 TEST_F(WaveReaderTest, ReadsARealWaveOfCompactDiscQuality) {
-    ReadAudioInfo(RealWave(2, 44100, 2, 16));
+    ReadAudioInfo(RealWave(2, 44100, 2, 16), file);
     EXPECT_EQ(file.AudioInfo.BitRate, 16) << "bits per sample";
     EXPECT_EQ(file.AudioInfo.Frequency, 44100);
     EXPECT_EQ(file.AudioInfo.Mode, "stereo");
@@ -24,7 +24,7 @@ TEST_F(WaveReaderTest, ReadsARealWaveOfCompactDiscQuality) {
 }
 
 TEST_F(WaveReaderTest, TheFrequencyIsCutToAMultipleOfTen) {
-    ReadAudioInfo(RealWave(1, 11025, 1, 8));
+    ReadAudioInfo(RealWave(1, 11025, 1, 8), file);
     EXPECT_EQ(file.AudioInfo.Frequency, 11020);
     EXPECT_EQ(file.AudioInfo.BitRate, 8);
     EXPECT_EQ(file.AudioInfo.Mode, "mono");
@@ -33,7 +33,7 @@ TEST_F(WaveReaderTest, TheFrequencyIsCutToAMultipleOfTen) {
 }
 
 TEST_F(WaveReaderTest, ReadsWavesOf24Bits) {
-    ReadAudioInfo(RealWave(1, 48000, 2, 24));
+    ReadAudioInfo(RealWave(1, 48000, 2, 24), file);
     EXPECT_EQ(file.AudioInfo.BitRate, 24);
     EXPECT_EQ(file.AudioInfo.Length, 1);
 }
@@ -147,10 +147,10 @@ TEST_F(WaveReaderTest, AFileOfEmptyChunksEnds) {
 }
 
 TEST_F(WaveReaderTest, FilesThatAreMissingOrNoPlainFilesLeaveTheRecordCleared) {
-    ReadAudioInfo(folder / "missing.wav");
+    ReadAudioInfo(folder / "missing.wav", file);
     ExpectCleared(file.AudioInfo);
     std::filesystem::create_directory(folder / "folder.wav");
-    ReadAudioInfo(folder / "folder.wav");
+    ReadAudioInfo(folder / "folder.wav", file);
     ExpectCleared(file.AudioInfo);
 }
 

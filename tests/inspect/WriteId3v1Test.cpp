@@ -107,7 +107,7 @@ TEST_F(WriteId3v1Test, AnEmptyPathEndsSilently) {
 TEST_F(WriteId3v1Test, WhatIsWrittenIsReadBack) {
     const std::string path = File("a.mp3", std::string(1000, 'a'));
     WriteId3v1(path, tag);
-    ReadTags(path);
+    ReadTags(path, file);
     EXPECT_EQ(file.Id3v1Tag.TagArtist, "Künstler" + std::string(22, ' '));
     EXPECT_EQ(file.Id3v1Tag.TagGenre, 17);
     EXPECT_TRUE(file.HasTagV1);

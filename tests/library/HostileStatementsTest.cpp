@@ -134,8 +134,7 @@ TEST_F(HostileStatementsTest, ShapesShowWhatLeavesItsQuotes) {
 
 TEST_F(HostileStatementsTest, ARecordOfAnMpegOrWaveFileIsStoredAsItStands) {
     ExpectTheSameCommands([&](const std::string& text) {
-        CurrentFile& file = mainModule.CurrentFile;
-        file = CurrentFile();
+        CurrentFile file;
         file.FileArtist = file.FileTitle = file.FileAlbum = text;
         file.FileDrive = "/mnt/" + text;
         file.FileName = text + ".mp3";
@@ -145,7 +144,7 @@ TEST_F(HostileStatementsTest, ARecordOfAnMpegOrWaveFileIsStoredAsItStands) {
         file.FileGenre = "17";
         for (int time = 0; time < 2; ++time) { // The second time it is an update.
             file.FileSize = "3145728";
-            driver.StoreFileRecord();
+            driver.StoreFileRecord(file);
         }
         ExpectOneFile("/mnt/" + text + "/" + text + ".mp3", text, text, text);
         EXPECT_EQ(Value("Select Drive from Drive"), "/mnt/" + text);
@@ -210,17 +209,16 @@ TEST_F(HostileStatementsTest, TheSearchBoxIsATextInEachOfItsStatements) {
     for (const auto& [performer, title] :
          {std::pair(true, true), std::pair(true, false), std::pair(false, true)}) {
         ExpectTheSameCommands([&, performer = performer, title = title](const std::string& text) {
-            CurrentFile& file = mainModule.CurrentFile;
-            file = CurrentFile();
+            CurrentFile file;
             file.FileArtist = file.FileTitle = "before " + text + " behind";
             file.FileName = file.FilePath = "/x.mp3";
             file.FileSize = "1";
             file.FileGenre = "255";
-            driver.StoreFileRecord();
+            driver.StoreFileRecord(file);
             file.FileArtist = file.FileTitle = "another";
             file.FileName = file.FilePath = "/y.mp3";
             file.FileSize = "1";
-            driver.StoreFileRecord();
+            driver.StoreFileRecord(file);
             ListFilter filter;
             filter.SearchText = text;
             filter.InterpretChecked = performer;
@@ -238,13 +236,12 @@ TEST_F(HostileStatementsTest, ANulInTheSearchBoxReachesNoStatement) {
     const auto search = [&](const std::string& text, std::size_t found) {
         const Job job = [&](const std::string& searched) {
             for (const char* name : {"x", "xy"}) {
-                CurrentFile& file = mainModule.CurrentFile;
-                file = CurrentFile();
+                CurrentFile file;
                 file.FileArtist = file.FileTitle = name;
                 file.FileName = file.FilePath = std::string("/") + name + ".mp3";
                 file.FileSize = "1";
                 file.FileGenre = "255";
-                driver.StoreFileRecord();
+                driver.StoreFileRecord(file);
             }
             ListFilter filter;
             filter.SearchText = searched;

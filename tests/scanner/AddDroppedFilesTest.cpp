@@ -250,13 +250,14 @@ TEST_F(AddDroppedFilesTest, ADroppedFileIsInspectedBeforeItsFactsAreAsked) {
     class Watched : public ChosenVolumes {
     public:
         FileFacts GetFile(const std::string& path) override {
-            titleWhenAsked = mainModule.CurrentFile.FileTitle;
+            titleWhenAsked = file.FileTitle;
             return ChosenVolumes::GetFile(path);
         }
+        CurrentFile file;
         std::string titleWhenAsked;
     } watched;
     services.fileSystem = &watched;
-    Drop({Mp3("song.mp3")});
+    AddDroppedFileToLibrary(Mp3("song.mp3"), watched.file, driver);
     EXPECT_EQ(watched.titleWhenAsked, "Song");
 }
 
@@ -327,7 +328,8 @@ TEST_F(AddDroppedFilesTest, ADroppedFileIsNamedInTheScanLog) {
 }
 
 TEST_F(AddDroppedFilesTest, TheSingleFileStepTellsItsFailures) {
-    EXPECT_THROW(AddDroppedFileToLibrary(music / "gone.mp3", driver), RuntimeError);
+    CurrentFile file;
+    EXPECT_THROW(AddDroppedFileToLibrary(music / "gone.mp3", file, driver), RuntimeError);
 }
 
 } // namespace

@@ -135,15 +135,19 @@ TEST_F(FileSearchTest, ATickChangedInTheCountHoldsInTheNextScan) {
 
 TEST_F(FileSearchTest, EventsRunOnceAFileIsStoredAndItsSizeIsText) {
     Write("a.mp3", std::string(1600000, 'x'));
+    ScanRun run(window, log);
+    run.FilesTotal = 1;
+    mainModule.ScanStartTime = clock.now;
+    const auto walk = volumes.GetFolder(music.Path());
     int stored = 0;
     events.onDoEvents = [&] {
         if (!connection.StatementsOf("Insert Into Files").empty()) {
             ++stored;
-            EXPECT_EQ(mainModule.CurrentFile.FileSize, "1,53");
+            EXPECT_EQ(run.file.FileSize, "1,53");
         }
     };
 
-    Scan();
+    FileSearch(run, *walk);
 
     EXPECT_EQ(stored, 1);
 }

@@ -245,14 +245,14 @@ TEST_F(OggStoreTest, AnMp3AndAnOggFileOnOneVolumeUseTwoRowsOfDrive) {
     LongWorkDouble work(calls);
     RecordingScanView view(calls);
     ScanDriver driver(work, view, log);
-    CurrentFile& file = mainModule.CurrentFile;
+    CurrentFile file;
     file.FileDrive = UNCPath("/mnt/usb", true);
     file.FilePath = "/mnt/usb/a.mp3";
     file.FileName = "a.mp3";
     file.FileSize = "1";
     file.FileGenre = "255";
     file.FileDate = "29.02.2024";
-    driver.StoreFileRecord();
+    driver.StoreFileRecord(file);
     EXPECT_THAT(Rows("Select Drive from Drive order by Drive_id"), ElementsAre("/mnt/usb/", "/mnt/usb"));
 }
 

@@ -18,9 +18,8 @@ class StoreFileRecordTest : public LibraryTest {
 protected:
     StoreFileRecordTest() : connection(RecordingConnection::Install()) { SetFile(); }
 
-    // The current file as the inspection leaves it.
-    static void SetFile() {
-        CurrentFile& file = mainModule.CurrentFile;
+    // The record as the inspection leaves it.
+    void SetFile() {
         file = CurrentFile();
         file.FileArtist = "Blue";
         file.FileTitle = "Song";
@@ -37,12 +36,13 @@ protected:
 
     std::vector<std::string> Store() {
         connection.statements.clear();
-        driver.StoreFileRecord();
+        driver.StoreFileRecord(file);
         return connection.statements;
     }
 
-    CurrentFile& File() { return mainModule.CurrentFile; }
+    CurrentFile& File() { return file; }
 
+    CurrentFile file;
     RecordingConnection& connection;
     CallList calls;
     LongWorkDouble work{calls};

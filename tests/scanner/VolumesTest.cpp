@@ -21,6 +21,7 @@ protected:
     }
 
     ChosenVolumes volumes;
+    CurrentFile file;
 };
 
 TEST_F(VolumesTest, LogicalDrivesAreThoseOfTheSystem) {
@@ -77,9 +78,8 @@ FileFacts Facts(const std::string& path, const std::string& drive) {
 }
 
 TEST_F(VolumesTest, TheFileFieldsOfALocalFileKeepItsPath) {
-    FillFileFields(Facts("/media/disc/Pop/it's.mp3", "/media/disc"));
+    FillFileFields(Facts("/media/disc/Pop/it's.mp3", "/media/disc"), file);
 
-    const CurrentFile& file = mainModule.CurrentFile;
     EXPECT_EQ(file.CurrentPath, "/media/disc/Pop/it's.mp3");
     EXPECT_EQ(file.CurrentFileName, "it's.mp3");
     EXPECT_EQ(file.FileName, "it's.mp3");
@@ -90,16 +90,15 @@ TEST_F(VolumesTest, TheFileFieldsOfALocalFileKeepItsPath) {
 }
 
 TEST_F(VolumesTest, TheFileFieldsOfARootFileHaveTheRootAsDrive) {
-    FillFileFields(Facts("/a.mp3", "/"));
+    FillFileFields(Facts("/a.mp3", "/"), file);
 
-    EXPECT_EQ(mainModule.CurrentFile.FileDrive, "/");
-    EXPECT_EQ(mainModule.CurrentFile.FilePath, "/a.mp3");
+    EXPECT_EQ(file.FileDrive, "/");
+    EXPECT_EQ(file.FilePath, "/a.mp3");
 }
 
 TEST_F(VolumesTest, ANetworkFileIsStoredByItsNetworkNameWhereverTheDriveStandsInThePath) {
-    FillFileFields(Facts("/mnt/music/x/mnt/music/a.mp3", "/mnt/music"));
+    FillFileFields(Facts("/mnt/music/x/mnt/music/a.mp3", "/mnt/music"), file);
 
-    const CurrentFile& file = mainModule.CurrentFile;
     EXPECT_EQ(file.CurrentPath, "/mnt/music/x/mnt/music/a.mp3");
     EXPECT_EQ(file.FileDrive, "//server/music/");
     EXPECT_EQ(file.FilePath, "//server/music/x//server/music/a.mp3");
@@ -108,10 +107,10 @@ TEST_F(VolumesTest, ANetworkFileIsStoredByItsNetworkNameWhereverTheDriveStandsIn
 TEST_F(VolumesTest, AFileWithoutADateIsDatedToTheFirstDayOf1900) {
     FileFacts facts = Facts("/a.mp3", "/");
     facts.dateCreated = DateTime();
-    mainModule.CurrentFile.FileDate = "17.05.2020"; // Of the file before.
-    FillFileFields(facts);
+    file.FileDate = "17.05.2020"; // Of the file before.
+    FillFileFields(facts, file);
 
-    EXPECT_EQ(mainModule.CurrentFile.FileDate, "01.01.1900 00:00:00");
+    EXPECT_EQ(file.FileDate, "01.01.1900 00:00:00");
 }
 
 } // namespace

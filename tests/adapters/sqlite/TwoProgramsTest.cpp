@@ -63,8 +63,7 @@ protected:
         EXPECT_NO_THROW(other->Execute("Insert into Titel (Name) values ('of the other')")) << tried;
         other->Commit();
     }
-    static void SetFile(const std::string& path) {
-        CurrentFile& file = mainModule.CurrentFile;
+    void SetFile(const std::string& path) {
         file = CurrentFile();
         file.FileArtist = "Blue";
         file.FileTitle = "Song";
@@ -80,6 +79,7 @@ protected:
     TemporaryFolder music;
     std::unique_ptr<ADODB::Connection> other;
     int tried = 0;
+    CurrentFile file;
     ChosenVolumes volumes;
     CallList calls;
     RecordingScanLog log{calls};
@@ -89,10 +89,10 @@ protected:
 TEST_F(TwoProgramsTest, APerformerOrAFileIsNotInsertedByBoth) {
     SetFile("/music/song.mp3");
     OtherBefore("Insert into Interpret", "Insert into Interpret (Interpret) values ('Blue')");
-    StoreFileRecord(saved);
+    StoreFileRecord(file, saved);
     SetFile("/music/other.mp3");
     OtherBefore("Insert Into Files", "Insert into Files (Path) values ('/music/other.mp3')");
-    StoreFileRecord(saved);
+    StoreFileRecord(file, saved);
     EXPECT_EQ(tried, 2);
     EXPECT_EQ(Rows("Select Interpret from Interpret"), Texts{"Blue"});
     EXPECT_EQ(Rows("Select Path from Files order by File_id"),
