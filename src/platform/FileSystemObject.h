@@ -31,7 +31,7 @@ struct FolderFile {
 /// What one folder holds.
 struct FolderContents {
     std::vector<FolderFile> files;       ///< Plain files (or links to such) in the file system's order.
-    std::vector<std::string> subFolders; ///< Full paths in the file system's order, links behind the rest.
+    std::vector<std::string> subFolders; ///< Full paths in the file system's order, links after the rest.
 };
 
 /// An entry that a walk passed over, and why, for the scan log.
@@ -49,9 +49,10 @@ struct SkippedEntry {
     Kind kind = Kind::Unreadable; ///< By which the log names it.
 };
 
-/// One walk over a folder and what lies below it. It remembers every folder by device and inode, so that
-/// links in circles end. Devices, pipes, sockets, dangling links and entries that may not be read are passed
-/// over and noted.
+/// One walk over a folder and what lies below it. A link to a folder in there is passed over without a note:
+/// its files have paths of their own. Links to other folders are followed; every folder is remembered by
+/// device and inode, so that circles end. Devices, pipes, sockets, dangling links and entries that may not be
+/// read are passed over and noted.
 class FolderWalk {
 public:
     virtual ~FolderWalk() = default;

@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cstring>
 
 #include <fcntl.h>
@@ -69,6 +70,23 @@ TEST_F(FileSearchTest, AFoldersFilesComeBeforeItsSubFolders) {
     Scan();
 
     EXPECT_THAT(StoredPaths(), ElementsAre("z.mp3", "sub/b.mp3", "sub/deep/c.mp3"));
+}
+
+TEST_F(FileSearchTest, AFolderReachedByALinkIsStoredUnderItsOwnPathInEitherOrder) {
+    WriteMp3("a/album/of a.mp3");
+    WriteMp3("b/album/of b.mp3");
+    std::filesystem::create_symlink("../b/album", music / "a/link");
+    std::filesystem::create_symlink("../a/album", music / "b/link");
+
+    Scan();
+    EXPECT_THAT(StoredPaths(), UnorderedElementsAre("a/album/of a.mp3", "b/album/of b.mp3"));
+
+    volumes.onList = [](FolderContents& contents) {
+        std::reverse(contents.subFolders.begin(), contents.subFolders.end());
+    };
+    window.options.QuickScan = true;
+    Scan();
+    EXPECT_EQ(StoredPaths().size(), 2U) << "none stands in the library twice";
 }
 
 TEST_F(FileSearchTest, ASubFolderIsDoneWithAllBelowItBeforeItsNeighbour) {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <optional>
 #include <string_view>
 
 #include <fcntl.h>
@@ -65,8 +66,7 @@ FolderContents PosixFolderWalk::List(const std::string& folder) {
     if (!Enter(folder)) {
         return contents;
     }
-    // Links to folders come behind the folders themselves, so that one that can be reached both ways keeps
-    // its own path.
+    // Links to folders come after the folders themselves: what a link leads to may be mounted here as well.
     std::vector<std::string> links;
     m_entries.resize(ListingSize);
     ssize_t size = 0;
@@ -95,6 +95,9 @@ bool PosixFolderWalk::Enter(const std::string& folder) {
         return false;
     }
     const Device device{facts.stx_dev_major, facts.stx_dev_minor};
+    if (m_entered.empty()) {
+        m_chosen = {device, facts.stx_ino};
+    }
     if (!m_entered.insert({device, facts.stx_ino}).second) {
         return false;
     }
@@ -157,9 +160,32 @@ void PosixFolderWalk::AddUnclear(const dirent64& entry, FolderContents& contents
         Note(FullPath(entry.d_name), NotForScanning);
     } else if (entry.d_type != DT_LNK) {
         contents.subFolders.push_back(FullPath(entry.d_name));
-    } else if (!m_entered.contains({{facts.stx_dev_major, facts.stx_dev_minor}, facts.stx_ino})) {
+    } else if (!m_entered.contains({{facts.stx_dev_major, facts.stx_dev_minor}, facts.stx_ino}) &&
+               !LeadsInside(entry.d_name)) {
         links.push_back(FullPath(entry.d_name));
     }
+}
+
+// Whether a link leads to a folder within the chosen one. Such a folder is walked under its own path alone,
+// whichever of the two is listed first, so that its files keep their paths from scan to scan. Asked upwards
+// from the target, by device and inode: a path has many forms, and can be longer than one call takes.
+bool PosixFolderWalk::LeadsInside(const char* link) const {
+    constexpr int Flags = O_PATH | O_DIRECTORY | O_CLOEXEC;
+    Descriptor folder(::openat(m_open.Get(), link, Flags));
+    std::optional<Identity> below;
+    struct statx facts {};
+    while (folder.IsOpen() && ::statx(folder.Get(), "", AT_EMPTY_PATH, STATX_INO, &facts) == 0) {
+        const Identity identity{{facts.stx_dev_major, facts.stx_dev_minor}, facts.stx_ino};
+        if (identity == m_chosen) {
+            return true;
+        }
+        if (identity == below) {
+            return false; // The system's root is its own parent.
+        }
+        below = identity;
+        folder = Descriptor(::openat(folder.Get(), "..", Flags));
+    }
+    return false;
 }
 
 std::optional<FileFacts> PosixFolderWalk::File(const std::string& path) {

@@ -29,11 +29,13 @@ public:
 
 private:
     using Device = std::pair<std::uint32_t, std::uint32_t>; ///< Major and minor number.
+    using Identity = std::pair<Device, std::uint64_t>;      ///< Device and inode.
 
     bool Enter(const std::string& folder);
     bool MayEnterDevice(const Device& device);
     void AddEntry(const dirent64& entry, FolderContents& contents, std::vector<std::string>& links);
     void AddUnclear(const dirent64& entry, FolderContents& contents, std::vector<std::string>& links);
+    bool LeadsInside(const char* link) const;
     bool MayRead(int folder, const std::string& name, const struct statx& facts) const;
     std::string FullPath(std::string_view name) const;
     void Note(const std::string& path, int error);
@@ -44,8 +46,9 @@ private:
     Descriptor m_open;
     const uid_t m_user = ::geteuid();
     std::vector<std::byte> m_entries; ///< Of a piece of the listing, as the kernel writes them.
-    std::set<std::pair<Device, std::uint64_t>> m_entered; ///< Device and inode.
-    std::vector<std::pair<Device, bool>> m_devices;       ///< Devices met, and whether they are walked.
+    Identity m_chosen;                ///< The folder at which the walk started; it is entered first.
+    std::set<Identity> m_entered;
+    std::vector<std::pair<Device, bool>> m_devices; ///< Devices met, and whether they are walked.
     std::vector<SkippedEntry> m_skipped;
 };
 

@@ -6,6 +6,7 @@
 #include "support/OrdinaryUser.h"
 #include "support/SmallAudio.h"
 #include "support/TemporaryFolder.h"
+#include "support/WalkedFiles.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -53,22 +54,6 @@ protected:
             names.push_back(file.name);
         }
         return names;
-    }
-
-    // Every file below the folder, by its path without the folder.
-    std::vector<std::string> AllFiles(FolderWalk& walk) {
-        std::vector<std::string> waiting{walk.Path()};
-        std::vector<std::string> files;
-        while (!waiting.empty()) {
-            const std::string next = waiting.back();
-            waiting.pop_back();
-            const FolderContents contents = walk.List(next);
-            for (const FolderFile& file : contents.files) {
-                files.push_back((next + "/" + file.name).substr(walk.Path().size() + 1));
-            }
-            waiting.insert(waiting.end(), contents.subFolders.rbegin(), contents.subFolders.rend());
-        }
-        return files;
     }
 
     std::string ReasonFor(FolderWalk& walk, const std::string& path) {
@@ -132,41 +117,6 @@ TEST_F(PosixFileSystemTest, AFolderThatIsMissingOrNoFolderOrMayNotBeReadRaisesEr
     EXPECT_EQ(NumberOf([&] { fileSystem->GetFolder(folder.Path() + std::string("\0x", 2)); }), 76);
     const OrdinaryUser user;
     EXPECT_EQ(NumberOf([&] { fileSystem->GetFolder(folder / "private"); }), 76);
-}
-
-TEST_F(PosixFileSystemTest, LinksToFilesAndFoldersAreFollowed) {
-    Write("a.mp3");
-    TemporaryFolder elsewhere;
-    WriteBytes(elsewhere / "far.mp3", "x");
-    fs::create_symlink(folder / "a.mp3", folder / "link.mp3");
-    fs::create_symlink(elsewhere.Path(), folder / "linked");
-    const auto walk = fileSystem->GetFolder(folder.Path());
-
-    EXPECT_THAT(AllFiles(*walk), UnorderedElementsAre("a.mp3", "link.mp3", "linked/far.mp3"));
-}
-
-TEST_F(PosixFileSystemTest, NoFolderIsEnteredTwiceInOneWalk) {
-    fs::create_directories(folder / "a/b");
-    Write("a/b/x.mp3");
-    fs::create_symlink("..", folder / "a/b/up");
-    fs::create_symlink(".", folder / "a/self");
-    fs::create_symlink("a/b", folder / "again");
-    const auto walk = fileSystem->GetFolder(folder.Path());
-
-    EXPECT_THAT(AllFiles(*walk), ElementsAre("a/b/x.mp3"));
-    EXPECT_THAT(walk->TakeSkipped(), IsEmpty());
-    const auto second = fileSystem->GetFolder(folder.Path());
-    EXPECT_THAT(AllFiles(*second), ElementsAre("a/b/x.mp3"));
-}
-
-TEST_F(PosixFileSystemTest, AFolderThatCanBeReachedBothWaysKeepsItsOwnPath) {
-    fs::create_symlink("real", folder / "link");
-    fs::create_directory(folder / "real");
-    Write("real/x.mp3");
-    const auto walk = fileSystem->GetFolder(folder.Path());
-
-    EXPECT_THAT(walk->List(folder.Path()).subFolders, ElementsAre(folder / "real", folder / "link"));
-    EXPECT_THAT(AllFiles(*fileSystem->GetFolder(folder.Path())), ElementsAre("real/x.mp3"));
 }
 
 TEST_F(PosixFileSystemTest, PipesSocketsDevicesAndDanglingLinksArePassedOverAndNoted) {
