@@ -34,7 +34,7 @@ struct FolderContents {
     std::vector<std::string> subFolders; ///< Full paths in the file system's order, links after the rest.
 };
 
-/// An entry that a walk passed over, and why, for the scan log.
+/// An entry that a walk passed over or a pass dropped, and why, for the scan log.
 struct SkippedEntry {
     enum class Kind : std::uint8_t {
         Unreadable,  ///< Any failure that is none of the others.
@@ -42,6 +42,7 @@ struct SkippedEntry {
         Missing,     ///< It has vanished, or it is a link that leads nowhere.
         LinkCircle,  ///< A link that leads back to itself.
         NoPlainFile, ///< A device, pipe or socket, or something of the kernel.
+        NoBitRate,   ///< An Ogg file that tells no nominal bit rate, without which it has no row.
     };
 
     std::string path;             ///< Full path.

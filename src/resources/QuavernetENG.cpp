@@ -355,6 +355,7 @@ constexpr clsResources::Entry EnglishTexts[] = {
     {776,
      "The database was moved, replaced or deleted while the program was running. Nothing more is written "
      "to it."},
+    {777, "tells no nominal bit rate"},
 };
 
 } // namespace

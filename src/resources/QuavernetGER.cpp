@@ -358,6 +358,7 @@ constexpr clsResources::Entry GermanTexts[] = {
     {776,
      "Die Datenbank wurde verschoben, ersetzt oder gelöscht, während das Programm lief. Es schreibt nichts "
      "mehr hinein."},
+    {777, "nennt keine nominale Bitrate"},
 };
 
 } // namespace

@@ -49,6 +49,13 @@ SkippedEntry::Kind MissingOrUnreadable(const std::string& path) {
     return services.fileSystem->FileExists(path) ? SkippedEntry::Kind::NoAccess : SkippedEntry::Kind::Missing;
 }
 
+// Without a bit rate a statement of the store is incomplete. The engine's words for that tell a reader
+// nothing.
+SkippedEntry::Kind KindOfFailure(const OggFileInfo& file) {
+    const bool noBitRate = file.bitRate.empty() && services.fileSystem->FileExists(file.path);
+    return noBitRate ? SkippedEntry::Kind::NoBitRate : SkippedEntry::Kind::Unreadable;
+}
+
 void StoreOrDrop(ScanRun& run, const OggFileInfo& file) {
     if (!file.failure.empty()) {
         Drop(run, file.path, file.failure);
@@ -61,7 +68,7 @@ void StoreOrDrop(ScanRun& run, const OggFileInfo& file) {
     } catch (const LibraryError&) {
         throw; // No fault of this file: a full disk, a lock.
     } catch (const RuntimeError& error) {
-        Drop(run, file.path, error.Description());
+        Drop(run, file.path, error.Description(), KindOfFailure(file));
     }
 }
 

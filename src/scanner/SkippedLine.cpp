@@ -16,6 +16,8 @@ std::string ReasonText(const SkippedEntry& entry) {
         return LoadResString(753);
     case SkippedEntry::Kind::NoPlainFile:
         return LoadResString(754);
+    case SkippedEntry::Kind::NoBitRate:
+        return LoadResString(777);
     case SkippedEntry::Kind::Unreadable:
         break;
     }

@@ -325,6 +325,32 @@ TEST_F(OggBatchesTest, AFileThatVanishesBeforeItsStoreIsDropped) {
     EXPECT_THAT(SkippedPaths(), ElementsAre(gone));
 }
 
+TEST_F(OggBatchesTest, AFileWithoutANominalBitRateIsDroppedAndTheLogSaysWhy) {
+    constexpr std::size_t NominalBitRate = 20; // In the identification packet.
+    mainModule.ScanLogEnabled = true;
+    const std::string silent =
+        Add("a.ogg", WithIdentification(EncodedOgg::Stereo(), NominalBitRate, LittleEndian32(0)));
+    Add("b.ogg", EncodedOgg::Mono());
+    for (const bool real : {false, true}) {
+        tool.useRealTool = real;
+        log.skipped.clear();
+        Read();
+        EXPECT_THAT(StoredNames(), ElementsAre("b.ogg"));
+        EXPECT_THAT(SkippedPaths(), ElementsAre(silent));
+        EXPECT_EQ(log.skipped[0].kind, SkippedEntry::Kind::NoBitRate);
+    }
+}
+
+TEST_F(OggBatchesTest, AFileThatVanishedIsNotDroppedForItsBitRate) {
+    mainModule.ScanLogEnabled = true;
+    const std::string gone = Add("a.ogg", EncodedOgg::Stereo());
+    tool.output = "Processing file \"" + gone + "\"...\n";
+    tool.onRun = [&] { std::filesystem::remove(gone); };
+    Read();
+    EXPECT_THAT(SkippedPaths(), ElementsAre(gone));
+    EXPECT_EQ(log.skipped[0].kind, SkippedEntry::Kind::Unreadable);
+}
+
 TEST_F(OggBatchesTest, AFailingStatementDropsItsRecordAlone) {
     mainModule.ScanLogEnabled = true;
     Add("a.ogg", EncodedOgg::Stereo());

@@ -22,6 +22,8 @@ TEST_F(SkippedLineTest, NamesPathAndReasonInOneLine) {
               "Übersprungen... /music/x.mp3 (Verknüpfung auf sich selbst)");
     EXPECT_EQ(Line(SkippedEntry::Kind::NoPlainFile),
               "Übersprungen... /music/x.mp3 (keine gewöhnliche Datei)");
+    EXPECT_EQ(Line(SkippedEntry::Kind::NoBitRate),
+              "Übersprungen... /music/x.mp3 (nennt keine nominale Bitrate)");
 }
 
 TEST_F(SkippedLineTest, AnyOtherReasonIsToldInTheSystemsWords) {
@@ -33,6 +35,7 @@ TEST_F(SkippedLineTest, FollowsTheLanguage) {
     settings.values["Language"] = "ENG";
     EXPECT_EQ(Line(SkippedEntry::Kind::NoAccess), "Skipped... /music/x.mp3 (no access)");
     EXPECT_EQ(Line(SkippedEntry::Kind::Unreadable), "Skipped... /music/x.mp3 (not readable: I/O error)");
+    EXPECT_EQ(Line(SkippedEntry::Kind::NoBitRate), "Skipped... /music/x.mp3 (tells no nominal bit rate)");
 }
 
 } // namespace quavernet::test
