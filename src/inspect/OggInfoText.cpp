@@ -60,9 +60,9 @@ double DecimalNumber(std::string_view text) {
     return Val(digits);
 }
 
-/// The text before a mark. Throws RuntimeError 5 if the mark isn't there.
-std::string_view Before(std::string_view text, std::string_view mark) {
-    const auto found = text.find(mark);
+/// The text before a mark, whatever the mark's case. Throws RuntimeError 5 if it isn't there.
+std::string_view Before(std::string_view text, std::string_view upperMark) {
+    const auto found = UpperAscii(text).find(upperMark);
     if (found == std::string_view::npos) {
         throw RuntimeError(ErrorNumber::InvalidProcedureCall, "Invalid procedure call or argument");
     }
@@ -83,7 +83,7 @@ std::string WholeBitRate(std::string_view text) {
 /// From minutes, "m:", seconds and one character. Product and sum are 16-bit numbers: 546 minutes and seven
 /// seconds is the longest.
 std::string Seconds(std::string_view text) {
-    const double minutes = Narrow16(DecimalNumber(Before(text, "m")));
+    const double minutes = Narrow16(DecimalNumber(Before(text, "M")));
     const auto colon = text.find(':');
     const auto behind = colon == std::string_view::npos ? text : text.substr(colon + 1);
     const double seconds = Narrow16(DecimalNumber(DropRightCharacters(behind, 1)));
@@ -106,7 +106,7 @@ public:
         Take(line.Behind("ALBUM", 1), [&](std::string_view value) { m_file.album = Fitting(value); });
         Take(line.Behind("GENRE", 1), [&](std::string_view value) { m_file.genre = Fitting(value); });
         Take(line.Behind("TOTAL DATA LENGTH:", 1),
-             [&](std::string_view value) { m_file.size = DropRightCharacters(Before(value, "bytes"), 1); });
+             [&](std::string_view value) { m_file.size = DropRightCharacters(Before(value, "BYTES"), 1); });
         Take(line.Behind("PLAYBACK LENGTH:", 1),
              [&](std::string_view value) { m_file.length = Seconds(value); });
         Take(line.Behind("COMMENT=", 0), [&](std::string_view value) { m_file.comment = value; });

@@ -153,6 +153,8 @@ TEST(OggInfoTextTest, ABitRateLosesItsFractionBehindPointAndComma) {
 TEST(OggInfoTextTest, TheDataLengthEndsOneCharacterBeforeBytes) {
     EXPECT_EQ(SizeOf("7840 bytes"), "7840");
     EXPECT_EQ(SizeOf("7840bytes"), "784");
+    EXPECT_EQ(SizeOf("7840 Bytes"), "7840");
+    EXPECT_EQ(SizeOf("7840 BYTES"), "7840");
     EXPECT_EQ(SizeOf(" bytes"), "");
     EXPECT_EQ(SizeOf("bytes"), "Invalid procedure call or argument");
     EXPECT_EQ(SizeOf("7840"), "Invalid procedure call or argument");
@@ -165,6 +167,7 @@ TEST(OggInfoTextTest, ThePlayLengthIsMinutesBySixtyAndSecondsRoundedHalfToEven) 
     EXPECT_EQ(LengthOf("3m:24.500s"), "204");
     EXPECT_EQ(LengthOf("3m:24.501s"), "205");
     EXPECT_EQ(LengthOf("0m:59.999s"), "60");
+    EXPECT_EQ(LengthOf("3M:25.500s"), "206");
     EXPECT_EQ(LengthOf("3m:25,500s"), "206");
     EXPECT_EQ(LengthOf("3m:05x"), "185");
 }
