@@ -96,6 +96,44 @@ TEST_F(ScanTest, CancelReachesARunningScan) {
     services.events = &realEvents;
 }
 
+TEST_F(ScanTest, TheProgramKnowsFromItsStartToItsEndThatAScanRuns) {
+    Start();
+    int asked = 0;
+    int running = 0;
+    const auto ask = [&] {
+        ++asked;
+        running += mainModule.ScanRunning;
+    };
+    events.onDoEvents = ask;
+    services.events = &events;
+    EXPECT_FALSE(mainModule.ScanRunning);
+    Action("scan").trigger();
+    services.events = &realEvents;
+    EXPECT_FALSE(mainModule.ScanRunning);
+    EXPECT_GT(asked, 5);
+    EXPECT_EQ(running, asked);
+}
+
+TEST_F(ScanTest, NoSecondScanStartsInsideTheFirst) {
+    Start();
+    int tried = 0;
+    events.onDoEvents = [&] {
+        if (Action("cancel").isEnabled() && PanelText(Panel::Scanning).starts_with("Scanning... ")) {
+            Action("cancel").trigger(); // Which gives the button back before the walk has noticed.
+            ++tried;
+            Action("scan").trigger();
+            EXPECT_TRUE(mainModule.ScanRunning);
+        }
+    };
+    services.events = &events;
+    Action("scan").trigger();
+    services.events = &realEvents;
+    EXPECT_EQ(tried, 1);
+    EXPECT_EQ(dialogs.titles.size(), 1U);
+    EXPECT_EQ(Listed().size(), 1U);
+    EXPECT_FALSE(mainModule.ScanRunning);
+}
+
 TEST_F(ScanTest, TheLogCannotBeClosedWhileTheScanRuns) {
     Start();
     bool checked = false;

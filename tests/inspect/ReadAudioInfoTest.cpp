@@ -157,6 +157,21 @@ TEST_F(ReadAudioInfoTest, AXingMarkGivesTheAverageRateAndItsUnroundedValueTheLen
     EXPECT_EQ(info.Length, 156);
 }
 
+TEST_F(ReadAudioInfoTest, TheStepsOfAnAverageRateRunInTheirOrderAlone) {
+    // 1225 frames are 32 seconds to the instant. In any other order of the multiplication and the three
+    // divisions one of these files is a second longer or shorter.
+    EXPECT_EQ(Read("a.mp3", Xing(402991, 1225)).Length, 32);
+    EXPECT_EQ(Read("a.mp3", Xing(5004, 1225)).Length, 31);
+    EXPECT_EQ(Read("a.mp3", Xing(5007, 1225)).Length, 31);
+    EXPECT_EQ(Read("a.mp3", Xing(5026, 1225)).Length, 32);
+}
+
+TEST_F(ReadAudioInfoTest, TheLengthTakesTheRateBeforeItIsRounded) {
+    const AudioInfo& info = Read("a.mp3", Xing(1000000, 12000)); // 25.52 kbit/s
+    EXPECT_EQ(info.BitRate, 26);
+    EXPECT_EQ(info.Length, 313) << "26 kbit/s would be 307 seconds";
+}
+
 TEST_F(ReadAudioInfoTest, TheRateIsRoundedHalfToEven) {
     // size * 44100 / frames / 1000 / 144: 160000 bytes and 392 frames are exactly 125.
     EXPECT_EQ(Read("a.mp3", Xing(160000, 392)).BitRate, 125);

@@ -72,6 +72,40 @@ TEST_F(FileSearchTest, AFoldersFilesComeBeforeItsSubFolders) {
     EXPECT_THAT(StoredPaths(), ElementsAre("z.mp3", "sub/b.mp3", "sub/deep/c.mp3"));
 }
 
+TEST_F(FileSearchTest, FilesAndFoldersAreVisitedInTheOrderOfTheListing) {
+    const std::vector<std::string> order{"m", "a", "z", "b"};
+    for (const std::string& name : order) {
+        WriteMp3(name + ".mp3");
+        Write(name + ".ogg");
+        WriteMp3(name + "/" + name + ".mp3");
+    }
+    bool reversed = false;
+    const auto place = [&](const std::string& path) {
+        const std::string name = path.substr(path.rfind('/') + 1, 1);
+        const auto at = std::find(order.begin(), order.end(), name) - order.begin();
+        return reversed ? -at : at;
+    };
+    volumes.onList = [&](FolderContents& contents) {
+        std::stable_sort(contents.files.begin(), contents.files.end(),
+                         [&](const auto& a, const auto& b) { return place(a.name) < place(b.name); });
+        std::stable_sort(contents.subFolders.begin(), contents.subFolders.end(),
+                         [&](const auto& a, const auto& b) { return place(a) < place(b); });
+    };
+
+    Scan();
+
+    EXPECT_THAT(StoredPaths(),
+                ElementsAre("m.mp3", "a.mp3", "z.mp3", "b.mp3", "m/m.mp3", "a/a.mp3", "z/z.mp3", "b/b.mp3"));
+    EXPECT_THAT(ogg.paths, ElementsAre(music / "m.ogg", music / "a.ogg", music / "z.ogg", music / "b.ogg"));
+
+    reversed = true;
+    Execute("Delete from Files");
+    Scan();
+
+    EXPECT_THAT(StoredPaths(),
+                ElementsAre("b.mp3", "z.mp3", "a.mp3", "m.mp3", "b/b.mp3", "z/z.mp3", "a/a.mp3", "m/m.mp3"));
+}
+
 TEST_F(FileSearchTest, AFolderReachedByALinkIsStoredUnderItsOwnPathInEitherOrder) {
     WriteMp3("a/album/of a.mp3");
     WriteMp3("b/album/of b.mp3");

@@ -96,6 +96,40 @@ TEST_F(OggStoreTest, AKnownFileIsFoundAndUpdatedByItsPath) {
     EXPECT_THAT(Rows("Select File_id, Title_id, Length from Files"), ElementsAre("1|2|207"));
 }
 
+TEST_F(OggStoreTest, EachKeyHasItsOwnPlaceInTheInsertAndInTheUpdate) {
+    Execute({"Insert into Titel (Title_id, Name) values (101, 'Song')",
+             "Insert into Interpret (Inter_id, Interpret) values (102, 'Blue')",
+             "Insert into Drive (Drive_id, Drive) values (104, '/')",
+             "Insert into Quality (Quality_id, Quality) values (105, 112)",
+             "Insert into Albums (Album_id, Name) values (106, 'Best')"});
+    EXPECT_EQ(Store().back(), "Insert into Files (Title_id, Inter_id, Name, Path, Sizeinbytes, "
+                              "DateLastModified, Drive_id, Quality_id, Length, Extension_id, Genre_id, "
+                              "Album_id) values (101, 102, 'song.ogg', '" +
+                                  Path() + "', 7840, '29.02.2024 13:04:05', 104, 105, 206, 3, 17, 106)");
+    EXPECT_EQ(
+        Store().back(),
+        "Update Files set Title_id = 101, Inter_id = 102, Name = 'song.ogg',Path = '" + Path() +
+            "',Sizeinbytes = 7840,DateLastModified = '29.02.2024 13:04:05', Drive_id = 104,"
+            "Quality_id = 105,Length = 206,Extension_id = 3,Genre_id = 17,Album_id = 106 where Path = '" +
+            Path() + "'");
+}
+
+TEST_F(OggStoreTest, EachNewRowGivesItsOwnKey) {
+    Execute({"Insert into Titel (Title_id, Name) values (100, 'x')",
+             "Insert into Interpret (Inter_id, Interpret) values (200, 'x')",
+             "Insert into Drive (Drive_id, Drive) values (300, 'x')",
+             "Insert into Quality (Quality_id, Quality) values (400, 1)",
+             "Insert into Albums (Album_id, Name) values (500, 'x')"});
+    Store();
+    EXPECT_THAT(Rows("Select Title_id, Inter_id, Drive_id, Quality_id, Album_id from Files"),
+                ElementsAre("101|201|301|401|501"));
+    EXPECT_THAT(
+        Rows("Select T.Name, I.Interpret, D.Drive, Q.Quality, A.Name from Titel T, Interpret I, Drive "
+             "D, Quality Q, Albums A where T.Title_id = 101 and I.Inter_id = 201 and D.Drive_id = 301 "
+             "and Q.Quality_id = 401 and A.Album_id = 501"),
+        ElementsAre("Song|Blue|/|112|Best"));
+}
+
 TEST_F(OggStoreTest, TheExtensionKeyIsTheConstantThree) {
     Store();
     EXPECT_THAT(connection.StatementsOf("Select Extension_id"), IsEmpty());

@@ -99,6 +99,41 @@ TEST_F(StoreFileRecordTest, AKnownFileIsUpdatedAndKeepsItsFileId) {
     EXPECT_THAT(Rows("Select File_id, Title_id, Length from Files"), ElementsAre("1|2|201"));
 }
 
+TEST_F(StoreFileRecordTest, EachKeyHasItsOwnPlaceInTheInsertAndInTheUpdate) {
+    Execute({"Insert into Titel (Title_id, Name) values (101, 'Song')",
+             "Insert into Interpret (Inter_id, Interpret) values (102, 'Blue')",
+             "Insert into Drive (Drive_id, Drive) values (103, '/')",
+             "Insert into Quality (Quality_id, Quality) values (104, 128)",
+             "Insert into Albums (Album_id, Name) values (105, 'Best')"});
+    File().FileName = "song.wav";
+    File().FilePath = "/music/song.wav";
+    EXPECT_EQ(Store().back(),
+              "Insert Into Files (Title_id, Inter_id, Name, Path, Sizeinbytes, DateLastModified, Drive_id, "
+              "Quality_id, Length, Extension_id, Genre_id, Album_id) values (101, 102,'song.wav', "
+              "'/music/song.wav', 3145728, '29.02.2024', 103, 104, 200, 2, 17, 105)");
+    Execute("Update Files set File_id = 106");
+    EXPECT_EQ(Store().back(),
+              "Update Files Set Title_id = 101, Inter_id = 102, Name = 'song.wav', Path = '/music/song.wav', "
+              "Sizeinbytes = 3145728, DateLastModified = '29.02.2024', Drive_id = 103, Quality_id = 104, "
+              "Length = 200, Extension_id = 2, Genre_id = 17, Album_id = 105 where File_id = 106");
+}
+
+TEST_F(StoreFileRecordTest, EachNewRowGivesItsOwnKey) {
+    Execute({"Insert into Titel (Title_id, Name) values (100, 'x')",
+             "Insert into Interpret (Inter_id, Interpret) values (200, 'x')",
+             "Insert into Drive (Drive_id, Drive) values (300, 'x')",
+             "Insert into Quality (Quality_id, Quality) values (400, 1)",
+             "Insert into Albums (Album_id, Name) values (500, 'x')"});
+    Store();
+    EXPECT_THAT(Rows("Select Title_id, Inter_id, Drive_id, Quality_id, Album_id from Files"),
+                ElementsAre("101|201|301|401|501"));
+    EXPECT_THAT(
+        Rows("Select T.Name, I.Interpret, D.Drive, Q.Quality, A.Name from Titel T, Interpret I, Drive "
+             "D, Quality Q, Albums A where T.Title_id = 101 and I.Inter_id = 201 and D.Drive_id = 301 "
+             "and Q.Quality_id = 401 and A.Album_id = 501"),
+        ElementsAre("Song|Blue|/|128|Best"));
+}
+
 TEST_F(StoreFileRecordTest, EmptyNamesAreStoredAsUnknown) {
     File().FileArtist.clear();
     File().FileTitle.clear();

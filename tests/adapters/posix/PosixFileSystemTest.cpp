@@ -119,6 +119,28 @@ TEST_F(PosixFileSystemTest, AFolderThatIsMissingOrNoFolderOrMayNotBeReadRaisesEr
     EXPECT_EQ(NumberOf([&] { fileSystem->GetFolder(folder / "private"); }), 76);
 }
 
+TEST_F(PosixFileSystemTest, EntriesComeInTheOrderOfTheFileSystem) {
+    std::vector<std::string> files;
+    std::vector<std::string> folders;
+    for (const char* name : {"m", "b", "z", "a", "k", "t", "c", "y"}) {
+        Write(std::string(name) + ".mp3");
+        fs::create_directory(folder / name);
+    }
+    for (const auto& entry : fs::directory_iterator(folder.Path())) {
+        (entry.is_directory() ? folders : files).push_back(entry.path().filename());
+    }
+    ASSERT_FALSE(std::is_sorted(files.begin(), files.end())) << "such a file system can't show a difference";
+    ASSERT_FALSE(std::is_sorted(folders.begin(), folders.end()));
+    const auto walk = fileSystem->GetFolder(folder.Path());
+
+    EXPECT_EQ(NamesIn(*walk, folder.Path()), files);
+    std::vector<std::string> paths;
+    for (const std::string& name : folders) {
+        paths.push_back(folder / name);
+    }
+    EXPECT_EQ(fileSystem->GetFolder(folder.Path())->List(folder.Path()).subFolders, paths);
+}
+
 TEST_F(PosixFileSystemTest, PipesSocketsDevicesAndDanglingLinksArePassedOverAndNoted) {
     ASSERT_EQ(::mkfifo((folder / "pipe.mp3").c_str(), 0644), 0);
     const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
