@@ -23,7 +23,7 @@ public:
 };
 
 /// A double click at a cell. In row 0 it sorts by the column; in another row it plays the current row.
-/// Failures end it silently.
+/// Failures end it silently. Lets events run while the internal player comes up and takes the row.
 void grdMp3_DblClick(std::int32_t mouseCol, std::int32_t mouseRow, GridSelection& grid, PlayerWindow& player,
                      SortView& view, LongWork& work);
 

@@ -57,7 +57,7 @@ public:
 
     void GotFocus();
     /// A press; a place below the last row counts as the last row. The form then pops up mnuKontext if the
-    /// press was the right one and there are rows.
+    /// press was the right one and there are rows. Lets events run after a right press that selects a row.
     void MouseDown(std::int32_t mouseRow, GridButton button, GridModifiers modifiers);
     GridHover MouseMove(std::int32_t mouseRow, bool leftButton) const;
     void MouseUp();
@@ -71,7 +71,8 @@ public:
     /// The row to which a key moves; `page` is the number of rows in view.
     void KeyMove(GridKey key, bool shift, std::int32_t page);
 
-    /// Paths of the selected rows for a drag to another program; none if there is no current row.
+    /// Paths of the selected rows for a drag to another program; none if there is no current row. Lets events
+    /// run before they are taken.
     std::vector<std::string> StartDrag();
     /// The drag has ended, and with it the press that began it: the drag swallows the release of the button.
     void CompleteDrag() { MouseUp(); }

@@ -20,7 +20,8 @@ public:
     virtual LibraryViews& Views() = 0;
 };
 
-/// Runs the start sequence, with events at three points. On return the message loop runs until ExitProgram.
+/// Runs the start sequence, and lets events run at three points. On return the message loop runs until
+/// ExitProgram.
 void Main(StartView& start);
 
 /// Full path of the library file in the user's documents folder; copies the template there at a first start.

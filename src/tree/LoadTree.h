@@ -11,7 +11,8 @@ namespace quavernet {
 /// Replaces the tree by what the library holds; selection and drop mark are lost, the nodes that the user has
 /// expanded (mainModule.TreeNodeData) are expanded again. Throws RuntimeError if a statement fails, an
 /// entry's Parent names no category, an expanded node is gone, or a category plays longer than 32767 minutes;
-/// the tree then stays as it was.
+/// the tree then stays as it was. Lets events run after each category and before the
+/// new tree takes the old one's place.
 void LoadTree(TreeModel& tree);
 
 /// File_id of an entry, by the node's key or, for an empty key, of the selected node. Empty if no row
