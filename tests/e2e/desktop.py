@@ -11,6 +11,7 @@ import sys
 import tempfile
 import time
 import unittest
+import urllib.parse
 
 import no_network
 
@@ -181,6 +182,13 @@ class ProgramTest(unittest.TestCase):
         return folder, sorted(os.path.join(base, name) for base, _, names in os.walk(folder) for name in names
                               if re.search(r"\.(mp3|wav|ogg)$", name, re.I))
 
+    def store(self, **settings):
+        """Writes the settings file, before the program starts."""
+        folder = os.path.join(self.home, ".config", "Greyfinch Labs")
+        os.makedirs(folder, exist_ok=True)
+        with open(os.path.join(folder, "Quavernet.conf"), "w", encoding="utf-8") as file:
+            file.write("[Settings]\n" + "".join(f"{name}={value}\n" for name, value in settings.items()))
+
     def launch(self):
         """Starts the program and waits for nothing."""
         self.program = subprocess.Popen([PROGRAM], env=self.desktop.environment, cwd=self.home,
@@ -217,3 +225,32 @@ class ProgramTest(unittest.TestCase):
     def limit_written_files(self, size):
         """From now on the program can't make any file longer than this, as on a full disk."""
         resource.prlimit(self.program.pid, resource.RLIMIT_FSIZE, (size, size))
+
+    def start_partner(self, files):
+        """Another window, with these files to drag out of it."""
+        self.out = open(os.path.join(self.home, "dropped.txt"), "w+", encoding="utf-8")
+        self.addCleanup(self.out.close)
+        partner = subprocess.Popen([os.environ["QUAVERNET_DRAG_PARTNER"], *files], env=self.desktop.environment, stdout=self.out)
+        self.addCleanup(partner.wait)
+        self.addCleanup(partner.terminate)
+        return self.desktop.window("^Drag partner$")
+
+    def dropped(self):
+        """Paths that were dropped on the partner."""
+        with open(self.out.name, encoding="utf-8") as file:
+            uris = [line.strip() for line in file if line.strip()]
+        return [urllib.parse.unquote(uri.removeprefix("file://")) for uri in uris]
+
+    def at(self, window, place):
+        """The place of the screen that lies so far from the window's upper left corner."""
+        x, y, _, _ = self.desktop.geometry(window)
+        return x + place[0], y + place[1]
+
+    def drag(self, start, end):
+        """From one place of the screen to another; the pointer goes in steps, as a hand does."""
+        steps = 12
+        ask = self.desktop.ask
+        ask("xdotool", "mousemove", *start, "mousedown", 1)
+        for step in range(1, steps + 1):
+            ask("xdotool", "mousemove", *(a + (b - a) * step // steps for a, b in zip(start, end)), "sleep", 0.03)
+        ask("xdotool", "sleep", 0.2, "mouseup", 1)

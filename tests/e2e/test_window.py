@@ -1,5 +1,4 @@
 """The main window on a real screen: its start picture, stored sizes, and keys and mouse on list and tree."""
-import os
 import unittest
 
 from desktop import ProgramTest, wait_until
@@ -10,12 +9,6 @@ BESIDE_NODES = (100, 500)
 
 
 class WindowTest(ProgramTest):
-    def store(self, **settings):
-        folder = os.path.join(self.home, ".config", "Greyfinch Labs")
-        os.makedirs(folder, exist_ok=True)
-        with open(os.path.join(folder, "Quavernet.conf"), "w", encoding="utf-8") as file:
-            file.write("[Settings]\n" + "".join(f"{name}={value}\n" for name, value in settings.items()))
-
     def end(self, window):
         self.desktop.activate(window)
         self.desktop.key("ctrl+q")
