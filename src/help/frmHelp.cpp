@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QStyle>
 #include <QWindow>
 
@@ -16,7 +17,8 @@ namespace quavernet {
 namespace {
 
 constexpr int ContentsWidth = 290;
-constexpr int PageWidth = 690;
+constexpr QSize Frame(20,
+                      50); ///< What a window manager may add: on a small screen the window ends before it.
 constexpr int PlaceRole = Qt::UserRole;
 
 void SetTip(QWidget* control, std::int32_t text) {
@@ -43,7 +45,8 @@ frmHelp::frmHelp() : m_ui(std::make_unique<Ui::frmHelp>()) {
     m_ui->cmdForward->setIcon(style()->standardIcon(QStyle::SP_ArrowForward));
     m_ui->cmdContents->setIcon(style()->standardIcon(QStyle::SP_FileDialogContentsView));
     m_ui->splitter->setStretchFactor(1, 1);
-    m_ui->splitter->setSizes({ContentsWidth, PageWidth});
+    resize(size().boundedTo(screen()->availableSize() - Frame));
+    m_ui->splitter->setSizes({ContentsWidth, width() - ContentsWidth});
     m_ui->lstResults->hide();
     m_ui->cmdBack->setEnabled(false);
     m_ui->cmdForward->setEnabled(false);

@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTextEdit>
@@ -73,6 +74,15 @@ protected:
 };
 
 } // namespace
+
+TEST_F(HelpWindowTest, TheWindowIsNoLargerThanTheScreen) {
+    Open("HTML\\start.html");
+    ASSERT_LT(Form().screen()->availableSize().width(), 980) << "the size of the form on a large screen";
+    EXPECT_LT(Form().frameGeometry().width(), Form().screen()->availableSize().width());
+    EXPECT_LT(Form().frameGeometry().height(), Form().screen()->availableSize().height());
+    EXPECT_GT(Page().width(), 400);
+    EXPECT_GT(Control<QTreeWidget>("treContents").width(), 250);
+}
 
 TEST_F(HelpWindowTest, APageOpensInTheLanguageOfTheProgram) {
     Open("HTML\\tree.html");
