@@ -220,7 +220,7 @@ TEST_F(GridSelectionTest, ALeftPressForgetsTheRightOne) {
 TEST_F(GridSelectionTest, TheMenuKeyActsOnTheCurrentRowAndIsNoRightPress) {
     ClickAt(4);
     grid.MenuKey();
-    EXPECT_THAT(window.kontextItems, ElementsAre(1));
+    EXPECT_THAT(view.kontextItems, ElementsAre(1));
     EXPECT_EQ(mainModule.DetailsRow, 4);
     EXPECT_THAT(Selected(), ElementsAre(4));
     EXPECT_FALSE(grid.RightClicked());
@@ -281,12 +281,12 @@ TEST_F(GridSelectionTest, AShiftClickAfterALoadBeginsAtTheFirstRow) {
 
 TEST_F(GridSelectionTest, AShiftClickOnTheFirstRowAfterALoadMakesItTheCurrentOne) {
     std::vector<std::int32_t> rows;
-    window.onSelectionChanged = [&] { rows.push_back(grid.Row()); };
+    view.onSelectionChanged = [&] { rows.push_back(grid.Row()); };
     ClickAt(1, Shift);
     EXPECT_EQ(grid.Row(), 1);
     EXPECT_THAT(rows, ElementsAre(1));
     EXPECT_THAT(Selected(), ElementsAre(1));
-    EXPECT_EQ(window.panel, "/music/1.mp3");
+    EXPECT_EQ(view.panel, "/music/1.mp3");
 }
 
 TEST_F(GridSelectionTest, APlaceBelowTheLastRowCountsAsTheLastRow) {

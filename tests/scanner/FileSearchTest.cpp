@@ -118,7 +118,7 @@ TEST_F(FileSearchTest, AFolderReachedByALinkIsStoredUnderItsOwnPathInEitherOrder
     volumes.onList = [](FolderContents& contents) {
         std::reverse(contents.subFolders.begin(), contents.subFolders.end());
     };
-    window.options.QuickScan = true;
+    view.options.QuickScan = true;
     Scan();
     EXPECT_EQ(StoredPaths().size(), 2U) << "none stands in the library twice";
 }
@@ -187,7 +187,7 @@ TEST_F(FileSearchTest, ATickChangedInTheCountHoldsInTheNextScan) {
 
 TEST_F(FileSearchTest, EventsRunOnceAFileIsStoredAndItsSizeIsText) {
     Write("a.mp3", std::string(1600000, 'x'));
-    ScanRun run(window, log);
+    ScanRun run(work, view, log);
     run.FilesTotal = 1;
     mainModule.ScanStartTime = clock.now;
     const auto walk = volumes.GetFolder(music.Path());

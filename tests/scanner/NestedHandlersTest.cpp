@@ -7,6 +7,7 @@
 #include "scanner/OggBatches.h"
 #include "scanner/ScanDriver.h"
 #include "support/OggFiles.h"
+#include "support/RealFiles.h"
 #include "support/ScanDoubles.h"
 #include "support/SmallAudio.h"
 #include "support/TestLibrary.h"
@@ -32,7 +33,7 @@ protected:
     NestedHandlersTest() {
         services.fileSystem = fileSystem.get();
         services.oggInfo = &tool;
-        mainModule.TagComponent = CreateTagLibComponent();
+        mainModule.TagComponent = CreateTagLibComponent(RealFiles());
         WriteFiles();
     }
 
@@ -138,7 +139,7 @@ protected:
 
     std::unique_ptr<FileSystemObject> fileSystem = CreatePosixFileSystem();
     TemporaryFolder music;
-    OggInfoReader tool;
+    OggInfoReader tool{RealFiles()};
     CallList calls;
     LongWorkDouble work{calls};
     RecordingScanView view{calls};
