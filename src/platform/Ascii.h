@@ -8,21 +8,24 @@
 
 namespace quavernet {
 
+/// The letter in upper case.
 constexpr char UpperAscii(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
+/// The letter in lower case.
 constexpr char LowerAscii(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-/// The text with its letters in upper or lower case.
+/// The text with its letters in upper case.
 inline std::string UpperAscii(std::string_view text) {
     std::string result(text);
     std::transform(result.begin(), result.end(), result.begin(), [](char c) { return UpperAscii(c); });
     return result;
 }
 
+/// The text with its letters in lower case.
 inline std::string LowerAscii(std::string_view text) {
     std::string result(text);
     std::transform(result.begin(), result.end(), result.begin(), [](char c) { return LowerAscii(c); });

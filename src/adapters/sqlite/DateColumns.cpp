@@ -1,12 +1,10 @@
 #include "adapters/sqlite/DateColumns.h"
 
-#include <algorithm>
 #include <charconv>
 #include <memory>
 
 #include <sqlite3.h>
 
-#include "adapters/sqlite/EqualsLower.h"
 #include "adapters/sqlite/SqliteError.h"
 #include "adapters/sqlite/StatementCache.h"
 #include "platform/RuntimeError.h"
@@ -36,11 +34,6 @@ std::vector<std::string> DateColumnNames(sqlite3* database) {
         ThrowError(database, code);
     }
     return names;
-}
-
-bool IsDateColumn(std::string_view name, const std::vector<std::string>& dateColumns) {
-    return std::any_of(dateColumns.begin(), dateColumns.end(),
-                       [&](const std::string& column) { return EqualsLower(name, column); });
 }
 
 std::string StoredDate(std::string_view text, const RegionalSettings& regional) {

@@ -15,9 +15,6 @@ namespace quavernet::sqlite {
 /// Names of all date columns in the file, in lower case.
 std::vector<std::string> DateColumnNames(sqlite3* database);
 
-/// Whether a name, in any case, is one of these.
-bool IsDateColumn(std::string_view name, const std::vector<std::string>& dateColumns);
-
 /// The stored form of a regional date text; an empty text stays empty. Throws RuntimeError for a text that is
 /// no date.
 std::string StoredDate(std::string_view text, const RegionalSettings& regional);

@@ -10,6 +10,7 @@
 #include "adapters/sqlite/BackupCopies.h"
 #include "adapters/sqlite/CommitGathering.h"
 #include "adapters/sqlite/DateColumns.h"
+#include "adapters/sqlite/DateType.h"
 #include "adapters/sqlite/LibraryFile.h"
 #include "adapters/sqlite/LibraryPlace.h"
 #include "adapters/sqlite/LookupCache.h"

@@ -6,7 +6,7 @@
 
 #include <sqlite3.h>
 
-#include "adapters/sqlite/DateColumns.h"
+#include "adapters/sqlite/DateType.h"
 #include "adapters/sqlite/EqualsLower.h"
 #include "platform/RuntimeError.h"
 
