@@ -36,7 +36,7 @@ GridModifiers ModifiersOf(const QMouseEvent& event) {
 
 // While a scan runs the list takes no files: it inspects one at a time.
 void TakeFiles(QDropEvent& event) {
-    if (event.mimeData()->hasUrls() && !mainModule.ScanRunning) {
+    if (!mainModule.ScanRunning && !LocalFiles(*event.mimeData()).empty()) {
         event.setDropAction(Qt::CopyAction);
         event.accept();
     } else {

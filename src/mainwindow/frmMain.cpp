@@ -158,7 +158,7 @@ void frmMain::LoadStrings() {
     work.SetTitle("Quavernet - " + LoadResString(Texts::LastScan) + Setting("LastScan", "-"));
     m_parts->Tree.LoadStrings();
     m_parts->List.ShowTotals();
-    work.SetPanel(Panel::Scanning, LoadResString(432));
+    work.SetPanel(Panel::Scanning, LoadResString(Texts::Ready));
     work.SetMousePointer(MousePointer::Default);
 }
 
@@ -257,9 +257,12 @@ void frmMain::wheelEvent(QWheelEvent* event) {
 }
 
 void frmMain::dragEnterEvent(QDragEnterEvent* event) {
-    if (event->mimeData()->hasUrls()) {
-        event->acceptProposedAction();
+    if (mainModule.ScanRunning || LocalFiles(*event->mimeData()).empty()) {
+        event->ignore();
+        return;
     }
+    event->setDropAction(Qt::CopyAction); // Never a move: nothing is taken here.
+    event->accept();
 }
 
 void frmMain::dropEvent(QDropEvent* event) {

@@ -97,6 +97,37 @@ TEST_F(DragDropTest, WhatIsNoFileIsNotTaken) {
     EXPECT_FALSE(enter.isAccepted());
 }
 
+TEST_F(DragDropTest, ALinkToTheWebIsTakenByNobody) {
+    Start();
+    QMimeData link;
+    link.setData(QStringLiteral("text/uri-list"), "http://host/c.mp3\r\n");
+    for (QWidget* target : {static_cast<QWidget*>(Grid().viewport()), static_cast<QWidget*>(&Form())}) {
+        QDragEnterEvent enter(QPoint(10, 40), Qt::CopyAction, &link, Qt::LeftButton, Qt::NoModifier);
+        enter.accept();
+        QCoreApplication::sendEvent(target, &enter);
+        EXPECT_FALSE(enter.isAccepted()) << FromQString(target->objectName());
+    }
+}
+
+TEST_F(DragDropTest, TheBackgroundNeverAgreesToAMoveAndTakesNothingDuringAScan) {
+    const std::string path = MakeFile("Abba - One.mp3");
+    Start();
+    const std::unique_ptr<QMimeData> data(FilesToOffer({path}));
+    QDragEnterEvent move(QPoint(10, 40), Qt::CopyAction | Qt::MoveAction, data.get(), Qt::LeftButton,
+                         Qt::NoModifier);
+    move.setDropAction(Qt::MoveAction);
+    QCoreApplication::sendEvent(&Form(), &move);
+    EXPECT_EQ(move.dropAction(), Qt::CopyAction);
+    mainModule.ScanRunning = true;
+    for (QWidget* target : {static_cast<QWidget*>(Grid().viewport()), static_cast<QWidget*>(&Form())}) {
+        QDragEnterEvent enter(QPoint(10, 40), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        enter.accept();
+        QCoreApplication::sendEvent(target, &enter);
+        EXPECT_FALSE(enter.isAccepted());
+    }
+    mainModule.ScanRunning = false;
+}
+
 TEST_F(DragDropTest, FilesOfOtherMachinesAndProtocolsAreLeftOut) {
     QMimeData data;
     data.setData(QStringLiteral("text/uri-list"),
