@@ -62,7 +62,9 @@ bool frmSplash::eventFilter(QObject* watched, QEvent* event) {
         IsModifier(static_cast<QKeyEvent*>(event)->key())) {
         return false;
     }
-    const bool typed = qobject_cast<const QLineEdit*>(control) != nullptr;
+    const bool command = static_cast<QKeyEvent*>(event)->modifiers().testAnyFlags(
+        Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    const bool typed = qobject_cast<const QLineEdit*>(control) != nullptr && !command;
     if (override && !typed) {
         event->accept(); // No command by its shortcut: the key comes as a key.
         return true;

@@ -292,6 +292,19 @@ TEST_F(WindowStateTest, WhatIsTypedIntoTheSearchBoxEndsTheSplashWindowAndGetsThe
     EXPECT_EQ(FromQString(search.text()), "ab");
 }
 
+TEST_F(WindowStateTest, ACommandsKeyInTheSearchBoxEndsTheSplashWindowAndRunsNoCommand) {
+    windows = std::make_unique<AppWindows>();
+    Main(*windows);
+    Form().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Form()));
+    auto& splash = Control<QDialog>("frmSplash");
+    auto& search = Control<QLineEdit>("txtSearch");
+    search.setFocus();
+    QTest::keyClick(&search, Qt::Key_S, Qt::ControlModifier);
+    EXPECT_FALSE(splash.isVisible());
+    EXPECT_TRUE(dialogs.titles.empty());
+}
+
 TEST_F(WindowStateTest, TheSplitterStopsAtANarrowList) {
     Start();
     for (int i = 0; i < 40; ++i) {
