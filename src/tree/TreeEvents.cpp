@@ -85,6 +85,7 @@ std::optional<std::vector<TreeMenuItem>> TreeRightPress(TreeModel& tree, const s
 
 void TreeDblClick(const TreeModel& tree, PlayerWindow& player) {
     std::string path;
+    bool failed = false;
     try {
         if (KindOfKey(tree.SelectedItem().Key) == NodeKind::File) {
             if (mainModule.UseExternalPlayer) {
@@ -97,13 +98,14 @@ void TreeDblClick(const TreeModel& tree, PlayerWindow& player) {
             }
         }
     } catch (const RuntimeError& failure) {
-        if (failure.Number() != ErrorNumber::ObjectNotSet) {
-            ShowExclamation(316, 317);
-        }
+        failed = failure.Number() != ErrorNumber::ObjectNotSet;
     }
     // With the internal player, and on other nodes, no path is known: the statement then names none and
     // counts nothing.
     mainModule.Connection->Execute("Update Files Set Hits = Hits + 1 where Path = '" + SqlQuote(path) + "'");
+    if (failed) {
+        ShowExclamation(316, 317);
+    }
 }
 
 } // namespace quavernet

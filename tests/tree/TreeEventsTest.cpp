@@ -194,6 +194,14 @@ TEST_F(TreeEventsTest, AFailingPlayerIsToldAndTheCountRuns) {
     EXPECT_THAT(msgBox.shown, ElementsAre(cannotPlay));
 }
 
+TEST_F(TreeEventsTest, AFailureIsToldAfterTheCount) {
+    player.fillFails = true;
+    connection->failing = "Update";
+    tree.Select("file17pos2");
+    EXPECT_THROW(TreeDblClick(tree, player), RuntimeError);
+    EXPECT_THAT(msgBox.shown, IsEmpty());
+}
+
 TEST_F(TreeEventsTest, AFailingCountIsAFailureOfTheDoubleClick) {
     connection->failing = "Update";
     tree.Select("file17pos2");
