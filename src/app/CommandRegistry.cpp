@@ -36,8 +36,8 @@ void CommandRegistry::RegisterMark(std::string_view name) {
     Register(name, [] {});
 }
 
-void CommandRegistry::RegisterPair(std::string_view first, std::string_view second, Controls& controls,
-                                   const std::function<void(bool)>& command) {
+void CommandRegistry::RegisterMarkPair(std::string_view first, std::string_view second, Controls& controls,
+                                       const std::function<void(bool)>& command) {
     for (const std::string_view name : {first, second}) {
         Register(name, [&controls, command, first = std::string(first), second = std::string(second),
                         clicked = std::string(name)] {

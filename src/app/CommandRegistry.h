@@ -30,8 +30,8 @@ public:
     void RegisterMark(std::string_view name);
 
     /// Two check marks that work as one: a click on either sets both, then the command gets the new mark.
-    void RegisterPair(std::string_view first, std::string_view second, Controls& controls,
-                      const std::function<void(bool)>& command);
+    void RegisterMarkPair(std::string_view first, std::string_view second, Controls& controls,
+                          const std::function<void(bool)>& command);
 
     bool Contains(std::string_view name) const { return m_commands.contains(name); }
 

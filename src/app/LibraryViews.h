@@ -11,8 +11,9 @@ public:
     virtual ~LibraryViews() = default;
 
     /// `list` holds File_ids separated by commas for a request that shows given files; otherwise it is empty.
+    /// Lets events run.
     virtual void LoadDatabase(const std::string& list) = 0;
-    virtual void LoadTree() = 0;
+    virtual void LoadTree() = 0; ///< Lets events run.
 };
 
 } // namespace quavernet

@@ -1,5 +1,5 @@
-// What long work shows of itself, and what it asks of the program meanwhile: scan, list, cleaning and start
-// report through it. The main window brings the one real observer; tests have a double.
+// How a long task reports progress, lets events run and learns that it was cancelled: scan, list, cleaning
+// and start have one. The main window brings the one real observer; tests have a double.
 #pragma once
 
 #include <string>

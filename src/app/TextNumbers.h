@@ -12,5 +12,7 @@ inline constexpr std::int32_t Unknown = 347; ///< The title or performer of a fi
 inline constexpr std::int32_t RemainingTime = 345; ///< Before a time in the status bar.
 inline constexpr std::int32_t ElapsedTime = 346;   ///< Before a time in the status bar.
 inline constexpr std::int32_t LastScan = 351;      ///< Before a date in the window's title.
+inline constexpr std::int32_t Ready = 432;         ///< In the status bar while nothing is being done.
+inline constexpr std::int32_t TreeRoot = 591;      ///< The node that holds all categories.
 
 } // namespace quavernet::Texts

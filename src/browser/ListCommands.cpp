@@ -11,11 +11,11 @@ namespace quavernet {
 void RegisterListCommands(CommandRegistry& commands, ListController& list, GridView& grid,
                           Controls& controls) {
     const auto reload = [&list](bool) { list.LoadDatabase({}); };
-    commands.RegisterPair("mnump3", "mnuKontextMp3", controls, reload);
-    commands.RegisterPair("mnuogg", "mnuKontextOgg", controls, reload);
-    commands.RegisterPair("mnuwav", "mnuKontextWav", controls, reload);
-    commands.RegisterPair("mnuShowGridlines", "mnuKontextShowGridlines", controls,
-                          [&grid](bool checked) { grid.setShowGrid(checked); });
+    commands.RegisterMarkPair("mnump3", "mnuKontextMp3", controls, reload);
+    commands.RegisterMarkPair("mnuogg", "mnuKontextOgg", controls, reload);
+    commands.RegisterMarkPair("mnuwav", "mnuKontextWav", controls, reload);
+    commands.RegisterMarkPair("mnuShowGridlines", "mnuKontextShowGridlines", controls,
+                              [&grid](bool checked) { grid.setShowGrid(checked); });
     commands.Register("mnuOptionsLoadOverSearch", [&controls] {
         // The click has turned the mark round already.
         const bool before = !controls.Checked("mnuOptionsLoadOverSearch");

@@ -1,5 +1,5 @@
-// What the main list is made of: the filter, the statements that it composes, the rows and texts that come
-// out. LoadDatabase puts them together; the list's form shows the rows.
+// The filter, statements, rows and texts of the main list. LoadDatabase puts them together; the list's form
+// shows the rows.
 #pragma once
 
 #include "platform/ADODB.h"

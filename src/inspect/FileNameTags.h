@@ -1,4 +1,4 @@
-// Title and performer out of a file's name, as the rule of dashes has it. Called for files without tags: by
+// Title and performer out of a file's name, by the rule for dashes. Called for files without tags: by
 // TagsFromFileName for the MPEG side and by the Ogg pass.
 #pragma once
 

@@ -7,7 +7,7 @@
 
 namespace quavernet {
 
-/// Warns that files of unreachable volumes go too, and cleans on a yes.
+/// Warns that files of unreachable volumes go too, and cleans on a yes. Lets events run.
 void mnuCleanDatabase_Click(LongWork& work, LibraryViews& views);
 
 /// Removes every file that does not exist, closes the gaps in its categories and rebuilds tree and list. No

@@ -1,6 +1,7 @@
 #include "mainwindow/AppWindows.h"
 
 #include "app/LoadResString.h"
+#include "app/TextNumbers.h"
 #include "mainwindow/MainParts.h"
 #include "mainwindow/frmMain.h"
 #include "mainwindow/frmSplash.h"
@@ -38,7 +39,8 @@ LibraryViews& AppWindows::Views() {
 
 std::string AppWindows::Activity() const {
     const std::string text = m_main ? m_main->Parts().Work.PanelText(Panel::Scanning) : std::string();
-    return text == LoadResString(432) ? std::string() : text; // "Ready!" names nothing that is being done.
+    return text == LoadResString(Texts::Ready) ? std::string()
+                                               : text; // "Ready!" names nothing that is being done.
 }
 
 } // namespace quavernet

@@ -3,6 +3,7 @@
 #include "app/LibraryFailure.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/TextNumbers.h"
 #include "library/DatabaseCheck.h"
 
 namespace quavernet {
@@ -71,7 +72,7 @@ void Main(StartView& start) {
     start.Views().LoadTree();
     start.Work().DoEvents();
     mainModule.SuppressComboClick = false;
-    start.Work().SetPanel(Panel::Scanning, LoadResString(432));
+    start.Work().SetPanel(Panel::Scanning, LoadResString(Texts::Ready));
 }
 
 } // namespace quavernet

@@ -3,6 +3,7 @@
 #include "app/CommandRegistry.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/TextNumbers.h"
 #include "widgets/Pictures.h"
 #include "widgets/Twips.h"
 
@@ -128,8 +129,11 @@ void MainPanes::LoadStrings() {
 }
 
 void MainPanes::LoadAccessibleNames() {
-    const std::pair<QWidget*, int> names[] = {
-        {m_play, 595}, {m_randomize, 596}, {m_grid, 370}, {m_tree, 591}, {&m_status->ProgressBar(), 372}};
+    const std::pair<QWidget*, int> names[] = {{m_play, 595},
+                                              {m_randomize, 596},
+                                              {m_grid, 370},
+                                              {m_tree, Texts::TreeRoot},
+                                              {&m_status->ProgressBar(), 372}};
     for (const auto& [widget, text] : names) {
         widget->setAccessibleName(ToQString(LoadResString(text)));
     }

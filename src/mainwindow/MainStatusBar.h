@@ -1,5 +1,5 @@
 // The status bar: six panels by key, with the progress bar over the last one. Texts may be set for every file
-// of a scan; they are painted sixty times a second at most.
+// of a scan; they are painted twenty times a second at most.
 #pragma once
 
 #include "app/LongWork.h"

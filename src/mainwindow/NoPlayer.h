@@ -1,5 +1,4 @@
-// Stands where the player window is asked for while the program has none. The main window hands it to list
-// and tree.
+// The player of a program that has none yet. The main window hands it to list and tree.
 #pragma once
 
 #include "app/PlayerWindow.h"

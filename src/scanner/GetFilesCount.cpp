@@ -10,8 +10,8 @@ namespace {
 
 constexpr std::size_t DotLimit = 101; ///< Characters at which the dots start over.
 
-// The text kept lags one dot behind the panel, read again: a text that an event handler has put there
-// grows on.
+// The kept text is one dot shorter than the panel, so the panel is read again: a text that an event handler
+// has put there grows on.
 void AddDot(ScanRun& run) {
     if (CharacterCount(run.StatusDots) < DotLimit) {
         run.StatusDots = run.work.PanelText(ScanPanel::Scanning);

@@ -10,7 +10,7 @@ class OggPass {
 public:
     virtual ~OggPass() = default;
 
-    /// Reads `run.OggPaths` in batches and stores what it finds. `run.FilesDone` is 0 at the start, and
+    /// Reads `run.OggPaths` in batches and stores what it finds. `run.FilesDone` is 0 at the start.
     /// The scan may be cancelled already. Failures that leave it end the scan.
     /// Lets events run.
     virtual void ReadOggBatches(ScanRun& run) = 0;

@@ -28,6 +28,7 @@ public:
     /// As mnuScan_Click, for a scan that the reminder starts: failures are passed over.
     void ReminderScan();
     void Cancel();
+    /// Lets events run.
     void FilesDropped(DropTarget target, const std::vector<std::string>& paths);
 
 private:

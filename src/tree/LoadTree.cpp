@@ -2,6 +2,7 @@
 
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/TextNumbers.h"
 #include "library/SqlQuote.h"
 #include "platform/RuntimeError.h"
 #include "tree/NodeKey.h"
@@ -14,7 +15,6 @@ namespace quavernet {
 namespace {
 
 constexpr int InvalidUseOfNull = 94;
-constexpr std::int32_t RootText = 591;
 
 void AddCategories(TreeModel& tree, TreeNode& root) {
     ADODB::Recordset categories;
@@ -81,7 +81,7 @@ void AddLengths(TreeModel& tree) {
 
 void LoadTree(TreeModel& tree) {
     TreeModel loaded;
-    TreeNode& root = loaded.Add(nullptr, std::string(RootKey), LoadResString(RootText), "parent", "");
+    TreeNode& root = loaded.Add(nullptr, std::string(RootKey), LoadResString(Texts::TreeRoot), "parent", "");
     root.Bold = true;
     AddCategories(loaded, root);
     AddEntries(loaded);

@@ -4,6 +4,7 @@
 #include "app/Controls.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/TextNumbers.h"
 #include "tree/LoadTree.h"
 #include "widgets/KeyCodes.h"
 #include "widgets/Pictures.h"
@@ -71,7 +72,7 @@ void TreePane::LoadStrings() {
         return;
     }
     TreeNode& root = m_model.Node(RootKey);
-    root.Text = LoadResString(591);
+    root.Text = LoadResString(Texts::TreeRoot);
     m_items.at(root.Key)->setText(0, ToQString(root.Text));
 }
 

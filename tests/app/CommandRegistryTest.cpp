@@ -56,7 +56,7 @@ TEST_F(CommandRegistryTest, ADoubledNameFailsAndTheFirstCommandStays) {
 TEST_F(CommandRegistryTest, BothItemsOfAPairSetBothMarksAndTellTheNewOne) {
     ControlsDouble controls;
     std::vector<bool> marks;
-    commands.RegisterPair("mnuOne", "mnuTwo", controls, [&](bool checked) { marks.push_back(checked); });
+    commands.RegisterMarkPair("mnuOne", "mnuTwo", controls, [&](bool checked) { marks.push_back(checked); });
     controls.checked = {"mnuTwo"};
     commands.Run("mnuTwo");
     EXPECT_EQ(controls.checked, (std::set<std::string>{"mnuOne", "mnuTwo"}));

@@ -109,7 +109,7 @@ class CheckTest(unittest.TestCase):
         self.assertEqual(self.broken("connects"), [])
 
     def test_registered_commands_count_as_connections(self):
-        each = "    commands.Register(a, b);\n    commands.RegisterPair(a, b);\n    commands.RegisterForScan(a, b);\n"
+        each = "    commands.Register(a, b);\n    commands.RegisterMarkPair(a, b);\n    commands.RegisterForScan(a, b);\n"
         self.write("src/browser/ListCommands.cpp",
                    f"void ListCommands::Add() {{\n{each * 8}    commands.RegisterMark(a);\n}}\n")
         self.assertEqual(self.broken("connects"), [])

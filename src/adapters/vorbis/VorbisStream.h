@@ -23,8 +23,8 @@ public:
     /// that completes no packet begins no valid stream.
     static Beginning BeginsWith(ogg_page& page);
 
-    /// Takes in a page: as long as header packets are to come for the packets on it, whose lines it appends
-    /// once the third is complete; later it is counted.
+    /// Takes in a page. Until the third header packet its packets are read, and their lines appended when
+    /// that one is complete; later pages are only counted.
     void Take(ogg_page& page, std::string& lines);
 
     /// Appends data length and play length.
