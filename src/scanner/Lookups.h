@@ -10,6 +10,7 @@ namespace quavernet {
 /// Field 0 of the first row that the statement finds, as text; nothing without a row.
 std::optional<std::string> FirstValue(const std::string& select);
 
+/// Whether the statement finds a row.
 bool FindsRow(const std::string& select);
 
 /// Whether the library holds a file of this path.
