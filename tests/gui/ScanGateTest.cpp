@@ -69,7 +69,7 @@ protected:
         EXPECT_TRUE(Action("mnuFile").isEnabled());
         EXPECT_TRUE(Control<QWidget>("txtSearch").isEnabled());
     }
-    Texts Names() { return RowTextsOf(*mainModule.Connection, "Select Name from Files order by File_id"); }
+    Texts Names() { return RowTextsOf(*mainModule.Connection, "Select Name from Files order by Name"); }
 
     void RunAfterLoadTimer() {
         auto& timer = Control<QTimer>("AfterLoadTimer");
@@ -196,7 +196,7 @@ TEST_F(ScanGateTest, TheListTakesNoFilesAndTheScanLosesNone) {
         emit Grid().FilesDropped({folder / "more/3.mp3"}); // A drop that came through all the same.
         ExpectScanState();
     });
-    EXPECT_EQ(Names(), (Texts{"One.mp3", "Two.mp3", "1.mp3", "2.mp3"}));
+    EXPECT_EQ(Names(), (Texts{"1.mp3", "2.mp3", "One.mp3", "Two.mp3"}));
     EXPECT_EQ(RowTextsOf(*mainModule.Connection, "Select Name from Titel where Name like '%Song%'").size(),
               2U);
 }
