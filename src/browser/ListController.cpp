@@ -12,7 +12,7 @@
 
 namespace quavernet {
 
-ListController::ListController(ListPane pane, LongWork& work, Controls& controls,
+ListController::ListController(const ListPane& pane, LongWork& work, Controls& controls,
                                SwitchControls switchControls, PlayerWindow& player)
     : m_pane(pane), m_work(work), m_controls(controls), m_switchControls(std::move(switchControls)),
       m_player(player) {

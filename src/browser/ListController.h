@@ -28,7 +28,7 @@ struct ListPane {
 class ListController : public QObject, private SortView {
     Q_OBJECT
 public:
-    ListController(ListPane pane, LongWork& work, Controls& controls, SwitchControls switchControls,
+    ListController(const ListPane& pane, LongWork& work, Controls& controls, SwitchControls switchControls,
                    PlayerWindow& player);
 
     /// Ends in the control state of the moment: idle, or that of a running scan. Lets events run.
