@@ -34,6 +34,7 @@ MOST_MEGABYTES = 1200    # resident at the peak: the largest comment header is k
 LEAST, CUT, GROWN = 100, 20000, 1 << 24  # lengths that moving files get; the header that their rows need stays
 REASONS = {NO_ACCESS: "no access", MISSING: "missing", CIRCLE: "link to itself", NO_PLAIN_FILE: "not a plain file",
            UNREADABLE: "not readable: "}
+NO_BIT_RATE = "tells no nominal bit rate"  # of a file that is named as an Ogg file
 
 
 def show(text):
@@ -158,7 +159,8 @@ class NastyTest(test_drag.DragTest):
 
     def check_log(self, told, moving):
         missing = {shown(path): number for path, number in self.nasty.skipped.items()
-                   if not told.get(shown(path), "").startswith(REASONS[number])}
+                   if not told.get(shown(path), "").startswith(REASONS[number])
+                   and not (number == UNREADABLE and path.endswith(b".ogg") and told.get(shown(path)) == NO_BIT_RATE)}
         self.assertEqual({path[-80:]: (REASONS[number], told.get(path)) for path, number in missing.items()}, {})
         expected = {shown(path) for path in self.nasty.skipped}
         others = [path for path in told if path not in expected and not path.startswith(shown(moving) + "/")]
@@ -176,7 +178,7 @@ class NastyTest(test_drag.DragTest):
                         or not (size <= max(CUT, len(real["data"])) or size == GROWN) or reason is not None):
                     wrong[path] = (row, reason)
             elif reason is not None:
-                if not reason.startswith(tuple(REASONS.values())):
+                if not reason.startswith((*REASONS.values(), NO_BIT_RATE)):
                     wrong[path] = reason
             elif path in mover.lasting:
                 lost.append(path)
@@ -234,7 +236,7 @@ class NastyTest(test_drag.DragTest):
 
     def drop(self, window, paths, count):
         """Drops the files; the library then holds so many."""
-        partner = subprocess.Popen([test_drag.PARTNER, *("file://" + urllib.parse.quote(path) for path in paths)],
+        partner = subprocess.Popen([os.environ["QUAVERNET_DRAG_PARTNER"], *("file://" + urllib.parse.quote(path) for path in paths)],
                                    env=self.desktop.environment, stdout=subprocess.DEVNULL)
         middle = self.at(self.desktop.window("^Drag partner$"), (110, 150))
         before = self.stored()
