@@ -23,7 +23,7 @@ struct AudioInfo {
     std::string PrivateFlag;
 };
 
-/// The 125 bytes behind the mark "TAG", as UTF-8. Widths are in characters; a field that was read keeps its
+/// The 125 bytes after the mark "TAG", as UTF-8. Widths are in characters; a field that was read keeps its
 /// trailing blanks and NULs.
 struct Id3v1Tag {
     static constexpr int TextWidth = 30;
@@ -69,7 +69,7 @@ struct CurrentFile {
     bool HasNoTag = false;
 
     bool IsVbr = false;   ///< The header last read carries a Xing mark.
-    double VbrFrames = 0; ///< The number behind the Xing mark; kept over files without one.
+    double VbrFrames = 0; ///< The number after the Xing mark; kept over files without one.
 };
 
 } // namespace quavernet

@@ -53,7 +53,7 @@ std::vector<FilterEntry> FillAlbumCombo() {
     std::vector<FilterEntry> entries{{LoadResString(391), 0}};
     for (auto& album : UsedRows("Select A.Name, A.Album_id from Albums A where exists "
                                 "(Select 1 from Files F where F.Album_id = A.Album_id) Order By A.Name")) {
-        // The row read last stands first: each goes right under the "all" entry.
+        // The row read last comes first: each goes right under the "all" entry.
         entries.insert(IsNoAlbum(album.Text) ? entries.begin() + 1 : entries.end(), std::move(album));
     }
     return entries;

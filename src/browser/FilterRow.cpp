@@ -216,7 +216,7 @@ bool FilterRow::ComboEvent(QEvent& event, bool listIsOpen) {
         if (listIsOpen) {
             return false;
         }
-        // The wheel moves the list wherever the mouse stands; it must not change a filter in passing.
+        // The wheel moves the list wherever the mouse is; it must not change a filter in passing.
         event.ignore();
         return true;
     default:

@@ -51,8 +51,8 @@ public:
 
     explicit GridSelection(SelectionView& view) : m_view(view) {}
 
-    /// A new list stands in the grid: nothing is painted, selected or remembered. `rows` counts the header
-    /// too.
+    /// Called when a new list is in the grid: nothing is painted, selected or remembered. `rows` counts the
+    /// header too.
     void Reset(std::int32_t rows);
 
     void GotFocus();
@@ -79,7 +79,7 @@ public:
     /// A drop has ended: the memory of a possible drag goes.
     void ClearDragging() { m_dragging = false; }
 
-    /// Makes a row the current one, and the only one between the bounds; a row behind the last is the last.
+    /// Makes a row the current one, and the only one between the bounds; a row after the last is the last.
     /// The selection follows at the next SelChange.
     void SetRow(std::int32_t row);
     /// Paints the rows between the bounds and brings SelectedRows, the panel's text and the view up to date.

@@ -11,7 +11,7 @@ bool IsPlainLetter(int code) {
 }
 
 // Code of the umlaut that shows under a letter as well, or 0. The labels give capitals alone, so that a
-// lower-case umlaut stands under "other" only.
+// lower-case umlaut is listed under "other" only.
 int UmlautUnder(const std::string& letter) {
     constexpr struct {
         char letter;

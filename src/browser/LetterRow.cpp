@@ -188,7 +188,7 @@ void LetterRow::keyPressEvent(QKeyEvent* event) {
         event->ignore();
         return;
     }
-    setAccessibleName(m_labels[m_cursor]->text()); // A screen reader says where the keyboard stands.
+    setAccessibleName(m_labels[m_cursor]->text()); // A screen reader says where the keyboard is.
     update();
 }
 

@@ -68,7 +68,7 @@ private:
 
     LetterLabels m_state;
     std::vector<LetterLabel*> m_labels;
-    std::size_t m_cursor = 0; ///< The label that the keyboard stands on.
+    std::size_t m_cursor = 0; ///< The label that the keyboard is on.
     bool m_placesFixed = false;
 };
 

@@ -18,7 +18,7 @@ class FilterRow;
 class GridView;
 class LetterRow;
 
-/// The controls that the list stands in and is filtered by.
+/// The controls that the list is in and is filtered by.
 struct ListPane {
     GridView& Grid;
     FilterRow& Filter;

@@ -18,7 +18,7 @@ ListResult LoadDatabase(const ListFilter& filter, const std::string& list, LongW
                         const std::function<void()>& clearList);
 
 /// As above, for a caller with live controls: events run at the beginning of a load, and the filter is read
-/// behind them, so that a change made by one of those events is not lost.
+/// after them, so that a change made by one of those events is not lost.
 ListResult LoadDatabase(const std::function<ListFilter()>& readFilter, const std::string& list,
                         LongWork& work, const std::function<void()>& clearList);
 

@@ -222,7 +222,7 @@ void frmHelp::FindInPage(bool backwards) {
 
 void frmHelp::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    // The program may have taken on another language behind the open window.
+    // The program may have taken on another language while the window was open.
     if (event->type() == QEvent::LanguageChange || event->type() == QEvent::ActivationChange) {
         FollowLanguage();
     } else if (event->type() == QEvent::PaletteChange) {

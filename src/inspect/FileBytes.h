@@ -15,13 +15,13 @@ namespace quavernet {
 
 class FileBytes {
 public:
-    /// Enough for the search for a frame and all that is read behind its last position (5000 + 47).
+    /// Enough for the search for a frame and all that is read after its last position (5000 + 47).
     static constexpr std::size_t HeadSize = 5120;
 
     /// Opens a file; IsOpen tells whether that went well. Never throws for a file that can't be read.
     explicit FileBytes(const std::string& path);
 
-    /// A file that stands in memory. The buffer must outlive this object.
+    /// A file that is in memory. The buffer must outlive this object.
     explicit FileBytes(std::span<const std::byte> contents);
 
     FileBytes(const FileBytes&) = delete;
@@ -38,7 +38,7 @@ public:
 
 private:
     std::array<std::byte, HeadSize> m_buffer;
-    std::span<const std::byte> m_contents; ///< The whole file if it stands in memory.
+    std::span<const std::byte> m_contents; ///< The whole file if it is in memory.
     std::span<const std::byte> m_head;
     std::unique_ptr<BinaryFile> m_file;
     std::uint64_t m_size = 0;

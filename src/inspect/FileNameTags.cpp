@@ -31,7 +31,7 @@ std::vector<std::string_view> Pieces(std::string_view name) {
     return pieces;
 }
 
-// Whether `a` sorts behind `b` by code points.
+// Whether `a` sorts after `b` by code points.
 bool SortsGreater(std::string_view a, std::string_view b) {
     while (!a.empty() && !b.empty()) {
         const char32_t left = CodePoint(a);

@@ -52,7 +52,7 @@ std::int16_t SearchBitRate(std::span<const std::byte> head) {
     if (head.size() < SearchedBytes) {
         return 0;
     }
-    // Behind the part that is searched all bytes are missing and count as 0.
+    // After the part that is searched all bytes are missing and count as 0.
     const auto at = [&](std::size_t i) {
         return i < SearchedBytes ? std::to_integer<unsigned>(head[i]) : 0u;
     };

@@ -13,7 +13,7 @@ constexpr std::size_t LastPosition = 5000; // Positions count from 1.
 constexpr std::size_t XingOffset = 36;     // From the frame's start; the one place that is looked at.
 constexpr std::size_t XingFramesOffset = 44;
 
-// The byte at a position that counts from 1; 0 before the beginning and behind the end.
+// The byte at a position that counts from 1; 0 before the beginning and after the end.
 std::uint8_t ByteAt(std::span<const std::byte> head, std::size_t position) {
     return position >= 1 && position <= head.size() ? std::to_integer<std::uint8_t>(head[position - 1]) : 0;
 }

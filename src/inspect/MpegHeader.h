@@ -20,8 +20,8 @@ std::uint32_t BitsToNumber(std::string_view bits);
 
 struct MpegHeader {
     std::string bits;             ///< As BytesToBits gives them.
-    bool isVbr = false;           ///< A Xing mark stands at its place.
-    std::uint32_t xingFrames = 0; ///< The number behind the mark; only if isVbr.
+    bool isVbr = false;           ///< A Xing mark is at its place.
+    std::uint32_t xingFrames = 0; ///< The number after the mark; only if isVbr.
 };
 
 /// The header that begins at the first 0xFF followed by 0xFA or 0xFB (MPEG 1 Layer III, with and without

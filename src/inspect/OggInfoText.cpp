@@ -13,15 +13,15 @@ namespace {
 
 constexpr std::size_t LongestText =
     32767;                              // Characters: a comment may hold megabytes, which no list can show.
-constexpr std::size_t QuoteAndDots = 4; // Behind the path of a "Processing file" line.
+constexpr std::size_t QuoteAndDots = 4; // After the path of a "Processing file" line.
 
 /// One line and its capital form, in which the keys are searched.
 class Line {
 public:
     explicit Line(std::string_view text) : m_text(text), m_upper(UpperAscii(text)) {}
 
-    /// The rest of the line behind the key and `more` further characters; nothing if the key isn't there.
-    std::optional<std::string_view> Behind(std::string_view upperKey, std::size_t more) const {
+    /// The rest of the line after the key and `more` further characters; nothing if the key isn't there.
+    std::optional<std::string_view> After(std::string_view upperKey, std::size_t more) const {
         return Rest(std::string_view(m_upper).find(upperKey), upperKey.size(), more);
     }
     std::optional<std::string_view> BehindExact(std::string_view key, std::size_t more) const {
@@ -85,8 +85,8 @@ std::string WholeBitRate(std::string_view text) {
 std::string Seconds(std::string_view text) {
     const double minutes = Narrow16(DecimalNumber(Before(text, "M")));
     const auto colon = text.find(':');
-    const auto behind = colon == std::string_view::npos ? text : text.substr(colon + 1);
-    const double seconds = Narrow16(DecimalNumber(DropRightCharacters(behind, 1)));
+    const auto afterColon = colon == std::string_view::npos ? text : text.substr(colon + 1);
+    const double seconds = Narrow16(DecimalNumber(DropRightCharacters(afterColon, 1)));
     const double product = Narrow16(minutes * 60);
     return std::to_string(Narrow16(product + seconds));
 }
@@ -98,21 +98,21 @@ public:
 
     void TakeLine(std::string_view text) {
         const Line line(text);
-        Take(line.Behind("PROCESSING FILE", 2), [&](std::string_view value) { TakePath(value); });
+        Take(line.After("PROCESSING FILE", 2), [&](std::string_view value) { TakePath(value); });
         Take(line.BehindExact("Nominal bitrate:", 1),
              [&](std::string_view value) { m_file.bitRate = WholeBitRate(value); });
-        Take(line.Behind("TITLE", 1), [&](std::string_view value) { m_file.title = Fitting(value); });
-        Take(line.Behind("ARTIST", 1), [&](std::string_view value) { m_file.performer = Fitting(value); });
-        Take(line.Behind("ALBUM", 1), [&](std::string_view value) { m_file.album = Fitting(value); });
-        Take(line.Behind("GENRE", 1), [&](std::string_view value) { m_file.genre = Fitting(value); });
-        Take(line.Behind("TOTAL DATA LENGTH:", 1),
+        Take(line.After("TITLE", 1), [&](std::string_view value) { m_file.title = Fitting(value); });
+        Take(line.After("ARTIST", 1), [&](std::string_view value) { m_file.performer = Fitting(value); });
+        Take(line.After("ALBUM", 1), [&](std::string_view value) { m_file.album = Fitting(value); });
+        Take(line.After("GENRE", 1), [&](std::string_view value) { m_file.genre = Fitting(value); });
+        Take(line.After("TOTAL DATA LENGTH:", 1),
              [&](std::string_view value) { m_file.size = DropRightCharacters(Before(value, "BYTES"), 1); });
-        Take(line.Behind("PLAYBACK LENGTH:", 1),
+        Take(line.After("PLAYBACK LENGTH:", 1),
              [&](std::string_view value) { m_file.length = Seconds(value); });
-        Take(line.Behind("COMMENT=", 0), [&](std::string_view value) { m_file.comment = value; });
+        Take(line.After("COMMENT=", 0), [&](std::string_view value) { m_file.comment = value; });
         Take(line.BehindStart("RATE:", 1), [&](std::string_view value) { m_file.frequency = value; });
-        Take(line.Behind("DATE", 1), [&](std::string_view value) { m_file.year = value; });
-        Take(line.Behind("CHANNELS:", 1), [&](std::string_view value) { m_file.channels = value; });
+        Take(line.After("DATE", 1), [&](std::string_view value) { m_file.year = value; });
+        Take(line.After("CHANNELS:", 1), [&](std::string_view value) { m_file.channels = value; });
     }
 
     void TakeLines(std::string_view output) {

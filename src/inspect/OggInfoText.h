@@ -11,7 +11,7 @@ namespace quavernet {
 /// What the output tells of one file. All values are texts, empty if nothing told them.
 struct OggFileInfo {
     std::string path;
-    std::string name;    ///< The part of the path behind the last "/".
+    std::string name;    ///< The part of the path after the last "/".
     std::string bitRate; ///< Nominal, whole kilobits per second.
     std::string title;
     std::string performer;

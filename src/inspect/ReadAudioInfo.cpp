@@ -89,7 +89,7 @@ std::string TakeMpegHeader(const FileBytes& bytes, CurrentFile& file) {
     return std::move(header->bits);
 }
 
-// Number of up to `count` bits of a header from a position that counts from 1. Bits behind its end are
+// Number of up to `count` bits of a header from a position that counts from 1. Bits after its end are
 // missing, not 0; where none is left the number is 0.
 std::uint32_t BitField(std::string_view header, std::size_t position, std::size_t count) {
     return position > header.size() ? 0 : BitsToNumber(header.substr(position - 1, count));

@@ -18,7 +18,7 @@ constexpr std::int32_t WriteProtectedText = 444;
 constexpr std::int32_t ErrorText = 445;
 constexpr std::int32_t BoxTitle = 446;
 
-// Over the file's last 128 bytes, whatever stands there: a file without a tag loses the end of its audio.
+// Over the file's last 128 bytes, whatever is there: a file without a tag loses the end of its audio.
 void OverwriteEnd(const std::string& path, const Id3v1Tag& tag) {
     const auto file = services.files->Open(path, BinaryFile::Access::ReadWrite);
     if (file->Size() < Id3v1Size) {

@@ -16,8 +16,8 @@ struct Entry {
     std::int64_t position;
 };
 
-// The file's entries from the last position to the first: where it stands twice in a category, closing the
-// gap behind the later entry leaves the earlier one in its place.
+// The file's entries from the last position to the first: where it is listed twice in a category, closing the
+// gap after the later entry leaves the earlier one in its place.
 std::vector<Entry> EntriesOf(const std::string& fileId) {
     std::vector<Entry> entries;
     ADODB::Recordset rows;

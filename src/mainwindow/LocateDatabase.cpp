@@ -46,7 +46,7 @@ LibraryFault FaultOf(const RuntimeError& error) {
     }
 }
 
-// What stands in the file's place stays. Another start of the program may have been quicker: then that is the
+// What is in the file's place stays. Another start of the program may have been quicker: then that is the
 // library.
 void CopyTemplate(const std::string& file) {
     FileSystemObject& fileSystem = *services.fileSystem;

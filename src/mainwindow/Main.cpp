@@ -45,7 +45,7 @@ void OpenLibrary() {
     } catch (const RuntimeError& error) {
         details = FailureReasonText(error.Description());
     }
-    // The box names what has to be installed, whatever the reason was; that one stands beneath.
+    // The box names what has to be installed, whatever the reason was; that one is beneath.
     services.msgBox->ShowWithDetails(
         LoadResString(433) + "\n" + LoadResString(434) + "\n" + LoadResString(435) + LoadResString(436),
         details, LoadResString(437), MsgBox::Icon::Critical, MsgBox::Buttons::OkCancel);

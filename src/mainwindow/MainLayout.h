@@ -43,7 +43,7 @@ struct WindowExtent {
 };
 
 /// Form_Resize. Does nothing for a window that is minimised, narrower than 5000 or lower than 3000; a size
-/// that would be negative is not set, and the rules behind it go on from the old one.
+/// that would be negative is not set, and the rules after it go on from the old one.
 void ResizeMain(MainLayout& layout, const WindowExtent& window, const std::string& screenResolution);
 
 /// The layout in which the window starts: the parts fill the form, whatever its size, and the stored splitter
@@ -51,7 +51,7 @@ void ResizeMain(MainLayout& layout, const WindowExtent& window, const std::strin
 void StartLayout(MainLayout& layout, std::int64_t splitterPos, const std::string& screenResolution);
 
 /// Widths of the filter lists and of the search box: full in a wide window; in a narrow one they give way,
-/// down to those of a small screen, so that what stands right of them stays in view. `afterSearch` is the
+/// down to those of a small screen, so that what is right of them stays in view. `afterSearch` is the
 /// room needed from the left of cmdSearch on; the widths of the check boxes must be set.
 void FitFilterRow(MainLayout& layout, std::int64_t windowWidth, std::int64_t afterSearch);
 

@@ -14,7 +14,7 @@ struct MenuEntry {
         Menu = 1,           ///< Holds the entries that name it as their parent.
         Checkable = 2,      ///< Carries a check mark.
         StartsDisabled = 4, ///< Grey until a row is clicked.
-        Separated = 8,      ///< A separator stands before it.
+        Separated = 8,      ///< A separator comes before it.
         Bar = 16,           ///< A separator with a name, shown and hidden like an item.
     };
 

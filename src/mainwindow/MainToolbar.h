@@ -1,5 +1,5 @@
 // Toolbar1: the buttons of the commands that exist, by their keys. The panes place it; what a button does
-// stands in the registry of commands.
+// is in the registry of commands.
 #pragma once
 
 #include <QToolBar>

@@ -250,7 +250,7 @@ void frmMain::mouseMoveEvent(QMouseEvent*) {
 }
 
 void frmMain::wheelEvent(QWheelEvent* event) {
-    // Wherever the mouse stands, the wheel moves the list. A movement to the side is no notch of it.
+    // Wherever the mouse is, the wheel moves the list. A movement to the side is no notch of it.
     if (event->angleDelta().y() != 0 || event->angleDelta().x() == 0) {
         m_parts->Panes.Grid().ScrollByNotch(event->angleDelta().y());
     }

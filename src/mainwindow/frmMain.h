@@ -1,5 +1,5 @@
 // The main window: it takes its state from the settings when it loads, writes it back when it unloads, and
-// switches its controls. What it is made of stands in MainParts.
+// switches its controls. What it is made of is in MainParts.
 #pragma once
 
 #include "mainwindow/WindowState.h"

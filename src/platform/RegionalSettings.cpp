@@ -29,7 +29,7 @@ std::string RoundedDigits(double value, int decimals, int significant) {
         }
     }
     const int exponent =
-        static_cast<int>(std::strtol(p + 1, nullptr, 10)); // Position of the point: behind digit `exponent`.
+        static_cast<int>(std::strtol(p + 1, nullptr, 10)); // Position of the point: after digit `exponent`.
     const int wanted = exponent + 1 + decimals;
     if (wanted < 0) {
         return std::string(static_cast<std::size_t>(decimals) + 1, '0');
@@ -90,7 +90,7 @@ bool StartsWith(std::string_view text, std::string_view prefix) {
     return !prefix.empty() && text.substr(0, prefix.size()) == prefix;
 }
 
-// A plus sign stands before a digit or a point only; the conversion itself knows none.
+// A plus sign comes before a digit or a point only; the conversion itself knows none.
 const char* SkipPlus(const char* begin, const char* end) {
     const bool plus =
         end - begin > 1 && begin[0] == '+' && ((begin[1] >= '0' && begin[1] <= '9') || begin[1] == '.');
@@ -271,7 +271,7 @@ std::string ShortDateText(const DateTime& date, const RegionalSettings& regional
     std::string text;
     for (std::size_t i = 0; i < pattern.size();) {
         const char c = pattern[i];
-        if (c == '\'') { // A quoted literal, as some systems have it behind the year.
+        if (c == '\'') { // A quoted literal, as some systems have it after the year.
             const std::size_t close = std::min(pattern.find('\'', i + 1), pattern.size());
             text += pattern.substr(i + 1, close - i - 1);
             i = close + 1;

@@ -44,7 +44,7 @@ inline constexpr int InvalidUseOfNull = 94;
 } // namespace ErrorNumber
 
 /// Runs one statement in the mode in which a failing statement is passed over. Wrap single statements
-/// only: a block would lose the statements behind the failing one.
+/// only: a block would lose the statements after the failing one.
 template <typename Statement> void IgnoreFailure(Statement&& statement) {
     try {
         statement();

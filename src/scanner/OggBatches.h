@@ -9,7 +9,7 @@ namespace quavernet {
 class OggBatches : public OggPass {
 public:
     /// A quick scan asks for unknown files only, and the pass ends at the first batch without one: ten known
-    /// files in a row hide those behind them. A cancelled scan ends at the next batch. A record that can't
+    /// files in a row hide those after them. A cancelled scan ends at the next batch. A record that can't
     /// be read or stored is dropped and named in the scan log, and the pass goes on. Lets events run once a
     /// batch and once a stored file.
     void ReadOggBatches(ScanRun& run) override;

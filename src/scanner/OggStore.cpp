@@ -85,7 +85,7 @@ std::string DriveKey(const OggRecord& record) {
                         "Select Max(Drive_id) from Drive");
 }
 
-/// A value that stands in a statement as a bare number. It is read from a line that a comment of the file can
+/// A value that is in a statement as a bare number. It is read from a line that a comment of the file can
 /// imitate: a comment "x=Nominal bitrate: ..." brings any text here. One that is no number fails where its
 /// statement would: the rows that were made before stay.
 std::string Number(const std::string& value) {

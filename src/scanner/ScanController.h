@@ -19,7 +19,7 @@ class frmScanLog;
 
 class ScanController {
 public:
-    /// `owner` is the window that the log stands over.
+    /// `owner` is the window that the log is over.
     ScanController(LongWork& work, ScanView& view, Controls& controls, QWidget& owner);
     ~ScanController();
 

@@ -77,7 +77,7 @@ std::string QualityKey(CurrentFile& file) {
                         "Insert into Quality (Quality) values (" + file.FileQuality + ")");
 }
 
-// A drive stands without its final "/", unless nothing else would be left.
+// A drive is stored without its final "/", unless nothing else would be left.
 std::string DriveKey(CurrentFile& file) {
     const bool endsInSeparator = file.FileDrive.ends_with('/') || file.FileDrive.ends_with('\\');
     if (endsInSeparator && file.FileDrive.size() > 1) {

@@ -13,7 +13,7 @@ frmRemind::frmRemind(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui:
     LoadStrings();
     const ReminderSettings settings = LoadReminderSettings();
     m_ui->chkRemind->setChecked(settings.choice.chkRemind);
-    // The design's own choice, daily, stands where the library holds none.
+    // The design's own choice, daily, holds where the library holds none.
     const ReminderChoice& choice = settings.choice;
     QRadioButton* const stored = choice.optWeekly    ? m_ui->optWeekly
                                  : choice.optMonthly ? m_ui->optMonthly

@@ -99,7 +99,7 @@ std::string GetFileIdFromNode(const TreeModel& tree, const std::string& key) {
     if (node.Parent == nullptr) {
         throw RuntimeError(ErrorNumber::ObjectNotSet, "Object variable or With block variable not set");
     }
-    // The category stands unquoted: names come from dialogs that take no apostrophe.
+    // The category is unquoted: names come from dialogs that take no apostrophe.
     ADODB::Recordset entry;
     entry.Open("Select File_id from FileCategories where Parent = '" + CategoryFromKey(node.Parent->Key) +
                    "' and Filename = '" + SqlQuote(node.Text) +

@@ -168,7 +168,7 @@ void TreePane::KeyDown(const QKeyEvent& event) {
 // By the kind of the event first: the last ones come when the tree is hardly a tree any more.
 bool TreePane::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Wheel) {
-        // The wheel moves the list wherever the mouse stands: the window gets it. To the side it is the
+        // The wheel moves the list wherever the mouse is: the window gets it. To the side it is the
         // tree's.
         const QPoint delta = static_cast<QWheelEvent*>(event)->angleDelta();
         event->ignore();

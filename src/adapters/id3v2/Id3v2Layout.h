@@ -42,7 +42,7 @@ std::optional<TagHeader> ParseTagHeader(ByteView bytes);
 /// The header in ten bytes, with "ID3" or, for a footer, "3DI".
 Bytes BuildTagHeader(const TagHeader& header, std::string_view mark);
 
-/// The text frames behind the seven fields.
+/// The text frames after the seven fields.
 enum class Field { Title, Performer, Album, Year, Genre, Comment, Publisher, None };
 inline constexpr std::size_t FieldCount = 7;
 
@@ -57,8 +57,8 @@ struct Frame {
 
 struct FrameList {
     std::vector<Frame> frames; ///< In the tag's order, without gaps, from `begin` on.
-    std::size_t begin = 0;     ///< Behind an extended header.
-    std::size_t end = 0;       ///< Behind the last frame: padding, or bytes that are no frame.
+    std::size_t begin = 0;     ///< After an extended header.
+    std::size_t end = 0;       ///< After the last frame: padding, or bytes that are no frame.
 };
 
 /// The bytes between the tag's header and its end.

@@ -128,7 +128,7 @@ public:
 
 private:
     TagHeader m_header;
-    FieldFrames m_frames; ///< Empty: its text stands.
+    FieldFrames m_frames; ///< Empty: its text stays.
     std::array<std::string, FieldCount> m_texts;
 };
 
@@ -298,7 +298,7 @@ private:
     }
 
     // The text that a save has to bring into the file, if it has to. What nobody changed since it was loaded
-    // is left as it stands there now: another program may have changed it meanwhile. Without a tag that was
+    // is left as it is there now: another program may have changed it meanwhile. Without a tag that was
     // read there is nothing to compare with, and what was set counts. Into another file go all seven.
     std::optional<std::string> Wanted(const std::string& path, std::size_t field) const {
         if (m_state == State::Loaded && path != m_path) {

@@ -35,7 +35,7 @@ int NumberOfWrite(int error) {
     return error == EEXIST ? ErrorNumber::FileAlreadyExists : ErrorNumber::PathFileAccess;
 }
 
-// Why a folder can't be made: "exists already" would be true of what stands there, but tell nothing.
+// Why a folder can't be made: "exists already" would be true of what is there, but tell nothing.
 RuntimeError InTheWay(int error, const std::string& part) {
     struct statx facts {};
     if (error != EEXIST) {

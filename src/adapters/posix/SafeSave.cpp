@@ -73,7 +73,7 @@ bool EndsInPlainFile(const std::string& path) {
     return opened.IsOpen() && ::fstat(opened.Get(), &facts) == 0 && S_ISREG(facts.st_mode);
 }
 
-// The file that a path leads to behind all links.
+// The file that a path leads to through all links.
 std::string RealPath(const std::string& path) {
     if (path.size() >= PATH_MAX) {
         Check(EndsInPlainFile(path) ? 0 : ENAMETOOLONG, path);

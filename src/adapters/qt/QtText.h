@@ -14,7 +14,7 @@ inline QString ToQString(std::string_view text) {
 }
 
 /// A text for a place that has room for one line: breaks and tabs become blanks. As they are they would
-/// hide what comes behind them.
+/// hide what comes after them.
 inline QString ToLine(std::string_view text) {
     QString line = ToQString(text);
     for (QChar& c : line) {

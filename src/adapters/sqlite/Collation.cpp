@@ -35,7 +35,7 @@ const std::array<unsigned char, 128>& AsciiRanks() {
 }
 
 // Where the comparison may begin: most paths that a lookup meets begin with the same folders. Bytes that are
-// the same in both texts make the same characters, but for the last one if it goes on behind them. An ASCII
+// the same in both texts make the same characters, but for the last one if it goes on after them. An ASCII
 // character never does.
 std::size_t EqualStart(std::string_view left, std::string_view right, std::size_t common) {
     std::size_t count = 0;

@@ -8,10 +8,10 @@
 
 namespace quavernet::sqlite {
 
-/// A byte that is no part of valid UTF-8 stands as a code point of its own, behind all real ones.
+/// A byte that is no part of valid UTF-8 counts as a code point of its own, after all real ones.
 inline constexpr char32_t InvalidByte = 0x110000;
 
-/// The code point at `position`, which moves behind it. Strict: overlong forms, surrogates and cut sequences
+/// The code point at `position`, which moves past it. Strict: overlong forms, surrogates and cut sequences
 /// give their first byte as InvalidByte + its value. `position` must lie inside the text.
 char32_t NextCodePoint(std::string_view text, std::size_t& position);
 

@@ -116,7 +116,7 @@ bool IsLogHeader(const std::array<unsigned char, 32>& bytes) {
 }
 
 // The engine takes a log that begins with anything else for an empty one and writes over it. A power failure
-// may leave zeros or less than a header; what else stands there is damage, and the rows behind it are not to
+// may leave zeros or less than a header; what else is there is damage, and the rows after it are not to
 // be given up without a word.
 void CheckLog(const std::string& path) {
     std::array<unsigned char, 32> bytes{};

@@ -12,7 +12,7 @@ namespace quavernet::sqlite {
 
 namespace {
 
-// The byte of the log's index on which every program that has it open holds a lock: the one behind the eight
+// The byte of the log's index on which every program that has it open holds a lock: the one after the eight
 // locks of sqlite.org/walformat.html, section 2.3.
 constexpr off_t UsersLock = 128;
 

@@ -31,7 +31,7 @@ public:
     bool IsLost() const;
 
     /// Of a lost library: takes the log into the old file, wherever that lies now, and leaves it empty. With
-    /// its content, it would make nonsense of the file that stands in this place now or later. Does nothing
+    /// its content, it would make nonsense of the file that is in this place now or later. Does nothing
     /// while another program uses the log. No transaction may be open.
     void EmptyLog(sqlite3* database);
 

@@ -81,7 +81,7 @@ bool LikePattern::Matches(std::string_view text) const {
     static const std::array<unsigned char, 128>& folds = AsciiFolds();
     const char32_t* next = m_pattern.data();
     const char32_t* const end = next + m_pattern.size();
-    const char32_t* retryPattern = nullptr; // Behind the last "%" met; going back to that one is enough.
+    const char32_t* retryPattern = nullptr; // After the last "%" met; going back to that one is enough.
     std::size_t retryText = 0;
     for (std::size_t i = 0; i < text.size();) {
         if (next != end && *next == anyRun) {

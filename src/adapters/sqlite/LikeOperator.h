@@ -12,7 +12,7 @@ namespace quavernet::sqlite {
 /// A pattern made ready: its code points folded, the wildcards as values beyond all code points.
 class LikePattern {
 public:
-    /// `escape` makes the character behind it stand for itself; 0 for none.
+    /// `escape` makes the character after it stand for itself; 0 for none.
     explicit LikePattern(std::string_view pattern, char32_t escape = 0);
 
     /// Whether the whole text is of this form.

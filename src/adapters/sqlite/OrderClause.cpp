@@ -25,7 +25,7 @@ bool IsQualifiedName(std::string_view text) {
            });
 }
 
-// Words that give the rows behind "from" another meaning than a plain join's.
+// Words that give the rows after "from" another meaning than a plain join's.
 bool IsPlainJoin(std::string_view statement) {
     return FindLower(statement, " group by ") == std::string_view::npos &&
            FindLower(statement, " union ") == std::string_view::npos &&

@@ -4,7 +4,7 @@
 
 namespace quavernet::sqlite {
 
-// A statement that stands on a row keeps its transaction open, and "begin" is left to those that write. This
+// A statement that is on a row keeps its transaction open, and "begin" is left to those that write. This
 // one reads the file's header and no table: the watch over statements that read one (TableUse) passes it
 // over.
 void ReadTransaction::Attach(sqlite3* database) {

@@ -44,7 +44,7 @@ private:
 
     Clock::duration m_longest;
     std::function<Clock::time_point()> m_now;
-    PreparedStatement m_holder; ///< Stands on a row while the transaction is open.
+    PreparedStatement m_holder; ///< Is on a row while the transaction is open.
     Clock::time_point m_begun;
     Clock::time_point m_lastQuery;
     bool m_open = false;

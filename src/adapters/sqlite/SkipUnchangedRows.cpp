@@ -14,7 +14,7 @@ class Words {
 public:
     explicit Words(std::string_view text) : m_rest(text) { PassBlanks(); }
 
-    /// A plain name; empty if none stands here.
+    /// A plain name; empty if none is here.
     std::string_view TakeName() {
         const auto end = std::find_if_not(m_rest.begin(), m_rest.end(), [](char c) {
             return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';

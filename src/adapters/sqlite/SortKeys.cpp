@@ -17,7 +17,7 @@ namespace {
 class CharacterBytes {
 public:
     CharacterBytes() {
-        // 0 stands behind the end: a text comes before its longer forms.
+        // 0 is after the end: a text comes before its longer forms.
         constexpr std::uint8_t FirstByte = 1;
         std::vector<char32_t> characters(128);
         std::iota(characters.begin(), characters.end(), U'\0');
@@ -39,7 +39,7 @@ public:
         m_other = static_cast<std::uint8_t>(byte + 1);
     }
 
-    /// The byte of the character at `position`, which moves behind it; `shared` if others have it too that
+    /// The byte of the character at `position`, which moves past it; `shared` if others have it too that
     /// the order tells apart.
     std::uint8_t Next(std::string_view text, std::size_t& position, bool& shared) const {
         const auto lead = static_cast<unsigned char>(text[position]);

@@ -19,7 +19,7 @@ struct SortKey {
 };
 
 /// The beginning of a text as two numbers: where two texts' differ, the order of the texts is theirs; where
-/// they are alike, the texts decide. A byte for each of sixteen characters; those behind the first one that
+/// they are alike, the texts decide. A byte for each of sixteen characters; those after the first one that
 /// shares its byte with others say nothing and are left out.
 SortKey TextKey(std::string_view text, std::uint32_t item);
 

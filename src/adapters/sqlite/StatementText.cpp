@@ -70,13 +70,13 @@ public:
     }
 
 private:
-    // The index behind the closing quote, or the end of the statement if it is missing.
+    // The index after the closing quote, or the end of the statement if it is missing.
     std::size_t EndOfQuoted(char quote) const {
         const std::size_t close = m_statement.find(quote, m_at + 1);
         return close == std::string_view::npos ? m_statement.size() : close + 1;
     }
 
-    // What stands as it is, is copied in one go when something else follows it.
+    // What stays as it is, is copied in one go when something else follows it.
     void Flush() {
         m_target.m_sql += m_statement.substr(m_copied, m_at - m_copied);
         m_copied = m_at;
@@ -141,7 +141,7 @@ private:
         literal.kind = whole ? Literal::Kind::Integer : Literal::Kind::Real;
         const auto result = whole ? std::from_chars(first, last, literal.integer)
                                   : std::from_chars(first, last, literal.real, std::chars_format::fixed);
-        // Behind "order by" and "group by" a number names a column.
+        // After "order by" and "group by" a number names a column.
         const bool isValue = m_lastSign == '=' || m_lastSign == '<' || m_lastSign == '>' ||
                              m_lastSign == '(' || m_lastSign == ',';
         if (LiftsMore() && isValue && !m_sorting && result.ec == std::errc() && result.ptr == last) {
@@ -226,7 +226,7 @@ private:
     StatementText& m_target;
     std::string_view m_statement;
     const std::vector<std::string>& m_dateColumns;
-    std::size_t m_maximumLiterals; ///< Literals behind so many stay in place; dates are lifted all the same.
+    std::size_t m_maximumLiterals; ///< Literals after so many stay in place; dates are lifted all the same.
     std::size_t m_at = 0;
     std::size_t m_copied = 0; ///< So many bytes of the statement stand in the target, or their replacement.
     char m_lastSign = 0;      ///< Last character before here, if it was an operator, bracket or comma.

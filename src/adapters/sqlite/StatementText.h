@@ -26,7 +26,7 @@ struct Literal {
 class StatementText {
 public:
     /// Scans a statement. `dateColumns` are names in lower case. Throws RuntimeError for what would change
-    /// the statement silently when it stands outside of quotes: an embedded NUL or a comment cuts it, a
+    /// the statement silently when it is outside of quotes: an embedded NUL or a comment cuts it, a
     /// parameter of its own would take the value of a literal.
     void Scan(std::string_view statement, const std::vector<std::string>& dateColumns);
 
@@ -44,7 +44,7 @@ private:
                      std::size_t maximumLiterals);
 
     std::string m_sql;
-    std::string m_texts; ///< Text literals, unquoted, one behind the other.
+    std::string m_texts; ///< Text literals, unquoted, one after the other.
     std::vector<Literal> m_literals;
 };
 

@@ -1,5 +1,5 @@
 // Which tables a statement reads and writes, told by the engine itself while it compiles the statement: views
-// and triggers count with what stands behind them. Called by the cache of prepared statements.
+// and triggers count with what is after them. Called by the cache of prepared statements.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@ struct sqlite3;
 
 namespace quavernet::sqlite {
 
-/// One bit for each table. Tables behind the 63rd share the last bit: then one stands for all of them.
+/// One bit for each table. Tables after the 63rd share the last bit: then one stands for all of them.
 using TableSet = std::uint64_t;
 
 /// What one statement touches.

@@ -20,8 +20,8 @@ public:
     /// the medium fails.
     virtual std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> target) = 0;
 
-    /// Where the next byte stands that was ever written: `offset` itself or, in the hole of a sparse file,
-    /// behind it. A hole reads as zeros, but reading them takes time.
+    /// Where the next byte is that was ever written: `offset` itself or, in the hole of a sparse file,
+    /// after it. A hole reads as zeros, but reading them takes time.
     virtual std::uint64_t NextData(std::uint64_t offset) { return offset; }
 };
 

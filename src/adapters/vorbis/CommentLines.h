@@ -1,4 +1,4 @@
-// One comment of a Vorbis stream as the tool prints it: the comment itself, or the warning that stands in its
+// One comment of a Vorbis stream as the tool prints it: the comment itself, or the warning that is in its
 // place. Warnings matter because they carry the comment's text, which the parser of the output reads too.
 // Called by OggInfoReader.
 #pragma once
