@@ -1,5 +1,6 @@
 #include "browser/FilterEvents.h"
 
+#include "app/Keys.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/Registry.h"
@@ -8,12 +9,8 @@ namespace quavernet {
 
 namespace {
 
-constexpr int KeyEnter = 13;
-constexpr int KeyLeft = 37;
-constexpr int KeyDown = 40; // 38 and 39 lie between: up and right.
-
 bool IsArrowKey(int keyCode) {
-    return keyCode >= KeyLeft && keyCode <= KeyDown;
+    return keyCode >= Keys::Left && keyCode <= Keys::Down;
 }
 
 bool ClickBox(const std::string& setting, bool checked, bool otherChecked) {
@@ -41,15 +38,15 @@ void ComboKeyUp(int keyCode) {
 }
 
 FilterAction ComboKeyPress(int character) {
-    return character == KeyEnter ? FilterAction::LoadDatabase : FilterAction::None;
+    return character == Keys::Enter ? FilterAction::LoadDatabase : FilterAction::None;
 }
 
 FilterAction SearchKeyPress(int character) {
-    return character == KeyEnter ? FilterAction::Search : FilterAction::None;
+    return character == Keys::Enter ? FilterAction::Search : FilterAction::None;
 }
 
 FilterAction CheckBoxKeyPress(int character) {
-    return character == KeyEnter ? FilterAction::Search : FilterAction::None;
+    return character == Keys::Enter ? FilterAction::Search : FilterAction::None;
 }
 
 bool ClickInterpret(bool checked, bool titleChecked) {

@@ -1,5 +1,6 @@
 #include "tree/TreeEvents.h"
 
+#include "app/Keys.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "library/SqlQuote.h"
@@ -9,8 +10,6 @@
 namespace quavernet {
 
 namespace {
-
-constexpr int KeyDelete = 46;
 
 void ShowExclamation(std::int32_t textId, std::int32_t titleId) {
     services.msgBox->Show(LoadResString(textId), LoadResString(titleId), MsgBox::Icon::Exclamation,
@@ -52,8 +51,8 @@ void TreeNodeClick(TreeModel& tree, const std::string& key) {
 }
 
 TreeKeyAction TreeKeyDown(const TreeModel& tree, int keyCode) {
-    const bool deletes =
-        keyCode == KeyDelete && tree.HasSelection() && KindOfKey(tree.SelectedItem().Key) != NodeKind::Root;
+    const bool deletes = keyCode == Keys::Delete && tree.HasSelection() &&
+                         KindOfKey(tree.SelectedItem().Key) != NodeKind::Root;
     return deletes ? TreeKeyAction::Delete : TreeKeyAction::None;
 }
 

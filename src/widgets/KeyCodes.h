@@ -2,28 +2,30 @@
 // here.
 #pragma once
 
+#include "app/Keys.h"
+
 #include <QKeyEvent>
 
 namespace quavernet {
 
-/// 37 to 40 for the arrows (left, up, right, down), 13 for Enter, 46 for Delete, 112 for F1; 0 for others.
+/// The number of an arrow, of Enter, Delete or F1; 0 for other keys.
 inline int KeyCode(const QKeyEvent& event) {
     switch (event.key()) {
     case Qt::Key_Left:
-        return 37;
+        return Keys::Left;
     case Qt::Key_Up:
-        return 38;
+        return Keys::Up;
     case Qt::Key_Right:
-        return 39;
+        return Keys::Right;
     case Qt::Key_Down:
-        return 40;
+        return Keys::Down;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        return 13;
+        return Keys::Enter;
     case Qt::Key_Delete:
-        return 46;
+        return Keys::Delete;
     case Qt::Key_F1:
-        return 112;
+        return Keys::F1;
     default:
         return 0;
     }

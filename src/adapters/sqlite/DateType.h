@@ -2,7 +2,7 @@
 // and the scanner of its text ask here.
 #pragma once
 
-#include "adapters/sqlite/EqualsLower.h"
+#include "platform/Ascii.h"
 
 #include <algorithm>
 #include <cstring>
@@ -21,7 +21,7 @@ inline bool IsDateType(const char* declaredType) {
 /// Whether a name, in any case, is one of these, which are in lower case (DateColumnNames).
 inline bool IsDateColumn(std::string_view name, const std::vector<std::string>& dateColumns) {
     return std::any_of(dateColumns.begin(), dateColumns.end(),
-                       [&](const std::string& column) { return EqualsLower(name, column); });
+                       [&](const std::string& column) { return EqualsIgnoringCase(name, column); });
 }
 
 } // namespace quavernet::sqlite

@@ -1,6 +1,6 @@
 #include "adapters/sqlite/OrderClause.h"
 
-#include "adapters/sqlite/EqualsLower.h"
+#include "platform/Ascii.h"
 
 #include <algorithm>
 
@@ -10,7 +10,7 @@ namespace {
 
 std::size_t FindLower(std::string_view text, std::string_view lower) {
     for (std::size_t at = 0; at + lower.size() <= text.size(); ++at) {
-        if (EqualsLower(text.substr(at, lower.size()), lower)) {
+        if (EqualsIgnoringCase(text.substr(at, lower.size()), lower)) {
             return at;
         }
     }
@@ -53,13 +53,13 @@ std::optional<std::size_t> PlaceInList(std::string_view list, std::string_view n
 std::optional<OrderedStatement> TakeOrderClause(std::string_view statement) {
     constexpr std::string_view Select = "select ", From = " from ", OrderBy = " order by ";
     const std::size_t blank = statement.rfind(' ');
-    if (blank == std::string_view::npos || !EqualsLower(statement.substr(0, Select.size()), Select)) {
+    if (blank == std::string_view::npos || !EqualsIgnoringCase(statement.substr(0, Select.size()), Select)) {
         return std::nullopt;
     }
     OrderedStatement result;
     const std::string_view direction = statement.substr(blank + 1);
-    result.descending = EqualsLower(direction, "desc");
-    if (!result.descending && !EqualsLower(direction, "asc")) {
+    result.descending = EqualsIgnoringCase(direction, "desc");
+    if (!result.descending && !EqualsIgnoringCase(direction, "asc")) {
         return std::nullopt;
     }
     const std::string_view rest = statement.substr(0, blank);
@@ -67,7 +67,7 @@ std::optional<OrderedStatement> TakeOrderClause(std::string_view statement) {
     const std::string_view before = rest.substr(0, rest.size() - name.size());
     const std::size_t from = FindLower(before, From);
     if (!IsQualifiedName(name) || before.size() < OrderBy.size() || from == std::string_view::npos ||
-        !EqualsLower(before.substr(before.size() - OrderBy.size()), OrderBy)) {
+        !EqualsIgnoringCase(before.substr(before.size() - OrderBy.size()), OrderBy)) {
         return std::nullopt;
     }
     result.unordered = before.substr(0, before.size() - OrderBy.size());

@@ -1,6 +1,6 @@
 #include "adapters/sqlite/SkipUnchangedRows.h"
 
-#include "adapters/sqlite/EqualsLower.h"
+#include "platform/Ascii.h"
 
 #include <algorithm>
 #include <string_view>
@@ -25,7 +25,7 @@ public:
         return name;
     }
 
-    bool TakeWord(std::string_view lower) { return EqualsLower(TakeName(), lower); }
+    bool TakeWord(std::string_view lower) { return EqualsIgnoringCase(TakeName(), lower); }
 
     bool TakeSign(char sign) {
         if (!m_rest.starts_with(sign)) {

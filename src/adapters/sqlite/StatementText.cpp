@@ -7,7 +7,7 @@
 #include <sqlite3.h>
 
 #include "adapters/sqlite/DateType.h"
-#include "adapters/sqlite/EqualsLower.h"
+#include "platform/Ascii.h"
 #include "platform/RuntimeError.h"
 
 namespace quavernet::sqlite {
@@ -185,11 +185,11 @@ private:
         const std::string_view name = m_statement.substr(m_at, end - m_at);
         Copy(end);
         NoteName(name);
-        if (EqualsLower(name, "order") || EqualsLower(name, "group")) {
+        if (EqualsIgnoringCase(name, "order") || EqualsIgnoringCase(name, "group")) {
             m_sorting = true;
         } else if (m_first) {
-            m_isInsert = EqualsLower(name, "insert");
-        } else if (m_isInsert && EqualsLower(name, "values")) {
+            m_isInsert = EqualsIgnoringCase(name, "insert");
+        } else if (m_isInsert && EqualsIgnoringCase(name, "values")) {
             m_inValues = true;
         }
         m_first = false;
