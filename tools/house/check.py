@@ -69,7 +69,7 @@ def sizes(root):
 
 
 # Signals that are connected, and commands that are registered under the names of their items.
-CONNECTION = re.compile(r"\bconnect\s*\(|\bRegister(?:ForScan|Mark|Pair)?\s*\(")
+CONNECTION = re.compile(r"\bconnect\s*\(|\bRegister(?:ForScan|Mark|MarkPair)?\s*\(")
 
 
 def connects(root):
