@@ -2,12 +2,11 @@
 
 #include "support/LogicTest.h"
 #include "support/NoTags.h"
+#include "support/Texts.h"
 
 namespace quavernet::test {
 
 namespace {
-
-using Texts = std::vector<std::string>;
 
 /// Both note when they are released.
 class MortalConnection : public ADODB::Connection {

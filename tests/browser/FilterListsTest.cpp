@@ -1,6 +1,7 @@
 #include "browser/FilterLists.h"
 
 #include "support/TestLibrary.h"
+#include "support/Texts.h"
 
 namespace quavernet::test {
 
@@ -14,8 +15,6 @@ std::vector<std::string> Shown(const std::vector<FilterEntry>& entries) {
     }
     return texts;
 }
-
-using Texts = std::vector<std::string>;
 
 class FilterListsTest : public LibraryTest {
 protected:

@@ -5,12 +5,11 @@
 #include "support/LongWorkDouble.h"
 #include "support/RecordingConnection.h"
 #include "support/TestLibrary.h"
+#include "support/Texts.h"
 
 namespace quavernet::test {
 
 namespace {
-
-using Texts = std::vector<std::string>;
 
 struct Song {
     const char* interpret;

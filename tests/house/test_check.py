@@ -63,6 +63,11 @@ class CheckTest(unittest.TestCase):
         self.assertEqual(self.broken("privates"), [])
         self.write("src/platform/Timer.cpp", private.replace("last", "first"))
         self.assertEqual(self.broken("privates"), ["src/platform: Next(int) in Clock.cpp, Timer.cpp"])
+        self.write("src/platform/Timer.cpp", "namespace {\nconst int Next = 1;\n}\n")
+        self.assertEqual(self.broken("privates"), ["src/platform: Next in Clock.cpp, Timer.cpp"])
+        shutil.copytree(os.path.join(self.root, "src/platform"), os.path.join(self.root, "tests/platform"))
+        shutil.rmtree(os.path.join(self.root, "src/platform"))
+        self.assertEqual(self.broken("privates"), ["tests/platform: Next in Clock.cpp, Timer.cpp"])
 
     def test_too_few_documented_declarations_break_the_rule(self):
         self.write("src/platform/Clock.h", "/// Seconds.\nint Now();\n\nint Then();\n")

@@ -49,7 +49,7 @@ double BitsToNumber(const std::string& bits) {
     return number;
 }
 
-std::string BytesToBits(double bytes[4]) {
+std::string BitsOfBytes(double bytes[4]) {
     std::string bits;
     for (int i = 0; i < 4; ++i) {
         for (int j = 7; j >= 0; --j) {
@@ -132,7 +132,7 @@ std::string AudioInfoModel::ReadMpegHeader(const std::string& file) {
             bytes[i] = *byte;
         }
     }
-    return BytesToBits(bytes);
+    return BitsOfBytes(bytes);
 }
 
 double AudioInfoModel::FallbackBitRate(const std::string& file) const {

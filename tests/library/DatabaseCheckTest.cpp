@@ -2,13 +2,12 @@
 
 #include "support/LongWorkDouble.h"
 #include "support/TestLibrary.h"
+#include "support/Texts.h"
 
 #include "platform/RuntimeError.h"
 
 namespace quavernet::test {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 class CheckDatabaseTest : public LibraryTest {
 protected:

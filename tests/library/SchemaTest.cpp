@@ -1,11 +1,10 @@
 // The template library: what it holds, and the plans that its indexes and statistics give.
 #include "platform/RuntimeError.h"
 #include "support/TestLibrary.h"
+#include "support/Texts.h"
 
 namespace quavernet::test {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 class SchemaTest : public LibraryTest {
 protected:

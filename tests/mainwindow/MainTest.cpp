@@ -5,6 +5,7 @@
 #include "support/LongWorkDouble.h"
 #include "support/NoTags.h"
 #include "support/TestLibrary.h"
+#include "support/Texts.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -15,8 +16,6 @@
 namespace quavernet::test {
 
 namespace {
-
-using Texts = std::vector<std::string>;
 
 /// Knows names only. `appears` says whether what is made also comes to exist.
 class NamedFiles : public FileSystemObject {

@@ -3,14 +3,13 @@
 #include "app/SettingFailure.h"
 #include "support/LogicTest.h"
 #include "support/OrderedSettings.h"
+#include "support/Texts.h"
 
 namespace quavernet::test {
 
 namespace {
 
-using Texts = std::vector<std::string>;
-
-constexpr const char* Wide = "1920x1080";
+constexpr const char* Screen = "1920x1080";
 
 class WindowStateTest : public LogicTest {
 protected:
@@ -18,7 +17,7 @@ protected:
 
     WindowState LoadWith(const std::string& name, const std::string& value) {
         ordered.values = {{name, value}};
-        return LoadWindowState(Wide);
+        return LoadWindowState(Screen);
     }
     /// The failure's number; the failure has to name the setting.
     int ErrorWith(const std::string& name, const std::string& value) {
@@ -51,7 +50,7 @@ const std::pair<const char*, bool WindowState::*> PlayerChecks[] = {
 } // namespace
 
 TEST_F(WindowStateTest, AUserWithoutSettingsGetsTheDefaultsAndNothingIsStored) {
-    const WindowState state = LoadWindowState(Wide);
+    const WindowState state = LoadWindowState(Screen);
     EXPECT_EQ(state, WindowState());
     EXPECT_EQ(state.WindowLeft, 180);
     EXPECT_EQ(state.WindowTop, 255);
@@ -69,7 +68,7 @@ TEST_F(WindowStateTest, AUserWithoutSettingsGetsTheDefaultsAndNothingIsStored) {
 }
 
 TEST_F(WindowStateTest, SettingsAreReadInTheirOrder) {
-    LoadWindowState(Wide);
+    LoadWindowState(Screen);
     EXPECT_EQ(ordered.reads,
               (Texts{"WindowLeft",  "WindowTop",       "WindowWidth",    "WindowHeight",  "SplitterPos",
                      "ColWidth(0)", "ColWidth(1)",     "ColWidth(2)",    "ColWidth(3)",   "ColWidth(4)",
@@ -121,7 +120,7 @@ TEST_F(WindowStateTest, AStateReadsBackAsItWasSaved) {
     state.ExternalPlayer = true;
     state.AddToPlaylist = true;
     SaveWindowState(state);
-    EXPECT_EQ(LoadWindowState(Wide), state);
+    EXPECT_EQ(LoadWindowState(Screen), state);
 }
 
 TEST_F(WindowStateTest, OnlyASmallScreenCapsTheSize) {
@@ -154,7 +153,7 @@ TEST_F(WindowStateTest, AMalformedNumberStopsTheLoad) {
 
 TEST_F(WindowStateTest, TheFirstMalformedSettingEndsTheReading) {
     ordered.values = {{"WindowTop", "x"}};
-    EXPECT_THROW(LoadWindowState(Wide), RuntimeError);
+    EXPECT_THROW(LoadWindowState(Screen), RuntimeError);
     EXPECT_EQ(ordered.reads, (Texts{"WindowLeft", "WindowTop"}));
 }
 
@@ -203,7 +202,7 @@ TEST_F(WindowStateTest, AMalformedComboIndexIsPassedOver) {
         EXPECT_EQ(LoadWith("Album", text).Album, 0);
     }
     ordered.values = {{"Drive", "x"}, {"Genre", "3"}, {"Album", "5"}};
-    const WindowState state = LoadWindowState(Wide);
+    const WindowState state = LoadWindowState(Screen);
     EXPECT_EQ((std::array{state.Drive, state.Genre, state.Album}), (std::array{0, 3, 5}));
 }
 

@@ -26,7 +26,7 @@ RegionalSettings French() {
 }
 
 const DateTime Afternoon{2026, 11, 5, 14, 3, 22};
-const DateTime Day{2026, 11, 5};
+const DateTime Thursday{2026, 11, 5};
 
 } // namespace
 
@@ -147,13 +147,13 @@ TEST(DateTextTest, FollowsTheShortPattern) {
 TEST(DateTextTest, AQuotedLiteralLosesItsQuotes) {
     RegionalSettings quoted;
     quoted.shortDatePattern = "d.MM.yy 'd. y.'";
-    EXPECT_EQ(ShortDateText(Day, quoted), "5.11.26 d. y.");
+    EXPECT_EQ(ShortDateText(Thursday, quoted), "5.11.26 d. y.");
     quoted.shortDatePattern = "d.MM.yy 'open";
-    EXPECT_EQ(ShortDateText(Day, quoted), "5.11.26 open");
+    EXPECT_EQ(ShortDateText(Thursday, quoted), "5.11.26 open");
 }
 
 TEST(DateTextTest, TheGeneralFormLeavesMidnightOut) {
-    EXPECT_EQ(GeneralDateText(Day, German()), "05.11.2026");
+    EXPECT_EQ(GeneralDateText(Thursday, German()), "05.11.2026");
     EXPECT_EQ(GeneralDateText(Afternoon, German()), "05.11.2026 14:03:22");
     EXPECT_EQ(GeneralDateText(Afternoon, American()), "11/5/2026 2:03:22 PM");
     EXPECT_EQ(GeneralDateText({2026, 11, 5, 0, 0, 1}, American()), "11/5/2026 12:00:01 AM");
@@ -166,18 +166,18 @@ TEST(DateTextTest, DayMonthAndYearKeepTheirOrderEverywhere) {
 }
 
 TEST(DateTextTest, TheStoredFormSorts) {
-    EXPECT_EQ(IsoDateText(Day), "2026-11-05");
+    EXPECT_EQ(IsoDateText(Thursday), "2026-11-05");
     EXPECT_EQ(IsoDateText(Afternoon), "2026-11-05 14:03:22");
 }
 
 TEST(ParseDateTest, ReadsEveryFormThatItWrites) {
     for (const auto& regional : {German(), American(), French(), Plain()}) {
         for (const auto& date :
-             {Day, Afternoon, DateTime{2026, 11, 5, 0, 0, 1}, DateTime{2026, 12, 31, 12, 0, 0}}) {
+             {Thursday, Afternoon, DateTime{2026, 11, 5, 0, 0, 1}, DateTime{2026, 12, 31, 12, 0, 0}}) {
             EXPECT_EQ(ParseDate(GeneralDateText(date, regional), regional), date);
             EXPECT_EQ(ParseDate(IsoDateText(date), regional), date);
         }
-        EXPECT_EQ(ParseDate(ShortDateText(Day, regional), regional), Day);
+        EXPECT_EQ(ParseDate(ShortDateText(Thursday, regional), regional), Thursday);
     }
 }
 
@@ -209,8 +209,8 @@ TEST(ParseDateTest, TwoDigitYearsBelowThirtyAreOfThisCentury) {
 TEST(ParseDateTest, AnIsoTextIsReadWhereTheYearComesFirst) {
     RegionalSettings swedish;
     swedish.shortDatePattern = "yyyy-MM-dd";
-    EXPECT_EQ(ParseDate("2026-11-05", swedish), Day);
-    EXPECT_EQ(ParseDate("05.11.2026", swedish), Day);
+    EXPECT_EQ(ParseDate("2026-11-05", swedish), Thursday);
+    EXPECT_EQ(ParseDate("05.11.2026", swedish), Thursday);
 }
 
 TEST(ParseDateTest, RefusesWhatIsNoDate) {

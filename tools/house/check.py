@@ -251,12 +251,17 @@ def layout(root):
 def privates(root):
     """In one folder no two sources give the same name to things of their own: a unity build reads them as one."""
     owners = {}
-    for path in source.walk(root, ["src"], (".cpp",)):
+    for path in source.walk(root, ["src", "tests"], (".cpp",)):
         for name in source.private_names(source.read(root, path)):
             owners.setdefault((os.path.dirname(path), name), []).append(os.path.basename(path))
     print(f"Private names: {len(owners)}")
-    return [f"{folder}: {name} in {', '.join(files)}" for (folder, name), files in sorted(owners.items())
-            if len(files) > 1]
+    # A function may share its name with functions of other types, with nothing else.
+    for folder, name in list(owners):
+        plain = name.split("(")[0]
+        if plain != name and (folder, plain) in owners:
+            owners[folder, plain] += owners[folder, name]
+    return [f"{folder}: {name} in {', '.join(sorted(set(files)))}" for (folder, name), files in sorted(owners.items())
+            if len(set(files)) > 1]
 
 
 def documented(root):

@@ -5,6 +5,7 @@
 #include "support/KilledWriter.h"
 #include "support/RefusedCalls.h"
 #include "support/TestLibrary.h"
+#include "support/Texts.h"
 
 #include <cerrno>
 #include <fstream>
@@ -17,8 +18,6 @@
 
 namespace quavernet::test {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 class BackupCopiesTest : public LibraryTest {
 protected:

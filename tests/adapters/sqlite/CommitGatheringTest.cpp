@@ -4,6 +4,7 @@
 #include "adapters/sqlite/SqliteError.h"
 #include "platform/RuntimeError.h"
 #include "support/TestLibrary.h"
+#include "support/Texts.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -12,8 +13,6 @@
 
 namespace quavernet::test {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 class CommitGatheringTest : public LibraryTest {
 protected:
@@ -232,7 +231,7 @@ TEST_F(CommitGatheringTest, ALockedLibraryFailsAndTheGatheredWritesOfTheOtherSta
 }
 
 // Runs in a child that ends without closing anything.
-[[noreturn]] void WriteAndDie(const std::string& path) {
+[[noreturn]] void KeepSomeAndDie(const std::string& path) {
     try {
         const auto connection = OpenLibrary(path);
         for (int i = 1; i <= 1000; ++i) {
@@ -252,7 +251,7 @@ TEST(CommitGatheringKillTest, AKilledRunLosesAtMostTheGatheredStatements) {
     CopyTemplate(path);
     const pid_t child = ::fork();
     if (child == 0) {
-        WriteAndDie(path);
+        KeepSomeAndDie(path);
     }
     int status = -1;
     ASSERT_EQ(::waitpid(child, &status, 0), child);

@@ -3,6 +3,7 @@
 #include "adapters/sqlite/LibraryFile.h"
 #include "platform/LibraryError.h"
 #include "support/TestLibrary.h"
+#include "support/Texts.h"
 
 #include <fstream>
 #include <functional>
@@ -15,8 +16,6 @@ namespace quavernet::test {
 namespace {
 
 namespace fs = std::filesystem;
-using Texts = std::vector<std::string>;
-
 std::string ReadWhole(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};

@@ -6,6 +6,7 @@
 #include "support/EngineStatements.h"
 #include "support/KilledWriter.h"
 #include "support/TestLibrary.h"
+#include "support/Texts.h"
 
 #include <random>
 
@@ -13,8 +14,6 @@
 
 namespace quavernet::test {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 ADODB::RowBlock OneField(std::int64_t value) {
     ADODB::RowBlock rows(1);

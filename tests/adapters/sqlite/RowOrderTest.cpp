@@ -3,6 +3,7 @@
 
 #include "adapters/sqlite/OrderClause.h"
 #include "support/TestLibrary.h"
+#include "support/Texts.h"
 
 #include <random>
 #include <string>
@@ -14,9 +15,7 @@ namespace quavernet::test {
 namespace {
 
 using sqlite::TakeOrderClause;
-using Texts = std::vector<std::string>;
-
-const std::string listed =
+const std::string unfiltered =
     "Select F.Path, F.SizeInBytes, T.Name, I.Interpret, Q.Quality, F.File_id, F.Length, "
     "F.Name, E.Extension from Files F, Titel T, Interpret I, Quality Q, Extensions E "
     "where F.Title_id = T.Title_id and F.Inter_id = I.Inter_id and "
@@ -84,7 +83,7 @@ TEST_F(RowOrderTest, EachOrderOfTheListIsTheEnginesOwnWithTiesInTheTablesOrder) 
                  {"", " and F.File_id in (7,3,250)", " and F.File_id < 2", " and F.File_id < 0",
                   " and (I.Interpret Like '%a%' or T.Name Like '%a%')"}) {
                 const std::string order = std::string(" order by ") + column + " " + direction;
-                const std::string ours = listed + filter + order;
+                const std::string ours = unfiltered + filter + order;
                 const std::string engines = ours + ", F.File_id";
                 ASSERT_TRUE(TakeOrderClause(ours)) << ours;
                 ASSERT_FALSE(TakeOrderClause(engines)) << engines;
@@ -129,7 +128,7 @@ TEST_F(RowOrderTest, TextsThatDifferFarBehindTheirBeginningAreInTheEnginesOrder)
 TEST_F(RowOrderTest, WithoutItsOrderTheListStartsAtFilesAndFindsTheRestByKey) {
     for (const char* filter : {"", " and I.Interpret Like '%a%'", " and F.Drive_id = 1",
                                " and F.Genre_id = 1 and F.Album_id = 2"}) {
-        const std::string statement = listed + filter + " order by I.Interpret ASC";
+        const std::string statement = unfiltered + filter + " order by I.Interpret ASC";
         const auto taken = TakeOrderClause(statement);
         ASSERT_TRUE(taken);
         const Texts plan = Rows("explain query plan " + std::string(taken->unordered));

@@ -1,13 +1,12 @@
 #include "adapters/sqlite/DateColumns.h"
 #include "platform/RuntimeError.h"
 #include "support/TestLibrary.h"
+#include "support/Texts.h"
 
 #include <fstream>
 
 namespace quavernet::test {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 RegionalSettings American() {
     return {".", ",", "/", "M/d/yyyy", true};

@@ -2,13 +2,12 @@
 #include "library/SqlQuote.h"
 #include "platform/RuntimeError.h"
 #include "support/TestLibrary.h"
+#include "support/Texts.h"
 
 #include <random>
 
 namespace quavernet::test {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 class SqliteDialectTest : public LibraryTest {
 protected:

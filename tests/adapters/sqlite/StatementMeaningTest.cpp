@@ -3,13 +3,12 @@
 #include "adapters/sqlite/LibraryFile.h"
 #include "platform/RuntimeError.h"
 #include "support/TestLibrary.h"
+#include "support/Texts.h"
 
 #include <sqlite3.h>
 
 namespace quavernet::test {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 const char* const Tables[] = {"Files",  "Titel",      "Interpret",  "Albums",         "Drive",  "Quality",
                               "Genres", "Extensions", "Categories", "FileCategories", "Covers", "Reminder"};

@@ -14,6 +14,7 @@
 #include "support/ScanDoubles.h"
 #include "support/SmallAudio.h"
 #include "support/TestLibrary.h"
+#include "support/Texts.h"
 
 #include <chrono>
 #include <csignal>
@@ -27,8 +28,6 @@
 
 namespace quavernet::test {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 /// The program under test and another one on the same library.
 class TwoProgramsTest : public LibraryTest {
