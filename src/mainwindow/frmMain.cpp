@@ -2,6 +2,7 @@
 
 #include "adapters/qt/DialogLanguage.h"
 #include "adapters/qt/FileUris.h"
+#include "app/IdleTitle.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/Registry.h"
@@ -155,7 +156,7 @@ void frmMain::LoadStrings() {
     mainModule.SuppressComboClick = false;
     m_parts->Menu.LoadStrings();
     m_parts->Panes.LoadStrings();
-    work.SetTitle("Quavernet - " + LoadResString(Texts::LastScan) + Setting("LastScan", "-"));
+    work.SetTitle(IdleTitle());
     m_parts->Tree.LoadStrings();
     m_parts->List.ShowTotals();
     work.SetPanel(Panel::Scanning, LoadResString(Texts::Ready));

@@ -1,5 +1,6 @@
 #include "scanner/ScanDriver.h"
 
+#include "app/IdleTitle.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/Registry.h"
@@ -37,10 +38,6 @@ std::unique_ptr<FolderWalk> OpenFolder(const std::string& folder) {
     }
 }
 
-void SetIdleTitle(ScanRun& run) {
-    run.work.SetTitle("Quavernet - " + LoadResString(Texts::LastScan) + Setting("LastScan", "-"));
-}
-
 void EnableLogClose(ScanRun& run) {
     if (mainModule.ScanLogEnabled) {
         run.log.EnableClose(true);
@@ -54,7 +51,7 @@ void EndWithoutScan(ScanRun& run) {
     run.view.SetControlState(IdleState);
     EnableLogClose(run);
     run.work.SetPanel(ScanPanel::Scanning, "");
-    SetIdleTitle(run);
+    run.work.SetTitle(IdleTitle());
 }
 
 void Prepare(ScanRun& run) {
@@ -143,7 +140,7 @@ void Finish(ScanRun& run) {
     }
     mainModule.SuppressComboClick = false;
     run.view.SetControlState(IdleState);
-    SetIdleTitle(run);
+    run.work.SetTitle(IdleTitle());
     run.work.SetPanel(ScanPanel::Scanning, "");
     run.OggPaths.clear();
 }
