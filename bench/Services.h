@@ -64,7 +64,7 @@ public:
     ScanOptions options;
 
     ScanOptions Options() const override { return options; }
-    void SetControlState(std::int16_t) override {}
+    void SetControlState(ControlMode) override {}
     void ClearList() override {}
     void FillDriveCombo() override {}
     void FillAlbumCombo() override {}

@@ -2,7 +2,6 @@
 // mark or switches one of them. A name that is not on the screen is passed over: its command may come later.
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <string_view>
 
@@ -27,7 +26,15 @@ public:
     virtual void PopUp(std::string_view menu, ScreenPlace place) = 0;
 };
 
-/// The one switch for enabled controls: 0 idle, 1 scan running, 3 selection changed.
-using SwitchControls = std::function<void(std::int16_t mode)>;
+/// What decides which controls are enabled.
+enum class ControlMode {
+    Idle,             ///< The window has loaded, or work has ended.
+    ScanRunning,      ///< Nothing but "cancel" acts.
+    SelectionChanged, ///< The current row of the list decides.
+    ListLoaded        ///< No row is selected after a load.
+};
+
+/// The one switch for enabled controls.
+using SwitchControls = std::function<void(ControlMode mode)>;
 
 } // namespace quavernet

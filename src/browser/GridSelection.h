@@ -22,7 +22,7 @@ public:
     virtual bool RowIsVisible(std::int32_t row) const = 0; ///< As a whole; asked for data rows only.
     virtual void SetScanningPanel(const std::string& text) = 0;
     virtual void RepaintRows() = 0;
-    virtual void SelectionChanged() = 0;        ///< SetControlState in mode 3, with Row as it stands.
+    virtual void SelectionChanged() = 0;        ///< The controls follow Row.
     virtual void SetKontextItems(int mode) = 0; ///< 1: one selected row, 2: several.
 };
 

@@ -38,9 +38,9 @@ void ListController::LoadDatabase(const std::string& list) {
     m_totals = std::move(result.Totals);
     ShowTotals();
     m_work.SetProgress(0);
-    DisableSelectionCommands();
+    m_switchControls(ControlMode::ListLoaded);
     // A scan keeps its state to its end: it must stay possible to cancel it.
-    m_switchControls(mainModule.ScanRunning ? 1 : 0);
+    m_switchControls(mainModule.ScanRunning ? ControlMode::ScanRunning : ControlMode::Idle);
     m_pane.Grid.setToolTip({});
     m_work.SetPanel(Panel::Scanning, {});
 }
@@ -49,13 +49,6 @@ void ListController::ClearList() {
     m_totals.TotalMegabytes = 0;
     m_pane.Grid.SetRows({});
     m_controls.SetEnabled("plist", false);
-}
-
-void ListController::DisableSelectionCommands() {
-    for (const char* name : {"plist", "konvert", "mnuPlaylist", "mnuDetails", "mnuEditFilename",
-                             "mnuEditExchange", "mnuEditDelete"}) {
-        m_controls.SetEnabled(name, false);
-    }
 }
 
 void ListController::LoadHeaders() {
@@ -108,7 +101,7 @@ void ListController::EnterPressed() {
 
 void ListController::SelectionChanged() {
     if (!mainModule.ScanRunning) {
-        m_switchControls(3);
+        m_switchControls(ControlMode::SelectionChanged);
     }
 }
 

@@ -45,7 +45,6 @@ private:
 
     ListFilter ReadFilter() const;
     void Reload();
-    void DisableSelectionCommands();
     void DoubleClicked(std::int32_t mouseCol, std::int32_t mouseRow);
     void EnterPressed();
     void SelectionChanged();

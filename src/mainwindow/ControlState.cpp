@@ -17,6 +17,10 @@ constexpr auto SelectionControls = std::to_array<std::string_view>(
 constexpr auto ConversionControls =
     std::to_array<std::string_view>({"konvert", "mnuKontextKonvert", "mnuKonvert"});
 
+// What a load of the list greys. The rest of a selection's commands goes with the idle state, which follows.
+constexpr auto LoadedListControls = std::to_array<std::string_view>(
+    {"plist", "mnuPlaylist", "mnuDetails", "konvert", "mnuEditFilename", "mnuEditExchange", "mnuEditDelete"});
+
 template <typename Names> void Add(std::vector<ControlSwitch>& switches, const Names& names, bool enabled) {
     for (const std::string_view name : names) {
         switches.push_back({name, enabled});
@@ -25,10 +29,10 @@ template <typename Names> void Add(std::vector<ControlSwitch>& switches, const N
 
 } // namespace
 
-std::vector<ControlSwitch> ControlState(std::int16_t mode, std::int32_t row, const std::string& format) {
+std::vector<ControlSwitch> ControlState(ControlMode mode, std::int32_t row, const std::string& format) {
     std::vector<ControlSwitch> switches;
     switch (mode) {
-    case 0:
+    case ControlMode::Idle:
         switches.push_back({"scan", true});
         Add(switches, IdleControls, true);
         Add(switches,
@@ -36,16 +40,17 @@ std::vector<ControlSwitch> ControlState(std::int16_t mode, std::int32_t row, con
                 {"cancel", "plist", "konvert", "mnuPlaySelectedItems", "mnuPlay", "cmdPlay"}),
             false);
         break;
-    case 1:
+    case ControlMode::ScanRunning:
         switches.push_back({"cancel", true});
         Add(switches, std::to_array<std::string_view>({"scan", "plist", "konvert"}), false);
         Add(switches, IdleControls, false);
         break;
-    case 3:
+    case ControlMode::SelectionChanged:
         Add(switches, SelectionControls, row >= 1);
         Add(switches, ConversionControls, row >= 1 && format == "wav");
         break;
-    default:
+    case ControlMode::ListLoaded:
+        Add(switches, LoadedListControls, false);
         break;
     }
     return switches;

@@ -1,6 +1,8 @@
-// The one rule for enabled controls: which are on and off when the window is idle, while a scan runs, and
-// when the selection has changed. The main window applies it by control name.
+// The one rule for enabled controls: which are on and off when the window is idle, while a scan runs, when
+// the selection has changed and when the list has been loaded. The main window applies it by control name.
 #pragma once
+
+#include "app/Controls.h"
 
 #include <cstdint>
 #include <string>
@@ -16,8 +18,8 @@ struct ControlSwitch {
     bool operator==(const ControlSwitch&) const = default;
 };
 
-/// Mode 0 is idle, 1 a running scan, 3 a changed selection; others switch nothing. `row` is the grid's
-/// current row (0: none) and `format` the text of its last column, which decides over conversion.
-std::vector<ControlSwitch> ControlState(std::int16_t mode, std::int32_t row, const std::string& format);
+/// What to switch in their order. `row` is the grid's current row (0: none) and `format` the text of its last
+/// column, which decides over conversion; only a changed selection asks for them.
+std::vector<ControlSwitch> ControlState(ControlMode mode, std::int32_t row, const std::string& format);
 
 } // namespace quavernet

@@ -31,7 +31,7 @@ ScanOptions MainViews::Options() const {
     return options;
 }
 
-void MainViews::SetControlState(std::int16_t mode) {
+void MainViews::SetControlState(ControlMode mode) {
     m_switchControls(mode);
 }
 

@@ -20,7 +20,7 @@ public:
     void LoadDatabase(const std::string& list) override;
     void LoadTree() override;
     ScanOptions Options() const override;
-    void SetControlState(std::int16_t mode) override;
+    void SetControlState(ControlMode mode) override;
     void ClearList() override;
     void FillDriveCombo() override;
     void FillAlbumCombo() override;

@@ -41,7 +41,7 @@ frmMain::frmMain() {
     setMouseTracking(true);
     setAcceptDrops(true);
     m_parts = std::make_unique<MainParts>(
-        *this, [this](std::int16_t mode) { SetControlState(mode); }, [this] { LoadStrings(); });
+        *this, [this](ControlMode mode) { SetControlState(mode); }, [this] { LoadStrings(); });
     new HelpKey(this);
     m_afterLoadTimer.setParent(this);
     m_afterLoadTimer.setObjectName(QStringLiteral("AfterLoadTimer"));
@@ -81,7 +81,7 @@ void frmMain::Form_Load() {
     RestoreFilters(state);
     RestoreChecks(state);
     mainModule.ShowInGridMode = false;
-    SetControlState(0);
+    SetControlState(ControlMode::Idle);
     m_afterLoadTimer.start(AfterLoadMs);
 }
 
@@ -163,7 +163,7 @@ void frmMain::LoadStrings() {
     work.SetMousePointer(MousePointer::Default);
 }
 
-void frmMain::SetControlState(std::int16_t mode) {
+void frmMain::SetControlState(ControlMode mode) {
     const GridView& grid = m_parts->Panes.Grid();
     for (const ControlSwitch& item : ControlState(mode, grid.Selection().Row(), grid.CurrentFormat())) {
         m_parts->Named.SetEnabled(item.Name, item.Enabled);

@@ -2,12 +2,12 @@
 // switches its controls. What it is made of is in MainParts.
 #pragma once
 
+#include "app/Controls.h"
 #include "mainwindow/WindowState.h"
 
 #include <QMainWindow>
 #include <QTimer>
 
-#include <cstdint>
 #include <memory>
 
 namespace quavernet {
@@ -29,8 +29,8 @@ public:
     /// All texts of the window in the current language; refills the combos.
     void LoadStrings();
 
-    /// The one switch for enabled controls: 0 idle, 1 scan running, 3 selection changed.
-    void SetControlState(std::int16_t mode);
+    /// The one switch for enabled controls.
+    void SetControlState(ControlMode mode);
 
     /// What the window is made of, for the start and for whoever drives it from outside. Nothing that the
     /// window is made of reaches back here.

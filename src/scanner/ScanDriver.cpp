@@ -18,9 +18,6 @@ namespace quavernet {
 
 namespace {
 
-constexpr std::int16_t IdleState = 0;
-constexpr std::int16_t ScanState = 1;
-
 // Empty if the user cancelled, or if the standard path is wanted and none is set.
 std::string ChooseFolder() {
     if (Val(Setting("ScanpathValue", "0")) == 1) {
@@ -48,7 +45,7 @@ void EnableLogClose(ScanRun& run) {
 void EndWithoutScan(ScanRun& run) {
     run.OggPaths.clear();
     run.work.SetMousePointer(MousePointer::Default);
-    run.view.SetControlState(IdleState);
+    run.view.SetControlState(ControlMode::Idle);
     EnableLogClose(run);
     run.work.SetPanel(ScanPanel::Scanning, "");
     run.work.SetTitle(IdleTitle());
@@ -139,7 +136,7 @@ void Finish(ScanRun& run) {
         run.view.LoadDatabase("");
     }
     mainModule.SuppressComboClick = false;
-    run.view.SetControlState(IdleState);
+    run.view.SetControlState(ControlMode::Idle);
     run.work.SetTitle(IdleTitle());
     run.work.SetPanel(ScanPanel::Scanning, "");
     run.OggPaths.clear();
@@ -168,7 +165,7 @@ void ScanDriver::StartScan() {
         return;
     }
     run.OggPaths.clear();
-    run.view.SetControlState(ScanState);
+    run.view.SetControlState(ControlMode::ScanRunning);
     const std::unique_ptr<FolderWalk> counting = OpenFolder(folder);
     if (!counting) {
         EndWithoutScan(run);

@@ -2,9 +2,9 @@
 // implement both; tests bring doubles.
 #pragma once
 
+#include "app/Controls.h"
 #include "platform/FileSystemObject.h"
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -24,8 +24,8 @@ public:
     virtual ~ScanView() = default;
 
     virtual ScanOptions Options() const = 0;
-    virtual void SetControlState(std::int16_t mode) = 0; ///< 0 idle, 1 scan running.
-    virtual void ClearList() = 0;                        ///< The grid keeps its header only.
+    virtual void SetControlState(ControlMode mode) = 0; ///< Idle or ScanRunning.
+    virtual void ClearList() = 0;                       ///< The grid keeps its header only.
     virtual void FillDriveCombo() = 0;
     virtual void FillAlbumCombo() = 0;
     virtual void LoadDatabase(const std::string& list) = 0;

@@ -41,11 +41,11 @@ protected:
     LongWorkDouble work{calls};
     ControlsDouble controls;
     RecordingPlayer player{calls};
-    std::vector<int> modes;
+    std::vector<ControlMode> modes;
     ListController list{{grid, filter, letters},
                         work,
                         controls,
-                        [this](std::int16_t mode) {
+                        [this](ControlMode mode) {
                             modes.push_back(mode);
                             for (const ControlSwitch& item :
                                  ControlState(mode, grid.Selection().Row(), grid.CurrentFormat())) {
@@ -79,10 +79,11 @@ TEST_F(ListControllerTest, TheCommandsOfASelectionAreGreyAgainAfterEachLoad) {
 
 TEST_F(ListControllerTest, ALoadEndsInTheStateOfTheMoment) {
     list.LoadDatabase({});
-    EXPECT_EQ(modes, std::vector<int>{0});
+    EXPECT_EQ(modes, (std::vector{ControlMode::ListLoaded, ControlMode::Idle}));
+    modes.clear();
     mainModule.ScanRunning = true;
     list.LoadDatabase({});
-    EXPECT_EQ(modes, (std::vector<int>{0, 1}));
+    EXPECT_EQ(modes, (std::vector{ControlMode::ListLoaded, ControlMode::ScanRunning}));
 }
 
 TEST_F(ListControllerTest, ALoadTellsTheObserverWhatItDoes) {

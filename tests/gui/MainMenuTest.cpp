@@ -82,14 +82,14 @@ TEST_F(MainMenuTest, FormatFiltersWorkAsPairsAndReloadTheList) {
 
 TEST_F(MainMenuTest, ARunningScanSilencesTheShortcuts) {
     Start();
-    Form().SetControlState(1);
+    Form().SetControlState(ControlMode::ScanRunning);
     EXPECT_FALSE(Action("scan").isEnabled());
     EXPECT_TRUE(Action("cancel").isEnabled());
     EXPECT_FALSE(Action("mnuFile").isEnabled());
     EXPECT_FALSE(Control<QLineEdit>("txtSearch").isEnabled());
     QTest::keyClick(Form().windowHandle(), Qt::Key_G, Qt::ControlModifier);
     EXPECT_FALSE(Grid().showGrid());
-    Form().SetControlState(0);
+    Form().SetControlState(ControlMode::Idle);
     QTest::keyClick(Form().windowHandle(), Qt::Key_G, Qt::ControlModifier);
     EXPECT_TRUE(Grid().showGrid());
 }
@@ -193,11 +193,11 @@ TEST_F(MainMenuTest, TheSixMenusAndTheirCommandsFollowTheMode) {
         EXPECT_EQ(Action("cancel").isEnabled(), !idle);
     };
     expect(true);
-    Form().SetControlState(1);
+    Form().SetControlState(ControlMode::ScanRunning);
     expect(false);
-    Form().SetControlState(2);
+    Form().SetControlState(ControlMode::ListLoaded);
     expect(false);
-    Form().SetControlState(0);
+    Form().SetControlState(ControlMode::Idle);
     expect(true);
     ClickRow(1);
     expect(true);

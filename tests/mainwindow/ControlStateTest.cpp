@@ -45,7 +45,7 @@ Names Both(Names first, const Names& second) {
 } // namespace
 
 TEST(ControlStateTest, IdleOpensTheMenusAndFiltersAndClosesWhatNeedsASelection) {
-    const auto switches = ControlState(0, 0, "");
+    const auto switches = ControlState(ControlMode::Idle, 0, "");
     EXPECT_EQ(
         Switched(switches, true),
         (Names{"cboAlbum", "cboDrive", "cboGenre", "cmdSearch", "date", "mnuEdit", "mnuExtras", "mnuFile",
@@ -55,7 +55,7 @@ TEST(ControlStateTest, IdleOpensTheMenusAndFiltersAndClosesWhatNeedsASelection) 
 }
 
 TEST(ControlStateTest, ARunningScanLeavesOnlyCancel) {
-    const auto switches = ControlState(1, 0, "");
+    const auto switches = ControlState(ControlMode::ScanRunning, 0, "");
     EXPECT_EQ(Switched(switches, true), Names{"cancel"});
     EXPECT_EQ(Switched(switches, false),
               (Names{"cboAlbum", "cboDrive", "cboGenre", "cmdSearch", "date", "konvert", "mnuEdit",
@@ -64,21 +64,24 @@ TEST(ControlStateTest, ARunningScanLeavesOnlyCancel) {
 }
 
 TEST(ControlStateTest, ASelectedRowOpensItsCommandsAndConversionForWavAlone) {
-    EXPECT_EQ(Switched(ControlState(3, 1, "mp3"), true), SelectionControls);
-    EXPECT_EQ(Switched(ControlState(3, 1, "mp3"), false), ConversionControls);
-    EXPECT_EQ(Switched(ControlState(3, 1, "wav"), true), Both(SelectionControls, ConversionControls));
-    EXPECT_EQ(Switched(ControlState(3, 1, "WAV"), false), ConversionControls);
+    EXPECT_EQ(Switched(ControlState(ControlMode::SelectionChanged, 1, "mp3"), true), SelectionControls);
+    EXPECT_EQ(Switched(ControlState(ControlMode::SelectionChanged, 1, "mp3"), false), ConversionControls);
+    EXPECT_EQ(Switched(ControlState(ControlMode::SelectionChanged, 1, "wav"), true),
+              Both(SelectionControls, ConversionControls));
+    EXPECT_EQ(Switched(ControlState(ControlMode::SelectionChanged, 1, "WAV"), false), ConversionControls);
 }
 
 TEST(ControlStateTest, NoRowClosesAllOfThem) {
-    EXPECT_EQ(Switched(ControlState(3, 0, "wav"), false), Both(SelectionControls, ConversionControls));
-    EXPECT_TRUE(Switched(ControlState(3, 0, "wav"), true).empty());
+    EXPECT_EQ(Switched(ControlState(ControlMode::SelectionChanged, 0, "wav"), false),
+              Both(SelectionControls, ConversionControls));
+    EXPECT_TRUE(Switched(ControlState(ControlMode::SelectionChanged, 0, "wav"), true).empty());
 }
 
-TEST(ControlStateTest, AnyOtherModeSwitchesNothing) {
-    for (const std::int16_t mode : std::vector<std::int16_t>{-1, 2, 4}) {
-        EXPECT_TRUE(ControlState(mode, 1, "wav").empty());
-    }
+TEST(ControlStateTest, ALoadedListGreysWhatNeedsASelection) {
+    const auto switches = ControlState(ControlMode::ListLoaded, 1, "wav");
+    EXPECT_EQ(Switched(switches, false), (Names{"konvert", "mnuDetails", "mnuEditDelete", "mnuEditExchange",
+                                                "mnuEditFilename", "mnuPlaylist", "plist"}));
+    EXPECT_TRUE(Switched(switches, true).empty());
 }
 
 } // namespace quavernet::test

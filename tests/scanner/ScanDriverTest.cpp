@@ -33,7 +33,7 @@ TEST_F(ScanDriverTest, AScanOfOneFileShowsThisInThisOrder) {
 
     Scan();
 
-    EXPECT_THAT(calls, ElementsAreArray(Joined(ClearedPanels, {"state 1",
+    EXPECT_THAT(calls, ElementsAreArray(Joined(ClearedPanels, {"state: scan running",
                                                                "panel 1: Initialisiere Ordner ",
                                                                "events",
                                                                "pointer 11",
@@ -56,7 +56,7 @@ TEST_F(ScanDriverTest, AScanOfOneFileShowsThisInThisOrder) {
                                                                "drive combo",
                                                                "album combo",
                                                                "load ''",
-                                                               "state 0",
+                                                               "state: idle",
                                                                "title: Quavernet - letzter scan: 20.11.2026",
                                                                "panel 1: "})));
     EXPECT_EQ(settings.values["LastScan"], "20.11.2026");
@@ -182,9 +182,9 @@ TEST_F(ScanDriverTest, AFolderThatCannotBeOpenedEndsTheCommandWithoutAMessage) {
 
     Scan();
 
-    EXPECT_THAT(calls,
-                ElementsAreArray(Joined(ClearedPanels, {"state 1", "pointer 0", "state 0", "log close on",
-                                                        "panel 1: ", "title: Quavernet - letzter scan: -"})));
+    EXPECT_THAT(calls, ElementsAreArray(Joined(
+                           ClearedPanels, {"state: scan running", "pointer 0", "state: idle", "log close on",
+                                           "panel 1: ", "title: Quavernet - letzter scan: -"})));
     EXPECT_TRUE(mainModule.SuppressComboClick);
     EXPECT_THAT(msgBox.shown, IsEmpty());
     EXPECT_EQ(settings.values.count("LastScan"), 0u);
@@ -208,10 +208,11 @@ TEST_F(ScanDriverTest, AFolderWithoutFilesEndsTheCommandAndLeavesTheList) {
 
     Scan();
 
-    EXPECT_THAT(calls, ElementsAreArray(Joined(
-                           ClearedPanels, {"state 1", "panel 1: Initialisiere Ordner ", "pointer 11",
-                                           "panel 1: Initialisierung abgeschlossen", "pointer 0", "pointer 0",
-                                           "state 0", "panel 1: ", "title: Quavernet - letzter scan: -"})));
+    EXPECT_THAT(
+        calls, ElementsAreArray(Joined(ClearedPanels,
+                                       {"state: scan running", "panel 1: Initialisiere Ordner ", "pointer 11",
+                                        "panel 1: Initialisierung abgeschlossen", "pointer 0", "pointer 0",
+                                        "state: idle", "panel 1: ", "title: Quavernet - letzter scan: -"})));
     EXPECT_TRUE(mainModule.SuppressComboClick);
 }
 
@@ -400,7 +401,7 @@ TEST_F(ScanDriverTest, AFailingStatementLeavesTheScanWhereItWas) {
     EXPECT_THROW(Scan(), RuntimeError);
 
     EXPECT_TRUE(mainModule.SuppressComboClick);
-    EXPECT_THAT(calls, Not(Contains("state 0")));
+    EXPECT_THAT(calls, Not(Contains("state: idle")));
     EXPECT_EQ(settings.values.count("LastScan"), 0u);
     EXPECT_EQ(Count("Select Inter_id from Interpret"), 1);
 }

@@ -24,7 +24,9 @@ public:
     explicit RecordingScanView(CallList& calls) : m_calls(calls) {}
 
     ScanOptions Options() const override { return options; }
-    void SetControlState(std::int16_t mode) override { m_calls.push_back("state " + std::to_string(mode)); }
+    void SetControlState(ControlMode mode) override {
+        m_calls.push_back(mode == ControlMode::ScanRunning ? "state: scan running" : "state: idle");
+    }
     void ClearList() override { m_calls.push_back("clear list"); }
     void FillDriveCombo() override { m_calls.push_back("drive combo"); }
     void FillAlbumCombo() override { m_calls.push_back("album combo"); }
