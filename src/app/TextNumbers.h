@@ -6,6 +6,12 @@
 
 namespace quavernet::Texts {
 
+inline constexpr std::int32_t OpenFailed = 316;         ///< The file could not be opened.
+inline constexpr std::int32_t PlayingFailed = 317;      ///< The title above OpenFailed.
+inline constexpr std::int32_t OpeningNotPossible = 329; ///< The title above the next one and NetworkMissing.
+inline constexpr std::int32_t FileNotFound = 330;
+inline constexpr std::int32_t NetworkMissing = 392; ///< The file's folder is not there.
+
 inline constexpr std::int32_t NoAlbum = 328; ///< The album of a file that names none.
 inline constexpr std::int32_t Unknown = 347; ///< The title or performer of a file that names none.
 

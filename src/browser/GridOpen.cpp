@@ -1,7 +1,8 @@
 #include "browser/GridOpen.h"
 
-#include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/OpenWithShell.h"
+#include "app/TextNumbers.h"
 #include "platform/RuntimeError.h"
 
 namespace quavernet {
@@ -21,17 +22,14 @@ void SortAndLoad(std::int32_t column, GridSelection& grid, SortView& view) {
     view.SetRedraw(true);
 }
 
-void ShowOpenFailure(std::int32_t textId) {
-    services.msgBox->Show(LoadResString(textId), LoadResString(329), MsgBox::Icon::Exclamation,
-                          MsgBox::Buttons::Ok);
-}
-
-void OpenWithShell(const std::string& path) {
+// Alone among the places that open files, the list also tells a file that may not be read and a missing
+// folder.
+void OpenRow(const std::string& path) {
     const int result = services.shell->ShellExecute(path);
-    if (result == 2 || result == 5) {
-        ShowOpenFailure(330);
-    } else if (result == 3) {
-        ShowOpenFailure(392);
+    if (result == Shell::FileMissing || result == Shell::AccessDenied) {
+        ShowOpenFailure(Texts::FileNotFound);
+    } else if (result == Shell::FolderMissing) {
+        ShowOpenFailure(Texts::NetworkMissing);
     }
 }
 
@@ -48,7 +46,7 @@ void OpenInPlayer(PlayerWindow& player, LongWork& work) {
 void PlayRow(const GridSelection& grid, PlayerWindow& player, LongWork& work) {
     const std::string path = mainModule.FilePaths.Item(grid.Row());
     if (mainModule.UseExternalPlayer) {
-        OpenWithShell(path);
+        OpenRow(path);
     } else {
         OpenInPlayer(player, work);
     }

@@ -32,6 +32,13 @@ class Shell {
 public:
     static constexpr int DocumentsFolder = 5; ///< Special folder id of the user's documents.
 
+    // Results of ShellExecute, by the system's own numbers.
+    static constexpr int FileMissing = 2;
+    static constexpr int FolderMissing = 3;
+    static constexpr int AccessDenied = 5; ///< The file may not be read.
+    static constexpr int NoProgram = 31;
+    static constexpr int Started = 33; ///< As is every greater number.
+
     virtual ~Shell() = default;
 
     /// Path of a special folder, or nothing if the system knows no such folder.
@@ -41,7 +48,7 @@ public:
     virtual std::string ProgramFolder() = 0;
 
     /// Opens a file with the program that the system has for it, without waiting.
-    /// 33 or more: started. 2: file missing, 3: its folder is missing, 5: it may not be read.
+    /// Gives one of the results above.
     virtual int ShellExecute(const std::string& path) = 0;
 
     /// Version of the component that renders help pages; false if there is none.

@@ -1,8 +1,9 @@
 #include "tree/TreeEvents.h"
 
 #include "app/Keys.h"
-#include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/OpenWithShell.h"
+#include "app/TextNumbers.h"
 #include "library/SqlQuote.h"
 #include "platform/RuntimeError.h"
 #include "tree/LoadTree.h"
@@ -10,11 +11,6 @@
 namespace quavernet {
 
 namespace {
-
-void ShowExclamation(std::int32_t textId, std::int32_t titleId) {
-    services.msgBox->Show(LoadResString(textId), LoadResString(titleId), MsgBox::Icon::Exclamation,
-                          MsgBox::Buttons::Ok);
-}
 
 std::string PathOfSelectedEntry(const TreeModel& tree) {
     ADODB::Recordset file;
@@ -89,9 +85,7 @@ void TreeDblClick(const TreeModel& tree, PlayerWindow& player) {
         if (KindOfKey(tree.SelectedItem().Key) == NodeKind::File) {
             if (mainModule.UseExternalPlayer) {
                 path = PathOfSelectedEntry(tree);
-                if (services.shell->ShellExecute(path) == 2) {
-                    ShowExclamation(330, 329);
-                }
+                OpenWithShell(path);
             } else {
                 OpenInPlayer(player);
             }
@@ -103,7 +97,7 @@ void TreeDblClick(const TreeModel& tree, PlayerWindow& player) {
     // counts nothing.
     mainModule.Connection->Execute("Update Files Set Hits = Hits + 1 where Path = '" + SqlQuote(path) + "'");
     if (failed) {
-        ShowExclamation(316, 317);
+        ShowExclamation(Texts::OpenFailed, Texts::PlayingFailed);
     }
 }
 

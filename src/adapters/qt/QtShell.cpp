@@ -22,13 +22,6 @@ namespace quavernet {
 
 namespace {
 
-// What ShellExecute answers, by the system's own numbers.
-constexpr int FileMissing = 2;
-constexpr int FolderMissing = 3;
-constexpr int AccessDenied = 5;
-constexpr int NoProgram = 31;
-constexpr int Started = 33;
-
 const QString TemplateName = QStringLiteral("Quavernet.db");
 
 // The path as it is; a name that is not UTF-8 can't be in a text and goes as an address of its bytes.
