@@ -10,6 +10,7 @@
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"
 #include "platform/RuntimeError.h"
+#include "app/TextNumbers.h"
 
 #include <array>
 #include <cmath>
@@ -38,11 +39,6 @@ constexpr std::int16_t Mpeg2Layer1[BitRateCount] = {0,   32,  48,  56,  64,  80,
                                                     128, 144, 160, 176, 192, 224, 256};
 constexpr std::int16_t Mpeg2Layer23[BitRateCount] = {0,  8,  16, 24,  32,  40,  48, 56,
                                                      64, 80, 96, 112, 128, 144, 160};
-
-constexpr std::int32_t StereoText = 447; // The four modes follow each other.
-constexpr std::int32_t ReservedText = 451;
-constexpr std::int32_t NoText = 452;
-constexpr std::int32_t YesText = 453;
 
 // Null for a combination that does not exist.
 const std::int16_t* BitRatesOf(int version, int layer) {
@@ -97,12 +93,12 @@ std::uint32_t BitField(std::string_view header, std::size_t position, std::size_
 
 // What the mode, emphasis and flag bits say, in words.
 void ReadTexts(std::string_view header, AudioInfo& info) {
-    const std::vector<std::string> texts =
-        LoadResStrings({StereoText + static_cast<std::int32_t>(BitField(header, 25, 2)), NoText, YesText});
+    const std::vector<std::string> texts = LoadResStrings(
+        {Texts::Stereo + static_cast<std::int32_t>(BitField(header, 25, 2)), Texts::No, Texts::Yes});
     info.Mode = texts[0];
     constexpr std::array<const char*, 4> Emphases = {"no", "50/15", nullptr, "CCITT J 17"};
     const char* emphasis = Emphases[BitField(header, 31, 2)];
-    info.Emphasis = emphasis != nullptr ? emphasis : LoadResString(ReservedText);
+    info.Emphasis = emphasis != nullptr ? emphasis : LoadResString(Texts::ReservedEmphasis);
     const std::span<const std::string> noYes = std::span(texts).subspan(1);
     info.OriginalFlag = noYes[BitField(header, 30, 1)];
     info.CopyFlag = noYes[BitField(header, 29, 1)];
