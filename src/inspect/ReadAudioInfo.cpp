@@ -6,11 +6,12 @@
 #include "inspect/ReadFile.h"
 #include "inspect/WaveReader.h"
 
+#include "app/AudioKind.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"
-#include "platform/RuntimeError.h"
 #include "app/TextNumbers.h"
+#include "platform/RuntimeError.h"
 
 #include <array>
 #include <cmath>
@@ -173,7 +174,7 @@ void ReadAudioInfo(const std::string& path, const FileBytes& bytes, CurrentFile&
     if (path.empty()) {
         return;
     }
-    if (UpperAscii(RightCharacters(path, 4)) == ".WAV") {
+    if (AudioKindOf(path) == AudioKind::Wav) {
         ReadWave(bytes, file.AudioInfo);
         return;
     }

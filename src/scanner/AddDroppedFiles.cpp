@@ -1,7 +1,7 @@
 #include "scanner/AddDroppedFiles.h"
 
+#include "app/AudioKind.h"
 #include "app/MainModule.h"
-#include "app/TextHelpers.h"
 #include "inspect/modMp3Info.h"
 #include "platform/RuntimeError.h"
 #include "scanner/FileFields.h"
@@ -14,11 +14,6 @@
 namespace quavernet {
 
 namespace {
-
-bool IsAudioFile(const std::string& path) {
-    const std::string ext = LowerAscii(RightCharacters(path, 4));
-    return ext == ".mp3" || ext == ".wav" || ext == ".ogg";
-}
 
 // True if the file was not known and has been stored.
 bool AddIfUnknown(const std::string& path, CurrentFile& file, ScanDriver& driver) {
@@ -56,7 +51,7 @@ void AddDroppedFiles(DropTarget target, const std::vector<std::string>& paths, S
         std::int16_t index = 0;
         for (const std::string& path : paths) {
             index = Narrow16(index + 1.0); // The list is counted in 16 bits.
-            if (IsAudioFile(path) && AddIfUnknown(path, file, driver)) {
+            if (AudioKindOf(path) != AudioKind::None && AddIfUnknown(path, file, driver)) {
                 added = true;
                 // File by file: a disk that is full at a later one takes back what has been gathered, and the
                 // end of a drop is silent.

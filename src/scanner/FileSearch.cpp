@@ -1,5 +1,6 @@
 #include "scanner/FileSearch.h"
 
+#include "app/AudioKind.h"
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"
 #include "inspect/modMp3Info.h"
@@ -16,12 +17,17 @@ namespace {
 enum class Treatment { PassOver, Store, Collect };
 
 Treatment TreatmentOf(const std::string& name, const ScanOptions& options) {
-    const std::string ext = UpperAscii(RightCharacters(name, 4));
-    if (ext == ".OGG" && options.ScanOgg) {
-        return Treatment::Collect;
+    switch (AudioKindOf(name)) {
+    case AudioKind::Mp3:
+        return options.ScanMp3 ? Treatment::Store : Treatment::PassOver;
+    case AudioKind::Wav:
+        return options.ScanWav ? Treatment::Store : Treatment::PassOver;
+    case AudioKind::Ogg:
+        return options.ScanOgg ? Treatment::Collect : Treatment::PassOver;
+    case AudioKind::None:
+        break;
     }
-    const bool wanted = (ext == ".MP3" && options.ScanMp3) || (ext == ".WAV" && options.ScanWav);
-    return wanted ? Treatment::Store : Treatment::PassOver;
+    return Treatment::PassOver;
 }
 
 void ClearFileFields(CurrentFile& file) {

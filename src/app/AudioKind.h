@@ -1,0 +1,14 @@
+// The three kinds of audio files that the library takes, by the ends of their names. Whatever is given files
+// by name asks here which of them are music.
+#pragma once
+
+#include <string_view>
+
+namespace quavernet {
+
+enum class AudioKind { None, Mp3, Wav, Ogg };
+
+/// By the last four characters of the name or path, ASCII letters without case: ".mp3", ".wav", ".ogg".
+AudioKind AudioKindOf(std::string_view path);
+
+} // namespace quavernet
