@@ -23,6 +23,9 @@ struct AudioInfo {
     std::string PrivateFlag;
 };
 
+/// The genre number of a file without a genre.
+inline constexpr std::uint8_t NoGenre = 255;
+
 /// The 125 bytes after the mark "TAG", as UTF-8. Widths are in characters; a field that was read keeps its
 /// trailing blanks and NULs.
 struct Id3v1Tag {
@@ -34,7 +37,7 @@ struct Id3v1Tag {
     std::string TagAlbum;
     std::string TagYear;
     std::string TagComment;
-    std::uint8_t TagGenre = 255; ///< 255 means none.
+    std::uint8_t TagGenre = NoGenre;
 };
 
 /// The interface between inspection, scan driver and store. Each inspection overwrites it, but for what stays
@@ -53,7 +56,7 @@ struct CurrentFile {
     std::string FileArtist;
     std::string FileAlbum;
     std::string FileQuality; ///< Bit rate in decimal.
-    std::string FileGenre;   ///< Genre number in decimal; "255" means none.
+    std::string FileGenre;   ///< Genre number in decimal; that of NoGenre means none.
     std::string FileSize;    ///< Bytes in decimal; megabytes as formatted text once the file is stored.
     std::string FileName;
     std::string FilePath;

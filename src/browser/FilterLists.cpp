@@ -7,8 +7,6 @@ namespace quavernet {
 
 namespace {
 
-constexpr std::int64_t NoGenreId = 255;
-
 // A library used in both languages holds a no-album row in each.
 bool IsNoAlbum(const std::string& name) {
     return name == "Kein Album..." || name == "No album...";
@@ -39,10 +37,10 @@ std::vector<FilterEntry> FillDriveCombo() {
 }
 
 std::vector<FilterEntry> FillGenreCombo() {
-    std::vector<FilterEntry> entries{{LoadResString(389), 0}, {LoadResString(390), NoGenreId}};
+    std::vector<FilterEntry> entries{{LoadResString(389), 0}, {LoadResString(390), NoGenre}};
     for (auto& genre : UsedRows("Select G.Genre, G.Genre_id from Genres G where exists "
                                 "(Select 1 from Files F where F.Genre_id = G.Genre_id) Order By G.Genre")) {
-        if (genre.ItemData != NoGenreId) {
+        if (genre.ItemData != NoGenre) {
             entries.push_back(std::move(genre));
         }
     }

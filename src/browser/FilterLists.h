@@ -15,7 +15,7 @@ struct FilterEntry {
 /// Drives in use, in the table's order.
 std::vector<FilterEntry> FillDriveCombo();
 
-/// "No genre" (255) always, then the genres in use by name.
+/// "No genre" (NoGenre) always, then the genres in use by name.
 std::vector<FilterEntry> FillGenreCombo();
 
 /// The no-album row at index 1 if in use, then the albums in use by name.

@@ -73,7 +73,7 @@ void TagsFromFileName(CurrentFile& file) {
         const bool hasDash = file.CurrentFileName.find('-') != std::string::npos;
         tag.TagTitle = Cut(tags.title);
         tag.TagArtist = Cut(hasDash ? std::string(tags.performer) : LoadResString(Texts::Unknown));
-        tag.TagGenre = 255;
+        tag.TagGenre = NoGenre;
     } catch (const RuntimeError&) {
         tag.TagTitle = tag.TagArtist = Cut(LoadResString(Texts::Unknown));
     }

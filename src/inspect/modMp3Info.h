@@ -25,7 +25,7 @@ std::string ReadMpegHeader(const std::string& path, CurrentFile& file);
 /// name.
 void ReadTags(const std::string& path, CurrentFile& file);
 
-/// Title and performer from CurrentFileName (from DetailsPath if that is empty); genre 255.
+/// Title and performer from CurrentFileName (from DetailsPath if that is empty); genre NoGenre.
 void TagsFromFileName(CurrentFile& file);
 
 /// Writes the version 1 record. Failures are shown in a message box. The mark is written over the last 128

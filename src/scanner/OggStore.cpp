@@ -13,8 +13,6 @@ namespace quavernet {
 
 namespace {
 
-constexpr const char* NoGenre = "255";
-
 struct OggKeys {
     std::string Title_id;
     std::string Inter_id;
@@ -113,7 +111,7 @@ std::string AlbumKey(OggRecord& record) {
 /// A genre that the library does not know is none.
 std::string GenreKey(const OggRecord& record) {
     return FirstValue("Select Genre_id from Genres where Genre = '" + SqlQuote(record.genre) + "'")
-        .value_or(NoGenre);
+        .value_or(std::to_string(NoGenre));
 }
 
 // Ogg files have the extension key 3 in every library: no lookup.
