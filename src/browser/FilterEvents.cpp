@@ -110,12 +110,14 @@ FilterAction LetterLabels::Click(std::size_t label) {
 std::vector<PanelToolTip> StatusBarToolTips(const std::string& titles, const std::string& interprets,
                                             const std::string& albums) {
     if (mainModule.ScanRunning) {
-        return {{"Filecount", LoadResString(372)},
-                {"Interprets", LoadResString(373)},
-                {"Titles", LoadResString(374)}};
+        return {{Panel::Filecount, LoadResString(372)},
+                {Panel::Interprets, LoadResString(373)},
+                {Panel::Titles, LoadResString(374)}};
     }
     const std::string stored = LoadResString(371);
-    return {{"Titles", titles + stored}, {"Interprets", interprets + stored}, {"Albums", albums + stored}};
+    return {{Panel::Titles, titles + stored},
+            {Panel::Interprets, interprets + stored},
+            {Panel::Albums, albums + stored}};
 }
 
 } // namespace quavernet

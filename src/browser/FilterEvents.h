@@ -2,6 +2,8 @@
 // the status bar. The form passes its events on and applies what comes back.
 #pragma once
 
+#include "app/LongWork.h"
+
 #include <array>
 #include <cstdint>
 #include <string>
@@ -81,7 +83,7 @@ private:
 
 /// Tool tip of one panel of the status bar, by its key.
 struct PanelToolTip {
-    std::string Panel;
+    quavernet::Panel Panel;
     std::string Text;
 
     bool operator==(const PanelToolTip&) const = default;

@@ -53,12 +53,9 @@ QString MainStatusBar::ToolTip(Panel panel) const {
 }
 
 void MainStatusBar::mouseMoveEvent(QMouseEvent*) {
-    static constexpr std::array<const char*, 6> Keys{"Scanning", "Filecount", "Interprets",
-                                                     "Titles",   "Albums",    "Progressbar"};
     for (PanelToolTip& tip :
          StatusBarToolTips(Text(Panel::Titles), Text(Panel::Interprets), Text(Panel::Albums))) {
-        const auto* panel = std::find(Keys.begin(), Keys.end(), tip.Panel);
-        m_toolTips[static_cast<std::size_t>(panel - Keys.begin())] = std::move(tip.Text);
+        m_toolTips[static_cast<std::size_t>(tip.Panel)] = std::move(tip.Text);
     }
 }
 

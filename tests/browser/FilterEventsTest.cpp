@@ -156,16 +156,16 @@ TEST_F(FilterEventsTest, NoLetterIsBoldAfterTheReset) {
 TEST_F(FilterEventsTest, TheStatusBarExplainsTheScanWhileOneRuns) {
     mainModule.ScanRunning = true;
     EXPECT_THAT(StatusBarToolTips("1 Titel", "2 Interpreten", "3 Alben"),
-                ElementsAre(PanelToolTip{"Filecount", "Prozent des gesamten Scanvorganges"},
-                            PanelToolTip{"Interprets", "Geschätzte verbleibende Zeit"},
-                            PanelToolTip{"Titles", "Abgelaufene Zeit"}));
+                ElementsAre(PanelToolTip{Panel::Filecount, "Prozent des gesamten Scanvorganges"},
+                            PanelToolTip{Panel::Interprets, "Geschätzte verbleibende Zeit"},
+                            PanelToolTip{Panel::Titles, "Abgelaufene Zeit"}));
 }
 
 TEST_F(FilterEventsTest, TheStatusBarExplainsItsCountersOtherwise) {
     EXPECT_THAT(StatusBarToolTips("1 Titel", "2 Interpreten", "3 Alben"),
-                ElementsAre(PanelToolTip{"Titles", "1 Titel in der Datenbank gespeichert"},
-                            PanelToolTip{"Interprets", "2 Interpreten in der Datenbank gespeichert"},
-                            PanelToolTip{"Albums", "3 Alben in der Datenbank gespeichert"}));
+                ElementsAre(PanelToolTip{Panel::Titles, "1 Titel in der Datenbank gespeichert"},
+                            PanelToolTip{Panel::Interprets, "2 Interpreten in der Datenbank gespeichert"},
+                            PanelToolTip{Panel::Albums, "3 Alben in der Datenbank gespeichert"}));
 }
 
 } // namespace
