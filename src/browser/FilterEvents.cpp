@@ -57,18 +57,6 @@ bool ClickTitle(bool checked, bool interpretChecked) {
     return ClickBox("SearchTitle", checked, interpretChecked);
 }
 
-void mnuViewInterpret_Click(SearchFields& fields) {
-    fields.InterpretChecked = ClickInterpret(true, fields.TitleChecked);
-    fields.MenuInterpretChecked = true;
-    fields.MenuTitleChecked = false;
-}
-
-void mnuViewTitle_Click(SearchFields& fields) {
-    fields.TitleChecked = ClickTitle(true, fields.InterpretChecked);
-    fields.MenuTitleChecked = true;
-    fields.MenuInterpretChecked = false;
-}
-
 bool mnuOptionsLoadOverSearch_Click(bool checked) {
     mainModule.LoadOverSearch = !checked;
     return mainModule.LoadOverSearch;

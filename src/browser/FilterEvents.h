@@ -37,18 +37,6 @@ FilterAction CheckBoxKeyPress(int character);
 bool ClickInterpret(bool checked, bool titleChecked);
 bool ClickTitle(bool checked, bool interpretChecked);
 
-/// The two boxes and the two menu items of the same names.
-struct SearchFields {
-    bool InterpretChecked = true;
-    bool TitleChecked = true;
-    bool MenuInterpretChecked = false;
-    bool MenuTitleChecked = false;
-
-    bool operator==(const SearchFields&) const = default;
-};
-void mnuViewInterpret_Click(SearchFields& fields);
-void mnuViewTitle_Click(SearchFields& fields);
-
 /// Turns the check of mnuOptionsLoadOverSearch round; gives the new one back.
 bool mnuOptionsLoadOverSearch_Click(bool checked);
 
@@ -81,7 +69,7 @@ private:
     std::array<Label, Count> m_labels;
 };
 
-/// Tool tip of one panel of the status bar, by its key.
+/// Tool tip of one panel of the status bar.
 struct PanelToolTip {
     quavernet::Panel Panel;
     std::string Text;

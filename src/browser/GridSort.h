@@ -8,8 +8,6 @@ namespace quavernet {
 
 /// The one header cell with a picture.
 struct SortArrow {
-    static constexpr int Alignment = 7; ///< Right, centred.
-
     std::int32_t Column = 0;
     std::string Picture; ///< "ArrowUp" or "ArrowDown".
 };

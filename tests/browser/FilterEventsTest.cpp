@@ -78,19 +78,6 @@ TEST_F(FilterEventsTest, ACheckedBoxIsStoredAsChecked) {
     EXPECT_EQ(settings.values["SearchTitle"], "1");
 }
 
-TEST_F(FilterEventsTest, TheMenuItemsExcludeEachOtherAndLeaveTheOtherBoxAlone) {
-    SearchFields fields{false, true, false, true};
-    mnuViewInterpret_Click(fields);
-    EXPECT_EQ(fields, (SearchFields{true, true, true, false}));
-    EXPECT_EQ(settings.values["SearchInterpret"], "1");
-    EXPECT_EQ(settings.values.count("SearchTitle"), 0U);
-
-    fields.TitleChecked = false;
-    mnuViewTitle_Click(fields);
-    EXPECT_EQ(fields, (SearchFields{true, true, false, true}));
-    EXPECT_EQ(settings.values["SearchTitle"], "1");
-}
-
 TEST_F(FilterEventsTest, TheLoadOverSearchItemTogglesAndStoresNothing) {
     EXPECT_TRUE(mnuOptionsLoadOverSearch_Click(false));
     EXPECT_TRUE(mainModule.LoadOverSearch);
