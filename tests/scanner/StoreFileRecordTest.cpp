@@ -1,5 +1,6 @@
 #include "scanner/ScanDriver.h"
 
+#include "support/LookupKeys.h"
 #include "support/RecordingConnection.h"
 #include "support/ScanDoubles.h"
 #include "support/TestLibrary.h"
@@ -119,19 +120,10 @@ TEST_F(StoreFileRecordTest, EachKeyHasItsOwnPlaceInTheInsertAndInTheUpdate) {
 }
 
 TEST_F(StoreFileRecordTest, EachNewRowGivesItsOwnKey) {
-    Execute({"Insert into Titel (Title_id, Name) values (100, 'x')",
-             "Insert into Interpret (Inter_id, Interpret) values (200, 'x')",
-             "Insert into Drive (Drive_id, Drive) values (300, 'x')",
-             "Insert into Quality (Quality_id, Quality) values (400, 1)",
-             "Insert into Albums (Album_id, Name) values (500, 'x')"});
+    SpreadLookupKeys();
     Store();
-    EXPECT_THAT(Rows("Select Title_id, Inter_id, Drive_id, Quality_id, Album_id from Files"),
-                ElementsAre("101|201|301|401|501"));
-    EXPECT_THAT(
-        Rows("Select T.Name, I.Interpret, D.Drive, Q.Quality, A.Name from Titel T, Interpret I, Drive "
-             "D, Quality Q, Albums A where T.Title_id = 101 and I.Inter_id = 201 and D.Drive_id = 301 "
-             "and Q.Quality_id = 401 and A.Album_id = 501"),
-        ElementsAre("Song|Blue|/|128|Best"));
+    EXPECT_THAT(KeysOfFiles(), ElementsAre("101|201|301|401|501"));
+    EXPECT_THAT(TextsOfNewKeys(), ElementsAre("Song|Blue|/|128|Best"));
 }
 
 TEST_F(StoreFileRecordTest, EmptyNamesAreStoredAsUnknown) {
