@@ -16,24 +16,20 @@ bool IsContinuation(std::string_view text, std::size_t i) {
     return i < text.size() && (Byte(text, i) & 0xC0) == 0x80;
 }
 
-struct Decoded {
-    char32_t codePoint;
-    std::size_t length;
-    bool valid;
-};
+} // namespace
 
-Decoded Decode(std::string_view text) {
+DecodedCharacter DecodeUtf8(std::string_view text) {
     const unsigned char first = Byte(text, 0);
-    const Decoded invalid{first, 1, false};
+    const DecodedCharacter invalid{first, 1, false};
     if (first < 0x80) {
         return {first, 1, true};
     }
-    const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+    const std::uint8_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
     if (first < 0xC2 || first > 0xF4) {
         return invalid;
     }
     char32_t codePoint = first & (0xFFu >> (length + 1));
-    for (std::size_t i = 1; i < length; ++i) {
+    for (std::uint8_t i = 1; i < length; ++i) {
         if (!IsContinuation(text, i)) {
             return invalid;
         }
@@ -47,14 +43,12 @@ Decoded Decode(std::string_view text) {
     return {codePoint, length, true};
 }
 
-} // namespace
-
 std::size_t CharacterLength(std::string_view text) {
-    return Decode(text).length;
+    return DecodeUtf8(text).length;
 }
 
 char32_t CodePoint(std::string_view text) {
-    return Decode(text).codePoint;
+    return DecodeUtf8(text).codePoint;
 }
 
 std::string EncodeUtf8(char32_t codePoint) {
@@ -75,7 +69,7 @@ std::string EncodeUtf8(char32_t codePoint) {
 
 bool IsValidUtf8(std::string_view text) {
     while (!text.empty()) {
-        const Decoded character = Decode(text);
+        const DecodedCharacter character = DecodeUtf8(text);
         if (!character.valid) {
             return false;
         }

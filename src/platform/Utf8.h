@@ -3,10 +3,21 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace quavernet {
+
+/// The first character of a text.
+struct DecodedCharacter {
+    char32_t codePoint;  ///< An invalid byte gives its own value.
+    std::uint8_t length; ///< Bytes: of a valid sequence, or 1 for an invalid byte.
+    bool valid;          ///< No overlong form, no surrogate, not cut, nothing above U+10FFFF.
+};
+
+/// Takes the first character apart. The text is not empty.
+DecodedCharacter DecodeUtf8(std::string_view text);
 
 /// Bytes of the first character of a text that is not empty: a valid UTF-8 sequence, or 1 for an invalid
 /// byte.

@@ -1,5 +1,7 @@
 #include "adapters/sqlite/LetterTables.h"
 
+#include "platform/Utf8.h"
+
 #include <array>
 
 namespace quavernet::sqlite {
@@ -213,43 +215,17 @@ bool IsPunctuation(char32_t c) {
     return c < 0xC0 || c == 0xD7 || c == 0xF7 || (c >= 0x2000 && c < 0x2C00) || (c >= 0x3000 && c < 0x3040);
 }
 
-bool IsContinuation(unsigned char byte) {
-    return (byte & 0xC0) == 0x80;
-}
-
 } // namespace
 
 char32_t NextCodePoint(std::string_view text, std::size_t& position) {
-    const auto byte = [&](std::size_t offset) {
-        return position + offset < text.size() ? static_cast<unsigned char>(text[position + offset])
-                                               : static_cast<unsigned char>(0);
-    };
-    const unsigned char lead = byte(0);
-    std::size_t length = 1;
-    char32_t c = lead;
-    if (lead >= 0x80) {
-        const unsigned char b1 = byte(1), b2 = byte(2), b3 = byte(3);
-        c = InvalidByte + lead;
-        if (lead >= 0xC2 && lead < 0xE0 && IsContinuation(b1)) {
-            c = static_cast<char32_t>((lead & 0x1F) << 6 | (b1 & 0x3F));
-            length = 2;
-        } else if ((lead & 0xF0) == 0xE0 && IsContinuation(b1) && IsContinuation(b2)) {
-            const auto wide = static_cast<char32_t>((lead & 0x0F) << 12 | (b1 & 0x3F) << 6 | (b2 & 0x3F));
-            if (wide >= 0x800 && (wide < 0xD800 || wide > 0xDFFF)) {
-                c = wide;
-                length = 3;
-            }
-        } else if ((lead & 0xF8) == 0xF0 && IsContinuation(b1) && IsContinuation(b2) && IsContinuation(b3)) {
-            const auto wide = static_cast<char32_t>((lead & 0x07) << 18 | (b1 & 0x3F) << 12 |
-                                                    (b2 & 0x3F) << 6 | (b3 & 0x3F));
-            if (wide >= 0x10000 && wide < InvalidByte) {
-                c = wide;
-                length = 4;
-            }
-        }
+    const auto lead = static_cast<unsigned char>(text[position]);
+    if (lead < 0x80) {
+        ++position;
+        return lead;
     }
-    position += length;
-    return c;
+    const DecodedCharacter character = DecodeUtf8(text.substr(position));
+    position += character.length;
+    return character.valid ? character.codePoint : InvalidByte + character.codePoint;
 }
 
 char32_t FoldCase(char32_t codePoint) {
