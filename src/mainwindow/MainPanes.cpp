@@ -101,7 +101,7 @@ void MainPanes::BuildCommands(const CommandRegistry& commands) {
 void MainPanes::BuildFrames() {
     m_frame3 = new PaneFrame(m_client);
     m_frame3->setObjectName(QStringLiteral("Frame3"));
-    m_tree = new QTreeWidget(m_frame3);
+    m_tree = new TreeView(m_frame3);
     m_tree->setObjectName(QStringLiteral("TreeView"));
     m_frame1 = new PaneFrame(m_client);
     m_frame1->setObjectName(QStringLiteral("Frame1"));

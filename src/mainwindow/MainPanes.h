@@ -8,10 +8,10 @@
 #include "mainwindow/MainStatusBar.h"
 #include "mainwindow/MainToolbar.h"
 #include "mainwindow/PaneLayout.h"
+#include "tree/TreeView.h"
 #include "widgets/PictureButton.h"
 
 #include <QFrame>
-#include <QTreeWidget>
 #include <QWidget>
 
 #include <memory>
@@ -27,7 +27,7 @@ public:
     FilterRow& Filter() { return *m_filter; }
     LetterRow& Letters() { return *m_letters; }
     GridView& Grid() { return *m_grid; }
-    QTreeWidget& Tree() { return *m_tree; }
+    TreeView& Tree() { return *m_tree; }
     MainStatusBar& Status() { return *m_status; }
 
     /// Makes the buttons of the registered commands.
@@ -60,7 +60,7 @@ private:
     QWidget* m_sizer;
     LetterRow* m_letters;
     GridView* m_grid;
-    QTreeWidget* m_tree;
+    TreeView* m_tree;
     MainStatusBar* m_status;
     std::unique_ptr<PaneLayout> m_placement;
 };

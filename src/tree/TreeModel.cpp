@@ -19,6 +19,7 @@ TreeNode& TreeModel::Add(TreeNode* parent, std::string key, std::string text, co
     node.Index = m_nodes.size();
     node.Parent = parent;
     if (parent != nullptr) {
+        node.Row = parent->Children.size();
         parent->Children.push_back(&node);
     }
     m_byKey.emplace(node.Key, &node);

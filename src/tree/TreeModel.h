@@ -31,6 +31,7 @@ struct TreeNode {
     std::uint32_t ForeColor = TextColor;
     bool Expanded = false;
     std::size_t Index = 0; ///< From 1, in the order in which the nodes were added.
+    std::size_t Row = 0;   ///< Place among the parent's children, from 0.
     TreeNode* Parent = nullptr;
     std::vector<TreeNode*> Children;
 };

@@ -140,7 +140,7 @@ TEST_F(GridTest, TheWheelOverTheTreeMovesTheListAndNotTheTree) {
                                        std::to_string(1000 + i) + "')");
     }
     Start();
-    auto& tree = Control<QTreeWidget>("TreeView");
+    auto& tree = Control<TreeView>("TreeView");
     QScrollBar& bar = *tree.verticalScrollBar();
     ASSERT_GT(bar.maximum(), 0);
     bar.setValue(3);

@@ -45,7 +45,8 @@ TEST_F(LanguageTest, TheSwitchChangesEveryTextAtOnceAndIsStored) {
     EXPECT_EQ(PanelText(Panel::Scanning), english(432));
     EXPECT_EQ(FromQString(Control<QCheckBox>("chkInterpret").text()), english(545));
     EXPECT_EQ(FromQString(Control<QComboBox>("cboGenre").itemText(0)), english(389));
-    EXPECT_EQ(FromQString(Control<QTreeWidget>("TreeView").topLevelItem(0)->text(0)), english(591));
+    EXPECT_EQ(FromQString(Control<TreeView>("TreeView").model()->index(0, 0).data().toString()),
+              english(591));
     EXPECT_EQ("<" + Header(0) + "|" + Header(1) + "|" + Header(2) + "|" + Header(3) + "|" + Header(4) + "|" +
                   Header(5),
               english(384));

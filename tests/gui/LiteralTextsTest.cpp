@@ -114,7 +114,7 @@ TEST_F(LiteralTextsTest, TheListPaintsThem) {
 
 TEST_F(LiteralTextsTest, TheTreePaintsThem) {
     StartWide();
-    auto& tree = Control<QTreeWidget>("TreeView");
+    auto& tree = Control<TreeView>("TreeView");
     tree.expandAll();
     tree.resize(Wide, 1200);
     QCoreApplication::processEvents();

@@ -6,7 +6,6 @@
 #include <QProgressBar>
 #include <QTimer>
 #include <QToolTip>
-#include <QTreeWidget>
 
 namespace quavernet::test {
 
@@ -99,8 +98,8 @@ TEST_F(WindowStateTest, AWindowBelowTheLeastSizeOfAResizeStartsWithTreeAndList) 
         return QRect(widget.mapTo(&Form(), QPoint()), widget.size()).intersected(Form().rect());
     };
     EXPECT_EQ(Frame("Frame3").width(), 189);
-    EXPECT_EQ(shown(Control<QTreeWidget>("TreeView")).width(), 189 - 8);
-    EXPECT_GT(shown(Control<QTreeWidget>("TreeView")).height(), 100);
+    EXPECT_EQ(shown(Control<TreeView>("TreeView")).width(), 189 - 8);
+    EXPECT_GT(shown(Control<TreeView>("TreeView")).height(), 100);
     EXPECT_EQ(shown(Grid()).width(), 330 - 189 - 8 - 8);
     EXPECT_EQ(shown(Grid()).size(), Grid().size());
     EXPECT_GT(shown(Grid()).height(), 50);
@@ -241,10 +240,11 @@ TEST_F(WindowStateTest, OneSecondAfterTheLoadTheSearchBoxTakesTheFocus) {
 
 TEST_F(WindowStateTest, TheTreeShowsItsRoot) {
     Start();
-    auto& tree = Control<QTreeWidget>("TreeView");
-    ASSERT_EQ(tree.topLevelItemCount(), 1);
-    EXPECT_EQ(FromQString(tree.topLevelItem(0)->text(0)), "Bibliothek");
-    EXPECT_TRUE(tree.topLevelItem(0)->font(0).bold());
+    auto& tree = Control<TreeView>("TreeView");
+    ASSERT_EQ(tree.model()->rowCount(), 1);
+    const QModelIndex root = tree.model()->index(0, 0);
+    EXPECT_EQ(FromQString(root.data().toString()), "Bibliothek");
+    EXPECT_TRUE(root.data(Qt::FontRole).value<QFont>().bold());
     EXPECT_TRUE(mainModule.TreeLoaded);
 }
 
