@@ -7,12 +7,26 @@
 
 namespace quavernet {
 
+namespace {
+
+constexpr int SyntaxError = 1; // The engine's own number.
+
+} // namespace
+
 std::string SqlQuote(std::string_view text) {
     return ReplaceAll(text, "'", "''");
 }
 
 std::string SqlUnquote(std::string_view text) {
     return ReplaceAll(text, "''", "'");
+}
+
+std::string_view SqlPlain(std::string_view text) {
+    if (text.find('\'') != std::string_view::npos) {
+        throw RuntimeError(SyntaxError,
+                           "Syntax error: an apostrophe in an unquoted text: " + std::string(text));
+    }
+    return text;
 }
 
 std::string_view SqlNumber(std::string_view text) {

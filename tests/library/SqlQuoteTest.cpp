@@ -1,5 +1,7 @@
 #include "library/SqlQuote.h"
 
+#include "platform/RuntimeError.h"
+
 #include <random>
 
 #include <gtest/gtest.h>
@@ -13,6 +15,13 @@ TEST(SqlQuoteTest, EachApostropheIsDoubled) {
     EXPECT_EQ(SqlQuote("Don't"), "Don''t");
     EXPECT_EQ(SqlQuote("'''"), "''''''");
     EXPECT_EQ(SqlQuote("\"´`%_"), "\"´`%_");
+}
+
+TEST(SqlQuoteTest, ATextThatGoesUnquotedHoldsNoApostrophe) {
+    EXPECT_EQ(SqlPlain("Jazz & Blues"), "Jazz & Blues");
+    EXPECT_EQ(SqlPlain(""), "");
+    EXPECT_THROW(SqlPlain("it's"), RuntimeError);
+    EXPECT_THROW(SqlPlain("it''s"), RuntimeError) << "two in a row would be one";
 }
 
 TEST(SqlQuoteTest, EachDoubledApostropheBecomesOneFromLeftToRight) {
