@@ -29,15 +29,23 @@ bool AddIfUnknown(const std::string& path, CurrentFile& file, ScanDriver& driver
 
 } // namespace
 
-void AddDroppedFileToLibrary(const std::string& path, CurrentFile& file, ScanDriver& driver) {
+FileFacts InspectDroppedFile(const std::string& path, CurrentFile& file) {
     // CurrentFileName is still that of the file before, and a file without a tag is named after it. An Ogg
     // file goes this way too: it has no frame header, so its bit rate and length are 0.
     // Anything but a plain file isn't opened, since that alone makes some devices act; its facts then fail.
     if (services.fileSystem->FileExists(path)) {
         InspectFile(path, file);
     }
-    FillFileFields(services.fileSystem->GetFile(path), file);
+    return services.fileSystem->GetFile(path);
+}
+
+void StoreDroppedFile(const FileFacts& facts, CurrentFile& file, ScanDriver& driver) {
+    FillFileFields(facts, file);
     driver.StoreFileRecord(file);
+}
+
+void AddDroppedFileToLibrary(const std::string& path, CurrentFile& file, ScanDriver& driver) {
+    StoreDroppedFile(InspectDroppedFile(path, file), file, driver);
 }
 
 void AddDroppedFiles(DropTarget target, const std::vector<std::string>& paths, ScanDriver& driver,

@@ -8,6 +8,7 @@
 namespace quavernet {
 
 struct CurrentFile;
+struct FileFacts;
 class ScanDriver;
 class ScanView;
 
@@ -24,5 +25,9 @@ void AddDroppedFiles(DropTarget target, const std::vector<std::string>& paths, S
 /// DetailsPath must hold this path. Throws RuntimeError if the file is missing or a statement fails. Lets
 /// events run: no handler inside them may touch `file`.
 void AddDroppedFileToLibrary(const std::string& path, CurrentFile& file, ScanDriver& driver);
+
+/// The two halves of AddDroppedFileToLibrary, for a caller whose error mode changes between them.
+FileFacts InspectDroppedFile(const std::string& path, CurrentFile& file);
+void StoreDroppedFile(const FileFacts& facts, CurrentFile& file, ScanDriver& driver);
 
 } // namespace quavernet
