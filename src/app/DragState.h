@@ -8,13 +8,17 @@
 namespace quavernet {
 
 struct DragState {
-    bool DragFromTree =
-        false; ///< Set by each press on the tree but a right one. Both flags false: a drag from outside.
-    bool GridDragging =
-        false;            ///< Set by each press on the list, which clears DragFromTree and the three texts.
+    /// Set by each press on the tree. Both flags false: a drag from outside.
+    bool DragFromTree = false;
+
+    /// Set by each press on the list, which clears DragFromTree and the three texts.
+    bool GridDragging = false;
+
     std::string DragText; ///< Text of the node under the mouse.
-    std::string
-        DragPosition; ///< Of an entry its position; of a category its key from the third character on.
+
+    /// Of an entry its position; of a category its key from the third character on.
+    std::string DragPosition;
+
     std::string DragCategory; ///< Name of the category of the node, read from its parent's key.
     std::string DragFilePath; ///< Path of the file of the entry under the last press.
 };

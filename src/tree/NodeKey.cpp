@@ -32,6 +32,10 @@ std::string CategoryFromKey(std::string_view key) {
     return key.size() < MarkLength ? std::string() : std::string(key.substr(MarkLength));
 }
 
+bool HasPosition(std::string_view key) {
+    return key.find(PositionMark) != std::string_view::npos;
+}
+
 std::string PositionFromKey(std::string_view key) {
     const std::size_t mark = key.find(PositionMark);
     return mark == std::string_view::npos ? std::string()

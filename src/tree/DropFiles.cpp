@@ -1,0 +1,115 @@
+#include "app/AudioKind.h"
+#include "app/CurrentFile.h"
+#include "app/MainModule.h"
+#include "app/TextHelpers.h"
+#include "library/SqlQuote.h"
+#include "scanner/AddDroppedFiles.h"
+#include "scanner/PutBack.h"
+#include "tree/DropRun.h"
+#include "tree/NodeKey.h"
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+
+namespace quavernet {
+
+namespace {
+
+// A key's digits as a number; 0 where they are none.
+double NumberInKey(const std::string& digits) {
+    double value = 0;
+    std::from_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed);
+    return value;
+}
+
+bool IsAudio(const std::string& path) {
+    return AudioKindOf(path) != AudioKind::None;
+}
+
+std::string IdOfTarget(const std::string& category) {
+    ADODB::Recordset rows;
+    rows.Open("Select Category_id from Categories where Category = '" + category + "'",
+              *mainModule.Connection);
+    std::string id = rows.Fields(0).Text();
+    rows.Close();
+    return id;
+}
+
+} // namespace
+
+void Advance(std::int16_t& pos, int by) {
+    pos = Narrow16(static_cast<double>(pos) + by);
+}
+
+void TakeFileTarget(DropRun& run) {
+    run.hadFileTarget = true;
+    run.pos = Narrow16(NumberInKey(PositionFromKey(run.node.Key)));
+}
+
+void AddIfUnknown(DropRun& run, const std::string& path, CurrentFile& file) {
+    ADODB::Recordset rows;
+    rows.Open("Select Path from Files where Path = '" + SqlQuote(path) + "'", *mainModule.Connection);
+    const PutBack putBack(file);
+    file.CurrentPath = path;
+    file.DetailsPath = path;
+    if (rows.RecordCount() > 0) {
+        return;
+    }
+    run.fileAdded = true;
+    // No other program waits while this file is read, and its failure takes back nothing.
+    mainModule.Connection->Commit();
+    const FileFacts facts = InspectDroppedFile(path, file);
+    // The date that comes next is read with failures passed over, and this ends the drop's own way with
+    // failures.
+    run.failuresEndDrop = false;
+    StoreDroppedFile(facts, file, run.driver);
+    rows.Close();
+}
+
+void InsertEntryOfPath(const DropRun& run, const std::string& path, std::string_view categoryId,
+                       std::string_view quotedParent) {
+    ADODB::Recordset rows;
+    rows.Open("Select File_id, Name from Files where Path = '" + SqlQuote(path) + "'",
+              *mainModule.Connection);
+    const std::string fileId(Trim(rows.Fields(0).Text()));
+    const std::string name = SqlQuote(rows.Fields(1).Text());
+    rows.Close();
+    mainModule.Connection->Execute(
+        "Insert Into FileCategories (File_id, Category_id, [Position], Parent, Filename) values (" + fileId +
+        ", " + std::string(categoryId) + ", " + std::to_string(run.pos) + ", '" + std::string(quotedParent) +
+        "', '" + name + "')");
+}
+
+void DropFiles(DropRun& run) {
+    if (KindOfKey(run.node.Key) == NodeKind::File) {
+        TakeFileTarget(run);
+    } else {
+        run.pos = Narrow16(static_cast<double>(run.node.Children) + 1);
+    }
+    const std::vector<std::string>& paths = run.request.Files;
+    const std::string fileCount = std::to_string(std::count_if(paths.begin(), paths.end(), IsAudio));
+    CurrentFile file = mainModule.CurrentFile;
+    for (const std::string& path : paths) {
+        if (!IsAudio(path)) {
+            continue;
+        }
+        const std::string category(SqlPlain(run.node.Category));
+        std::optional<ADODB::WriteLock> writeLock(*mainModule.Connection);
+        const std::string categoryId = IdOfTarget(category);
+        if (run.hadFileTarget) {
+            // Once for every file, and each time by the count of all: what is after the new entries moves far
+            // enough for any order in which they come, and the gap that remains shows nowhere.
+            mainModule.Connection->Execute("Update FileCategories set [Position] = [Position] + " +
+                                           fileCount + " where ([Position] >= " + std::to_string(run.pos) +
+                                           " and Parent = '" + category + "')");
+        }
+        writeLock.reset();
+        AddIfUnknown(run, path, file);
+        writeLock.emplace(*mainModule.Connection);
+        InsertEntryOfPath(run, path, categoryId, category);
+        Advance(run.pos);
+    }
+}
+
+} // namespace quavernet

@@ -1,0 +1,81 @@
+#include "app/CurrentFile.h"
+#include "app/LongWork.h"
+#include "app/MainModule.h"
+#include "library/SqlQuote.h"
+#include "platform/Paths.h"
+#include "platform/TextLines.h"
+#include "platform/Utf8.h"
+#include "tree/DropRun.h"
+#include "tree/PlaylistFile.h"
+
+namespace quavernet {
+
+namespace {
+
+constexpr std::size_t ExtensionLength = 4;
+
+// The playlist's name, or with the first number from 1 on that makes it free.
+std::string FreeCategoryName(const std::string& baseName) {
+    for (int i = 0;; ++i) {
+        std::string name = i > 0 ? baseName + std::to_string(i) : baseName;
+        ADODB::Recordset rows;
+        rows.Open("Select * from Categories where Category = '" + std::string(SqlPlain(name)) + "'",
+                  *mainModule.Connection);
+        const bool isFree = rows.RecordCount() == 0;
+        rows.Close();
+        if (isFree) {
+            return name;
+        }
+    }
+}
+
+// The key of the new category: the highest one, which comes last.
+std::string LastCategoryId() {
+    ADODB::Recordset rows;
+    rows.Open("Select Category_id from Categories", *mainModule.Connection);
+    rows.MoveLast();
+    std::string id = rows.Eof() ? "1" : rows.Fields(0).Text();
+    rows.Close();
+    return id;
+}
+
+std::string AddCategory(const std::string& baseName) {
+    const ADODB::WriteLock writeLock(*mainModule.Connection);
+    const std::string name = FreeCategoryName(baseName);
+    mainModule.Connection->Execute("Insert Into Categories (Category) values ('" + name + "')");
+    return LastCategoryId();
+}
+
+} // namespace
+
+void DropPlaylist(DropRun& run) {
+    const std::string path = run.request.Files.front(); // Others of the drop don't count.
+    const std::string fileName = FileNameFromPath(path);
+    const std::string baseName(DropRightCharacters(fileName, ExtensionLength));
+    run.work.SetMousePointer(MousePointer::Hourglass);
+    const std::string categoryId = AddCategory(baseName);
+    TextLines lines(*services.files, path);
+    CurrentFile file = mainModule.CurrentFile;
+    std::string line;
+    while (lines.Next(line)) {
+        if (line.starts_with('#')) {
+            continue;
+        }
+        // Whether a line's file is there is asked with failures passed over, and this ends the drop's own way
+        // with failures.
+        run.failuresEndDrop = false;
+        const std::string present = PlaylistFile(line);
+        if (present.empty()) {
+            continue;
+        }
+        AddIfUnknown(run, present, file);
+        Advance(run.pos);
+        const ADODB::WriteLock writeLock(*mainModule.Connection);
+        // The entries name the playlist as their parent, also when the category has a number after that name:
+        // they show in the new category, and their length counts for the old one.
+        InsertEntryOfPath(run, present, categoryId, SqlQuote(baseName));
+    }
+    run.work.SetMousePointer(MousePointer::Default);
+}
+
+} // namespace quavernet

@@ -1,0 +1,77 @@
+// What the cases of one drop on the tree share: the request, the node under the mouse, and what the drop is
+// to show when it is over. Made by TreeDrop and handed through its cases.
+#pragma once
+
+#include "platform/RuntimeError.h"
+#include "tree/DropRequest.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace quavernet {
+
+class LongWork;
+class ScanDriver;
+class TreeModel;
+struct CurrentFile;
+struct DragState;
+
+/// What a drop reads of the node under the mouse, copied: the tree may be built again while events run.
+struct DropNode {
+    std::string Key;
+    std::string Text;
+    std::string Category; ///< Name of the category: the node's own, or that of an entry; of the root nothing.
+    std::size_t Children = 0;
+};
+
+struct DropRun {
+    const DropRequest& request;
+    const DragState& drag;
+    const TreeModel& tree; ///< To be read before events run.
+    ScanDriver& driver;
+    LongWork& work;
+
+    DropNode node = {};
+    std::int16_t pos = 0;     ///< Where the next entry goes, or the moved one.
+    std::int16_t entryId = 0; ///< The entry that is selected afterwards.
+    bool hadFileTarget = false;
+    bool fileAdded = false;
+    bool failuresEndDrop =
+        true; ///< A failure ends the drop silently. Once false, it is nobody's but the program's.
+};
+
+/// How the cases of a drop end, if not by a failure.
+enum class DropEnd {
+    Done,  ///< The tree is built again.
+    Ended, ///< Nothing more happens, as after a failure.
+    Left   ///< The drop acts as if it had not come.
+};
+
+/// Drop from outside: each audio file becomes an entry, at the node's place or at its category's end.
+void DropFiles(DropRun& run);
+
+/// Drop of the list's selected rows.
+void DropGridRows(DropRun& run);
+
+/// Drop of an entry of the tree itself: moved, or copied with Ctrl.
+DropEnd DropTreeEntry(DropRun& run);
+
+/// Drop of a playlist: a new category with the playlist's files.
+void DropPlaylist(DropRun& run);
+
+/// Reads the position that a drop on an entry begins with, and notes that there was an entry.
+void TakeFileTarget(DropRun& run);
+
+/// Raises pos by a number. It has 16 bits: a higher value is the failure "Overflow".
+void Advance(std::int16_t& pos, int by = 1);
+
+/// Makes the path the current one, and stores the file if the library doesn't know it. Lets events run then,
+/// without a WriteLock.
+void AddIfUnknown(DropRun& run, const std::string& path, CurrentFile& file);
+
+/// Inserts an entry for a path that the library knows, at pos.
+void InsertEntryOfPath(const DropRun& run, const std::string& path, std::string_view categoryId,
+                       std::string_view quotedParent);
+
+} // namespace quavernet

@@ -1,0 +1,14 @@
+// Which file a line of a playlist names. Asked by the drop of a playlist on the tree.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quavernet {
+
+/// The path of the plain audio file that the line names in full, or an empty text if there is none: an
+/// address, a relative path, another kind of file, one that is missing. The bytes are taken as they are if
+/// such a file exists, and else as Windows-1252 unless they are UTF-8. Never fails.
+std::string PlaylistFile(std::string_view line);
+
+} // namespace quavernet

@@ -1,0 +1,108 @@
+#include "tree/TreeDrop.h"
+
+#include "app/DragState.h"
+#include "app/LongWork.h"
+#include "app/MainModule.h"
+#include "app/TextHelpers.h"
+#include "tree/DropRun.h"
+#include "tree/NodeKey.h"
+#include "tree/TreeModel.h"
+
+namespace quavernet {
+
+namespace {
+
+constexpr std::string_view PlaylistExtension = ".m3u";
+
+// Throws RuntimeError beside all nodes.
+DropNode NodeOf(const DropRun& run) {
+    const TreeNode& node = run.tree.Node(run.request.NodeKey);
+    DropNode copy{node.Key, node.Text, {}, node.Children.size()};
+    if (KindOfKey(node.Key) == NodeKind::Category) {
+        copy.Category = CategoryFromKey(node.Key);
+    } else if (node.Parent != nullptr) {
+        copy.Category = CategoryFromKey(node.Parent->Key);
+    }
+    return copy;
+}
+
+// The two kinds of node ask for different signs of a drag inside the tree: an entry for the text that was
+// remembered at the press, a category for the flag.
+DropEnd DropFromInside(DropRun& run) {
+    if (KindOfKey(run.node.Key) == NodeKind::File) {
+        TakeFileTarget(run);
+        if (!run.drag.DragText.empty()) {
+            return DropTreeEntry(run);
+        }
+    } else {
+        run.pos = Narrow16(static_cast<double>(run.node.Children) + 1);
+        if (run.drag.DragFromTree) {
+            return DropTreeEntry(run);
+        }
+    }
+    DropGridRows(run);
+    return DropEnd::Done;
+}
+
+// The first look at the extension takes both cases of letters, the second one small letters alone. So a first
+// file that ends in ".M3U" is no file from outside and no playlist either: it is treated like a drag from
+// inside the program.
+DropEnd DropByCase(DropRun& run) {
+    const std::string firstFile = run.request.Files.empty() ? std::string() : run.request.Files.front();
+    const std::string extension(RightCharacters(firstFile, PlaylistExtension.size()));
+    if (extension == PlaylistExtension) {
+        DropPlaylist(run); // Wherever it was dropped, beside all nodes too.
+        return DropEnd::Done;
+    }
+    run.node = NodeOf(run);
+    if (KindOfKey(run.node.Key) == NodeKind::Root) {
+        return DropEnd::Left;
+    }
+    if (LowerAscii(extension) != PlaylistExtension && !run.drag.GridDragging && !run.drag.DragFromTree) {
+        DropFiles(run);
+        if (!run.request.Files.empty()) {
+            return DropEnd::Done;
+        }
+    }
+    // By the text and not by the key: an entry is not dropped on any other of the same name, either.
+    if (run.node.Text == run.drag.DragText) {
+        return DropEnd::Left;
+    }
+    return DropFromInside(run);
+}
+
+} // namespace
+
+DropOutcome TreeDrop(const DropRequest& request, DragState& drag, const TreeModel& tree, ScanDriver& driver,
+                     LongWork& work) {
+    DropRun run{request, drag, tree, driver, work};
+    DropEnd end = DropEnd::Left;
+    if (!mainModule.ScanRunning) {
+        try {
+            end = DropByCase(run);
+            // A disk that is full takes back here what has been gathered, and not in the rebuild.
+            mainModule.Connection->Commit();
+        } catch (const RuntimeError&) {
+            if (!run.failuresEndDrop) {
+                throw;
+            }
+            end = DropEnd::Ended;
+        }
+    }
+    if (end == DropEnd::Ended) {
+        EndTreeDrop(drag, work);
+    }
+    if (end != DropEnd::Done) {
+        return {};
+    }
+    return {true, run.fileAdded, run.hadFileTarget,
+            FileKey(std::to_string(run.entryId), std::to_string(run.pos))};
+}
+
+void EndTreeDrop(DragState& drag, LongWork& work) {
+    work.SetMousePointer(MousePointer::Default);
+    drag.DragFromTree = false;
+    drag.GridDragging = false;
+}
+
+} // namespace quavernet

@@ -1,0 +1,149 @@
+#include "tree/TreeDropTest.h"
+
+namespace quavernet::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+TEST_F(TreeDropTest, ADropOnTheRootLeavesTheFlagsAsTheyAre) {
+    FillDense();
+    const auto before = EveryEntry();
+    for (const char* file : {"/m/x.mp3", "/m/x.M3U"}) {
+        Press("file101pos1");
+        EXPECT_FALSE(Drop({file}, "Parent").Rebuild);
+        EXPECT_TRUE(drag.DragFromTree) << file;
+        SelectRows({"j1"});
+        EXPECT_FALSE(Drop({file}, "Parent").Rebuild);
+        EXPECT_TRUE(drag.GridDragging) << file;
+    }
+    EXPECT_THAT(calls, IsEmpty());
+    EXPECT_EQ(EveryEntry(), before);
+}
+
+TEST_F(TreeDropTest, ADropBesideAllNodesEndsSilently) {
+    FillDense();
+    const auto before = EveryEntry();
+    for (const char* file : {"/m/x.mp3", "/m/x.M3U"}) {
+        Press("file101pos1");
+        EXPECT_FALSE(Drop({file}, "").Rebuild);
+        EXPECT_FALSE(drag.DragFromTree) << file;
+        drag.GridDragging = true;
+        EXPECT_FALSE(Drop({file}, "file999pos1").Rebuild);
+        EXPECT_FALSE(drag.GridDragging) << "nor on a node that is gone";
+    }
+    EXPECT_EQ(EveryEntry(), before);
+    EXPECT_THAT(calls, ElementsAre("pointer 0", "pointer 0", "pointer 0", "pointer 0"));
+}
+
+TEST_F(TreeDropTest, ADropThatIsDoneLeavesItsFlagsUntilTheRebuildIsOver) {
+    FillDense();
+    Press("file102pos2");
+    ASSERT_TRUE(Drop({}, "CAT_Blues").Rebuild);
+    EXPECT_TRUE(drag.DragFromTree);
+    EXPECT_THAT(calls, IsEmpty());
+    drag.GridDragging = true;
+    EndTreeDrop(drag, work);
+    EXPECT_FALSE(drag.DragFromTree);
+    EXPECT_FALSE(drag.GridDragging);
+    EXPECT_EQ(drag.DragText, "j2") << "texts stay until the next press";
+    EXPECT_THAT(calls, ElementsAre("pointer 0"));
+}
+
+TEST_F(TreeDropTest, WhileAScanRunsADropActsOnNothing) {
+    FillDense();
+    const auto before = EveryEntry();
+    mainModule.ScanRunning = true;
+    Press("file102pos2");
+    EXPECT_FALSE(Drop({"/m/j2"}, "CAT_Blues").Rebuild);
+    EXPECT_FALSE(Drop({"/m/list.m3u"}, "").Rebuild);
+    EXPECT_THAT(statements, IsEmpty());
+    EXPECT_EQ(EveryEntry(), before);
+    EXPECT_TRUE(drag.DragFromTree);
+}
+
+TEST_F(TreeDropTest, AnEntryAsTargetAsksForTheTextAndACategoryForTheFlag) {
+    FillDense();
+    SelectRows({"b1"});
+    // A press on the tree before one on the list, whose flag has gone but whose text has stayed.
+    drag.DragText = "j2";
+    drag.DragPosition = "2";
+    drag.DragCategory = "Jazz";
+    tree.Select("file102pos2");
+    Drop({"/m/b1"}, "CAT_Empty");
+    EXPECT_THAT(Entries("Empty"), ElementsAre("1 b1")) << "without the flag the rows go in";
+    drag.GridDragging = true;
+    Drop({"/m/b1"}, "file103pos3");
+    EXPECT_EQ(Entries("Jazz")[2], "3 j2") << "with a text the entry moves";
+    EXPECT_EQ(Entries("Jazz").size(), 6U);
+    LoadTree(tree);
+    drag = DragState();
+    drag.DragFromTree = true;
+    Drop({"/m/b1"}, "file103pos2");
+    EXPECT_EQ(Entries("Jazz")[1], "2 b1") << "without a text the rows go in, whatever the flag";
+}
+
+TEST_F(TreeDropTest, AnUpperCasePlaylistFromOutsideActsOnTheListsRows) {
+    FillDense();
+    SelectRows({"b1"});
+    drag = DragState();
+    EXPECT_TRUE(Drop({"/m/LIST.M3U"}, "CAT_Empty").Rebuild);
+    EXPECT_THAT(Entries("Empty"), ElementsAre("1 b1"));
+    EXPECT_TRUE(Drop({"/m/LIST.M3U"}, "file102pos2").Rebuild);
+    EXPECT_EQ(Entries("Jazz")[1], "2 b1");
+    EXPECT_EQ(Rows("Select * from Categories").size(), 3U) << "it is no playlist";
+}
+
+TEST_F(TreeDropTest, AnUpperCasePlaylistOnAnEntryMovesWhatTheLastPressRemembered) {
+    FillDense();
+    Press("file102pos2");
+    TreeRelease(drag);
+    EXPECT_TRUE(Drop({"/m/LIST.M3u"}, "file104pos4").Rebuild);
+    EXPECT_THAT(Entries("Jazz"), ElementsAre("1 j1", "2 j3", "3 j4", "4 j2", "5 j5", "6 j6"));
+}
+
+TEST_F(TreeDropTest, AnUpperCasePlaylistOnTheRememberedTextIsLeftAlone) {
+    FillDense();
+    Press("file102pos2");
+    TreeRelease(drag);
+    EXPECT_FALSE(Drop({"/m/LIST.M3U"}, "file102pos2").Rebuild);
+    EXPECT_THAT(calls, IsEmpty());
+}
+
+TEST_F(TreeDropTest, FilesFromOutsideAreNotHeldBackByTheRememberedText) {
+    FillDense();
+    AddFile(900, "x.mp3");
+    Press("file102pos2");
+    TreeRelease(drag);
+    EXPECT_TRUE(Drop({"/m/x.mp3"}, "file102pos2").Rebuild);
+    EXPECT_EQ(Entries("Jazz")[1], "2 x.mp3");
+}
+
+TEST_F(TreeDropTest, ADropFromOutsideWithoutFilesActsLikeOneFromInside) {
+    FillDense();
+    SelectRows({"b1"});
+    drag = DragState();
+    EXPECT_TRUE(Drop({}, "CAT_Empty").Rebuild);
+    EXPECT_THAT(Entries("Empty"), ElementsAre("1 b1"));
+}
+
+TEST_F(TreeDropTest, ADropFromInsideTakesNoFilesFromItsPayload) {
+    FillDense();
+    AddFile(900, "x.mp3");
+    SelectRows({"b1"});
+    Drop({"/m/x.mp3", "/m/x.mp3"}, "CAT_Empty");
+    EXPECT_THAT(Entries("Empty"), ElementsAre("1 b1"));
+}
+
+TEST_F(TreeDropTest, WhatWasWrittenIsInTheFileWhenTheDropIsOver) {
+    FillDense();
+    Connection().Commit();
+    Press("file102pos2");
+    Drop({}, "CAT_Empty");
+    const auto other = OpenLibrary(libraryPath);
+    EXPECT_THAT(RowTextsOf(*other, "Select Filename from FileCategories where Parent = 'Empty'"),
+                ElementsAre("j2"));
+}
+
+} // namespace
+} // namespace quavernet::test
