@@ -19,7 +19,7 @@ public:
 struct ScanSetting {
     std::string music; ///< Folder of the files to scan.
     std::string work;  ///< Folder for the floor's library; on the same disk as the scanner's.
-    std::string name;  ///< Behind each job's own, for example ", window and log".
+    std::string name;  ///< After each job's own, for example ", window and log".
     int rounds = 0;
 };
 

@@ -50,8 +50,8 @@ struct Parts {
     Bytes body; ///< Without unsynchronisation.
     FrameList list;
     std::vector<std::string> frames; ///< Whole, in their order.
-    std::string tail;                ///< Behind the last frame, without padding.
-    std::string audio;               ///< Behind the tag.
+    std::string tail;                ///< After the last frame, without padding.
+    std::string audio;               ///< After the tag.
 };
 
 std::string TextOf(ByteView bytes) {

@@ -65,7 +65,7 @@ void ReadHeader(std::string_view contents) {
         Require(header->bits.size() <= 32 && (header->bits.empty() || header->bits.front() == '1'));
         Require(header->bits == BytesToBits(BitsToNumber(header->bits)));
         Require(header->isVbr || header->xingFrames == 0);
-        // Nothing behind the head counts, whatever the size of the file.
+        // Nothing after the head counts, whatever the size of the file.
         const auto huge = FindMpegHeader(head, std::uint64_t{1} << 40);
         Require(huge->bits == header->bits && huge->xingFrames == header->xingFrames);
     }

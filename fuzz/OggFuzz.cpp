@@ -21,7 +21,7 @@ namespace {
 using namespace quavernet;
 using fuzz::Require;
 
-/// The texts printed for a file stand in proportion to its size: a byte of a comment gives six characters at
+/// The texts printed for a file are in proportion to its size: a byte of a comment gives six characters at
 /// most (itself and its hexadecimal form), a page one line.
 void RequireBounded(const std::string& lines, std::size_t size) {
     Require(lines.size() <= 1024 + 16 * size);
@@ -37,7 +37,7 @@ void ReadFile(const std::uint8_t* data, std::size_t size) {
     Require(!files.empty() && files.front().path == "/music/x.ogg");
 }
 
-/// The bytes with the right checksum in every page: without it nothing behind a changed byte would be read.
+/// The bytes with the right checksum in every page: without it nothing after a changed byte would be read.
 std::vector<std::uint8_t> Repaired(std::span<const std::uint8_t> data) {
     constexpr std::string_view mark = "OggS";
     std::vector<std::uint8_t> bytes(data.begin(), data.end());

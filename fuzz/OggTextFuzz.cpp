@@ -41,7 +41,7 @@ bool Holds(const std::string& line, const char* upperKey) {
     return Upper(line).find(upperKey) != std::string::npos;
 }
 
-// Whether the value ends the last of the lines that hold the key, one character behind it at most.
+// Whether the value ends the last of the lines that hold the key, one character after it at most.
 void RequireLast(const std::vector<std::string>& lines, const char* upperKey, const std::string& value) {
     // NOLINTNEXTLINE(modernize-loop-convert): clang 14 does not know the library's way to turn a range.
     for (auto line = lines.rbegin(); line != lines.rend(); ++line) {
@@ -92,7 +92,7 @@ void RequireFiles(std::string_view output) {
     }
 }
 
-// Each file's record is its own: read behind another one's output it is the same.
+// Each file's record is its own: read after another one's output it is the same.
 void RequireIndependent(std::string_view output) {
     const std::string before = "Processing file \"/music/x.ogg\"...\n\tTITLE=before\nRate: 1\n";
     const auto first = ReadOggInfo(before);

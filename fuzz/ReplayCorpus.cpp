@@ -21,7 +21,7 @@ int main(int count, char** folders) {
             std::ifstream file(entry.path(), std::ios::binary);
             const std::vector<char> bytes{std::istreambuf_iterator<char>(file),
                                           std::istreambuf_iterator<char>()};
-            // A copy of the exact size, so that a sanitizer sees a read behind its end.
+            // A copy of the exact size, so that a sanitizer sees a read past its end.
             std::vector<std::uint8_t> input(bytes.size());
             std::transform(bytes.begin(), bytes.end(), input.begin(),
                            [](char c) { return static_cast<std::uint8_t>(c); });

@@ -1,4 +1,4 @@
-// Takes any texts through what stands between them and the rows of a library: quoting, the scanner that makes
+// Takes any texts through what is between them and the rows of a library: quoting, the scanner that makes
 // parameters of literals, the engine itself, the like operator and the order of texts. The input: the length
 // of a first text and the text, a second one likewise; the rest is a third text, and a statement of its own.
 #include "adapters/sqlite/Collation.h"
@@ -100,7 +100,7 @@ void RequireLike(const std::string& pattern, const std::string& text) {
     }
 }
 
-// Where the parameters of a scanned statement stand.
+// Where the parameters of a scanned statement are.
 std::vector<std::size_t> ParametersIn(const std::string& sql) {
     std::vector<std::size_t> places;
     for (std::size_t i = 0; i < sql.size(); ++i) {

@@ -1,5 +1,5 @@
 """Clicks on "cancel" at random moments of scans in the real program: how long until the screen shows that the button
-has been pressed, until the walk has ended, and until the list stands again and the menus can be used."""
+has been pressed, until the walk has ended, and until the list is there again and the menus can be used."""
 import os
 import random
 import subprocess
@@ -96,7 +96,7 @@ class Scans:
             self.hand.press()
             wait_for("the end of the scan", self.is_over)
             return None
-        # While files are counted the list still stands and the bar is empty: the end of that is the end of all.
+        # While files are counted the list is still there and the bar is empty: the end of that is the end of all.
         has_stopped = self.is_over if bar_is_empty else lambda: self.bar() == self.empty_bar or self.is_over()
         begin = time.monotonic()
         self.hand.press()

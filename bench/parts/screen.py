@@ -1,4 +1,4 @@
-"""A virtual screen whose memory is a file (Xvfb -fbdir), so that what stands on it can be watched from outside at the
+"""A virtual screen whose memory is a file (Xvfb -fbdir), so that what is on it can be watched from outside at the
 cost of reading memory, and homes for programs that run there."""
 import mmap
 import os

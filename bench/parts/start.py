@@ -15,7 +15,7 @@ MEMORY_LIMITS = {100000: 90}               # MB resident, by rows
 # The processor's time is counted in steps of 10 ms; one of them in this time is not measurable work.
 IDLE_LIMIT = 0.01
 
-# Pixels of the screen where rows stand: left of the splash window, below the first rows, with the window at its
+# Pixels of the screen where rows are: left of the splash window, below the first rows, with the window at its
 # default place and size.
 LEFT, RIGHT, UPPER, LOWER = 215, 330, 560, 700
 
@@ -25,7 +25,7 @@ def greens(screen):
 
 
 def shows_rows(screen):
-    """Dark text on light ground in the part of the screen where rows stand."""
+    """Dark text on light ground in the part of the screen where rows are."""
     values = greens(screen)
     light = sum(1 for value in values[::3] if value > 220)
     dark = sum(1 for value in values[::3] if value < 100)

@@ -30,7 +30,7 @@ public:
         : m_window(window), m_rounds(rounds), m_library(LibraryPath()),
           m_rows(window.Grid().Model().Rows().Count()), m_size(", " + std::to_string(m_rows) + " rows") {}
 
-    /// Prints a job whose floor reads the rows of AllRows with `filter` behind it.
+    /// Prints a job whose floor reads the rows of AllRows with `filter` after it.
     void Job(const std::string& name, const std::function<void()>& prepare,
              const std::function<void()>& action, const std::string& filter) {
         const Timed painted{prepare, [&] { m_window.UntilPainted(action); }};

@@ -48,7 +48,7 @@ void RealWindow::Start() {
 
 void RealWindow::UntilPainted(const std::function<void()>& action) {
     action();
-    // Whatever is painted from here on is the new list: until here no events have run since it stands.
+    // Whatever is painted from here on is the new list: until here no events have run since it is there.
     const PaintWatch watch(*Grid().viewport());
     const QDeadlineTimer patience(std::chrono::minutes(1));
     QTimer heartbeat; // Events may not come at all.

@@ -21,7 +21,7 @@ public:
     RealWindow(const RealWindow&) = delete;
     RealWindow& operator=(const RealWindow&) = delete;
 
-    /// Runs the start sequence and waits until the window stands, without the splash window.
+    /// Runs the start sequence and waits until the window is there, without the splash window.
     void Start();
 
     frmMain& Form() { return *m_windows.Form(); }
@@ -32,7 +32,7 @@ public:
     /// got them.
     void UntilPainted(const std::function<void()>& action);
 
-    /// Paints the rows that stand there once more, until the screen has got them.
+    /// Paints the rows that are shown once more, until the screen has got them.
     void PaintAgain();
 
     /// Throws unless the screen shows what the list's rows look like.

@@ -33,7 +33,7 @@ bool Ascending(const clsResources& table) {
                               [](const auto& a, const auto& b) { return a.id >= b.id; }) == table.end();
 }
 
-/// The wording is fixed up to here; the texts behind it are free.
+/// The wording is fixed up to here; the texts after it are free.
 constexpr std::int32_t LastFixedText = 610;
 
 /// FNV-1a over the numbers and fixed texts of a table.

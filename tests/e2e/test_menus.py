@@ -6,7 +6,7 @@ import unittest
 
 from desktop import ProgramTest, wait_until
 
-MENUS = {"Datei": 25, "Ansicht": 78, "Optionen": 142, "Hilfe": 197}  # where they stand in the menu bar
+MENUS = {"Datei": 25, "Ansicht": 78, "Optionen": 142, "Hilfe": 197}  # where they are in the menu bar
 ROW_1 = (300, 118)
 HEADER_TITLE = (520, 100)
 LETTER_A = (266, 73)

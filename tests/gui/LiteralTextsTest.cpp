@@ -1,4 +1,4 @@
-// Names and tags that look like markup, mnemonics or formats are shown as they stand: in the list, the tree,
+// Names and tags that look like markup, mnemonics or formats are shown as they are: in the list, the tree,
 // the combos, the status bar, tool tips, boxes and the scan log.
 #include "gui/GuiTest.h"
 

@@ -73,7 +73,7 @@ inline std::string WithoutBlanks(const QString& text) {
     return kept;
 }
 
-/// All texts that the widget and its children paint, one behind the other, without blanks.
+/// All texts that the widget and its children paint, one after the other, without blanks.
 inline std::string PaintedTexts(QWidget& widget) {
     TextNotingDevice device(widget.size());
     widget.render(&device, {}, {}, QWidget::DrawChildren);

@@ -28,7 +28,7 @@ std::string Lower(std::string text) {
     return text;
 }
 
-// The byte at a position that counts from 1. Reading in front of the file fails, behind it gives 0.
+// The byte at a position that counts from 1. Reading before the file fails, after it gives 0.
 std::optional<int> Get(const std::string& file, int position) {
     if (position < 1) {
         return std::nullopt;

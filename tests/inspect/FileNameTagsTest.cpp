@@ -29,14 +29,14 @@ TEST_F(FileNameTagsTest, OfThreePiecesTheGreaterOfTheFirstTwoIsThePerformer) {
     EXPECT_EQ(Tags("01 - Künstler - Lied.mp3"), "Künstler|Lied|255");
     EXPECT_EQ(Tags("Künstler - 01 - Lied.mp3"), "Künstler|Lied|255");
     EXPECT_EQ(Tags("same - same - Lied.mp3"), "same|Lied|255");
-    EXPECT_EQ(Tags("a - B - Lied.mp3"), "a|Lied|255") << "small letters sort behind capitals";
+    EXPECT_EQ(Tags("a - B - Lied.mp3"), "a|Lied|255") << "small letters sort after capitals";
     EXPECT_EQ(Tags("Z - Ä - Lied.mp3"), "Ä|Lied|255");
     EXPECT_EQ(Tags("ab - a - Lied.mp3"), "ab|Lied|255") << "the longer one";
     EXPECT_EQ(Tags("a - ab - Lied.mp3"), "ab|Lied|255");
 }
 
 TEST_F(FileNameTagsTest, PiecesCompareByCodePointAndAnInvalidByteByItsValue) {
-    EXPECT_EQ(Tags("\xFF - Ā - Lied.mp3"), "Ā|Lied|255") << "U+0100 sorts behind the byte FF";
+    EXPECT_EQ(Tags("\xFF - Ā - Lied.mp3"), "Ā|Lied|255") << "U+0100 sorts after the byte FF";
 }
 
 TEST_F(FileNameTagsTest, FurtherPiecesAreDropped) {

@@ -302,7 +302,7 @@ TEST_F(MpegFallbackTest, ReservedVersionsFollowTheirLowestBit) {
 }
 
 TEST_F(MpegFallbackTest, APatternHalfAByteLateIsFoundAndReadAsItStands) {
-    // x FF Fx: the group begins two characters behind the hit and is not shifted back.
+    // x FF Fx: the group begins two characters after the hit and is not shifted back.
     EXPECT_EQ(Rate(10, {0x1F, 0xFF, 0xB9, 0x90}), 0) << "B9: layer bits 00";
     EXPECT_EQ(Rate(10, {0x1F, 0xFE, 0xFB, 0x90}), 128);
     EXPECT_EQ(Rate(10, {0x1F, 0xFD, 0xFB, 0x90}), 0) << "only two top bits of the shifted byte";
@@ -315,7 +315,7 @@ TEST_F(MpegFallbackTest, TheFirstPatternWins) {
 
 TEST_F(MpegFallbackTest, TheGroupEndsWithThe4096Characters) {
     EXPECT_EQ(Rate(4093, {0xFF, 0xFB, 0x90}, 5000), 128) << "x is 4094";
-    EXPECT_EQ(Rate(4094, {0xFF, 0xFB, 0x90}, 5000), 0) << "x is 4095: the rate lies behind";
+    EXPECT_EQ(Rate(4094, {0xFF, 0xFB, 0x90}, 5000), 0) << "x is 4095: the rate lies beyond";
     EXPECT_EQ(Rate(4095, {0xFF, 0xFB, 0x90}, 5000), 0);
     EXPECT_EQ(Rate(4092, {0x0F, 0xFE, 0xFB, 0x90}, 5000), 128);
     EXPECT_EQ(Rate(4093, {0x0F, 0xFE, 0xFB, 0x90}, 5000), 0);

@@ -47,7 +47,7 @@ TEST_F(RealAudioInspectionTest, AVariableRateStereoFileHasItsXingMark) {
 
 TEST_F(RealAudioInspectionTest, AVariableRateMonoFileIsReadByItsFirstFrame) {
     InspectReal(RealMp3({"-V", "4"}, RealWave(10, 44100, 1)));
-    EXPECT_FALSE(file.IsVbr) << "its mark stands 21 bytes behind the frame, where nobody looks";
+    EXPECT_FALSE(file.IsVbr) << "its mark is 21 bytes after the frame, where nobody looks";
     EXPECT_EQ(file.AudioInfo.Mode, "Ein-Kanal");
 }
 

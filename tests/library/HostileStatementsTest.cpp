@@ -303,7 +303,7 @@ TEST_F(HostileStatementsTest, CleaningRemovesMissingFilesOfHostileNames) {
     });
 }
 
-// Names of categories stand unquoted in two statements, as the dialogs take no apostrophe. One that came
+// Names of categories are unquoted in two statements, as the dialogs take no apostrophe. One that came
 // another way fails there and changes nothing.
 TEST_F(HostileStatementsTest, ACategoryWithAnApostropheFailsAndChangesNothing) {
     LibraryViewsDouble views;
@@ -327,7 +327,7 @@ TEST_F(HostileStatementsTest, ACategoryWithAnApostropheFailsAndChangesNothing) {
     }
 }
 
-/// Comments whose text stands where the reader's numbers stand.
+/// Comments whose text is where the reader's numbers are.
 class ForgedNumbersTest : public HostileStatementsTest {
 protected:
     void Scan(const std::vector<std::string>& comments) {

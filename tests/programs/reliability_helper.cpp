@@ -61,7 +61,7 @@ void Print(const std::string& mark, const ADODB::RowBlock& rows) {
     }
 }
 
-// Rows of Files that lead nowhere, lookup texts that stand twice, paths that stand twice.
+// Rows of Files that lead nowhere, lookup texts and paths that are there twice.
 constexpr const char* Problems[] = {
     "select 'no title', Path from Files where Title_id is null or Title_id not in (select Title_id from "
     "Titel)",
@@ -176,7 +176,7 @@ int Grow(const Arguments& arguments) {
     return EXIT_SUCCESS;
 }
 
-// The child stops before and behind each of its system calls.
+// The child stops before and after each of its system calls.
 int Step(const Arguments& arguments) {
     const long number = std::stol(arguments.at(0));
     Writer writer(arguments.at(1));

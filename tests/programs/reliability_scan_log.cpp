@@ -1,5 +1,5 @@
 // Scans a folder with the program's own forms and adapters, without a screen, and prints the lines of the
-// scan log, a NUL behind each. Called by the script that needs to know what the log says.
+// scan log, a NUL after each. Called by the script that needs to know what the log says.
 //
 //   scan_log DOCUMENTS MUSIC     the library is made in the folder DOCUMENTS
 #include "RealServices.h"

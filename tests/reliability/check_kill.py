@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The program and its writers are killed (SIGKILL) at random moments; nothing that stood before is lost.
+"""The program and its writers are killed (SIGKILL) at random moments; nothing that was there before is lost.
 
     check_kill.py [--count N] [--seed S] [--files N]
 
@@ -127,7 +127,7 @@ class KilledScanTest(ProgramTest):
              f"{again:.2f} s over other tags")
         self.kept, empty, over = 0, [], []
         for number in range(OPTIONS.count):
-            # Half of the moments lie behind the first rows on the disk, wherever those are on a busy machine.
+            # Half of the moments come after the first rows on the disk, wherever those are on a busy machine.
             after_rows = number % 4 < 2
             if number % 2 == 0:
                 empty.append(self.scan_killed_in_an_empty_library(number, self.moment(seconds, after_rows), after_rows))
@@ -150,7 +150,7 @@ class KilledScanTest(ProgramTest):
                 f"all {sum(count == whole for count in stored)})")
 
     def killed_scan(self, moment, after_rows):
-        """What a full scan leaves that is killed so many seconds behind its start, or behind its first rows."""
+        """What a full scan leaves that is killed so many seconds after its start, or after its first rows."""
         self.quick = False
         stored = self.stored() or [0.0]
         window, begin = self.start_scan()
@@ -339,7 +339,7 @@ class KilledSaveTest(unittest.TestCase):
         self.leave_nothing()
 
     def test_each_system_call(self):
-        """Stopped before and behind each call in turn, and killed there."""
+        """Stopped before and after each call in turn, and killed there."""
         grow = ("v2 by a copy", "v2", self.tag(b"a" * 20, 0) + self.audio(3_000_000), "b" * 200, "")
         for name, form, first, text, _ in [*self.forms(), grow]:
             self.write(first)
@@ -359,7 +359,7 @@ class KilledSaveTest(unittest.TestCase):
                     break
             self.assertEqual(self.read(), new)
             self.assertGreater(stops, 10)
-            show(f"saves, {name}: killed at each of {stops - 1} stops; new file behind {changed - 1} of them; "
+            show(f"saves, {name}: killed at each of {stops - 1} stops; new file after {changed - 1} of them; "
                  f"copies left at once at most {left}")
             self.leave_nothing()
 

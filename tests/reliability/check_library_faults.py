@@ -76,7 +76,7 @@ ADVICE = {"GER": "So holen Sie eine davon zurück: Verschieben Sie die Datenbank
 
 
 def digest(path):
-    """What stands at a path, whatever it is."""
+    """What is at a path, whatever it is."""
     if os.path.islink(path):
         return "link to " + os.readlink(path)
     if os.path.isdir(path):
@@ -95,7 +95,7 @@ class LibraryFaults(ProgramTest):
         return os.path.dirname(self.library.path)
 
     def state(self):
-        """Every file of the library's folder (or what stands in the documents' place), but for a log without content and
+        """Every file of the library's folder (or what is in the documents' place), but for a log without content and
         the index of the log, which the engine makes again at will."""
         if not os.path.isdir(self.folder):
             return digest(os.path.join(self.home, "Dokumente"))
@@ -211,7 +211,7 @@ class LibraryFaults(ProgramTest):
             file.write(data)
 
     def leave_a_log(self):
-        """A program killed while it scanned: its last rows stand in the log alone."""
+        """A program killed while it scanned: its last rows are in the log alone."""
         connection = sqlite3.connect(self.library.path)
         connection.create_collation("QUAVERNET", lambda a, b: (a > b) - (a < b))
         pid = os.fork()
@@ -549,7 +549,7 @@ def no_copies(self):
 
 @add("markup")
 def markup(self):
-    """A path that looks like markup is shown as it stands."""
+    """A path that looks like markup is shown as it is."""
     odd = os.path.join(self.home, "Doku<b>mente")
     os.rename(os.path.join(self.home, "Dokumente"), odd)
     os.symlink(odd, os.path.join(self.home, "Dokumente"))

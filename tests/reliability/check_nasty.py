@@ -28,7 +28,7 @@ from desktop import wait_until
 
 OPTIONS = argparse.Namespace()
 NOBODY = "65534"
-SYSTEM_PYTHON = "/usr/bin/python3"  # One that everybody may run, wherever this one stands.
+SYSTEM_PYTHON = "/usr/bin/python3"  # One that everybody may run, wherever this one is.
 MOST_SECONDS = 100       # of the whole scan, on a machine of two cores with other work
 MOST_MEGABYTES = 1200    # resident at the peak: the largest comment header is kept a few times over
 LEAST, CUT, GROWN = 100, 20000, 1 << 24  # lengths that moving files get; the header that their rows need stays
@@ -42,7 +42,7 @@ def show(text):
 
 
 def shown(path):
-    """A path as it stands on the screen; wrong bytes in a row count as one."""
+    """A path as it is on the screen; wrong bytes in a row count as one."""
     return re.sub("\ufffd+", "\ufffd", path.decode("utf-8", "replace"))
 
 
@@ -276,7 +276,7 @@ class NastyTest(test_drag.DragTest):
         good[self.nasty.at(b"no rights", b"no list", b"inside.mp3")] = dict(name=b"inside.mp3", **self.audio[b"mp3"]["row"])
         self.drop(window, list(good), len(good))
 
-        # What is no file, or none that can be asked for, ends its drop: what came before stays, what comes behind is left.
+        # What is no file, or none that can be asked for, ends its drop: what came before stays, what comes after is left.
         others = [path for path in self.nasty.skipped if os.path.splitext(path)[1] in (b".mp3", b".wav", b".ogg")
                   and self.nasty.skipped[path] in (NO_PLAIN_FILE, MISSING, CIRCLE)]
         others += [os.path.join(closed, b"inside.mp3"), self.nasty.at(b"no rights", b"no entry", b"inside.mp3")]

@@ -128,7 +128,7 @@ class TwoInstances(ProgramTest):
         self.assertEqual(self.rows("pragma quick_check"), [("ok",)])
         for table, column in LOOKUPS.items():
             doubled = self.rows(f"select lower({column}), count(*) from {table} group by 1 having count(*) > 1")
-            self.assertEqual(doubled, [], f"texts that stand twice in {table}")
+            self.assertEqual(doubled, [], f"texts that are twice in {table}")
         for column, table, key in (("Title_id", "Titel", "Title_id"), ("Inter_id", "Interpret", "Inter_id"),
                                    ("Album_id", "Albums", "Album_id"), ("Drive_id", "Drive", "Drive_id"),
                                    ("Quality_id", "Quality", "Quality_id")):
@@ -182,7 +182,7 @@ class TwoInstances(ProgramTest):
 
     def pause_now_and_then(self, pair):
         """However fast the machine is, both are in the middle of their scans for a while. A pause makes the file at which
-        it falls a slow one, behind which a program commits: the other gets its turn."""
+        it falls a slow one, after which a program commits: the other gets its turn."""
         for number in range(PAUSES):
             time.sleep(0.002 + number % 5 / 1000)
             for one in pair:

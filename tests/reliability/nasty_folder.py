@@ -175,7 +175,7 @@ class NastyFolder:
         os.close(at)
 
     def large_files(self, size):
-        """Sparse: the real file, and nothing but a hole behind it."""
+        """Sparse: the real file, and nothing but a hole after it."""
         folder = self.folder(b"large")
         for ending, fields in self.audio.items():
             path = os.path.join(folder, b"large." + ending)

@@ -12,7 +12,7 @@ namespace quavernet::test {
 
 namespace {
 
-/// Notes what stood when the question came up, and can let time pass while it is open.
+/// Notes what was stored when the question came up, and can let time pass while it is open.
 class WatchedMsgBox : public ScriptedMsgBox {
 public:
     Answer Show(const std::string& text, const std::string& title, Icon icon, Buttons buttons) override {

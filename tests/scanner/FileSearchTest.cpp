@@ -120,7 +120,7 @@ TEST_F(FileSearchTest, AFolderReachedByALinkIsStoredUnderItsOwnPathInEitherOrder
     };
     view.options.QuickScan = true;
     Scan();
-    EXPECT_EQ(StoredPaths().size(), 2U) << "none stands in the library twice";
+    EXPECT_EQ(StoredPaths().size(), 2U) << "none is in the library twice";
 }
 
 TEST_F(FileSearchTest, ASubFolderIsDoneWithAllBelowItBeforeItsNeighbour) {
@@ -370,7 +370,7 @@ TEST_F(FileSearchTest, AFullScanAsksNoSuchQuestion) {
 
 TEST_F(FileSearchTest, AFullScanInspectsANetworkFileByItsDriveAndAQuickOneByItsNetworkName) {
     WriteMp3("a.mp3");
-    TemporaryFolder server; // What stands under the network name is another file.
+    TemporaryFolder server; // What is under the network name is another file.
     WriteBytes(server / "a.mp3", Mp3Bytes("Far", "Away", "Net"));
     volumes.networkRoots[music.Path()] = server.Path();
     volumes.onFile = [&](FileFacts& facts) { facts.drivePath = music.Path(); };

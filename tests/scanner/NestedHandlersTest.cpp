@@ -78,7 +78,7 @@ protected:
         AddDroppedFiles(DropTarget::Grid, paths, driver, view);
     }
 
-    /// One file on its way into a category: the step behind a drop, with a record of its own.
+    /// One file on its way into a category: the step after a drop, with a record of its own.
     void Take() {
         CurrentFile own = mainModule.CurrentFile;
         own.DetailsPath = music / "taken/t.mp3";

@@ -207,7 +207,7 @@ TEST_F(OggBatchesTest, TenKnownFilesInARowEndAQuickPassBeforeTheFilesBehindThem)
     run.QuickScan = true;
     Read();
     EXPECT_THAT(tool.batches, IsEmpty());
-    EXPECT_EQ(StoredNames().size(), 10U) << "the new file behind the ten is not looked at";
+    EXPECT_EQ(StoredNames().size(), 10U) << "the new file after the ten is not looked at";
     EXPECT_THAT(calls, ElementsAre("panel 1: Ogg Dateien werden ausgelesen...", "progress 0.000000"))
         << "the pass is left without its end";
 }

@@ -223,7 +223,7 @@ TEST_F(OggStoreTest, AnUnknownGenreIsNoneAndMakesNoRow) {
     EXPECT_EQ(Value("Select Genre_id from Files"), "255");
     record.genre = " Rock";
     Store(record);
-    EXPECT_EQ(Value("Select Genre_id from Files"), "255") << "the text is looked up as it stands";
+    EXPECT_EQ(Value("Select Genre_id from Files"), "255") << "the text is looked up as it is";
     record.genre = "";
     Store(record);
     EXPECT_EQ(Value("Select Genre_id from Files"), "255");

@@ -110,7 +110,7 @@ TEST_F(ProgressStepTest, ATimeLeftBeyond32BitsOverflows) {
     } catch (const RuntimeError& error) {
         EXPECT_EQ(error.Number(), ErrorNumber::Overflow);
     }
-    EXPECT_EQ(work.panels[2], "1 Prozent bearbeitet!") << "what stands before it has been shown";
+    EXPECT_EQ(work.panels[2], "1 Prozent bearbeitet!") << "what comes before it has been shown";
     EXPECT_EQ(work.panels.count(3), 0u);
 }
 

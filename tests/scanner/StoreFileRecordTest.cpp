@@ -225,7 +225,7 @@ TEST_F(StoreFileRecordTest, NamesThatDifferOnlyInCaseShareTheFirstRow) {
 
 TEST_F(StoreFileRecordTest, TheNewRowIsAskedForUntilItCanBeSeen) {
     connection.hide = "Select Inter_id";
-    connection.hideRounds = 4; // The question before the insert, and three behind it.
+    connection.hideRounds = 4; // The question before the insert, and three after it.
     Store();
 
     EXPECT_EQ(connection.StatementsOf("Select Inter_id").size(), 5u);

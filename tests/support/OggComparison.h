@@ -1,4 +1,4 @@
-// The comparison that the Ogg reader stands on: the same files described by the real ogginfo and in process.
+// The comparison that the Ogg reader rests on: the same files described by the real ogginfo and in process.
 #pragma once
 
 #include "support/OggFiles.h"

@@ -66,7 +66,7 @@ void RunProgram(const std::vector<std::string>& command) {
 std::string RealWave(double seconds, int rate, int channels, int bits) {
     std::vector<std::string> command = {
         "sox", "-n", "-r", std::to_string(rate), "-c", std::to_string(channels), "-b", std::to_string(bits)};
-    // sox wants the effect behind the output, so the path's place is not the last one.
+    // sox wants the effect after the output, so the path's place is not the last one.
     MadeFiles& made = Made();
     command.push_back(std::to_string(seconds));
     std::string& path = made.paths[command];

@@ -1,4 +1,4 @@
-// What stands around a scan in its tests: a view and a log that write down every call in one list, and a
+// What is around a scan in its tests: a view and a log that write down every call in one list, and a
 // file system whose volumes and dates a test can choose.
 #pragma once
 

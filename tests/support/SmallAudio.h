@@ -10,7 +10,7 @@ inline void WriteBytes(const std::string& path, const std::string& bytes) {
     std::ofstream(path, std::ios::binary) << bytes;
 }
 
-/// Frames of MPEG 1 layer III at 128 kbit/s and 44100 Hz, behind them a version 1 tag: 16000 bytes a second.
+/// Frames of MPEG 1 layer III at 128 kbit/s and 44100 Hz, after them a version 1 tag: 16000 bytes a second.
 inline std::string Mp3Bytes(const std::string& title, const std::string& artist, const std::string& album,
                             char genre = 17, int seconds = 10) {
     const auto field = [](std::string text, std::size_t width) {

@@ -27,7 +27,7 @@ inline std::string SyncSafe(std::size_t value) {
     return bytes;
 }
 
-/// One frame with its contents as they stand. `flags` are the two flag bytes (none in version 2.2).
+/// One frame with its contents as they are. `flags` are the two flag bytes (none in version 2.2).
 inline std::string FrameV2(int major, std::string_view id, std::string_view contents, int flags = 0) {
     const std::size_t size = contents.size();
     const std::string header = major == 2   ? Big(size, 3)
@@ -49,7 +49,7 @@ inline std::string CommentFrame(int major, std::string_view language, std::strin
                        std::string(text));
 }
 
-/// A tag with these frames and `padding` bytes 0 behind them.
+/// A tag with these frames and `padding` bytes 0 after them.
 inline std::string TagV2(int major, std::string_view frames, std::size_t padding = 0, int flags = 0) {
     return "ID3" + Bytes({major, 0, flags}) + SyncSafe(frames.size() + padding) + std::string(frames) +
            std::string(padding, '\0');

@@ -23,7 +23,7 @@ protected:
         return component->TagField(index);
     }
 
-    // The comment in these bytes of a frame behind the encoding and the language.
+    // The comment in these bytes of a frame after the encoding and the language.
     std::string CommentOf(std::initializer_list<int> contents) {
         return FieldOf(TagComponent::Comment, 3, FrameV2(3, "COMM", Bytes({1}) + "deu" + Bytes(contents)));
     }

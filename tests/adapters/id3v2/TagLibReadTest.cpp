@@ -49,7 +49,7 @@ TEST_F(TagLibReadTest, ReadsTheSevenFieldsOfVersion3) {
     EXPECT_EQ(Field(T::Performer), "Wer");
     EXPECT_EQ(Field(T::Album), "Album");
     EXPECT_EQ(Field(T::Year), "1999");
-    EXPECT_EQ(Field(T::Genre), "(17)Rock") << "as it stands";
+    EXPECT_EQ(Field(T::Genre), "(17)Rock") << "as it is";
     EXPECT_EQ(Field(T::Comment), "Bemerkung");
     EXPECT_EQ(Field(T::Publisher), "Verlag");
     EXPECT_EQ(Field(0), "");
@@ -349,7 +349,7 @@ public:
     std::size_t Size() const override { return m_size; }
     id3v2::ByteView View(std::size_t offset, std::size_t count) override {
         m_view = offset < m_bytes.size() ? m_bytes.substr(offset, count) : std::string();
-        m_view.shrink_to_fit(); // A read behind its end is one behind the memory.
+        m_view.shrink_to_fit(); // A read past its end is one past the memory.
         return AsBytes(m_view);
     }
 

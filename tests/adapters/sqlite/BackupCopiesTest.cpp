@@ -77,7 +77,7 @@ TEST_F(BackupCopiesTest, NoCopyFollowsARunThatDidNotCloseTheLibrary) {
 TEST_F(BackupCopiesTest, AFailingCopyLeavesTheOlderOnes) {
     RunOnce("a");
     mainModule.Connection = OpenLibrary(libraryPath);
-    std::filesystem::create_directory(Copy(0)); // Stands where the copy is made.
+    std::filesystem::create_directory(Copy(0)); // Is where the copy is made.
     std::ofstream(Copy(0) + "/file") << "x";
     EXPECT_THROW(Connection().Backup(), RuntimeError);
     EXPECT_EQ(TitlesOf(Copy(1)), Texts{});

@@ -294,7 +294,7 @@ TEST_F(LookupsOfTwoProgramsTest, OutsideOfATransactionTheEngineIsAskedEachTime) 
 }
 
 // Both programs write and look up in an order of chance. The spelling of each control question is new, so
-// that its answer is read; a third connection, opened for it, tells what stands in the file.
+// that its answer is read; a third connection, opened for it, tells what is in the file.
 TEST_F(LookupsOfTwoProgramsTest, WhateverTheOrderOfWritesAndCommitsTheAnswersAreThoseOfTheTables) {
     std::mt19937 chance(20261121);
     const auto upTo = [&](unsigned count) { return chance() % count; };

@@ -1,4 +1,4 @@
-// Updates that change nothing write nothing; every other one writes as it stands.
+// Updates that change nothing write nothing; every other one writes as it is.
 #include "adapters/sqlite/SkipUnchangedRows.h"
 
 #include "support/TestLibrary.h"

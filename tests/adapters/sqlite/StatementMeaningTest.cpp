@@ -1,5 +1,5 @@
 // Every kind of statement that the program sends, once through the connection, which takes the literals out,
-// and once as it stands through the bare engine: both must find the same rows and leave the same tables.
+// and once as it is through the bare engine: both must find the same rows and leave the same tables.
 #include "adapters/sqlite/LibraryFile.h"
 #include "platform/RuntimeError.h"
 #include "support/TestLibrary.h"
@@ -64,7 +64,7 @@ protected:
         }
     }
 
-    /// The rows or the failure of a statement sent as it stands, but for "[FC.".
+    /// The rows or the failure of a statement sent as it is, but for "[FC.".
     Texts Bare(std::string statement) {
         for (auto at = statement.find("[FC."); at != std::string::npos; at = statement.find("[FC.")) {
             statement.replace(at, 4, "FC.[");

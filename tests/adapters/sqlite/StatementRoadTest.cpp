@@ -247,7 +247,7 @@ TEST_F(StatementRoadTest, OfTheList) {
             listed + " and File_id in (?,?): lifted kept"));
 }
 
-// No value stands in them but the 1 of "Select 1", which is a column and stays.
+// No value is in them but the 1 of "Select 1", which is a column and stays.
 TEST_F(StatementRoadTest, OfTheFilterLists) {
     ScanSongs();
     const StatementRoad road(connection);
@@ -340,7 +340,7 @@ TEST_F(StatementRoadTest, OfTheCheckAtStart) {
                     "Delete from FileCategories where Category_id in (?, ?): lifted kept"));
 }
 
-// The one row of the reminder is written as it is: it stands in no index, and has no key to be found by.
+// The one row of the reminder is written as it is: it is in no index, and has no key to be found by.
 TEST_F(StatementRoadTest, OfTheReminder) {
     const StatementRoad road(connection);
     UseReminder();

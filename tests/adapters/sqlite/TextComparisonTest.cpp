@@ -255,7 +255,7 @@ int SlowCompare(std::string_view left, std::string_view right) {
 
 TEST(CollationTest, ACommonBeginningIsPassedOverWithoutBreakingACharacter) {
     EXPECT_EQ(CompareTexts("/Musik/Die \xC3\x84rzte/1.mp3", "/Musik/Die \xC3\xA4rzte/1.mp3"), 0);
-    EXPECT_EQ(CompareTexts("12345678\xC3", "12345678\xC3\xA4"), 1); // A lone byte sorts behind all letters.
+    EXPECT_EQ(CompareTexts("12345678\xC3", "12345678\xC3\xA4"), 1); // A lone byte sorts after all letters.
     const std::vector<std::string> pieces{"a",
                                           "A",
                                           "b",

@@ -123,7 +123,7 @@ TEST(OggPagesTest, FalseMarksCostNoMoreThanASmallMultipleOfTheFile) {
         bytes += std::string("OggS\0\0", 6) + std::string(20, '\0') + '\xff' + std::string(28, '\xff');
     }
     CountedSource source(bytes + std::string(LargestPage, '\0') + EncodedOgg::Mono());
-    EXPECT_EQ(CountPages(source), 0U) << "the walk ends before the good pages behind the false ones";
+    EXPECT_EQ(CountPages(source), 0U) << "the walk ends before the good pages after the false ones";
     EXPECT_LT(source.total, 12 * bytes.size());
 }
 
