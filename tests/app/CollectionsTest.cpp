@@ -44,7 +44,7 @@ TEST(RowTextsTest, ARowThatIsNotThereFails) {
     EXPECT_EQ(ErrorOfItem(texts, 1), 0);
 }
 
-TEST(RowTextsTest, AShownSourceReplacesAllAndTakesAddedRowsBehindIt) {
+TEST(RowTextsTest, AShownSourceReplacesAllAndTakesAddedRowsAfterIt) {
     RowTexts texts;
     texts.Add("old");
     texts.Show(std::make_shared<TwoTexts>());

@@ -23,7 +23,7 @@ std::size_t BlanksInFront(std::string_view text) {
     return std::min(text.find_first_not_of(' '), text.size());
 }
 
-std::size_t BlanksBehind(std::string_view text) {
+std::size_t BlanksAfter(std::string_view text) {
     const auto last = text.find_last_not_of(' ');
     return last == std::string_view::npos ? text.size() : text.size() - last - 1;
 }
@@ -108,7 +108,7 @@ TEST(StringTablesTest, NoTextIsEmptyAndBlanksAtTheEndsAgree) {
         EXPECT_FALSE(entry.text.empty()) << entry.id;
         EXPECT_FALSE(English(entry.id).empty()) << entry.id;
         EXPECT_EQ(BlanksInFront(entry.text), BlanksInFront(English(entry.id))) << entry.id;
-        EXPECT_EQ(BlanksBehind(entry.text), BlanksBehind(English(entry.id))) << entry.id;
+        EXPECT_EQ(BlanksAfter(entry.text), BlanksAfter(English(entry.id))) << entry.id;
     }
 }
 
@@ -136,7 +136,7 @@ TEST(StringTablesTest, TheNoAlbumRowHasItsLiteralNames) {
     EXPECT_EQ(English(328), "No album...");
 }
 
-TEST(StringTablesTest, TheCoverPlaceholderAndTheHelpDocumentStandInBothLanguages) {
+TEST(StringTablesTest, TheCoverPlaceholderAndTheHelpDocumentAreInBothLanguages) {
     EXPECT_NE(German(508).find("#coverstring#"), std::string_view::npos);
     EXPECT_NE(English(508).find("#coverstring#"), std::string_view::npos);
     EXPECT_EQ(German(415), "Hilfe zum Quavernet.doc");
@@ -156,7 +156,7 @@ TEST(StringTablesTest, EnglishTextsHoldNoUmlauts) {
     }
 }
 
-TEST(StringTablesTest, GermanTextsStandToTheLetter) {
+TEST(StringTablesTest, GermanTextsAreRightToTheLetter) {
     const std::pair<std::int32_t, std::string_view> texts[] = {
         {101, "OK"},
         {117, "Browse..."},

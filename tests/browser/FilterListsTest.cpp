@@ -53,7 +53,7 @@ TEST_F(FilterListsTest, ADriveShowsWhileAFileLiesOnItAndInTheTablesOrder) {
     EXPECT_EQ(Shown(FillDriveCombo()), (Texts{"Alle Laufwerke...|0", "/m|2", "/a|3"}));
 }
 
-TEST_F(FilterListsTest, GenresInUseStandByNameBehindNoGenre) {
+TEST_F(FilterListsTest, GenresInUseComeByNameAfterNoGenre) {
     AddFile(1, 17, 1); // Rock
     AddFile(1, 8, 1);  // Jazz
     AddFile(1, 0, 1);  // Blues
@@ -67,7 +67,7 @@ TEST_F(FilterListsTest, FilesWithoutGenreDoNotDoubleTheNoGenreEntry) {
     EXPECT_EQ(Shown(FillGenreCombo()), (Texts{"Alle Genres...|0", "Kein Genre...|255"}));
 }
 
-TEST_F(FilterListsTest, AlbumsInUseStandByNameWithoutRegardToCase) {
+TEST_F(FilterListsTest, AlbumsInUseComeByNameWithoutRegardToCase) {
     Execute({"Insert into Albums (Album_id, Name) values (1, 'Zebra')",
              "Insert into Albums (Album_id, Name) values (2, 'apfel')",
              "Insert into Albums (Album_id, Name) values (3, 'Birne')",
@@ -78,7 +78,7 @@ TEST_F(FilterListsTest, AlbumsInUseStandByNameWithoutRegardToCase) {
     EXPECT_EQ(Shown(FillAlbumCombo()), (Texts{"Alle Alben...|0", "apfel|2", "Birne|3", "Zebra|1"}));
 }
 
-TEST_F(FilterListsTest, TheNoAlbumRowStandsRightUnderTheAllEntry) {
+TEST_F(FilterListsTest, TheNoAlbumRowIsRightUnderTheAllEntry) {
     Execute({"Insert into Albums (Album_id, Name) values (5, 'Alpha')",
              "Insert into Albums (Album_id, Name) values (6, 'Kein Album...')"});
     AddFile(1, 255, 5);
@@ -87,7 +87,7 @@ TEST_F(FilterListsTest, TheNoAlbumRowStandsRightUnderTheAllEntry) {
     EXPECT_EQ(Shown(FillAlbumCombo()), (Texts{"Alle Alben...|0", "Kein Album...|6", "Alpha|5"}));
 }
 
-TEST_F(FilterListsTest, OfTheNoAlbumRowsOfBothLanguagesTheOneReadLastStandsFirst) {
+TEST_F(FilterListsTest, OfTheNoAlbumRowsOfBothLanguagesTheOneReadLastComesFirst) {
     Execute({"Insert into Albums (Album_id, Name) values (5, 'Omega')",
              "Insert into Albums (Album_id, Name) values (6, 'No album...')",
              "Insert into Albums (Album_id, Name) values (7, 'Kein Album...')"});

@@ -107,7 +107,7 @@ TEST_F(GridSelectionTest, AFileIdBeyondAllRowNumbersTakesNothingOut) {
     EXPECT_THAT(Selected(), ElementsAre(2, 5));
 }
 
-TEST_F(GridSelectionTest, ADeselectedRowThatIsTakenInAgainStandsWhereItStood) {
+TEST_F(GridSelectionTest, ADeselectedRowThatIsTakenInAgainIsWhereItWas) {
     ClickAt(2);
     ClickAt(5, Ctrl);
     ClickAt(7, Ctrl);
@@ -470,7 +470,7 @@ TEST_F(GridSelectionTest, TheEndOfADropClearsTheMemoryOfTheDrag) {
     EXPECT_TRUE(grid.LeftDown());
 }
 
-TEST_F(GridSelectionTest, ARowBehindTheLastIsSetAsTheLast) {
+TEST_F(GridSelectionTest, ARowAfterTheLastIsSetAsTheLast) {
     grid.SetRow(25);
     grid.SelChange();
     EXPECT_THAT(Selected(), ElementsAre(20));
@@ -508,7 +508,7 @@ TEST_F(GridSelectionTest, TheMenuOfOneRowEnablesAllItsItemsAndThatOfSeveralNotTh
     EXPECT_EQ(text(3), "");
 }
 
-TEST(RowNumbersTest, MembersKeepTheirOrderAndStandOnce) {
+TEST(RowNumbersTest, MembersKeepTheirOrderAndAreThereOnce) {
     RowNumbers rows;
     rows.AddRange(3, 5);
     rows.Add(1);

@@ -141,7 +141,7 @@ TEST_F(ListQueryTest, ALoadShowsAndSendsInItsOrder) {
                           "events with 000", "clear", "Select Count(*) from Files", ListStatement({}, "")}));
 }
 
-TEST_F(ListQueryTest, TheFilterIsReadBehindTheEventsOfTheBeginning) {
+TEST_F(ListQueryTest, TheFilterIsReadAfterTheEventsOfTheBeginning) {
     Add({"Abba", "Waterloo"});
     Add({"Beatles", "Help"});
     ListFilter live;
@@ -163,7 +163,7 @@ TEST_F(ListQueryTest, TheProgressStepsOncePerRecordMeasuredOnTheWholeLibrary) {
     EXPECT_EQ(work.progressValues, (std::vector<float>{step, step + step}));
 }
 
-TEST_F(ListQueryTest, TheProgressGoesOnFromWhereTheBarStandsAndStopsAtAHundred) {
+TEST_F(ListQueryTest, TheProgressGoesOnFromWhereTheBarIsAndStopsAtAHundred) {
     Add({"Abba", "Waterloo"});
     Add({"Abba", "Fernando"});
     work.progress = 50;

@@ -101,7 +101,7 @@ protected:
 
 } // namespace
 
-TEST_F(ListStatementsTest, EveryCombinationOfFilterAndSortStandsToTheLetter) {
+TEST_F(ListStatementsTest, EveryCombinationOfFilterAndSortIsRightToTheLetter) {
     for (const SortCase& sort : Sorts) {
         for (const char* direction : {"ASC", "DESC"}) {
             mainModule.SortDirection = direction;

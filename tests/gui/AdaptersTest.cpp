@@ -199,7 +199,7 @@ TEST_F(AdaptersTest, ThePlaceOfTheSettingsIsTheirFile) {
     EXPECT_EQ(store.Place(), folder / "Greyfinch Labs/Quavernet.conf");
 }
 
-TEST_F(AdaptersTest, SettingsStandUnderTheirOwnNames) {
+TEST_F(AdaptersTest, SettingsAreUnderTheirOwnNames) {
     {
         QtSettings store;
         store.Set(SettingsApplication, SettingsSection, "Language", "ENG");

@@ -127,7 +127,7 @@ TEST_F(EventBoundaryTest, ASettingThatIsNoNumberIsNamedWithItsText) {
                 "WindowWidth=99999999999999>");
 }
 
-TEST_F(EventBoundaryTest, WhatWasWrittenStandsInTheFileBeforeTheProgramWaitsForItsUser) {
+TEST_F(EventBoundaryTest, WhatWasWrittenIsInTheFileBeforeTheProgramWaitsForItsUser) {
     AddFile("Abba", "One");
     mainModule.Connection->Commit();
     const auto inTheFile = [this] {

@@ -148,7 +148,7 @@ TEST(HelpPagesFilesTest, TheContentsNameAPageAsThePageDoes) {
     }
 }
 
-TEST(HelpPagesFilesTest, BothContentsStandInTheSameOrder) {
+TEST(HelpPagesFilesTest, BothContentsAreInTheSameOrder) {
     const HelpSet german("help.chm");
     const HelpSet english("helpE.chm");
     const std::vector<HelpEntry> first = german.Contents();

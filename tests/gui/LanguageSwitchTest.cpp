@@ -254,7 +254,7 @@ TEST_F(LanguageSwitchTest, TheSwitchReadsTheThreeCombosAndNothingElse) {
     EXPECT_FALSE(mainModule.SuppressComboClick);
 }
 
-TEST_F(LanguageSwitchTest, TheHourglassStandsWhileTheTextsChange) {
+TEST_F(LanguageSwitchTest, TheHourglassIsShownWhileTheTextsChange) {
     Start();
     PointerWatch pointer(Form());
     Action("mnuViewLanguageENG").trigger();

@@ -248,7 +248,7 @@ TEST_F(WindowStateTest, TheTreeShowsItsRoot) {
     EXPECT_TRUE(mainModule.TreeLoaded);
 }
 
-TEST_F(WindowStateTest, TheSplashWindowStandsFourSecondsOrUntilAKey) {
+TEST_F(WindowStateTest, TheSplashWindowIsThereForFourSecondsOrUntilAKey) {
     windows = std::make_unique<AppWindows>();
     Main(*windows);
     auto& splash = Control<QDialog>("frmSplash");

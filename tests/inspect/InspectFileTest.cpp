@@ -156,7 +156,7 @@ TEST_F(InspectFileTest, AWaveFileReportsItsBitsAsQuality) {
     EXPECT_EQ(file.AudioInfo.Length, 2);
 }
 
-TEST_F(InspectFileTest, AVersion1TagBehindAWaveIsRead) {
+TEST_F(InspectFileTest, AVersion1TagAfterAWaveIsRead) {
     Inspect("x.wav", Riff(Format(2, 44100, 176400, 16) + Chunk("data", "")) + TagV1("Titel", "Wer"));
     EXPECT_EQ(file.FileTitle, "Titel");
 }

@@ -51,7 +51,7 @@ TEST_F(MpegHeaderTest, TheFirstOfTwoFramesCounts) {
     EXPECT_EQ(Header(Put(Mpeg(300, 20), 100, Frame(0xA0))), FrameBits);
 }
 
-TEST_F(MpegHeaderTest, BytesBehindTheEndAreZero) {
+TEST_F(MpegHeaderTest, BytesAfterTheEndAreZero) {
     EXPECT_EQ(Header(Mpeg(300, 298, Bytes({0xFF, 0xFB}))), "11111111111110110000000000000000");
     EXPECT_EQ(Header(Mpeg(300, 299, Bytes({0xFF}))), "");
 }
@@ -66,7 +66,7 @@ TEST_F(MpegHeaderTest, AMpeg2FrameIsNotRecognised) {
     EXPECT_EQ(Header(Mpeg(300, 0, Bytes({0xFF, 0xF3, 0x90, 0xC4}))), "111111111111001110010000");
 }
 
-TEST_F(MpegHeaderTest, TheXingMarkStands36BytesBehindTheFramesStart) {
+TEST_F(MpegHeaderTest, TheXingMarkIs36BytesAfterTheFramesStart) {
     Header(Put(Put(Mpeg(400, 100), 136, "Xing"), 144, Big(0x01020304, 4)));
     EXPECT_TRUE(file.IsVbr);
     EXPECT_EQ(file.VbrFrames, 0x01020304);
@@ -118,7 +118,7 @@ TEST_F(MpegHeaderTest, WithoutAFrameTheXingMarkIsLookedForAtPosition36) {
     EXPECT_EQ(file.VbrFrames, 9);
 }
 
-TEST_F(MpegHeaderTest, AFrameCountBehindTheEndReadsAsZero) {
+TEST_F(MpegHeaderTest, AFrameCountAfterTheEndReadsAsZero) {
     Header(Put(Mpeg(300, 258), 294, "Xing"));
     EXPECT_TRUE(file.IsVbr);
     EXPECT_EQ(file.VbrFrames, 0);

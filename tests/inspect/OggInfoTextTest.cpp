@@ -141,7 +141,7 @@ TEST(OggInfoTextTest, TheOffsetCountsCharactersNotBytes) {
     EXPECT_EQ(ReadOggInfo("Processing file \"/ä.oggäöüß\n").at(0).path, "/ä.ogg");
 }
 
-TEST(OggInfoTextTest, ABitRateLosesItsFractionBehindPointAndComma) {
+TEST(OggInfoTextTest, ABitRateLosesItsFractionAfterPointAndComma) {
     EXPECT_EQ(Read("Nominal bitrate: 112.000000 kb/s\n").bitRate, "112");
     EXPECT_EQ(Read("Nominal bitrate: 112,000000 kb/s\n").bitRate, "112");
     EXPECT_EQ(Read("Nominal bitrate: 1.234,5 kb/s\n").bitRate, "1.234");

@@ -82,7 +82,7 @@ TEST_F(ReadAudioInfoTest, AFileOf255BytesLeavesTheRecordCleared) {
     ExpectCleared(Read("a.mp3", Mpeg(255)));
 }
 
-TEST_F(ReadAudioInfoTest, AFrameBehindByte5000IsNotSeenAndTheRecordStaysCleared) {
+TEST_F(ReadAudioInfoTest, AFrameAfterByte5000IsNotSeenAndTheRecordStaysCleared) {
     ExpectCleared(Read("a.mp3", Mpeg(9000, 5000, Frame())));
     ExpectCleared(Read("a.mp3", TagV2(3, "", 6000) + Mpeg(9000)));
 }
@@ -101,7 +101,7 @@ TEST_F(ReadAudioInfoTest, AMpeg2OrLayer2FileIsReadFromItsFirstThreeBytesAlone) {
     EXPECT_EQ(layer2.Mode, "Stereo");
 }
 
-TEST_F(ReadAudioInfoTest, AMpeg2FileBehindAVersion2TagIsReadFromTheTagsMarkAndStaysCleared) {
+TEST_F(ReadAudioInfoTest, AMpeg2FileAfterAVersion2TagIsReadFromTheTagsMarkAndStaysCleared) {
     ExpectCleared(Read("a.mp3", TagV2(3, TextFrame(3, "TIT2", "Titel")) +
                                     Mpeg(20000, 0, Bytes({0xFF, 0xF3, 0x90, 0xC4}))));
 }

@@ -57,7 +57,7 @@ TEST_F(CheckDatabaseTest, TheYoungerRowOfADoubledNameGoesWithItsEntries) {
               (Texts{"older.mp3", "other.mp3"}));
 }
 
-TEST_F(CheckDatabaseTest, ANameThatStandsThreeTimesLosesOneRowAtEachStart) {
+TEST_F(CheckDatabaseTest, ANameThatIsThereThreeTimesLosesOneRowAtEachStart) {
     AddCategory("Rock");
     AddCategory("Rock");
     AddCategory("Rock");

@@ -98,7 +98,7 @@ TEST(MainMenuTableTest, ShortcutsAreGivenOnce) {
     }
 }
 
-TEST(MainMenuTableTest, NamesAreUniqueAndParentsStandBeforeTheirItems) {
+TEST(MainMenuTableTest, NamesAreUniqueAndParentsComeBeforeTheirItems) {
     std::set<std::string_view> menus;
     std::set<std::string_view> names;
     for (const MenuEntry& entry : MainMenuTable) {

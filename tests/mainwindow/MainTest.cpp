@@ -212,7 +212,7 @@ TEST_F(LocateDatabaseTest, ALibraryThatAnotherStartHasMadeMeanwhileIsTaken) {
     EXPECT_TRUE(msgBox.shown.empty());
 }
 
-TEST_F(LocateDatabaseTest, TheBoxTellsWhatStandsInTheLibrarysPlace) {
+TEST_F(LocateDatabaseTest, TheBoxTellsWhatIsInTheLibrarysPlace) {
     files.copyFails = true;
     files.copyFailure = RuntimeError(ErrorNumber::FileAlreadyExists, "File exists");
     ExpectFailureBox(
@@ -224,7 +224,7 @@ TEST_F(LocateDatabaseTest, TheBoxTellsWhatStandsInTheLibrarysPlace) {
                      "\n\nSicherungskopien liegen nicht daneben.");
 }
 
-TEST_F(LocateDatabaseTest, WhatStandsInTheDocumentsFoldersPlaceIsNamed) {
+TEST_F(LocateDatabaseTest, WhatIsInTheDocumentsFoldersPlaceIsNamed) {
     const TemporaryFolder home;
     const auto realFiles = CreatePosixFileSystem();
     services.fileSystem = realFiles.get();

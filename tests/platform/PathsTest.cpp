@@ -18,7 +18,7 @@ TEST(PathsTest, APathHasAFolderAndAName) {
     EXPECT_EQ(FileNameFromPath("C:\\a.mp3"), "C:\\a.mp3") << "only \"/\" separates";
 }
 
-TEST(PathsTest, AFinalSlashStandsOnce) {
+TEST(PathsTest, AFinalSlashIsThereOnce) {
     EXPECT_EQ(WithFinalSlash("/music"), "/music/");
     EXPECT_EQ(WithFinalSlash("/music/"), "/music/");
     EXPECT_EQ(WithFinalSlash("/"), "/");

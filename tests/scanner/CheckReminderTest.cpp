@@ -202,7 +202,7 @@ TEST_F(CheckReminderTest, TheDayIsFoundWithTheDatesOfOtherCountriesToo) {
     EXPECT_EQ(NextDate(), "6/3/2026");
 }
 
-TEST_F(CheckReminderTest, AYesStandsAlsoIfTheNextDateCannotBeWritten) {
+TEST_F(CheckReminderTest, AYesCountsAlsoIfTheNextDateCannotBeWritten) {
     SetReminder("1", "20.11.2026", "d");
     Record().failOn = "Update Reminder";
     box.answers = {MsgBox::Answer::Yes};

@@ -229,7 +229,7 @@ TEST_F(FileSearchTest, HiddenFilesAreScannedThoughTheyWereNotCounted) {
     EXPECT_THAT(work.progressValues, ElementsAre(100.0F, 100.0F, 100.0F, 0.0F)) << "the bar stops there";
 }
 
-TEST_F(FileSearchTest, TheTimeLeftTurnsNegativeBehindTheCountedFiles) {
+TEST_F(FileSearchTest, TheTimeLeftTurnsNegativeAfterTheCountedFiles) {
     Write("a.txt");
     Write(".b.txt");
     Write(".c.txt");

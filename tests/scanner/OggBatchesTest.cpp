@@ -197,7 +197,7 @@ TEST_F(OggBatchesTest, AQuickScanLooksForThePathQuoted) {
     EXPECT_THAT(StoredNames(), ElementsAre("it's.ogg"));
 }
 
-TEST_F(OggBatchesTest, TenKnownFilesInARowEndAQuickPassBeforeTheFilesBehindThem) {
+TEST_F(OggBatchesTest, TenKnownFilesInARowEndAQuickPassBeforeTheFilesAfterThem) {
     AddFiles(10);
     Read();
     AddFiles(0);

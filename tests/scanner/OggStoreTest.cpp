@@ -249,7 +249,7 @@ TEST_F(OggStoreTest, AMissingBitRateFailsAfterTheRowsBeforeIt) {
     EXPECT_EQ(Count("Select * from Files"), 0);
 }
 
-TEST_F(OggStoreTest, AMissingFileFailsBehindTitleAndPerformer) {
+TEST_F(OggStoreTest, AMissingFileFailsAfterTitleAndPerformer) {
     OggRecord record = Song("gone.ogg");
     EXPECT_THROW(Store(record), RuntimeError);
     EXPECT_EQ(connection.statements.back(), "Select Max(Inter_id) from Interpret");
@@ -322,7 +322,7 @@ TEST_F(OggStoreTest, WithoutTheScanLogNothingIsShown) {
     EXPECT_THAT(calls, IsEmpty());
 }
 
-TEST_F(OggStoreTest, EventsRunBehindTheLogLine) {
+TEST_F(OggStoreTest, EventsRunAfterTheLogLine) {
     mainModule.ScanLogEnabled = true;
     events.onDoEvents = [this] { calls.push_back("events"); };
     Store();

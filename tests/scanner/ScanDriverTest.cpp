@@ -363,7 +363,7 @@ TEST_F(ScanDriverTest, WithoutAPassOggFilesAreLeftAlone) {
     EXPECT_FALSE(mainModule.SuppressComboClick);
 }
 
-TEST_F(ScanDriverTest, TheSumOfMegabytesBeginsAnewInTheNextScan) {
+TEST_F(ScanDriverTest, TheSumOfMegabytesBeginsAgainInTheNextScan) {
     Write("a.mp3", std::string(1600000, 'x'));
     Write("b.ogg");
 

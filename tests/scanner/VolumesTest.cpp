@@ -96,7 +96,7 @@ TEST_F(VolumesTest, TheFileFieldsOfARootFileHaveTheRootAsDrive) {
     EXPECT_EQ(file.FilePath, "/a.mp3");
 }
 
-TEST_F(VolumesTest, ANetworkFileIsStoredByItsNetworkNameWhereverTheDriveStandsInThePath) {
+TEST_F(VolumesTest, ANetworkFileIsStoredByItsNetworkNameWhereverTheDriveIsInThePath) {
     FillFileFields(Facts("/mnt/music/x/mnt/music/a.mp3", "/mnt/music"), file);
 
     EXPECT_EQ(file.CurrentPath, "/mnt/music/x/mnt/music/a.mp3");

@@ -170,7 +170,7 @@ TEST_F(TagLibWriteTest, NulsAreLeftOut) {
     EXPECT_EQ(FieldOf(T::Title), "ab");
 }
 
-TEST_F(TagLibWriteTest, BytesBehindTheFramesThatAreNoPaddingStay) {
+TEST_F(TagLibWriteTest, BytesAfterTheFramesThatAreNoPaddingStay) {
     EXPECT_EQ(Save(TagV2(3, TextFrame(3, "TIT2", "Alt") + "???" + std::string(20, '\0')) + Audio,
                    {{T::Title, "Neue"}}),
               TagV2(3, TextFrame(3, "TIT2", "Neue") + "???" + std::string(19, '\0')) + Audio);

@@ -89,7 +89,7 @@ TEST_F(CopyFileTest, ASourceThatMayNotBeReadIsNoFaultOfTheTargetsFolder) {
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), {}), 1);
 }
 
-TEST_F(CopyFileTest, ACopyLeavesWhatStandsInItsPlace) {
+TEST_F(CopyFileTest, ACopyLeavesWhatIsInItsPlace) {
     Write("source", "new");
     Write("file", "old");
     fs::create_directory(folder / "folder");

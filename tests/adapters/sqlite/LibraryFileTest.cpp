@@ -204,7 +204,7 @@ TEST_F(LibraryFileTest, ALogThatAPowerFailureCutOrLeftAsZerosIsEmpty) {
     }
 }
 
-TEST_F(LibraryFileTest, ALogThatIsCutOrDamagedGivesWhatStandsBeforeThat) {
+TEST_F(LibraryFileTest, ALogThatIsCutOrDamagedGivesWhatComesBeforeThat) {
     {
         const auto connection = OpenLibrary(path);
         connection->Execute("Insert into Titel (Name) values ('in the file')");

@@ -108,7 +108,7 @@ TEST_F(LibraryPlaceTest, ADeletedLibraryIsNotWrittenToAndALaterOneFindsNoLog) {
     EXPECT_EQ(TitlesOf(path), Texts{});
 }
 
-TEST_F(LibraryPlaceTest, AFolderThatIsDeletedOrMadeAnewIsTold) {
+TEST_F(LibraryPlaceTest, AFolderThatIsDeletedOrMadeAgainIsTold) {
     fs::remove_all(folder);
     EXPECT_EQ(Failure([&] { Insert("late"); }), told);
     fs::create_directory(folder);

@@ -109,7 +109,7 @@ TEST_F(RowOrderTest, WholeNumbersOfEverySizeAndSignAreInTheEnginesOrder) {
     }
 }
 
-TEST_F(RowOrderTest, TextsThatDifferFarBehindTheirBeginningAreInTheEnginesOrder) {
+TEST_F(RowOrderTest, TextsThatDifferFarAfterTheirBeginningAreInTheEnginesOrder) {
     const std::string pieces[] = {"abcdefgh", "ABCDEFGH", "äbcdefgh", "abc", "x", "Ω", "ω", "“", ""};
     for (int file = 0; file < 500; ++file) {
         std::string path;

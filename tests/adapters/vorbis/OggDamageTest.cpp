@@ -51,7 +51,7 @@ TEST_F(OggDamageTest, AStreamThatBeginsBeforeTheLastOneEndedDoesNotCount) {
     ExpectAsTheTool("c.ogg", EncodedOgg::Long().substr(0, 60000) + EncodedOgg::Mono());
 }
 
-TEST_F(OggDamageTest, PagesBehindTheLastOneDoNotCount) {
+TEST_F(OggDamageTest, PagesAfterTheLastOneDoNotCount) {
     auto pages = SplitPages(EncodedOgg::Stereo());
     pages.push_back(pages.back());
     pages.back().granule = std::int64_t{44100} * 9;
