@@ -101,9 +101,9 @@ std::string GetFileIdFromNode(const TreeModel& tree, const std::string& key) {
     }
     // The category is unquoted: names come from dialogs that take no apostrophe.
     ADODB::Recordset entry;
-    entry.Open("Select File_id from FileCategories where Parent = '" + CategoryFromKey(node.Parent->Key) +
-                   "' and Filename = '" + SqlQuote(node.Text) +
-                   "' and [Position] = " + PositionFromKey(node.Key),
+    entry.Open("Select File_id from FileCategories where Parent = '" +
+                   std::string(SqlPlain(CategoryFromKey(node.Parent->Key))) + "' and Filename = '" +
+                   SqlQuote(node.Text) + "' and [Position] = " + PositionFromKey(node.Key),
                *mainModule.Connection);
     std::string fileId = entry.RecordCount() > 0 ? entry.Fields(0).Text() : std::string();
     entry.Close();
