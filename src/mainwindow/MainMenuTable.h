@@ -114,7 +114,7 @@ inline constexpr auto MainMenuTable = [] {
         {"mnuNewCategory", "mnuTree", 245, 0, Item},
         {"mnuEditCategory", "mnuTree", 246, 0, Item},
         {"mnuSep11", "mnuTree", 0, 0, Bar},
-        {"mnuDelete", "mnuTree", 0, 0, Item}, // Its text is "Löschen" in every language.
+        {"mnuDelete", "mnuTree", 220, 0, Item},
         {"mnuDeleteContent", "mnuTree", 247, 0, Item},
         {"mnuSep15", "mnuTree", 0, 0, Bar},
         {"mnuShowInGrid", "mnuTree", 244, 0, Item},

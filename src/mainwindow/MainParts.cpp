@@ -5,6 +5,7 @@
 #include "mainwindow/MainMenuTable.h"
 #include "mainwindow/WindowCommands.h"
 #include "scanner/ScanCommands.h"
+#include "tree/TreeCommands.h"
 
 #include <QMainWindow>
 
@@ -36,6 +37,7 @@ MainParts::MainParts(QMainWindow& window, const SwitchControls& switchControls,
     window.setCentralWidget(&Panes);
     RegisterScanCommands(Commands, Scan, Named, window);
     RegisterListCommands(Commands, List, Panes.Grid(), Named);
+    RegisterTreeCommands(Commands, Tree.Model(), Views, window);
     RegisterLibraryCommands(Commands, Work, Views);
     RegisterWindowCommands(Commands, Named, window, loadStrings);
     Menu.Build(Commands);

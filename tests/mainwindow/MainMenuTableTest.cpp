@@ -70,7 +70,7 @@ TEST(MainMenuTableTest, ThePopupMenusHoldTheirItemsInOrder) {
               "mnuKontextMp3 214, mnuKontextOgg 215, mnuKontextWav 216, mnuKontextShowGridlines 217, ");
     EXPECT_EQ(ItemsOf("mnuTree"),
               "mnuPlay 224, mnuTreeRandom 227, mnuSep12 0, mnuCreatePlaylist 225, mnuSep3 0, "
-              "mnuNewCategory 245, mnuEditCategory 246, mnuSep11 0, mnuDelete 0, mnuDeleteContent 247, "
+              "mnuNewCategory 245, mnuEditCategory 246, mnuSep11 0, mnuDelete 220, mnuDeleteContent 247, "
               "mnuSep15 0, mnuShowInGrid 244, mnuSep2 0, mnuExport 210, mnuImport 211, mnuEditTree 222, ");
 }
 

@@ -1,0 +1,17 @@
+// The commands of the category tree: its menu, and what the main menu has of it. Made once by the main
+// window, before its menus.
+#pragma once
+
+class QWidget;
+
+namespace quavernet {
+
+class CommandRegistry;
+class LibraryViews;
+class TreeModel;
+
+/// `owner` is the window that the dialogs stand over. `tree` is the one that is shown: each load replaces its
+/// content.
+void RegisterTreeCommands(CommandRegistry& commands, TreeModel& tree, LibraryViews& views, QWidget& owner);
+
+} // namespace quavernet
