@@ -2,13 +2,13 @@
 same, measured in the same run, and beside what is wanted.
 
 Parts: scan (with the main window open and the scan log on, and without any window; good files, and with broken ones
-among them), list (from the click to the painted rows), million (the same with 1,000,000 rows, and the memory for them),
-start (filled window, memory, idling), cancel (clicks on "cancel" at random moments of scans), ogg (the reader of Ogg
-files beside ogginfo itself).
+among them), list (from the click to the painted rows), tree (from the load to the painted nodes), million (the list
+with 1,000,000 rows, and the memory for them), start (filled window, memory, idling), cancel (clicks on "cancel" at
+random moments of scans), ogg (the reader of Ogg files beside ogginfo itself).
 
 Floors of scans: walk, open, read head and tail of each file, and write (look up, update) the same rows with bare SQLite
 in one transaction. Floors of lists: bare SQLite reading the same rows unsorted; of a search or a filter: the bare
-statement. The fastest of several rounds counts, since other programs only ever add time; of clicks the slowest.
+statement; of the tree: its statements, and as many nodes in a bare view. The fastest of several rounds counts, since other programs only ever add time; of clicks the slowest.
 Libraries lie on disk below build/bench, music in memory.
 """
 import argparse
@@ -94,6 +94,10 @@ def lists(run):
     run.in_window(run.home(run.options.rows), "list", 2 * run.options.rounds + 1)
 
 
+def tree(run):
+    run.in_window(run.home(run.options.rows), "tree", 2 * run.options.rounds + 1)
+
+
 def million(run):
     home = run.home(MILLION)
     run.in_window(home, "list", max(1, run.options.rounds // 2))
@@ -133,7 +137,8 @@ def ogg(run):
     run.collect(BENCH, "ogg", folder, run.options.rounds)
 
 
-PARTS = {"scan": scan, "list": lists, "million": million, "start": start_to_idle, "cancel": cancel_clicks, "ogg": ogg}
+PARTS = {"scan": scan, "list": lists, "tree": tree, "million": million, "start": start_to_idle,
+         "cancel": cancel_clicks, "ogg": ogg}
 
 
 def read_options():
@@ -142,7 +147,7 @@ def read_options():
     reader.add_argument("--only", metavar="PART", nargs="+", choices=PARTS, default=list(PARTS), help="these parts alone")
     reader.add_argument("--count", type=int, default=20000, help="files to scan (%(default)s)")
     reader.add_argument("--rows", type=int, default=100000, help="rows of the list (%(default)s)")
-    reader.add_argument("--rounds", type=int, default=3, help="rounds of a scan (%(default)s); lists take 2 N + 1")
+    reader.add_argument("--rounds", type=int, default=3, help="rounds of a scan (%(default)s); lists and trees take 2 N + 1")
     reader.add_argument("--clicks", type=int, default=40, help='clicks on "cancel" (%(default)s)')
     reader.add_argument("--store", metavar="FILE", help="keep the figures in FILE")
     reader.add_argument("--compare", metavar="FILE",

@@ -46,16 +46,16 @@ void RealWindow::Start() {
     PaintAgain();
 }
 
-void RealWindow::UntilPainted(const std::function<void()>& action) {
+void RealWindow::UntilPainted(const std::function<void()>& action, QAbstractItemView& view) {
     action();
-    // Whatever is painted from here on is the new list: until here no events have run since it is there.
-    const PaintWatch watch(*Grid().viewport());
+    // Whatever is painted from here on are the new rows: until here no events have run since they are there.
+    const PaintWatch watch(*view.viewport());
     const QDeadlineTimer patience(std::chrono::minutes(1));
     QTimer heartbeat; // Events may not come at all.
     heartbeat.start(std::chrono::seconds(1));
     while (!watch.Painted()) {
         if (patience.hasExpired()) {
-            throw std::runtime_error("no list has been painted");
+            throw std::runtime_error("nothing has been painted");
         }
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }

@@ -30,7 +30,9 @@ public:
 
     /// Runs an action that ends in a new list, and returns when its rows have been painted and the screen has
     /// got them.
-    void UntilPainted(const std::function<void()>& action);
+    void UntilPainted(const std::function<void()>& action) { UntilPainted(action, Grid()); }
+    /// The same for an action that ends in a view whose rows are new.
+    void UntilPainted(const std::function<void()>& action, QAbstractItemView& view);
 
     /// Paints the rows that are shown once more, until the screen has got them.
     void PaintAgain();

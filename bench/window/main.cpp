@@ -1,6 +1,7 @@
 // The jobs whose end is on the screen. Called by bench/run, with a screen and a home folder of its own.
 #include "window/ListJobs.h"
 #include "window/RealWindow.h"
+#include "window/TreeJobs.h"
 #include "window/WindowScanner.h"
 
 #include <cstdio>
@@ -18,6 +19,10 @@ int main(int count, char** arguments) {
             ListJobs(window, std::stoi(words[1]));
             return 0;
         }
+        if (words.size() == 2 && words[0] == "tree") {
+            TreeJobs(window, std::stoi(words[1]));
+            return 0;
+        }
         if (words.size() == 1 && words[0] == "memory") {
             ListMemory(window);
             return 0;
@@ -32,6 +37,7 @@ int main(int count, char** arguments) {
         return 1;
     }
     std::fprintf(stderr, "quavernet_window_bench list ROUNDS\n"
+                         "quavernet_window_bench tree ROUNDS\n"
                          "quavernet_window_bench memory\n"
                          "quavernet_window_bench scan MUSIC WORK NAME ROUNDS\n");
     return 2;
