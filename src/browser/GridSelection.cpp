@@ -28,8 +28,9 @@ void GridSelection::MouseDown(std::int32_t mouseRow, GridButton button, GridModi
     if (m_row >= 1) {
         m_col = FormatColumn; // The control state looks the format up there, and leaves the column so.
     }
+    ForgetTreeDrag();
     m_view.SelectionChanged();
-    m_dragging = true;
+    m_drag.GridDragging = true;
     if (m_rows < 2) {
         return;
     }
@@ -42,6 +43,13 @@ void GridSelection::MouseDown(std::int32_t mouseRow, GridButton button, GridModi
     // as one too: so every press is a change, and exactly one. A second one would turn a row that Ctrl has
     // just taken in out again.
     SelChange();
+}
+
+void GridSelection::ForgetTreeDrag() {
+    m_drag.DragFromTree = false;
+    m_drag.DragText.clear();
+    m_drag.DragPosition.clear();
+    m_drag.DragCategory.clear();
 }
 
 void GridSelection::MoveByPress(std::int32_t row, bool extend) {
@@ -92,7 +100,7 @@ GridHover GridSelection::MouseMove(std::int32_t mouseRow, bool leftButton) const
 
 void GridSelection::MouseUp() {
     m_highLight = false;
-    m_dragging = false;
+    m_drag.GridDragging = false;
     m_ctrlDown = false;
     m_shiftDown = false;
     m_leftDown = false;

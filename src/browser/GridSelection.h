@@ -2,6 +2,7 @@
 // painted rows, mainModule.SelectedRows, the states of the context menu and the row to scroll to.
 #pragma once
 
+#include "app/DragState.h"
 #include "browser/RowRanges.h"
 
 #include <cstdint>
@@ -49,7 +50,8 @@ public:
     static constexpr std::int32_t Columns = 6;
     static constexpr std::int32_t FormatColumn = 5;
 
-    explicit GridSelection(SelectionView& view) : m_view(view) {}
+    /// A press notes in `drag` that a drag of the list may begin, and that none of the tree does.
+    GridSelection(SelectionView& view, DragState& drag) : m_view(view), m_drag(drag) {}
 
     /// Called when a new list is in the grid: nothing is painted, selected or remembered. `rows` counts the
     /// header too.
@@ -76,8 +78,6 @@ public:
     std::vector<std::string> StartDrag();
     /// The drag has ended, and with it the press that began it: the drag swallows the release of the button.
     void CompleteDrag() { MouseUp(); }
-    /// A drop has ended: the memory of a possible drag goes.
-    void ClearDragging() { m_dragging = false; }
 
     /// Makes a row the current one, and the only one between the bounds; a row after the last is the last.
     /// The selection follows at the next SelChange.
@@ -101,7 +101,6 @@ public:
     bool LeftDown() const { return m_leftDown; }
     bool RightClicked() const { return m_rightClicked; }
     bool RowDeselected() const { return m_rowDeselected; }
-    bool GridDragging() const { return m_dragging; }
     bool MultipleSelection() const { return m_multipleSelection; }
     bool HighLight() const { return m_highLight; } ///< The grid's own marking, on during a press with Shift.
 
@@ -118,6 +117,7 @@ private:
         std::int32_t rowSel = 0;
     };
 
+    void ForgetTreeDrag();
     void MoveByPress(std::int32_t row, bool extend);
     void PressRight(std::int32_t row);
     void NoteButtons(GridButton button, GridModifiers modifiers);
@@ -125,6 +125,7 @@ private:
     void FollowRow();
 
     SelectionView& m_view;
+    DragState& m_drag;
     std::int32_t m_rows = 1;
     std::int32_t m_col = 0;
     std::int32_t m_colSel = 0;
@@ -137,7 +138,6 @@ private:
     bool m_leftDown = false;
     bool m_rightClicked = false;
     bool m_rowDeselected = false;
-    bool m_dragging = false;
     bool m_multipleSelection = false;
     bool m_highLight = false;
 };

@@ -1,12 +1,12 @@
 #include "browser/GridView.h"
 
 #include "adapters/qt/FileUris.h"
+#include "adapters/qt/QtText.h"
 #include "app/MainModule.h"
 #include "browser/GridPaint.h"
-#include "widgets/Pictures.h"
+#include "widgets/DragFiles.h"
 
 #include <QApplication>
-#include <QDrag>
 #include <QHelpEvent>
 #include <QMimeData>
 #include <QScrollBar>
@@ -46,7 +46,7 @@ void TakeFiles(QDropEvent& event) {
 
 } // namespace
 
-GridView::GridView(QWidget* parent) : QTableView(parent), m_selection(*this) {
+GridView::GridView(QWidget* parent, DragState& drag) : QTableView(parent), m_selection(*this, drag) {
     setObjectName(QStringLiteral("grdMp3"));
     setModel(&m_model);
     setItemDelegate(new RowPainter(m_selection, this));
@@ -278,10 +278,7 @@ bool GridView::viewportEvent(QEvent* event) {
 void GridView::Drag() {
     const std::vector<std::string> files = m_selection.StartDrag();
     if (!files.empty()) {
-        auto* drag = new QDrag(this); // Qt deletes it when the other side is through with the data.
-        drag->setMimeData(FilesToOffer(files));
-        drag->setPixmap(Picture("drag").pixmap(QSize(24, 24), devicePixelRatioF()));
-        drag->exec(Qt::CopyAction);
+        DragFiles(*this, FilesToOffer(files));
     }
     m_selection.CompleteDrag();
 }

@@ -16,7 +16,7 @@ namespace quavernet {
 class GridView : public QTableView, private SelectionView {
     Q_OBJECT
 public:
-    explicit GridView(QWidget* parent);
+    GridView(QWidget* parent, DragState& drag);
 
     /// A new list: the rows, with nothing selected.
     void SetRows(ListRows rows);

@@ -37,7 +37,7 @@ protected:
 
 } // namespace
 
-MainPanes::MainPanes(QWidget* parent) : QWidget(parent) {
+MainPanes::MainPanes(QWidget* parent, DragState& drag) : QWidget(parent) {
     setMouseTracking(true);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -49,7 +49,7 @@ MainPanes::MainPanes(QWidget* parent) : QWidget(parent) {
     column->addWidget(m_filter);
     column->addWidget(m_client, 1);
     BuildToolbar();
-    BuildFrames();
+    BuildFrames(drag);
     m_placement = std::make_unique<PaneLayout>(PlacedControls{*m_client, *m_toolbar, *m_filter, *m_play,
                                                               *m_randomize, *m_frame1, *m_frame3, *m_sizer,
                                                               *m_letters, *m_grid, *m_tree, *m_status});
@@ -98,7 +98,7 @@ void MainPanes::BuildCommands(const CommandRegistry& commands) {
     OrderTabs();
 }
 
-void MainPanes::BuildFrames() {
+void MainPanes::BuildFrames(DragState& drag) {
     m_frame3 = new PaneFrame(m_client);
     m_frame3->setObjectName(QStringLiteral("Frame3"));
     m_tree = new TreeView(m_frame3);
@@ -107,7 +107,7 @@ void MainPanes::BuildFrames() {
     m_frame1->setObjectName(QStringLiteral("Frame1"));
     m_frame1->setMouseTracking(true);
     m_letters = new LetterRow(m_frame1);
-    m_grid = new GridView(m_frame1);
+    m_grid = new GridView(m_frame1, drag);
     m_sizer = new QWidget(m_client);
     m_sizer->setObjectName(QStringLiteral("lblSizer"));
     m_sizer->setCursor(Qt::SplitHCursor);

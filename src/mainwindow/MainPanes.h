@@ -21,7 +21,7 @@ namespace quavernet {
 class MainPanes : public QWidget {
     Q_OBJECT
 public:
-    explicit MainPanes(QWidget* parent);
+    MainPanes(QWidget* parent, DragState& drag);
 
     MainToolbar& Toolbar1() { return *m_toolbar; }
     FilterRow& Filter() { return *m_filter; }
@@ -45,7 +45,7 @@ protected:
 
 private:
     void BuildToolbar();
-    void BuildFrames();
+    void BuildFrames(DragState& drag);
     void OrderTabs();
     void LoadAccessibleNames();
     void PlayButtonsAtRest();

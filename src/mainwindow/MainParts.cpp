@@ -29,7 +29,7 @@ std::vector<std::string_view> CommandNames() {
 
 MainParts::MainParts(QMainWindow& window, const SwitchControls& switchControls,
                      const std::function<void()>& loadStrings)
-    : Commands(CommandNames()), Menu(*new MainMenu(window.menuBar())), Panes(*new MainPanes(&window)),
+    : Commands(CommandNames()), Menu(*new MainMenu(window.menuBar())), Panes(*new MainPanes(&window, Drag)),
       Named(Menu, Panes.Toolbar1(), Panes), Work(window, Panes.Status()),
       List({Panes.Grid(), Panes.Filter(), Panes.Letters()}, Work, Named, switchControls, Player),
       Tree(Panes.Tree(), Named, Commands, Player), Views(List, Panes.Filter(), Tree, Named, switchControls),

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/CommandRegistry.h"
+#include "app/DragState.h"
 #include "browser/ListController.h"
 #include "mainwindow/MainControls.h"
 #include "mainwindow/MainMenu.h"
@@ -26,6 +27,7 @@ public:
     MainParts(QMainWindow& window, const SwitchControls& switchControls,
               const std::function<void()>& loadStrings);
 
+    DragState Drag; ///< Written and read by list and tree.
     CommandRegistry Commands;
     MainMenu& Menu; ///< Owned by the window, like the panes.
     MainPanes& Panes;

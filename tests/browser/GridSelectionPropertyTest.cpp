@@ -163,7 +163,7 @@ private:
         EXPECT_EQ(std::tuple(m_fast.CtrlDown(), m_fast.ShiftDown(), m_fast.LeftDown()),
                   std::tuple(m_slow.CtrlDown, m_slow.ShiftDown, m_slow.LeftDown))
             << m_log.str();
-        EXPECT_EQ(std::tuple(m_fast.RightClicked(), m_fast.RowDeselected(), m_fast.GridDragging()),
+        EXPECT_EQ(std::tuple(m_fast.RightClicked(), m_fast.RowDeselected(), m_drag.GridDragging),
                   std::tuple(m_slow.RightClicked, m_slow.RowDeselected, m_slow.GridDragging))
             << m_log.str();
         EXPECT_EQ(m_fast.MultipleSelection(), m_slow.multiple) << m_log.str();
@@ -175,7 +175,8 @@ private:
     int m_load = 0;
     std::map<int, std::int64_t> m_ids;
     SelectionViewDouble m_view;
-    GridSelection m_fast{m_view};
+    DragState m_drag;
+    GridSelection m_fast{m_view, m_drag};
     LiteralGrid m_slow;
     int m_controlStateRow = -1;
     std::ostringstream m_log;

@@ -50,7 +50,8 @@ protected:
     static constexpr GridModifiers Ctrl{.Ctrl = true};
 
     SelectionViewDouble view;
-    GridSelection grid{view};
+    DragState drag;
+    GridSelection grid{view, drag};
 };
 
 TEST_F(GridSelectionTest, AClickSelectsOneRowAndShowsItsPath) {
@@ -224,7 +225,7 @@ TEST_F(GridSelectionTest, TheMenuKeyActsOnTheCurrentRowAndIsNoRightPress) {
     EXPECT_EQ(mainModule.DetailsRow, 4);
     EXPECT_THAT(Selected(), ElementsAre(4));
     EXPECT_FALSE(grid.RightClicked());
-    EXPECT_FALSE(grid.GridDragging());
+    EXPECT_FALSE(drag.GridDragging);
     RightPress(5);
     grid.MenuKey();
     EXPECT_TRUE(grid.RightClicked()) << "the last press was the right one";
@@ -257,7 +258,7 @@ TEST_F(GridSelectionTest, APressIntoAListWithoutRowsArmsTheDragAndNothingElse) {
     RightPress(0);
     EXPECT_THAT(view.kontextItems, IsEmpty());
     EXPECT_FALSE(grid.RightClicked());
-    EXPECT_TRUE(grid.GridDragging());
+    EXPECT_TRUE(drag.GridDragging);
     Press(0, Ctrl);
     EXPECT_FALSE(grid.CtrlDown());
     EXPECT_FALSE(grid.LeftDown());
@@ -298,11 +299,11 @@ TEST_F(GridSelectionTest, TheReleaseClearsAllFlagsOfThePress) {
     Press(3, Ctrl);
     EXPECT_TRUE(grid.CtrlDown());
     EXPECT_TRUE(grid.LeftDown());
-    EXPECT_TRUE(grid.GridDragging());
+    EXPECT_TRUE(drag.GridDragging);
     grid.MouseUp();
     EXPECT_FALSE(grid.CtrlDown());
     EXPECT_FALSE(grid.LeftDown());
-    EXPECT_FALSE(grid.GridDragging());
+    EXPECT_FALSE(drag.GridDragging);
     Press(3, Shift);
     EXPECT_TRUE(grid.ShiftDown());
     grid.MouseUp();
@@ -445,7 +446,7 @@ TEST_F(GridSelectionTest, ADragOfOneMemberTakesTheRowThatIsPainted) {
     EXPECT_THAT(grid.StartDrag(), ElementsAre("/music/5.mp3"));
     EXPECT_EQ(events.count, 1);
     grid.CompleteDrag();
-    EXPECT_FALSE(grid.GridDragging());
+    EXPECT_FALSE(drag.GridDragging);
     EXPECT_FALSE(grid.LeftDown());
 }
 
@@ -463,11 +464,18 @@ TEST_F(GridSelectionTest, ADragWithoutACurrentRowTakesNothing) {
     EXPECT_EQ(events.count, 0);
 }
 
-TEST_F(GridSelectionTest, TheEndOfADropClearsTheMemoryOfTheDrag) {
-    Press(5);
-    grid.ClearDragging();
-    EXPECT_FALSE(grid.GridDragging());
-    EXPECT_TRUE(grid.LeftDown());
+TEST_F(GridSelectionTest, EachPressForgetsWhatAPressOnTheTreeRemembered) {
+    for (const GridButton button : {GridButton::Left, GridButton::Right, GridButton::Other}) {
+        drag = {true, false, "One.mp3", "3", "Rock", "/music/One.mp3"};
+        // What the window reads of it at the press is already the new state, but for the list's own flag.
+        view.onSelectionChanged = [&] { EXPECT_FALSE(drag.DragFromTree || drag.GridDragging); };
+        Press(5, {}, button);
+        EXPECT_TRUE(drag.GridDragging);
+        EXPECT_FALSE(drag.DragFromTree);
+        EXPECT_EQ(drag.DragText + drag.DragPosition + drag.DragCategory, "");
+        EXPECT_EQ(drag.DragFilePath, "/music/One.mp3");
+        grid.MouseUp();
+    }
 }
 
 TEST_F(GridSelectionTest, ARowAfterTheLastIsSetAsTheLast) {

@@ -155,12 +155,12 @@ TEST_F(DragDropTest, ADragFromTheListEndsThePressThatBeganIt) {
     AddFile("Cure", "Two");
     Start();
     QTest::mousePress(Grid().viewport(), Qt::LeftButton, {}, CellCentre(2));
-    EXPECT_TRUE(Grid().Selection().GridDragging());
+    EXPECT_TRUE(Form().Parts().Drag.GridDragging);
     const QPoint far = CellCentre(2) + QPoint(60, 5);
     QMouseEvent move(QEvent::MouseMove, QPointF(far), QPointF(Grid().viewport()->mapToGlobal(far)),
                      Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(Grid().viewport(), &move);
-    EXPECT_FALSE(Grid().Selection().GridDragging());
+    EXPECT_FALSE(Form().Parts().Drag.GridDragging);
     EXPECT_FALSE(Grid().Selection().LeftDown());
     EXPECT_EQ(mainModule.SelectedRows.Rows(), std::vector<std::int32_t>{2});
 }

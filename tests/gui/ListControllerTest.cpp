@@ -34,7 +34,8 @@ protected:
     }
 
     QWidget pane;
-    GridView grid{&pane};
+    DragState drag;
+    GridView grid{&pane, drag};
     FilterRow filter{&pane};
     LetterRow letters{&pane};
     CallList calls;

@@ -292,7 +292,8 @@ TEST_F(StatementRoadTest, OfADoubleClickOnTheList) {
     RecordingPlayer player{calls};
     SelectionViewDouble rows;
     SilentSort sort;
-    GridSelection grid{rows};
+    DragState drag;
+    GridSelection grid{rows, drag};
     grid.Reset(3);
     for (const int row : {1, 2}) {
         mainModule.FilePaths.Add("/" + std::to_string(row));

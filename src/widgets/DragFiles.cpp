@@ -1,0 +1,41 @@
+#include "widgets/DragFiles.h"
+
+#include "widgets/Pictures.h"
+
+#include <QDrag>
+#include <QMimeData>
+#include <QPainter>
+#include <QPixmap>
+#include <QWidget>
+
+namespace quavernet {
+
+namespace {
+
+// The toolkit takes the middle of a pointer's picture for the place that it points at: the tip of the arrow
+// goes there.
+QPixmap Pointer(qreal pixelRatio) {
+    constexpr QSize Side(48, 48);
+    constexpr QSize PictureSide(24, 24);
+    constexpr QPoint Tip(5, 3);
+    QPixmap pointer(Side * pixelRatio);
+    pointer.setDevicePixelRatio(pixelRatio);
+    pointer.fill(Qt::transparent);
+    QPainter painter(&pointer);
+    Picture("drag").paint(&painter, QRect(QPoint(Side.width(), Side.height()) / 2 - Tip, PictureSide));
+    return pointer;
+}
+
+} // namespace
+
+void DragFiles(QWidget& source, QMimeData* data) {
+    auto* drag = new QDrag(&source); // Qt deletes it when the other side is through with the data.
+    drag->setMimeData(data);
+    // The same everywhere, also where nothing takes the files.
+    const QPixmap pointer = Pointer(source.devicePixelRatioF());
+    drag->setDragCursor(pointer, Qt::CopyAction);
+    drag->setDragCursor(pointer, Qt::IgnoreAction);
+    drag->exec(Qt::CopyAction);
+}
+
+} // namespace quavernet
