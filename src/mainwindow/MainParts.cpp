@@ -33,7 +33,7 @@ MainParts::MainParts(QMainWindow& window, const SwitchControls& switchControls,
       Named(Menu, Panes.Toolbar1(), Panes), Work(window, Panes.Status()),
       List({Panes.Grid(), Panes.Filter(), Panes.Letters()}, Work, Named, switchControls, Player),
       Tree(Panes.Tree(), Named, Commands, Player), Views(List, Panes.Filter(), Tree, Named, switchControls),
-      Scan(Work, Views, Named, window) {
+      Scan(Work, Views, Named, window), TreeDrags(Panes.Tree(), Views, Drag, Scan.Driver(), Work) {
     window.setCentralWidget(&Panes);
     RegisterScanCommands(Commands, Scan, Named, window);
     RegisterListCommands(Commands, List, Panes.Grid(), Named);

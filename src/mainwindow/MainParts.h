@@ -12,6 +12,7 @@
 #include "mainwindow/MainWork.h"
 #include "mainwindow/NoPlayer.h"
 #include "scanner/ScanController.h"
+#include "tree/TreeDragDrop.h"
 #include "tree/TreePane.h"
 
 #include <functional>
@@ -38,6 +39,7 @@ public:
     TreePane Tree;
     MainViews Views;
     ScanController Scan;
+    TreeDragDrop TreeDrags;
 };
 
 } // namespace quavernet

@@ -31,6 +31,9 @@ public:
     /// Lets events run.
     void FilesDropped(DropTarget target, const std::vector<std::string>& paths);
 
+    /// For the drop on the tree, which stores unknown files by it.
+    ScanDriver& Driver() { return m_driver; }
+
 private:
     LongWork& m_work;
     ScanView& m_view;

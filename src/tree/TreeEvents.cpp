@@ -46,6 +46,26 @@ void TreeNodeClick(TreeModel& tree, const std::string& key) {
     tree.SetDropHighlight(key);
 }
 
+void TreeDragOver(TreeModel& tree, const std::string& key, std::int32_t x, std::int32_t y) {
+    tree.ClearDropHighlight();
+    if (x == 0 || y == 0) {
+        if (tree.HasSelection()) {
+            tree.SetDropHighlight(tree.SelectedItem().Key);
+        }
+    } else if (tree.Contains(key)) {
+        tree.SetDropHighlight(key);
+    }
+}
+
+int TreeScrollDirection(std::int32_t y, std::int32_t height) {
+    constexpr std::int32_t UpperBand = 300;
+    constexpr std::int32_t LowerBand = 500;
+    if (y > 0 && y < UpperBand) {
+        return -1;
+    }
+    return y > height - LowerBand && y < height ? 1 : 0;
+}
+
 TreeKeyAction TreeKeyDown(const TreeModel& tree, int keyCode) {
     const bool deletes = keyCode == Keys::Delete && tree.HasSelection() &&
                          KindOfKey(tree.SelectedItem().Key) != NodeKind::Root;

@@ -6,6 +6,7 @@
 #include "tree/NodeKey.h"
 #include "tree/TreeModel.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -18,6 +19,14 @@ void TreeCollapse(TreeModel& tree, const std::string& key);
 
 /// Selects the node and marks it as the target of a drop.
 void TreeNodeClick(TreeModel& tree, const std::string& key);
+
+/// A drag is over a node (empty key: beside all nodes), at a place in twips of the tree: the node is marked
+/// as its target. At the very edge, where a place is 0, the selected node is.
+void TreeDragOver(TreeModel& tree, const std::string& key, std::int32_t x, std::int32_t y);
+
+/// The direction in which a drag at this height scrolls a tree of that height, in twips: -1 up in the upper
+/// band, 1 down in the lower one, which is wider; 0 between them and at the edges.
+int TreeScrollDirection(std::int32_t y, std::int32_t height);
 
 /// What a key asks of the form.
 enum class TreeKeyAction {

@@ -1,6 +1,10 @@
 #include "tree/TreeView.h"
 
+#include <QApplication>
+#include <QDropEvent>
 #include <QHeaderView>
+#include <QMouseEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QSignalBlocker>
 
@@ -16,6 +20,8 @@ TreeView::TreeView(QWidget* parent) : QTreeView(parent), m_items(*this) {
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     setContextMenuPolicy(Qt::CustomContextMenu);
+    setAcceptDrops(true);
+    viewport()->setAcceptDrops(true);
     // A long name gets a scroll bar instead of dots.
     header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     header()->setStretchLastSection(false);
@@ -42,6 +48,90 @@ std::string TreeView::NodeAt(const QPoint& position) const {
 void TreeView::ShowSelection() {
     if (Model().HasSelection()) {
         setCurrentIndex(m_items.IndexOf(Model().SelectedItem()));
+    }
+}
+
+std::string TreeView::GetTreeViewFirstVisibleNode() const {
+    return NodeAt(QPoint(0, 0));
+}
+
+void TreeView::SetTreeViewFirstVisibleNode(const std::string& key) {
+    scrollTo(m_items.IndexOf(Model().Node(key)), PositionAtTop);
+}
+
+void TreeView::ScrollLine(int direction) {
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + direction);
+}
+
+void TreeView::SetShowsTarget(bool shows) {
+    if (shows != m_showsTarget) {
+        m_showsTarget = shows;
+        UpdateRow(Model().DropHighlight());
+    }
+}
+
+void TreeView::UpdateRow(const TreeNode* node) {
+    if (node != nullptr) {
+        const QRect cell = visualRect(m_items.IndexOf(*node));
+        viewport()->update(0, cell.top(), viewport()->width(), cell.height());
+    }
+}
+
+void TreeView::mousePressEvent(QMouseEvent* event) {
+    m_mayDrag = false;
+    m_pressPosition = event->pos();
+    const std::string key = NodeAt(event->pos()); // The toolkit may expand a node: then others are here.
+    QTreeView::mousePressEvent(event);
+    emit Pressed(key, event->button() == Qt::RightButton);
+}
+
+void TreeView::mouseMoveEvent(QMouseEvent* event) {
+    if (event->buttons() == Qt::NoButton) {
+        QTreeView::mouseMoveEvent(event);
+        return;
+    }
+    // A held button selects nothing on the way: it drags, or does nothing.
+    const int distance = (event->pos() - m_pressPosition).manhattanLength();
+    if (m_mayDrag && event->buttons() == Qt::LeftButton && distance >= QApplication::startDragDistance()) {
+        m_mayDrag = false;
+        emit DragWanted();
+    }
+}
+
+void TreeView::mouseReleaseEvent(QMouseEvent* event) {
+    m_mayDrag = false;
+    QTreeView::mouseReleaseEvent(event);
+    emit Released();
+}
+
+void TreeView::dragEnterEvent(QDragEnterEvent* event) {
+    emit DragEntered(*event);
+}
+
+void TreeView::dragMoveEvent(QDragMoveEvent* event) {
+    emit DragMoved(*event);
+}
+
+void TreeView::dragLeaveEvent(QDragLeaveEvent*) {
+    emit DragLeft();
+}
+
+void TreeView::dropEvent(QDropEvent* event) {
+    emit Dropped(*event);
+}
+
+// The whole row takes the drop, so all of it is marked; the selected node stays recognisable below the mark.
+void TreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                       const QModelIndex& index) const {
+    constexpr int FillOpacity = 64; // Of 255.
+    QTreeView::drawRow(painter, option, index);
+    if (m_showsTarget && TreeItems::NodeOf(index) == m_items.Model().DropHighlight()) {
+        const QRect row(0, option.rect.top(), viewport()->width() - 1, option.rect.height() - 1);
+        QColor fill = palette().color(QPalette::Highlight);
+        painter->setPen(fill);
+        fill.setAlpha(FillOpacity);
+        painter->setBrush(fill);
+        painter->drawRect(row);
     }
 }
 

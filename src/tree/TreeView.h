@@ -1,5 +1,6 @@
-// The tree control of the main window: shows the nodes of TreeItems, tells which node is at a place, and
-// scrolls to nodes. The main window's panes make it; TreePane handles what happens on it.
+// The tree control of the main window: shows the nodes of TreeItems, tells which node is at a place, scrolls,
+// and passes on what mouse and drags do on it. The main window's panes make it; TreePane and TreeDragDrop
+// handle what happens on it.
 #pragma once
 
 #include "tree/TreeItems.h"
@@ -28,8 +29,50 @@ public:
     /// Marks the model's selected node as such; nothing happens if it has none.
     void ShowSelection();
 
+    /// Key of the node at the top of the visible part; empty in an empty tree.
+    std::string GetTreeViewFirstVisibleNode() const;
+    /// Scrolls so that the node is at the top, or as far as the tree goes. Throws RuntimeError 35601 if there
+    /// is none of that key.
+    void SetTreeViewFirstVisibleNode(const std::string& key);
+    /// Scrolls by one node: up for -1, down for 1.
+    void ScrollLine(int direction);
+
+    /// From now on the model's target of a drop is painted as such, or no longer.
+    void SetShowsTarget(bool shows);
+    /// The row of a node has to be painted again; nullptr for none.
+    void UpdateRow(const TreeNode* node);
+
+    /// Whether the press that goes on may become a drag; each press begins with one that may not.
+    void SetMayDrag(bool may) { m_mayDrag = may; }
+
+signals:
+    /// The key is empty beside all nodes.
+    void Pressed(const std::string& key, bool isRightButton);
+    /// The button is up, or the menu that took its place has closed.
+    void Released();
+    /// The mouse has moved far enough with the left button held.
+    void DragWanted();
+    void DragEntered(QDropEvent& event); ///< Handlers of these three accept the event or ignore it.
+    void DragMoved(QDropEvent& event);
+    void Dropped(QDropEvent& event);
+    void DragLeft();
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) const override;
+
 private:
     TreeItems m_items;
+    QPoint m_pressPosition;
+    bool m_mayDrag = false;
+    bool m_showsTarget = false;
 };
 
 } // namespace quavernet

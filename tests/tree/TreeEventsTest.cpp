@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 
+#include <map>
 #include <set>
 
 namespace quavernet::test {
@@ -206,6 +207,33 @@ TEST_F(TreeEventsTest, AFailingCountIsAFailureOfTheDoubleClick) {
     connection->failing = "Update";
     tree.Select("file17pos2");
     EXPECT_THROW(TreeDblClick(tree, player), RuntimeError);
+}
+
+TEST_F(TreeEventsTest, ADragMarksTheNodeUnderItAndTheSelectedOneAtTheVeryEdge) {
+    const auto target = [&] { return tree.DropHighlight() == nullptr ? "" : tree.DropHighlight()->Key; };
+    TreeDragOver(tree, "CAT_Jazz", 15, 15);
+    EXPECT_EQ(target(), "CAT_Jazz");
+    TreeDragOver(tree, "CAT_Jazz", 0, 15);
+    EXPECT_EQ(target(), "") << "nothing is selected";
+    tree.Select("file17pos2");
+    TreeDragOver(tree, "CAT_Jazz", 15, 0);
+    EXPECT_EQ(target(), "file17pos2");
+    TreeDragOver(tree, "", 15, 15);
+    EXPECT_EQ(target(), "");
+    EXPECT_EQ(tree.SelectedItem().Key, "file17pos2");
+}
+
+TEST_F(TreeEventsTest, ADragScrollsInTheUpper300AndTheLower500Twips) {
+    constexpr int Height = 6000;
+    std::map<int, int> directions;
+    for (const int y : {-1, 0, 1, 299, 300, 5500, 5501, 5999, 6000}) {
+        directions[y] = TreeScrollDirection(y, Height);
+    }
+    EXPECT_EQ(
+        directions,
+        (std::map<int, int>{
+            {-1, 0}, {0, 0}, {1, -1}, {299, -1}, {300, 0}, {5500, 0}, {5501, 1}, {5999, 1}, {6000, 0}}));
+    EXPECT_EQ(TreeScrollDirection(100, 200), -1) << "in a low tree the upper band goes first";
 }
 
 TEST_F(TreeEventsTest, AKeyOfNoNodeIsRememberedLikeAnyOther) {

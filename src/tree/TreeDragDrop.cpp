@@ -1,0 +1,175 @@
+#include "tree/TreeDragDrop.h"
+
+#include "adapters/qt/FileUris.h"
+#include "adapters/qt/QtText.h"
+#include "app/DragState.h"
+#include "app/LibraryViews.h"
+#include "app/LongWork.h"
+#include "app/MainModule.h"
+#include "platform/RuntimeError.h"
+#include "tree/TreeDrag.h"
+#include "tree/TreeDrop.h"
+#include "tree/TreeEvents.h"
+#include "tree/TreeView.h"
+#include "widgets/DragFiles.h"
+#include "widgets/Twips.h"
+
+#include <QApplication>
+#include <QDropEvent>
+#include <QMimeData>
+
+namespace quavernet {
+
+namespace {
+
+constexpr int ScrollMs = 100;
+
+// Alone: together with another of these keys it is not asked for.
+bool IsControlHeld(const QDropEvent& event) {
+    constexpr Qt::KeyboardModifiers Asked = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier;
+    return (event.modifiers() & Asked) == Qt::ControlModifier;
+}
+
+/// A widget is not painted while this lives; the last one that goes paints it.
+class PaintingOff {
+public:
+    explicit PaintingOff(QWidget& widget) : m_widget(widget), m_before(widget.updatesEnabled()) {
+        widget.setUpdatesEnabled(false);
+    }
+    ~PaintingOff() { m_widget.setUpdatesEnabled(m_before); }
+    PaintingOff(const PaintingOff&) = delete;
+    PaintingOff& operator=(const PaintingOff&) = delete;
+
+private:
+    QWidget& m_widget;
+    bool m_before;
+};
+
+} // namespace
+
+TreeDragDrop::TreeDragDrop(TreeView& tree, LibraryViews& views, DragState& drag, ScanDriver& driver,
+                           LongWork& work)
+    : m_tree(tree), m_views(views), m_drag(drag), m_driver(driver), m_work(work) {
+    m_timer1.setParent(this);
+    m_timer1.setObjectName(QStringLiteral("Timer1"));
+    m_timer1.setInterval(ScrollMs);
+    connect(&m_timer1, &QTimer::timeout, this, &TreeDragDrop::Timer1_Timer);
+    connect(&tree, &TreeView::Pressed, this, &TreeDragDrop::Press);
+    connect(&tree, &TreeView::Released, this, [this] { TreeRelease(m_drag); });
+    connect(&tree, &TreeView::DragWanted, this, &TreeDragDrop::StartDrag);
+    connect(&tree, &TreeView::DragEntered, this, &TreeDragDrop::Enter);
+    connect(&tree, &TreeView::DragMoved, this, &TreeDragDrop::Move);
+    connect(&tree, &TreeView::DragLeft, this, &TreeDragDrop::Leave);
+    connect(&tree, &TreeView::Dropped, this, &TreeDragDrop::Drop);
+}
+
+void TreeDragDrop::Press(const std::string& key, bool isRightButton) {
+    const bool mayDrag = TreePress(m_tree.Model(), key, isRightButton, m_drag);
+    // Beside all nodes nothing is under the mouse to be dragged, whatever is selected.
+    m_tree.SetMayDrag(mayDrag && !key.empty());
+    if (!key.empty()) {
+        m_tree.ShowSelection();
+    }
+}
+
+void TreeDragDrop::StartDrag() {
+    if (const auto payload = TreeStartDrag(m_tree.Model(), m_drag)) {
+        QMimeData* data = FilesToOffer(payload->Files);
+        if (!payload->Text.empty()) {
+            data->setText(ToQString(payload->Text));
+        }
+        DragFiles(m_tree, data);
+    }
+    TreeRelease(m_drag);
+}
+
+// The files are looked at once, when the drag enters: there may be very many.
+void TreeDragDrop::Enter(QDropEvent& event) {
+    // An entry whose file can't be found offers none, and can be moved all the same.
+    m_takes = event.source() == &m_tree || !LocalFiles(*event.mimeData()).empty();
+    Move(event);
+}
+
+bool TreeDragDrop::Accept(QDropEvent& event) const {
+    // While a scan runs or a box is open, nothing but that acts.
+    const bool accepts = m_takes && !mainModule.ScanRunning && QApplication::activeModalWidget() == nullptr;
+    event.setDropAction(Qt::CopyAction); // Whatever the drop does with it, the source keeps what it has.
+    event.setAccepted(accepts);
+    return accepts;
+}
+
+void TreeDragDrop::Move(QDropEvent& event) {
+    if (!Accept(event)) {
+        Leave();
+        return;
+    }
+    m_position = event.position().toPoint();
+    MarkTarget();
+    if (const int direction =
+            TreeScrollDirection(ToTwips(m_position.y()), ToTwips(m_tree.viewport()->height()))) {
+        m_scrollDirection = direction;
+        if (!m_timer1.isActive()) {
+            m_timer1.start();
+        }
+    } else {
+        m_timer1.stop();
+    }
+}
+
+void TreeDragDrop::MarkTarget() {
+    TreeModel& model = m_tree.Model();
+    const TreeNode* before = model.DropHighlight();
+    TreeDragOver(model, m_tree.NodeAt(m_position), m_position.x(), m_position.y());
+    m_tree.SetShowsTarget(true);
+    if (model.DropHighlight() != before) {
+        m_tree.UpdateRow(before);
+        m_tree.UpdateRow(model.DropHighlight());
+    }
+}
+
+void TreeDragDrop::Timer1_Timer() {
+    m_tree.ScrollLine(m_scrollDirection);
+    MarkTarget(); // Another node is under the mouse now.
+}
+
+void TreeDragDrop::Leave() {
+    m_timer1.stop();
+    m_tree.SetShowsTarget(false);
+}
+
+void TreeDragDrop::Drop(QDropEvent& event) {
+    Leave();
+    if (!Accept(event)) {
+        return;
+    }
+    const DropRequest request{LocalFiles(*event.mimeData()), m_tree.NodeAt(event.position().toPoint()),
+                              IsControlHeld(event)};
+    const DropOutcome outcome = TreeDrop(request, m_drag, m_tree.Model(), m_driver, m_work);
+    if (outcome.Rebuild) {
+        Rebuild(outcome);
+        EndTreeDrop(m_drag, m_work);
+    }
+}
+
+// Each step is passed over when it fails: what the drop has written is in the library, and shows at the next
+// rebuild at the latest.
+void TreeDragDrop::Rebuild(const DropOutcome& outcome) {
+    const std::string firstVisible = m_tree.GetTreeViewFirstVisibleNode();
+    const PaintingOff off(m_tree);
+    IgnoreFailure([&] { m_views.LoadTree(); });
+    if (outcome.FileAdded && !mainModule.LoadOverSearch) {
+        IgnoreFailure([&] { m_views.LoadDatabase({}); });
+    }
+    m_work.DoEvents();
+    if (outcome.HadFileTarget) {
+        IgnoreFailure([&] { m_tree.SetTreeViewFirstVisibleNode(firstVisible); });
+        m_work.DoEvents();
+        IgnoreFailure([&] {
+            m_tree.Model().Select(outcome.SelectKey);
+            m_tree.ShowSelection();
+        });
+    }
+    m_work.DoEvents();
+}
+
+} // namespace quavernet
