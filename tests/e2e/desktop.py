@@ -230,10 +230,16 @@ class ProgramTest(unittest.TestCase):
         """Another window, with these files to drag out of it."""
         self.out = open(os.path.join(self.home, "dropped.txt"), "w+", encoding="utf-8")
         self.addCleanup(self.out.close)
-        partner = subprocess.Popen([os.environ["QUAVERNET_DRAG_PARTNER"], *files], env=self.desktop.environment, stdout=self.out)
-        self.addCleanup(partner.wait)
-        self.addCleanup(partner.terminate)
+        self.partner = subprocess.Popen([os.environ["QUAVERNET_DRAG_PARTNER"], *files], env=self.desktop.environment,
+                                        stdout=self.out)
+        self.addCleanup(self.partner.wait)
+        self.addCleanup(self.partner.terminate)
         return self.desktop.window("^Drag partner$")
+
+    def end_partner(self):
+        self.partner.terminate()
+        self.partner.wait()
+        wait_until("the other window to go", lambda: not self.desktop.windows("^Drag partner$"))
 
     def dropped(self):
         """Paths that were dropped on the partner."""
@@ -244,13 +250,19 @@ class ProgramTest(unittest.TestCase):
     def at(self, window, place):
         """The place of the screen that lies so far from the window's upper left corner."""
         x, y, _, _ = self.desktop.geometry(window)
-        return x + place[0], y + place[1]
+        frame = self.desktop.ask("xprop", "-id", window, "_NET_FRAME_EXTENTS").rpartition("=")[2].split(",")
+        # The place that is told counts the frame twice.
+        return x - int(frame[0]) + place[0], y - int(frame[2]) + place[1]
 
-    def drag(self, start, end):
-        """From one place of the screen to another; the pointer goes in steps, as a hand does."""
+    def drag(self, start, end, on_the_way=None):
+        """From one place of the screen to another; the pointer goes in steps, as a hand does. Calls `on_the_way` before
+        the button goes up."""
         steps = 12
         ask = self.desktop.ask
         ask("xdotool", "mousemove", *start, "mousedown", 1)
         for step in range(1, steps + 1):
             ask("xdotool", "mousemove", *(a + (b - a) * step // steps for a, b in zip(start, end)), "sleep", 0.03)
-        ask("xdotool", "sleep", 0.2, "mouseup", 1)
+        ask("xdotool", "sleep", 0.2)
+        if on_the_way:
+            on_the_way()
+        ask("xdotool", "mouseup", 1)
