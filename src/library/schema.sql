@@ -83,7 +83,6 @@ create index CoversByAlbum on Covers (Album_id, Interpret_id);
 
 -- The planner's statistics are given, not gathered: one plan for every library. With nothing told of the tables'
 -- sizes the list starts at Files, or at the filter's index, and finds the rest by key; its order is made from the
--- rows when they have been read. The index of paths is for lookups alone ("unordered"): without it,
--- "Select Path, File_id from Files" would walk the files in the order of their paths in place of the table's.
+-- rows when they have been read.
 analyze sqlite_schema;
-insert into sqlite_stat1 (tbl, idx, stat) values ('Files', 'FilesByPath', '1000000 1 unordered');
+insert into sqlite_stat1 (tbl, idx, stat) values ('Files', 'FilesByPath', '1000000 1');

@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include "adapters/sqlite/DateType.h"
+#include "adapters/sqlite/KeyOrder.h"
 #include "adapters/sqlite/SkipUnchangedRows.h"
 #include "adapters/sqlite/SqliteError.h"
 #include "platform/RuntimeError.h"
@@ -45,14 +46,24 @@ PreparedStatement& StatementCache::Get(const std::string& sql) {
         return found->second;
     }
     if (sql.size() > maximumLength) {
-        m_single = PrepareNoting(sql);
+        m_single = PrepareInKeyOrder(sql);
         return m_single;
     }
-    PreparedStatement prepared = PrepareNoting(SkipUnchangedRows(sql));
+    PreparedStatement prepared = PrepareInKeyOrder(SkipUnchangedRows(sql));
     if (m_statements.size() >= maximumCount) {
         m_statements.clear();
     }
     return m_statements.emplace(sql, std::move(prepared)).first->second;
+}
+
+// A text that fails with the order in it is prepared without: the engine's message is then about what was
+// sent.
+PreparedStatement StatementCache::PrepareInKeyOrder(const std::string& sql) {
+    try {
+        return PrepareNoting(InKeyOrder(sql));
+    } catch (const RuntimeError&) {
+        return PrepareNoting(sql);
+    }
 }
 
 PreparedStatement StatementCache::PrepareNoting(std::string_view sql) {

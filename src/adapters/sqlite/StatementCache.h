@@ -33,7 +33,7 @@ struct PreparedStatement {
 /// Prepares the one statement that a text holds. Throws RuntimeError if it is none or more than one.
 PreparedStatement Prepare(sqlite3* database, std::string_view sql);
 
-/// Updates go through SkipUnchangedRows on their way in.
+/// Updates go through SkipUnchangedRows on their way in, queries through InKeyOrder.
 class StatementCache {
 public:
     /// Drops what is kept, and keeps the statements of this connection from now on.
@@ -53,6 +53,7 @@ private:
         using is_transparent = void;
     };
 
+    PreparedStatement PrepareInKeyOrder(const std::string& sql);
     PreparedStatement PrepareNoting(std::string_view sql);
 
     sqlite3* m_database = nullptr;
