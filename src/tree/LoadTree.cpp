@@ -62,6 +62,19 @@ std::string LengthText(const ADODB::Field& sum) {
            FormatFixed(seconds, 2, 0, services.regional);
 }
 
+// Texts compare without case: the entries of one group may spell their category in several ways.
+TreeNode& CategoryOfGroup(TreeModel& tree, const std::string& parent) {
+    std::string name = parent;
+    if (!tree.Contains(CategoryKey(name))) {
+        ADODB::Recordset category;
+        category.Open("Select Category from Categories where Category = '" + SqlQuote(parent) + "'",
+                      *mainModule.Connection);
+        name = category.RecordCount() > 0 ? category.Fields(0).Text() : name;
+        category.Close();
+    }
+    return tree.Node(CategoryKey(name));
+}
+
 void AddLengths(TreeModel& tree) {
     ADODB::Recordset sums;
     sums.Open("Select Sum(F.Length), FC.Parent from Files F Inner Join FileCategories FC"
@@ -70,7 +83,7 @@ void AddLengths(TreeModel& tree) {
               *mainModule.Connection);
     while (!sums.Eof()) {
         const std::string length = LengthText(sums.Fields(0));
-        TreeNode& category = tree.Node(CategoryKey(sums.Fields(1).Text()));
+        TreeNode& category = CategoryOfGroup(tree, sums.Fields(1).Text());
         category.Text += " (" + length + ")";
         sums.MoveNext();
     }
@@ -103,7 +116,8 @@ std::string GetFileIdFromNode(const TreeModel& tree, const std::string& key) {
     ADODB::Recordset entry;
     entry.Open("Select File_id from FileCategories where Parent = '" +
                    std::string(SqlPlain(CategoryFromKey(node.Parent->Key))) + "' and Filename = '" +
-                   SqlQuote(node.Text) + "' and [Position] = " + PositionFromKey(node.Key),
+                   SqlQuote(node.Text) +
+                   "' and [Position] = " + std::string(SqlNumber(PositionFromKey(node.Key))),
                *mainModule.Connection);
     std::string fileId = entry.RecordCount() > 0 ? entry.Fields(0).Text() : std::string();
     entry.Close();
