@@ -2,6 +2,7 @@
 // each other one at every such point: the library must then hold what both would have stored alone.
 #include "adapters/id3v2/TagLibComponent.h"
 #include "adapters/vorbis/OggInfoReader.h"
+#include "app/DragState.h"
 #include "inspect/modMp3Info.h"
 #include "scanner/AddDroppedFiles.h"
 #include "scanner/OggBatches.h"
@@ -11,6 +12,8 @@
 #include "support/ScanDoubles.h"
 #include "support/SmallAudio.h"
 #include "support/TestLibrary.h"
+#include "tree/TreeDrop.h"
+#include "tree/TreeModel.h"
 
 #include <gmock/gmock.h>
 
@@ -38,7 +41,7 @@ protected:
     }
 
     void WriteFiles() {
-        for (const char* name : {"scanned/sub", "dropped", "others", "taken"}) {
+        for (const char* name : {"scanned/sub", "dropped", "others", "taken", "treed", "listed"}) {
             std::filesystem::create_directories(music / name);
         }
         WriteBytes(music / "scanned/a.mp3", Mp3Bytes("Scan One", "Scanner", "Scan Best", 1, 1));
@@ -51,6 +54,12 @@ protected:
         WriteBytes(music / "others/Abel - Third.mp3", Mp3Bytes("Other One", "Other", "Other Best", 3, 5));
         WriteBytes(music / "others/Kain - Fourth.mp3", Untagged(6));
         WriteBytes(music / "taken/t.mp3", Mp3Bytes("Taken", "Taker", "Taken Best", 4, 7));
+        WriteBytes(music / "treed/Noah - Fifth.mp3", Mp3Bytes("Tree One", "Tree", "Tree Best", 6, 9));
+        WriteBytes(music / "treed/Sem - Sixth.mp3", Untagged(11));
+        WriteBytes(music / "listed/l.mp3", Mp3Bytes("List One", "Lister", "List Best", 7, 12));
+        WriteBytes(music / "listed/Ham - Seventh.mp3", Untagged(13));
+        WriteBytes(music / "List.m3u",
+                   (music / "listed/l.mp3") + "\n" + (music / "listed/Ham - Seventh.mp3"));
         WriteBytes(music / "bare.mp3", Mp3Bytes("Bare", "Barer", "Bare Best", 5, 8));
         dialogs.folder = music / "scanned";
     }
@@ -76,6 +85,20 @@ protected:
             paths.push_back(music / name);
         }
         AddDroppedFiles(DropTarget::Grid, paths, driver, view);
+    }
+
+    /// On the one category.
+    void DropOnTree(std::initializer_list<const char*> names) {
+        DropRequest request;
+        for (const char* name : names) {
+            request.Files.push_back(music / name);
+        }
+        request.NodeKey = "CAT_Jazz";
+        DragState drag;
+        TreeModel tree;
+        TreeNode& root = tree.Add(nullptr, "Parent", "Bibliothek", "", "");
+        tree.Add(&root, "CAT_Jazz", "Jazz", "", "");
+        EXPECT_NE(TreeDrop(request, drag, tree, driver, work).Rebuild, mainModule.ScanRunning);
     }
 
     /// One file on its way into a category: the step after a drop, with a record of its own.
@@ -104,6 +127,11 @@ protected:
                  [this] {
                      Drop({"others/Abel - Third.mp3", "others/Kain - Fourth.mp3"});
                  }},
+                {"drop on the tree",
+                 [this] {
+                     DropOnTree({"treed/Noah - Fifth.mp3", "treed/Sem - Sixth.mp3"});
+                 }},
+                {"playlist on the tree", [this] { DropOnTree({"List.m3u"}); }},
                 {"take", [this] { Take(); }},
                 {"inspect", [this] { Inspect(); }}};
     }
@@ -111,9 +139,11 @@ protected:
     /// Runs a handler on an empty library and gives its rows; at the event point of that number, counted from
     /// 1, the other handler runs.
     RowSet Run(const Handler& outer, int point = 0, const std::function<void()>& inner = {}) {
-        for (const char* table : {"Files", "Titel", "Interpret", "Albums", "Quality", "Drive"}) {
+        for (const char* table :
+             {"Files", "Titel", "Interpret", "Albums", "Quality", "Drive", "Categories", "FileCategories"}) {
             Execute(std::string("Delete from ") + table);
         }
+        Execute("Insert into Categories (Category) values ('Jazz')");
         mainModule.CurrentFile = CurrentFile();
         points = 0;
         bool inside = false;
@@ -132,6 +162,12 @@ protected:
                  "Quality Q, Drive D where F.Title_id = T.Title_id and F.Inter_id = I.Inter_id and "
                  "F.Album_id = A.Album_id and F.Quality_id = Q.Quality_id and F.Drive_id = D.Drive_id");
         EXPECT_EQ(rows.size(), static_cast<std::size_t>(Count("Select File_id from Files")));
+        EXPECT_EQ(
+            Count("Select FileCategory_id from FileCategories"),
+            Count(
+                "Select FC.FileCategory_id from FileCategories FC, Files F, Categories C where FC.File_id = "
+                "F.File_id and FC.Category_id = C.Category_id and FC.Filename = F.Name"))
+            << "an entry without its file or category, or of another file's name";
         RowSet result(rows.begin(), rows.end());
         EXPECT_EQ(result.size(), rows.size()) << "a file has two rows";
         return result;
