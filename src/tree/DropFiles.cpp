@@ -3,25 +3,19 @@
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"
 #include "library/SqlQuote.h"
+#include "platform/RegionalSettings.h"
 #include "scanner/AddDroppedFiles.h"
+#include "scanner/Lookups.h"
 #include "scanner/PutBack.h"
 #include "tree/DropRun.h"
 #include "tree/NodeKey.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 
 namespace quavernet {
 
 namespace {
-
-// A key's digits as a number; 0 where they are none.
-double NumberInKey(const std::string& digits) {
-    double value = 0;
-    std::from_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed);
-    return value;
-}
 
 bool IsAudio(const std::string& path) {
     return AudioKindOf(path) != AudioKind::None;
@@ -44,27 +38,26 @@ void Advance(std::int16_t& pos, int by) {
 
 void TakeFileTarget(DropRun& run) {
     run.hadFileTarget = true;
-    run.pos = Narrow16(NumberInKey(PositionFromKey(run.node.Key)));
+    run.pos = Narrow16(Val(PositionFromKey(run.node.Key)));
 }
 
-void AddIfUnknown(DropRun& run, const std::string& path, CurrentFile& file) {
-    ADODB::Recordset rows;
-    rows.Open("Select Path from Files where Path = '" + SqlQuote(path) + "'", *mainModule.Connection);
+std::string StoreIfUnknown(DropRun& run, const std::string& path, CurrentFile& file) {
+    const bool isKnown = IsKnownPath(path);
     const PutBack putBack(file);
     file.CurrentPath = path;
     file.DetailsPath = path;
-    if (rows.RecordCount() > 0) {
-        return;
+    if (!isKnown) {
+        run.fileAdded = true;
+        // No other program waits while this file is read, and its failure takes back nothing.
+        mainModule.Connection->Commit();
+        const FileFacts facts = InspectDroppedFile(path, file);
+        // The date that comes next is read with failures passed over, and this ends the drop's own way with
+        // failures.
+        run.failuresEndDrop = false;
+        StoreDroppedFile(facts, file, run.driver);
     }
-    run.fileAdded = true;
-    // No other program waits while this file is read, and its failure takes back nothing.
-    mainModule.Connection->Commit();
-    const FileFacts facts = InspectDroppedFile(path, file);
-    // The date that comes next is read with failures passed over, and this ends the drop's own way with
-    // failures.
-    run.failuresEndDrop = false;
-    StoreDroppedFile(facts, file, run.driver);
-    rows.Close();
+    // A path that is not in its normal form ("/m//a.mp3") is stored in it.
+    return file.CurrentPath;
 }
 
 void InsertEntryOfPath(const DropRun& run, const std::string& path, std::string_view categoryId,
@@ -105,9 +98,9 @@ void DropFiles(DropRun& run) {
                                            " and Parent = '" + category + "')");
         }
         writeLock.reset();
-        AddIfUnknown(run, path, file);
+        const std::string stored = StoreIfUnknown(run, path, file);
         writeLock.emplace(*mainModule.Connection);
-        InsertEntryOfPath(run, path, categoryId, category);
+        InsertEntryOfPath(run, stored, categoryId, category);
         Advance(run.pos);
     }
 }

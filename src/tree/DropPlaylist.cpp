@@ -68,12 +68,12 @@ void DropPlaylist(DropRun& run) {
         if (present.empty()) {
             continue;
         }
-        AddIfUnknown(run, present, file);
+        const std::string stored = StoreIfUnknown(run, present, file);
         Advance(run.pos);
         const ADODB::WriteLock writeLock(*mainModule.Connection);
         // The entries name the playlist as their parent, also when the category has a number after that name:
         // they show in the new category, and their length counts for the old one.
-        InsertEntryOfPath(run, present, categoryId, SqlQuote(baseName));
+        InsertEntryOfPath(run, stored, categoryId, SqlQuote(baseName));
     }
     run.work.SetMousePointer(MousePointer::Default);
 }

@@ -66,9 +66,9 @@ void TakeFileTarget(DropRun& run);
 /// Raises pos by a number. It has 16 bits: a higher value is the failure "Overflow".
 void Advance(std::int16_t& pos, int by = 1);
 
-/// Makes the path the current one, and stores the file if the library doesn't know it. Lets events run then,
-/// without a WriteLock.
-void AddIfUnknown(DropRun& run, const std::string& path, CurrentFile& file);
+/// Makes the path the current one, and stores the file if the library doesn't know it. The path that the
+/// library has it under. Lets events run then, without a WriteLock.
+std::string StoreIfUnknown(DropRun& run, const std::string& path, CurrentFile& file);
 
 /// Inserts an entry for a path that the library knows, at pos.
 void InsertEntryOfPath(const DropRun& run, const std::string& path, std::string_view categoryId,

@@ -1,11 +1,10 @@
 #include "app/DragState.h"
 #include "app/MainModule.h"
 #include "library/SqlQuote.h"
+#include "platform/RegionalSettings.h"
 #include "tree/DropRun.h"
 #include "tree/NodeKey.h"
 #include "tree/TreeModel.h"
-
-#include <cstdlib>
 
 namespace quavernet {
 
@@ -23,19 +22,23 @@ public:
         ReadSource();
         if (m_run.request.Control) {
             CopyToEntry(m_targetCategoryId == m_sourceCategoryId);
-        } else if (m_targetCategoryId == m_sourceCategoryId) {
-            MoveInCategory();
         } else {
-            MoveToOtherCategory();
+            TakeSelectedEntry();
+            if (m_targetCategoryId == m_sourceCategoryId) {
+                MoveInCategory();
+            } else {
+                MoveToOtherCategory();
+            }
         }
     }
 
     void MoveToCategory() {
         ReadTargetByName();
+        TakeSelectedEntry();
         Execute("Update FileCategories set [Position] = " + m_pos + ", Category_id = " + m_targetCategoryId +
                 ", Parent = '" + Target() + "' where [Position] = " + Position() + " and Parent = '" +
                 Category() + "' and FileName = '" + SqlQuote(m_drag.DragText) +
-                "' and Filecategory_id = " + SelectedEntryId());
+                "' and Filecategory_id = " + m_selectedEntryId);
         // After the move: an entry that was dropped on its own category is now behind the others, and comes
         // down to the last place with them.
         CloseGap();
@@ -60,9 +63,10 @@ private:
 
     std::string Target() const { return std::string(SqlPlain(m_target)); }
     std::string Category() const { return std::string(SqlPlain(m_drag.DragCategory)); }
-    /// Of a dragged category it is no number: the statement fails, and a category can't be moved.
+    /// Of a dragged category it is no number: that is a failure here, and a category can't be moved.
     std::string Position() const { return std::string(SqlNumber(m_drag.DragPosition)); }
-    std::string SelectedEntryId() const { return GetFileCategoryIdFromKey(m_run.tree.SelectedItem().Key); }
+    /// Before anything is written: if no entry is selected, nothing is.
+    void TakeSelectedEntry() { m_selectedEntryId = GetFileCategoryIdFromKey(m_run.tree.SelectedItem().Key); }
 
     std::string Source() const {
         return "FileName = '" + SqlQuote(m_drag.DragText) + "' and [Position] = " + Position() +
@@ -108,8 +112,8 @@ private:
     // The entry waits at position 0 while the others close up or make room.
     void MoveInCategory() {
         Execute("Update FileCategories set [Position] = 0 where [Position] = " + Position() +
-                " and Parent = '" + Target() + "' and FileCategory_id = " + SelectedEntryId());
-        if (std::strtod(m_drag.DragPosition.c_str(), nullptr) <= m_run.pos) {
+                " and Parent = '" + Target() + "' and FileCategory_id = " + m_selectedEntryId);
+        if (Val(m_drag.DragPosition) <= m_run.pos) {
             Execute("Update FileCategories set [Position] = [Position] - 1 where ([Position] > " +
                     Position() + " and [Position] <= " + m_pos + " and Parent = '" + Target() +
                     "') and [Position] <> 0");
@@ -119,7 +123,7 @@ private:
                     "') and [Position] <> 0");
         }
         Execute("Update FileCategories set [Position] = " + m_pos + " where [Position] = 0 and Parent = '" +
-                Target() + "' and Filecategory_id = " + SelectedEntryId());
+                Target() + "' and Filecategory_id = " + m_selectedEntryId);
     }
 
     void MakeRoom() {
@@ -140,7 +144,7 @@ private:
         Execute("Update FileCategories set [Position] = " + m_pos + ", Category_id = " + m_targetCategoryId +
                 ", Parent = '" + Target() + "' where [Position] = " + Position() + " and Parent = '" +
                 Category() + "' and Filename = '" + SqlQuote(m_drag.DragText) +
-                "' and FileCategory_id = " + SelectedEntryId());
+                "' and FileCategory_id = " + m_selectedEntryId);
     }
 
     // The name goes in as it is inside a category: one with an apostrophe fails, after room has been made.
@@ -163,6 +167,7 @@ private:
     std::string m_pos;
     std::string m_targetCategoryId;
     std::string m_sourceCategoryId;
+    std::string m_selectedEntryId;
     std::string m_fileId;
 };
 

@@ -32,10 +32,6 @@ std::string CategoryFromKey(std::string_view key) {
     return key.size() < MarkLength ? std::string() : std::string(key.substr(MarkLength));
 }
 
-bool HasPosition(std::string_view key) {
-    return key.find(PositionMark) != std::string_view::npos;
-}
-
 std::string PositionFromKey(std::string_view key) {
     const std::size_t mark = key.find(PositionMark);
     return mark == std::string_view::npos ? std::string()
@@ -44,7 +40,7 @@ std::string PositionFromKey(std::string_view key) {
 
 std::string GetFileCategoryIdFromKey(std::string_view key) {
     const std::size_t mark = key.find(PositionMark);
-    if (mark == std::string_view::npos || mark < MarkLength) {
+    if (KindOfKey(key) != NodeKind::File || mark == std::string_view::npos) {
         throw RuntimeError(ErrorNumber::InvalidProcedureCall, "Invalid procedure call or argument");
     }
     return std::string(key.substr(MarkLength, mark - MarkLength));

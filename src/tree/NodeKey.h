@@ -20,10 +20,6 @@ std::string FileKey(std::string_view fileCategoryId, std::string_view position);
 /// The name in a category's key: everything from the fifth character on.
 std::string CategoryFromKey(std::string_view key);
 
-/// Whether the key has the mark that stands before a position. That of an entry has, and that of a category
-/// whose name holds the mark.
-bool HasPosition(std::string_view key);
-
 /// The position in an entry's key, as it is there; empty if the key has none.
 std::string PositionFromKey(std::string_view key);
 

@@ -6,9 +6,19 @@
 
 namespace quavernet {
 
+namespace {
+
+// A path as the library keeps it. The system would cut one at its first NUL, and find a file that the line
+// does not name.
+bool IsFullPath(std::string_view line) {
+    return line.starts_with('/') && line.find('\0') == std::string_view::npos &&
+           line.find("//") == std::string_view::npos && line.find("/./") == std::string_view::npos;
+}
+
+} // namespace
+
 std::string PlaylistFile(std::string_view line) {
-    // The system would cut a path at its first NUL, and find a file that the line does not name.
-    if (!line.starts_with('/') || line.find('\0') != std::string_view::npos) {
+    if (!IsFullPath(line)) {
         return {};
     }
     std::string path(line);

@@ -7,8 +7,9 @@
 namespace quavernet {
 
 /// The path of the plain audio file that the line names in full, or an empty text if there is none: an
-/// address, a relative path, another kind of file, one that is missing. The bytes are taken as they are if
-/// such a file exists, and else as Windows-1252 unless they are UTF-8. Never fails.
+/// address, a relative path or one with "//" or "/./" in it, another kind of file, one that is missing. The
+/// bytes are taken as they are if such a file exists, and else as Windows-1252 unless they are UTF-8. Never
+/// fails.
 std::string PlaylistFile(std::string_view line);
 
 } // namespace quavernet

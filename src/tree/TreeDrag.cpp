@@ -11,10 +11,10 @@ namespace quavernet {
 
 namespace {
 
-// What follows the position mark. A category's key holds no mark, and gives its rest from the third character
-// on, which no statement takes for a number.
+// Of another node the key from the third character on, which no statement takes for a number, whatever the
+// name of a category holds.
 std::string DragPositionOf(const std::string& key) {
-    return HasPosition(key) ? PositionFromKey(key) : key.substr(2);
+    return KindOfKey(key) == NodeKind::File ? PositionFromKey(key) : key.substr(2);
 }
 
 void TakeFilePath(const TreeModel& tree, const std::string& key, DragState& drag) {

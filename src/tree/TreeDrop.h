@@ -20,7 +20,8 @@ struct DragState;
 /// - left because the node takes nothing, or because a scan runs: `drag` stays as it is;
 /// - RuntimeError is thrown. The date of a file and the presence of a playlist's line are read with failures
 ///   passed over, and from there on no failure of this drop is caught.
-/// Lets events run while files are added: the tree may be built again inside, and another drop may come.
+/// Lets events run while files are added: the tree may be built again inside, and another drop may come. All
+/// five arguments must outlive the call, the request too.
 DropOutcome TreeDrop(const DropRequest& request, DragState& drag, const TreeModel& tree, ScanDriver& driver,
                      LongWork& work);
 

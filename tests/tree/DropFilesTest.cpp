@@ -246,5 +246,149 @@ TEST_F(DropFilesTest, AnotherDropMayComeWhileAFileIsRead) {
     EXPECT_EQ(mainModule.CurrentFile.CurrentFileName, "outer.mp3");
 }
 
+TEST_F(DropFilesTest, TheTargetsPositionIsRoundedToTheEvenNumber) {
+    FillDense();
+    const std::pair<const char*, const char*> positions[] = {
+        {"2.5", ">= 2 "}, {"3.5", ">= 4 "}, {"-1", ">= -1 "}, {"null", ">= 0 "}, {"'x'", ">= 0 "}};
+    for (const auto& [stored, asked] : positions) {
+        Execute(std::string("Update FileCategories set [Position] = ") + stored +
+                " where FileCategory_id = 301");
+        Execute("Delete from FileCategories where Parent = 'Empty'");
+        Execute("Delete from Files where File_id = 301");
+        AddEntry(301, 3, "Empty", "e1", 1);
+        Execute(std::string("Update FileCategories set [Position] = ") + stored +
+                " where FileCategory_id = 301");
+        LoadTree(tree);
+        const std::string key = tree.Node("CAT_Empty").Children.front()->Key;
+        Drop({KnownPath("b1.mp3")}, key);
+        ASSERT_GE(statements.size(), 2U);
+        EXPECT_THAT(statements[1], testing::HasSubstr(asked)) << stored;
+    }
+}
+
+TEST_F(DropFilesTest, TwoUntaggedFilesAreNamedOneAfterTheOther) {
+    FillDense();
+    const std::string bytes = Mp3Bytes("", "", "");
+    for (const char* name : {"Adam - One.mp3", "Eve - Two.mp3"}) {
+        Write(name, bytes.substr(0, bytes.size() - 128));
+    }
+    Drop({music / "Adam - One.mp3", music / "Eve - Two.mp3"}, "CAT_Empty");
+    EXPECT_THAT(Entries("Empty"), ElementsAre("1 Adam - One.mp3", "2 Eve - Two.mp3"));
+    EXPECT_THAT(Rows("Select I.Interpret, T.Name from Files F, Interpret I, Titel T where F.Inter_id = "
+                     "I.Inter_id and F.Title_id = T.Title_id order by F.File_id"),
+                ElementsAre("Adam|One", "Adam|One"))
+        << "the name of the file before is still the current one";
+}
+
+TEST_F(DropFilesTest, AnOggFileIsStoredAsAnyOtherDroppedFile) {
+    FillDense();
+    Write("Cain - Song.ogg", "OggS");
+    EXPECT_TRUE(Drop({music / "Cain - Song.ogg"}, "CAT_Empty").FileAdded);
+    EXPECT_THAT(Entries("Empty"), ElementsAre("1 Cain - Song.ogg"));
+    EXPECT_EQ(Value("Select Length from Files where Name = 'Cain - Song.ogg'"), "0");
+}
+
+TEST_F(DropFilesTest, NamesThatAreNotUTF8AreTakenAsTheyAre) {
+    FillDense();
+    Drop(NewFiles({"Bl\xFCte.mp3"}), "CAT_Empty");
+    EXPECT_THAT(Entries("Empty"), ElementsAre("1 Bl\xFCte.mp3"));
+}
+
+TEST_F(DropFilesTest, ANulInAPathEndsTheDrop) {
+    FillDense();
+    const auto before = EveryEntry();
+    EXPECT_FALSE(Drop({music / "a" + std::string("\0.mp3", 5)}, "CAT_Empty").Rebuild);
+    EXPECT_EQ(EveryEntry(), before);
+}
+
+TEST_F(DropFilesTest, APathThatIsNotInItsNormalFormIsStoredAndEnteredInIt) {
+    FillDense();
+    WriteMp3("x.mp3");
+    EXPECT_TRUE(Drop({music.Path() + "//x.mp3", music.Path() + "/./x.mp3"}, "CAT_Empty").Rebuild);
+    EXPECT_THAT(Entries("Empty"), ElementsAre("1 x.mp3", "2 x.mp3"));
+    EXPECT_THAT(Rows("Select Path from Files where Name = 'x.mp3'"), ElementsAre(music / "x.mp3"));
+}
+
+TEST_F(DropFilesTest, ALongListEndsAtTheLastPositionAndKeepsWhatItEntered) {
+    FillDense();
+    AddEntry(110, 1, "Jazz", "far", 32760);
+    LoadTree(tree);
+    const std::string path = KnownFiles({"x.mp3"})[0];
+    EXPECT_FALSE(Drop(std::vector<std::string>(100000, path), "file110pos32760").Rebuild);
+    EXPECT_EQ(Value("Select count(*) from FileCategories where Filename = 'x.mp3'"), "8");
+    EXPECT_EQ(Value("Select Max([Position]) from FileCategories where Filename = 'x.mp3'"), "32767");
+}
+
+TEST_F(DropFilesTest, TheTreeIsLoadedAfterTheHighestShiftThatADropMakes) {
+    FillDense();
+    const std::string path = KnownFiles({"x.mp3"})[0];
+    EXPECT_TRUE(Drop(std::vector<std::string>(182, path), "file101pos1").Rebuild);
+    LoadTree(tree);
+    EXPECT_EQ(tree.Node("CAT_Jazz").Children.back()->Key, "file106pos33130");
+}
+
+TEST_F(DropFilesTest, AFailureAfterAFileWasStoredIsOneOfTheProgramAlsoInTheEntry) {
+    FillDense();
+    connection.failOn = "Insert Into FileCategories";
+    EXPECT_THROW(Drop(NewFiles({"x.mp3"}), "CAT_Empty"), RuntimeError);
+    EXPECT_EQ(Count("Select File_id from Files where Name = 'x.mp3'"), 1);
+}
+
+TEST_F(DropFilesTest, ADropOnTheSameEntryMayComeInside) {
+    FillDense();
+    const std::vector<std::string> inner = NewFiles({"inner.mp3"});
+    bool isDone = false;
+    events.onDoEvents = [&] {
+        if (!std::exchange(isDone, true)) {
+            TreeDrop({inner, "file102pos2", false}, drag, tree, driver, work);
+        }
+    };
+    EXPECT_TRUE(Drop(NewFiles({"outer.mp3"}), "file102pos2").Rebuild);
+    LoadTree(tree);
+    EXPECT_EQ(tree.Node("CAT_Jazz").Children.size(), 8U) << "each has its entry, wherever";
+}
+
+TEST_F(DropFilesTest, ADropThatFailsInsideEndsAlone) {
+    FillDense();
+    bool isDone = false;
+    events.onDoEvents = [&] {
+        if (!std::exchange(isDone, true)) {
+            EXPECT_FALSE(
+                TreeDrop({{music / "gone.mp3"}, "CAT_Jazz", false}, drag, tree, driver, work).Rebuild);
+        }
+    };
+    EXPECT_TRUE(Drop(NewFiles({"outer.mp3"}), "CAT_Empty").Rebuild);
+    EXPECT_THAT(Entries("Empty"), ElementsAre("1 outer.mp3"));
+}
+
+TEST_F(DropFilesTest, TheNodeMayBeGoneFromTheTreeInside) {
+    FillDense();
+    bool isDone = false;
+    events.onDoEvents = [&] {
+        if (!std::exchange(isDone, true)) {
+            Execute("Delete from FileCategories where FileCategory_id = 102");
+            LoadTree(tree);
+        }
+    };
+    EXPECT_TRUE(Drop(NewFiles({"x.mp3"}), "file102pos2").Rebuild);
+    EXPECT_THAT(Entries("Jazz"), ElementsAre("1 j1", "2 x.mp3", "4 j3", "5 j4", "6 j5", "7 j6"));
+}
+
+TEST_F(DropFilesTest, AScanMayBeginInside) {
+    FillDense();
+    dialogs.folder = music.Path();
+    bool isDone = false;
+    events.onDoEvents = [&] {
+        if (!std::exchange(isDone, true)) {
+            mainModule.ScanRunning = true;
+            Scan();
+            mainModule.ScanRunning = false;
+        }
+    };
+    EXPECT_TRUE(Drop(NewFiles({"x.mp3", "y.mp3"}), "CAT_Empty").Rebuild);
+    EXPECT_THAT(Entries("Empty"), ElementsAre("1 x.mp3", "2 y.mp3"));
+    EXPECT_EQ(Count("Select File_id from Files where Name = 'x.mp3'"), 1);
+}
+
 } // namespace
 } // namespace quavernet::test

@@ -156,10 +156,26 @@ TEST_F(DropGridRowsTest, TheLastPositionIs32767) {
 TEST_F(DropGridRowsTest, ACategoryWithAnApostropheTakesNoRow) {
     FillDense();
     Execute("Insert into Categories (Category_id, Category) values (9, 'it''s')");
+    AddFile(901, "a");
+    Execute(
+        "Insert into FileCategories (FileCategory_id, File_id, Category_id, [Position], Parent, Filename) "
+        "values (901, 901, 9, 1, 'it''s', 'a')");
     LoadTree(tree);
     SelectRows({"b1"});
     EXPECT_FALSE(Drop({KnownPath("b1")}, "CAT_it's").Rebuild);
     EXPECT_THAT(statements, Each(Not(StartsWith("Insert"))));
+    drag.GridDragging = true;
+    EXPECT_FALSE(Drop({KnownPath("b1")}, "file901pos1").Rebuild);
+    EXPECT_THAT(statements, ElementsAre()) << "the shift is not sent either";
+}
+
+TEST_F(DropGridRowsTest, ARowWithoutAPathEndsTheDrop) {
+    FillDense();
+    SelectRows({"b1"});
+    mainModule.SelectedRows.Add(99);
+    EXPECT_FALSE(Drop({KnownPath("b1")}, "CAT_Empty").Rebuild);
+    EXPECT_FALSE(drag.GridDragging);
+    EXPECT_THAT(Entries("Empty"), ElementsAre("1 b1"));
 }
 
 TEST_F(DropGridRowsTest, WithoutSelectedRowsNothingIsWrittenButTheTreeIsRebuilt) {

@@ -1,5 +1,9 @@
 #include "tree/TreeDropTest.h"
 
+#include <cstring>
+#include <memory>
+#include <span>
+
 namespace quavernet::test {
 namespace {
 
@@ -8,6 +12,39 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::StartsWith;
+
+/// A playlist on a device that fails after its first block of bytes.
+class FailingDevice : public UserFiles {
+public:
+    explicit FailingDevice(std::string firstBytes) : m_firstBytes(std::move(firstBytes)) {}
+
+    std::unique_ptr<BinaryFile> Open(const std::string&, BinaryFile::Access) override {
+        return std::make_unique<File>(m_firstBytes);
+    }
+
+private:
+    class File : public BinaryFile {
+    public:
+        explicit File(const std::string& firstBytes) : m_firstBytes(firstBytes) {}
+        std::uint64_t Size() const override { return m_firstBytes.size() * 2; }
+        std::size_t ReadAt(std::uint64_t offset, std::span<std::byte> bytes) const override {
+            if (offset > 0) {
+                throw RuntimeError(ErrorNumber::DeviceInputOutput, "the device");
+            }
+            std::memcpy(bytes.data(), m_firstBytes.data(), m_firstBytes.size());
+            return m_firstBytes.size();
+        }
+        std::uint64_t NextData(std::uint64_t offset) const override { return offset; }
+        void Overwrite(std::uint64_t, std::span<const std::byte>, std::span<const std::byte>, SaveTimes,
+                       WithoutCopy) override {}
+        void ReplaceHead(std::uint64_t, std::span<const std::byte>) override {}
+
+    private:
+        const std::string& m_firstBytes;
+    };
+
+    std::string m_firstBytes;
+};
 
 class DropPlaylistTest : public TreeDropTest {
 protected:
@@ -218,6 +255,67 @@ TEST_F(DropPlaylistTest, ANumberedNameThatComparesEqualIsTaken) {
     AddCategory(1, "party", "x", {});
     DropList("PARTY.m3u", "");
     EXPECT_THAT(Categories(), ElementsAre("1|party", "2|PARTY1"));
+}
+
+TEST_F(DropPlaylistTest, WithoutAnyCategoryToReadTheNewOneIsTheFirst) {
+    connection.hide = "Select Category_id from Categories";
+    connection.hideRounds = 1;
+    DropList("Party.m3u", KnownSong(11, "a.mp3"));
+    EXPECT_THAT(Rows("Select Category_id from FileCategories"), ElementsAre("1"));
+}
+
+TEST_F(DropPlaylistTest, ADeviceThatFailsIsSilentBeforeTheFirstLineAndNotAfterIt) {
+    FailingDevice remarks("#EXTM3U\n#a\n");
+    services.files = &remarks;
+    EXPECT_FALSE(Drop({"/m/Party.m3u"}, "").Rebuild);
+    EXPECT_EQ(calls.back(), "pointer 0");
+    FailingDevice oneLine("#EXTM3U\n/gone.mp3\n");
+    services.files = &oneLine;
+    EXPECT_THROW(Drop({"/m/Party.m3u"}, ""), RuntimeError);
+}
+
+TEST_F(DropPlaylistTest, AKnownLineBecomesTheCurrentPath) {
+    const std::string a = KnownSong(11, "a.mp3");
+    DropList("Party.m3u", a);
+    EXPECT_EQ(mainModule.CurrentFile.CurrentPath, a);
+    EXPECT_EQ(mainModule.CurrentFile.DetailsPath, a);
+}
+
+TEST_F(DropPlaylistTest, APathThatIsNotInItsNormalFormIsAbsent) {
+    KnownSong(11, "a.mp3");
+    DropList("Party.m3u", music.Path() + "//a.mp3\n" + music.Path() + "/./a.mp3\n/" + (music / "a.mp3"));
+    EXPECT_THAT(Entries("Party"), IsEmpty());
+}
+
+TEST_F(DropPlaylistTest, TheEntriesOfANameThatDiffersInCaseCountForTheOldCategory) {
+    AddCategory(1, "party", "x", {1});
+    DropList("PARTY.m3u", KnownSong(11, "a.mp3"));
+    EXPECT_THAT(Rows("Select Parent from FileCategories"), ElementsAre("party", "PARTY"));
+    LoadTree(tree);
+    EXPECT_EQ(tree.Node("CAT_party").Text, "party (02:00)");
+    EXPECT_EQ(tree.Node("CAT_PARTY1").Text, "PARTY1");
+    Execute("Delete from FileCategories where Parent = 'party' and Category_id = 1");
+    LoadTree(tree);
+    EXPECT_EQ(tree.Node("CAT_party").Text, "party (01:00)") << "also when no entry spells it so";
+}
+
+TEST_F(DropPlaylistTest, AnotherPlaylistMayComeInside) {
+    const std::string a = Song("a.mp3");
+    const std::string b = Song("b.mp3");
+    const std::string inner = Playlist("Party.m3u", b);
+    bool isDone = false;
+    events.onDoEvents = [&] {
+        if (!std::exchange(isDone, true)) {
+            EXPECT_TRUE(TreeDrop({{inner}, "", false}, drag, tree, driver, work).Rebuild);
+        }
+    };
+    std::filesystem::create_directory(music / "other");
+    EXPECT_TRUE(DropList("other/Party.m3u", a).Rebuild);
+    EXPECT_TRUE(isDone);
+    EXPECT_THAT(
+        Rows("Select C.Category, FC.Filename, FC.Parent, FC.[Position] from FileCategories FC, Categories "
+             "C where FC.Category_id = C.Category_id order by FC.Category_id"),
+        ElementsAre("Party|a.mp3|Party|1", "Party1|b.mp3|Party|1"));
 }
 
 } // namespace

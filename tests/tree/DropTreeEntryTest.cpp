@@ -293,16 +293,96 @@ TEST_F(DropTreeEntryTest, ADraggedCategoryMovesNowhere) {
     EXPECT_EQ(EveryEntry(), before);
 }
 
-TEST_F(DropTreeEntryTest, ACategoryWhoseNameHoldsAConditionMovesNothingEither) {
+TEST_F(DropTreeEntryTest, ACategoryWhoseNameLooksLikeAKeyOrAConditionMovesNothingEither) {
     FillDense();
-    AddCategory(4, "1pos1 or 1 or 1", "x", {1});
+    AddCategory(5, "nt", "n", {1, 2, 3}); // What a category's parent is taken for.
+    int id = 6;
+    for (const char* name : {"1pos1 or 1 or 1", "1 or 1pos1", "12pos1", "101pos1"}) {
+        AddCategory(id++, name, "x" + std::to_string(id), {1});
+        LoadTree(tree);
+        const auto before = EveryEntry();
+        for (const bool control : {false, true}) {
+            for (const char* target : {"CAT_Blues", "CAT_Empty", "file202pos2", "file501pos1"}) {
+                Press(CategoryKey(name));
+                EXPECT_FALSE(Drop({KnownPath("x1")}, target, control).Rebuild) << name << " on " << target;
+            }
+        }
+        EXPECT_EQ(EveryEntry(), before) << name;
+    }
+}
+
+TEST_F(DropTreeEntryTest, WithoutASelectedEntryNothingMoves) {
+    FillDense();
+    const auto before = EveryEntry();
+    for (const char* selected : {"CAT_Jazz", "Parent"}) {
+        for (const char* target : {"file105pos5", "file202pos2", "CAT_Blues"}) {
+            Press("file102pos2");
+            tree.Select(selected);
+            EXPECT_FALSE(Drop({}, target).Rebuild) << selected << " on " << target;
+        }
+    }
+    EXPECT_EQ(EveryEntry(), before);
+    Press("file102pos2");
+    tree.Select("CAT_Jazz");
+    EXPECT_TRUE(Drop({}, "file202pos2", true).Rebuild) << "a copy does not ask for it";
+}
+
+TEST_F(DropTreeEntryTest, AnotherSelectedEntryThanThePressedOneIsNotMoved) {
+    FillDense();
+    Press("file102pos2");
+    tree.Select("file104pos4");
+    Drop({}, "CAT_Blues");
+    EXPECT_EQ(
+        statements[1],
+        "Update FileCategories set [Position] = 4, Category_id = 2, Parent = 'Blues' where [Position] = "
+        "2 and Parent = 'Jazz' and FileName = 'j2' and Filecategory_id = 104");
+    EXPECT_THAT(Entries("Blues"), ElementsAre("1 b1", "2 b2", "3 b3"));
+}
+
+TEST_F(DropTreeEntryTest, AnEntryOnOneOfTheSamePositionMovesDownAndShiftsNothing) {
+    FillDense();
+    AddEntry(110, 1, "Jazz", "twin", 2);
+    LoadTree(tree);
+    EXPECT_TRUE(DropEntry("file110pos2", "file102pos2").Rebuild);
+    EXPECT_EQ(statements[3],
+              "Update FileCategories set [Position] = [Position] - 1 where ([Position] > 2 and [Position] <= "
+              "2 and Parent = 'Jazz') and [Position] <> 0");
+    EXPECT_THAT(Entries("Jazz"), ElementsAre("1 j1", "2 j2", "2 twin", "3 j3", "4 j4", "5 j5", "6 j6"));
+}
+
+TEST_F(DropTreeEntryTest, NamesWithApostrophesAreQuotedInEachMove) {
+    FillDense();
+    AddEntry(110, 1, "Jazz", "it's", 7);
+    AddEntry(111, 1, "Jazz", "that's", 8);
+    LoadTree(tree);
+    EXPECT_TRUE(DropEntry("file110pos7", "file111pos8").Rebuild);
+    EXPECT_THAT(statements[0], ::testing::HasSubstr("FileName = 'that''s'"));
+    EXPECT_THAT(statements[1], ::testing::HasSubstr("FileName = 'it''s'"));
+    EXPECT_EQ(Entries("Jazz").back(), "8 it's");
+    LoadTree(tree);
+    EXPECT_TRUE(DropEntry("file110pos8", "CAT_Blues").Rebuild);
+    EXPECT_THAT(statements[1], ::testing::HasSubstr("FileName = 'it''s'"));
+    EXPECT_EQ(Entries("Blues").back(), "4 it's");
+}
+
+TEST_F(DropTreeEntryTest, ACategoryWithAnApostropheIsNoTargetAndNoSource) {
+    FillDense();
+    Execute("Insert into Categories (Category_id, Category) values (9, 'it''s')");
+    AddFile(901, "a");
+    AddFile(902, "b");
+    Execute(
+        "Insert into FileCategories (FileCategory_id, File_id, Category_id, [Position], Parent, Filename) "
+        "values (901, 901, 9, 1, 'it''s', 'a'), (902, 902, 9, 2, 'it''s', 'b')");
     LoadTree(tree);
     const auto before = EveryEntry();
-    Press("CAT_1pos1 or 1 or 1");
-    EXPECT_EQ(drag.DragPosition, "1 or 1 or 1");
-    EXPECT_FALSE(Drop({KnownPath("x1")}, "CAT_Blues").Rebuild);
-    Press("CAT_1pos1 or 1 or 1");
-    EXPECT_FALSE(Drop({KnownPath("x1")}, "CAT_Blues", true).Rebuild);
+    for (const bool control : {false, true}) {
+        for (const char* target : {"file901pos1", "CAT_it's"}) {
+            EXPECT_FALSE(DropEntry("file102pos2", target, control).Rebuild) << target;
+        }
+        for (const char* target : {"file901pos1", "file202pos2", "CAT_Blues"}) {
+            EXPECT_FALSE(DropEntry("file902pos2", target, control).Rebuild) << target;
+        }
+    }
     EXPECT_EQ(EveryEntry(), before);
 }
 

@@ -37,11 +37,11 @@ TEST_F(TreeDragTest, APressOnACategoryRemembersAPositionThatIsNone) {
     EXPECT_EQ(drag.DragFilePath, "/m/before");
 }
 
-TEST_F(TreeDragTest, ACategoryWhoseNameHoldsTheMarkRemembersWhatFollowsIt) {
-    AddCategory(1, "Compost", "c", {});
+TEST_F(TreeDragTest, ACategoryWhoseNameHoldsTheMarkRemembersNoPositionEither) {
+    AddCategory(1, "12pos3", "c", {});
     LoadTree(tree);
-    TreePress(tree, "CAT_Compost", false, drag);
-    EXPECT_EQ(drag.DragPosition, "t");
+    TreePress(tree, "CAT_12pos3", false, drag);
+    EXPECT_EQ(drag.DragPosition, "T_12pos3");
 }
 
 TEST_F(TreeDragTest, TheRootCanNotBeDragged) {

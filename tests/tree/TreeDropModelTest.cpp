@@ -22,8 +22,15 @@ namespace {
 const std::vector<std::string> Categories{"Jazz", "Blues", "Pop"};
 constexpr int Files = 6;
 
-std::string NameOf(int file) {
-    return "f" + std::to_string(file) + ".mp3";
+const std::vector<std::string> Names{"", "f1.mp3", "f2.mp3", "f3.mp3", "f4.mp3", "f5.mp3", "f6.mp3"};
+
+const std::string& NameOf(int file) {
+    return Names[static_cast<std::size_t>(file)];
+}
+
+int IdOf(const std::string& category) {
+    return static_cast<int>(std::find(Categories.begin(), Categories.end(), category) - Categories.begin()) +
+           1;
 }
 
 std::string KeyOf(const TreeDropModel::Entry& entry) {
@@ -78,10 +85,9 @@ private:
     }
 
     static std::string ValuesOf(const TreeDropModel::Entry& e) {
-        const auto category = std::find(Categories.begin(), Categories.end(), e.category);
         return "(" + std::to_string(e.id) + ", " + std::to_string(e.file) + ", " +
-               std::to_string(category - Categories.begin() + 1) + ", " + std::to_string(e.position) + ", '" +
-               e.category + "', '" + NameOf(e.name) + "')";
+               std::to_string(IdOf(e.category)) + ", " + std::to_string(e.position) + ", '" + e.category +
+               "', '" + NameOf(e.name) + "')";
     }
 
     // Half of the categories have gaps. Now and then the ids are about to become too large.
@@ -202,6 +208,20 @@ private:
     void Compare() {
         const ADODB::RowBlock rows = Connection().Query(
             "Select FileCategory_id, File_id, Category_id, [Position], Parent, Filename from FileCategories");
+        bool isSame = rows.Rows() == m_model.entries.size();
+        for (std::size_t row = 0; isSame && row < rows.Rows(); ++row) {
+            const TreeDropModel::Entry& e = m_model.entries[row];
+            isSame = rows.At(row, 0).Integer() == e.id && rows.At(row, 1).Integer() == e.file &&
+                     rows.At(row, 2).Integer() == IdOf(e.category) &&
+                     rows.At(row, 3).Integer() == e.position && rows.At(row, 4).View() == e.category &&
+                     rows.At(row, 5).View() == NameOf(e.name);
+        }
+        if (!isSame) {
+            ShowDifference(rows);
+        }
+    }
+
+    void ShowDifference(const ADODB::RowBlock& rows) const {
         std::vector<std::string> found;
         for (std::size_t row = 0; row < rows.Rows(); ++row) {
             found.push_back("(" + rows.At(row, 0).Text() + ", " + rows.At(row, 1).Text() + ", " +

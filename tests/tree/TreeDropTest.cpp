@@ -145,5 +145,45 @@ TEST_F(TreeDropTest, WhatWasWrittenIsInTheFileWhenTheDropIsOver) {
                 ElementsAre("j2"));
 }
 
+/// A library on a disk that has no room left for a commit.
+class FailingCommits : public ADODB::Connection {
+public:
+    explicit FailingCommits(std::unique_ptr<ADODB::Connection> real, int allowed)
+        : m_real(std::move(real)), m_allowed(allowed) {}
+    void Open(std::string_view) override {}
+    void Execute(std::string_view statement) override { m_real->Execute(statement); }
+    ADODB::RowBlock Query(std::string_view statement) override { return m_real->Query(statement); }
+    void Commit() override {
+        if (m_allowed-- <= 0) {
+            throw RuntimeError(ErrorNumber::DiskFull, "the disk");
+        }
+        m_real->Commit();
+    }
+
+private:
+    std::unique_ptr<ADODB::Connection> m_real;
+    int m_allowed;
+};
+
+TEST_F(TreeDropTest, AFailingCommitEndsTheDropSilentlyUntilAFileWasStored) {
+    FillDense();
+    Press("file102pos2");
+    mainModule.Connection = std::make_unique<FailingCommits>(std::move(mainModule.Connection), 0);
+    EXPECT_FALSE(TreeDrop({{}, "CAT_Empty", false}, drag, tree, driver, work).Rebuild);
+    EXPECT_FALSE(drag.DragFromTree);
+    WriteMp3("x.mp3");
+    EXPECT_FALSE(TreeDrop({{music / "x.mp3"}, "CAT_Empty", false}, drag, tree, driver, work).Rebuild);
+    mainModule.Connection.reset();
+    mainModule.Connection = std::make_unique<FailingCommits>(OpenLibrary(libraryPath), 1);
+    EXPECT_THROW(TreeDrop({{music / "x.mp3"}, "CAT_Empty", false}, drag, tree, driver, work), RuntimeError);
+}
+
+TEST_F(TreeDropTest, AnEmptyListOnAnEntryMovesWhatIsDragged) {
+    FillDense();
+    Press("file102pos2");
+    EXPECT_TRUE(Drop({}, "file104pos4").Rebuild);
+    EXPECT_EQ(Entries("Jazz")[3], "4 j2");
+}
+
 } // namespace
 } // namespace quavernet::test
