@@ -34,16 +34,6 @@ GridModifiers ModifiersOf(const QMouseEvent& event) {
             event.modifiers().testFlag(Qt::AltModifier)};
 }
 
-// While a scan runs the list takes no files: it inspects one at a time.
-void TakeFiles(QDropEvent& event) {
-    if (!mainModule.ScanRunning && !LocalFiles(*event.mimeData()).empty()) {
-        event.setDropAction(Qt::CopyAction);
-        event.accept();
-    } else {
-        event.ignore();
-    }
-}
-
 } // namespace
 
 GridView::GridView(QWidget* parent, DragState& drag) : QTableView(parent), m_selection(*this, drag) {
@@ -283,7 +273,15 @@ void GridView::Drag() {
     m_selection.CompleteDrag();
 }
 
+// While a scan runs the list takes no files: it inspects one at a time.
+void GridView::TakeFiles(QDropEvent& event) const {
+    event.setDropAction(Qt::CopyAction);
+    event.setAccepted(m_takesFiles && !mainModule.ScanRunning);
+}
+
+// The files are looked at once, when the drag enters: there may be very many.
 void GridView::dragEnterEvent(QDragEnterEvent* event) {
+    m_takesFiles = !LocalFiles(*event->mimeData()).empty();
     TakeFiles(*event);
 }
 

@@ -75,12 +75,14 @@ private:
     void Press(const QMouseEvent& event, std::int32_t mouseRow);
     void Release();
     void Drag();
+    void TakeFiles(QDropEvent& event) const;
     bool MoveByKey(const QKeyEvent& event);
     std::int32_t RowsInView() const;
 
     ListModel m_model;
     GridSelection m_selection;
     QPoint m_pressPosition;
+    bool m_takesFiles = false; ///< The drag that has entered has local files.
 };
 
 } // namespace quavernet

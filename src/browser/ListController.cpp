@@ -7,6 +7,7 @@
 #include "browser/GridView.h"
 #include "browser/LetterRow.h"
 #include "browser/LoadDatabase.h"
+#include "widgets/MenuEnd.h"
 
 #include <algorithm>
 
@@ -114,6 +115,8 @@ void ListController::SetKontextItems(int mode) {
 void ListController::KontextMenu(const QPoint& globalPosition) {
     if (!mainModule.ScanRunning) {
         m_controls.PopUp("mnuKontext", {globalPosition.x(), globalPosition.y()});
+        // Or the next drop on the tree would be taken for one of the list.
+        WhenMenuCloses(m_pane.Grid, [this] { m_pane.Grid.Selection().MouseUp(); });
     }
 }
 

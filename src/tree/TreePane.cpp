@@ -9,9 +9,8 @@
 #include "tree/LoadTree.h"
 #include "tree/TreeView.h"
 #include "widgets/KeyCodes.h"
+#include "widgets/MenuEnd.h"
 
-#include <QApplication>
-#include <QMenu>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QWheelEvent>
@@ -85,10 +84,7 @@ void TreePane::ContextMenu(const QPoint& position) {
     ShowMenuItems(*items);
     const QPoint place = m_tree.viewport()->mapToGlobal(position);
     m_controls.PopUp("mnuTree", {place.x(), place.y()});
-    // The menu takes the release of the button, and the press ends with it.
-    if (const auto* menu = qobject_cast<const QMenu*>(QApplication::activePopupWidget())) {
-        connect(menu, &QMenu::aboutToHide, &m_tree, &TreeView::Released, Qt::SingleShotConnection);
-    }
+    WhenMenuCloses(m_tree, [this] { emit m_tree.Released(); });
 }
 
 void TreePane::ShowMenuItems(const std::vector<TreeMenuItem>& items) {

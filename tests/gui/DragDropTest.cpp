@@ -12,6 +12,12 @@ namespace quavernet::test {
 namespace {
 class DragDropTest : public GuiTest {
 protected:
+    ~DragDropTest() override {
+        if (windows) { // The toolkit would look for the widget under the drag in the next test.
+            QDragLeaveEvent leave;
+            QCoreApplication::sendEvent(Grid().viewport(), &leave);
+        }
+    }
     /// No tag and no frame: such a file is named after its name.
     std::string MakeFile(const std::string& name) {
         std::ofstream(folder / name, std::ios::binary) << std::string(400, 'x');

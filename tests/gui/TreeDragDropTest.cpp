@@ -260,11 +260,11 @@ TEST_F(TreeDragDropTest, ARightPressRemembersNoNodeAndTheFlagGoesWithItsMenu) {
     QContextMenuEvent right(QContextMenuEvent::Mouse, Place(Entry(1)),
                             Tree().viewport()->mapToGlobal(Place(Entry(1))));
     QCoreApplication::sendEvent(Tree().viewport(), &right);
-    if (QWidget* menu = QApplication::activePopupWidget()) { // There is none without any of its commands.
-        EXPECT_TRUE(Drag().DragFromTree);
-        QTest::keyClick(menu, Qt::Key_Escape);
-        EXPECT_FALSE(Drag().DragFromTree);
-    }
+    QWidget* menu = QApplication::activePopupWidget();
+    ASSERT_NE(menu, nullptr);
+    EXPECT_TRUE(Drag().DragFromTree);
+    QTest::keyClick(menu, Qt::Key_Escape);
+    EXPECT_FALSE(Drag().DragFromTree);
     EXPECT_EQ(Selected(), "file12pos2");
 }
 
@@ -280,6 +280,18 @@ TEST_F(TreeDragDropTest, APressOnTheListForgetsTheNodeAndOneOnTheTreeTheList) {
     EXPECT_TRUE(Drag().DragFromTree);
     QTest::mousePress(Grid().viewport(), Qt::LeftButton, {}, CellCentre(1));
     EXPECT_FALSE(Drag().DragFromTree);
+}
+
+TEST_F(TreeDragDropTest, AfterTheMenuOfTheListADropFromOutsideIsNoneOfTheList) {
+    StartWithTree();
+    QTest::mousePress(Grid().viewport(), Qt::RightButton, {}, CellCentre(1));
+    QWidget* menu = QApplication::activePopupWidget();
+    ASSERT_NE(menu, nullptr);
+    EXPECT_TRUE(Drag().GridDragging);
+    QTest::keyClick(menu, Qt::Key_Escape);
+    EXPECT_FALSE(Drag().GridDragging);
+    EXPECT_TRUE(DropOn(Beta(), {MakeFile("Dylan - Three.mp3")}));
+    EXPECT_EQ(Shown(Beta()).back(), "Dylan - Three.mp3");
 }
 
 TEST_F(TreeDragDropTest, ADragMarksTheNodeUnderItAndNothingBesideAllNodes) {
