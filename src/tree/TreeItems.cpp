@@ -4,11 +4,33 @@
 #include "widgets/Pictures.h"
 
 #include <QFont>
+#include <QPainter>
+#include <QPixmap>
 #include <QWidget>
 
 #include <utility>
 
 namespace quavernet {
+
+namespace {
+
+// A picture without another one for the selected node: its blue is gone on the blue of the mark, so it takes
+// the colour of the marked text.
+QIcon ReadableWhenSelected(const QIcon& picture, const QPalette& palette) {
+    QIcon icon;
+    for (const int side : {16, 24, 32, 48}) {
+        QPixmap pixmap = picture.pixmap(side);
+        icon.addPixmap(pixmap);
+        QPainter painter(&pixmap);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(pixmap.rect(), palette.color(QPalette::HighlightedText));
+        painter.end();
+        icon.addPixmap(pixmap, QIcon::Selected);
+    }
+    return icon;
+}
+
+} // namespace
 
 void TreeItems::Show(TreeModel model) {
     beginResetModel();
@@ -95,11 +117,16 @@ Qt::ItemFlags TreeItems::flags(const QModelIndex& index) const {
     return KindOfKey(node->Key) == NodeKind::File ? all | Qt::ItemNeverHasChildren : all;
 }
 
-// The picture at rest, and the one of the selected node where there is one.
+// The picture at rest, and the one of the selected node.
 QIcon TreeItems::IconOf(const TreeNode& node) const {
+    if (m_iconColors != m_view.palette().cacheKey()) {
+        m_iconColors = m_view.palette().cacheKey();
+        m_icons.clear();
+    }
     QIcon& icon = m_icons[node.Image];
     if (icon.isNull()) {
-        icon = Picture(node.Image);
+        icon = *node.SelectedImage == '\0' ? ReadableWhenSelected(Picture(node.Image), m_view.palette())
+                                           : Picture(node.Image);
         if (*node.SelectedImage != '\0') {
             icon.addFile(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(node.SelectedImage)), QSize(),
                          QIcon::Selected);

@@ -47,6 +47,7 @@ private:
     const QWidget& m_view;
     TreeModel m_model;
     mutable std::map<std::string_view, QIcon> m_icons; ///< By the name of the picture at rest.
+    mutable qint64 m_iconColors = 0;                   ///< The palette that they were made for.
 };
 
 } // namespace quavernet

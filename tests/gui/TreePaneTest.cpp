@@ -43,6 +43,26 @@ TEST_F(TreePaneTest, ASelectedCategoryShowsTheOpenFolder) {
     EXPECT_NE(icon.pixmap(16, QIcon::Normal).toImage(), icon.pixmap(16, QIcon::Selected).toImage());
 }
 
+TEST_F(TreePaneTest, TheNoteOfASelectedEntryHasTheColourOfItsText) {
+    MakeTree();
+    Start();
+    Tree().expandAll();
+    for (const QColor& text : {QColor(Qt::white), QColor(Qt::black)}) {
+        QPalette palette = Tree().palette();
+        palette.setColor(QPalette::HighlightedText, text);
+        Tree().setPalette(palette);
+        const QImage selected = Icon(Entry(0)).pixmap(16, QIcon::Selected).toImage();
+        int painted = 0;
+        for (int pixel = 0; pixel < 16 * 16; ++pixel) {
+            const QColor color = selected.pixelColor(pixel % 16, pixel / 16);
+            painted += color.alpha() == 255 ? 1 : 0;
+            EXPECT_TRUE(color.alpha() < 255 || color == text);
+        }
+        EXPECT_GT(painted, 4);
+        EXPECT_NE(Icon(Entry(0)).pixmap(16).toImage(), selected);
+    }
+}
+
 TEST_F(TreePaneTest, TheBlueOfACategoryIsReadableOnADarkWindow) {
     MakeTree();
     Start();
