@@ -93,6 +93,8 @@ public:
     std::int32_t Col() const { return m_col; }
     std::int32_t ColSel() const { return m_colSel; }
     std::int64_t RowData(std::int32_t row) const { return m_view.RowData(row); }
+    std::int32_t TopRow() const { return m_view.TopRow(); }
+    void SetTopRow(std::int32_t row) { m_view.SetTopRow(row); }
     bool IsPainted(std::int32_t row) const { return m_painted.Contains(row); }
     const RowRanges& Painted() const { return m_painted; }
 

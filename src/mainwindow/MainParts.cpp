@@ -36,7 +36,7 @@ MainParts::MainParts(QMainWindow& window, const SwitchControls& switchControls,
       Scan(Work, Views, Named, window), TreeDrags(Panes.Tree(), Views, Drag, Scan.Driver(), Work) {
     window.setCentralWidget(&Panes);
     RegisterScanCommands(Commands, Scan, Named, window);
-    RegisterListCommands(Commands, List, Panes.Grid(), Named);
+    RegisterListCommands(Commands, List, Panes.Grid(), Named, Work, Views);
     RegisterTreeCommands(Commands, Tree.Model(), Views, window);
     RegisterLibraryCommands(Commands, Work, Views);
     RegisterWindowCommands(Commands, Named, window, loadStrings);

@@ -4,6 +4,8 @@
 #include "scanner/frmRemind.h"
 #include "scanner/frmScanLog.h"
 #include "scanner/frmScanpath.h"
+#include "tree/frmCategoryName.h"
+#include "tree/frmEditTree.h"
 
 #include <QAbstractButton>
 #include <QDialog>
@@ -75,7 +77,12 @@ TEST_F(DialogRulesTest, ReturnMeansTheFirstButtonAndEscapeTheOther) {
     EXPECT_EQ(DefaultButton(scanpath), "cmdOK");
     frmAbout about(&Form());
     EXPECT_EQ(DefaultButton(about), "cmdOK");
-    for (QDialog* dialog : {static_cast<QDialog*>(&remind), static_cast<QDialog*>(&scanpath)}) {
+    frmEditTree editTree(&Form());
+    EXPECT_EQ(DefaultButton(editTree), "cmdOK");
+    frmCategoryName categoryName(&Form(), {}, Form().Parts().Views);
+    EXPECT_EQ(DefaultButton(categoryName), "cmdFinish");
+    for (QDialog* dialog : {static_cast<QDialog*>(&remind), static_cast<QDialog*>(&scanpath),
+                            static_cast<QDialog*>(&editTree), static_cast<QDialog*>(&categoryName)}) {
         Open(*dialog);
         QTest::keyClick(dialog, Qt::Key_Escape);
         EXPECT_FALSE(dialog->isVisible());
@@ -133,6 +140,14 @@ TEST_F(DialogRulesTest, EveryControlIsReachedByTheKeyboardAlone) {
     frmAbout about(&Form());
     Open(about);
     EXPECT_EQ(ReachedByTab(about), (Names{"cmdSysInfo", "cmdOK"}));
+    frmEditTree editTree(&Form());
+    Open(editTree);
+    EXPECT_EQ(ReachedByTab(editTree), (Names{"lstCategories", "cmdNew", "cmdOK"}));
+    editTree.cmdNew_Click();
+    EXPECT_EQ(ReachedByTab(editTree), (Names{"txtEdit", "cmdSave", "cmdOK", "lstCategories"}));
+    frmCategoryName categoryName(&Form(), {}, Form().Parts().Views);
+    Open(categoryName);
+    EXPECT_EQ(ReachedByTab(categoryName), (Names{"txtCategoryName", "cmdFinish", "cmdCancel"}));
     frmScanLog log(&Form());
     log.Show();
     Open(log);
@@ -156,8 +171,10 @@ TEST_F(DialogRulesTest, NoDialogOffersToBeMinimised) {
     frmScanpath scanpath(&Form());
     frmAbout about(&Form());
     frmScanLog log(&Form());
-    for (const QDialog* dialog : {static_cast<QDialog*>(&remind), static_cast<QDialog*>(&scanpath),
-                                  static_cast<QDialog*>(&about), static_cast<QDialog*>(&log)}) {
+    frmEditTree editTree(&Form());
+    frmCategoryName categoryName(&Form(), {}, Form().Parts().Views);
+    for (const QDialog* dialog :
+         std::initializer_list<QDialog*>{&remind, &scanpath, &about, &log, &editTree, &categoryName}) {
         EXPECT_FALSE(dialog->windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
         EXPECT_EQ(dialog->windowType(), Qt::Dialog);
         EXPECT_EQ(dialog->parentWidget(), &Form()) << "it stays over the main window";
@@ -172,8 +189,10 @@ TEST_F(DialogRulesTest, NoTextIsCutInEitherLanguage) {
         frmAbout about(&Form());
         frmScanLog log(&Form());
         log.Show();
-        for (QDialog* dialog : {static_cast<QDialog*>(&remind), static_cast<QDialog*>(&scanpath),
-                                static_cast<QDialog*>(&about), static_cast<QDialog*>(&log)}) {
+        frmEditTree editTree(&Form());
+        frmCategoryName categoryName(&Form(), {}, Form().Parts().Views);
+        for (QDialog* dialog :
+             std::initializer_list<QDialog*>{&remind, &scanpath, &about, &log, &editTree, &categoryName}) {
             Open(*dialog);
             EXPECT_EQ(CutTexts(*dialog), std::vector<std::string>{})
                 << language << " " << FromQString(dialog->objectName());
