@@ -1,5 +1,6 @@
 #include "tree/LoadTree.h"
 
+#include "library/SqlQuote.h"
 #include "support/RecordingConnection.h"
 #include "support/TestLibrary.h"
 #include "tree/NodeKey.h"
@@ -294,6 +295,23 @@ TEST_F(LoadTreeTest, TheFileNameIsQuotedInTheLookup) {
     Execute("Update FileCategories Set Filename = 'it''s.mp3' where File_id = 1");
     Load();
     EXPECT_EQ(GetFileIdFromNode(tree, "file17pos2"), "1");
+}
+
+TEST_F(LoadTreeTest, NeitherACategoryNorAPositionBecomesACondition) {
+    AddFile(1, "a.mp3");
+    AddFile(2, "b.mp3");
+    AddCategory(1, "Jazz");
+    AddEntry(17, 1, 1, 1, "Jazz", "a.mp3");
+    AddEntry(18, 2, 1, 2, "Jazz", "b.mp3");
+    Execute("Update FileCategories Set [Position] = '2 or 1' where FileCategory_id = 18");
+    Load();
+    EXPECT_THROW(GetFileIdFromNode(tree, "file18pos2 or 1"), RuntimeError);
+    for (const char* name : {"it''s", "x' or '1' = '1"}) {
+        Execute("Update Categories Set Category = '" + SqlQuote(name) + "'");
+        Execute("Update FileCategories Set Parent = '" + SqlQuote(name) + "'");
+        Load();
+        EXPECT_THROW(GetFileIdFromNode(tree, "file17pos1"), RuntimeError) << name;
+    }
 }
 
 TEST_F(LoadTreeTest, ARenamedFileIsShownWithItsNewNameAndNotFound) {
