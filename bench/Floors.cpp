@@ -232,6 +232,42 @@ std::size_t BareLibrary::FindPaths(const std::vector<std::string>& paths) {
     return found;
 }
 
+void BareLibrary::CreateTreeTables() {
+    Execute(
+        "create table Categories (Category_id integer primary key autoincrement, Category text);"
+        "create table FileCategories (FileCategory_id integer primary key autoincrement, File_id integer, "
+        "Category_id integer, Position integer, Parent text, Filename text);"
+        "create index CategoriesByName on Categories (Category);"
+        "create index EntriesByCategory on FileCategories (Category_id, Position);"
+        "create index EntriesByParent on FileCategories (Parent, Position);"
+        "create index EntriesByFile on FileCategories (File_id);"
+        "insert into Categories (Category) values ('Target')");
+}
+
+void BareLibrary::AddEntries(const std::vector<std::string>& paths) {
+    Execute("begin");
+    Statement file(m_database, "select File_id, Name from Files where Path = ?");
+    Statement category(m_database, "select Category_id, Category from Categories where Category = 'Target'");
+    Statement insert(m_database,
+                     "insert into FileCategories (File_id, Category_id, Position, Parent, Filename) "
+                     "values (?, ?, ?, 'Target', ?)");
+    std::int64_t position = 0;
+    for (const std::string& path : paths) {
+        file.Bind(1, path);
+        file.Step();
+        category.Step();
+        const std::string name = file.Text(1);
+        insert.Bind(1, file.Integer(0));
+        insert.Bind(2, category.Integer(0));
+        insert.Bind(3, ++position);
+        insert.Bind(4, name);
+        insert.Run();
+        file.Reset();
+        category.Reset();
+    }
+    Execute("commit");
+}
+
 std::vector<std::string> WalkFiles(const std::string& folder) {
     std::vector<std::string> files;
     WalkInto(folder, files);

@@ -45,6 +45,13 @@ public:
     /// Looks every path up.
     std::size_t FindPaths(const std::vector<std::string>& paths);
 
+    /// The two tables of the category tree, with one category, beside those of CreateTables.
+    void CreateTreeTables();
+
+    /// Looks each path and the category up, and makes the file the category's next entry, all in one
+    /// transaction.
+    void AddEntries(const std::vector<std::string>& paths);
+
 private:
     sqlite3* m_database = nullptr;
 };

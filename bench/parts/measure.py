@@ -2,7 +2,7 @@
 same, measured in the same run, and beside what is wanted.
 
 Parts: scan (with the main window open and the scan log on, and without any window; good files, and with broken ones
-among them), list (from the click to the painted rows), tree (from the load to the painted nodes), million (the list
+among them), list (from the click to the painted rows), tree (from a drop or a load to the painted nodes), million (the list
 with 1,000,000 rows, and the memory for them), start (filled window, memory, idling), cancel (clicks on "cancel" at
 random moments of scans), ogg (the reader of Ogg files beside ogginfo itself).
 

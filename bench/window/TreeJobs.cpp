@@ -2,11 +2,17 @@
 
 #include "Floors.h"
 #include "Lines.h"
+#include "ScanJobs.h"
 #include "window/BareTree.h"
 
+#include "adapters/qt/FileUris.h"
 #include "app/MainModule.h"
 #include "tree/TreeView.h"
 
+#include <QDropEvent>
+#include <QMimeData>
+
+#include <memory>
 #include <stdexcept>
 
 namespace quavernet::bench {
@@ -15,6 +21,7 @@ namespace {
 
 constexpr int Categories = 100;
 constexpr Wanted LoadLimits{.ratio = 2, .limit = 0.4};
+constexpr Wanted DropLimits{.ratio = 2};
 
 std::string CategoryName(int number) {
     return "Category " + std::to_string(1000 + number);
@@ -32,9 +39,10 @@ void FillTree(std::size_t files) {
     constexpr std::size_t RowsAtOnce = 400;
     std::string values;
     for (int number = 1; number <= Categories; ++number) {
-        values += (values.empty() ? "('" : ", ('") + CategoryName(number) + "')";
+        values +=
+            (values.empty() ? "(" : ", (") + std::to_string(number) + ", '" + CategoryName(number) + "')";
     }
-    Insert("Insert into Categories (Category)", values);
+    Insert("Insert into Categories (Category_id, Category)", values);
     const std::string head = "Insert into FileCategories (File_id, Category_id, Position, Parent, Filename)";
     for (std::size_t number = 0; number < files; ++number) {
         const auto category = static_cast<int>(number % Categories) + 1;
@@ -108,9 +116,84 @@ private:
     BareTree m_bare;
 };
 
+/// Rows of the list, dropped on the one category that there is.
+class Drops {
+public:
+    Drops(RealWindow& window, int rounds) : m_window(window), m_rounds(rounds), m_bareTree(1, Rows) {
+        BareLibrary library(LibraryPath());
+        m_bareRows = library.Rows();
+        mainModule.Connection->Execute("Insert into Categories (Category) values ('Target')");
+        GridSelection& selection = window.Grid().Selection();
+        selection.MoveTo(1, false);
+        selection.MoveTo(Rows, true);
+        for (const std::int32_t row : mainModule.SelectedRows.Rows()) {
+            m_paths.push_back(mainModule.FilePaths.Item(row));
+        }
+        m_bareTree.resize(Tree().size());
+        m_bareTree.show();
+    }
+    ~Drops() {
+        mainModule.Connection->Execute("Delete from Categories");
+        mainModule.Connection->Execute("Delete from FileCategories");
+    }
+    Drops(const Drops&) = delete;
+    Drops& operator=(const Drops&) = delete;
+
+    void DropJob() {
+        const Timed drop{[&] { Empty(); }, [&] { m_window.UntilPainted([&] { Drop(); }, Tree()); }};
+        const Timed floor{[&] { EmptyBare(); },
+                          [&] {
+                              m_bare->AddEntries(m_paths);
+                              m_window.UntilPainted([&] { m_bareTree.Fill(false); }, m_bareTree);
+                          }};
+        Print(Measure("drop of " + std::to_string(Rows) + " rows of the list on a category", Rows, DropLimits,
+                      m_rounds, drop, floor));
+        if (m_window.Form().Tree().Model().Nodes().size() != Rows + 2) {
+            throw std::runtime_error("the drop has not made its entries");
+        }
+    }
+
+private:
+    static constexpr int Rows = 5000;
+
+    TreeView& Tree() { return m_window.Form().Panes().Tree(); }
+    void Empty() {
+        mainModule.Connection->Execute("Delete from FileCategories");
+        m_window.UntilPainted([&] { m_window.Form().Tree().LoadTree(); }, Tree());
+        mainModule.Connection->Commit();
+        m_window.Form().Parts().Drag.GridDragging = true;
+    }
+    void EmptyBare() {
+        m_bare.reset();
+        RemoveLibrary(LibraryPath() + ".bare");
+        m_bare = std::make_unique<BareLibrary>(LibraryPath() + ".bare");
+        m_bare->CreateTables();
+        m_bare->WriteRows(m_bareRows);
+        m_bare->CreateTreeTables();
+    }
+    // As the toolkit tells of a drag that comes and is dropped.
+    void Drop() {
+        const std::unique_ptr<QMimeData> files(FilesToOffer(m_paths));
+        TreeItems& items = Tree().Items();
+        const QPoint place = Tree().visualRect(items.IndexOf(items.Model().Node("CAT_Target"))).center();
+        QDragEnterEvent enter(place, Qt::CopyAction, files.get(), Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(Tree().viewport(), &enter);
+        QDropEvent drop(place, Qt::CopyAction, files.get(), Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(Tree().viewport(), &drop);
+    }
+
+    RealWindow& m_window;
+    int m_rounds;
+    std::vector<StoredRow> m_bareRows;
+    std::vector<std::string> m_paths;
+    std::unique_ptr<BareLibrary> m_bare;
+    BareTree m_bareTree;
+};
+
 } // namespace
 
 void TreeJobs(RealWindow& window, int rounds) {
+    Drops(window, rounds).DropJob();
     FillTree(window.Grid().Model().Rows().Count());
     Trees trees(window, rounds);
     trees.LoadJob(false);
