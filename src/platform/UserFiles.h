@@ -1,6 +1,6 @@
-// The user's files as bytes: opened by path, read at offsets, and changed so that no mixture of old and new
-// is ever left. The adapter lives in adapters/posix; the inspection, the tag writers and the adapters that
-// take files apart call it.
+// The user's files as bytes: opened by path, read at offsets, and changed or written as a whole so that no
+// mixture of old and new is ever left. The adapter lives in adapters/posix; the inspection, the tag writers,
+// the readers and writers of text files and the adapters that take files apart call it.
 #pragma once
 
 #include "platform/RuntimeError.h"
@@ -10,6 +10,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace quavernet {
@@ -75,6 +76,21 @@ public:
     virtual void ReplaceHead(std::uint64_t oldSize, std::span<const std::byte> head) = 0;
 };
 
+/// A file that is written from its beginning to its end. What was there stays until Keep, and for good if
+/// this object goes without it.
+class NewFile {
+public:
+    virtual ~NewFile() = default;
+
+    /// Throws RuntimeError 61 if the disk is full, 57 if the device fails, 75 if it fails otherwise.
+    virtual void Append(std::string_view bytes) = 0;
+
+    /// Brings the file to the disk and to its place, in one step: either the old or the new one is there,
+    /// also if the process is killed in the middle. Throws as Append does; the old file then stays. Called
+    /// last.
+    virtual void Keep() = 0;
+};
+
 class UserFiles {
 public:
     virtual ~UserFiles() = default;
@@ -82,6 +98,12 @@ public:
     /// Opens a plain file by a path of any length, links followed; never a pipe, a device or a folder, and
     /// never waits for one. Never creates a file. Throws OpenError.
     virtual std::unique_ptr<BinaryFile> Open(const std::string& path, BinaryFile::Access access) = 0;
+
+    /// Begins a file that is to take the place of the one at the path, or of nothing. A link stays one and
+    /// leads to the new file; rights, owner and extended attributes of an old file stay as far as the system
+    /// allows, its other names keep the old one. Throws OpenError if the old one is no plain file or may not
+    /// be written, RuntimeError 76 if the folder is missing, and as NewFile::Append does.
+    virtual std::unique_ptr<NewFile> Create(const std::string& path) = 0;
 };
 
 } // namespace quavernet

@@ -21,6 +21,7 @@ public:
     std::unique_ptr<BinaryFile> Open(const std::string&, BinaryFile::Access) override {
         return std::make_unique<File>(m_firstBytes);
     }
+    std::unique_ptr<NewFile> Create(const std::string&) override { return nullptr; }
 
 private:
     class File : public BinaryFile {

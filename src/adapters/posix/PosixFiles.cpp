@@ -2,6 +2,7 @@
 
 #include "adapters/posix/OpenedFile.h"
 #include "adapters/posix/SafeSave.h"
+#include "adapters/posix/SafeWrite.h"
 
 namespace quavernet {
 
@@ -32,6 +33,10 @@ private:
 
 std::unique_ptr<BinaryFile> PosixFiles::Open(const std::string& path, BinaryFile::Access access) {
     return std::make_unique<PosixFile>(path, access);
+}
+
+std::unique_ptr<NewFile> PosixFiles::Create(const std::string& path) {
+    return posix::CreateFile(path);
 }
 
 } // namespace quavernet

@@ -11,6 +11,7 @@ namespace quavernet {
 class PosixFiles : public UserFiles {
 public:
     std::unique_ptr<BinaryFile> Open(const std::string& path, BinaryFile::Access access) override;
+    std::unique_ptr<NewFile> Create(const std::string& path) override;
 };
 
 } // namespace quavernet

@@ -1,18 +1,15 @@
 #include "adapters/posix/SafeSave.h"
 
+#include "adapters/posix/FileTraits.h"
 #include "adapters/posix/TemporaryCopy.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <climits>
-#include <filesystem>
-#include <system_error>
 #include <vector>
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace quavernet::posix {
@@ -21,12 +18,6 @@ namespace {
 
 constexpr std::size_t CopyBlock = std::size_t{1} << 20;
 constexpr std::uint64_t PageSize = 4096; // The smallest of any system; larger ones are made of whole ones.
-
-void Check(int error, const std::string& path) {
-    if (error != 0) {
-        throw RuntimeError(ErrorNumber::PathFileAccess, ErrorText(error) + ": " + path);
-    }
-}
 
 struct stat FactsOf(const OpenedFile& file) {
     struct stat facts {};
@@ -39,22 +30,6 @@ void SetTimes(int descriptor, const struct stat& facts) {
     ::futimens(descriptor, times); // A file system without times has none to keep.
 }
 
-// Access lists and the user's own attributes, as far as the file system takes them.
-void CopyAttributes(int from, int to) {
-    const ssize_t size = ::flistxattr(from, nullptr, 0);
-    std::vector<char> names(size > 0 ? static_cast<std::size_t>(size) : 0);
-    const ssize_t listed = names.empty() ? 0 : ::flistxattr(from, names.data(), names.size());
-    for (ssize_t i = 0; i < listed;) {
-        const char* name = names.data() + i;
-        i += static_cast<ssize_t>(std::char_traits<char>::length(name)) + 1;
-        const ssize_t length = ::fgetxattr(from, name, nullptr, 0);
-        std::vector<char> value(length > 0 ? static_cast<std::size_t>(length) : 0);
-        if (length >= 0 && ::fgetxattr(from, name, value.data(), value.size()) == length) {
-            ::fsetxattr(to, name, value.data(), value.size(), 0);
-        }
-    }
-}
-
 void AppendRange(TemporaryCopy& copy, const OpenedFile& file, std::uint64_t begin, std::uint64_t end) {
     std::vector<std::byte> block(static_cast<std::size_t>(std::min<std::uint64_t>(CopyBlock, end - begin)));
     while (begin < end) {
@@ -64,25 +39,6 @@ void AppendRange(TemporaryCopy& copy, const OpenedFile& file, std::uint64_t begi
         Check(copy.Append(std::span(block).first(count)), file.Path());
         begin += count;
     }
-}
-
-// A path that is too long for the system to follow its links must not end in one.
-bool EndsInPlainFile(const std::string& path) {
-    const Descriptor opened = OpenPath(path, O_PATH | O_NOFOLLOW);
-    struct stat facts {};
-    return opened.IsOpen() && ::fstat(opened.Get(), &facts) == 0 && S_ISREG(facts.st_mode);
-}
-
-// The file that a path leads to through all links.
-std::string RealPath(const std::string& path) {
-    if (path.size() >= PATH_MAX) {
-        Check(EndsInPlainFile(path) ? 0 : ENAMETOOLONG, path);
-        return path;
-    }
-    std::error_code error;
-    const std::filesystem::path target = std::filesystem::canonical(path, error);
-    Check(error.value(), path);
-    return target.string();
 }
 
 bool LeadsTo(const std::string& path, const struct stat& facts) {
@@ -97,17 +53,6 @@ void CheckUnchanged(const OpenedFile& file) {
     if (!file.IsAsOpened() || !LeadsTo(file.Path(), FactsOf(file))) {
         throw RuntimeError(ErrorNumber::PermissionDenied, ErrorText(EBUSY) + ": " + file.Path());
     }
-}
-
-// Only the superuser may give files away; others keep a group that they belong to. Bits that lend the owner's
-// rights are for that owner only.
-void KeepOwnerAndRights(int copy, const struct stat& facts, const std::string& path) {
-    mode_t rights = facts.st_mode & 07777;
-    if (::fchown(copy, facts.st_uid, facts.st_gid) != 0) {
-        [[maybe_unused]] const int ignored = ::fchown(copy, static_cast<uid_t>(-1), facts.st_gid);
-        rights &= static_cast<mode_t>(~(S_ISUID | S_ISGID));
-    }
-    Check(::fchmod(copy, rights) == 0 ? 0 : errno, path);
 }
 
 // A copy of the file with `bytes` in place of the `oldSize` bytes at the offset takes the file's place.

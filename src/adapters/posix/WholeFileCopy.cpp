@@ -1,5 +1,6 @@
 #include "adapters/posix/WholeFileCopy.h"
 
+#include "adapters/posix/FileTraits.h"
 #include "adapters/posix/TemporaryCopy.h"
 
 #include <array>
@@ -32,20 +33,12 @@ int CopyBytes(int from, TemporaryCopy& to) {
     }
 }
 
-// What the user takes from all new files. It can only be read by setting it: for that moment to the strictest
-// one, since another thread may make a file.
-mode_t FileModeMask() {
-    const mode_t mask = ::umask(077);
-    ::umask(mask);
-    return mask;
-}
-
 // The source's rights, as far as a new file of the user gets them, but the owner may always write: the copy
 // of a template lives on.
 int KeepRights(int from, int to) {
     struct stat facts {};
     const bool kept = ::fstat(from, &facts) == 0 &&
-                      ::fchmod(to, (facts.st_mode & 0777 & ~FileModeMask()) | S_IRUSR | S_IWUSR) == 0;
+                      ::fchmod(to, (facts.st_mode & 0777 & ~NewFileMask()) | S_IRUSR | S_IWUSR) == 0;
     return kept ? 0 : errno;
 }
 
