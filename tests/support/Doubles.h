@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/MainModule.h"
+#include "platform/RuntimeError.h"
 #include "platform/Services.h"
 
 #include <deque>
@@ -94,9 +95,32 @@ public:
         titles.push_back(title);
         return folder;
     }
+    std::optional<std::string> ShowOpen(const std::string& filter, const std::string& startFolder) override {
+        return Show("open", filter, startFolder);
+    }
+    std::optional<std::string> ShowSave(const std::string& filter, const std::string& startFolder) override {
+        return Show("save", filter, startFolder);
+    }
 
     std::optional<std::string> folder;
+    std::optional<std::string> file; ///< The answer of the file dialogs.
+    bool fails = false;              ///< The file dialogs can't come up.
+    std::function<void()> onShow;    ///< What happens while a file dialog is open.
     std::vector<std::string> titles;
+    std::vector<std::string> shown; ///< File dialogs: kind, filter and folder, joined by blanks.
+
+private:
+    std::optional<std::string> Show(const std::string& kind, const std::string& filter,
+                                    const std::string& startFolder) {
+        shown.push_back(kind + " " + filter + " " + startFolder);
+        if (onShow) {
+            onShow();
+        }
+        if (fails) {
+            throw RuntimeError(20476, "no dialog");
+        }
+        return file;
+    }
 };
 
 /// Counts the calls and runs `onDoEvents`, through which a test acts in the middle of a long operation.

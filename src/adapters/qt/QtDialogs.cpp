@@ -19,7 +19,45 @@ QString StartFolder() {
     return QFileInfo(music).isDir() ? music : QDir::homePath();
 }
 
+// "Playlists (*.m3u)|*.m3u" as the toolkit wants it: what is shown, and in brackets of its own a pattern that
+// takes each letter in either case. Where a folder's list is the system's, case would count otherwise.
+QString NameFilter(const QString& filter) {
+    const QStringList parts = filter.split(u'|');
+    QString pattern;
+    for (const QChar c : parts.value(1)) {
+        pattern += c.isLetter() ? QStringLiteral("[%1%2]").arg(c.toLower()).arg(c.toUpper()) : QString(c);
+    }
+    return QStringLiteral("%1 (%2)").arg(parts.value(0), pattern);
+}
+
+std::optional<std::string> Choose(QFileDialog& dialog, const std::string& filter, const std::string& folder) {
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
+    dialog.setNameFilter(NameFilter(ToQString(filter)));
+    const QString start = QFile::decodeName(QByteArray::fromStdString(folder));
+    dialog.setDirectory(QFileInfo(start).isDir() ? start : QDir::homePath());
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        return std::nullopt;
+    }
+    return QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString();
+}
+
 } // namespace
+
+std::optional<std::string> QtDialogs::ShowOpen(const std::string& filter, const std::string& folder) {
+    QFileDialog dialog(QApplication::activeWindow());
+    dialog.setObjectName(QStringLiteral("ShowOpen"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return Choose(dialog, filter, folder);
+}
+
+std::optional<std::string> QtDialogs::ShowSave(const std::string& filter, const std::string& folder) {
+    QFileDialog dialog(QApplication::activeWindow());
+    dialog.setObjectName(QStringLiteral("ShowSave"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    return Choose(dialog, filter, folder);
+}
 
 std::optional<std::string> QtDialogs::BrowseForFolder(const std::string& title) {
     QFileDialog dialog(QApplication::activeWindow(), ToQString(title), StartFolder());

@@ -8,6 +8,8 @@ namespace quavernet {
 class QtDialogs : public CommonDialogs {
 public:
     std::optional<std::string> BrowseForFolder(const std::string& title) override;
+    std::optional<std::string> ShowOpen(const std::string& filter, const std::string& folder) override;
+    std::optional<std::string> ShowSave(const std::string& filter, const std::string& folder) override;
 };
 
 } // namespace quavernet
