@@ -21,6 +21,8 @@ inline constexpr std::int32_t LastScan = 351;      ///< Before a date in the win
 inline constexpr std::int32_t Ready = 432;         ///< In the status bar while nothing is being done.
 inline constexpr std::int32_t TreeRoot = 591;      ///< The node that holds all categories.
 
+inline constexpr std::int32_t Restart = 778; ///< Button of the box with which the program ends.
+
 // What a frame header says.
 inline constexpr std::int32_t Stereo = 447; ///< The four channel modes follow each other from here.
 inline constexpr std::int32_t ReservedEmphasis = 451;

@@ -56,18 +56,23 @@ public:
 
     /// Ends the process at once. Does not return; doubles throw.
     virtual void EndProcess(int exitCode) = 0;
+
+    /// The same, and starts the program once more, as a process of its own that finds all that this one
+    /// wrote.
+    virtual void EndProcessAndStartAgain(int exitCode) = 0;
 };
 
 /// Message boxes.
 class MsgBox {
 public:
     enum class Icon { None, Critical, Question, Exclamation, Information }; ///< The picture beside the text.
-    enum class Buttons { Ok, OkCancel, YesNo };                             ///< The first one is the default.
-    enum class Answer { Ok, Cancel, Yes, No };                              ///< The button that was pressed.
+    enum class Buttons { Ok, OkCancel, YesNo, OkRestart };                  ///< The first one is the default.
+    enum class Answer { Ok, Cancel, Yes, No, Restart };                     ///< The button that was pressed.
 
     virtual ~MsgBox() = default;
 
-    /// Shows plain text and waits for the user. A closed box gives Cancel or No where there is such a button.
+    /// Shows plain text and waits for the user. A closed box gives Cancel or No where there is such a button,
+    /// else Ok.
     virtual Answer Show(const std::string& text, const std::string& title, Icon icon, Buttons buttons) = 0;
 
     /// The same with a second text beneath the first, which tells more of what has happened.

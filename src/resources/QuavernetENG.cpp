@@ -356,6 +356,7 @@ constexpr clsResources::Entry EnglishTexts[] = {
      "The database was moved, replaced or deleted while the program was running. Nothing more is written "
      "to it."},
     {777, "tells no nominal bit rate"},
+    {778, "Restart"},
 };
 
 } // namespace

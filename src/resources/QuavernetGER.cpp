@@ -359,6 +359,7 @@ constexpr clsResources::Entry GermanTexts[] = {
      "Die Datenbank wurde verschoben, ersetzt oder gelöscht, während das Programm lief. Es schreibt nichts "
      "mehr hinein."},
     {777, "nennt keine nominale Bitrate"},
+    {778, "Neu starten"},
 };
 
 } // namespace

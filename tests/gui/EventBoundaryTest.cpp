@@ -18,20 +18,27 @@ class PrintingMsgBox : public MsgBox {
 public:
     Answer ShowWithDetails(const std::string& text, const std::string& details, const std::string& title,
                            Icon icon, Buttons buttons) override {
-        const Answer answer = Show(text, title, icon, buttons);
+        (void)Show(text, title, icon, buttons);
         std::fprintf(stderr, "<%s>\n", details.c_str());
         return answer;
     }
-    Answer Show(const std::string& text, const std::string& title, Icon icon, Buttons) override {
-        std::fprintf(stderr, "[%s] %s (%s)\n", title.c_str(), text.c_str(),
-                     icon == Icon::Critical ? "critical" : "other");
-        return Answer::Ok;
+    Answer Show(const std::string& text, const std::string& title, Icon icon, Buttons buttons) override {
+        std::fprintf(stderr, "[%s] %s (%s)%s\n", title.c_str(), text.c_str(),
+                     icon == Icon::Critical ? "critical" : "other",
+                     buttons == Buttons::OkRestart ? "" : " no restart");
+        return answer;
     }
+
+    Answer answer = Answer::Ok;
 };
 
 class EndingShell : public RecordingShell {
 public:
     void EndProcess(int exitCode) override { std::_Exit(exitCode); }
+    void EndProcessAndStartAgain(int exitCode) override {
+        std::fputs("(started again)", stderr);
+        std::_Exit(exitCode);
+    }
 };
 
 class EventBoundaryTest : public GuiTest {
@@ -142,6 +149,12 @@ TEST_F(EventBoundaryTest, WhatWasWrittenIsInTheFileBeforeTheProgramWaitsForItsUs
     QTimer::singleShot(50, &waiting, &QEventLoop::quit);
     waiting.exec();
     EXPECT_EQ(inTheFile(), 1U);
+}
+
+TEST_F(EventBoundaryTest, TheBoxOffersToStartAgainAndTheProcessEndsWithItsCodeAllTheSame) {
+    box.answer = MsgBox::Answer::Restart;
+    EXPECT_EXIT(App().RunGuarded("Test", [] { throw RuntimeError(6, "Overflow"); }),
+                ::testing::ExitedWithCode(1), "wird beendet. .critical.\n<>\n.started again.$");
 }
 
 TEST_F(EventBoundaryTest, AForeignExceptionEndsTheProcessToo) {

@@ -51,11 +51,16 @@ public:
         return browserVersion.has_value();
     }
     void EndProcess(int exitCode) override { throw ProcessEnded{exitCode}; }
+    void EndProcessAndStartAgain(int exitCode) override {
+        startedAgain = true;
+        throw ProcessEnded{exitCode};
+    }
 
     std::optional<std::string> documents;
     std::string programFolder;
     std::vector<std::string> executed;
     int executeResult = 33;
+    bool startedAgain = false;
     std::optional<std::tuple<std::int32_t, std::int32_t, std::int32_t>> browserVersion = std::tuple{6, 4, 2};
 };
 

@@ -124,8 +124,11 @@ void Application::EndWithFailure(const std::exception& failure, const std::strin
         text += "\n(" + during + ")";
     }
     text += "\n" + LoadResString(442);
-    services.msgBox->ShowWithDetails(text, DetailsOf(failure), LoadResString(443), MsgBox::Icon::Critical,
-                                     MsgBox::Buttons::Ok);
+    const MsgBox::Answer answer = services.msgBox->ShowWithDetails(
+        text, DetailsOf(failure), LoadResString(443), MsgBox::Icon::Critical, MsgBox::Buttons::OkRestart);
+    if (answer == MsgBox::Answer::Restart) {
+        services.shell->EndProcessAndStartAgain(FailureExitCode);
+    }
     services.shell->EndProcess(FailureExitCode);
     std::abort(); // Not reached: the process has ended.
 }

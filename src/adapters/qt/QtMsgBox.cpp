@@ -1,10 +1,13 @@
 #include "adapters/qt/QtMsgBox.h"
 
 #include "adapters/qt/QtText.h"
+#include "app/LoadResString.h"
+#include "app/TextNumbers.h"
 
 #include <QApplication>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPushButton>
 
 namespace quavernet {
 
@@ -33,6 +36,7 @@ QMessageBox::StandardButtons QtButtons(MsgBox::Buttons buttons) {
     case MsgBox::Buttons::YesNo:
         return QMessageBox::Yes | QMessageBox::No;
     case MsgBox::Buttons::Ok:
+    case MsgBox::Buttons::OkRestart: // The second one is no button of the toolkit.
         break;
     }
     return QMessageBox::Ok;
@@ -45,6 +49,16 @@ void ShowDetails(QMessageBox& box, const std::string& details) {
         label->setTextFormat(Qt::PlainText);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     }
+}
+
+// A closed box and Return mean the other button.
+const QAbstractButton* AddRestart(QMessageBox& box) {
+    QPushButton* const restart =
+        box.addButton(ToQString(LoadResString(Texts::Restart)), QMessageBox::ActionRole);
+    restart->setObjectName(QStringLiteral("cmdRestart"));
+    box.setDefaultButton(QMessageBox::Ok);
+    box.setEscapeButton(QMessageBox::Ok);
+    return restart;
 }
 
 } // namespace
@@ -61,12 +75,17 @@ MsgBox::Answer QtMsgBox::ShowWithDetails(const std::string& text, const std::str
     if (buttons == Buttons::YesNo) {
         box.setDefaultButton(QMessageBox::Yes); // As everywhere the first one, in whatever order they stand.
     }
+    const QAbstractButton* const restart = buttons == Buttons::OkRestart ? AddRestart(box) : nullptr;
     // File names and error texts are shown as they are, never read as markup.
     box.setTextFormat(Qt::PlainText);
     if (!details.empty()) {
         ShowDetails(box, details);
     }
-    switch (box.exec()) {
+    const int answer = box.exec();
+    if (restart != nullptr && box.clickedButton() == restart) {
+        return Answer::Restart;
+    }
+    switch (answer) {
     case QMessageBox::Yes:
         return Answer::Yes;
     case QMessageBox::No:

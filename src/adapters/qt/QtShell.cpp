@@ -78,9 +78,25 @@ bool QtShell::DllGetVersion(std::int32_t& major, std::int32_t& minor, std::int32
 }
 
 void QtShell::EndProcess(int exitCode) {
+    BeforeEnd();
+    End(exitCode);
+}
+
+// Only when everything is on the disk: the new process reads settings and library at once.
+void QtShell::EndProcessAndStartAgain(int exitCode) {
+    BeforeEnd();
+    QProcess::startDetached(QCoreApplication::applicationFilePath(), QCoreApplication::arguments().mid(1),
+                            QString());
+    End(exitCode);
+}
+
+void QtShell::BeforeEnd() {
     if (m_beforeEnd) {
         m_beforeEnd();
     }
+}
+
+void QtShell::End(int exitCode) {
     std::fflush(nullptr);
     // At once, without unloading windows: destructors of what is still open would run handlers.
     std::_Exit(exitCode);

@@ -17,8 +17,12 @@ public:
     int ShellExecute(const std::string& path) override;
     bool DllGetVersion(std::int32_t& major, std::int32_t& minor, std::int32_t& build) override;
     [[noreturn]] void EndProcess(int exitCode) override;
+    [[noreturn]] void EndProcessAndStartAgain(int exitCode) override;
 
 private:
+    void BeforeEnd();
+    [[noreturn]] static void End(int exitCode);
+
     std::function<void()> m_beforeEnd;
 };
 
