@@ -39,8 +39,8 @@ LibraryViews& AppWindows::Views() {
 
 std::string AppWindows::Activity() const {
     const std::string text = m_main ? m_main->Parts().Work.PanelText(Panel::Scanning) : std::string();
-    return text == LoadResString(Texts::Ready) ? std::string()
-                                               : text; // "Ready!" names nothing that is being done.
+    // "Ready!", also with faults of the tree after it, names nothing that is being done.
+    return text.starts_with(LoadResString(Texts::Ready)) ? std::string() : text;
 }
 
 } // namespace quavernet

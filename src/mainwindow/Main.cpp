@@ -5,6 +5,7 @@
 #include "app/MainModule.h"
 #include "app/TextNumbers.h"
 #include "library/DatabaseCheck.h"
+#include "tree/LoadTree.h"
 
 namespace quavernet {
 
@@ -72,7 +73,9 @@ void Main(StartView& start) {
     start.Views().LoadTree();
     start.Work().DoEvents();
     mainModule.SuppressComboClick = false;
-    start.Work().SetPanel(Panel::Scanning, LoadResString(Texts::Ready));
+    const std::string faults = TreeFaultsText();
+    start.Work().SetPanel(Panel::Scanning,
+                          LoadResString(Texts::Ready) + (faults.empty() ? "" : " " + faults));
 }
 
 } // namespace quavernet

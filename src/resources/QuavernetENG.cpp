@@ -357,6 +357,7 @@ constexpr clsResources::Entry EnglishTexts[] = {
      "to it."},
     {777, "tells no nominal bit rate"},
     {778, "Restart"},
+    {779, "Errors in the tree: "},
 };
 
 } // namespace

@@ -360,6 +360,7 @@ constexpr clsResources::Entry GermanTexts[] = {
      "mehr hinein."},
     {777, "nennt keine nominale Bitrate"},
     {778, "Neu starten"},
+    {779, "Fehler im Baum: "},
 };
 
 } // namespace

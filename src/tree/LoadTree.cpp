@@ -4,9 +4,11 @@
 #include "app/MainModule.h"
 #include "app/TextNumbers.h"
 #include "library/SqlQuote.h"
-#include "platform/RuntimeError.h"
+#include "platform/Ascii.h"
+#include "platform/LibraryError.h"
 #include "tree/NodeKey.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -15,8 +17,43 @@ namespace quavernet {
 namespace {
 
 constexpr int InvalidUseOfNull = 94;
+constexpr std::size_t MostFaultsTold = 5;
 
-void AddCategories(TreeModel& tree, TreeNode& root) {
+/// What a load does with faults of the tree. Those that are there at the start of the program must not keep
+/// it from coming up, or nobody could change them: they are passed over, then and for the rest of the run.
+/// One that arises later is a failure.
+class Faults {
+public:
+    /// Runs one step, which concerns what the name tells.
+    template <typename Step> void Pass(const std::string& name, Step&& step) const {
+        try {
+            step();
+        } catch (const LibraryError&) {
+            throw; // Nothing of the tree.
+        } catch (const RuntimeError& failure) {
+            std::string fault =
+                name + " (" + std::to_string(failure.Number()) + " - " + failure.Description() + ")";
+            if (m_isStart) {
+                mainModule.TreeFaults.insert(std::move(fault));
+            } else if (!IsKnown(fault)) {
+                throw;
+            }
+        }
+    }
+
+private:
+    // Of a category whose entries spell it in several ways, now one spelling is read and now another.
+    static bool IsKnown(const std::string& fault) {
+        const auto& known = mainModule.TreeFaults;
+        return known.contains(fault) ||
+               std::any_of(known.begin(), known.end(),
+                           [&](const std::string& other) { return EqualsIgnoringCase(fault, other); });
+    }
+
+    bool m_isStart = !mainModule.TreeLoaded;
+};
+
+void AddCategories(TreeModel& tree, TreeNode& root, const Faults& faults) {
     ADODB::Recordset categories;
     categories.Open("Select Category from Categories order By Category", *mainModule.Connection);
     root.Expanded = true;
@@ -24,9 +61,11 @@ void AddCategories(TreeModel& tree, TreeNode& root) {
         categories.MoveFirst();
         while (!categories.Eof()) {
             const std::string name = categories.Fields(0).Text();
-            TreeNode& node = tree.Add(&root, CategoryKey(name), name, "close", "open");
-            node.ForeColor = TreeNode::CategoryColor;
-            node.Bold = true;
+            faults.Pass(name, [&] {
+                TreeNode& node = tree.Add(&root, CategoryKey(name), name, "close", "open");
+                node.ForeColor = TreeNode::CategoryColor;
+                node.Bold = true;
+            });
             services.events->DoEvents();
             categories.MoveNext();
         }
@@ -36,16 +75,19 @@ void AddCategories(TreeModel& tree, TreeNode& root) {
 
 // The order is over all categories at once; each of them still ends up sorted, as each entry is appended to
 // its own.
-void AddEntries(TreeModel& tree) {
+void AddEntries(TreeModel& tree, const Faults& faults) {
     ADODB::Recordset entries;
     entries.Open("Select F.Name, C.Category, F.Path, F.File_id, [FC.Position], FC.FileCategory_id "
                  "from Files F, Categories C, FileCategories FC "
                  " where F.File_id = FC.File_id and C.Category_id = FC.Category_id Order By [FC.Position]",
                  *mainModule.Connection);
     while (!entries.Eof()) {
-        tree.Add(&tree.Node(CategoryKey(entries.Fields(1).Text())),
-                 FileKey(entries.Fields(5).Text(), entries.Fields(4).Text()), entries.Fields(0).Text(),
-                 "file", "");
+        const std::string category = entries.Fields(1).Text();
+        faults.Pass(category, [&] {
+            tree.Add(&tree.Node(CategoryKey(category)),
+                     FileKey(entries.Fields(5).Text(), entries.Fields(4).Text()), entries.Fields(0).Text(),
+                     "file", "");
+        });
         entries.MoveNext();
     }
     entries.Close();
@@ -75,16 +117,19 @@ TreeNode& CategoryOfGroup(TreeModel& tree, const std::string& parent) {
     return tree.Node(CategoryKey(name));
 }
 
-void AddLengths(TreeModel& tree) {
+void AddLengths(TreeModel& tree, const Faults& faults) {
     ADODB::Recordset sums;
     sums.Open("Select Sum(F.Length), FC.Parent from Files F Inner Join FileCategories FC"
               " on F.File_id = FC.File_id "
               "Group By FC.Parent",
               *mainModule.Connection);
     while (!sums.Eof()) {
-        const std::string length = LengthText(sums.Fields(0));
-        TreeNode& category = CategoryOfGroup(tree, sums.Fields(1).Text());
-        category.Text += " (" + length + ")";
+        const std::string parent = sums.Fields(1).Text();
+        faults.Pass(parent, [&] {
+            const std::string length = LengthText(sums.Fields(0));
+            TreeNode& category = CategoryOfGroup(tree, parent);
+            category.Text += " (" + length + ")";
+        });
         sums.MoveNext();
     }
     sums.Close();
@@ -96,15 +141,29 @@ void LoadTree(TreeModel& tree) {
     TreeModel loaded;
     TreeNode& root = loaded.Add(nullptr, std::string(RootKey), LoadResString(Texts::TreeRoot), "parent", "");
     root.Bold = true;
-    AddCategories(loaded, root);
-    AddEntries(loaded);
-    AddLengths(loaded);
+    const Faults faults;
+    AddCategories(loaded, root, faults);
+    AddEntries(loaded, faults);
+    faults.Pass(root.Text,
+                [&] { AddLengths(loaded, faults); }); // The sum of a category may be beyond any number.
     services.events->DoEvents();
     for (const std::string& key : mainModule.TreeNodeData.Keys()) {
         loaded.Node(key).Expanded = true;
     }
     tree = std::move(loaded);
     mainModule.TreeLoaded = true;
+}
+
+std::string TreeFaultsText() {
+    std::string text;
+    std::size_t told = 0;
+    for (const std::string& fault : mainModule.TreeFaults) {
+        if (told == MostFaultsTold) {
+            return text + ", ...";
+        }
+        text += (told++ == 0 ? LoadResString(Texts::TreeFaults) : ", ") + fault;
+    }
+    return text;
 }
 
 std::string GetFileIdFromNode(const TreeModel& tree, const std::string& key) {

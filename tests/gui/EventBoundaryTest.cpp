@@ -3,6 +3,8 @@
 #include "adapters/qt/Application.h"
 #include "platform/LibraryError.h"
 
+#include <gmock/gmock.h>
+
 #include <cstdio>
 #include <cstdlib>
 
@@ -50,6 +52,10 @@ protected:
         endingShell.documents = folder.Path();
         endingShell.programFolder = shell.programFolder;
     }
+    const std::string entryOfNoCategory =
+        "Insert into FileCategories (File_id, Category_id, [Position], Parent, Filename) values (1, 1, 1, "
+        "'Gone', 'One.mp3')";
+
     static Application& App() { return *static_cast<Application*>(QCoreApplication::instance()); }
 
     PrintingMsgBox box;
@@ -155,6 +161,28 @@ TEST_F(EventBoundaryTest, TheBoxOffersToStartAgainAndTheProcessEndsWithItsCodeAl
     box.answer = MsgBox::Answer::Restart;
     EXPECT_EXIT(App().RunGuarded("Test", [] { throw RuntimeError(6, "Overflow"); }),
                 ::testing::ExitedWithCode(1), "wird beendet. .critical.\n<>\n.started again.$");
+}
+
+TEST_F(EventBoundaryTest, AFaultOfTheTreeThatArisesInTheRunEndsTheProgram) {
+    EXPECT_EXIT(
+        {
+            AddFile("Abba", "One");
+            Start();
+            App().RunGuarded("Test", [this] {
+                mainModule.Connection->Execute(entryOfNoCategory);
+                Form().Parts().Views.LoadTree();
+            });
+        },
+        ::testing::ExitedWithCode(1), "Fehler: 35601");
+}
+
+TEST_F(EventBoundaryTest, TheNextStartComesUpAndNamesTheFaultOnce) {
+    AddFile("Abba", "One");
+    mainModule.Connection->Execute(entryOfNoCategory);
+    Start();
+    EXPECT_THAT(PanelText(Panel::Scanning), ::testing::StartsWith("Bereit! Fehler im Baum: Gone (35601 - "));
+    EXPECT_EQ(windows->Activity(), "") << "it is no work that goes on";
+    Form().Parts().Views.LoadTree();
 }
 
 TEST_F(EventBoundaryTest, AForeignExceptionEndsTheProcessToo) {

@@ -168,6 +168,7 @@ TEST_F(LoadTreeTest, TheSumIsRoundedForTheSecondsButNotForTheMinutes) {
 }
 
 TEST_F(LoadTreeTest, ACategoryWhoseLengthsAreAllNullIsAFailure) {
+    Load();
     AddFile(1, "a.mp3", "null");
     AddCategory(1, "Jazz");
     AddEntry(1, 1, 1, 1, "Jazz", "a.mp3");
@@ -185,6 +186,7 @@ TEST_F(LoadTreeTest, OrphanedEntriesShowNothing) {
 
 TEST_F(LoadTreeTest, AnEntryWhoseParentNamesNoCategoryIsAFailure) {
     FillJazz();
+    Load();
     Execute("Update FileCategories Set Parent = 'Gone' where FileCategory_id = 17");
     EXPECT_EQ(FailureOfLoad(), 35601);
 }
@@ -205,6 +207,7 @@ TEST_F(LoadTreeTest, AnExpandedNodeThatIsGoneIsAFailure) {
 }
 
 TEST_F(LoadTreeTest, TwoCategoriesOfOneNameAreAFailure) {
+    Load();
     AddCategory(1, "Jazz");
     AddCategory(2, "Jazz");
     EXPECT_EQ(FailureOfLoad(), 35602);
