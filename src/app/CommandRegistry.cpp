@@ -8,6 +8,23 @@
 
 namespace quavernet {
 
+namespace {
+
+/// Sets the mark for as long as it lives, also if the command fails.
+class Alone {
+public:
+    Alone(bool& mark, bool isAlone) : m_mark(mark), m_before(mark) { m_mark = m_mark || isAlone; }
+    ~Alone() { m_mark = m_before; }
+    Alone(const Alone&) = delete;
+    Alone& operator=(const Alone&) = delete;
+
+private:
+    bool& m_mark;
+    bool m_before;
+};
+
+} // namespace
+
 CommandRegistry::CommandRegistry(const std::vector<std::string_view>& names)
     : m_names(names.begin(), names.end()) {}
 
@@ -25,11 +42,15 @@ void CommandRegistry::Add(std::string_view name, Entry entry) {
 }
 
 void CommandRegistry::Register(std::string_view name, Command command) {
-    Add(name, {std::move(command), false});
+    Add(name, {std::move(command), false, false});
+}
+
+void CommandRegistry::RegisterAlone(std::string_view name, Command command) {
+    Add(name, {std::move(command), false, true});
 }
 
 void CommandRegistry::RegisterForScan(std::string_view name, Command command) {
-    Add(name, {std::move(command), true});
+    Add(name, {std::move(command), true, false});
 }
 
 void CommandRegistry::RegisterMark(std::string_view name) {
@@ -51,9 +72,11 @@ void CommandRegistry::RegisterMarkPair(std::string_view first, std::string_view 
 
 bool CommandRegistry::Run(std::string_view name) const {
     const auto found = m_commands.find(name);
-    if (found == m_commands.end() || (mainModule.ScanRunning && !found->second.RunsDuringScan)) {
+    const bool isHeldBack = mainModule.ScanRunning || m_isAlone;
+    if (found == m_commands.end() || (isHeldBack && !found->second.RunsDuringScan)) {
         return false;
     }
+    const Alone alone(m_isAlone, found->second.RunsAlone);
     found->second.Action();
     return true;
 }

@@ -39,6 +39,28 @@ TEST_F(CommandRegistryTest, ANameWithoutACommandDoesNothing) {
     EXPECT_FALSE(commands.Run("mnuNowhere"));
 }
 
+TEST_F(CommandRegistryTest, WhileACommandActsAloneNoOtherDoesAndNotTheSameAgain) {
+    commands.RegisterForScan("cancel", [this] { ++runs; });
+    commands.Register("mnuOne", [this] { ++runs; });
+    commands.RegisterAlone("mnuTwo", [this] {
+        EXPECT_FALSE(commands.Run("mnuOne"));
+        EXPECT_FALSE(commands.Run("mnuTwo"));
+        EXPECT_EQ(runs, 0);
+        EXPECT_TRUE(commands.Run("cancel"));
+        EXPECT_FALSE(commands.Run("mnuOne")) << "still";
+    });
+    EXPECT_TRUE(commands.Run("mnuTwo"));
+    EXPECT_TRUE(commands.Run("mnuOne"));
+    EXPECT_EQ(runs, 2);
+}
+
+TEST_F(CommandRegistryTest, ACommandThatActedAloneAndFailedHoldsNothingBack) {
+    commands.Register("mnuOne", [this] { ++runs; });
+    commands.RegisterAlone("mnuTwo", [] { throw RuntimeError(6, "Overflow"); });
+    EXPECT_THROW(commands.Run("mnuTwo"), RuntimeError);
+    EXPECT_TRUE(commands.Run("mnuOne"));
+}
+
 TEST_F(CommandRegistryTest, AnUnknownNameFailsAndIsNamed) {
     EXPECT_EQ(FailureOf([this] { commands.Register("mnuThree", [] {}); }),
               "5 Invalid procedure call or argument: mnuThree is in no menu and on no toolbar");
