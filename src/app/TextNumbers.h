@@ -22,6 +22,11 @@ inline constexpr std::int32_t Ready = 432;         ///< In the status bar while 
 inline constexpr std::int32_t TreeRoot = 591;      ///< The node that holds all categories.
 inline constexpr std::int32_t TreeFaults = 779;    ///< Before the faults that a tree had at the start.
 
+inline constexpr std::int32_t ExchangeFilter = 365; ///< The kind of an exchange file, in dialogs.
+inline constexpr std::int32_t FilesNotAdded = 366;  ///< An import lacks some files. Followed by the next.
+inline constexpr std::int32_t FilesNotFound = 367;
+inline constexpr std::int32_t Note = 368; ///< The title above the two.
+
 inline constexpr std::int32_t Restart = 778; ///< Button of the box with which the program ends.
 
 // What a frame header says.

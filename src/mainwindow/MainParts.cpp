@@ -5,6 +5,7 @@
 #include "mainwindow/MainMenuTable.h"
 #include "mainwindow/WindowCommands.h"
 #include "scanner/ScanCommands.h"
+#include "tree/ExchangeCommands.h"
 #include "tree/TreeCommands.h"
 
 #include <QMainWindow>
@@ -38,6 +39,7 @@ MainParts::MainParts(QMainWindow& window, const SwitchControls& switchControls,
     RegisterScanCommands(Commands, Scan, Named, window);
     RegisterListCommands(Commands, List, Panes.Grid(), Named, Work, Views);
     RegisterTreeCommands(Commands, Tree.Model(), Views, window);
+    RegisterExchangeCommands(Commands, Tree.Model(), Work, Views, Scan.Driver());
     RegisterLibraryCommands(Commands, Work, Views);
     RegisterWindowCommands(Commands, Named, window, loadStrings);
     Menu.Build(Commands);

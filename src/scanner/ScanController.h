@@ -31,7 +31,7 @@ public:
     /// Lets events run.
     void FilesDropped(DropTarget target, const std::vector<std::string>& paths);
 
-    /// For the drop on the tree, which stores unknown files by it.
+    /// For the drop on the tree and the import of one, which store unknown files by it.
     ScanDriver& Driver() { return m_driver; }
 
 private:

@@ -69,7 +69,7 @@ class MenusTest(ProgramTest):
             self.close_menu()
 
         self.dialog(window, "^Wählen Sie einen Ordner$", 0, 0)
-        self.dialog(window, "^Datenbank säubern$", 0, 1)
+        self.dialog(window, "^Datenbank säubern$", 0, 3)
         self.dialog(window, "^Standard Scanpfad$", 2, 1)
         self.dialog(window, "^Scan Erinnerung$", 2, 2)
         self.dialog(window, "^Über Quavernet$", 3, 1)

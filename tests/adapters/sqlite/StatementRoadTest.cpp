@@ -21,6 +21,8 @@
 #include "scanner/ReminderSettings.h"
 #include "tree/LoadTree.h"
 #include "tree/TreeEvents.h"
+#include "tree/TreeExport.h"
+#include "tree/TreeImport.h"
 
 #include <gmock/gmock.h>
 
@@ -124,6 +126,21 @@ protected:
             quavernet::LoadTree(tree);
             tree.Select(key);
             TreeDblClick(tree, player);
+        }
+    }
+
+    /// Two imports of files that the library knows, the second with names that are taken, and two exports.
+    void ExchangeTree() {
+        dialogs.file = libraryFolder / "tree.qvn";
+        WriteBytes(*dialogs.file, "#Categories\nBlues\nSoul\n#Files\n1,Blues,a.mp3," + (music / "a.mp3") +
+                                      "\n2,Soul,b.mp3," + (music / "b.mp3") + "\n");
+        TreeModel tree;
+        tree.Add(&tree.Add(nullptr, "Parent", "", "", ""), "CAT_Blues", "", "", "");
+        for (int round = 0; round < 2; ++round) {
+            ImportTree(work, m_views, driver);
+        }
+        for (int round = 0; round < 2; ++round) {
+            ExportTree(tree, work);
         }
     }
 
@@ -284,6 +301,23 @@ TEST_F(StatementRoadTest, OfTheTree) {
             "Update Files Set Hits = Hits + ? where Path = ?: partly lifted kept"));
 }
 
+TEST_F(StatementRoadTest, OfTheExchangeOfTheTree) {
+    ScanSongs();
+    const StatementRoad road(connection);
+    ExchangeTree();
+    EXPECT_THAT(road.Kinds(),
+                ElementsAre("Select * from Categories where Category = ?: lifted kept",
+                            "Insert into Categories (Category) values (?): lifted kept",
+                            "Select Category_id from Categories where Category = ?: lifted kept",
+                            "Select File_id from Files where Path = ?: lifted kept remembered",
+                            "Insert into FileCategories (File_id, Category_id, [Position], Parent, Filename) "
+                            "values (?, ?, ?, "
+                            "?, ?): lifted kept",
+                            "Select Category from Categories: kept",
+                            "Select [Position], Parent, Filename, File_id from FileCategories: kept",
+                            "Select Path from Files where File_id = ?: lifted kept remembered"));
+}
+
 TEST_F(StatementRoadTest, OfADoubleClickOnTheList) {
     const StatementRoad road(connection);
     RecordingPlayer player{calls};
@@ -361,6 +395,7 @@ TEST_F(StatementRoadTest, EveryReadWithoutAnOrderComesByKey) {
     LoadLists();
     UseTree();
     UseReminder();
+    ExchangeTree();
     CleanTwoFiles();
     const std::vector<std::string> queries = QueriesWithoutOrder(road);
     EXPECT_GE(queries.size(), 20U);

@@ -1,0 +1,194 @@
+#include "tree/TreeImport.h"
+
+#include "app/AudioKind.h"
+#include "app/LibraryViews.h"
+#include "app/LoadResString.h"
+#include "app/LongWork.h"
+#include "app/MainModule.h"
+#include "app/TextNumbers.h"
+#include "library/SqlQuote.h"
+#include "platform/RuntimeError.h"
+#include "platform/TextLines.h"
+#include "platform/Utf8.h"
+#include "scanner/AddDroppedFiles.h"
+#include "scanner/Lookups.h"
+#include "scanner/PutBack.h"
+#include "tree/ExchangeFile.h"
+#include "tree/NewCategories.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace quavernet {
+
+namespace {
+
+// A dialog that can't come up counts as one that was cancelled.
+std::optional<std::string> AskForSource() {
+    try {
+        return services.dialogs->ShowOpen(LoadResString(Texts::ExchangeFilter),
+                                          GetSpecialFolderPath(Shell::DocumentsFolder));
+    } catch (const RuntimeError&) {
+        return std::nullopt;
+    }
+}
+
+// An audio file under its full path.
+bool IsPresent(const std::string& path) {
+    return path.starts_with('/') && AudioKindOf(path) != AudioKind::None &&
+           services.fileSystem->FileExists(path);
+}
+
+class Import {
+public:
+    explicit Import(ScanDriver& driver) : m_driver(driver) {}
+
+    void Read(const std::string& path);
+    bool HasAdded() const { return m_filesAdded; }
+    bool HasMissed() const { return m_filesMissing; }
+
+private:
+    /// Where an entry goes.
+    struct Place {
+        std::string_view Position;
+        const NewCategory& Category;
+    };
+
+    void CategoryLine(const std::string& line);
+    void FileLine(const std::string& line);
+    const NewCategory& CategoryOf(const std::string& parent);
+    bool InsertIfKnown(const Place& place, const std::string& path, const std::string& filename);
+    bool Store(const std::string& path);
+
+    ScanDriver& m_driver;
+    CurrentFile m_file = mainModule.CurrentFile;
+    NewCategories m_categories;
+    const NewCategory m_none; ///< What entries get if there is no category: their statement fails.
+    std::size_t m_suffix = 0; ///< Number behind a taken name; also the place in the list of new categories.
+    bool m_filesAdded = false;
+    bool m_filesMissing = false;
+};
+
+void Import::Read(const std::string& path) {
+    TextLines lines(*services.files, path);
+    ExchangeSections sections;
+    for (std::string line; lines.Next(line);) {
+        switch (sections.Of(line)) {
+        case ExchangeSection::Categories:
+            CategoryLine(DecodeText(line));
+            break;
+        case ExchangeSection::Files:
+            FileLine(line);
+            break;
+        case ExchangeSection::None:
+            break;
+        }
+    }
+}
+
+// The number is one for the whole file and never goes back: after the first name that is taken every
+// following category has one, also where its name would be free. Nothing is merged with categories that are
+// there.
+void Import::CategoryLine(const std::string& line) {
+    const ADODB::WriteLock writeLock(*mainModule.Connection);
+    std::string name = m_suffix > 0 ? line + std::to_string(m_suffix) : line;
+    while (FindsRow("Select * from Categories where Category = '" + std::string(SqlPlain(name)) + "'")) {
+        name = line + std::to_string(++m_suffix);
+    }
+    mainModule.Connection->Execute("Insert into Categories (Category) values ('" + name + "')");
+    if (const auto id = FirstValue("Select Category_id from Categories where Category = '" + name + "'")) {
+        m_categories.Add({*id, name});
+    }
+}
+
+// Bytes that are not UTF-8 are the name of a file here if the library or the disk knows it by them, else a
+// text from a machine with another code set.
+void Import::FileLine(const std::string& line) {
+    const std::optional<ExchangeEntry> entry = SplitEntry(line);
+    if (!entry) {
+        m_filesMissing = true;
+        return;
+    }
+    const Place place{entry->Position, CategoryOf(DecodeText(entry->Parent))};
+    std::string path(entry->Path);
+    const bool isText = IsValidUtf8(path);
+    std::string filename = isText ? DecodeText(entry->Filename) : std::string(entry->Filename);
+    if (InsertIfKnown(place, path, filename)) {
+        return;
+    }
+    if (!isText && !IsPresent(path)) {
+        path = DecodeText(entry->Path);
+        filename = DecodeText(entry->Filename);
+        if (InsertIfKnown(place, path, filename)) {
+            return;
+        }
+    }
+    if (!Store(path)) {
+        m_filesMissing = true;
+        return;
+    }
+    m_filesAdded = true;
+    // A path that is not in its normal form ("/m//a.mp3") is stored in it.
+    (void)InsertIfKnown(place, m_file.CurrentPath, filename);
+}
+
+// A part of the name is enough: "Rock" is satisfied by "Hard Rock" if that comes earlier, and so it is by its
+// own form with a number, "Rock1". Without a match the last one made is taken. The search counts in the
+// number that names get, so that a second section of categories goes on from there.
+const NewCategory& Import::CategoryOf(const std::string& parent) {
+    m_suffix = m_categories.FirstWith(parent);
+    if (m_categories.Count() == 0) {
+        return m_none;
+    }
+    return m_categories.At(std::min(m_suffix, m_categories.Count()));
+}
+
+// The file's name is that of the exchange file, which the library may know under another one.
+bool Import::InsertIfKnown(const Place& place, const std::string& path, const std::string& filename) {
+    const ADODB::WriteLock writeLock(*mainModule.Connection);
+    const std::string id =
+        FirstValue("Select File_id from Files where Path = '" + SqlQuote(path) + "'").value_or("");
+    if (id.empty()) {
+        return false;
+    }
+    mainModule.Connection->Execute(
+        "Insert into FileCategories (File_id, Category_id, [Position], Parent, Filename) values (" + id +
+        ", " + place.Category.Id + ", " + std::string(place.Position) + ", '" + place.Category.Name + "', '" +
+        SqlQuote(filename) + "')");
+    return true;
+}
+
+// False if there is no such file.
+bool Import::Store(const std::string& path) {
+    const PutBack putBack(m_file);
+    m_file.CurrentPath = path;
+    m_file.DetailsPath = path;
+    if (!IsPresent(path)) {
+        return false;
+    }
+    mainModule.Connection->Commit(); // No other program waits while this file is read.
+    AddDroppedFileToLibrary(path, m_file, m_driver);
+    return true;
+}
+
+} // namespace
+
+void ImportTree(LongWork& work, LibraryViews& views, ScanDriver& driver) {
+    work.SetMousePointer(MousePointer::Hourglass);
+    Import import(driver);
+    if (const std::optional<std::string> path = AskForSource()) {
+        import.Read(*path);
+    }
+    views.LoadTree();
+    if (import.HasAdded() && !mainModule.LoadOverSearch) {
+        views.LoadDatabase("");
+    }
+    if (import.HasMissed()) {
+        services.msgBox->Show(LoadResString(Texts::FilesNotAdded) + "\n" +
+                                  LoadResString(Texts::FilesNotFound),
+                              LoadResString(Texts::Note), MsgBox::Icon::Information, MsgBox::Buttons::Ok);
+    }
+    work.SetMousePointer(MousePointer::Default);
+}
+
+} // namespace quavernet
