@@ -261,7 +261,9 @@ class ProgramTest(unittest.TestCase):
         ask = self.desktop.ask
         ask("xdotool", "mousemove", *start, "mousedown", 1)
         for step in range(1, steps + 1):
-            ask("xdotool", "mousemove", *(a + (b - a) * step // steps for a, b in zip(start, end)), "sleep", 0.03)
+            # A busy machine needs a moment to begin the drag: it would find the button up again.
+            ask("xdotool", "mousemove", *(a + (b - a) * step // steps for a, b in zip(start, end)), "sleep",
+                0.3 if step == 1 else 0.03)
         ask("xdotool", "sleep", 0.2)
         if on_the_way:
             on_the_way()
