@@ -13,7 +13,7 @@ namespace quavernet {
 
 namespace {
 
-struct NewCategory {
+struct NamedCategory {
     std::string Id;
     std::string Name;
 };
@@ -23,7 +23,7 @@ void ShowBox(const std::string& text, std::int32_t titleId, MsgBox::Icon icon) {
 }
 
 // The highest key is that of the row just inserted. Nothing if the name is taken.
-std::optional<NewCategory> InsertedCategory(const std::string& name) {
+std::optional<NamedCategory> InsertedCategory(const std::string& name) {
     const ADODB::WriteLock writeLock(*mainModule.Connection);
     ADODB::Recordset same;
     same.Open("Select Category_id, Category from Categories where Category = '" + SqlQuote(name) + "'",
@@ -38,12 +38,12 @@ std::optional<NewCategory> InsertedCategory(const std::string& name) {
     categories.Open("Select Category_id, Category from Categories Order by Category_id",
                     *mainModule.Connection);
     categories.MoveLast();
-    NewCategory category{categories.Fields(0).Text(), categories.Fields(1).Text()};
+    NamedCategory category{categories.Fields(0).Text(), categories.Fields(1).Text()};
     categories.Close();
     return category;
 }
 
-void AddEntry(const NewCategory& category, const std::string& path, std::size_t position) {
+void AddEntry(const NamedCategory& category, const std::string& path, std::size_t position) {
     const ADODB::WriteLock writeLock(*mainModule.Connection);
     ADODB::Recordset file;
     file.Open("Select File_id, Name from Files where Path = '" + SqlQuote(path) + "'",
@@ -65,7 +65,7 @@ CategoryFinish FinishCategory(const std::string& name, const std::vector<std::st
         ShowBox(LoadResString(307), 308, MsgBox::Icon::Information);
         return CategoryFinish::NameMissing;
     }
-    std::optional<NewCategory> category;
+    std::optional<NamedCategory> category;
     try {
         category = InsertedCategory(name);
     } catch (const LibraryError&) {
