@@ -166,9 +166,14 @@ std::vector<std::string> GridSelection::StartDrag() {
         IgnoreFailure([&] { SelChange(); });
     }
     services.events->DoEvents();
+    if (!m_leftDown) {
+        return files; // The press has ended in the events: by its release, or by a drag of its own.
+    }
     for (const std::int32_t row : mainModule.SelectedRows.Rows()) {
         IgnoreFailure([&] { files.push_back(mainModule.FilePaths.Item(row)); });
     }
+    // A drop on the tree in whose events the press came has taken the mark away.
+    m_drag.GridDragging = true;
     return files;
 }
 

@@ -73,8 +73,8 @@ public:
     /// The row to which a key moves; `page` is the number of rows in view.
     void KeyMove(GridKey key, bool shift, std::int32_t page);
 
-    /// Paths of the selected rows for a drag to another program; none if there is no current row. Lets events
-    /// run before they are taken.
+    /// Paths of the selected rows for a drag that begins now; none if there is no current row, or if the left
+    /// button is up. Lets events run before both are looked at.
     std::vector<std::string> StartDrag();
     /// The drag has ended, and with it the press that began it: the drag swallows the release of the button.
     void CompleteDrag() { MouseUp(); }

@@ -2,7 +2,6 @@
 
 #include "adapters/qt/FileUris.h"
 #include "adapters/qt/QtText.h"
-#include "app/MainModule.h"
 #include "browser/GridPaint.h"
 #include "widgets/DragFiles.h"
 
@@ -273,10 +272,8 @@ void GridView::Drag() {
     m_selection.CompleteDrag();
 }
 
-// While a scan runs the list takes no files: it inspects one at a time.
 void GridView::TakeFiles(QDropEvent& event) const {
-    event.setDropAction(Qt::CopyAction);
-    event.setAccepted(m_takesFiles && !mainModule.ScanRunning);
+    (void)AnswerDrag(event, m_takesFiles);
 }
 
 // The files are looked at once, when the drag enters: there may be very many.

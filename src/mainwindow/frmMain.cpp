@@ -12,6 +12,7 @@
 #include "mainwindow/ControlState.h"
 #include "mainwindow/MainParts.h"
 #include "scanner/CheckReminder.h"
+#include "widgets/DragFiles.h"
 #include "widgets/Pictures.h"
 #include "widgets/Twips.h"
 
@@ -258,16 +259,14 @@ void frmMain::wheelEvent(QWheelEvent* event) {
 }
 
 void frmMain::dragEnterEvent(QDragEnterEvent* event) {
-    if (mainModule.ScanRunning || LocalFiles(*event->mimeData()).empty()) {
-        event->ignore();
-        return;
-    }
-    event->setDropAction(Qt::CopyAction); // Never a move: nothing is taken here.
-    event->accept();
+    (void)AnswerDrag(*event, !LocalFiles(*event->mimeData()).empty());
 }
 
 void frmMain::dropEvent(QDropEvent* event) {
-    m_parts->Scan.FilesDropped(DropTarget::Window, LocalFiles(*event->mimeData()));
+    const std::vector<std::string> paths = LocalFiles(*event->mimeData());
+    if (AnswerDrag(*event, !paths.empty())) {
+        m_parts->Scan.FilesDropped(DropTarget::Window, paths);
+    }
 }
 
 } // namespace quavernet

@@ -14,7 +14,6 @@
 #include "widgets/DragFiles.h"
 #include "widgets/Twips.h"
 
-#include <QApplication>
 #include <QDropEvent>
 #include <QMimeData>
 
@@ -78,6 +77,8 @@ void TreeDragDrop::StartDrag() {
         if (!payload->Text.empty()) {
             data->setText(ToQString(payload->Text));
         }
+        // A drop in whose events the press came has taken the mark away.
+        m_drag.DragFromTree = true;
         DragFiles(m_tree, data);
     }
     TreeRelease(m_drag);
@@ -91,11 +92,7 @@ void TreeDragDrop::Enter(QDropEvent& event) {
 }
 
 bool TreeDragDrop::Accept(QDropEvent& event) const {
-    // While a scan runs or a box is open, nothing but that acts.
-    const bool accepts = m_takes && !mainModule.ScanRunning && QApplication::activeModalWidget() == nullptr;
-    event.setDropAction(Qt::CopyAction); // Whatever the drop does with it, the source keeps what it has.
-    event.setAccepted(accepts);
-    return accepts;
+    return AnswerDrag(event, m_takes);
 }
 
 void TreeDragDrop::Move(QDropEvent& event) {
@@ -128,6 +125,10 @@ void TreeDragDrop::MarkTarget() {
 }
 
 void TreeDragDrop::Timer1_Timer() {
+    if (!MayTakeDrop()) {
+        Leave(); // The next move of the drag marks and scrolls again, if it may.
+        return;
+    }
     m_tree.ScrollLine(m_scrollDirection);
     MarkTarget(); // Another node is under the mouse now.
 }

@@ -1,8 +1,11 @@
 #include "widgets/DragFiles.h"
 
+#include "app/MainModule.h"
 #include "widgets/Pictures.h"
 
+#include <QApplication>
 #include <QDrag>
+#include <QDropEvent>
 #include <QMimeData>
 #include <QPainter>
 #include <QPixmap>
@@ -36,6 +39,17 @@ void DragFiles(QWidget& source, QMimeData* data) {
     drag->setDragCursor(pointer, Qt::CopyAction);
     drag->setDragCursor(pointer, Qt::IgnoreAction);
     drag->exec(Qt::CopyAction);
+}
+
+bool MayTakeDrop() {
+    return !mainModule.ScanRunning && QApplication::activeModalWidget() == nullptr;
+}
+
+bool AnswerDrag(QDropEvent& event, bool takes) {
+    const bool accepts = takes && MayTakeDrop() && event.possibleActions().testFlag(Qt::CopyAction);
+    event.setDropAction(Qt::CopyAction); // Whatever the drop does with it, the source keeps what it has.
+    event.setAccepted(accepts);
+    return accepts;
 }
 
 } // namespace quavernet

@@ -1,7 +1,8 @@
-// A drag with the mouse out of one of the program's controls, with the program's own pointer. List and tree
-// begin theirs here.
+// A drag with the mouse out of one of the program's controls, with the program's own pointer, and the answer
+// to a drag over one of them. List and tree begin theirs here; both and the window answer here.
 #pragma once
 
+class QDropEvent;
 class QMimeData;
 class QWidget;
 
@@ -9,5 +10,13 @@ namespace quavernet {
 
 /// Runs the drag to its end: it offers a copy and nothing else. Takes the data over. Lets events run.
 void DragFiles(QWidget& source, QMimeData* data);
+
+/// False while a scan runs or a box is open: then nothing but that acts.
+bool MayTakeDrop();
+
+/// Answers a drag over a control, or the drop on it, and tells the answer: a copy is taken if the control
+/// takes what is dragged, the source offers one, and MayTakeDrop allows it. A source that offers a move alone
+/// would delete the user's files.
+bool AnswerDrag(QDropEvent& event, bool takes);
 
 } // namespace quavernet

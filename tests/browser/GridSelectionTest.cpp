@@ -437,7 +437,7 @@ TEST_F(GridSelectionTest, AMoveWithTheLeftButtonStartsADragUnlessCtrlIsDown) {
 
 TEST_F(GridSelectionTest, ADragTakesThePathsOfAllMembers) {
     ClickAt(5);
-    ClickAt(2, Ctrl);
+    Press(2, Ctrl);
     EXPECT_THAT(grid.StartDrag(), ElementsAre("/music/5.mp3", "/music/2.mp3"));
 }
 
@@ -452,7 +452,7 @@ TEST_F(GridSelectionTest, ADragOfOneMemberTakesTheRowThatIsPainted) {
 
 TEST_F(GridSelectionTest, ADragPassesOverAMemberWithoutAPath) {
     ClickAt(5);
-    ClickAt(2, Ctrl);
+    Press(2, Ctrl);
     mainModule.FilePaths.Clear();
     mainModule.FilePaths.Add("/music/a.mp3");
     mainModule.FilePaths.Add("/music/b.mp3");

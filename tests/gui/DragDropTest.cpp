@@ -2,7 +2,9 @@
 
 #include "adapters/qt/FileUris.h"
 
+#include <QDrag>
 #include <QDropEvent>
+#include <QMessageBox>
 #include <QMimeData>
 
 #include <fstream>
@@ -37,6 +39,43 @@ protected:
         QDropEvent drop(place, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(&target, &drop);
         return drop.isAccepted();
+    }
+    /// The answers of a target to what a source offers: enter, move, drop, as "taken" or "refused".
+    Texts Answers(QWidget& target, const QMimeData& data, Qt::DropActions offered) {
+        const QPoint place(10, 40);
+        QDragEnterEvent enter(place, offered, &data, Qt::LeftButton, Qt::NoModifier);
+        QDragMoveEvent move(place, offered, &data, Qt::LeftButton, Qt::NoModifier);
+        QDropEvent drop(place, offered, &data, Qt::LeftButton, Qt::NoModifier);
+        Texts answers;
+        for (QDropEvent* event : {static_cast<QDropEvent*>(&enter), static_cast<QDropEvent*>(&move), &drop}) {
+            QCoreApplication::sendEvent(&target, event);
+            answers.emplace_back(event->isAccepted() ? "taken" : "refused");
+        }
+        return answers;
+    }
+    std::vector<QWidget*> Targets() {
+        return {Grid().viewport(), Control<QAbstractScrollArea>("TreeView").viewport(), &Form()};
+    }
+    /// Far enough from the second row for a drag of it.
+    void MoveWithLeftButton() {
+        const QPoint far = CellCentre(2) + QPoint(60, 5);
+        QMouseEvent move(QEvent::MouseMove, QPointF(far), QPointF(Grid().viewport()->mapToGlobal(far)),
+                         Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(Grid().viewport(), &move);
+    }
+    /// How many drags begin at a press on the second row and a move, when this comes in the events that the
+    /// beginning of a drag lets run.
+    qsizetype DragsWith(const std::function<void()>& inEvents) {
+        HandEvents hand;
+        QTest::mousePress(Grid().viewport(), Qt::LeftButton, {}, CellCentre(2));
+        hand.onDoEvents = [&] {
+            hand.onDoEvents = nullptr;
+            inEvents();
+        };
+        services.events = &hand;
+        MoveWithLeftButton();
+        services.events = &realEvents;
+        return Grid().findChildren<QDrag*>().size();
     }
     Texts Column(const std::string& statement) {
         Texts texts;
@@ -162,13 +201,55 @@ TEST_F(DragDropTest, ADragFromTheListEndsThePressThatBeganIt) {
     Start();
     QTest::mousePress(Grid().viewport(), Qt::LeftButton, {}, CellCentre(2));
     EXPECT_TRUE(Form().Parts().Drag.GridDragging);
-    const QPoint far = CellCentre(2) + QPoint(60, 5);
-    QMouseEvent move(QEvent::MouseMove, QPointF(far), QPointF(Grid().viewport()->mapToGlobal(far)),
-                     Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(Grid().viewport(), &move);
+    MoveWithLeftButton();
     EXPECT_FALSE(Form().Parts().Drag.GridDragging);
     EXPECT_FALSE(Grid().Selection().LeftDown());
     EXPECT_EQ(mainModule.SelectedRows.Rows(), std::vector<std::int32_t>{2});
+}
+
+TEST_F(DragDropTest, AMoveInTheEventsOfADragThatBeginsMakesOneDragOfTheListNotTwo) {
+    AddFile("Abba", "One");
+    AddFile("Cure", "Two");
+    Start();
+    EXPECT_EQ(DragsWith([&] { MoveWithLeftButton(); }), 1);
+    EXPECT_FALSE(Form().Parts().Drag.GridDragging);
+    EXPECT_FALSE(Grid().Selection().LeftDown());
+}
+
+TEST_F(DragDropTest, AReleaseInTheEventsOfADragThatBeginsLeavesNoneOfTheList) {
+    AddFile("Abba", "One");
+    AddFile("Cure", "Two");
+    Start();
+    EXPECT_EQ(DragsWith([&] { QTest::mouseRelease(Grid().viewport(), Qt::LeftButton, {}, CellCentre(2)); }),
+              0);
+    EXPECT_FALSE(Form().Parts().Drag.GridDragging);
+}
+
+TEST_F(DragDropTest, NobodyTakesFilesFromASourceThatOffersAMoveAlone) {
+    const std::string path = MakeFile("Abba - One.mp3");
+    Start();
+    const std::unique_ptr<QMimeData> data(FilesToOffer({path}));
+    for (QWidget* target : Targets()) {
+        EXPECT_EQ(Answers(*target, *data, Qt::MoveAction), (Texts{"refused", "refused", "refused"}));
+    }
+    EXPECT_TRUE(Paths().empty());
+    EXPECT_EQ(Answers(*Grid().viewport(), *data, Qt::MoveAction | Qt::CopyAction),
+              (Texts{"taken", "taken", "taken"}));
+    EXPECT_EQ(Paths(), Texts{path});
+}
+
+TEST_F(DragDropTest, WhileABoxIsOpenNobodyTakesFiles) {
+    const std::string path = MakeFile("Abba - One.mp3");
+    Start();
+    const std::unique_ptr<QMimeData> data(FilesToOffer({path}));
+    QMessageBox box(&Form());
+    box.open();
+    for (QWidget* target : Targets()) {
+        EXPECT_EQ(Answers(*target, *data, Qt::CopyAction), (Texts{"refused", "refused", "refused"}));
+    }
+    EXPECT_TRUE(Paths().empty());
+    box.close();
+    EXPECT_EQ(Answers(*Grid().viewport(), *data, Qt::CopyAction), (Texts{"taken", "taken", "taken"}));
 }
 
 } // namespace quavernet::test
