@@ -15,7 +15,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <optional>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -85,15 +84,22 @@ bool HasAny(const std::string& text, std::string_view bytes) {
     return text.find_first_of(bytes) != std::string::npos;
 }
 
+/// How many digits a number has, with a sign and blanks beside it; 0 if the text is none.
+std::size_t DigitsOfNumber(const std::string& text) {
+    std::size_t begin = std::min(text.find_first_not_of(' '), text.size());
+    begin += begin < text.size() && text[begin] == '-' ? 1 : 0;
+    const std::size_t end = std::min(text.find_first_not_of("0123456789", begin), text.size());
+    return text.find_first_not_of(' ', end) == std::string::npos ? end - begin : 0;
+}
+
 bool IsPosition(const std::string& text) {
-    static const std::regex number(" *-?[0-9]{1,9} *");
-    return std::regex_match(text, number);
+    const std::size_t digits = DigitsOfNumber(text);
+    return digits >= 1 && digits <= 9;
 }
 
 // Nine digits at most: longer ones may or may not be a number.
 bool IsDoubtful(const std::string& text) {
-    static const std::regex number(" *-?[0-9]{10,} *");
-    return std::regex_match(text, number);
+    return DigitsOfNumber(text) > 9;
 }
 
 /// Names as they came to be, with their numbers, decide where an entry goes.

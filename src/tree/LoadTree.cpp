@@ -119,11 +119,17 @@ TreeNode& CategoryOfGroup(TreeModel& tree, const std::string& parent) {
 
 void AddLengths(TreeModel& tree, const Faults& faults) {
     ADODB::Recordset sums;
-    sums.Open("Select Sum(F.Length), FC.Parent from Files F Inner Join FileCategories FC"
-              " on F.File_id = FC.File_id "
-              "Group By FC.Parent",
-              *mainModule.Connection);
-    while (!sums.Eof()) {
+    bool isOpen = false;
+    // The sum of one category may be beyond any number: then none is known. Its name is the same in each
+    // language.
+    faults.Pass("Sum(F.Length)", [&] {
+        sums.Open("Select Sum(F.Length), FC.Parent from Files F Inner Join FileCategories FC"
+                  " on F.File_id = FC.File_id "
+                  "Group By FC.Parent",
+                  *mainModule.Connection);
+        isOpen = true;
+    });
+    while (isOpen && !sums.Eof()) {
         const std::string parent = sums.Fields(1).Text();
         faults.Pass(parent, [&] {
             const std::string length = LengthText(sums.Fields(0));
@@ -132,7 +138,9 @@ void AddLengths(TreeModel& tree, const Faults& faults) {
         });
         sums.MoveNext();
     }
-    sums.Close();
+    if (isOpen) {
+        sums.Close();
+    }
 }
 
 } // namespace
@@ -144,8 +152,7 @@ void LoadTree(TreeModel& tree) {
     const Faults faults;
     AddCategories(loaded, root, faults);
     AddEntries(loaded, faults);
-    faults.Pass(root.Text,
-                [&] { AddLengths(loaded, faults); }); // The sum of a category may be beyond any number.
+    AddLengths(loaded, faults);
     services.events->DoEvents();
     for (const std::string& key : mainModule.TreeNodeData.Keys()) {
         loaded.Node(key).Expanded = true;

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace quavernet {
@@ -25,16 +26,15 @@ public:
     const NewCategory& At(std::size_t number) const { return m_categories[number - 1]; }
 
     /// Number of the first one whose name contains the text, ASCII letters compared without regard to case;
-    /// one more than there are if none does. Takes a time that goes with the length of all names.
+    /// one more than there are if none does. The first search for a text takes a time that
+    /// goes with the length of all names.
     std::size_t FirstWith(std::string_view part) const;
 
 private:
     std::vector<NewCategory> m_categories;
     std::string m_names; ///< Each with a line end before it, in lower case: one search goes over all.
-    std::vector<std::size_t> m_ends; ///< Of each name in m_names.
-    mutable std::string
-        m_lastPart; ///< The last search and its answer: entries of a category follow each other.
-    mutable std::size_t m_lastAnswer = 0; ///< 0: none.
+    std::vector<std::size_t> m_ends;                                ///< Of each name in m_names.
+    mutable std::unordered_map<std::string, std::size_t> m_answers; ///< By what was searched; emptied by Add.
 };
 
 } // namespace quavernet

@@ -298,7 +298,8 @@ TEST_F(DropTreeEntryTest, ACategoryWhoseNameLooksLikeAKeyOrAConditionMovesNothin
     AddCategory(5, "nt", "n", {1, 2, 3}); // What a category's parent is taken for.
     int id = 6;
     for (const char* name : {"1pos1 or 1 or 1", "1 or 1pos1", "12pos1", "101pos1"}) {
-        AddCategory(id++, name, "x" + std::to_string(id), {1});
+        AddCategory(id, name, "x" + std::to_string(id), {1});
+        ++id;
         LoadTree(tree);
         const auto before = EveryEntry();
         for (const bool control : {false, true}) {
