@@ -102,7 +102,6 @@ void MainPanes::BuildFrames(DragState& drag) {
     m_frame3 = new PaneFrame(m_client);
     m_frame3->setObjectName(QStringLiteral("Frame3"));
     m_tree = new TreeView(m_frame3);
-    m_tree->setObjectName(QStringLiteral("TreeView"));
     m_frame1 = new PaneFrame(m_client);
     m_frame1->setObjectName(QStringLiteral("Frame1"));
     m_frame1->setMouseTracking(true);

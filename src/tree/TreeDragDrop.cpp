@@ -140,7 +140,7 @@ void TreeDragDrop::Leave() {
 
 void TreeDragDrop::Drop(QDropEvent& event) {
     Leave();
-    if (!Accept(event)) {
+    if (!AnswerDrag(event, m_takes && !m_tree.IsLoading())) {
         return;
     }
     const DropRequest request{LocalFiles(*event.mimeData()), m_tree.NodeAt(event.position().toPoint()),

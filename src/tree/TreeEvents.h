@@ -20,8 +20,8 @@ void TreeCollapse(TreeModel& tree, const std::string& key);
 /// Selects the node and marks it as the target of a drop.
 void TreeNodeClick(TreeModel& tree, const std::string& key);
 
-/// A drag is over a node (empty key: beside all nodes), at a place in twips of the tree: the node is marked
-/// as its target. At the very edge, where a place is 0, the selected node is.
+/// A drag is over a node (empty key: beside all nodes), at a place in pixels of the tree: the node is
+/// marked as its target. At the very edge, where a place is 0, the selected node is.
 void TreeDragOver(TreeModel& tree, const std::string& key, std::int32_t x, std::int32_t y);
 
 /// The direction in which a drag at this height scrolls a tree of that height, in twips: -1 up in the upper

@@ -125,9 +125,10 @@ QIcon TreeItems::IconOf(const TreeNode& node) const {
     }
     QIcon& icon = m_icons[node.Image];
     if (icon.isNull()) {
-        icon = *node.SelectedImage == '\0' ? ReadableWhenSelected(Picture(node.Image), m_view.palette())
-                                           : Picture(node.Image);
-        if (*node.SelectedImage != '\0') {
+        if (*node.SelectedImage == '\0') {
+            icon = ReadableWhenSelected(Picture(node.Image), m_view.palette());
+        } else {
+            icon = Picture(node.Image);
             icon.addFile(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(node.SelectedImage)), QSize(),
                          QIcon::Selected);
         }

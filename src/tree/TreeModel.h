@@ -59,6 +59,7 @@ public:
     const TreeNode& SelectedItem() const;
     bool HasSelection() const { return m_selected != nullptr; }
     void Select(std::string_view key) { m_selected = &Node(key); }
+    void ClearSelection() { m_selected = nullptr; }
 
     /// The node that is marked as the target of a drop, or nullptr.
     const TreeNode* DropHighlight() const { return m_dropHighlight; }

@@ -19,6 +19,29 @@
 
 namespace quavernet {
 
+namespace {
+
+/// While one lives a load runs; loads may lie in each other.
+class LoadRunning {
+public:
+    explicit LoadRunning(TreeView& tree) : m_tree(tree), m_before(tree.IsLoading()) { tree.SetLoading(true); }
+    ~LoadRunning() { m_tree.SetLoading(m_before); }
+    LoadRunning(const LoadRunning&) = delete;
+    LoadRunning& operator=(const LoadRunning&) = delete;
+
+private:
+    TreeView& m_tree;
+    bool m_before;
+};
+
+// The release of a button is not among them: a press that began before a load still ends.
+bool ActsOnNodes(QEvent::Type type) {
+    return type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick ||
+           type == QEvent::KeyPress || type == QEvent::ContextMenu;
+}
+
+} // namespace
+
 TreePane::TreePane(TreeView& tree, Controls& controls, const CommandRegistry& commands, PlayerWindow& player)
     : QObject(&tree), m_tree(tree), m_controls(controls), m_commands(commands), m_player(player) {
     tree.installEventFilter(this);
@@ -40,6 +63,8 @@ TreeModel& TreePane::Model() {
 
 void TreePane::LoadTree() {
     const std::uint64_t load = ++m_begun;
+    const LoadRunning running(m_tree);
+    m_tree.LoseSelection();
     TreeModel loaded;
     try {
         quavernet::LoadTree(loaded);
@@ -84,7 +109,7 @@ void TreePane::ContextMenu(const QPoint& position) {
     ShowMenuItems(*items);
     const QPoint place = m_tree.viewport()->mapToGlobal(position);
     m_controls.PopUp("mnuTree", {place.x(), place.y()});
-    WhenMenuCloses(m_tree, [this] { emit m_tree.Released(); });
+    WhenMenuCloses(m_tree, [this] { m_tree.EndPress(); });
 }
 
 void TreePane::ShowMenuItems(const std::vector<TreeMenuItem>& items) {
@@ -103,6 +128,10 @@ void TreePane::KeyDown(const QKeyEvent& event) {
 
 // By the kind of the event first: the last ones come when the tree is hardly a tree any more.
 bool TreePane::eventFilter(QObject* watched, QEvent* event) {
+    if (m_tree.IsLoading() && ActsOnNodes(event->type()) &&
+        (watched == &m_tree || watched == m_tree.viewport())) {
+        return true;
+    }
     if (event->type() == QEvent::Wheel) {
         // The wheel moves the list wherever the mouse is: the window gets it. To the side it is the
         // tree's.

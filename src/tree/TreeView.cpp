@@ -51,6 +51,11 @@ void TreeView::ShowSelection() {
     }
 }
 
+void TreeView::LoseSelection() {
+    Model().ClearSelection(); // First: the form marks the model's node again when the mark goes.
+    selectionModel()->clear();
+}
+
 std::string TreeView::GetTreeViewFirstVisibleNode() const {
     return NodeAt(QPoint(0, 0));
 }
@@ -101,7 +106,7 @@ void TreeView::mouseMoveEvent(QMouseEvent* event) {
 void TreeView::mouseReleaseEvent(QMouseEvent* event) {
     m_mayDrag = false;
     QTreeView::mouseReleaseEvent(event);
-    emit Released();
+    EndPress();
 }
 
 void TreeView::dragEnterEvent(QDragEnterEvent* event) {

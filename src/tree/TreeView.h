@@ -28,6 +28,12 @@ public:
 
     /// Marks the model's selected node as such; nothing happens if it has none.
     void ShowSelection();
+    /// No node is selected any more, in the model and on the screen.
+    void LoseSelection();
+
+    /// While a load runs the tree is an old one, and nothing may be done to its nodes.
+    bool IsLoading() const { return m_isLoading; }
+    void SetLoading(bool loading) { m_isLoading = loading; }
 
     /// Key of the node at the top of the visible part; empty in an empty tree.
     std::string GetTreeViewFirstVisibleNode() const;
@@ -45,11 +51,13 @@ public:
     /// Whether the press that goes on may become a drag; each press begins with one that may not.
     void SetMayDrag(bool may) { m_mayDrag = may; }
 
+    /// The button is up, or the menu that took its place has closed.
+    void EndPress() { emit Released(); }
+
 signals:
     /// The key is empty beside all nodes.
     void Pressed(const std::string& key, bool isRightButton);
-    /// The button is up, or the menu that took its place has closed.
-    void Released();
+    void Released(); ///< The press has ended.
     /// The mouse has moved far enough with the left button held.
     void DragWanted();
     void DragEntered(QDropEvent& event); ///< Handlers of these three accept the event or ignore it.
@@ -71,6 +79,7 @@ protected:
 private:
     TreeItems m_items;
     QPoint m_pressPosition;
+    bool m_isLoading = false;
     bool m_mayDrag = false;
     bool m_showsTarget = false;
 };

@@ -268,4 +268,47 @@ TEST_F(TreePaneTest, ALoadThatBeginsInsideAnotherOneIsTheOneThatIsShown) {
     services.events = &realEvents;
 }
 
+TEST_F(TreePaneTest, WhileALoadRunsNothingIsSelectedAndNothingActsOnTheOldTree) {
+    MakeTree();
+    Start();
+    mainModule.UseExternalPlayer = true;
+    Tree().setExpanded(Alpha(), true);
+    Click(Alpha());
+    HandEvents hand;
+    services.events = &hand;
+    hand.onDoEvents = [&] {
+        EXPECT_TRUE(Tree().selectionModel()->selectedIndexes().isEmpty());
+        DoubleClick(Entry(0));
+        QTest::keyClick(&Tree(), Qt::Key_Down);
+        QTest::keyClick(&Tree(), Qt::Key_Delete);
+        QContextMenuEvent right(QContextMenuEvent::Mouse, Place(Alpha()),
+                                Tree().viewport()->mapToGlobal(Place(Alpha())));
+        QCoreApplication::sendEvent(Tree().viewport(), &right);
+        EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+        EXPECT_FALSE(Form().Tree().Model().HasSelection());
+        EXPECT_TRUE(Tree().selectionModel()->selectedIndexes().isEmpty());
+    };
+    Form().Tree().LoadTree();
+    services.events = &realEvents;
+    EXPECT_EQ(hand.count, 3);
+    EXPECT_TRUE(shell.executed.empty());
+    EXPECT_TRUE(msgBox.shown.empty());
+    EXPECT_TRUE(Tree().isExpanded(Alpha()));
+    Click(Beta());
+    EXPECT_EQ(Form().Tree().Model().SelectedItem().Key, "CAT_Beta");
+}
+
+TEST_F(TreePaneTest, AfterALoadThatFailsTheOldTreeActsAgain) {
+    MakeTree();
+    Start();
+    Click(Alpha());
+    mainModule.TreeNodeData.Add("CAT_Gone");
+    EXPECT_THROW(Form().Tree().LoadTree(), RuntimeError);
+    mainModule.TreeNodeData.Remove("CAT_Gone");
+    EXPECT_FALSE(Form().Tree().Model().HasSelection());
+    Click(Beta());
+    EXPECT_EQ(Form().Tree().Model().SelectedItem().Key, "CAT_Beta");
+    EXPECT_TRUE(IsSelected(Beta()));
+}
+
 } // namespace quavernet::test

@@ -26,16 +26,81 @@ TEST_F(TreeRebuildTest, ADropOnAnEntryKeepsThePlaceInTheTreeAndOneOnACategoryGoe
     EXPECT_EQ(Selected(), "none");
 }
 
-TEST_F(TreeRebuildTest, NothingIsPaintedBeforeTheRebuildIsThrough) {
+TEST_F(TreeRebuildTest, NothingIsPaintedAndTheMarksStayBeforeTheRebuildIsThrough) {
     StartWithTree();
-    bool wasOff = false;
     HandEvents hand;
-    hand.onDoEvents = [&] { wasOff = wasOff || !Tree().updatesEnabled(); };
+    bool wasPainted = false;
+    bool wasUnmarked = false;
+    hand.onDoEvents = [&] {
+        wasPainted = wasPainted || Tree().updatesEnabled();
+        wasUnmarked = wasUnmarked || !Drag().DragFromTree;
+    };
     services.events = &hand;
-    EXPECT_TRUE(DropOn(Beta(), {"/music/One.mp3"}));
+    DragTo(Entry(1), Entry(0));
     services.events = &realEvents;
-    EXPECT_TRUE(wasOff);
+    EXPECT_EQ(Selected(), "file12pos1");
+    EXPECT_EQ(hand.count, 6); // Three of the load, one after it, one before the selection and one after it.
+    EXPECT_FALSE(wasPainted);
+    EXPECT_FALSE(wasUnmarked);
     EXPECT_TRUE(Tree().updatesEnabled());
+    EXPECT_FALSE(Drag().DragFromTree);
+}
+
+TEST_F(TreeRebuildTest, TheTreeIsBuiltBeforeTheListShowsANewFile) {
+    StartWithTree();
+    HandEvents hand;
+    bool wasTreeFirst = false;
+    bool wasListFirst = false;
+    hand.onDoEvents = [&] {
+        const bool inTree = ChildCount(Beta()) == 3;
+        const bool inList = Listed().size() == 3;
+        wasTreeFirst = wasTreeFirst || (inTree && !inList);
+        wasListFirst = wasListFirst || (inList && !inTree);
+    };
+    services.events = &hand;
+    EXPECT_TRUE(DropOn(Beta(), {MakeFile("Dylan - Three.mp3")}));
+    services.events = &realEvents;
+    EXPECT_EQ(Listed().size(), 3U);
+    EXPECT_TRUE(wasTreeFirst);
+    EXPECT_FALSE(wasListFirst);
+}
+
+TEST_F(TreeRebuildTest, WhenTheFirstVisibleNodeHasAnotherKeyNowTheNewEntryIsSelectedAllTheSame) {
+    StartWithLongTree();
+    Bar().setValue(2);
+    ASSERT_EQ(Tree().GetTreeViewFirstVisibleNode(), "file100pos1");
+    QTest::mousePress(Grid().viewport(), Qt::LeftButton, {}, CellCentre(2));
+    EXPECT_TRUE(DropOn(Child(Child(Root(), 0), 0), {"/music/Two.mp3"}));
+    EXPECT_EQ(Entries("100"), "200@1 100@2");
+    EXPECT_EQ(Bar().value(), 0);
+    EXPECT_EQ(Selected(), "file200pos1");
+    EXPECT_TRUE(IsSelected(Child(Child(Root(), 0), 0)));
+}
+
+TEST_F(TreeRebuildTest, ADropStopsTheScrollingAndTakesTheMarkAway) {
+    StartWithTree();
+    const QImage before = Tree().viewport()->grab().toImage();
+    const std::unique_ptr<QMimeData> data(FilesToOffer({"/music/One.mp3"}));
+    ASSERT_TRUE(Enter(*data, Place(Root())));
+    EXPECT_TRUE(Timer1().isActive());
+    EXPECT_NE(Tree().viewport()->grab().toImage(), before);
+    QDropEvent drop(Place(Root()), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(Tree().viewport(), &drop);
+    EXPECT_FALSE(Timer1().isActive());
+    EXPECT_EQ(Tree().viewport()->grab().toImage(), before);
+}
+
+TEST_F(TreeRebuildTest, ADropThatTheNodeDoesNotTakeLeavesTheMarks) {
+    StartWithTree();
+    DragTo(Entry(0), Root());
+    EXPECT_TRUE(Drag().DragFromTree);
+    DragTo(Entry(0), BetaEntry(1)); // Another entry of the same text.
+    EXPECT_TRUE(Drag().DragFromTree);
+    DragTo(Entry(0), Beta());
+    EXPECT_FALSE(Drag().DragFromTree);
+    QTest::mousePress(Grid().viewport(), Qt::LeftButton, {}, CellCentre(1));
+    EXPECT_TRUE(DropOn(Root(), {"/music/One.mp3"}));
+    EXPECT_TRUE(Drag().GridDragging);
 }
 
 TEST_F(TreeRebuildTest, AFailingRebuildIsPassedOverAndTheDropStays) {
@@ -55,6 +120,10 @@ TEST_F(TreeRebuildTest, ADropThatComesDuringTheRebuildOfAnotherOneIsShownToo) {
     StartWithTree();
     HandEvents hand;
     hand.onDoEvents = [&] {
+        if (Tree().IsLoading()) {
+            EXPECT_FALSE(DropOn(Alpha(), {"/music/Two.mp3"})) << "the nodes are those of an old tree";
+            return;
+        }
         hand.onDoEvents = nullptr;
         EXPECT_TRUE(DropOn(Alpha(), {"/music/Two.mp3"}));
     };
