@@ -243,7 +243,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::FuzzServices fuzzServices;
     const auto fileSystem = CreatePosixFileSystem();
     services.fileSystem = fileSystem.get();
-    test::RecordingShell shell;
+    static test::RecordingShell shell;
     services.shell = &shell;
     fuzzServices.dialogs.file = path;
     mainModule.Connection = std::move(library.connection);

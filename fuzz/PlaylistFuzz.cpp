@@ -34,7 +34,7 @@ class KnownFiles : public test::ChosenVolumes {
 public:
     bool FileExists(const std::string& path) override {
         // The real one asks the system, which ends a path at a NUL.
-        const std::string asked = path.c_str();
+        const std::string asked = path.substr(0, path.find('\0'));
         return std::find(Known.begin(), Known.end(), asked) != Known.end();
     }
 };
@@ -103,7 +103,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     fuzz::WriteWhole(folder / "List.m3u", playlist);
     fuzz::FuzzServices fresh;
-    KnownFiles files;
+    static KnownFiles files;
     services.fileSystem = &files;
     mainModule.Connection = std::move(library);
 

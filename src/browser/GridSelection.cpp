@@ -99,6 +99,7 @@ GridHover GridSelection::MouseMove(std::int32_t mouseRow, bool leftButton) const
 }
 
 void GridSelection::MouseUp() {
+    ++m_releases;
     m_highLight = false;
     m_drag.GridDragging = false;
     m_ctrlDown = false;
@@ -165,8 +166,9 @@ std::vector<std::string> GridSelection::StartDrag() {
     if (mainModule.SelectedRows.Count() == 1) {
         IgnoreFailure([&] { SelChange(); });
     }
+    const std::uint64_t releases = m_releases;
     services.events->DoEvents();
-    if (!m_leftDown) {
+    if (m_releases != releases) {
         return files; // The press has ended in the events: by its release, or by a drag of its own.
     }
     for (const std::int32_t row : mainModule.SelectedRows.Rows()) {

@@ -73,8 +73,8 @@ public:
     /// The row to which a key moves; `page` is the number of rows in view.
     void KeyMove(GridKey key, bool shift, std::int32_t page);
 
-    /// Paths of the selected rows for a drag that begins now; none if there is no current row, or if the left
-    /// button is up. Lets events run before both are looked at.
+    /// Paths of the selected rows for a drag that begins now; none if there is no current row, or if the
+    /// button goes up meanwhile. Lets events run before the rows are looked at.
     std::vector<std::string> StartDrag();
     /// The drag has ended, and with it the press that began it: the drag swallows the release of the button.
     void CompleteDrag() { MouseUp(); }
@@ -138,6 +138,7 @@ private:
     bool m_ctrlDown = false;
     bool m_shiftDown = false;
     bool m_leftDown = false;
+    std::uint64_t m_releases = 0; ///< How often the button has gone up.
     bool m_rightClicked = false;
     bool m_rowDeselected = false;
     bool m_multipleSelection = false;

@@ -110,11 +110,13 @@ void TreeView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void TreeView::dragEnterEvent(QDragEnterEvent* event) {
-    emit DragEntered(*event);
+    QDropEvent& drop = *event;
+    emit DragEntered(drop);
 }
 
 void TreeView::dragMoveEvent(QDragMoveEvent* event) {
-    emit DragMoved(*event);
+    QDropEvent& drop = *event;
+    emit DragMoved(drop);
 }
 
 void TreeView::dragLeaveEvent(QDragLeaveEvent*) {
@@ -122,7 +124,8 @@ void TreeView::dragLeaveEvent(QDragLeaveEvent*) {
 }
 
 void TreeView::dropEvent(QDropEvent* event) {
-    emit Dropped(*event);
+    QDropEvent& drop = *event;
+    emit Dropped(drop);
 }
 
 // The whole row takes the drop, so all of it is marked; the selected node stays recognisable below the mark.
