@@ -3,6 +3,7 @@
 #include "adapters/qt/QtText.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/ScopedValue.h"
 #include "browser/FilterRow.h"
 #include "browser/GridView.h"
 #include "browser/LetterRow.h"
@@ -33,6 +34,8 @@ void ListController::Reload() {
 }
 
 void ListController::LoadDatabase(const std::string& list) {
+    // Inside the events of a load that shows given files an ordinary one may come: it has no list.
+    const ScopedValue listMode(mainModule.ShowInGridMode, mainModule.ShowInGridMode && !list.empty());
     ListResult result =
         quavernet::LoadDatabase([this] { return ReadFilter(); }, list, m_work, [this] { ClearList(); });
     m_pane.Grid.SetRows(std::move(result.Rows));

@@ -1,6 +1,5 @@
 #include "tree/CategoryEditor.h"
 
-#include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"
 #include "library/FirstField.h"
@@ -10,10 +9,8 @@ namespace quavernet {
 
 namespace {
 
-void ShowRefusal(std::int32_t textId) {
-    services.msgBox->Show(LoadResString(textId), LoadResString(337), MsgBox::Icon::Critical,
-                          MsgBox::Buttons::Ok);
-}
+constexpr std::int32_t NameMissing = 336;
+constexpr std::int32_t NameTaken = 338;
 
 void InsertCategory(std::string_view name) {
     mainModule.Connection->Execute("Insert Into Categories (Category) values ('" + std::string(name) + "')");
@@ -50,21 +47,22 @@ void CategoryEditor::ListMouseDown() {
 
 void CategoryEditor::ListClick(std::int32_t index) {
     m_listIndex = index;
-    m_canChange = m_canChange || index != None;
+    m_canEditOrDelete = m_canEditOrDelete || index != None;
 }
 
 void CategoryEditor::BeginTyping(bool isNew, const std::string& text) {
     m_newMode = isNew;
     m_editText = text;
     m_canType = true;
-    m_canChange = false;
+    m_canEditOrDelete = false;
 }
 
-// The buttons for a selected category are on even without one: they then find none and do nothing.
+// cmdEdit and cmdDelete are on even if no category is selected: one then begins with an empty field, the
+// other does nothing.
 void CategoryEditor::EndTyping() {
     m_editText.clear();
     m_canType = false;
-    m_canChange = true;
+    m_canEditOrDelete = true;
 }
 
 void CategoryEditor::cmdNew_Click() {
@@ -86,15 +84,12 @@ bool CategoryEditor::WalkTo(const std::string& name) {
     return false;
 }
 
-void CategoryEditor::cmdSave_Click(const std::string& name) {
-    m_editText = name;
+std::optional<std::int32_t> CategoryEditor::cmdSave_Click(const std::string& name) {
     if (name.empty()) {
-        ShowRefusal(336);
-        return;
+        return NameMissing;
     }
     if (WalkTo(name)) { // An unchanged name too.
-        ShowRefusal(338);
-        return;
+        return NameTaken;
     }
     // The field takes no apostrophe, so that names go into all statements as they are.
     const std::string_view plain = SqlPlain(name);
@@ -108,6 +103,7 @@ void CategoryEditor::cmdSave_Click(const std::string& name) {
     }
     EndTyping();
     FillCategoryList();
+    return std::nullopt;
 }
 
 // The tree's memory of expanded categories is left as it is.

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,9 +24,10 @@ public:
     void cmdNew_Click();
     void cmdEdit_Click(); ///< Of the selected category; of none the field stays empty.
 
-    /// Stores the name as that of a new category or of the last one of the list; tells the user in a box why
-    /// it may not. Throws RuntimeError if a statement fails: a name with an apostrophe makes it do so.
-    void cmdSave_Click(const std::string& name);
+    /// Stores the name as that of a new category or of the last one of the list. Gives the number of the text
+    /// that tells why it may not; the list then shows the category of that name. Throws RuntimeError if a
+    /// statement fails: a name with an apostrophe makes it do so.
+    std::optional<std::int32_t> cmdSave_Click(const std::string& name);
 
     /// Deletes the selected category and its entries without a question. Throws RuntimeError if a statement
     /// fails.
@@ -37,12 +39,13 @@ public:
     const std::vector<std::string>& Categories() const { return m_categories; }
     std::int32_t ListIndex() const { return m_listIndex; }
     std::string ListText() const; ///< Name of the selected category; empty without one.
-    const std::string& EditText() const { return m_editText; } ///< What the field is to hold.
+    /// What the field holds when typing begins, and when it has ended.
+    const std::string& EditText() const { return m_editText; }
 
     /// What is enabled: the field together with its button, the other three buttons.
     bool CanType() const { return m_canType; }
     bool CanNew() const { return !m_canType; }
-    bool CanChange() const { return m_canChange; } ///< cmdEdit and cmdDelete.
+    bool CanEditOrDelete() const { return m_canEditOrDelete; } ///< cmdEdit and cmdDelete.
 
 private:
     void FillCategoryList();
@@ -55,7 +58,7 @@ private:
     std::string m_editText;
     bool m_newMode = false; ///< What is being typed is a new category's name, not another name for one.
     bool m_canType = false;
-    bool m_canChange = false;
+    bool m_canEditOrDelete = false;
 };
 
 } // namespace quavernet

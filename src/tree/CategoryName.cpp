@@ -22,18 +22,28 @@ void ShowBox(const std::string& text, std::int32_t titleId, MsgBox::Icon icon) {
     services.msgBox->Show(text, LoadResString(titleId), icon, MsgBox::Buttons::Ok);
 }
 
-// The highest key is that of the row just inserted. Nothing if the name is taken.
-std::optional<NamedCategory> InsertedCategory(const std::string& name) {
-    const ADODB::WriteLock writeLock(*mainModule.Connection);
+bool IsTaken(const std::string& name) {
     ADODB::Recordset same;
     same.Open("Select Category_id, Category from Categories where Category = '" + SqlQuote(name) + "'",
               *mainModule.Connection);
-    if (same.RecordCount() > 0) {
-        return std::nullopt;
+    return same.RecordCount() > 0;
+}
+
+/// Why the library takes no category of this name; nothing if it has one now.
+std::optional<std::string> InsertNamed(const std::string& name) {
+    try {
+        mainModule.Connection->Execute("Insert into Categories (Category) values ('" +
+                                       std::string(SqlPlain(name)) + "')");
+    } catch (const LibraryError&) {
+        throw; // The library as a whole is in trouble, whatever the name.
+    } catch (const RuntimeError& failure) {
+        return LoadResString(445) + std::to_string(failure.Number()) + " - " + failure.Description();
     }
-    same.Close();
-    mainModule.Connection->Execute("Insert into Categories (Category) values ('" +
-                                   std::string(SqlPlain(name)) + "')");
+    return std::nullopt;
+}
+
+// The highest key is taken for that of the row just inserted.
+NamedCategory NewestCategory() {
     ADODB::Recordset categories;
     categories.Open("Select Category_id, Category from Categories Order by Category_id",
                     *mainModule.Connection);
@@ -41,6 +51,22 @@ std::optional<NamedCategory> InsertedCategory(const std::string& name) {
     NamedCategory category{categories.Fields(0).Text(), categories.Fields(1).Text()};
     categories.Close();
     return category;
+}
+
+/// Makes the category; `refusal` is the box that tells why not. No box here: nobody waits for the library
+/// while the user reads.
+CategoryFinish MakeCategory(const std::string& name, NamedCategory& category, std::string& refusal) {
+    const ADODB::WriteLock writeLock(*mainModule.Connection);
+    if (IsTaken(name)) {
+        refusal = LoadResString(309);
+        return CategoryFinish::Duplicate;
+    }
+    if (const auto reason = InsertNamed(name)) {
+        refusal = *reason;
+        return CategoryFinish::NameRefused;
+    }
+    category = NewestCategory();
+    return CategoryFinish::Made;
 }
 
 void AddEntry(const NamedCategory& category, const std::string& path, std::size_t position) {
@@ -65,22 +91,15 @@ CategoryFinish FinishCategory(const std::string& name, const std::vector<std::st
         ShowBox(LoadResString(307), 308, MsgBox::Icon::Information);
         return CategoryFinish::NameMissing;
     }
-    std::optional<NamedCategory> category;
-    try {
-        category = InsertedCategory(name);
-    } catch (const LibraryError&) {
-        throw; // The library as a whole is in trouble, whatever the name.
-    } catch (const RuntimeError& failure) {
-        ShowBox(LoadResString(445) + std::to_string(failure.Number()) + " - " + failure.Description(), 310,
-                MsgBox::Icon::Critical);
-        return CategoryFinish::NameRefused;
-    }
-    if (!category) {
-        ShowBox(LoadResString(309), 310, MsgBox::Icon::Critical);
-        return CategoryFinish::Duplicate;
+    NamedCategory category;
+    std::string refusal;
+    const CategoryFinish finish = MakeCategory(name, category, refusal);
+    if (finish != CategoryFinish::Made) {
+        ShowBox(refusal, 310, MsgBox::Icon::Critical);
+        return finish;
     }
     for (std::size_t i = 0; i < files.size(); ++i) {
-        AddEntry(*category, files[i], i + 1);
+        AddEntry(category, files[i], i + 1);
     }
     views.LoadTree();
     return CategoryFinish::Made;

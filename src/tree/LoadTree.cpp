@@ -154,10 +154,10 @@ void LoadTree(TreeModel& tree) {
     AddEntries(loaded, faults);
     AddLengths(loaded, faults);
     services.events->DoEvents();
-    for (const std::string& key : mainModule.TreeNodeData.Keys()) {
-        loaded.Node(key).Expanded = true;
-    }
     tree = std::move(loaded);
+    for (const std::string& key : mainModule.TreeNodeData.Keys()) {
+        tree.Node(key).Expanded = true;
+    }
     mainModule.TreeLoaded = true;
 }
 

@@ -11,9 +11,10 @@ namespace quavernet {
 /// Replaces the tree by what the library holds; selection and drop mark are lost, the nodes that the user has
 /// expanded (mainModule.TreeNodeData) are expanded again. Throws RuntimeError if a statement fails, an
 /// entry's Parent names no category, an expanded node is gone, or a category plays longer than 32767 minutes;
-/// the tree then stays as it was. Faults that the first load of a run meets fail neither it nor later ones
-/// (mainModule.TreeFaults): what they concern is left out, such as the length of a category. Lets events run
-/// after each category and before the new tree takes the old one's place.
+/// the tree then stays as it was, but for the node that is gone: that fails the new tree, which is in place
+/// by then. Faults that the first load of a run meets fail neither it nor later ones (mainModule.TreeFaults):
+/// what they concern is left out, such as the length of a category. Lets events run after each category and
+/// before the new tree takes the old one's place.
 void LoadTree(TreeModel& tree);
 
 /// The faults that the tree had at the start, in one line for the status bar; empty if there was none.

@@ -34,9 +34,9 @@ public:
         const QString inserted = text.mid(front, text.size() - front - back);
         const QString passed = NameCharactersOf(inserted);
         if (passed.size() != inserted.size()) {
-            // With nothing left of it the change has not been: a marked text that it replaced is there again.
+            // With nothing left of it there is no change: a marked text that it would replace is there again.
             text = passed.isEmpty() ? m_shown : text.left(front) + passed + text.right(back);
-            cursor = static_cast<int>(passed.isEmpty() ? m_shown.size() : front + passed.size());
+            cursor = static_cast<int>(passed.isEmpty() ? m_shown.size() - back : front + passed.size());
         }
         return Acceptable;
     }

@@ -2,6 +2,7 @@
 
 #include "app/LibraryViews.h"
 #include "app/MainModule.h"
+#include "app/ScopedValue.h"
 #include "library/SqlQuote.h"
 #include "tree/LoadTree.h"
 #include "tree/NodeKey.h"
@@ -35,22 +36,14 @@ std::string FilesOfSelection(const TreeModel& tree) {
     return isCategory ? FilesOfCategory(CategoryFromKey(node.Key)) : GetFileIdFromNode(tree, "");
 }
 
-/// While one lives, LoadDatabase takes its argument as a list of files.
-class ListMode {
-public:
-    ListMode() { mainModule.ShowInGridMode = true; }
-    ~ListMode() { mainModule.ShowInGridMode = false; }
-    ListMode(const ListMode&) = delete;
-    ListMode& operator=(const ListMode&) = delete;
-};
-
 } // namespace
 
 void mnuShowInGrid_Click(const TreeModel& tree, LibraryViews& views) {
     if (!tree.HasSelection()) {
         return;
     }
-    const ListMode listMode;
+    // While the list loads, this command may come inside itself.
+    const ScopedValue listMode(mainModule.ShowInGridMode, true);
     const std::string list = FilesOfSelection(tree);
     if (!list.empty()) {
         views.LoadDatabase(list);

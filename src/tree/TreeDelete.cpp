@@ -19,10 +19,6 @@ namespace quavernet {
 
 namespace {
 
-void Execute(const std::string& statement) {
-    mainModule.Connection->Execute(statement);
-}
-
 std::int16_t PositionOf(const std::string& key) {
     const std::string position = PositionFromKey(key);
     if (position.empty()) {
@@ -41,10 +37,12 @@ void DeleteEntry(const TreeModel& tree) {
         Trim(FirstField(std::string("Select C.Category_id from Files F, Categories C  where F.File_id = ") +
                         GetFileIdFromNode(tree, "") + " and C.Category = '" +
                         std::string(SqlPlain(CategoryFromKey(entry.Parent->Key))) + "'")));
-    Execute("Delete from FileCategories where File_id = " + GetFileIdFromNode(tree, "") +
-            " and Category_id = " + categoryId + " and [Position] = " + position);
-    Execute("Update FileCategories set [Position] = [Position]- 1 where [Position] > " + position +
-            "  and Category_id = " + categoryId);
+    mainModule.Connection->Execute(
+        "Delete from FileCategories where File_id = " + GetFileIdFromNode(tree, "") +
+        " and Category_id = " + categoryId + " and [Position] = " + position);
+    mainModule.Connection->Execute(
+        "Update FileCategories set [Position] = [Position]- 1 where [Position] > " + position +
+        "  and Category_id = " + categoryId);
 }
 
 void DeleteCategory(const std::string& key) {
@@ -52,9 +50,9 @@ void DeleteCategory(const std::string& key) {
         const ADODB::WriteLock writeLock(*mainModule.Connection);
         const std::string categoryId(Trim(FirstField("Select Category_id from Categories where Category = '" +
                                                      std::string(SqlPlain(CategoryFromKey(key))) + "'")));
-        Execute("Delete from FileCategories where Category_id = " + categoryId);
-        Execute("Delete from Categories where Category_id = " + categoryId);
-        Execute("Delete from Categories where Category_id = " + categoryId);
+        mainModule.Connection->Execute("Delete from FileCategories where Category_id = " + categoryId);
+        mainModule.Connection->Execute("Delete from Categories where Category_id = " + categoryId);
+        mainModule.Connection->Execute("Delete from Categories where Category_id = " + categoryId);
     }
     mainModule.TreeNodeData.Remove(key); // Or the next LoadTree would look for a node that is gone.
 }
@@ -64,8 +62,8 @@ bool IsAnsweredYes(std::int32_t warning) {
                                  MsgBox::Icon::Question, MsgBox::Buttons::YesNo) == MsgBox::Answer::Yes;
 }
 
-// The category is told by its shown text, which carries the length once the library knows one: after the
-// question the entries of such a category stay.
+// The category is known by its shown text. That carries the length as soon as there is one, and is the bare
+// name no more: the entries of such a category stay, whatever was answered.
 std::vector<std::string> EntriesUnderText(const TreeModel& tree, const std::string& category) {
     std::vector<std::string> names;
     for (const TreeNode& node : tree.Nodes()) {
@@ -79,16 +77,16 @@ std::vector<std::string> EntriesUnderText(const TreeModel& tree, const std::stri
 // Gaps stay as they are, and the category itself too.
 void DeleteContentOf(const TreeModel& tree, const std::string& category) {
     for (const std::string& name : EntriesUnderText(tree, category)) {
-        Execute("Delete from FileCategories where FileName = '" + SqlQuote(name) + "' and Parent = '" +
-                SqlQuote(category) + "'");
+        mainModule.Connection->Execute("Delete from FileCategories where FileName = '" + SqlQuote(name) +
+                                       "' and Parent = '" + SqlQuote(category) + "'");
     }
 }
 
 // The keys of the expanded nodes stay remembered, those of the deleted categories too.
 void DeleteWholeTree() {
     const ADODB::WriteLock writeLock(*mainModule.Connection);
-    Execute("Delete from FileCategories");
-    Execute("Delete from Categories");
+    mainModule.Connection->Execute("Delete from FileCategories");
+    mainModule.Connection->Execute("Delete from Categories");
 }
 
 } // namespace

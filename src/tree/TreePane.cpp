@@ -71,6 +71,11 @@ void TreePane::LoadTree() {
     } catch (const RuntimeError&) {
         // What changed under this load has been shown by a newer one.
         if (m_shown < load) {
+            if (loaded.Contains(RootKey)) {
+                // A node to be expanded is gone. A command that ends silently by that shows the new tree.
+                m_tree.Show(std::move(loaded));
+                m_shown = load;
+            }
             throw;
         }
     }

@@ -18,7 +18,11 @@ frmCategoryName::frmCategoryName(QWidget* owner, std::vector<std::string> files,
     m_ui->setupUi(this);
     LoadStrings();
     m_ui->txtCategoryName->setFocus();
-    connect(m_ui->cmdFinish, &QPushButton::clicked, this, &frmCategoryName::cmdFinish_Click);
+    connect(m_ui->cmdFinish, &QPushButton::clicked, this, [this] {
+        if (!mainModule.ScanRunning) {
+            cmdFinish_Click();
+        }
+    });
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
     new EnterKey(m_ui->txtCategoryName, [this] { EnterPressed(); });
     new NeverMinimized(this);
@@ -47,6 +51,9 @@ CategoryFinish frmCategoryName::cmdFinish_Click() {
 // The key closes the dialog, also after the two refusals. A name that the library does not take leaves it
 // open for another one.
 void frmCategoryName::EnterPressed() {
+    if (mainModule.ScanRunning) {
+        return; // The scan of a reminder may run over the open dialog: nothing is written then.
+    }
     const CategoryFinish finish = cmdFinish_Click();
     services.events->DoEvents();
     if (finish != CategoryFinish::NameRefused) {

@@ -2,9 +2,11 @@
 
 #include "adapters/qt/QtText.h"
 #include "app/LoadResString.h"
+#include "app/MainModule.h"
 #include "help/HelpKey.h"
 #include "ui_frmEditTree.h"
 #include "widgets/EnterKey.h"
+#include "widgets/KeyCodes.h"
 #include "widgets/NeverMinimized.h"
 
 namespace quavernet {
@@ -38,6 +40,7 @@ void frmEditTree::ConnectControls() {
     connect(m_ui->cmdDelete, &QPushButton::clicked, this, &frmEditTree::cmdDelete_Click);
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_ui->lstCategories, &QListWidget::itemSelectionChanged, this, &frmEditTree::ListClick);
+    m_ui->lstCategories->installEventFilter(this);
     m_ui->lstCategories->viewport()->installEventFilter(this);
     new EnterKey(m_ui->lstCategories, [this] { cmdNew_Click(); });
     new EnterKey(m_ui->txtEdit, [this] { cmdSave_Click(); });
@@ -46,15 +49,17 @@ void frmEditTree::ConnectControls() {
 void frmEditTree::ShowState() {
     m_showing = true;
     m_ui->lstCategories->setCurrentRow(m_editor.ListIndex());
-    if (FromQString(m_ui->txtEdit->text()) != m_editor.EditText()) {
-        m_ui->txtEdit->ShowName(ToQString(m_editor.EditText()));
-    }
     m_ui->txtEdit->setEnabled(m_editor.CanType());
     m_ui->cmdSave->setEnabled(m_editor.CanType());
     m_ui->cmdNew->setEnabled(m_editor.CanNew());
-    m_ui->cmdEdit->setEnabled(m_editor.CanChange());
-    m_ui->cmdDelete->setEnabled(m_editor.CanChange());
+    m_ui->cmdEdit->setEnabled(m_editor.CanEditOrDelete());
+    m_ui->cmdDelete->setEnabled(m_editor.CanEditOrDelete());
     m_showing = false;
+}
+
+// What is being typed stays but for this.
+void frmEditTree::ShowText() {
+    m_ui->txtEdit->ShowName(ToQString(m_editor.EditText()));
 }
 
 void frmEditTree::FillList() {
@@ -68,12 +73,13 @@ void frmEditTree::FillList() {
     ShowState();
 }
 
-// The keyboard's place in the list is no selection: it is on the first category before anybody has chosen
-// one.
+// A category stays selected until another one is: the toolkit takes the mark away at a click with Ctrl.
 void frmEditTree::ListClick() {
+    const QModelIndexList selected = m_ui->lstCategories->selectionModel()->selectedIndexes();
+    if (!m_showing && !selected.isEmpty()) {
+        m_editor.ListClick(selected.constFirst().row());
+    }
     if (!m_showing) {
-        const QModelIndexList selected = m_ui->lstCategories->selectionModel()->selectedIndexes();
-        m_editor.ListClick(selected.isEmpty() ? CategoryEditor::None : selected.constFirst().row());
         ShowState();
     }
 }
@@ -81,29 +87,48 @@ void frmEditTree::ListClick() {
 void frmEditTree::cmdNew_Click() {
     m_editor.cmdNew_Click();
     ShowState();
+    ShowText();
     m_ui->txtEdit->setFocus();
 }
 
 void frmEditTree::cmdEdit_Click() {
     m_editor.cmdEdit_Click();
-    ShowState();
-    m_ui->txtEdit->setFocus();
-    m_ui->txtEdit->selectAll();
+    BeginEditing();
 }
 
 void frmEditTree::EditCategory(const std::string& name) {
     m_editor.EditCategory(name);
+    BeginEditing();
+}
+
+void frmEditTree::BeginEditing() {
     ShowState();
+    ShowText();
     m_ui->txtEdit->setFocus();
     m_ui->txtEdit->selectAll();
 }
 
+// The scan of a reminder may run over the open dialog: nothing is written then.
 void frmEditTree::cmdSave_Click() {
-    m_editor.cmdSave_Click(FromQString(m_ui->txtEdit->text()));
+    if (mainModule.ScanRunning) {
+        return;
+    }
+    if (const auto refusal = m_editor.cmdSave_Click(FromQString(m_ui->txtEdit->text()))) {
+        ShowState();
+        services.msgBox->Show(LoadResString(*refusal), LoadResString(337), MsgBox::Icon::Critical,
+                              MsgBox::Buttons::Ok);
+        return;
+    }
+    // Not to cmdOK, where the keyboard would go from the field: the next Return begins another category.
+    m_ui->lstCategories->setFocus();
     FillList();
+    ShowText();
 }
 
 void frmEditTree::cmdDelete_Click() {
+    if (mainModule.ScanRunning) {
+        return;
+    }
     m_editor.cmdDelete_Click();
     FillList();
 }
@@ -116,11 +141,25 @@ void frmEditTree::changeEvent(QEvent* event) {
     }
 }
 
-// A press comes before the selection that it makes.
+// The keyboard's place in the list is on the first category before anybody has selected one: an arrow then
+// selects that one.
+bool frmEditTree::SelectsFirst(const QEvent& event) const {
+    if (event.type() != QEvent::KeyPress || m_editor.ListIndex() != CategoryEditor::None) {
+        return false;
+    }
+    const int key = KeyCode(static_cast<const QKeyEvent&>(event));
+    return key == Keys::Up || key == Keys::Down;
+}
+
 bool frmEditTree::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::MouseButtonPress) {
+    if (watched == m_ui->lstCategories->viewport() && event->type() == QEvent::MouseButtonPress) {
+        // Comes before the selection that the press makes.
         m_editor.ListMouseDown();
         ShowState();
+        ShowText();
+    } else if (watched == m_ui->lstCategories && SelectsFirst(*event)) {
+        m_ui->lstCategories->setCurrentRow(0);
+        return true;
     }
     return QDialog::eventFilter(watched, event);
 }

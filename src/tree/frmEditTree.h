@@ -34,7 +34,10 @@ private:
     void LoadStrings();
     void ConnectControls();
     void ShowState();
+    void ShowText();
     void FillList();
+    void BeginEditing();
+    bool SelectsFirst(const QEvent& event) const;
     void cmdEdit_Click();
     void cmdSave_Click();
     void cmdDelete_Click();

@@ -14,9 +14,15 @@ EnterKey::EnterKey(QWidget* control, std::function<void()> action)
 }
 
 bool EnterKey::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress && KeyCode(*static_cast<QKeyEvent*>(event)) == Keys::Enter) {
-        m_action(); // May close the form.
-        return true;
+    if (event->type() == QEvent::KeyPress) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        const bool isPlain = (key.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+        if (isPlain && KeyCode(key) == Keys::Enter) {
+            if (!key.isAutoRepeat()) {
+                m_action(); // May close the form.
+            }
+            return true;
+        }
     }
     return QObject::eventFilter(watched, event);
 }

@@ -1,5 +1,5 @@
-// Enter on a control as an action of its own: the dialog's default button is not pressed. Made by forms for
-// lists and fields.
+// Enter on a control as an action of its own: the dialog's default button is not pressed. A key that is held
+// down acts once. Made by forms for lists and fields.
 #pragma once
 
 #include <QObject>

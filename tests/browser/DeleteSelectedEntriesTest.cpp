@@ -1,7 +1,7 @@
 #include "browser/DeleteSelectedEntries.h"
 
 #include "support/SelectionViewDouble.h"
-#include "support/TreeTest.h"
+#include "support/TreeLibraryTest.h"
 
 #include <gmock/gmock.h>
 
@@ -42,7 +42,7 @@ private:
     SelectionViewDouble& m_view;
 };
 
-class DeleteSelectedEntriesTest : public TreeTest {
+class DeleteSelectedEntriesTest : public TreeLibraryTest {
 protected:
     /// Lists the files and selects rows, the first of them as the current one.
     void Select(std::initializer_list<std::int32_t> rows) {

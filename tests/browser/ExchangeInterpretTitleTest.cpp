@@ -1,6 +1,6 @@
 #include "browser/ExchangeInterpretTitle.h"
 
-#include "support/TreeTest.h"
+#include "support/TreeLibraryTest.h"
 
 #include <gmock/gmock.h>
 
@@ -10,7 +10,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class ExchangeInterpretTitleTest : public TreeTest {
+class ExchangeInterpretTitleTest : public TreeLibraryTest {
 protected:
     /// A file of this performer and title, listed and selected.
     void AddSong(const std::string& name, const std::string& performer, const std::string& title) {

@@ -115,6 +115,26 @@ TEST_F(CategoryNameDialogTest, ANameThatTheLibraryRefusesIsToldAndTheDialogStays
     EXPECT_EQ(Categories(), 1U) << "the files are still there";
 }
 
+TEST_F(CategoryNameDialogTest, EventsRunBetweenTheCategoryAndTheEndOfTheDialog) {
+    Open();
+    Texts seen;
+    events.onDoEvents = [&] {
+        seen.push_back(std::string(dialog->isVisible() ? "open " : "closed ") + std::to_string(Categories()));
+    };
+    services.events = &events;
+    Type("Party");
+    services.events = &realEvents;
+    ASSERT_FALSE(seen.empty());
+    EXPECT_EQ(seen.back(), "open 1");
+    EXPECT_FALSE(dialog->isVisible());
+    seen.clear();
+    Open();
+    services.events = &events;
+    Type("");
+    services.events = &realEvents;
+    EXPECT_EQ(seen, Texts{"open 1"}) << "after a refusal too";
+}
+
 TEST_F(CategoryNameDialogTest, TheFieldHasNoFilter) {
     Open();
     QTest::keyClicks(&Field(), QStringLiteral("A-Jazz & 'Co'"));
@@ -133,6 +153,16 @@ TEST_F(CategoryNameDialogTest, CancelAndEscapeMakeNothing) {
         EXPECT_FALSE(dialog->isVisible());
         EXPECT_EQ(dialog->result(), QDialog::Rejected);
     }
+    EXPECT_EQ(Categories(), 0U);
+}
+
+TEST_F(CategoryNameDialogTest, NothingIsWrittenWhileAScanRunsOverIt) {
+    Open();
+    mainModule.ScanRunning = true;
+    Type("Party");
+    Button("cmdFinish").click();
+    mainModule.ScanRunning = false;
+    EXPECT_TRUE(dialog->isVisible());
     EXPECT_EQ(Categories(), 0U);
 }
 

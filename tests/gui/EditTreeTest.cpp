@@ -139,6 +139,80 @@ TEST_F(EditTreeTest, AnArrowKeyInTheListSelectsLikeAClick) {
     EXPECT_EQ(List().selectedItems().size(), 1);
 }
 
+TEST_F(EditTreeTest, ASelectionByTheKeyboardAndADeleteLeaveWhatIsTyped) {
+    Open();
+    Click("cmdNew");
+    QTest::keyClicks(&Field(), QStringLiteral("Big"));
+    QTest::keyClick(&List(), Qt::Key_Down);
+    EXPECT_EQ(Typed(), "Big");
+    EXPECT_EQ(List().currentRow(), 0) << "the first arrow selects the first category";
+    QTest::keyClick(&List(), Qt::Key_Down);
+    EXPECT_EQ(List().currentRow(), 1);
+    EXPECT_EQ(Typed(), "Big");
+    Click("cmdDelete");
+    EXPECT_EQ(Shown(), (Texts{"A", "C"}));
+    EXPECT_EQ(Typed(), "Big");
+    QTest::keyClick(&Field(), Qt::Key_Return);
+    EXPECT_EQ(Shown(), (Texts{"A", "C", "Big"}));
+    EXPECT_EQ(Typed(), "");
+}
+
+TEST_F(EditTreeTest, TheCtrlKeyTakesNoSelectionAway) {
+    Open();
+    ClickRow(1);
+    QTest::mouseClick(List().viewport(), Qt::LeftButton, Qt::ControlModifier,
+                      List().visualItemRect(List().item(1)).center());
+    ASSERT_EQ(List().selectedItems().size(), 1);
+    EXPECT_EQ(List().currentRow(), 1);
+    QTest::keyClick(&List(), Qt::Key_Space, Qt::ControlModifier);
+    ASSERT_EQ(List().selectedItems().size(), 1);
+    Click("cmdEdit");
+    EXPECT_EQ(Typed(), "B");
+}
+
+TEST_F(EditTreeTest, AReturnThatIsHeldDownSavesOnceAndClosesNothing) {
+    Open();
+    Click("cmdNew");
+    EXPECT_EQ(dialog->focusWidget(), &Field());
+    QTest::keyClicks(&Field(), QStringLiteral("D"));
+    QTest::keyClick(&Field(), Qt::Key_Return);
+    EXPECT_EQ(dialog->focusWidget(), &List());
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"), true);
+    QCoreApplication::sendEvent(dialog->focusWidget(), &held);
+    EXPECT_TRUE(dialog->isVisible());
+    EXPECT_EQ(Enabled(), idle);
+    QTest::keyClick(dialog->focusWidget(), Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(Enabled(), idle) << "not with Ctrl";
+    QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(Enabled(), typing);
+    EXPECT_EQ(Shown().size(), 4U);
+}
+
+/// Looks at the dialog while the box is up.
+class LookingMsgBox : public MsgBox {
+public:
+    explicit LookingMsgBox(std::function<void()> look) : m_look(std::move(look)) {}
+    Answer Show(const std::string&, const std::string&, Icon, Buttons) override {
+        m_look();
+        return Answer::Ok;
+    }
+
+private:
+    std::function<void()> m_look;
+};
+
+TEST_F(EditTreeTest, TheCategoryOfTheNameIsSelectedWhenTheRefusalComesUp) {
+    Open();
+    Click("cmdNew");
+    QTest::keyClicks(&Field(), QStringLiteral("B"));
+    int row = -1;
+    LookingMsgBox box([&] { row = List().currentRow(); });
+    services.msgBox = &box;
+    Click("cmdSave");
+    services.msgBox = &msgBox;
+    EXPECT_EQ(row, 1);
+}
+
 TEST_F(EditTreeTest, APressInTheListDropsWhatIsTyped) {
     Open();
     Click("cmdNew");
@@ -216,6 +290,10 @@ TEST_F(EditTreeTest, PastedTextIsFilteredAndWhatWasThereStays) {
     Field().selectAll();
     Paste("'''");
     EXPECT_EQ(Typed(), "itsX Jazz  Mrsche") << "nothing of it is taken";
+    Field().setCursorPosition(4);
+    Paste("'ä'");
+    EXPECT_EQ(Field().cursorPosition(), 4);
+    Field().setCursorPosition(17);
     Paste("y");
     EXPECT_EQ(Typed(), "itsX Jazz  Mrschey");
     Paste(QString(QChar::Null).toUtf8());
@@ -284,6 +362,22 @@ TEST_F(EditTreeTest, TheFieldHasTheKeyboardWheneverTheDialogIsActivated) {
     dialog->activateWindow();
     ASSERT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == dialog.get(); }));
     EXPECT_EQ(dialog->focusWidget(), &Field());
+}
+
+TEST_F(EditTreeTest, NothingIsWrittenWhileAScanRunsOverIt) {
+    Open();
+    ClickRow(0);
+    mainModule.ScanRunning = true;
+    Click("cmdDelete");
+    Click("cmdNew");
+    QTest::keyClicks(&Field(), QStringLiteral("D"));
+    QTest::keyClick(&Field(), Qt::Key_Return);
+    Click("cmdSave");
+    mainModule.ScanRunning = false;
+    EXPECT_EQ(Shown(), (Texts{"A", "B", "C"}));
+    EXPECT_EQ(Typed(), "D");
+    Click("cmdSave");
+    EXPECT_EQ(Shown().size(), 4U);
 }
 
 TEST_F(EditTreeTest, ItCannotBeMinimised) {

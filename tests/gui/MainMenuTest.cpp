@@ -53,6 +53,10 @@ TEST_F(MainMenuTest, NoMenuIsEmptyOrHasStraySeparators) {
         ExpectSoundSeparators(*action->menu());
     }
     ExpectSoundSeparators(*Form().Menu().Popup("mnuKontext"));
+    // The tree's separators have names, and are shown by the kind of the node: the toolkit hides those that
+    // part nothing.
+    EXPECT_TRUE(Form().Menu().Popup("mnuTree")->separatorsCollapsible());
+    EXPECT_FALSE(Form().Menu().Popup("mnuTree")->isEmpty());
 }
 
 TEST_F(MainMenuTest, TogglesSetTheirGlobals) {

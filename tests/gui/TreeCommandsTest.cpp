@@ -152,6 +152,18 @@ TEST_F(TreeCommandsTest, TheWholeTreeIsClearedAfterAYes) {
     EXPECT_EQ(Value("Select Count(*) from Categories"), "0");
 }
 
+TEST_F(TreeCommandsTest, AClearedTreeWithAnExpandedCategoryIsShownEmptyAndStaysSilent) {
+    mainModule.TreeNodeData.Add("CAT_Alpha");
+    Model().Select("Parent");
+    msgBox.answers = {MsgBox::Answer::Yes};
+    EXPECT_NO_THROW((void)Form().Parts().Commands.Run("mnuDeleteContent"));
+    EXPECT_EQ(Nodes(), Texts{"Bibliothek"});
+    EXPECT_EQ(msgBox.shown.size(), 1U);
+    EXPECT_THROW(Form().Tree().LoadTree(), RuntimeError) << "the next rebuild looks for the category too";
+    EXPECT_EQ(Nodes(), Texts{"Bibliothek"});
+    mainModule.TreeNodeData.Clear();
+}
+
 TEST_F(TreeCommandsTest, ShowInGridListsTheFilesAndTheNextLoadIsOrdinaryAgain) {
     Model().Select("file1pos1");
     Action("mnuShowInGrid").trigger();
@@ -213,6 +225,70 @@ TEST_F(TreeCommandsTest, TheMenuOfTheTreeOpensTheDialogInItsThreeStates) {
         EXPECT_EQ(dialog.findChild<QListWidget*>(QStringLiteral("lstCategories"))->currentRow(), 0);
     });
     EXPECT_FALSE(Model().HasSelection()) << "the tree was built again";
+}
+
+TEST_F(TreeCommandsTest, AnExpandedCategoryStaysExpandedWhenTheDialogCloses) {
+    mainModule.TreeNodeData.Add("CAT_Alpha");
+    WithDialog("mnuEditTree", [](QDialog&) {});
+    EXPECT_TRUE(Model().Node("CAT_Alpha").Expanded);
+    Model().Select("CAT_Alpha");
+    QTest::keyClick(&Tree(), Qt::Key_Delete);
+    EXPECT_EQ(Nodes(), (Texts{"Bibliothek", "Beta"}));
+    EXPECT_TRUE(mainModule.TreeNodeData.Keys().empty());
+}
+
+TEST_F(TreeCommandsTest, TheDialogMayOpenWhileTheTreeIsBuilt) {
+    for (const char* item : {"mnuEditTree", "mnuNewCategory"}) {
+        bool opened = false;
+        AtEachEventPoint([&] {
+            if (!opened) {
+                opened = true;
+                WithDialog(item, [](QDialog& dialog) {
+                    auto* field = dialog.findChild<QLineEdit*>(QStringLiteral("txtEdit"));
+                    if (field->isEnabled()) {
+                        field->setText(QStringLiteral("Gamma"));
+                        QTest::keyClick(field, Qt::Key_Return);
+                    }
+                });
+            }
+        });
+        Form().Tree().LoadTree();
+        services.events = &realEvents;
+        EXPECT_TRUE(opened) << item;
+    }
+    EXPECT_TRUE(Model().Contains("CAT_Gamma")) << "the newer of the two loads is the one that is shown";
+}
+
+TEST_F(TreeCommandsTest, CommandsThatComeWhileTheDialogIsOpenLeaveItsTree) {
+    Model().Select("CAT_Beta");
+    WithDialog("mnuEditTree", [this](QDialog&) {
+        for (const char* name : {"mnuShowInGrid", "mnuDelete", "mnuDeleteContent"}) {
+            (void)Form().Parts().Commands.Run(name);
+        }
+    });
+    EXPECT_EQ(Nodes(), (Texts{"Bibliothek", "Alpha (02:10)", "Two.mp3", "One.mp3"}));
+}
+
+TEST_F(TreeCommandsTest, AnOrdinaryLoadInsideThatOfGivenFilesIsOrdinary) {
+    Model().Select("file1pos1");
+    Texts inner;
+    AtEachEventPoint([&] {
+        Form().Parts().List.LoadDatabase({});
+        inner = Listed();
+    });
+    Action("mnuShowInGrid").trigger();
+    services.events = &realEvents;
+    EXPECT_GE(points, 2);
+    EXPECT_EQ(inner, (Texts{"Abba", "Cure"}));
+    EXPECT_EQ(Listed(), Texts{"Cure"}) << "the outer load comes to its end last";
+}
+
+TEST_F(TreeCommandsTest, ShowInGridInsideItselfListsItsFiles) {
+    Model().Select("file1pos1");
+    AtEachEventPoint([&] { Action("mnuShowInGrid").trigger(); });
+    Action("mnuShowInGrid").trigger();
+    EXPECT_GE(points, 2);
+    EXPECT_EQ(Listed(), Texts{"Cure"});
 }
 
 TEST_F(TreeCommandsTest, AnExpandedCategoryThatIsRenamedInTheDialogFailsTheTreeAtItsEnd) {

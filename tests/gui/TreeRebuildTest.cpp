@@ -103,12 +103,12 @@ TEST_F(TreeRebuildTest, ADropThatTheNodeDoesNotTakeLeavesTheMarks) {
     EXPECT_TRUE(Drag().GridDragging);
 }
 
-TEST_F(TreeRebuildTest, AFailingRebuildIsPassedOverAndTheDropStays) {
+TEST_F(TreeRebuildTest, AnExpandedNodeThatIsGoneIsPassedOverAndTheDropIsShown) {
     StartWithTree();
     mainModule.TreeNodeData.Add("CAT_Gone");
     EXPECT_TRUE(DropOn(Beta(), {"/music/One.mp3"}));
     EXPECT_EQ(Entries("Beta"), "21@1 22@2 23@3");
-    EXPECT_EQ(ChildCount(Beta()), 2);
+    EXPECT_EQ(ChildCount(Beta()), 3);
     EXPECT_TRUE(Tree().updatesEnabled());
     EXPECT_FALSE(Drag().DragFromTree);
     mainModule.TreeNodeData.Remove("CAT_Gone");

@@ -1,6 +1,7 @@
 #include "tree/CategoryEditor.h"
 
-#include "support/TreeTest.h"
+#include "app/LoadResString.h"
+#include "support/TreeLibraryTest.h"
 #include "tree/NameFilter.h"
 
 #include <gmock/gmock.h>
@@ -11,12 +12,12 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class CategoryEditorTest : public TreeTest {
+class CategoryEditorTest : public TreeLibraryTest {
 protected:
     /// What is enabled: the field with its button, cmdNew, the two buttons for a category.
     static std::string Enabled(const CategoryEditor& editor) {
         return std::string(editor.CanType() ? "type " : "") + (editor.CanNew() ? "new " : "") +
-               (editor.CanChange() ? "change" : "");
+               (editor.CanEditOrDelete() ? "change" : "");
     }
     /// An editor of the categories A, B and C; statements are noted from here on.
     CategoryEditor OfThree() {
@@ -27,8 +28,8 @@ protected:
         connection.statements.clear();
         return editor;
     }
-    static ShownBox Refusal(const std::string& text) {
-        return {text, "Speichern abgebrochen", MsgBox::Icon::Critical, MsgBox::Buttons::Ok};
+    static std::string Refusal(const std::optional<std::int32_t>& text) {
+        return text ? LoadResString(*text) : std::string("none");
     }
 };
 
@@ -101,11 +102,11 @@ TEST_F(CategoryEditorTest, TheLastCategoryGetsTheNewNameWhicheverWasChosen) {
     EXPECT_THAT(Entries(), ElementsAre("1|a.mp3|A", "1|a.mp3|D"));
 }
 
-TEST_F(CategoryEditorTest, AnEmptyNameIsRefused) {
+TEST_F(CategoryEditorTest, AnEmptyNameIsRefusedBeforeTheListIsWalked) {
     CategoryEditor editor = OfThree();
     editor.cmdNew_Click();
-    editor.cmdSave_Click("");
-    EXPECT_THAT(msgBox.shown, ElementsAre(Refusal("Bitte geben Sie einen Namen ein!")));
+    EXPECT_EQ(Refusal(editor.cmdSave_Click("")), "Bitte geben Sie einen Namen ein!");
+    EXPECT_EQ(editor.ListIndex(), CategoryEditor::None);
     EXPECT_EQ(Enabled(editor), "type ");
     EXPECT_THAT(connection.statements, IsEmpty());
 }
@@ -113,10 +114,8 @@ TEST_F(CategoryEditorTest, AnEmptyNameIsRefused) {
 TEST_F(CategoryEditorTest, ANameThatExistsIsRefusedAndItsCategoryIsSelected) {
     CategoryEditor editor = OfThree();
     editor.cmdNew_Click();
-    editor.cmdSave_Click("B");
-    EXPECT_THAT(msgBox.shown, ElementsAre(Refusal("Es dürfen keine doppelten Einträge vorhanden sein!")));
+    EXPECT_EQ(Refusal(editor.cmdSave_Click("B")), "Es dürfen keine doppelten Einträge vorhanden sein!");
     EXPECT_EQ(editor.ListIndex(), 1);
-    EXPECT_EQ(editor.EditText(), "B") << "what was typed stays";
     EXPECT_EQ(Enabled(editor), "type ");
     EXPECT_THAT(connection.statements, IsEmpty());
 }
@@ -125,16 +124,14 @@ TEST_F(CategoryEditorTest, AnUnchangedNameIsRefusedToo) {
     CategoryEditor editor = OfThree();
     editor.ListClick(2);
     editor.cmdEdit_Click();
-    editor.cmdSave_Click(editor.EditText());
-    EXPECT_EQ(msgBox.shown.size(), 1U);
+    EXPECT_EQ(Refusal(editor.cmdSave_Click(editor.EditText())), LoadResString(338));
     EXPECT_THAT(connection.statements, IsEmpty());
 }
 
 TEST_F(CategoryEditorTest, AnotherSpellingByCaseIsAnotherName) {
     CategoryEditor editor = OfThree();
     editor.cmdNew_Click();
-    editor.cmdSave_Click("b");
-    EXPECT_THAT(msgBox.shown, IsEmpty());
+    EXPECT_EQ(Refusal(editor.cmdSave_Click("b")), "none");
     EXPECT_THAT(Categories(), ElementsAre("A", "B", "C", "b"));
 }
 
@@ -217,6 +214,7 @@ TEST_F(CategoryEditorTest, AFailingStatementIsAFailureOfTheProgram) {
     connection.failOn = "Delete from FileCategories";
     EXPECT_THROW(editor.cmdDelete_Click(), RuntimeError);
     EXPECT_THAT(Categories(), ElementsAre("A", "B", "C"));
+    EXPECT_THAT(editor.Categories(), ElementsAre("A", "B", "C"));
 }
 
 TEST_F(CategoryEditorTest, DeletingACategoryThatIsGoneIsAFailure) {

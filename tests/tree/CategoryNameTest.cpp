@@ -1,6 +1,6 @@
 #include "tree/CategoryName.h"
 
-#include "support/TreeTest.h"
+#include "support/TreeLibraryTest.h"
 
 #include "platform/LibraryError.h"
 
@@ -12,7 +12,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class CategoryNameTest : public TreeTest {
+class CategoryNameTest : public TreeLibraryTest {
 protected:
     CategoryNameTest() {
         AddFile("a.mp3");
@@ -99,6 +99,21 @@ TEST_F(CategoryNameTest, ATroubleOfTheLibraryIsNoRefusal) {
     };
     EXPECT_THROW(Finish("Party"), LibraryError);
     EXPECT_THAT(msgBox.shown, IsEmpty());
+}
+
+TEST_F(CategoryNameTest, AFailureToReadTheNewRowIsNoRefusalEither) {
+    connection.failOn = "Select Category_id, Category from Categories Order by Category_id";
+    EXPECT_THROW(Finish("Party"), RuntimeError);
+    EXPECT_THAT(msgBox.shown, IsEmpty());
+    EXPECT_THAT(Categories(), ElementsAre("Jazz", "Party"));
+}
+
+TEST_F(CategoryNameTest, TheNewRowHasTheHighestKeyAlsoAfterTheHighestOneWasDeleted) {
+    AddCategory("Gone");
+    Execute("Delete from Categories where Category = 'Gone'");
+    EXPECT_EQ(Finish("Party"), CategoryFinish::Made);
+    EXPECT_EQ(Value("Select Category_id from FileCategories"), "3");
+    EXPECT_EQ(Value("Select Category_id from Categories where Category = 'Party'"), "3");
 }
 
 TEST_F(CategoryNameTest, AFailureAfterTheNameIsOneOfTheProgramAndKeepsWhatWasWritten) {

@@ -1,6 +1,6 @@
 #include "tree/ShowInGrid.h"
 
-#include "support/TreeTest.h"
+#include "support/TreeLibraryTest.h"
 
 #include <gmock/gmock.h>
 
@@ -15,6 +15,9 @@ class ModeNotingViews : public LibraryViews {
 public:
     void LoadDatabase(const std::string& list) override {
         loads.push_back(list + (mainModule.ShowInGridMode ? " given" : " filtered"));
+        if (const auto inside = onLoad) {
+            inside();
+        }
         if (fail) {
             throw RuntimeError(1, "no such column");
         }
@@ -22,10 +25,11 @@ public:
     void LoadTree() override { loads.emplace_back("tree"); }
 
     std::vector<std::string> loads;
+    std::function<void()> onLoad;
     bool fail = false;
 };
 
-class ShowInGridTest : public TreeTest {
+class ShowInGridTest : public TreeLibraryTest {
 protected:
     void Show() {
         mnuShowInGrid_Click(tree, list);
@@ -36,6 +40,7 @@ protected:
 
 TEST_F(ShowInGridTest, ACategoryShowsAllItsFilesInTheLibrarysOrder) {
     AddCategory("Jazz", {"a.mp3", "b.mp3", "c.mp3"});
+    Execute("Update FileCategories Set [Position] = 4 - [Position]");
     LoadAndSelect("CAT_Jazz");
     Show();
     EXPECT_THAT(connection.statements,
@@ -79,6 +84,18 @@ TEST_F(ShowInGridTest, ACategoryWithAnApostropheIsAFailureAndSendsNothing) {
     EXPECT_THROW(Show(), RuntimeError);
     EXPECT_THAT(connection.statements, IsEmpty());
     EXPECT_FALSE(mainModule.ShowInGridMode);
+}
+
+TEST_F(ShowInGridTest, InsideItselfItLeavesTheOuterOneItsMode) {
+    AddCategory("Jazz", {"a.mp3"});
+    LoadAndSelect("CAT_Jazz");
+    list.onLoad = [&] {
+        list.onLoad = nullptr;
+        mnuShowInGrid_Click(tree, list);
+        EXPECT_TRUE(mainModule.ShowInGridMode);
+    };
+    Show();
+    EXPECT_THAT(list.loads, ElementsAre("1 given", "1 given"));
 }
 
 TEST_F(ShowInGridTest, AFailingLoadLeavesTheModeOfTheTree) {

@@ -1,6 +1,6 @@
 #include "tree/TreeDelete.h"
 
-#include "support/TreeTest.h"
+#include "support/TreeLibraryTest.h"
 
 #include <gmock/gmock.h>
 
@@ -10,7 +10,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class TreeDeleteTest : public TreeTest {
+class TreeDeleteTest : public TreeLibraryTest {
 protected:
     void Delete() { mnuDelete_Click(tree, views); }
     void DeleteContent() { mnuDeleteContent_Click(tree, views); }
@@ -127,6 +127,28 @@ TEST_F(TreeDeleteTest, ACategoryGoesWithItsEntriesAndIsNoLongerRememberedAsExpan
     EXPECT_EQ(Value("Select Count(*) from Files"), "2");
 }
 
+TEST_F(TreeDeleteTest, TheMemoryOfAnExpandedCategoryGoesBeforeTheTreeIsBuilt) {
+    AddCategory("Jazz", {"a.mp3"});
+    mainModule.TreeNodeData.Add("CAT_Jazz");
+    LoadAndSelect("CAT_Jazz");
+    std::vector<std::string> remembered{"unasked"};
+    views.onLoadTree = [&] { remembered = mainModule.TreeNodeData.Keys(); };
+    Delete();
+    EXPECT_THAT(remembered, IsEmpty());
+}
+
+TEST_F(TreeDeleteTest, ADeleteOfACategoryThatFailsHalfWayKeepsItRememberedAsExpanded) {
+    AddCategory("Jazz", {"a.mp3"});
+    mainModule.TreeNodeData.Add("CAT_Jazz");
+    LoadAndSelect("CAT_Jazz");
+    connection.failOn = "Delete from Categories";
+    Delete();
+    EXPECT_THAT(Entries(), IsEmpty());
+    EXPECT_THAT(Categories(), ElementsAre("Jazz"));
+    EXPECT_THAT(mainModule.TreeNodeData.Keys(), ElementsAre("CAT_Jazz"));
+    EXPECT_THAT(calls, IsEmpty());
+}
+
 TEST_F(TreeDeleteTest, ACategoryThatIsGoneEndsTheCommandSilently) {
     AddCategory("Jazz", {"a.mp3"});
     LoadAndSelect("CAT_Jazz");
@@ -220,6 +242,15 @@ TEST_F(TreeDeleteTest, ACategoryNamedLikeTheRootTakesTheCategoriesForItsEntries)
 TEST_F(TreeDeleteTest, AnEmptyCategoryIsNotAskedAboutAndTheTreeIsBuiltAllTheSame) {
     AddCategory("Jazz");
     LoadAndSelect("CAT_Jazz");
+    DeleteContent();
+    EXPECT_THAT(msgBox.shown, IsEmpty());
+    EXPECT_THAT(connection.statements, IsEmpty());
+    EXPECT_THAT(calls, ElementsAre("tree"));
+}
+
+TEST_F(TreeDeleteTest, OnAnEntryNothingIsAskedAndTheTreeIsBuiltAllTheSame) {
+    AddCategory("Jazz", {"a.mp3"});
+    LoadAndSelect("file1pos1");
     DeleteContent();
     EXPECT_THAT(msgBox.shown, IsEmpty());
     EXPECT_THAT(connection.statements, IsEmpty());

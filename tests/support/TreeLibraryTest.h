@@ -15,9 +15,9 @@
 
 namespace quavernet::test {
 
-class TreeTest : public LibraryTest {
+class TreeLibraryTest : public LibraryTest {
 protected:
-    TreeTest() : connection(RecordingConnection::Install()) {}
+    TreeLibraryTest() : connection(RecordingConnection::Install()) {}
 
     /// A file with the next id; its path is "/m/" and the name.
     void AddFile(const std::string& name) {
