@@ -110,13 +110,11 @@ void TreeView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void TreeView::dragEnterEvent(QDragEnterEvent* event) {
-    QDropEvent& drop = *event;
-    emit DragEntered(drop);
+    emit DragEntered(*event);
 }
 
 void TreeView::dragMoveEvent(QDragMoveEvent* event) {
-    QDropEvent& drop = *event;
-    emit DragMoved(drop);
+    emit DragMoved(*event);
 }
 
 void TreeView::dragLeaveEvent(QDragLeaveEvent*) {
@@ -124,8 +122,7 @@ void TreeView::dragLeaveEvent(QDragLeaveEvent*) {
 }
 
 void TreeView::dropEvent(QDropEvent* event) {
-    QDropEvent& drop = *event;
-    emit Dropped(drop);
+    emit Dropped(*event);
 }
 
 // The whole row takes the drop, so all of it is marked; the selected node stays recognisable below the mark.
