@@ -25,7 +25,7 @@ class TreePane : public QObject {
 public:
     TreePane(TreeView& tree, Controls& controls, const CommandRegistry& commands, PlayerWindow& player);
 
-    /// Builds the tree again from the library. Fails as the logic's LoadTree does; the old tree then stays.
+    /// Builds the tree again from the library. Fails as the logic's LoadTree does; what it leaves is shown.
     /// Lets events run: a load that begins in them is the newer one, and its tree stays. From its beginning
     /// on nothing is selected, and until its end no press, key or drop acts on the tree.
     void LoadTree();
