@@ -2,28 +2,12 @@
 
 #include "app/Controls.h"
 #include "app/MainModule.h"
+#include "app/ScopedValue.h"
 #include "platform/RuntimeError.h"
 
 #include <utility>
 
 namespace quavernet {
-
-namespace {
-
-/// Sets the mark for as long as it lives, also if the command fails.
-class Alone {
-public:
-    Alone(bool& mark, bool isAlone) : m_mark(mark), m_before(mark) { m_mark = m_mark || isAlone; }
-    ~Alone() { m_mark = m_before; }
-    Alone(const Alone&) = delete;
-    Alone& operator=(const Alone&) = delete;
-
-private:
-    bool& m_mark;
-    bool m_before;
-};
-
-} // namespace
 
 CommandRegistry::CommandRegistry(const std::vector<std::string_view>& names)
     : m_names(names.begin(), names.end()) {}
@@ -76,7 +60,7 @@ bool CommandRegistry::Run(std::string_view name) const {
     if (found == m_commands.end() || (isHeldBack && !found->second.RunsDuringScan)) {
         return false;
     }
-    const Alone alone(m_isAlone, found->second.RunsAlone);
+    const ScopedValue alone(m_isAlone, m_isAlone || found->second.RunsAlone);
     found->second.Action();
     return true;
 }

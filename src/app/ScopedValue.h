@@ -1,5 +1,5 @@
-// A variable with another value for the length of a scope. Used for the modes of mainModule, which handlers
-// set while others run inside them.
+// A variable with another value for the length of a scope. Used for modes and marks, which handlers set while
+// others run inside them.
 #pragma once
 
 #include <utility>

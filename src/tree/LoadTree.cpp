@@ -16,7 +16,6 @@ namespace quavernet {
 
 namespace {
 
-constexpr int InvalidUseOfNull = 94;
 constexpr std::size_t MostFaultsTold = 5;
 
 /// What a load does with faults of the tree. Those that are there at the start of the program must not keep
@@ -96,7 +95,7 @@ void AddEntries(TreeModel& tree, const Faults& faults) {
 // Minutes and seconds are 16-bit numbers: a longer category is a failure.
 std::string LengthText(const ADODB::Field& sum) {
     if (sum.IsNull()) {
-        throw RuntimeError(InvalidUseOfNull, "Invalid use of Null");
+        throw RuntimeError(ErrorNumber::InvalidUseOfNull, "Invalid use of Null");
     }
     const std::int16_t minutes = Narrow16(std::trunc(sum.Number() / 60));
     const std::int16_t seconds = Narrow16(Narrow32(sum.Number()) % 60);
