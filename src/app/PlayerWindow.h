@@ -4,8 +4,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 namespace quavernet {
+
+class RowTexts;
+class TreeModel;
 
 class PlayerWindow {
 public:
@@ -23,13 +27,28 @@ public:
     virtual void FillPlaylist() = 0;
 
     /// Puts the tree's selected file or category into the queue, emptied first by the same rule.
-    virtual void FillPlaylistFromTree(std::int16_t mode) = 0;
+    virtual void FillPlaylistFromTree(std::int16_t mode, const TreeModel& tree) = 0;
 
+    /// Replaces the queue by the file of a row of the charts.
+    virtual void FillPlaylistFromCharts(const RowTexts& chartPaths, std::int32_t row) = 0;
+
+    /// Appends the file of an id; an id without a file appends nothing.
+    virtual void FillRandomPlaylist(const std::string& fileId, std::int32_t counter) = 0;
+
+    /// Reads a playlist into the queue. `mode` 1 empties the list first; `checkExists` leaves out what is
+    /// missing.
+    virtual void fGetM3u(std::int16_t mode, const std::string& fileName, bool checkExists) = 0;
+
+    virtual void ClearQueue() = 0;
+    virtual void SelectFirst() = 0; ///< The list selects its first entry.
     virtual std::size_t QueueCount() const = 0;
 
     /// Start a queue entry, counted from 1. A fault shows in the entry's text, never as a failure.
     virtual void PlayFile(std::int16_t index) = 0;
     virtual void PlayFileFromTree(std::int16_t index) = 0;
+
+    /// Sets the texts of an open window in the language of now.
+    virtual void LoadStrings() = 0;
 };
 
 } // namespace quavernet

@@ -11,10 +11,16 @@ class NoPlayer : public PlayerWindow {
 public:
     void Show() override { Fail(); }
     void FillPlaylist() override { Fail(); }
-    void FillPlaylistFromTree(std::int16_t) override { Fail(); }
+    void FillPlaylistFromTree(std::int16_t, const TreeModel&) override { Fail(); }
+    void FillPlaylistFromCharts(const RowTexts&, std::int32_t) override { Fail(); }
+    void FillRandomPlaylist(const std::string&, std::int32_t) override { Fail(); }
+    void fGetM3u(std::int16_t, const std::string&, bool) override { Fail(); }
+    void ClearQueue() override { Fail(); }
+    void SelectFirst() override { Fail(); }
     std::size_t QueueCount() const override { return 0; }
     void PlayFile(std::int16_t) override { Fail(); }
     void PlayFileFromTree(std::int16_t) override { Fail(); }
+    void LoadStrings() override {}
 
 private:
     [[noreturn]] static void Fail() {

@@ -21,9 +21,9 @@ std::string PathOfSelectedEntry(const TreeModel& tree) {
     return path;
 }
 
-void OpenInPlayer(PlayerWindow& player) {
+void OpenInPlayer(const TreeModel& tree, PlayerWindow& player) {
     player.Show();
-    player.FillPlaylistFromTree(PlayerWindow::OneFile);
+    player.FillPlaylistFromTree(PlayerWindow::OneFile, tree);
     if (!mainModule.AlwaysAddToPlaylist) {
         player.PlayFileFromTree(1);
     }
@@ -107,7 +107,7 @@ void TreeDblClick(const TreeModel& tree, PlayerWindow& player) {
                 path = PathOfSelectedEntry(tree);
                 OpenWithShell(path);
             } else {
-                OpenInPlayer(player);
+                OpenInPlayer(tree, player);
             }
         }
     } catch (const RuntimeError& failure) {

@@ -1,0 +1,35 @@
+// What the play queue shows of itself: the labels, the position and the list of the player's window.
+// frmPlayer implements it.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace quavernet {
+
+class PlayerView {
+public:
+    virtual ~PlayerView() = default;
+
+    virtual bool IsMinimized() const = 0;
+    virtual void SetCaption(const std::string& text) = 0;
+    virtual void SetFile(const std::string& text, const std::string& toolTip) = 0; ///< lblFile
+    virtual void SetQuality(const std::string& text) = 0;                          ///< lblQuality
+    virtual void SetTime(const std::string& text) = 0;                             ///< lblTime
+    virtual void SetLength(const std::string& text) = 0;                           ///< lblLength
+    virtual void SetPositionMax(std::int32_t seconds) = 0;                         ///< Slider1.Max
+    virtual void SetPosition(std::int32_t seconds) = 0;                            ///< Slider1.Value
+
+    // The list box, positions from 0. Told after the change; the texts are read from the queue.
+    virtual void EntriesReset() = 0;
+    virtual void EntriesAppended(std::int32_t first) = 0;
+    virtual void EntryChanged(std::int32_t position) = 0;
+    virtual void EntryRemoved(std::int32_t position) = 0;
+    virtual void SelectionMoved() = 0;
+
+    /// What a listener outside of the window may want to know has changed: the track, playing or paused, the
+    /// position by a jump, or the order.
+    virtual void StatusChanged() = 0;
+};
+
+} // namespace quavernet
