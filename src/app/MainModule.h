@@ -21,6 +21,9 @@
 
 namespace quavernet {
 
+class MediaPlayer;
+class MediaRemote;
+
 struct MainModule {
     std::unique_ptr<ADODB::Connection> Connection; ///< The one open library, for the whole process.
     std::string ConnectionString;
@@ -85,6 +88,8 @@ struct Services {
     RegionalSettings regional;
     std::function<std::unique_ptr<ADODB::Connection>()> createConnection;
     std::function<std::unique_ptr<TagComponent>()> createTagComponent;
+    std::function<std::unique_ptr<MediaPlayer>()> createMediaPlayer; ///< One for each player window.
+    std::function<std::unique_ptr<MediaRemote>()> createMediaRemote; ///< Empty: there is none.
 };
 
 extern Services services;
