@@ -1,8 +1,9 @@
 #include "Floors.h"
 
+#include "BareStatement.h"
+
 #include <dirent.h>
 #include <fcntl.h>
-#include <sqlite3.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -15,47 +16,6 @@
 namespace quavernet::bench {
 
 namespace {
-
-class Statement {
-public:
-    Statement(sqlite3* database, std::string_view text) {
-        if (sqlite3_prepare_v2(database, text.data(), static_cast<int>(text.size()), &m_statement, nullptr) !=
-            SQLITE_OK) {
-            throw std::runtime_error(std::string(sqlite3_errmsg(database)) + ": " + std::string(text));
-        }
-    }
-    ~Statement() { sqlite3_finalize(m_statement); }
-    Statement(const Statement&) = delete;
-    Statement& operator=(const Statement&) = delete;
-
-    void Bind(int position, std::string_view text) {
-        sqlite3_bind_text(m_statement, position, text.data(), static_cast<int>(text.size()), SQLITE_STATIC);
-    }
-    void Bind(int position, std::int64_t value) { sqlite3_bind_int64(m_statement, position, value); }
-
-    /// True while there are rows.
-    bool Step() {
-        const int code = sqlite3_step(m_statement);
-        if (code != SQLITE_ROW && code != SQLITE_DONE) {
-            throw std::runtime_error(sqlite3_errmsg(sqlite3_db_handle(m_statement)));
-        }
-        return code == SQLITE_ROW;
-    }
-    void Run() {
-        Step();
-        sqlite3_reset(m_statement);
-    }
-    std::string Text(int column) {
-        const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(m_statement, column));
-        return text == nullptr ? std::string() : std::string(text);
-    }
-    std::int64_t Integer(int column) { return sqlite3_column_int64(m_statement, column); }
-    sqlite3_stmt* Handle() { return m_statement; }
-    void Reset() { sqlite3_reset(m_statement); }
-
-private:
-    sqlite3_stmt* m_statement = nullptr;
-};
 
 /// Keys of one lookup table, by text; a new text is inserted at once.
 class Lookup {
@@ -135,6 +95,18 @@ std::size_t BareLibrary::ReadAll(const std::string& statement) {
                          static_cast<std::size_t>(sqlite3_column_bytes(query.Handle(), column)));
         }
         ++rows;
+    }
+    return rows;
+}
+
+std::vector<std::vector<std::string>> BareLibrary::Texts(const std::string& statement) {
+    Statement query(m_database, statement);
+    std::vector<std::vector<std::string>> rows;
+    while (query.Step()) {
+        std::vector<std::string>& row = rows.emplace_back();
+        for (int column = 0; column < sqlite3_column_count(query.Handle()); ++column) {
+            row.push_back(query.Text(column));
+        }
     }
     return rows;
 }

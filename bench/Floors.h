@@ -10,6 +10,13 @@ struct sqlite3;
 
 namespace quavernet::bench {
 
+/// The list's statement without its order, from the table that all its keys lead away from.
+inline constexpr const char* AllRows =
+    "select F.Path, F.SizeInBytes, T.Name, I.Interpret, Q.Quality, F.File_id, F.Length, F.Name, E.Extension "
+    "from Files F cross join Titel T cross join Interpret I cross join Quality Q cross join Extensions E "
+    "where F.Title_id = T.Title_id and F.Inter_id = I.Inter_id and Q.Quality_id = F.Quality_Id "
+    "and F.Extension_id = E.Extension_id";
+
 /// A row of Files with the texts that it points to, as a scan stored it.
 struct StoredRow {
     std::string title, interpret, album, drive, name, path, date;
@@ -29,6 +36,9 @@ public:
 
     /// Reads every column of every row of a statement as text; returns the number of rows.
     std::size_t ReadAll(const std::string& statement);
+
+    /// Every column of every row of a statement as text.
+    std::vector<std::vector<std::string>> Texts(const std::string& statement);
 
     /// The rows of Files, joined to their lookup tables.
     std::vector<StoredRow> Rows();
@@ -51,6 +61,8 @@ public:
     /// Looks each path and the category up, and makes the file the category's next entry, all in one
     /// transaction.
     void AddEntries(const std::vector<std::string>& paths);
+
+    sqlite3* Handle() { return m_database; }
 
 private:
     sqlite3* m_database = nullptr;

@@ -17,13 +17,6 @@ constexpr Wanted TwiceTheFloor{.ratio = 2};
 constexpr Wanted CombosFilled{.limit = 0.01};
 constexpr Wanted PeakMegabytes{.limit = 600};
 
-/// The list's statement without its order, from the table that all its keys lead away from.
-const std::string AllRows =
-    "select F.Path, F.SizeInBytes, T.Name, I.Interpret, Q.Quality, F.File_id, F.Length, F.Name, E.Extension "
-    "from Files F cross join Titel T cross join Interpret I cross join Quality Q cross join Extensions E "
-    "where F.Title_id = T.Title_id and F.Inter_id = I.Inter_id and Q.Quality_id = F.Quality_Id "
-    "and F.Extension_id = E.Extension_id";
-
 class Lists {
 public:
     Lists(RealWindow& window, int rounds)
@@ -89,10 +82,6 @@ public:
     }
 
 private:
-    static std::string LibraryPath() {
-        return mainModule.ConnectionString.substr(mainModule.ConnectionString.find("Data Source=") + 12);
-    }
-
     RealWindow& m_window;
     int m_rounds;
     BareLibrary m_library;

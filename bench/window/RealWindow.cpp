@@ -34,6 +34,10 @@ private:
 
 } // namespace
 
+std::string LibraryPath() {
+    return mainModule.ConnectionString.substr(mainModule.ConnectionString.find("Data Source=") + 12);
+}
+
 RealWindow::RealWindow(int& count, char** arguments) : m_application(count, arguments) {}
 
 RealWindow::~RealWindow() {

@@ -13,6 +13,9 @@
 
 namespace quavernet::bench {
 
+/// Path of the library that is open.
+std::string LibraryPath();
+
 class RealWindow {
 public:
     /// The library and the settings are those of the home folder that the environment names.

@@ -57,10 +57,6 @@ void FillTree(std::size_t files) {
     mainModule.Connection->Commit();
 }
 
-std::string LibraryPath() {
-    return mainModule.ConnectionString.substr(mainModule.ConnectionString.find("Data Source=") + 12);
-}
-
 class Trees {
 public:
     Trees(RealWindow& window, int rounds)
