@@ -5,6 +5,8 @@
 #include <QAbstractItemModel>
 #include <QTreeView>
 
+#include <cstddef>
+
 namespace quavernet::bench {
 
 /// A root, so many groups below it, and so many rows in each.
@@ -60,10 +62,23 @@ private:
 
 class BareTree : public QTreeView {
 public:
-    BareTree(int groups, int rowsEach) : m_rows(groups, rowsEach) {
+    struct Size {
+        std::size_t groups = 0;
+        std::size_t rows = 0; ///< Of all groups together.
+    };
+
+    explicit BareTree(const Size& size)
+        : m_rows(static_cast<int>(size.groups), static_cast<int>(size.rows / size.groups)) {
         setHeaderHidden(true);
         setUniformRowHeights(true);
         setModel(&m_rows);
+    }
+
+    /// As large as another tree, and beside the window that this is in.
+    void ShowLike(const QWidget& tree) {
+        resize(tree.size());
+        move(tree.window()->frameGeometry().topRight());
+        show();
     }
 
     /// Shows all rows from the start, with the groups open or closed.

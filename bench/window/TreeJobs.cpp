@@ -3,7 +3,9 @@
 #include "Floors.h"
 #include "Lines.h"
 #include "ScanJobs.h"
+#include "TreeFloors.h"
 #include "window/BareTree.h"
+#include "window/TreeChangeJobs.h"
 
 #include "adapters/qt/FileUris.h"
 #include "app/MainModule.h"
@@ -60,17 +62,16 @@ void FillTree(std::size_t files) {
 class Trees {
 public:
     Trees(RealWindow& window, int rounds)
-        : m_window(window), m_rounds(rounds), m_library(LibraryPath()), m_entries(Entries()),
-          m_bare(Categories, static_cast<int>(m_entries) / Categories) {
-        m_bare.resize(Tree().size());
-        m_bare.show();
+        : m_window(window), m_rounds(rounds), m_library(OpenTree(LibraryPath())), m_entries(Entries()),
+          m_bare({Categories, m_entries}) {
+        m_bare.ShowLike(Tree());
     }
 
     void LoadJob(bool open) {
         const Timed painted{
             nullptr, [&] { m_window.UntilPainted([&] { m_window.Form().Tree().LoadTree(); }, Tree()); }};
         const Timed floor{nullptr, [&] {
-                              ReadRows();
+                              ReadTree(*m_library);
                               m_window.UntilPainted([&] { m_bare.Fill(open); }, m_bare);
                           }};
         for (int number = 1; open && number <= Categories; ++number) {
@@ -84,19 +85,8 @@ public:
 
 private:
     TreeView& Tree() { return m_window.Form().Panes().Tree(); }
-    std::size_t Entries() { return m_library.ReadAll("select FileCategory_id from FileCategories"); }
+    std::size_t Entries() { return m_library->ReadAll("select FileCategory_id from FileCategories"); }
 
-    // The statements of a load, in one transaction.
-    void ReadRows() {
-        m_library.Execute("begin");
-        m_library.ReadAll("select Category from Categories");
-        m_library.ReadAll("select F.Name, C.Category, F.Path, F.File_id, FC.Position, FC.FileCategory_id "
-                          "from Files F, Categories C, FileCategories FC where F.File_id = FC.File_id "
-                          "and C.Category_id = FC.Category_id order by FC.Position");
-        m_library.ReadAll("select sum(F.Length), FC.Category_id from Files F inner join FileCategories FC "
-                          "on F.File_id = FC.File_id group by FC.Category_id");
-        m_library.Execute("commit");
-    }
     void RequireLoaded(bool open) {
         const auto shown = m_window.Form().Tree().Model().Nodes().size();
         const QModelIndex last = Tree().model()->index(Categories - 1, 0, Tree().model()->index(0, 0));
@@ -107,7 +97,7 @@ private:
 
     RealWindow& m_window;
     int m_rounds;
-    BareLibrary m_library;
+    std::unique_ptr<BareLibrary> m_library;
     std::size_t m_entries;
     BareTree m_bare;
 };
@@ -115,7 +105,7 @@ private:
 /// Rows of the list, dropped on the one category that there is.
 class Drops {
 public:
-    Drops(RealWindow& window, int rounds) : m_window(window), m_rounds(rounds), m_bareTree(1, Rows) {
+    Drops(RealWindow& window, int rounds) : m_window(window), m_rounds(rounds), m_bareTree({1, Rows}) {
         BareLibrary library(LibraryPath());
         m_bareRows = library.Rows();
         mainModule.Connection->Execute("Insert into Categories (Category) values ('Target')");
@@ -125,8 +115,7 @@ public:
         for (const std::int32_t row : mainModule.SelectedRows.Rows()) {
             m_paths.push_back(mainModule.FilePaths.Item(row));
         }
-        m_bareTree.resize(Tree().size());
-        m_bareTree.show();
+        m_bareTree.ShowLike(Tree());
     }
     ~Drops() {
         mainModule.Connection->Execute("Delete from Categories");
@@ -162,7 +151,7 @@ private:
     void EmptyBare() {
         m_bare.reset();
         RemoveLibrary(LibraryPath() + ".bare");
-        m_bare = std::make_unique<BareLibrary>(LibraryPath() + ".bare");
+        m_bare = OpenTree(LibraryPath() + ".bare");
         m_bare->CreateTables();
         m_bare->WriteRows(m_bareRows);
         m_bare->CreateTreeTables();
@@ -188,12 +177,16 @@ private:
 
 } // namespace
 
-void TreeJobs(RealWindow& window, int rounds) {
+void TreeJobs(RealWindow& window, const std::string& work, int rounds) {
     Drops(window, rounds).DropJob();
     FillTree(window.Grid().Model().Rows().Count());
-    Trees trees(window, rounds);
-    trees.LoadJob(false);
-    trees.LoadJob(true);
+    {
+        Trees trees(window, rounds);
+        trees.LoadJob(false);
+        trees.LoadJob(true);
+    }
+    mainModule.TreeNodeData.Clear();
+    TreeChangeJobs(window, work, rounds);
 }
 
 } // namespace quavernet::bench

@@ -19,8 +19,8 @@ int main(int count, char** arguments) {
             ListJobs(window, std::stoi(words[1]));
             return 0;
         }
-        if (words.size() == 2 && words[0] == "tree") {
-            TreeJobs(window, std::stoi(words[1]));
+        if (words.size() == 3 && words[0] == "tree") {
+            TreeJobs(window, words[1], std::stoi(words[2]));
             return 0;
         }
         if (words.size() == 1 && words[0] == "memory") {
@@ -37,7 +37,7 @@ int main(int count, char** arguments) {
         return 1;
     }
     std::fprintf(stderr, "quavernet_window_bench list ROUNDS\n"
-                         "quavernet_window_bench tree ROUNDS\n"
+                         "quavernet_window_bench tree WORK ROUNDS\n"
                          "quavernet_window_bench memory\n"
                          "quavernet_window_bench scan MUSIC WORK NAME ROUNDS\n");
     return 2;
