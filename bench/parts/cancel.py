@@ -5,6 +5,7 @@ import random
 import subprocess
 import time
 
+from hand import Hand
 from screen import Screen, wait_for
 from start import shows_rows, shows_window
 from table import Line
@@ -18,28 +19,6 @@ SCAN, CANCEL = (33, 53), (63, 53)
 CANCEL_PICTURE = (55, 45, 72, 62)
 FIRST_MENU = (20, 18, 56, 34)
 PROGRESS_BAR = (898, 734, 1006, 743)
-
-
-class Hand:
-    """The mouse of a screen, moved by one xdotool that takes its commands as they come."""
-
-    def __init__(self, environment):
-        self.tool = subprocess.Popen(["xdotool", "-"], stdin=subprocess.PIPE, env=environment, text=True)
-
-    def do(self, command):
-        self.tool.stdin.write(command + "\n")
-        self.tool.stdin.flush()
-
-    def move(self, place):
-        self.do(f"mousemove {place[0]} {place[1]}")
-
-    def press(self):
-        self.do("mousedown 1")
-        self.do("mouseup 1")
-
-    def close(self):
-        self.tool.stdin.close()
-        self.tool.wait()
 
 
 def write_settings(home, music):

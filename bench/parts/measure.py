@@ -2,14 +2,15 @@
 same, measured in the same run, and beside what is wanted.
 
 Parts: scan (with the main window open and the scan log on, and without any window; good files, and with broken ones
-among them), list (from the click to the painted rows), tree (load, drop, deletion and import, each to the painted nodes),
-million (the list with 1,000,000 rows, and the memory for them), start (filled
+among them), list (from the click to the painted rows), tree (load, drop, deletion and import, each to the painted nodes,
+and the processor time of a drag over it), million (the list with 1,000,000 rows, and the memory for them), start (filled
 window, memory, idling), cancel (clicks on "cancel" at random moments of scans), ogg (the reader of Ogg files beside
 ogginfo itself).
 
 Floors of scans: walk, open, read head and tail of each file, and write (look up, update) the same rows with bare SQLite
 in one transaction. Floors of lists: bare SQLite reading the same rows unsorted; of a search or a filter: the bare
-statement; of the tree: its bare statements in one transaction, and as many nodes in a bare view. The fastest of several rounds counts, since other programs only ever add time; of clicks the slowest.
+statement; of the tree: its bare statements in one transaction, and as many nodes in a bare view; of a drag: the same one
+over the list. The fastest of several rounds counts, since other programs only ever add time; of clicks the slowest.
 Libraries lie on disk below build/bench, music in memory.
 """
 import argparse
@@ -22,6 +23,7 @@ import tempfile
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 import cancel  # noqa: E402
+import drag  # noqa: E402
 import start  # noqa: E402
 import table  # noqa: E402
 from screen import Screen  # noqa: E402
@@ -98,6 +100,8 @@ def lists(run):
 def tree(run):
     home = run.home(run.options.rows)
     run.in_window(home, "tree", run.work, 2 * run.options.rounds + 1)
+    for line in drag.lines(PROGRAM, home):
+        run.add(line)
 
 
 def million(run):
