@@ -104,6 +104,11 @@ public:
     /// allows, its other names keep the old one. Throws OpenError if the old one is no plain file or may not
     /// be written, RuntimeError 76 if the folder is missing, and as NewFile::Append does.
     virtual std::unique_ptr<NewFile> Create(const std::string& path) = 0;
+
+    /// The same for a file of the program in a folder that others write to as well: readable by the user
+    /// alone, and whatever is at the path goes when it is kept, a link itself instead of what it leads to.
+    /// Throws RuntimeError 76 if the folder is missing, and as NewFile::Append does.
+    virtual std::unique_ptr<NewFile> CreatePrivate(const std::string& path) = 0;
 };
 
 } // namespace quavernet

@@ -22,6 +22,7 @@ public:
         return std::make_unique<File>(m_firstBytes);
     }
     std::unique_ptr<NewFile> Create(const std::string&) override { return nullptr; }
+    std::unique_ptr<NewFile> CreatePrivate(const std::string&) override { return nullptr; }
 
 private:
     class File : public BinaryFile {

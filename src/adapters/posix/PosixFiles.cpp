@@ -39,4 +39,8 @@ std::unique_ptr<NewFile> PosixFiles::Create(const std::string& path) {
     return posix::CreateFile(path);
 }
 
+std::unique_ptr<NewFile> PosixFiles::CreatePrivate(const std::string& path) {
+    return posix::CreatePrivateFile(path);
+}
+
 } // namespace quavernet

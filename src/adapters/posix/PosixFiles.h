@@ -12,6 +12,7 @@ class PosixFiles : public UserFiles {
 public:
     std::unique_ptr<BinaryFile> Open(const std::string& path, BinaryFile::Access access) override;
     std::unique_ptr<NewFile> Create(const std::string& path) override;
+    std::unique_ptr<NewFile> CreatePrivate(const std::string& path) override;
 };
 
 } // namespace quavernet

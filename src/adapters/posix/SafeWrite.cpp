@@ -61,9 +61,49 @@ std::string NewPlace(std::string path) {
     return path;
 }
 
-class SafeFile : public NewFile {
+// What every new file does; in what way it takes its place is its own.
+class CopiedFile : public NewFile {
 public:
-    explicit SafeFile(const std::string& path) : m_path(path) {
+    void Append(std::string_view bytes) override {
+        m_block += bytes;
+        if (m_block.size() >= BlockSize) {
+            WriteBlock();
+        }
+    }
+
+    void Keep() final {
+        WriteBlock();
+        SetRights();
+        Require(m_copy.MoveToTarget());
+    }
+
+protected:
+    explicit CopiedFile(const std::string& path) : m_path(path) {}
+
+    /// Of the copy, which is its owner's alone as yet.
+    virtual void SetRights() {}
+
+    void Require(int error) const {
+        if (error != 0) {
+            throw RuntimeError(NumberOf(error), ErrorText(error) + ": " + m_path);
+        }
+    }
+
+    const std::string m_path;
+    TemporaryCopy m_copy;
+
+private:
+    void WriteBlock() {
+        Require(m_copy.Append(std::as_bytes(std::span(m_block))));
+        m_block.clear();
+    }
+
+    std::string m_block; ///< Not yet handed to the system.
+};
+
+class SafeFile : public CopiedFile {
+public:
+    explicit SafeFile(const std::string& path) : CopiedFile(path) {
         try {
             m_old.emplace(path,
                           BinaryFile::Access::ReadWrite); // Whoever may not write it may not replace it.
@@ -75,15 +115,8 @@ public:
         Require(m_copy.Begin(m_old ? RealPath(path) : NewPlace(path)));
     }
 
-    void Append(std::string_view bytes) override {
-        m_block += bytes;
-        if (m_block.size() >= BlockSize) {
-            WriteBlock();
-        }
-    }
-
-    void Keep() override {
-        WriteBlock();
+private:
+    void SetRights() override {
         struct stat facts {};
         if (!m_old) {
             Require(::fchmod(m_copy.Number(), NewFileRights & ~NewFileMask()) == 0 ? 0 : errno);
@@ -91,30 +124,27 @@ public:
             KeepOwnerAndRights(m_copy.Number(), facts, m_path);
             CopyAttributes(m_old->Number(), m_copy.Number());
         }
-        Require(m_copy.MoveToTarget());
     }
 
-private:
-    void Require(int error) const {
-        if (error != 0) {
-            throw RuntimeError(NumberOf(error), ErrorText(error) + ": " + m_path);
-        }
-    }
-    void WriteBlock() {
-        Require(m_copy.Append(std::as_bytes(std::span(m_block))));
-        m_block.clear();
-    }
-
-    std::string m_path;
     std::optional<OpenedFile> m_old;
-    TemporaryCopy m_copy;
-    std::string m_block; ///< Not yet handed to the system.
+};
+
+// The copy stays its owner's alone, and moving it to its place follows no link.
+class PrivateFile : public CopiedFile {
+public:
+    explicit PrivateFile(const std::string& path) : CopiedFile(path) {
+        Require(path.find('\0') == std::string::npos ? m_copy.Begin(path) : EINVAL);
+    }
 };
 
 } // namespace
 
 std::unique_ptr<NewFile> CreateFile(const std::string& path) {
     return std::make_unique<SafeFile>(path);
+}
+
+std::unique_ptr<NewFile> CreatePrivateFile(const std::string& path) {
+    return std::make_unique<PrivateFile>(path);
 }
 
 } // namespace quavernet::posix

@@ -12,4 +12,7 @@ namespace quavernet::posix {
 /// As UserFiles::Create.
 std::unique_ptr<NewFile> CreateFile(const std::string& path);
 
+/// As UserFiles::CreatePrivate.
+std::unique_ptr<NewFile> CreatePrivateFile(const std::string& path);
+
 } // namespace quavernet::posix

@@ -28,6 +28,11 @@ protected:
         file->Append(contents);
         file->Keep();
     }
+    static void WritePrivately(const std::string& target, std::string_view contents) {
+        const auto file = RealFiles().CreatePrivate(target);
+        file->Append(contents);
+        file->Keep();
+    }
     mode_t Rights() const {
         struct stat facts {};
         EXPECT_EQ(::stat(path.c_str(), &facts), 0);
@@ -159,6 +164,52 @@ TEST_F(SafeWriteTest, WhatTheDiskDoesNotKeepDoesNotTakeTheOldFilesPlace) {
         return true;
     }));
     EXPECT_EQ(ReadFile(path), "old");
+}
+
+TEST_F(SafeWriteTest, APrivateFileIsReadableByItsUserAlone) {
+    const mode_t before = ::umask(0);
+    WritePrivately(path, "new");
+    EXPECT_EQ(Rights(), 0600U);
+    WriteFile(path, "old");
+    ASSERT_EQ(::chmod(path.c_str(), 0644), 0);
+    WritePrivately(path, "new");
+    ::umask(before);
+    EXPECT_EQ(Rights(), 0600U);
+    EXPECT_EQ(ReadFile(path), "new");
+    EXPECT_EQ(NamesInFolder(), 1);
+}
+
+TEST_F(SafeWriteTest, APrivateFileTakesThePlaceOfALinkInsteadOfFollowingIt) {
+    const std::string file = folder / "file";
+    WriteFile(file, "mine");
+    std::filesystem::create_symlink("file", path);
+    WritePrivately(path, "new");
+    EXPECT_FALSE(std::filesystem::is_symlink(path));
+    EXPECT_EQ(ReadFile(path), "new");
+    EXPECT_EQ(ReadFile(file), "mine");
+}
+
+TEST_F(SafeWriteTest, APrivateFileWaitsForNoPipeAndTakesNoFoldersPlace) {
+    ASSERT_EQ(::mkfifo(path.c_str(), 0666), 0);
+    WritePrivately(path, "new");
+    EXPECT_EQ(ReadFile(path), "new");
+    std::filesystem::create_directory(folder / "sub");
+    EXPECT_EQ(NumberOf([&] { WritePrivately(folder / "sub", "new"); }), ErrorNumber::PathFileAccess);
+    EXPECT_EQ(NumberOf([&] { WritePrivately(folder / "missing/a", "new"); }), ErrorNumber::PathNotFound);
+    EXPECT_EQ(NumberOf([&] { WritePrivately(folder / std::string("a\0b", 3), "new"); }),
+              ErrorNumber::PathFileAccess);
+    EXPECT_EQ(NamesInFolder(), 2);
+}
+
+TEST_F(SafeWriteTest, AnotherUsersFileInASharedFolderStays) {
+    ASSERT_EQ(::chmod(folder.Path().c_str(), 01777), 0);
+    WriteFile(path, "theirs");
+    {
+        const OrdinaryUser user;
+        EXPECT_EQ(NumberOf([&] { WritePrivately(path, "new"); }), ErrorNumber::PathFileAccess);
+    }
+    EXPECT_EQ(ReadFile(path), "theirs");
+    EXPECT_EQ(NamesInFolder(), 1);
 }
 
 } // namespace quavernet::test
