@@ -4,6 +4,7 @@
 
 #include "app/Collections.h"
 #include "app/CurrentFile.h"
+#include "app/RandomNumbers.h"
 #include "platform/ADODB.h"
 #include "platform/DateTime.h"
 #include "platform/FileSystemObject.h"
@@ -63,6 +64,9 @@ struct MainModule {
     std::int32_t DetailsRow = 0; ///< Grid row from which the details dialog starts.
     std::int32_t GridCurrentRow = 0;
     std::int32_t GridTopRow = 0;
+
+    std::int32_t RandomCount = 0; ///< Entries that the running random play or shuffle makes.
+    quavernet::RandomNumbers RandomNumbers;
 
     bool ScanRunning = false; ///< A scan is in progress.
     DateTime ScanStartTime;   ///< When the running scan began.
