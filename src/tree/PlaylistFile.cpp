@@ -17,19 +17,20 @@ bool IsFullPath(std::string_view line) {
 
 } // namespace
 
-std::string PlaylistFile(std::string_view line) {
+std::string FileOfLine(std::string_view line) {
     if (!IsFullPath(line)) {
         return {};
     }
     std::string path(line);
-    if (AudioKindOf(path) == AudioKind::None) {
-        return {};
-    }
     if (services.fileSystem->FileExists(path)) {
         return path;
     }
     std::string decoded = DecodeText(line);
     return decoded != path && services.fileSystem->FileExists(decoded) ? decoded : std::string();
+}
+
+std::string PlaylistFile(std::string_view line) {
+    return AudioKindOf(line) == AudioKind::None ? std::string() : FileOfLine(line);
 }
 
 } // namespace quavernet
