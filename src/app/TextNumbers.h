@@ -22,6 +22,13 @@ inline constexpr std::int32_t Ready = 432;         ///< In the status bar while 
 inline constexpr std::int32_t TreeRoot = 591;      ///< The node that holds all categories.
 inline constexpr std::int32_t TreeFaults = 779;    ///< Before the faults that a tree had at the start.
 
+inline constexpr std::int32_t ChooseFolder = 342;
+inline constexpr std::int32_t PlaylistFilter = 361; ///< The kind of a playlist, in dialogs.
+inline constexpr std::int32_t PlayerPaused = 393;   ///< The player's caption while it pauses.
+inline constexpr std::int32_t Player = 394;         ///< Its caption otherwise.
+inline constexpr std::int32_t PlayingTime = 395;    ///< Before a time in the player.
+inline constexpr std::int32_t AudioFilter = 396;    ///< Two kinds of files that can be added, in dialogs.
+
 inline constexpr std::int32_t ExchangeFilter = 365; ///< The kind of an exchange file, in dialogs.
 inline constexpr std::int32_t FilesNotAdded = 366;  ///< An import lacks some files. Followed by the next.
 inline constexpr std::int32_t FilesNotFound = 367;

@@ -31,6 +31,8 @@ ALLOWED = {
     ("src/mainwindow/MainStatusBar.cpp", "100000 Albums"): "a measure, never shown",
     ("src/mainwindow/MainStatusBar.cpp", "verbl.: 00:00:00"): "a measure, never shown",
     ("src/mainwindow/MainStatusBar.cpp", "Time: 00:00:00"): "a measure, never shown",
+    ("src/playback/QueueStart.cpp", " bit"): "a unit",
+    ("src/playback/QueueStart.cpp", " min"): "a unit",
     ("src/scanner/FolderOrder.h", "System Volume Information"): "a folder",
     ("src/scanner/OggBatches.cpp", "verbl.: "): "the Ogg pass is German in every language",
     ("src/scanner/OggBatches.cpp", "Zeit: "): "the Ogg pass is German in every language",

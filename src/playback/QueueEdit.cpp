@@ -1,0 +1,209 @@
+// What the user changes in PlayQueue: removing, shuffling, files and folders that are added or dropped,
+// playlists.
+#include "app/AudioKind.h"
+#include "app/LoadResString.h"
+#include "app/MainModule.h"
+#include "app/TextNumbers.h"
+#include "library/SqlQuote.h"
+#include "playback/PlayQueue.h"
+#include "playback/PlaylistWriter.h"
+#include "playback/ShuffledOrder.h"
+#include "scanner/FolderOrder.h"
+
+#include <algorithm>
+
+namespace quavernet {
+
+namespace {
+
+std::string Documents() {
+    return GetSpecialFolderPath(Shell::DocumentsFolder);
+}
+
+// Names in the order in which a listing shows them: in any case of letters.
+bool ComesBefore(const FolderFile& a, const FolderFile& b) {
+    const std::string lowerA = LowerAscii(a.name);
+    const std::string lowerB = LowerAscii(b.name);
+    return lowerA != lowerB ? lowerA < lowerB : a.name < b.name;
+}
+
+} // namespace
+
+void PlayQueue::cmdRem_Click() {
+    Run([this] {
+        if (ListIndex() != QueueEntries::None) {
+            RemoveSelected();
+        }
+    });
+}
+
+// Path and text go together, so that what runs in the events finds the two stores in step. What plays goes
+// on, also if it is the entry that is removed.
+void PlayQueue::RemoveSelected() {
+    // The entry's number, from 1, is compared with the position, from 0: removing the entry after the
+    // current one shifts the number as well.
+    if (m_currentTrack >= ListIndex()) {
+        m_currentTrack = Narrow16(m_currentTrack - 1.0);
+    }
+    unsigned clearings = m_entries.Clearings();
+    LetEventsRun();
+    const std::int32_t position = ListIndex();
+    if (clearings != m_entries.Clearings() || position == QueueEntries::None) {
+        return;
+    }
+    m_entries.Remove(position);
+    m_statusChanged = true;
+    if (position + 1 == m_startedEntry) {
+        m_startedEntry = 0;
+    } else if (position + 1 < m_startedEntry) {
+        --m_startedEntry;
+    }
+    LetEventsRun();
+    if (clearings == m_entries.Clearings()) {
+        m_entries.Select(std::min(position, ListCount() - 1));
+    }
+}
+
+void PlayQueue::cmdRemAll_Click() {
+    Run([this] { EmptyQueue(); }); // The current track keeps its number, and what plays goes on.
+}
+
+// The texts are moved as they are: the marker goes along with its entry, wherever that comes to lie.
+void PlayQueue::cmdRandomize_Click() {
+    Run([this] {
+        mainModule.RandomCount = m_entries.PathCount();
+        mainModule.RandomNumbers.Randomize();
+        m_entries.Arrange(ShuffledOrder(m_entries.PathCount()));
+        m_startedEntry = 0;
+        StartFirst();
+    });
+}
+
+void PlayQueue::StartFirst() {
+    std::int16_t first = 1;
+    Start(first, Origin::Player);
+}
+
+void PlayQueue::mnuAddFile_Click() {
+    Run([this] {
+        const bool wasEmpty = BeginAdding();
+        std::optional<std::string> path;
+        Outside([&] { path = services.dialogs->ShowOpen(LoadResString(Texts::AudioFilter), Documents()); });
+        if (!path || !m_loaded) {
+            return;
+        }
+        AddFile(*path);
+        if (wasEmpty) {
+            StartFirst();
+        }
+    });
+}
+
+// Whether the list is empty: what is added then is started.
+bool PlayQueue::BeginAdding() {
+    const bool isEmpty = ListCount() == 0;
+    if (isEmpty) {
+        m_entries.ClearPaths();
+    }
+    return isEmpty;
+}
+
+void PlayQueue::mnuAddFolder_Click() {
+    Run([this] {
+        const bool wasEmpty = BeginAdding();
+        std::optional<std::string> folder;
+        Outside([&] { folder = services.dialogs->BrowseForFolder(LoadResString(Texts::ChooseFolder)); });
+        if (!folder || !m_loaded) {
+            return;
+        }
+        if (!IsExcludedFolder(*folder)) {
+            AddFolder(*folder);
+        }
+        if (wasEmpty) {
+            StartFirst();
+        }
+    });
+}
+
+// Only the folder's own files, and only those whose extension is in lower case.
+void PlayQueue::AddFolder(const std::string& folder) {
+    const auto walk = services.fileSystem->GetFolder(folder);
+    std::vector<FolderFile> files = walk->List(walk->Path()).files;
+    std::sort(files.begin(), files.end(), ComesBefore);
+    for (const FolderFile& file : files) {
+        if (!file.hidden && (file.name.ends_with(".mp3") || file.name.ends_with(".wav"))) {
+            AddFile(WithFinalSlash(walk->Path()) + file.name);
+        }
+    }
+}
+
+// The first name decides about all. A playlist is none of the three kinds.
+void PlayQueue::DropOnWindow(const std::vector<std::string>& paths) {
+    Run([&] {
+        if (paths.empty() || AudioKindOf(paths.front()) == AudioKind::None) {
+            return;
+        }
+        EmptyQueue();
+        for (const std::string& path : paths) {
+            AddFile(path);
+        }
+        StartFirst();
+    });
+}
+
+// Adds to the queue, unlike a drop beside the list, and starts nothing.
+void PlayQueue::DropOnList(const std::vector<std::string>& paths) {
+    Run([&] {
+        if (paths.empty() || AudioKindOf(paths.front()) == AudioKind::None) {
+            return;
+        }
+        (void)BeginAdding();
+        for (const std::string& path : paths) {
+            AddFile(path);
+        }
+    });
+}
+
+void PlayQueue::cmdLoadPlaylist_Click() {
+    Run([this] {
+        std::optional<std::string> path;
+        Outside(
+            [&] { path = services.dialogs->ShowOpen(LoadResString(Texts::PlaylistFilter), Documents()); });
+        if (path && m_loaded) {
+            fGetM3u(1, *path, true);
+            StartFirst();
+        }
+    });
+}
+
+void PlayQueue::cmdCreatePlaylist_Click() {
+    Run([this] {
+        std::optional<std::string> path;
+        Outside(
+            [&] { path = services.dialogs->ShowSave(LoadResString(Texts::PlaylistFilter), Documents()); });
+        if (path && m_loaded) {
+            WritePlayerPlaylist(*path);
+        }
+    });
+}
+
+void PlayQueue::WritePlayerPlaylist(const std::string& path) const {
+    IgnoreFailure([&] {
+        PlaylistWriter playlist(path);
+        IgnoreFailure([&] { WriteEntries(playlist); });
+        playlist.Close();
+    });
+}
+
+// An apostrophe in a path is a failure: the statement takes the path as it is.
+void PlayQueue::WriteEntries(PlaylistWriter& playlist) const {
+    for (std::int32_t entry = 1; entry <= m_entries.PathCount(); ++entry) {
+        ADODB::Recordset row;
+        row.Open("Select Name, Length from Files where Path = '" + std::string(SqlPlain(Path(entry))) + "'",
+                 *mainModule.Connection);
+        playlist.Add(row.Fields(0), row.Fields(1), Path(entry));
+        row.Close();
+    }
+}
+
+} // namespace quavernet
