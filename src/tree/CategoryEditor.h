@@ -22,7 +22,7 @@ public:
     void ListClick(std::int32_t index);
 
     void cmdNew_Click();
-    void cmdEdit_Click(); ///< Of the selected category; of none the field stays empty.
+    void cmdEdit_Click(); ///< Edits the selected category. Without a selection the field is empty.
 
     /// Stores the name as that of a new category or of the last one of the list. Gives the number of the text
     /// that tells why it may not; the list then shows the category of that name. Throws RuntimeError if a

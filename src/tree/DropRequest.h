@@ -8,18 +8,19 @@
 namespace quavernet {
 
 struct DropRequest {
-    std::vector<std::string> Files; ///< Paths in the order of the drop; none if the drag's lookup failed.
-    std::string NodeKey;            ///< Of the node under the mouse; empty: beside all nodes.
-    bool Control = false;           ///< Ctrl is held, and no other of these keys.
+    std::vector<std::string>
+        Files;           ///< Paths in the order of the drop; empty if the dragged entry's file was not found.
+    std::string NodeKey; ///< Of the node under the mouse; empty: there is none.
+    bool Control = false; ///< Ctrl is held, and no other of these keys.
 };
 
 /// What the form shows when a drop is over.
 struct DropOutcome {
-    bool Rebuild = false;   ///< The tree has to be built again, whatever was written. The rest tells how.
+    bool Rebuild = false;   ///< The tree must be built again. The other members count only then.
     bool FileAdded = false; ///< The library has new files, which the list shows unless it loads by search.
     bool HadFileTarget =
         false;             ///< Dropped on an entry: the place in the tree is kept and SelectKey selected.
-    std::string SelectKey; ///< Key of an entry in the new tree; often there is none of that key.
+    std::string SelectKey; ///< Key of an entry; the new tree often has no such key.
 };
 
 } // namespace quavernet

@@ -37,15 +37,14 @@ struct DropRun {
     std::int16_t entryId = 0; ///< The entry that is selected afterwards.
     bool hadFileTarget = false;
     bool fileAdded = false;
-    bool failuresEndDrop =
-        true; ///< A failure ends the drop silently. Once false, it is nobody's but the program's.
+    bool failuresEndDrop = true; ///< True: a failure ends the drop silently. False: it ends the program.
 };
 
 /// How the cases of a drop end, if not by a failure.
 enum class DropEnd {
     Done,  ///< The tree is built again.
     Ended, ///< Nothing more happens, as after a failure.
-    Left   ///< The drop acts as if it had not come.
+    Left   ///< The drop is ignored.
 };
 
 /// Drop from outside: each audio file becomes an entry, at the node's place or at its category's end.
@@ -66,8 +65,9 @@ void TakeFileTarget(DropRun& run);
 /// Raises pos by a number. It has 16 bits: a higher value is the failure "Overflow".
 void Advance(std::int16_t& pos, int by = 1);
 
-/// Makes the path the current one, and stores the file if the library doesn't know it. The path that the
-/// library has it under. Lets events run then, without a WriteLock.
+/// Makes the path the current one, and stores the file if the library doesn't know it: fileAdded is then
+/// set, and failures no longer end the drop. Returns the path under which the library has the file. Lets
+/// events run then, without a WriteLock.
 std::string StoreIfUnknown(DropRun& run, const std::string& path, CurrentFile& file);
 
 /// Inserts an entry for a path that the library knows, at pos.

@@ -39,8 +39,8 @@ public:
                 ", Parent = '" + Target() + "' where [Position] = " + Position() + " and Parent = '" +
                 Category() + "' and FileName = '" + SqlQuote(m_drag.DragText) +
                 "' and Filecategory_id = " + m_selectedEntryId);
-        // After the move: an entry that was dropped on its own category is now behind the others, and comes
-        // down to the last place with them.
+        // After the move: an entry that was dropped on its own category is now after the others, and moves
+        // up with them to the last place.
         CloseGap();
     }
 
@@ -50,7 +50,7 @@ public:
         ADODB::Recordset highest;
         highest.Open("Select Max([Position]) from FileCategories where Parent = '" + Target() + "'",
                      *mainModule.Connection);
-        // Behind the highest position, where a move goes behind the count of entries. Without entries it
+        // A copy goes after the highest position; a move goes after the number of entries. Without entries it
         // is 1.
         m_run.pos = Narrow16(highest.Fields(0).Number() + 1);
         m_pos = std::to_string(m_run.pos);
@@ -63,7 +63,7 @@ private:
 
     std::string Target() const { return std::string(SqlPlain(m_target)); }
     std::string Category() const { return std::string(SqlPlain(m_drag.DragCategory)); }
-    /// Of a dragged category it is no number: that is a failure here, and a category can't be moved.
+    /// A dragged category has no number here. That fails, so a category can't be moved.
     std::string Position() const { return std::string(SqlNumber(m_drag.DragPosition)); }
     /// Before anything is written: if no entry is selected, nothing is.
     void TakeSelectedEntry() { m_selectedEntryId = GetFileCategoryIdFromKey(m_run.tree.SelectedItem().Key); }
@@ -98,7 +98,7 @@ private:
         rows.Close();
     }
 
-    // Without the name, in distinction from Source.
+    // By position alone; Source also compares the name.
     void ReadFileByPlace() { ReadFile("[Position] = " + Position() + " and Parent = '" + Category() + "'"); }
 
     void ReadTargetByName() {

@@ -34,7 +34,7 @@ struct ExchangeEntry {
     std::string_view Path; ///< Everything after the last comma: a path with one is cut and won't be found.
 };
 
-/// Nothing if the line has fewer than three commas, or its position is no number of 32 bits.
+/// Nothing if the line has fewer than three commas, or its position is not a 32-bit number.
 std::optional<ExchangeEntry> SplitEntry(std::string_view line);
 
 /// The line that SplitEntry takes apart, with its end.

@@ -41,7 +41,7 @@ public:
     }
 
 private:
-    // Of a category whose entries spell it in several ways, now one spelling is read and now another.
+    // Of a category whose entries spell it in several ways, a load may read any of the spellings.
     static bool IsKnown(const std::string& fault) {
         const auto& known = mainModule.TreeFaults;
         return known.contains(fault) ||
@@ -119,8 +119,8 @@ TreeNode& CategoryOfGroup(TreeModel& tree, const std::string& parent) {
 void AddLengths(TreeModel& tree, const Faults& faults) {
     ADODB::Recordset sums;
     bool isOpen = false;
-    // The sum of one category may be beyond any number: then none is known. Its name is the same in each
-    // language.
+    // The sum of one category may be too large for a number; then no length is known. The fault has the
+    // same name in every language.
     faults.Pass("Sum(F.Length)", [&] {
         sums.Open("Select Sum(F.Length), FC.Parent from Files F Inner Join FileCategories FC"
                   " on F.File_id = FC.File_id "
@@ -177,7 +177,7 @@ std::string GetFileIdFromNode(const TreeModel& tree, const std::string& key) {
     if (node.Parent == nullptr) {
         throw RuntimeError(ErrorNumber::ObjectNotSet, "Object variable or With block variable not set");
     }
-    // The category is unquoted: names come from dialogs that take no apostrophe.
+    // The category is unquoted: a name with an apostrophe, as an import may bring one, is refused.
     ADODB::Recordset entry;
     entry.Open("Select File_id from FileCategories where Parent = '" +
                    std::string(SqlPlain(CategoryFromKey(node.Parent->Key))) + "' and Filename = '" +

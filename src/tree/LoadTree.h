@@ -1,4 +1,4 @@
-// Builds the category tree from the library, and finds the file behind an entry. Called at start and after
+// Builds the category tree from the library, and finds the file of an entry. Called at start and after
 // every change of Categories, FileCategories or Files.
 #pragma once
 
@@ -11,9 +11,10 @@ namespace quavernet {
 /// Replaces the tree by what the library holds; selection and drop mark are lost, the nodes that the user has
 /// expanded (mainModule.TreeNodeData) are expanded again. Throws RuntimeError if a statement fails, an
 /// entry's Parent names no category, an expanded node is gone, or a category plays longer than 32767 minutes;
-/// the tree then stays as it was, but for the node that is gone: that fails the new tree, which is in place
-/// by then. Faults that the first load of a run meets fail neither it nor later ones (mainModule.TreeFaults):
-/// what they concern is left out, such as the length of a category. Lets events run after each category and
+/// two categories have one name, or a length is not known; the tree then stays as it was, except when an
+/// expanded node is gone: the new tree is then already in place. Faults found by the first load of a run
+/// make neither that load nor later ones fail (mainModule.TreeFaults): what they concern is left out, such
+/// as the length of a category. Lets events run after each category and
 /// before the new tree takes the old one's place.
 void LoadTree(TreeModel& tree);
 
@@ -21,8 +22,7 @@ void LoadTree(TreeModel& tree);
 std::string TreeFaultsText();
 
 /// File_id of an entry, by the node's key or, for an empty key, of the selected node. Empty if no row
-/// matches: so after the file was renamed, since the lookup goes by the name of the time when the entry was
-/// made.
+/// matches, for example after a rename: the lookup uses the name that the file had when the entry was made.
 std::string GetFileIdFromNode(const TreeModel& tree, const std::string& key);
 
 } // namespace quavernet

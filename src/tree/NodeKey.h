@@ -23,7 +23,7 @@ std::string CategoryFromKey(std::string_view key);
 /// The position in an entry's key, as it is there; empty if the key has none.
 std::string PositionFromKey(std::string_view key);
 
-/// The id in an entry's key. Throws RuntimeError 5 if the key is none of an entry.
+/// The id in an entry's key. Throws RuntimeError 5 if it is not the key of an entry.
 std::string GetFileCategoryIdFromKey(std::string_view key);
 
 } // namespace quavernet

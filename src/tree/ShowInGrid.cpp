@@ -42,7 +42,7 @@ void mnuShowInGrid_Click(const TreeModel& tree, LibraryViews& views) {
     if (!tree.HasSelection()) {
         return;
     }
-    // While the list loads, this command may come inside itself.
+    // Loading the list lets events run, so this command may start again inside itself.
     const ScopedValue listMode(mainModule.ShowInGridMode, true);
     const std::string list = FilesOfSelection(tree);
     if (!list.empty()) {

@@ -10,7 +10,7 @@ class CommandRegistry;
 class LibraryViews;
 class TreeModel;
 
-/// `owner` is the window that the dialogs stand over. `tree` is the one that is shown: each load replaces its
+/// `owner` is the parent window of the dialogs. `tree` is the one that is shown: each load replaces its
 /// content.
 void RegisterTreeCommands(CommandRegistry& commands, TreeModel& tree, LibraryViews& views, QWidget& owner);
 

@@ -11,8 +11,7 @@ namespace quavernet {
 
 namespace {
 
-// Of another node the key from the third character on, which no statement takes for a number, whatever the
-// name of a category holds.
+// For any other node: the key from its third character, which is never a number.
 std::string DragPositionOf(const std::string& key) {
     return KindOfKey(key) == NodeKind::File ? PositionFromKey(key) : key.substr(2);
 }

@@ -11,10 +11,10 @@ namespace quavernet {
 class TreeModel;
 struct DragState;
 
-/// What a press on the tree does before anything is dragged. The key is that of the node under the mouse, or
-/// empty beside all nodes: what was remembered of an earlier press then stays. Each button marks the drag as
-/// one from the tree; any but the right one selects the node and remembers it. True if a drag may start: by
-/// any node but the root, and never by the right button, which opens the menu.
+/// What a press on the tree does before anything is dragged. The key is that of the node under the mouse,
+/// or empty where there is no node; the values of the last press then stay. Every button marks the drag as
+/// one from the tree; every button but the right one also selects the node and remembers it. True if a drag
+/// may start: by any node but the root, and never by the right button, which opens the menu.
 bool TreePress(TreeModel& tree, const std::string& key, bool isRightButton, DragState& drag);
 
 /// The button is up, the drag is over, or the menu of a right press has closed.

@@ -23,7 +23,7 @@ namespace {
 
 constexpr int ScrollMs = 100;
 
-// Alone: together with another of these keys it is not asked for.
+// True for Ctrl alone, not for Ctrl with Shift or Alt.
 bool IsControlHeld(const QDropEvent& event) {
     constexpr Qt::KeyboardModifiers Asked = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier;
     return (event.modifiers() & Asked) == Qt::ControlModifier;
@@ -77,7 +77,7 @@ void TreeDragDrop::StartDrag() {
         if (!payload->Text.empty()) {
             data->setText(ToQString(payload->Text));
         }
-        // A drop in whose events the press came has taken the mark away.
+        // If the press came while a drop let events run, that drop has cleared the mark.
         m_drag.DragFromTree = true;
         DragFiles(m_tree, data);
     }

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::string_view PlaylistExtension = ".m3u";
 
-// Throws RuntimeError beside all nodes.
+// Throws RuntimeError where no node is.
 DropNode NodeOf(const DropRun& run) {
     const TreeNode& node = run.tree.Node(run.request.NodeKey);
     DropNode copy{node.Key, node.Text, {}, node.Children.size()};
@@ -51,7 +51,7 @@ DropEnd DropByCase(DropRun& run) {
     const std::string firstFile = run.request.Files.empty() ? std::string() : run.request.Files.front();
     const std::string extension(RightCharacters(firstFile, PlaylistExtension.size()));
     if (extension == PlaylistExtension) {
-        DropPlaylist(run); // Wherever it was dropped, beside all nodes too.
+        DropPlaylist(run); // Wherever it was dropped, also where no node is.
         return DropEnd::Done;
     }
     run.node = NodeOf(run);
@@ -64,7 +64,7 @@ DropEnd DropByCase(DropRun& run) {
             return DropEnd::Done;
         }
     }
-    // By the text and not by the key: an entry is not dropped on any other of the same name, either.
+    // By the text and not by the key: so an entry can't be dropped on another entry of the same name.
     if (run.node.Text == run.drag.DragText) {
         return DropEnd::Left;
     }

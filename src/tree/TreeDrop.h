@@ -12,14 +12,14 @@ class ScanDriver;
 class TreeModel;
 struct DragState;
 
-/// Decides by where the drag began, by the first file's extension and by the node, and writes FileCategories.
-/// There are four ways out:
+/// What happens depends on where the drag began, on the first file's extension and on the node. Writes
+/// FileCategories. There are four ways out:
 /// - done: Rebuild is set. The form rebuilds, selects, and only then calls EndTreeDrop;
 /// - ended by a failure, silently: EndTreeDrop has been called. What was written stays and shows at the next
 ///   rebuild;
 /// - left because the node takes nothing, or because a scan runs: `drag` stays as it is;
-/// - RuntimeError is thrown. The date of a file and the presence of a playlist's line are read with failures
-///   passed over, and from there on no failure of this drop is caught.
+/// - RuntimeError is thrown. Once the date of a file or a line of a playlist has been read, no failure of
+/// this drop is caught.
 /// Lets events run while files are added: the tree may be built again inside, and another drop may come. All
 /// five arguments must outlive the call, the request too.
 DropOutcome TreeDrop(const DropRequest& request, DragState& drag, const TreeModel& tree, ScanDriver& driver,

@@ -20,7 +20,7 @@ void TreeCollapse(TreeModel& tree, const std::string& key);
 /// Selects the node and marks it as the target of a drop.
 void TreeNodeClick(TreeModel& tree, const std::string& key);
 
-/// A drag is over a node (empty key: beside all nodes), at a place in pixels of the tree: the node is
+/// A drag is over a node (empty key: over none), at a place in pixels of the tree: the node is
 /// marked as its target. At the very edge, where a place is 0, the selected node is.
 void TreeDragOver(TreeModel& tree, const std::string& key, std::int32_t x, std::int32_t y);
 
@@ -44,7 +44,7 @@ struct TreeMenuItem {
 /// The items that depend on the kind of node. mnuExport, mnuImport and mnuEditTree always show.
 std::vector<TreeMenuItem> TreeMenuItems(NodeKind kind);
 
-/// A right press at a node (empty key: beside all nodes): selects the node and gives the menu's items, or
+/// A right press at a node (empty key: at none): selects the node and gives the menu's items, or
 /// nothing if no menu pops up.
 std::optional<std::vector<TreeMenuItem>> TreeRightPress(TreeModel& tree, const std::string& key);
 

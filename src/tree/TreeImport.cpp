@@ -64,7 +64,7 @@ private:
     CurrentFile m_file = mainModule.CurrentFile;
     NewCategories m_categories;
     const NewCategory m_none; ///< What entries get if there is no category: their statement fails.
-    std::size_t m_suffix = 0; ///< Number behind a taken name; also the place in the list of new categories.
+    std::size_t m_suffix = 0; ///< Number after a taken name; also the place in the list of new categories.
     bool m_filesAdded = false;
     bool m_filesMissing = false;
 };
@@ -87,7 +87,7 @@ void Import::Read(const std::string& path) {
 }
 
 // The number is one for the whole file and never goes back: after the first name that is taken every
-// following category has one, also where its name would be free. Nothing is merged with categories that are
+// following category has one, even if its name is free. Nothing is merged with categories that are
 // there.
 void Import::CategoryLine(const std::string& line) {
     const ADODB::WriteLock writeLock(*mainModule.Connection);
@@ -101,8 +101,8 @@ void Import::CategoryLine(const std::string& line) {
     }
 }
 
-// Bytes that are not UTF-8 are the name of a file here if the library or the disk knows it by them, else a
-// text from a machine with another code set.
+// Bytes that are not UTF-8 are the name of a file here if the library or the disk knows it by them, else
+// text in the encoding of another machine.
 void Import::FileLine(const std::string& line) {
     const std::optional<ExchangeEntry> entry = SplitEntry(line);
     if (!entry) {

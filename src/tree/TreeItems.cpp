@@ -14,7 +14,7 @@ namespace quavernet {
 
 namespace {
 
-// A picture without another one for the selected node: its blue is gone on the blue of the mark, so it takes
+// A picture that has no selected version would be blue on blue, so it takes
 // the colour of the marked text.
 QIcon ReadableWhenSelected(const QIcon& picture, const QPalette& palette) {
     QIcon icon;

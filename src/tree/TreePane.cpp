@@ -21,7 +21,7 @@ namespace quavernet {
 
 namespace {
 
-/// While one lives a load runs; loads may lie in each other.
+/// A load is running while this object exists. Loads may be nested.
 class LoadRunning {
 public:
     explicit LoadRunning(TreeView& tree) : m_tree(tree), m_before(tree.IsLoading()) { tree.SetLoading(true); }
@@ -69,10 +69,11 @@ void TreePane::LoadTree() {
     try {
         quavernet::LoadTree(loaded);
     } catch (const RuntimeError&) {
-        // What changed under this load has been shown by a newer one.
+        // A newer load has already shown a newer tree, so this failure no longer matters.
         if (m_shown < load) {
             if (loaded.Contains(RootKey)) {
-                // A node to be expanded is gone. A command that ends silently by that shows the new tree.
+                // A node to be expanded is gone. A command that ignores this failure still shows the new
+                // tree.
                 m_tree.Show(std::move(loaded));
                 m_shown = load;
             }
@@ -96,7 +97,7 @@ void TreePane::NodeClick() {
     if (!selected.isEmpty()) {
         TreeNodeClick(Model(), TreeItems::NodeOf(selected.constFirst())->Key);
     } else {
-        // The toolkit takes the mark away at a press beside all nodes, or with Ctrl. A node stays selected
+        // The toolkit takes the mark away at a press where no node is, or with Ctrl. A node stays selected
         // until another one is, or commands would act on one that nobody sees.
         m_tree.ShowSelection();
     }
@@ -131,7 +132,7 @@ void TreePane::KeyDown(const QKeyEvent& event) {
     IgnoreFailure([this] { (void)m_commands.Run("mnuDelete"); });
 }
 
-// By the kind of the event first: the last ones come when the tree is hardly a tree any more.
+// By the kind of the event first: the last events arrive while the tree is being destroyed.
 bool TreePane::eventFilter(QObject* watched, QEvent* event) {
     if (m_tree.IsLoading() && ActsOnNodes(event->type()) &&
         (watched == &m_tree || watched == m_tree.viewport())) {

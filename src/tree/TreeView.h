@@ -55,7 +55,7 @@ public:
     void EndPress() { emit Released(); }
 
 signals:
-    /// The key is empty beside all nodes.
+    /// The key is empty where no node is.
     void Pressed(const std::string& key, bool isRightButton);
     void Released(); ///< The press has ended.
     /// The mouse has moved far enough with the left button held.

@@ -19,7 +19,7 @@ class TreeDragTest(ProgramTest):
         return self.at(self.window, (TREE_LEFT, TREE_TOP + ROW_HEIGHT * row))
 
     def entries(self, category):
-        """Names of the files of the category that was made as the so-manieth, in their order, with dense positions."""
+        """Names of the files of the category with this number, counted from 0, in their order, with dense positions."""
         key = self.library.values("select Category_id from Categories")[category]
         rows = self.library.values("select FC.Position || ' ' || F.Name from FileCategories FC, Files F "
                                    f"where F.File_id = FC.File_id and FC.Category_id = {key} order by FC.Position")

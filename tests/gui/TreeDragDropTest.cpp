@@ -152,7 +152,7 @@ TEST_F(TreeDragDropTest, AfterTheMenuOfTheListADropFromOutsideIsNoneOfTheList) {
     EXPECT_EQ(Shown(Beta()).back(), "Dylan - Three.mp3");
 }
 
-TEST_F(TreeDragDropTest, ADragMarksTheNodeUnderItAndNothingBesideAllNodes) {
+TEST_F(TreeDragDropTest, ADragMarksTheNodeUnderItAndNothingWhereNoNodeIs) {
     StartWithTree();
     const std::unique_ptr<QMimeData> data(FilesToOffer({"/music/a.mp3"}));
     const QImage before = Tree().viewport()->grab().toImage();
@@ -346,7 +346,7 @@ TEST_F(TreeDragDropTest, ADroppedFileIsStoredAndTheListShowsItUnlessItLoadsBySea
     EXPECT_EQ(Listed().size(), 3U);
 }
 
-TEST_F(TreeDragDropTest, BesideAllNodesFilesAreDroppedForNothingAndAPlaylistBecomesACategory) {
+TEST_F(TreeDragDropTest, WhereNoNodeIsFilesAreDroppedForNothingAndAPlaylistBecomesACategory) {
     StartWithTree();
     const std::string file = MakeFile("Dylan - Three.mp3");
     DropAt(Beside(), {file});

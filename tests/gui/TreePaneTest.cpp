@@ -141,7 +141,7 @@ TEST_F(TreePaneTest, WithoutAPlayerADoubleClickSaysThatPlayingIsImpossible) {
     EXPECT_EQ(Hits(2), 0);
 }
 
-TEST_F(TreePaneTest, ADoubleClickBesideAllNodesWithNothingSelectedIsSilent) {
+TEST_F(TreePaneTest, ADoubleClickWhereNoNodeIsWithNothingSelectedIsSilent) {
     MakeTree();
     Start();
     QTest::mouseDClick(Tree().viewport(), Qt::LeftButton, {}, Tree().viewport()->rect().bottomRight());
@@ -149,7 +149,7 @@ TEST_F(TreePaneTest, ADoubleClickBesideAllNodesWithNothingSelectedIsSilent) {
     EXPECT_TRUE(shell.executed.empty());
 }
 
-TEST_F(TreePaneTest, AClickBesideAllNodesLeavesTheSelectionAndADoubleClickThereOpensNothing) {
+TEST_F(TreePaneTest, AClickWhereNoNodeIsLeavesTheSelectionAndADoubleClickThereOpensNothing) {
     MakeTree();
     Start();
     mainModule.UseExternalPlayer = true;
@@ -181,7 +181,7 @@ TEST_F(TreePaneTest, TheCtrlKeyTakesNoSelectionAway) {
     EXPECT_EQ(Form().Tree().Model().SelectedItem().Key, "CAT_Alpha");
 }
 
-TEST_F(TreePaneTest, ARightClickSelectsItsNodeAndBesideAllNodesDoesNothing) {
+TEST_F(TreePaneTest, ARightClickSelectsItsNodeAndDoesNothingWhereNoNodeIs) {
     MakeTree();
     Start();
     Click(Beta());
@@ -209,13 +209,26 @@ TEST_F(TreePaneTest, TheLanguageSwitchRenamesTheRootAndKeepsTheRest) {
     EXPECT_EQ(Form().Tree().Model().SelectedItem().Key, "CAT_Alpha");
 }
 
-TEST_F(TreePaneTest, AnExpandedNodeThatIsGoneFailsTheRebuildAndTheOldTreeStays) {
+TEST_F(TreePaneTest, AnExpandedNodeThatIsGoneFailsTheRebuildThatShowsTheNewTree) {
     MakeTree();
     Start();
+    mainModule.Connection->Execute("Insert into Categories (Category) values ('Gamma')");
     mainModule.TreeNodeData.Add("CAT_Gone");
     EXPECT_THROW(Form().Tree().LoadTree(), RuntimeError);
-    EXPECT_EQ(ChildCount(Root()), 2);
+    EXPECT_EQ(ChildCount(Root()), 3);
     mainModule.TreeNodeData.Remove("CAT_Gone");
+}
+
+TEST_F(TreePaneTest, AStatementThatFailsLeavesTheOldTree) {
+    MakeTree();
+    Start();
+    mainModule.Connection->Execute("Insert into Categories (Category) values ('Gamma')");
+    mainModule.Connection->Execute("Alter table FileCategories rename to Away");
+    EXPECT_THROW(Form().Tree().LoadTree(), RuntimeError);
+    EXPECT_EQ(ChildCount(Root()), 2);
+    mainModule.Connection->Execute("Alter table Away rename to FileCategories");
+    Form().Tree().LoadTree();
+    EXPECT_EQ(ChildCount(Root()), 3);
 }
 
 TEST_F(TreePaneTest, TheNodesFollowTheRulesOfTheToolkitBeforeAndAfterALoad) {
@@ -298,7 +311,7 @@ TEST_F(TreePaneTest, WhileALoadRunsNothingIsSelectedAndNothingActsOnTheOldTree) 
     EXPECT_EQ(Form().Tree().Model().SelectedItem().Key, "CAT_Beta");
 }
 
-TEST_F(TreePaneTest, AfterALoadThatFailsTheOldTreeActsAgain) {
+TEST_F(TreePaneTest, AfterALoadThatFailsTheTreeActsAgain) {
     MakeTree();
     Start();
     Click(Alpha());

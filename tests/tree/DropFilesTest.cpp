@@ -340,10 +340,11 @@ TEST_F(DropFilesTest, ADropOnTheSameEntryMayComeInside) {
     bool isDone = false;
     events.onDoEvents = [&] {
         if (!std::exchange(isDone, true)) {
-            TreeDrop({inner, "file102pos2", false}, drag, tree, driver, work);
+            EXPECT_TRUE(TreeDrop({inner, "file102pos2", false}, drag, tree, driver, work).Rebuild);
         }
     };
     EXPECT_TRUE(Drop(NewFiles({"outer.mp3"}), "file102pos2").Rebuild);
+    EXPECT_TRUE(isDone);
     LoadTree(tree);
     EXPECT_EQ(tree.Node("CAT_Jazz").Children.size(), 8U) << "each has its entry, wherever";
 }
@@ -358,6 +359,7 @@ TEST_F(DropFilesTest, ADropThatFailsInsideEndsAlone) {
         }
     };
     EXPECT_TRUE(Drop(NewFiles({"outer.mp3"}), "CAT_Empty").Rebuild);
+    EXPECT_TRUE(isDone);
     EXPECT_THAT(Entries("Empty"), ElementsAre("1 outer.mp3"));
 }
 
@@ -371,6 +373,7 @@ TEST_F(DropFilesTest, TheNodeMayBeGoneFromTheTreeInside) {
         }
     };
     EXPECT_TRUE(Drop(NewFiles({"x.mp3"}), "file102pos2").Rebuild);
+    EXPECT_TRUE(isDone);
     EXPECT_THAT(Entries("Jazz"), ElementsAre("1 j1", "2 x.mp3", "4 j3", "5 j4", "6 j5", "7 j6"));
 }
 

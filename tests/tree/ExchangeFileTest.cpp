@@ -72,7 +72,15 @@ TEST(ExchangeFileTest, FewerCommasOrAPositionThatIsNoNumberMakeNoEntry) {
 }
 
 TEST(ExchangeFileTest, ALineThatIsWrittenReadsBackUnlessItsPathHoldsAComma) {
-    EXPECT_EQ(EntryLine({"3", "Jazz", "a,b.mp3", "/m/ab.mp3"}), "3,Jazz,a,b.mp3,/m/ab.mp3\n");
+    std::string line = EntryLine({"3", "Jazz", "ab.mp3", "/m/ab.mp3"});
+    line.pop_back();
+    const auto plain = SplitEntry(line);
+    ASSERT_TRUE(plain);
+    EXPECT_EQ(plain->Path, "/m/ab.mp3");
+    EXPECT_EQ(EntryLine({"3", "Jazz", "a,b.mp3", "/m/a,b.mp3"}), "3,Jazz,a,b.mp3,/m/a,b.mp3\n");
+    const auto comma = SplitEntry("3,Jazz,a,b.mp3,/m/a,b.mp3");
+    ASSERT_TRUE(comma);
+    EXPECT_NE(comma->Path, "/m/a,b.mp3");
 }
 
 class NewCategoriesTest : public ::testing::Test {
@@ -102,8 +110,9 @@ TEST_F(NewCategoriesTest, WithoutAMatchTheNumberIsBehindTheLastOne) {
     EXPECT_EQ(NewCategories().FirstWith(""), 1U);
 }
 
-TEST_F(NewCategoriesTest, ASearchIsAnsweredAnewWhenACategoryHasCome) {
+TEST_F(NewCategoriesTest, ASearchIsRepeatedAfterACategoryWasAddedWhenACategoryHasCome) {
     EXPECT_EQ(categories.FirstWith("Pop"), 5U);
+    EXPECT_EQ(categories.FirstWith("Funk"), 5U);
     categories.Add({"15", "Pop"});
     EXPECT_EQ(categories.FirstWith("Pop"), 5U);
     EXPECT_EQ(categories.Count(), 5U);

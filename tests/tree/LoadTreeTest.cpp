@@ -94,7 +94,7 @@ TEST_F(LoadTreeTest, TheStatementsAreSentInThisOrder) {
             "FC.File_id Group By FC.Parent"));
 }
 
-TEST_F(LoadTreeTest, CategoriesStandByNameAndEntriesByPosition) {
+TEST_F(LoadTreeTest, CategoriesAreSortedByNameAndEntriesByPosition) {
     FillJazz();
     Load();
     EXPECT_THAT(Lines(),

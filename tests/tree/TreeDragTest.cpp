@@ -69,7 +69,7 @@ TEST_F(TreeDragTest, ARightPressMarksTheTreeAndArmsNoDrag) {
     EXPECT_EQ(drag.DragText, "j1");
 }
 
-TEST_F(TreeDragTest, APressBesideAllNodesKeepsWhatWasRemembered) {
+TEST_F(TreeDragTest, APressWhereNoNodeIsKeepsWhatWasRemembered) {
     FillDense();
     EXPECT_FALSE(TreePress(tree, "", false, drag)) << "nothing is selected";
     Press("file101pos1");

@@ -21,7 +21,7 @@ TEST_F(TreeDropTest, ADropOnTheRootLeavesTheFlagsAsTheyAre) {
     EXPECT_EQ(EveryEntry(), before);
 }
 
-TEST_F(TreeDropTest, ADropBesideAllNodesEndsSilently) {
+TEST_F(TreeDropTest, ADropWhereNoNodeIsEndsSilently) {
     FillDense();
     const auto before = EveryEntry();
     for (const char* file : {"/m/x.mp3", "/m/x.M3U"}) {

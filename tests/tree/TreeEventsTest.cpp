@@ -86,7 +86,7 @@ TEST_F(TreeEventsTest, ARightPressSelectsTheNodeUnderTheMouse) {
     EXPECT_EQ(tree.SelectedItem().Key, "CAT_Jazz");
 }
 
-TEST_F(TreeEventsTest, ARightPressBesideAllNodesShowsNoMenuAndNoError) {
+TEST_F(TreeEventsTest, ARightPressWhereNoNodeIsShowsNoMenuAndNoError) {
     tree.Select("CAT_Jazz");
     EXPECT_FALSE(TreeRightPress(tree, ""));
     EXPECT_EQ(tree.SelectedItem().Key, "CAT_Jazz");

@@ -125,7 +125,7 @@ TEST_F(TreeExportTest, CategoriesThatWereDeletedMeanwhileLeaveTheFirstLine) {
     EXPECT_THAT(connection.StatementsOf("Select [Position]"), IsEmpty());
 }
 
-TEST_F(TreeExportTest, ATreeThatIsLoadedAgainWhileTheDialogIsOpenIsNoMatter) {
+TEST_F(TreeExportTest, ATreeThatIsLoadedAgainWhileTheDialogIsOpenDoesNoHarm) {
     AddCategory("Jazz");
     dialogs.onShow = [this] {
         AddCategory("Blues");
