@@ -53,14 +53,13 @@ std::string IdOf(const NameTable& table, const std::string& name) {
 void ExchangeFile(const std::string& path) {
     const std::string where = " where Path = '" + SqlQuote(path) + "'";
     const ADODB::WriteLock writeLock(*mainModule.Connection);
-    std::string titleId = "0";
-    std::string performerId = "0";
     ADODB::Recordset file;
     file.Open("Select Title_id, Inter_id from Files" + where, *mainModule.Connection);
-    if (file.RecordCount() > 0) {
-        titleId = file.Fields(0).Text();
-        performerId = file.Fields(1).Text();
+    if (file.RecordCount() == 0) {
+        return; // Another command, or another running program, was faster.
     }
+    const std::string titleId = file.Fields(0).Text();
+    const std::string performerId = file.Fields(1).Text();
     file.Close();
     const std::string oldPerformer = NameOf(Performers, performerId);
     const std::string oldTitle = NameOf(Titles, titleId);

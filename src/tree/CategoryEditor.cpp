@@ -17,6 +17,7 @@ void InsertCategory(std::string_view name) {
 }
 
 void RenameCategory(std::string_view oldName, std::string_view newName) {
+    const ADODB::WriteLock writeLock(*mainModule.Connection); // An entry names its category twice.
     const std::string values = std::string(newName) + "' where ";
     mainModule.Connection->Execute("Update FileCategories set Parent = '" + values + "Parent = '" +
                                    std::string(oldName) + "'");
@@ -74,6 +75,7 @@ void CategoryEditor::cmdEdit_Click() {
 }
 
 // Selects each category in turn, up to the one of this very name; another spelling by case is another name.
+// This is no click: what is enabled while a name is typed stays so.
 bool CategoryEditor::WalkTo(const std::string& name) {
     for (std::size_t i = 0; i < m_categories.size(); ++i) {
         m_listIndex = static_cast<std::int32_t>(i);

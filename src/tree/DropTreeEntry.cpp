@@ -23,7 +23,6 @@ public:
         if (m_run.request.Control) {
             CopyToEntry(m_targetCategoryId == m_sourceCategoryId);
         } else {
-            TakeSelectedEntry();
             if (m_targetCategoryId == m_sourceCategoryId) {
                 MoveInCategory();
             } else {
@@ -65,7 +64,7 @@ private:
     std::string Category() const { return std::string(SqlPlain(m_drag.DragCategory)); }
     /// A dragged category has no number here. That fails, so a category can't be moved.
     std::string Position() const { return std::string(SqlNumber(m_drag.DragPosition)); }
-    /// Before anything is written: if no entry is selected, nothing is.
+    /// Throws RuntimeError if no entry is selected; what was written before stays.
     void TakeSelectedEntry() { m_selectedEntryId = GetFileCategoryIdFromKey(m_run.tree.SelectedItem().Key); }
 
     std::string Source() const {
@@ -111,6 +110,7 @@ private:
 
     // The entry waits at position 0 while the others close up or make room.
     void MoveInCategory() {
+        TakeSelectedEntry();
         Execute("Update FileCategories set [Position] = 0 where [Position] = " + Position() +
                 " and Parent = '" + Target() + "' and FileCategory_id = " + m_selectedEntryId);
         if (Val(m_drag.DragPosition) <= m_run.pos) {
@@ -140,6 +140,7 @@ private:
         ReadFile(Source());
         MakeRoom();
         CloseGap();
+        TakeSelectedEntry();
         // The next entry of the source has just come to the old position: name and id pick the right row.
         Execute("Update FileCategories set [Position] = " + m_pos + ", Category_id = " + m_targetCategoryId +
                 ", Parent = '" + Target() + "' where [Position] = " + Position() + " and Parent = '" +

@@ -142,17 +142,27 @@ void AddLengths(TreeModel& tree, const Faults& faults) {
     }
 }
 
+void Build(TreeModel& tree) {
+    TreeNode& root = tree.Add(nullptr, std::string(RootKey), LoadResString(Texts::TreeRoot), "parent", "");
+    root.Bold = true;
+    const Faults faults;
+    AddCategories(tree, root, faults);
+    AddEntries(tree, faults);
+    AddLengths(tree, faults);
+    services.events->DoEvents();
+}
+
 } // namespace
 
 void LoadTree(TreeModel& tree) {
+    // Built aside: events run on the way, and what they do works on the old tree.
     TreeModel loaded;
-    TreeNode& root = loaded.Add(nullptr, std::string(RootKey), LoadResString(Texts::TreeRoot), "parent", "");
-    root.Bold = true;
-    const Faults faults;
-    AddCategories(loaded, root, faults);
-    AddEntries(loaded, faults);
-    AddLengths(loaded, faults);
-    services.events->DoEvents();
+    try {
+        Build(loaded);
+    } catch (const RuntimeError&) {
+        tree = std::move(loaded); // Keys and places of the old one may be wrong by now.
+        throw;
+    }
     tree = std::move(loaded);
     for (const std::string& key : mainModule.TreeNodeData.Keys()) {
         tree.Node(key).Expanded = true;

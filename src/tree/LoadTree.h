@@ -9,13 +9,12 @@
 namespace quavernet {
 
 /// Replaces the tree by what the library holds; selection and drop mark are lost, the nodes that the user has
-/// expanded (mainModule.TreeNodeData) are expanded again. Throws RuntimeError if a statement fails, an
-/// entry's Parent names no category, an expanded node is gone, or a category plays longer than 32767 minutes;
-/// two categories have one name, or a length is not known; the tree then stays as it was, except when an
-/// expanded node is gone: the new tree is then already in place. Faults found by the first load of a run
-/// make neither that load nor later ones fail (mainModule.TreeFaults): what they concern is left out, such
-/// as the length of a category. Lets events run after each category and
-/// before the new tree takes the old one's place.
+/// expanded (mainModule.TreeNodeData) are expanded again. Throws RuntimeError if a statement fails, two
+/// categories have one key, an entry's Parent names no category, an expanded node is gone, or the length of a
+/// category is not known or more than 32767 minutes: the tree then holds what was built until there. Faults
+/// found by the first load of a run make neither that load nor later ones fail (mainModule.TreeFaults): what
+/// they concern is left out, such as the length of a category. Lets events run after each category and before
+/// the new tree takes the old one's place.
 void LoadTree(TreeModel& tree);
 
 /// The faults that the tree had at the start, in one line for the status bar; empty if there was none.

@@ -5,7 +5,7 @@
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/TextNumbers.h"
-#include "platform/RuntimeError.h"
+#include "platform/LibraryError.h"
 #include "tree/LoadTree.h"
 #include "tree/TreeView.h"
 #include "widgets/KeyCodes.h"
@@ -48,8 +48,13 @@ TreePane::TreePane(TreeView& tree, Controls& controls, const CommandRegistry& co
     tree.viewport()->installEventFilter(this);
     tree.verticalScrollBar()->installEventFilter(this);
     tree.horizontalScrollBar()->installEventFilter(this);
-    connect(&tree, &QTreeView::expanded, this,
-            [this](const QModelIndex& index) { TreeExpand(Model(), TreeItems::NodeOf(index)->Key); });
+    connect(&tree, &QTreeView::expanded, this, [this](const QModelIndex& index) {
+        // The toolkit also tells of nodes without children, which never look expanded: to keep those would
+        // make a later load fail for no reason that anyone sees.
+        if (m_tree.model()->hasChildren(index)) {
+            TreeExpand(Model(), TreeItems::NodeOf(index)->Key);
+        }
+    });
     connect(&tree, &QTreeView::collapsed, this,
             [this](const QModelIndex& index) { TreeCollapse(Model(), TreeItems::NodeOf(index)->Key); });
     connect(tree.selectionModel(), &QItemSelectionModel::selectionChanged, this, &TreePane::NodeClick);
@@ -68,22 +73,28 @@ void TreePane::LoadTree() {
     TreeModel loaded;
     try {
         quavernet::LoadTree(loaded);
+    } catch (const LibraryError&) {
+        (void)ShowUnlessOlder(load, std::move(loaded));
+        throw;
     } catch (const RuntimeError&) {
-        // A newer load has already shown a newer tree, so this failure no longer matters.
-        if (m_shown < load) {
-            if (loaded.Contains(RootKey)) {
-                // A node to be expanded is gone. A command that ignores this failure still shows the new
-                // tree.
-                m_tree.Show(std::move(loaded));
-                m_shown = load;
-            }
+        // A newer load has already shown a newer tree: then this failure, of rows that have changed
+        // meanwhile, no longer matters. A command that ignores it still shows the new tree, as far as it
+        // came.
+        if (ShowUnlessOlder(load, std::move(loaded))) {
             throw;
         }
+        return;
     }
-    if (m_shown < load) {
-        m_tree.Show(std::move(loaded));
-        m_shown = load;
+    (void)ShowUnlessOlder(load, std::move(loaded));
+}
+
+bool TreePane::ShowUnlessOlder(std::uint64_t load, TreeModel loaded) {
+    if (m_shown >= load) {
+        return false;
     }
+    m_tree.Show(std::move(loaded));
+    m_shown = load;
+    return true;
 }
 
 void TreePane::LoadStrings() {

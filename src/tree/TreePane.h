@@ -39,6 +39,8 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    /// False, and nothing happens, if the tree of a newer load is shown.
+    bool ShowUnlessOlder(std::uint64_t load, TreeModel loaded);
     void NodeClick();
     void ContextMenu(const QPoint& position);
     void ShowMenuItems(const std::vector<TreeMenuItem>& items);

@@ -111,6 +111,9 @@ TEST_F(ExchangeInterpretTitleTest, AFileThatHasGoneFromTheLibraryChangesNoOther)
     Execute("Delete from Files where Path = '/m/a.mp3'");
     Exchange();
     EXPECT_THAT(Songs(), ElementsAre("Friday|Cure"));
+    ADODB::Recordset nameless;
+    nameless.Open("Select Inter_id from Interpret where Interpret = ''", *mainModule.Connection);
+    EXPECT_EQ(nameless.RecordCount(), 0);
 }
 
 TEST_F(ExchangeInterpretTitleTest, AFailingStatementIsAFailureAndWhatWasDoneStays) {

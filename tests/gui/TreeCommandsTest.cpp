@@ -1,5 +1,6 @@
 // The commands of the tree in the real window: by the menu, by keys, and inside each other.
 #include "gui/GuiTest.h"
+#include "tree/TreeView.h"
 
 #include "tree/TreePane.h"
 
@@ -231,6 +232,12 @@ TEST_F(TreeCommandsTest, AnExpandedCategoryStaysExpandedWhenTheDialogCloses) {
     mainModule.TreeNodeData.Add("CAT_Alpha");
     WithDialog("mnuEditTree", [](QDialog&) {});
     EXPECT_TRUE(Model().Node("CAT_Alpha").Expanded);
+    auto& view = Control<TreeView>("TreeView");
+    const auto alpha = [&] { return view.model()->index(0, 0, view.model()->index(0, 0)); };
+    view.collapse(alpha());
+    WithDialog("mnuEditTree", [](QDialog&) {});
+    EXPECT_FALSE(Model().Node("CAT_Alpha").Expanded) << "nor does a collapsed one expand";
+    view.expand(alpha());
     Model().Select("CAT_Alpha");
     QTest::keyClick(&Tree(), Qt::Key_Delete);
     EXPECT_EQ(Nodes(), (Texts{"Bibliothek", "Beta"}));

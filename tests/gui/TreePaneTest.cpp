@@ -219,16 +219,46 @@ TEST_F(TreePaneTest, AnExpandedNodeThatIsGoneFailsTheRebuildThatShowsTheNewTree)
     mainModule.TreeNodeData.Remove("CAT_Gone");
 }
 
-TEST_F(TreePaneTest, AStatementThatFailsLeavesTheOldTree) {
+TEST_F(TreePaneTest, AStatementThatFailsLeavesTheNewTreeAsFarAsItCame) {
     MakeTree();
     Start();
     mainModule.Connection->Execute("Insert into Categories (Category) values ('Gamma')");
     mainModule.Connection->Execute("Alter table FileCategories rename to Away");
     EXPECT_THROW(Form().Tree().LoadTree(), RuntimeError);
-    EXPECT_EQ(ChildCount(Root()), 2);
+    EXPECT_EQ(ChildCount(Root()), 3);
+    EXPECT_EQ(ChildCount(Alpha()), 0);
     mainModule.Connection->Execute("Alter table Away rename to FileCategories");
     Form().Tree().LoadTree();
     EXPECT_EQ(ChildCount(Root()), 3);
+}
+
+TEST_F(TreePaneTest, AKeyThatExpandsACategoryWithoutEntriesIsNotRemembered) {
+    MakeTree();
+    Start();
+    Click(Beta());
+    for (const Qt::Key key : {Qt::Key_Plus, Qt::Key_Right, Qt::Key_Asterisk}) {
+        QTest::keyClick(&Tree(), key);
+        EXPECT_TRUE(mainModule.TreeNodeData.Keys().empty()) << key;
+    }
+    Click(Alpha());
+    QTest::keyClick(&Tree(), Qt::Key_Plus);
+    EXPECT_EQ(mainModule.TreeNodeData.Keys(), Texts{"CAT_Alpha"});
+}
+
+TEST_F(TreePaneTest, OneStepOfADragAtTheEdgeScrollsByOneLine) {
+    MakeTree();
+    for (int number = 0; number < 60; ++number) {
+        mainModule.Connection->Execute("Insert into Categories (Category) values ('Z" +
+                                       std::to_string(number) + "')");
+    }
+    Start();
+    QScrollBar& bar = *Tree().verticalScrollBar();
+    bar.setValue(3);
+    Tree().ScrollLine(1);
+    EXPECT_EQ(bar.value(), 4);
+    EXPECT_EQ(Tree().GetTreeViewFirstVisibleNode(), "CAT_Z1") << "root, two categories, Z0: a line is a row";
+    Tree().ScrollLine(-1);
+    EXPECT_EQ(bar.value(), 3);
 }
 
 TEST_F(TreePaneTest, TheNodesFollowTheRulesOfTheToolkitBeforeAndAfterALoad) {

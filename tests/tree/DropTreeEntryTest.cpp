@@ -276,6 +276,10 @@ TEST_F(DropTreeEntryTest, AnEntryOnAnEntryOfTheSameTextIsLeftAlone) {
     EXPECT_THAT(statements, ElementsAre());
     EXPECT_FALSE(DropEntry("file102pos2", "file102pos2").Rebuild);
     EXPECT_EQ(EveryEntry(), before);
+    AddEntry(107, 2, "Jazz", "j2", 7);
+    LoadTree(tree);
+    EXPECT_FALSE(DropEntry("file102pos2", "file107pos7").Rebuild) << "two entries of one category";
+    EXPECT_THAT(statements, ElementsAre());
 }
 
 TEST_F(DropTreeEntryTest, ADraggedCategoryMovesNowhere) {
@@ -316,7 +320,7 @@ TEST_F(DropTreeEntryTest, WithoutASelectedEntryNothingMoves) {
     FillDense();
     const auto before = EveryEntry();
     for (const char* selected : {"CAT_Jazz", "Parent"}) {
-        for (const char* target : {"file105pos5", "file202pos2", "CAT_Blues"}) {
+        for (const char* target : {"file105pos5", "CAT_Blues"}) {
             Press("file102pos2");
             tree.Select(selected);
             EXPECT_FALSE(Drop({}, target).Rebuild) << selected << " on " << target;
@@ -326,6 +330,22 @@ TEST_F(DropTreeEntryTest, WithoutASelectedEntryNothingMoves) {
     Press("file102pos2");
     tree.Select("CAT_Jazz");
     EXPECT_TRUE(Drop({}, "file202pos2", true).Rebuild) << "a copy does not ask for it";
+}
+
+TEST_F(DropTreeEntryTest, WithoutASelectedEntryRoomIsMadeInTheOtherCategoryBeforeTheMoveFails) {
+    FillDense();
+    const std::size_t all = EveryEntry().size();
+    Press("file102pos2");
+    tree.Select("CAT_Jazz");
+    EXPECT_FALSE(Drop({}, "file202pos2").Rebuild);
+    EXPECT_EQ(EveryEntry().size(), all);
+    const auto position = [this](int id) {
+        return Rows("Select [Position] from FileCategories where FileCategory_id = " + std::to_string(id))
+            .at(0);
+    };
+    EXPECT_EQ(position(202), "3") << "room before the target";
+    EXPECT_EQ(position(103), "2") << "the gap of the source is closed";
+    EXPECT_EQ(position(102), "2") << "the entry itself stays";
 }
 
 TEST_F(DropTreeEntryTest, AnotherSelectedEntryThanThePressedOneIsNotMoved) {

@@ -213,12 +213,16 @@ TEST_F(LoadTreeTest, TwoCategoriesOfOneNameAreAFailure) {
     EXPECT_EQ(FailureOfLoad(), 35602);
 }
 
-TEST_F(LoadTreeTest, AFailingStatementIsAFailureOfTheCallerAndKeepsTheTree) {
+TEST_F(LoadTreeTest, AFailingStatementIsAFailureOfTheCallerAndLeavesWhatWasBuilt) {
     FillJazz();
     Load();
+    Execute("Insert into Categories (Category) values ('Soul')");
     connection.failOn = "Select Sum(";
     EXPECT_EQ(FailureOfLoad(), 19);
-    EXPECT_EQ(Lines().size(), 5U);
+    EXPECT_EQ(Lines().size(), 6U);
+    connection.failOn = "Select F.Name";
+    EXPECT_EQ(FailureOfLoad(), 19);
+    EXPECT_EQ(Lines().size(), 4U) << "the categories alone";
 }
 
 TEST_F(LoadTreeTest, ExpandedCategoriesStayExpandedOverARebuildAndCollapsedOnesCollapsed) {
