@@ -1,12 +1,26 @@
 #include "RealServices.h"
 
 #include "adapters/id3v2/TagLibComponent.h"
+#include "adapters/mpv/MpvPlayer.h"
 #include "adapters/posix/PosixFileSystem.h"
 #include "adapters/qt/QtRegionalSettings.h"
 #include "adapters/sqlite/SqliteConnection.h"
 #include "app/MainModule.h"
 
+#include <QCoreApplication>
+#include <QMetaObject>
+
+#include <utility>
+
 namespace quavernet {
+
+namespace {
+
+void PostToMainLoop(std::function<void()> run) {
+    QMetaObject::invokeMethod(qApp, std::move(run), Qt::QueuedConnection);
+}
+
+} // namespace
 
 RealServices::RealServices() : m_shell([this] { Save(); }), m_fileSystem(CreatePosixFileSystem()) {
     services.settings = &m_settings;
@@ -22,6 +36,7 @@ RealServices::RealServices() : m_shell([this] { Save(); }), m_fileSystem(CreateP
     services.regional = ReadRegionalSettings();
     services.createConnection = [] { return CreateSqliteConnection(services.regional); };
     services.createTagComponent = [this] { return CreateTagLibComponent(m_files); };
+    services.createMediaPlayer = [this] { return CreateMpvPlayer(m_files, PostToMainLoop); };
 }
 
 void RealServices::Save() {

@@ -1,9 +1,9 @@
 # Which Debian packages the project needs, and how missing ones are installed. Sourced by run.sh and test.sh.
 
 # What it takes to build the program and to run it on a desktop.
-PACKAGES_BUILD=(g++ cmake ninja-build ccache pkg-config libsqlite3-dev libtag1-dev libogg-dev
+PACKAGES_BUILD=(g++ cmake ninja-build ccache pkg-config libsqlite3-dev libtag1-dev libogg-dev libmpv-dev
     qt6-base-dev qt6-svg-dev libgl-dev)
-PACKAGES_RUN=(qt6-qpa-plugins qt6-translations-l10n libqt6svg6 fonts-dejavu-core xdg-utils)
+PACKAGES_RUN=(qt6-qpa-plugins qt6-translations-l10n libqt6svg6 libmpv2 fonts-dejavu-core xdg-utils)
 
 # A screen of its own for machines that have none, and the tools that look at it.
 PACKAGES_SCREEN=(xvfb openbox xdotool imagemagick x11-utils)

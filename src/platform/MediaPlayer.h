@@ -22,7 +22,7 @@ public:
     /// The same for a file that turns out to be none that can be played, or breaks off before its end.
     virtual void RefusedLate() = 0;
 
-    /// IsPlaying may have changed.
+    /// IsPlaying or SilenceReason may have changed.
     virtual void PlayingChanged() = 0;
 };
 

@@ -358,6 +358,8 @@ constexpr clsResources::Entry EnglishTexts[] = {
     {777, "tells no nominal bit rate"},
     {778, "Restart"},
     {779, "Errors in the tree: "},
+    {780, "The library libmpv is needed for playing. The reason: "},
+    {781, "No sound device found: nothing can be heard."},
 };
 
 } // namespace

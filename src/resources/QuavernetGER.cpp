@@ -361,6 +361,8 @@ constexpr clsResources::Entry GermanTexts[] = {
     {777, "nennt keine nominale Bitrate"},
     {778, "Neu starten"},
     {779, "Fehler im Baum: "},
+    {780, "Zum Abspielen fehlt die Bibliothek libmpv. Der Grund: "},
+    {781, "Kein Audiogerät gefunden: Es ist nichts zu hören."},
 };
 
 } // namespace

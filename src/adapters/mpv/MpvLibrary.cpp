@@ -1,0 +1,45 @@
+#include "adapters/mpv/MpvLibrary.h"
+
+#include "platform/RuntimeError.h"
+
+#include <dlfcn.h>
+
+namespace quavernet::mpv {
+
+namespace {
+
+[[noreturn]] void FailToLoad(const std::string& name) {
+    const char* reason = ::dlerror();
+    throw RuntimeError(ErrorNumber::FileNotFound, reason == nullptr ? name : reason);
+}
+
+template <typename Function> void Find(void* library, const char* name, Function& function) {
+    function = reinterpret_cast<Function>(::dlsym(library, name));
+    if (function == nullptr) {
+        FailToLoad(name);
+    }
+}
+
+} // namespace
+
+Library::Library(const std::string& name) {
+    // Lazy: to bind all functions of all its libraries at once would take twice as long.
+    void* library = ::dlopen(name.c_str(), RTLD_LAZY | RTLD_LOCAL);
+    if (library == nullptr) {
+        FailToLoad(name);
+    }
+    Find(library, "mpv_create", create);
+    Find(library, "mpv_initialize", initialize);
+    Find(library, "mpv_terminate_destroy", terminate_destroy);
+    Find(library, "mpv_set_option_string", set_option_string);
+    Find(library, "mpv_command_async", command_async);
+    Find(library, "mpv_set_property_async", set_property_async);
+    Find(library, "mpv_get_property_async", get_property_async);
+    Find(library, "mpv_observe_property", observe_property);
+    Find(library, "mpv_set_wakeup_callback", set_wakeup_callback);
+    Find(library, "mpv_wait_event", wait_event);
+    Find(library, "mpv_error_string", error_string);
+    Find(library, "mpv_stream_cb_add_ro", stream_cb_add_ro);
+}
+
+} // namespace quavernet::mpv

@@ -1,0 +1,99 @@
+#include "adapters/mpv/StreamTable.h"
+
+#include <charconv>
+
+namespace quavernet::mpv {
+
+namespace {
+
+constexpr const char* Protocol = "quavernet";
+constexpr std::size_t NumberBegin = 12; ///< After "quavernet://".
+
+// What the engine calls, from its own threads. No exception may reach it.
+
+PatientFile& FileOf(void* cookie) {
+    return **static_cast<std::shared_ptr<PatientFile>*>(cookie);
+}
+
+std::int64_t ReadStream(void* cookie, char* bytes, std::uint64_t count) {
+    return FileOf(cookie).Read({bytes, static_cast<std::size_t>(count)});
+}
+
+std::int64_t SeekStream(void* cookie, std::int64_t offset) {
+    if (offset < 0) {
+        return MPV_ERROR_GENERIC;
+    }
+    FileOf(cookie).SeekTo(static_cast<std::uint64_t>(offset));
+    return offset;
+}
+
+std::int64_t SizeOfStream(void* cookie) {
+    const std::int64_t size = FileOf(cookie).Size();
+    return size < 0 ? std::int64_t{MPV_ERROR_GENERIC} : size;
+}
+
+void CancelStream(void* cookie) {
+    FileOf(cookie).Cancel();
+}
+
+void CloseStream(void* cookie) {
+    FileOf(cookie).Close();
+    delete static_cast<std::shared_ptr<PatientFile>*>(cookie);
+}
+
+int OpenStream(void* table, char* address, mpv_stream_cb_info* stream) {
+    std::shared_ptr<PatientFile> file = static_cast<StreamTable*>(table)->Open(address);
+    if (!file) {
+        return MPV_ERROR_LOADING_FAILED;
+    }
+    // The engine can call a file off only after this: the file is opened meanwhile, and the first read waits.
+    stream->cookie = new std::shared_ptr<PatientFile>(std::move(file));
+    stream->read_fn = ReadStream;
+    stream->seek_fn = SeekStream;
+    stream->size_fn = SizeOfStream;
+    stream->close_fn = CloseStream;
+    stream->cancel_fn = CancelStream;
+    return 0;
+}
+
+} // namespace
+
+void StreamTable::Register(const Library& library, mpv_handle* engine) {
+    library.stream_cb_add_ro(engine, Protocol, this, OpenStream);
+}
+
+std::string StreamTable::Announce(std::uint64_t number, const std::string& path) {
+    const std::lock_guard lock(m_mutex);
+    m_entries.insert_or_assign(number, Entry{path, nullptr});
+    return std::string(Protocol) + "://" + std::to_string(number);
+}
+
+void StreamTable::Forget(std::uint64_t number) {
+    const std::lock_guard lock(m_mutex);
+    m_entries.erase(number);
+}
+
+std::shared_ptr<PatientFile> StreamTable::Opened(std::uint64_t number) const {
+    const std::lock_guard lock(m_mutex);
+    const auto entry = m_entries.find(number);
+    return entry == m_entries.end() ? nullptr : entry->second.file;
+}
+
+std::shared_ptr<PatientFile> StreamTable::Open(const std::string& address) {
+    std::uint64_t number = 0;
+    const char* end = address.data() + address.size();
+    if (address.size() <= NumberBegin ||
+        std::from_chars(address.data() + NumberBegin, end, number).ptr != end) {
+        return nullptr;
+    }
+    const std::lock_guard lock(m_mutex);
+    const auto entry = m_entries.find(number);
+    if (entry == m_entries.end()) {
+        return nullptr;
+    }
+    entry->second.file = std::make_shared<PatientFile>(m_files, entry->second.path);
+    entry->second.file->Begin();
+    return entry->second.file;
+}
+
+} // namespace quavernet::mpv
