@@ -3,6 +3,7 @@
 #include "support/RealAudio.h"
 
 #include <atomic>
+#include <thread>
 
 namespace quavernet::test {
 
@@ -24,6 +25,9 @@ public:
         return RealFiles().Open(path, access);
     }
     std::unique_ptr<NewFile> Create(const std::string& path) override { return RealFiles().Create(path); }
+    std::unique_ptr<NewFile> CreatePrivate(const std::string& path) override {
+        return RealFiles().CreatePrivate(path);
+    }
 
     void LetGo() {
         letGo = true;
