@@ -1,6 +1,7 @@
 #include "RealServices.h"
 
 #include "adapters/id3v2/TagLibComponent.h"
+#include "adapters/mpris/MprisRemote.h"
 #include "adapters/mpv/MpvPlayer.h"
 #include "adapters/posix/PosixFileSystem.h"
 #include "adapters/qt/QtRegionalSettings.h"
@@ -37,6 +38,7 @@ RealServices::RealServices() : m_shell([this] { Save(); }), m_fileSystem(CreateP
     services.createConnection = [] { return CreateSqliteConnection(services.regional); };
     services.createTagComponent = [this] { return CreateTagLibComponent(m_files); };
     services.createMediaPlayer = [this] { return CreateMpvPlayer(m_files, PostToMainLoop); };
+    services.createMediaRemote = [] { return CreateMprisRemote(); };
 }
 
 void RealServices::Save() {
