@@ -45,6 +45,11 @@ constexpr std::array EngineOptions{
     Option{"demuxer-lavf-o", "protocol_whitelist=none,format_whitelist=[mp3,wav,ogg]"},
     // The bytes are on a disk already.
     Option{"cache", "no"},
+    // Whatever a file holds, the device is opened in one of few ways: it has to be opened again, with a gap,
+    // if
+    // the next file wants another. The volume is exact in this format alone.
+    Option{"audio-format", "float"},
+    Option{"audio-channels", "stereo,5.1,7.1"},
     // From one file to the next without a gap.
     Option{"idle", "yes"},
     Option{"keep-open", "no"},
@@ -55,9 +60,6 @@ constexpr std::array EngineOptions{
     Option{"audio-client-name", "Quavernet"},
     Option{"audio-fallback-to-null", "yes"},
 };
-
-/// How long the program waits for the engine's end before it leaves it alone with a device that hangs.
-constexpr std::chrono::milliseconds EndPatience{60};
 
 [[noreturn]] void Fail(const std::string& what) {
     throw RuntimeError(ErrorNumber::DeviceInputOutput, what);
@@ -78,7 +80,7 @@ void WakeUp::Ring() {
 
 Engine::Engine(UserFiles& files, const MpvOptions& options, std::shared_ptr<WakeUp> wakeUp)
     : m_library(options.library), m_streams(std::make_shared<StreamTable>(files)),
-      m_wakeUp(std::move(wakeUp)) {
+      m_wakeUp(std::move(wakeUp)), m_endPatience(options.endPatience) {
     // The engine reads and writes numbers with a point, and refuses to begin under another rule.
     std::setlocale(LC_NUMERIC, "C");
     m_handle = m_library.create();
@@ -91,7 +93,8 @@ Engine::Engine(UserFiles& files, const MpvOptions& options, std::shared_ptr<Wake
         Fail(ErrorText(code));
     }
     m_streams->Register(m_library, m_handle);
-    m_library.observe_property(m_handle, 0, "current-ao", MPV_FORMAT_STRING);
+    m_library.observe_property(m_handle, 0, AudioOutput, MPV_FORMAT_STRING);
+    m_library.observe_property(m_handle, 0, OutputRate, MPV_FORMAT_DOUBLE);
     m_library.set_wakeup_callback(
         m_handle, [](void* wake) { static_cast<WakeUp*>(wake)->Ring(); }, m_wakeUp.get());
 }
@@ -105,7 +108,7 @@ Engine::~Engine() {
             library.terminate_destroy(handle);
             ended->set_value();
         }).detach();
-        end.wait_for(EndPatience);
+        end.wait_for(m_endPatience);
     } catch (const std::system_error&) {
         m_library.terminate_destroy(m_handle);
     }
@@ -146,7 +149,7 @@ void Engine::SetNumber(const char* property, double value) {
     m_library.set_property_async(m_handle, 0, property, MPV_FORMAT_DOUBLE, &value);
 }
 
-void Engine::SetText(const char* property, const std::string& value) {
+void Engine::SetChoice(const char* property, const std::string& value) {
     const char* text = value.c_str();
     m_library.set_property_async(m_handle, 0, property, MPV_FORMAT_STRING, &text);
 }

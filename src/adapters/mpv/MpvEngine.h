@@ -33,6 +33,10 @@ private:
 
 class Engine {
 public:
+    // Properties of which an event tells when they change.
+    static constexpr const char* AudioOutput = "current-ao";                 ///< Text.
+    static constexpr const char* OutputRate = "audio-out-params/samplerate"; ///< Number, in Hz.
+
     /// Loads the library and starts the engine's threads. Throws RuntimeError if there is no library or it
     /// fails.
     Engine(UserFiles& files, const MpvOptions& options, std::shared_ptr<WakeUp> wakeUp);
@@ -46,7 +50,7 @@ public:
     void Command(const std::vector<std::string>& words, std::uint64_t number = 0);
     void SetFlag(const char* property, bool value);
     void SetNumber(const char* property, double value);
-    void SetText(const char* property, const std::string& value);
+    void SetChoice(const char* property, const std::string& value);
     void AskNumber(const char* property, std::uint64_t number);
 
     /// The next event; of the kind "none" if there is none after that time. Valid until the next call.
@@ -61,6 +65,7 @@ private:
     Library m_library;
     std::shared_ptr<StreamTable> m_streams;
     std::shared_ptr<WakeUp> m_wakeUp;
+    std::chrono::milliseconds m_endPatience;
     mpv_handle* m_handle = nullptr;
 };
 

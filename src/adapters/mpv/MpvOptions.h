@@ -21,6 +21,9 @@ struct MpvOptions {
     /// a file on a disk is there after 5, the first one after 30.
     std::chrono::milliseconds patience{80};
 
+    /// How long the end of the player waits for the engine's, which may hang with a sound device.
+    std::chrono::milliseconds endPatience{60};
+
     /// Options of the engine by name, set after the adapter's own.
     std::vector<std::pair<std::string, std::string>> engine;
 };

@@ -23,6 +23,9 @@ using std::chrono::steady_clock;
 /// How old an answer about the position may get while somebody asks for it.
 constexpr std::chrono::milliseconds PositionAge{250};
 
+/// Hz. Music of this rate or more may be brought to the rate of the file before it.
+constexpr double GoodRate = 44100;
+
 /// Sets the numbers of seeks apart from those of files, in replies.
 constexpr std::uint64_t SeekMark = 1ULL << 63;
 
@@ -76,7 +79,8 @@ private:
     void TakeNumber(const mpv_event& event);
     void TakeEnd(const mpv_event_end_file& end);
     void TakeRestart();
-    void TakeAudioOutput(const mpv_event_property& property);
+    void TakeChange(const mpv_event_property& property);
+    void KeepDevice(bool keep);
     void Answered(Track& track);
     void Refuse(Track& track, int code);
     Track* OfNumber(std::uint64_t number);
@@ -107,11 +111,14 @@ private:
     PositionClock m_clock;
     std::uint64_t m_seek = 0;             ///< Number of the last seek or start.
     bool m_seekWaits = false;             ///< The set point waits for the file to be loaded.
+    bool m_seeking = false;               ///< A seek has been asked for and is not yet done.
     bool m_seekBegun = true;              ///< A restart that was told before this is not that of the seek.
     mutable bool m_positionAsked = false; ///< No answer has come yet.
     mutable steady_clock::time_point m_lastAsked;
 
     std::string m_audioOutput; ///< What the engine plays on; empty: not known yet.
+    double m_outputRate = 0;   ///< Of the device, in Hz; the last one if it is closed.
+    std::string m_deviceMode;  ///< What the engine was told last of keeping it open.
     std::string m_libraryFault;
 };
 
@@ -142,6 +149,7 @@ void MpvPlayer::SetFileName(const std::string& path) {
         m_clock.Set(0, steady_clock::now());
         ++m_seek;
         m_seekBegun = true;
+        m_seeking = false;
         m_seekWaits = false;
         UpdateClock();
     } else {
@@ -170,7 +178,9 @@ void MpvPlayer::Load(const std::string& path) {
     m_current.emplace(++m_lastNumber, path);
     ++m_seek;
     m_seekBegun = true;
+    m_seeking = false;
     UpdateClock();
+    KeepDevice(false);
     m_engine->Command({"loadfile", m_engine->Streams().Announce(m_lastNumber, path), "replace"},
                       m_lastNumber);
 }
@@ -228,7 +238,8 @@ void MpvPlayer::Play() {
         m_seekWaits = m_clock.At(steady_clock::now()) > 0;
     }
     m_paused = false;
-    m_engine->SetFlag("pause", false);
+    // Until a seek is done nothing is heard of the place before it.
+    m_engine->SetFlag("pause", m_seekWaits || m_seeking);
     UpdateClock();
 }
 
@@ -290,6 +301,7 @@ void MpvPlayer::Seek() {
     m_seekWaits = false;
     ++m_seek;
     m_seekBegun = false;
+    m_seeking = true;
     m_engine->Command({"seek", std::to_string(m_clock.At(steady_clock::now())), "absolute+exact"},
                       SeekMark + m_seek);
 }
@@ -369,7 +381,7 @@ void MpvPlayer::Take(const mpv_event& event) {
         TakeEnd(*static_cast<const mpv_event_end_file*>(event.data));
         break;
     case MPV_EVENT_PROPERTY_CHANGE:
-        TakeAudioOutput(*static_cast<const mpv_event_property*>(event.data));
+        TakeChange(*static_cast<const mpv_event_property*>(event.data));
         break;
     default:
         break;
@@ -442,11 +454,16 @@ void MpvPlayer::Answered(Track& track) {
 
 void MpvPlayer::TakeRestart() {
     Track* track = OfEntry(m_entryAt);
-    if (track == nullptr || !m_seekBegun) {
+    if (track == nullptr || !m_seekBegun || m_seekWaits) {
         return;
     }
     track->restarted = true;
+    if (m_seeking) {
+        m_seeking = false;
+        m_engine->SetFlag("pause", m_paused);
+    }
     UpdateClock();
+    KeepDevice(true);
 }
 
 void MpvPlayer::TakeEnd(const mpv_event_end_file& end) {
@@ -488,11 +505,25 @@ void MpvPlayer::Refuse(Track& track, int code) {
     }
 }
 
-void MpvPlayer::TakeAudioOutput(const mpv_event_property& property) {
-    // Between two files there may be none: the last one counts.
-    if (property.format == MPV_FORMAT_STRING) {
+void MpvPlayer::TakeChange(const mpv_event_property& property) {
+    // Between two files there may be no device: the last one counts.
+    if (std::strcmp(property.name, Engine::AudioOutput) == 0 && property.format == MPV_FORMAT_STRING) {
         m_audioOutput = *static_cast<char* const*>(property.data);
         m_wakeUp->Ring();
+    } else if (std::strcmp(property.name, Engine::OutputRate) == 0 && property.format == MPV_FORMAT_DOUBLE) {
+        m_outputRate = *static_cast<const double*>(property.data);
+        KeepDevice(m_current && m_current->restarted);
+    }
+}
+
+/// Whether the device stays open as it is if the next file has another rate. It does where one file follows
+/// the other by itself, so that there is no gap, unless it was opened for a file of poor quality. A file that
+/// was asked for gets its own rate.
+void MpvPlayer::KeepDevice(bool keep) {
+    const char* mode = keep && m_outputRate >= GoodRate ? "yes" : "weak";
+    if (mode != m_deviceMode) {
+        m_deviceMode = mode;
+        m_engine->SetChoice("gapless-audio", mode);
     }
 }
 

@@ -277,6 +277,17 @@ TEST_F(MpvPlayerTest, WhoIsToldMayEndThePlayer) {
     loop.RunFor(milliseconds(50));
 }
 
+TEST_F(MpvPlayerTest, WithoutASoundDeviceAllGoesOnInSilenceAndThePlayerSaysSo) {
+    settings.values["Language"] = "ENG";
+    MakePlayer({{"ao", "alsa"}, {"audio-device", "alsa/there-is-none"}, {"ao-null-untimed", "yes"}});
+    EXPECT_EQ(player->SilenceReason(), "");
+    player->SetFileName(RealWave(1));
+    player->Play();
+    ASSERT_TRUE(loop.RunUntil([&] { return !player->SilenceReason().empty() && heard.playingChanged > 0; }));
+    EXPECT_EQ(player->SilenceReason(), "No sound device found: nothing can be heard.");
+    EXPECT_TRUE(loop.RunUntil([&] { return heard.ends == 1; }));
+}
+
 TEST_F(MpvPlayerTest, WithoutTheLibraryAFileIsRefusedAndThePlayerSaysWhy) {
     settings.values["Language"] = "ENG";
     MpvOptions options = PatientOptions();

@@ -108,6 +108,7 @@ protected:
     static MpvOptions PatientOptions() {
         MpvOptions options;
         options.patience = std::chrono::seconds(10);
+        options.endPatience = std::chrono::seconds(10);
         return options;
     }
 
