@@ -1,6 +1,8 @@
-// Case folding and sort weights of code points: the table under the collation and the like operator of the
-// library file. The indexes of every library rest on it: a change here needs a new version of the schema.
+// Sort weights of code points: the table under the collation of the library file. The indexes of every
+// library rest on it: a change here needs a new version of the schema.
 #pragma once
+
+#include "platform/CaseFold.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -14,10 +16,6 @@ inline constexpr char32_t InvalidByte = 0x110000;
 /// The code point at `position`, which moves past it. Strict: overlong forms, surrogates and cut sequences
 /// give their first byte as InvalidByte + its value. `position` must lie inside the text.
 char32_t NextCodePoint(std::string_view text, std::size_t& position);
-
-/// The lower-case form by simple folding for Latin, Greek, Cyrillic and Armenian letters, full-width Latin
-/// included; every other code point is its own.
-char32_t FoldCase(char32_t codePoint);
 
 /// Primary weight: punctuation, then digits, then Latin letters by their base letter, then everything else by
 /// code point. Letters that differ only in case or accent share one.
