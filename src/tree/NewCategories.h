@@ -2,7 +2,11 @@
 // The import owns the one list of its run.
 #pragma once
 
+#include "tree/NameIndex.h"
+
 #include <cstddef>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -25,16 +29,26 @@ public:
     /// By number, from 1.
     const NewCategory& At(std::size_t number) const { return m_categories[number - 1]; }
 
-    /// Number of the first one whose name contains the text, ASCII letters compared without regard to case;
-    /// one more than there are if none does. The first search for a text takes a time that
-    /// goes with the length of all names.
-    std::size_t FirstWith(std::string_view part) const;
+    /// Number of the first one whose name contains the text, case ignored as the library does; one more than
+    /// there are if none does. However many different texts are searched in however long names, it doesn't
+    /// take the product of both.
+    std::size_t FirstWith(std::string_view part);
 
 private:
+    /// Names that follow each other.
+    struct Block {
+        std::string Text;              ///< Each name with a line end before it, case folded.
+        std::vector<std::size_t> Ends; ///< Of each name in the text.
+        std::size_t Searches = 0;
+        std::unique_ptr<NameIndex> Index; ///< Made when a long text has been searched often.
+    };
+    static std::optional<std::size_t> FirstIn(Block& block, const std::string& part);
+    void JoinLastBlocks();
+    std::size_t Search(const std::string& part);
+
     std::vector<NewCategory> m_categories;
-    std::string m_names; ///< Each with a line end before it, in lower case: one search goes over all.
-    std::vector<std::size_t> m_ends;                                ///< Of each name in m_names.
-    mutable std::unordered_map<std::string, std::size_t> m_answers; ///< By what was searched; emptied by Add.
+    std::vector<Block> m_blocks;
+    std::unordered_map<std::string, std::size_t> m_answers; ///< By what was searched; emptied by Add.
 };
 
 } // namespace quavernet

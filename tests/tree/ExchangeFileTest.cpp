@@ -4,8 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
 #include <tuple>
+#include <vector>
 
 namespace quavernet::test {
 
@@ -103,11 +105,54 @@ TEST_F(NewCategoriesTest, TheFirstNameThatContainsTheTextCounts) {
     EXPECT_EQ(categories.At(2).Name, "Jazz1");
 }
 
+TEST_F(NewCategoriesTest, CaseIsIgnoredAsTheLibraryDoes) {
+    categories.Add({"9", "Märchen"});
+    EXPECT_EQ(categories.FirstWith("MÄRCHEN"), 5U);
+    EXPECT_EQ(categories.FirstWith("Marchen"), 6U) << "an accent makes another letter";
+}
+
 TEST_F(NewCategoriesTest, WithoutAMatchTheNumberIsBehindTheLastOne) {
     EXPECT_EQ(categories.FirstWith("Pop"), 5U);
     EXPECT_EQ(categories.FirstWith("RockJazz"), 5U) << "not over two names";
     EXPECT_EQ(NewCategories().FirstWith("Pop"), 1U);
     EXPECT_EQ(NewCategories().FirstWith(""), 1U);
+}
+
+// Names over few letters hold each other's parts; long ones and many searches bring the index.
+TEST_F(NewCategoriesTest, ManySearchesInLongNamesGiveWhatAPlainSearchDoes) {
+    std::mt19937 random(7);
+    const auto text = [&random](std::size_t longest) {
+        std::string made(1 + random() % longest, 'a');
+        for (char& c : made) {
+            c = static_cast<char>('a' + random() % 3);
+        }
+        return made;
+    };
+    NewCategories many;
+    std::vector<std::string> names;
+    for (int round = 0; round < 2000; ++round) {
+        if (random() % 8 == 0) {
+            names.push_back(text(random() % 50 == 0 ? 6000 : 12));
+            many.Add({"1", names.back()});
+        }
+        const std::string part = text(14);
+        std::size_t expected = 1;
+        while (expected <= names.size() && names[expected - 1].find(part) == std::string::npos) {
+            ++expected;
+        }
+        ASSERT_EQ(many.FirstWith(part), expected) << part;
+    }
+}
+
+TEST_F(NewCategoriesTest, ManyDifferentTextsAreSearchedInVeryLongNames) {
+    NewCategories many;
+    for (int i = 0; i < 4; ++i) {
+        many.Add({"1", std::string(std::size_t{1} << 18, static_cast<char>('a' + i))});
+    }
+    for (int i = 0; i < 20'000; ++i) {
+        ASSERT_EQ(many.FirstWith("c" + std::to_string(i)), 5U);
+    }
+    EXPECT_EQ(many.FirstWith(std::string(1000, 'C')), 3U);
 }
 
 TEST_F(NewCategoriesTest, ASearchIsRepeatedAfterACategoryWasAddedWhenACategoryHasCome) {
