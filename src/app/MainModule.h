@@ -5,6 +5,7 @@
 #include "app/Collections.h"
 #include "app/CurrentFile.h"
 #include "app/RandomNumbers.h"
+#include "app/StartFaults.h"
 #include "platform/ADODB.h"
 #include "platform/DateTime.h"
 #include "platform/FileSystemObject.h"
@@ -17,7 +18,6 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <set>
 #include <string>
 
 namespace quavernet {
@@ -55,12 +55,12 @@ struct MainModule {
     bool ShowInGridMode = false; ///< LoadDatabase runs for a request of the tree.
     bool ShowChartMode = false;  ///< LoadDatabase runs for a request of the charts dialog.
 
-    RowTexts FilePaths;         ///< Files.Path of each listed row.
-    RowTexts FileNames;         ///< Files.Name of each listed row.
-    RowNumbers SelectedRows;    ///< Rows of the current multiple selection.
-    KeyCollection TreeNodeData; ///< Keys of the expanded tree nodes.
-    std::set<std::string>
-        TreeFaults;              ///< What was wrong with the tree when it was loaded first; see LoadTree.
+    RowTexts FilePaths;          ///< Files.Path of each listed row.
+    RowTexts FileNames;          ///< Files.Name of each listed row.
+    RowNumbers SelectedRows;     ///< Rows of the current multiple selection.
+    KeyCollection TreeNodeData;  ///< Keys of the expanded tree nodes.
+    StartFaults TreeFaults;      ///< What was wrong with the tree when it was loaded first; see LoadTree.
+    StartFaults ListFaults;      ///< Rows that the list could not have shown at the start; see ListFaults.h.
     std::int32_t DetailsRow = 0; ///< Grid row from which the details dialog starts.
     std::int32_t GridCurrentRow = 0;
     std::int32_t GridTopRow = 0;

@@ -21,6 +21,7 @@ inline constexpr std::int32_t LastScan = 351;      ///< Before a date in the win
 inline constexpr std::int32_t Ready = 432;         ///< In the status bar while nothing is being done.
 inline constexpr std::int32_t TreeRoot = 591;      ///< The node that holds all categories.
 inline constexpr std::int32_t TreeFaults = 779;    ///< Before the faults that a tree had at the start.
+inline constexpr std::int32_t ListFaults = 782;    ///< Before those of the list.
 inline constexpr std::int32_t NoMediaEngine = 780; ///< Nothing can be played. Before the reason.
 inline constexpr std::int32_t NoSoundDevice = 781; ///< All plays in silence.
 

@@ -1,6 +1,7 @@
 #include "browser/ListQuery.h"
 
 #include "app/MainModule.h"
+#include "browser/ListFaults.h"
 #include "browser/ListRecord.h"
 #include "platform/RuntimeError.h"
 
@@ -19,15 +20,21 @@ std::string ListRows::Text(std::size_t row, ListColumn column) const {
     const auto field = [&](std::size_t position) {
         return m_data->Block.At(m_data->Listed[row - 1], position);
     };
+    // What can't be shown since before the start is an empty cell.
+    const auto shown = [&](const auto& make) {
+        std::string text;
+        PassListFault(field(ListField::FileId), [&] { text = make(); });
+        return text;
+    };
     switch (column) {
     case ListColumn::Interpret:
         return field(ListField::Interpret).Text();
     case ListColumn::Title:
         return field(ListField::Title).Text();
     case ListColumn::Length:
-        return LengthText(field(ListField::Length), services.regional);
+        return shown([&] { return LengthText(field(ListField::Length), services.regional); });
     case ListColumn::Size:
-        return SizeText(field(ListField::SizeInBytes), services.regional) + " MB";
+        return shown([&] { return SizeText(field(ListField::SizeInBytes), services.regional) + " MB"; });
     case ListColumn::Quality:
         return field(ListField::Quality).Text();
     case ListColumn::Format:

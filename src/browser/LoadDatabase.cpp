@@ -3,6 +3,7 @@
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "browser/ListCounts.h"
+#include "browser/ListFaults.h"
 #include "browser/ListRecord.h"
 #include "platform/RuntimeError.h"
 
@@ -80,8 +81,9 @@ double SelectRows(ListData& data, const ListFilter& filter, float step, LongWork
         if (!PassesLetter(data, record, filter) || !PassesFormat(data, record, filter)) {
             continue;
         }
-        megabytes.Add(data.Block.At(record, ListField::SizeInBytes));
-        CheckLength(data.Block.At(record, ListField::Length));
+        const ADODB::Field id = data.Block.At(record, ListField::FileId);
+        PassListFault(id, [&] { megabytes.Add(data.Block.At(record, ListField::SizeInBytes)); });
+        PassListFault(id, [&] { CheckLength(data.Block.At(record, ListField::Length)); });
         data.Listed.push_back(static_cast<std::uint32_t>(record));
     }
     data.Listed.shrink_to_fit();

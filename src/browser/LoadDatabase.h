@@ -12,7 +12,8 @@ namespace quavernet {
 
 /// Loads the list; fills mainModule.FilePaths and FileNames and empties SelectedRows. `list` holds File_ids
 /// separated by commas and is used in the modes ShowInGridMode and ShowChartMode alone. Throws RuntimeError
-/// if a statement fails; the status panel then keeps its text. `clearList` leaves the grid its header only.
+/// if a statement fails, or a row has no size or length to show that had one at the start; the status panel
+/// then keeps its text. `clearList` leaves the grid its header only.
 /// Lets events run before it touches anything.
 ListResult LoadDatabase(const ListFilter& filter, const std::string& list, LongWork& work,
                         const std::function<void()>& clearList);

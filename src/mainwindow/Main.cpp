@@ -4,6 +4,7 @@
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/TextNumbers.h"
+#include "browser/ListFaults.h"
 #include "library/DatabaseCheck.h"
 #include "tree/LoadTree.h"
 
@@ -67,15 +68,18 @@ void Main(StartView& start) {
     start.ShowSplash();
     start.Work().DoEvents();
     CheckDatabase(start.Work());
+    FindListFaults();
     if (!mainModule.LoadOverSearch) {
         start.Views().LoadDatabase("");
     }
     start.Views().LoadTree();
     start.Work().DoEvents();
     mainModule.SuppressComboClick = false;
-    const std::string faults = TreeFaultsText();
-    start.Work().SetPanel(Panel::Scanning,
-                          LoadResString(Texts::Ready) + (faults.empty() ? "" : " " + faults));
+    std::string ready = LoadResString(Texts::Ready);
+    for (const std::string& faults : {ListFaultsText(), TreeFaultsText()}) {
+        ready += faults.empty() ? "" : " " + faults;
+    }
+    start.Work().SetPanel(Panel::Scanning, ready);
 }
 
 } // namespace quavernet

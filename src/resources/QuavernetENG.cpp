@@ -360,6 +360,7 @@ constexpr clsResources::Entry EnglishTexts[] = {
     {779, "Errors in the tree: "},
     {780, "The library libmpv is needed for playing. The reason: "},
     {781, "No sound device found: nothing can be heard."},
+    {782, "Errors in the list: "},
 };
 
 } // namespace

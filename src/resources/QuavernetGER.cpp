@@ -363,6 +363,7 @@ constexpr clsResources::Entry GermanTexts[] = {
     {779, "Fehler im Baum: "},
     {780, "Zum Abspielen fehlt die Bibliothek libmpv. Der Grund: "},
     {781, "Kein Audiogerät gefunden: Es ist nichts zu hören."},
+    {782, "Fehler in der Liste: "},
 };
 
 } // namespace

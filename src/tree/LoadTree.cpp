@@ -4,19 +4,16 @@
 #include "app/MainModule.h"
 #include "app/TextNumbers.h"
 #include "library/SqlQuote.h"
-#include "platform/Ascii.h"
+#include "platform/CaseFold.h"
 #include "platform/LibraryError.h"
 #include "tree/NodeKey.h"
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
 namespace quavernet {
 
 namespace {
-
-constexpr std::size_t MostFaultsTold = 5;
 
 /// What a load does with faults of the tree. Those that are there at the start of the program must not keep
 /// it from coming up, or nobody could change them: they are passed over, then and for the rest of the run.
@@ -30,25 +27,17 @@ public:
         } catch (const LibraryError&) {
             throw; // Nothing of the tree.
         } catch (const RuntimeError& failure) {
-            std::string fault =
-                name + " (" + std::to_string(failure.Number()) + " - " + failure.Description() + ")";
+            // Of a category whose entries spell it in several ways, now one spelling is read and now another.
+            const std::string key = FoldCase(name);
             if (m_isStart) {
-                mainModule.TreeFaults.insert(std::move(fault));
-            } else if (!IsKnown(fault)) {
+                mainModule.TreeFaults.Note(key, name, failure);
+            } else if (!mainModule.TreeFaults.Knows(key, failure)) {
                 throw;
             }
         }
     }
 
 private:
-    // Of a category whose entries spell it in several ways, a load may read any of the spellings.
-    static bool IsKnown(const std::string& fault) {
-        const auto& known = mainModule.TreeFaults;
-        return known.contains(fault) ||
-               std::any_of(known.begin(), known.end(),
-                           [&](const std::string& other) { return EqualsIgnoringCase(fault, other); });
-    }
-
     bool m_isStart = !mainModule.TreeLoaded;
 };
 
@@ -171,15 +160,7 @@ void LoadTree(TreeModel& tree) {
 }
 
 std::string TreeFaultsText() {
-    std::string text;
-    std::size_t told = 0;
-    for (const std::string& fault : mainModule.TreeFaults) {
-        if (told == MostFaultsTold) {
-            return text + ", ...";
-        }
-        text += (told++ == 0 ? LoadResString(Texts::TreeFaults) : ", ") + fault;
-    }
-    return text;
+    return mainModule.TreeFaults.Text(LoadResString(Texts::TreeFaults));
 }
 
 std::string GetFileIdFromNode(const TreeModel& tree, const std::string& key) {

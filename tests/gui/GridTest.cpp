@@ -399,4 +399,17 @@ TEST_F(GridTest, OfALongListOnlyTheCellsInViewAreComputed) {
     EXPECT_EQ(counter.sizes, 0);
 }
 
+TEST_F(GridTest, ARowWithoutALengthDoesNotKeepTheProgramFromComingUp) {
+    AddFile("Abba", "One");
+    AddFile("Cure", "Two");
+    mainModule.Connection->Execute("Update Files Set Length = null where Name = 'Two.mp3'");
+    Start();
+    EXPECT_EQ(Listed(), (Texts{"Abba", "Cure"}));
+    EXPECT_EQ(PanelText(Panel::Scanning), "Bereit! Fehler in der Liste: Two.mp3 (94 - Invalid use of Null)");
+    EXPECT_EQ(Grid().model()->index(1, 2).data().toString(), QString());
+    EXPECT_FALSE(Grid().viewport()->grab().isNull()) << "painted";
+    Form().Parts().Views.LoadDatabase({});
+    EXPECT_EQ(Listed().size(), 2U);
+}
+
 } // namespace quavernet::test

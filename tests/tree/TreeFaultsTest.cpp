@@ -12,7 +12,6 @@ namespace quavernet::test {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 class TreeFaultsTest : public LibraryTest {
 protected:
@@ -40,7 +39,7 @@ protected:
 
 TEST_F(TreeFaultsTest, ASoundTreeHasNone) {
     Load();
-    EXPECT_THAT(mainModule.TreeFaults, IsEmpty());
+    EXPECT_EQ(mainModule.TreeFaults.Count(), 0U);
     EXPECT_EQ(TreeFaultsText(), "");
 }
 
@@ -58,7 +57,7 @@ TEST_F(TreeFaultsTest, ACategoryThatGetsTooLongInTheRunIsAFailureAndShowsNoLengt
     Execute("Update Files Set Length = 1966080 where File_id = 1");
     EXPECT_EQ(NumberOf([&] { Load(); }), 6);
     EXPECT_THAT(Texts(), ElementsAre("Blues", "Jazz"));
-    EXPECT_THAT(mainModule.TreeFaults, IsEmpty());
+    EXPECT_EQ(mainModule.TreeFaults.Count(), 0U);
 }
 
 TEST_F(TreeFaultsTest, AFaultOfTheStartExcusesNoOtherCategoryAndNoOtherFault) {
@@ -85,7 +84,7 @@ TEST_F(TreeFaultsTest, EntriesOfNoCategoryAreNoHindranceAtTheStart) {
     Load();
     EXPECT_THAT(Texts(), ElementsAre("Blues", "Jazz (01:00)"));
     EXPECT_EQ(tree.Node("CAT_Blues").Children.size(), 1U) << "it stands where its Category_id says";
-    EXPECT_EQ(mainModule.TreeFaults.size(), 1U);
+    EXPECT_EQ(mainModule.TreeFaults.Count(), 1U);
     EXPECT_THAT(TreeFaultsText(), ::testing::StartsWith("Fehler im Baum: Gone (35601 - "));
 }
 
@@ -96,6 +95,27 @@ TEST_F(TreeFaultsTest, AFaultIsTheSameInAnotherSpellingOfItsCategory) {
     Load();
     Execute("Update FileCategories Set Parent = 'Lost' where FileCategory_id = 1");
     EXPECT_EQ(NumberOf([&] { Load(); }), ErrorNumber::ElementNotFound);
+}
+
+TEST_F(TreeFaultsTest, AnotherSpellingMayDifferInLettersBeyondAscii) {
+    Execute("Update FileCategories Set Parent = 'Märchen' where FileCategory_id = 1");
+    Load();
+    Execute("Update FileCategories Set Parent = 'MÄRCHEN' where FileCategory_id = 1");
+    Load();
+    Execute("Update FileCategories Set Parent = 'Marchen' where FileCategory_id = 1");
+    EXPECT_EQ(NumberOf([&] { Load(); }), ErrorNumber::ElementNotFound) << "another name to the library";
+}
+
+TEST_F(TreeFaultsTest, OfALongNameTheBeginningIsTold) {
+    Execute("Update FileCategories Set Parent = '" + std::string(1 << 20, 'x') +
+            "' where FileCategory_id = 1");
+    Load();
+    EXPECT_THAT(TreeFaultsText(), ::testing::StartsWith("Fehler im Baum: " + std::string(60, 'x') + "... ("));
+    Execute("Update FileCategories Set Parent = '" + std::string(1 << 20, 'X') +
+            "' where FileCategory_id = 1");
+    Load();
+    Execute("Update FileCategories Set Parent = '" + std::string(100, 'x') + "' where FileCategory_id = 1");
+    EXPECT_EQ(NumberOf([&] { Load(); }), ErrorNumber::ElementNotFound) << "the whole name counts";
 }
 
 TEST_F(TreeFaultsTest, TwoCategoriesOfOneNameAreOneNodeAtTheStart) {
@@ -127,7 +147,7 @@ TEST_F(TreeFaultsTest, ALibraryThatCanNotBeReadIsNoFaultOfTheTree) {
         }
     };
     EXPECT_THROW(Load(), LibraryError);
-    EXPECT_THAT(mainModule.TreeFaults, IsEmpty());
+    EXPECT_EQ(mainModule.TreeFaults.Count(), 0U);
 }
 
 TEST_F(TreeFaultsTest, AnExpandedNodeThatIsGoneIsAFailureWhateverWasThereAtTheStart) {

@@ -13,6 +13,7 @@
 #include "adapters/vorbis/OggInfoReader.h"
 #include "browser/FilterLists.h"
 #include "browser/GridOpen.h"
+#include "browser/ListFaults.h"
 #include "browser/LoadDatabase.h"
 #include "library/CleanDatabase.h"
 #include "library/DatabaseCheck.h"
@@ -278,6 +279,17 @@ TEST_F(StatementRoadTest, OfTheFilterLists) {
                     "F.Genre_id = G.Genre_id) Order By G.Genre: kept",
                     "Select A.Name, A.Album_id from Albums A where exists (Select ? from Files F where "
                     "F.Album_id = A.Album_id) Order By A.Name: kept"));
+}
+
+TEST_F(StatementRoadTest, OfTheFaultsOfTheList) {
+    ScanSongs();
+    const StatementRoad road(connection);
+    FindListFaults();
+    FindListFaults();
+    EXPECT_THAT(road.Kinds(),
+                ElementsAre("Select File_id, Name, SizeInBytes, Length from Files where Length is null or "
+                            "SizeInBytes is null or Length < -? or Length > ? or SizeInBytes < ? or "
+                            "SizeInBytes > ?: partly lifted kept"));
 }
 
 // A count of plays writes another value each time: nothing to guard. Its 1 stays where it is.
