@@ -1,7 +1,7 @@
 #include "app/CommandRegistry.h"
 
 #include "app/Controls.h"
-#include "app/MainModule.h"
+#include "app/MayAct.h"
 #include "app/ScopedValue.h"
 #include "platform/RuntimeError.h"
 
@@ -56,11 +56,10 @@ void CommandRegistry::RegisterMarkPair(std::string_view first, std::string_view 
 
 bool CommandRegistry::Run(std::string_view name) const {
     const auto found = m_commands.find(name);
-    const bool isHeldBack = mainModule.ScanRunning || m_isAlone;
-    if (found == m_commands.end() || (isHeldBack && !found->second.RunsDuringScan)) {
+    if (found == m_commands.end() || !(MayAct() || found->second.RunsDuringScan)) {
         return false;
     }
-    const ScopedValue alone(m_isAlone, m_isAlone || found->second.RunsAlone);
+    const ScopedValue alone(mainModule.ActsAlone, mainModule.ActsAlone || found->second.RunsAlone);
     found->second.Action();
     return true;
 }

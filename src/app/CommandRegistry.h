@@ -26,7 +26,7 @@ public:
     /// As Register, for the one kind of command that runs while a scan does.
     void RegisterForScan(std::string_view name, Command command);
 
-    /// As Register, for a command that lets events run and in which no other one may act.
+    /// As Register, for a command that lets events run and in which nothing else may act; see MayAct.
     void RegisterAlone(std::string_view name, Command command);
 
     /// An item that is nothing but its check mark, read where it counts.
@@ -38,8 +38,7 @@ public:
 
     bool Contains(std::string_view name) const { return m_commands.contains(name); }
 
-    /// Runs the command; failures pass through. False if there is none of that name, or if a scan or a
-    /// command that acts alone is running: the program then does nothing but let itself be cancelled.
+    /// Runs the command; failures pass through. False if there is none of that name, or if nothing may act.
     bool Run(std::string_view name) const;
 
 private:
@@ -52,7 +51,6 @@ private:
 
     std::set<std::string, std::less<>> m_names;
     std::map<std::string, Entry, std::less<>> m_commands;
-    mutable bool m_isAlone = false; ///< A command that acts alone is running.
 };
 
 } // namespace quavernet

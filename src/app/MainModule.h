@@ -70,6 +70,8 @@ struct MainModule {
 
     bool ScanRunning = false; ///< A scan is in progress.
     DateTime ScanStartTime;   ///< When the running scan began.
+    bool ActsAlone = false;   ///< A command is running in which no other one may act; see MayAct.h.
+    bool TreeLoading = false; ///< The nodes that the tree shows are old ones; see MayAct.h.
 
     std::unique_ptr<quavernet::TagComponent> TagComponent; ///< The ID3v2 component.
     quavernet::CurrentFile CurrentFile;                    ///< Where the last scan or drop left off.

@@ -3,6 +3,7 @@
 #include "adapters/qt/QtText.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/MayAct.h"
 #include "browser/FilterEvents.h"
 #include "widgets/KeyCodes.h"
 
@@ -84,7 +85,7 @@ FilterRow::FilterRow(QWidget* parent) : QWidget(parent) {
     m_go->setAutoDefault(true); // Enter presses it while it has the keyboard.
     connect(m_interpret, &QCheckBox::clicked, this, &FilterRow::InterpretClicked);
     connect(m_title, &QCheckBox::clicked, this, &FilterRow::TitleClicked);
-    connect(m_go, &QPushButton::clicked, this, &FilterRow::ReloadWanted);
+    connect(m_go, &QPushButton::clicked, this, [this] { Apply(FilterAction::LoadDatabase); });
 }
 
 QComboBox* FilterRow::AddCombo(const QString& name) {
@@ -145,20 +146,19 @@ void FilterRow::LoadStrings() {
     m_search->setAccessibleName(ToQString(LoadResString(105)));
 }
 
-// While a scan runs, a click on a box takes itself back.
+// While nothing may act, a click on a box takes itself back.
 void FilterRow::InterpretClicked() {
     const bool checked = m_interpret->isChecked();
-    m_interpret->setChecked(mainModule.ScanRunning ? !checked
-                                                   : ClickInterpret(checked, m_title->isChecked()));
+    m_interpret->setChecked(MayAct() ? ClickInterpret(checked, m_title->isChecked()) : !checked);
 }
 
 void FilterRow::TitleClicked() {
     const bool checked = m_title->isChecked();
-    m_title->setChecked(mainModule.ScanRunning ? !checked : ClickTitle(checked, m_interpret->isChecked()));
+    m_title->setChecked(MayAct() ? ClickTitle(checked, m_interpret->isChecked()) : !checked);
 }
 
 bool FilterRow::Apply(FilterAction action) {
-    if (mainModule.ScanRunning) {
+    if (!MayAct()) {
         return false;
     }
     switch (action) {
@@ -197,9 +197,16 @@ bool FilterRow::LeaveCopyToMenu(QKeyEvent& event) const {
     return true;
 }
 
+// While nothing may act, no combo is changed: it would show what the list doesn't.
 bool FilterRow::ComboEvent(QEvent& event, bool listIsOpen) {
     switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        return !MayAct();
     case QEvent::KeyPress: {
+        if (!MayAct()) {
+            return true;
+        }
         const int key = KeyCode(static_cast<QKeyEvent&>(event));
         ComboKeyDown(key);
         // In the open list Enter picks the entry, and the pick is the click that reloads.

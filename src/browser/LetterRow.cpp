@@ -2,6 +2,7 @@
 
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/MayAct.h"
 #include "widgets/Pictures.h"
 #include "widgets/Twips.h"
 
@@ -54,7 +55,7 @@ void LetterRow::AddLabel(std::size_t index) {
 }
 
 void LetterRow::Choose(std::size_t index) {
-    if (mainModule.ScanRunning) {
+    if (!MayAct()) {
         return;
     }
     m_cursor = index;

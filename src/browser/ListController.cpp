@@ -3,6 +3,7 @@
 #include "adapters/qt/QtText.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/MayAct.h"
 #include "app/ScopedValue.h"
 #include "browser/FilterRow.h"
 #include "browser/GridView.h"
@@ -90,7 +91,7 @@ void ListController::SetHeaderPicture(const SortArrow& arrow) {
 }
 
 void ListController::DoubleClicked(std::int32_t mouseCol, std::int32_t mouseRow) {
-    if (!mainModule.ScanRunning) {
+    if (MayAct()) {
         grdMp3_DblClick(mouseCol, mouseRow, m_pane.Grid.Selection(), m_player, *this, m_work);
     }
 }
@@ -116,7 +117,7 @@ void ListController::SetKontextItems(int mode) {
 }
 
 void ListController::KontextMenu(const QPoint& globalPosition) {
-    if (!mainModule.ScanRunning) {
+    if (MayAct()) {
         m_controls.PopUp("mnuKontext", {globalPosition.x(), globalPosition.y()});
         // Or the next drop on the tree would be taken for one of the list.
         WhenMenuCloses(m_pane.Grid, [this] { m_pane.Grid.Selection().MouseUp(); });

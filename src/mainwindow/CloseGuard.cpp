@@ -2,16 +2,17 @@
 
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/MayAct.h"
 
 namespace quavernet {
 
-bool MayCloseMain() {
+CloseAnswer QueryCloseMain() {
     if (!mainModule.ScanRunning) {
-        return true;
+        return MayAct() ? CloseAnswer::Close : CloseAnswer::Later;
     }
     services.msgBox->Show(LoadResString(355), LoadResString(356), MsgBox::Icon::Information,
                           MsgBox::Buttons::Ok);
-    return false;
+    return CloseAnswer::Stay;
 }
 
 void FinishMainUnload() {

@@ -4,8 +4,12 @@
 
 namespace quavernet {
 
-/// False, with a box, while a scan is running: the window then stays and nothing is saved.
-bool MayCloseMain();
+enum class CloseAnswer {
+    Close,
+    Stay, ///< A scan is running, and the user was told so: nothing is saved.
+    Later ///< A command that acts alone is running: the window is to close when that is over.
+};
+CloseAnswer QueryCloseMain();
 
 /// The end of Form_Unload, after the saving of the settings: lets pending events run, marks the main window
 /// as closed and ends the process unless the player window is still open.

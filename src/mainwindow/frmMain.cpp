@@ -25,6 +25,7 @@ namespace quavernet {
 namespace {
 
 constexpr int AfterLoadMs = 1000;
+constexpr int CloseAgainMs = 100;
 
 /// Pixels: the window can be seen and taken hold of. A stored size of nothing would make a program without
 /// one.
@@ -209,7 +210,11 @@ WindowState frmMain::CurrentState() const {
 }
 
 bool frmMain::Form_QueryUnload() {
-    if (!MayCloseMain()) {
+    const CloseAnswer answer = QueryCloseMain();
+    if (answer == CloseAnswer::Later) {
+        QTimer::singleShot(CloseAgainMs, this, &QWidget::close);
+    }
+    if (answer != CloseAnswer::Close) {
         return false;
     }
     if (isMinimized()) {
@@ -233,6 +238,10 @@ void frmMain::closeEvent(QCloseEvent* event) {
 }
 
 void frmMain::AfterLoadTimer_Timer() {
+    if (mainModule.ActsAlone || mainModule.TreeLoading) {
+        m_afterLoadTimer.start(AfterLoadMs); // The reminder waits: its scan may not come into these.
+        return;
+    }
     m_parts->Panes.Filter().txtSearch().setFocus();
     bool scanWanted = false;
     IgnoreFailure([&] { CheckReminder(scanWanted, [this] { UnloadSplash(); }); });

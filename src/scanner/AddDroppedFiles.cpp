@@ -1,7 +1,7 @@
 #include "scanner/AddDroppedFiles.h"
 
 #include "app/AudioKind.h"
-#include "app/MainModule.h"
+#include "app/MayAct.h"
 #include "inspect/modMp3Info.h"
 #include "platform/RuntimeError.h"
 #include "scanner/FileFields.h"
@@ -50,7 +50,7 @@ void AddDroppedFileToLibrary(const std::string& path, CurrentFile& file, ScanDri
 
 void AddDroppedFiles(DropTarget target, const std::vector<std::string>& paths, ScanDriver& driver,
                      ScanView& view) {
-    if (target == DropTarget::Window || mainModule.ScanRunning) {
+    if (target == DropTarget::Window || !MayAct()) {
         return;
     }
     CurrentFile file = mainModule.CurrentFile;

@@ -2,6 +2,7 @@
 
 #include "app/DragState.h"
 #include "app/MainModule.h"
+#include "app/MayAct.h"
 #include "platform/RuntimeError.h"
 #include "tree/LoadTree.h"
 #include "tree/NodeKey.h"
@@ -60,8 +61,7 @@ void TreeRelease(DragState& drag) {
 }
 
 std::optional<DragPayload> TreeStartDrag(const TreeModel& tree, DragState& drag) {
-    if (mainModule.ScanRunning || !tree.HasSelection() ||
-        KindOfKey(tree.SelectedItem().Key) == NodeKind::Root) {
+    if (!MayAct() || !tree.HasSelection() || KindOfKey(tree.SelectedItem().Key) == NodeKind::Root) {
         return std::nullopt;
     }
     DragPayload payload;

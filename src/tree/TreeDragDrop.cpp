@@ -6,6 +6,7 @@
 #include "app/LibraryViews.h"
 #include "app/LongWork.h"
 #include "app/MainModule.h"
+#include "app/MayAct.h"
 #include "platform/RuntimeError.h"
 #include "tree/TreeDrag.h"
 #include "tree/TreeDrop.h"
@@ -140,7 +141,7 @@ void TreeDragDrop::Leave() {
 
 void TreeDragDrop::Drop(QDropEvent& event) {
     Leave();
-    if (!AnswerDrag(event, m_takes && !m_tree.IsLoading())) {
+    if (!AnswerDrag(event, m_takes && MayActOnTree())) {
         return;
     }
     const DropRequest request{LocalFiles(*event.mimeData()), m_tree.NodeAt(event.position().toPoint()),

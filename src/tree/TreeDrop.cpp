@@ -3,6 +3,7 @@
 #include "app/DragState.h"
 #include "app/LongWork.h"
 #include "app/MainModule.h"
+#include "app/MayAct.h"
 #include "app/TextHelpers.h"
 #include "tree/DropRun.h"
 #include "tree/NodeKey.h"
@@ -77,7 +78,7 @@ DropOutcome TreeDrop(const DropRequest& request, DragState& drag, const TreeMode
                      LongWork& work) {
     DropRun run{request, drag, tree, driver, work};
     DropEnd end = DropEnd::Left;
-    if (!mainModule.ScanRunning) {
+    if (MayAct()) {
         try {
             end = DropByCase(run);
             // A disk that is full takes back here what has been gathered, and not in the rebuild.

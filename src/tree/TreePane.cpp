@@ -4,6 +4,8 @@
 #include "app/Controls.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/MayAct.h"
+#include "app/ScopedValue.h"
 #include "app/TextNumbers.h"
 #include "platform/LibraryError.h"
 #include "tree/LoadTree.h"
@@ -20,19 +22,6 @@
 namespace quavernet {
 
 namespace {
-
-/// A load is running while this object exists. Loads may be nested.
-class LoadRunning {
-public:
-    explicit LoadRunning(TreeView& tree) : m_tree(tree), m_before(tree.IsLoading()) { tree.SetLoading(true); }
-    ~LoadRunning() { m_tree.SetLoading(m_before); }
-    LoadRunning(const LoadRunning&) = delete;
-    LoadRunning& operator=(const LoadRunning&) = delete;
-
-private:
-    TreeView& m_tree;
-    bool m_before;
-};
 
 // The release of a button is not among them: a press that began before a load still ends.
 bool ActsOnNodes(QEvent::Type type) {
@@ -68,7 +57,7 @@ TreeModel& TreePane::Model() {
 
 void TreePane::LoadTree() {
     const std::uint64_t load = ++m_begun;
-    const LoadRunning running(m_tree);
+    const ScopedValue running(mainModule.TreeLoading, true); // Loads may lie in each other.
     m_tree.LoseSelection();
     TreeModel loaded;
     try {
@@ -120,7 +109,7 @@ void TreePane::ContextMenu(const QPoint& position) {
         return;
     }
     m_tree.ShowSelection();
-    if (mainModule.ScanRunning) {
+    if (!MayAct()) {
         return;
     }
     ShowMenuItems(*items);
@@ -145,7 +134,7 @@ void TreePane::KeyDown(const QKeyEvent& event) {
 
 // By the kind of the event first: the last events arrive while the tree is being destroyed.
 bool TreePane::eventFilter(QObject* watched, QEvent* event) {
-    if (m_tree.IsLoading() && ActsOnNodes(event->type()) &&
+    if (mainModule.TreeLoading && ActsOnNodes(event->type()) &&
         (watched == &m_tree || watched == m_tree.viewport())) {
         return true;
     }
@@ -160,7 +149,7 @@ bool TreePane::eventFilter(QObject* watched, QEvent* event) {
         KeyDown(*static_cast<QKeyEvent*>(event));
     } else if (event->type() == QEvent::MouseButtonDblClick && watched == m_tree.viewport() &&
                static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton &&
-               !m_tree.NodeAt(static_cast<QMouseEvent*>(event)->pos()).empty() && !mainModule.ScanRunning) {
+               !m_tree.NodeAt(static_cast<QMouseEvent*>(event)->pos()).empty() && MayActOnTree()) {
         TreeDblClick(Model(), m_player);
     }
     return false;

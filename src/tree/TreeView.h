@@ -31,10 +31,6 @@ public:
     /// No node is selected any more, in the model and on the screen.
     void LoseSelection();
 
-    /// While a load runs the tree is an old one, and nothing may be done to its nodes.
-    bool IsLoading() const { return m_isLoading; }
-    void SetLoading(bool loading) { m_isLoading = loading; }
-
     /// Key of the node at the top of the visible part; empty in an empty tree.
     std::string GetTreeViewFirstVisibleNode() const;
     /// Scrolls so that the node is at the top, or as far as the tree goes. Throws RuntimeError 35601 if there
@@ -79,7 +75,6 @@ protected:
 private:
     TreeItems m_items;
     QPoint m_pressPosition;
-    bool m_isLoading = false;
     bool m_mayDrag = false;
     bool m_showsTarget = false;
 };

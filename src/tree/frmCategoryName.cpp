@@ -3,6 +3,7 @@
 #include "adapters/qt/QtText.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/MayAct.h"
 #include "help/HelpKey.h"
 #include "ui_frmCategoryName.h"
 #include "widgets/EnterKey.h"
@@ -19,7 +20,7 @@ frmCategoryName::frmCategoryName(QWidget* owner, std::vector<std::string> files,
     LoadStrings();
     m_ui->txtCategoryName->setFocus();
     connect(m_ui->cmdFinish, &QPushButton::clicked, this, [this] {
-        if (!mainModule.ScanRunning) {
+        if (MayAct()) {
             cmdFinish_Click();
         }
     });
@@ -51,7 +52,7 @@ CategoryFinish frmCategoryName::cmdFinish_Click() {
 // The key closes the dialog, also after the two refusals. A name that the library does not take leaves it
 // open for another one.
 void frmCategoryName::EnterPressed() {
-    if (mainModule.ScanRunning) {
+    if (!MayAct()) {
         return; // The scan of a reminder may run over the open dialog: nothing is written then.
     }
     const CategoryFinish finish = cmdFinish_Click();

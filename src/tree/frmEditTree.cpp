@@ -3,6 +3,7 @@
 #include "adapters/qt/QtText.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/MayAct.h"
 #include "help/HelpKey.h"
 #include "ui_frmEditTree.h"
 #include "widgets/EnterKey.h"
@@ -110,7 +111,7 @@ void frmEditTree::BeginEditing() {
 
 // The scan of a reminder may run over the open dialog: nothing is written then.
 void frmEditTree::cmdSave_Click() {
-    if (mainModule.ScanRunning) {
+    if (!MayAct()) {
         return;
     }
     if (const auto refusal = m_editor.cmdSave_Click(FromQString(m_ui->txtEdit->text()))) {
@@ -126,7 +127,7 @@ void frmEditTree::cmdSave_Click() {
 }
 
 void frmEditTree::cmdDelete_Click() {
-    if (mainModule.ScanRunning) {
+    if (!MayAct()) {
         return;
     }
     m_editor.cmdDelete_Click();

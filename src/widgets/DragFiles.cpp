@@ -1,6 +1,6 @@
 #include "widgets/DragFiles.h"
 
-#include "app/MainModule.h"
+#include "app/MayAct.h"
 #include "widgets/Pictures.h"
 
 #include <QApplication>
@@ -42,7 +42,7 @@ void DragFiles(QWidget& source, QMimeData* data) {
 }
 
 bool MayTakeDrop() {
-    return !mainModule.ScanRunning && QApplication::activeModalWidget() == nullptr;
+    return MayAct() && QApplication::activeModalWidget() == nullptr;
 }
 
 bool AnswerDrag(QDropEvent& event, bool takes) {

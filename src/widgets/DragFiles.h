@@ -11,7 +11,7 @@ namespace quavernet {
 /// Runs the drag to its end: it offers a copy and nothing else. Takes the data over. Lets events run.
 void DragFiles(QWidget& source, QMimeData* data);
 
-/// False while a scan runs or a box is open: then nothing but that acts.
+/// False while nothing may act, or a box is open.
 bool MayTakeDrop();
 
 /// Answers a drag over a control, or the drop on it, and tells the answer: a copy is taken if the control

@@ -120,7 +120,7 @@ TEST_F(TreeRebuildTest, ADropThatComesDuringTheRebuildOfAnotherOneIsShownToo) {
     StartWithTree();
     HandEvents hand;
     hand.onDoEvents = [&] {
-        if (Tree().IsLoading()) {
+        if (mainModule.TreeLoading) {
             EXPECT_FALSE(DropOn(Alpha(), {"/music/Two.mp3"})) << "the nodes are those of an old tree";
             return;
         }

@@ -23,7 +23,7 @@ protected:
 
 TEST_F(CloseGuardTest, ARunningScanRefusesTheClose) {
     mainModule.ScanRunning = true;
-    EXPECT_FALSE(MayCloseMain());
+    EXPECT_EQ(QueryCloseMain(), CloseAnswer::Stay);
     EXPECT_EQ(msgBox.shown, (std::vector<ShownBox>{
                                 {"Der Scanvorgang ist noch nicht beendet! Bitte brechen Sie diesen vor dem "
                                  "Schliessen des Programmes ab.",
@@ -31,7 +31,13 @@ TEST_F(CloseGuardTest, ARunningScanRefusesTheClose) {
 }
 
 TEST_F(CloseGuardTest, WithoutAScanTheWindowClosesSilently) {
-    EXPECT_TRUE(MayCloseMain());
+    EXPECT_EQ(QueryCloseMain(), CloseAnswer::Close);
+    EXPECT_TRUE(msgBox.shown.empty());
+}
+
+TEST_F(CloseGuardTest, TheWindowClosesLaterThanACommandThatActsAlone) {
+    mainModule.ActsAlone = true;
+    EXPECT_EQ(QueryCloseMain(), CloseAnswer::Later);
     EXPECT_TRUE(msgBox.shown.empty());
 }
 
