@@ -2,6 +2,7 @@
 
 #include "adapters/posix/Descriptor.h"
 #include "platform/RuntimeError.h"
+#include "platform/WriteError.h"
 
 #include <cerrno>
 #include <climits>
@@ -28,7 +29,10 @@ bool EndsInPlainFile(const std::string& path) {
 
 void Check(int error, const std::string& path) {
     if (error != 0) {
-        throw RuntimeError(ErrorNumber::PathFileAccess, ErrorText(error) + ": " + path);
+        const int number = IsDiskFull(error) ? ErrorNumber::DiskFull
+                           : error == EIO    ? ErrorNumber::DeviceInputOutput
+                                             : ErrorNumber::PathFileAccess;
+        throw RuntimeError(number, ErrorText(error) + ": " + path);
     }
 }
 

@@ -8,17 +8,18 @@
 
 namespace quavernet::posix {
 
-/// Throws RuntimeError 75 with the path for an error number that is not 0.
+/// Throws RuntimeError with the path for an error number that is not 0: 61 if the disk is full, 57 if the
+/// device fails, 75 else.
 void Check(int error, const std::string& path);
 
-/// The file that a path leads to through all links. Throws RuntimeError 75.
+/// The file that a path leads to through all links. Throws as Check does.
 std::string RealPath(const std::string& path);
 
 /// Access lists and the user's own attributes, from one open file to another, as far as the file system takes
 /// them.
 void CopyAttributes(int from, int to);
 
-/// Owner, group and rights for a copy, as far as the system allows. Throws RuntimeError 75 with the path.
+/// Owner, group and rights for a copy, as far as the system allows. Throws as Check does.
 void KeepOwnerAndRights(int copy, const struct stat& facts, const std::string& path);
 
 /// What the user takes from the rights of all new files. It can only be read by setting it: for that moment

@@ -2,6 +2,8 @@
 
 #include "adapters/posix/TemporaryCopy.h"
 #include "platform/RuntimeError.h"
+#include "support/FailureNumber.h"
+#include "support/FileSizeLimit.h"
 #include "support/OrdinaryUser.h"
 #include "support/RefusedCalls.h"
 #include "support/TemporaryFolder.h"
@@ -275,6 +277,13 @@ TEST_F(SafeSaveTest, AFileBeyondTheLengthOfASystemCallIsSavedToo) {
     std::string text(saved.Size(), '?');
     saved.ReadAt(0, std::as_writable_bytes(std::span(text.data(), text.size())));
     EXPECT_EQ(text, "head" + std::string(5000, 'b'));
+}
+
+TEST_F(SafeSaveTest, ACopyForWhichThereIsNoRoomIsToldAsAFullDisk) {
+    const OpenedFile file(path, BinaryFile::Access::ReadWrite);
+    const FileSizeLimit full(100);
+    EXPECT_EQ(NumberOf([&] { ReplaceHead(file, 5000, AsBytes("head")); }), ErrorNumber::DiskFull);
+    EXPECT_EQ(ReadFile(path), old);
 }
 
 // What a file system or an older kernel lacks.
