@@ -181,6 +181,14 @@ TEST_F(DragDropTest, FilesOfOtherMachinesAndProtocolsAreLeftOut) {
     EXPECT_TRUE(LocalFiles(QMimeData()).empty());
 }
 
+TEST_F(DragDropTest, FilesUnderTheNameOfThisMachineAreLocal) {
+    QMimeData data;
+    const QByteArray host = QSysInfo::machineHostName().toUtf8();
+    data.setData(QStringLiteral("text/uri-list"), "file://" + host + "/a.mp3\r\nfile://" + host.toUpper() +
+                                                      "/b.mp3\r\nfile://x" + host + "/c.mp3");
+    EXPECT_EQ(LocalFiles(data), (Texts{"/a.mp3", "/b.mp3"}));
+}
+
 TEST_F(DragDropTest, APathWithANulIsLeftOut) {
     QMimeData data;
     data.setData(QStringLiteral("text/uri-list"), "file:///a.mp3%00.wav\r\nfile:///b.mp3\r\n%00\r\n");

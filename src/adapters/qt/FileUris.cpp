@@ -4,12 +4,19 @@
 
 #include <QByteArray>
 #include <QMimeData>
+#include <QSysInfo>
 
 namespace quavernet {
 
 namespace {
 
 const QString UriList = QStringLiteral("text/uri-list");
+
+// Some programs name the machine that their files are on, as the standard has it.
+bool IsThisMachine(const QByteArray& host) {
+    return host.isEmpty() || host.compare("localhost", Qt::CaseInsensitive) == 0 ||
+           host.compare(QSysInfo::machineHostName().toUtf8(), Qt::CaseInsensitive) == 0;
+}
 
 } // namespace
 
@@ -25,7 +32,7 @@ std::vector<std::string> LocalFiles(const QMimeData& data) {
         if (line.startsWith("//")) {
             const qsizetype path = line.indexOf('/', 2);
             const QByteArray host = line.mid(2, path - 2);
-            if (path < 0 || (!host.isEmpty() && host != "localhost")) {
+            if (path < 0 || !IsThisMachine(host)) {
                 continue;
             }
             line.remove(0, path);
