@@ -96,6 +96,15 @@ TEST_F(FileDialogTest, TheChosenFileIsGiven) {
     EXPECT_EQ(systemDialogs.ShowOpen(filter, folder.Path()), std::optional(folder / "Märchen.QVN"));
 }
 
+TEST_F(FileDialogTest, AChosenFileThatIsNotThereCountsAsCancelled) {
+    WriteFile(folder / "gone.qvn", "x");
+    WithDialog([&](QFileDialog& dialog) {
+        QObject::connect(&dialog, &QDialog::accepted, [&] { std::filesystem::remove(folder / "gone.qvn"); });
+        Type(dialog, folder / "gone.qvn");
+    });
+    EXPECT_EQ(systemDialogs.ShowOpen(filter, folder.Path()), std::nullopt);
+}
+
 TEST_F(FileDialogTest, ANewNameIsTakenAsItIsWithoutAnExtension) {
     WithDialog([&](QFileDialog& dialog) { Type(dialog, "tree"); });
     EXPECT_EQ(systemDialogs.ShowSave(filter, folder.Path()), std::optional(folder / "tree"));

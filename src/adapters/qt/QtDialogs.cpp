@@ -47,7 +47,10 @@ std::optional<std::string> QtDialogs::ShowOpen(const std::string& filter, const 
     QFileDialog dialog(QApplication::activeWindow());
     dialog.setObjectName(QStringLiteral("ShowOpen"));
     dialog.setFileMode(QFileDialog::ExistingFile);
-    return Choose(dialog, filter, folder);
+    // The toolkit can't say a name that is not UTF-8: what it gives for one is no file, and none was chosen.
+    const std::optional<std::string> path = Choose(dialog, filter, folder);
+    return path && QFileInfo::exists(QFile::decodeName(QByteArray::fromStdString(*path))) ? path
+                                                                                          : std::nullopt;
 }
 
 std::optional<std::string> QtDialogs::ShowSave(const std::string& filter, const std::string& folder) {
