@@ -4,6 +4,7 @@
 #include "adapters/qt/QtText.h"
 #include "browser/GridPaint.h"
 #include "widgets/DragFiles.h"
+#include "widgets/PaintingOff.h"
 
 #include <QApplication>
 #include <QHelpEvent>
@@ -267,6 +268,8 @@ bool GridView::viewportEvent(QEvent* event) {
 void GridView::Drag() {
     const std::vector<std::string> files = m_selection.StartDrag();
     if (!files.empty()) {
+        // The selection stays as it was when the drag began, also to look at.
+        const PaintingOff off(*this);
         DragFiles(*this, FilesToOffer(files));
     }
     m_selection.CompleteDrag();

@@ -13,10 +13,12 @@
 #include "tree/TreeEvents.h"
 #include "tree/TreeView.h"
 #include "widgets/DragFiles.h"
+#include "widgets/PaintingOff.h"
 #include "widgets/Twips.h"
 
 #include <QDropEvent>
 #include <QMimeData>
+#include <QScrollBar>
 
 namespace quavernet {
 
@@ -29,21 +31,6 @@ bool IsControlHeld(const QDropEvent& event) {
     constexpr Qt::KeyboardModifiers Asked = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier;
     return (event.modifiers() & Asked) == Qt::ControlModifier;
 }
-
-/// A widget is not painted while this lives; the last one that goes paints it.
-class PaintingOff {
-public:
-    explicit PaintingOff(QWidget& widget) : m_widget(widget), m_before(widget.updatesEnabled()) {
-        widget.setUpdatesEnabled(false);
-    }
-    ~PaintingOff() { m_widget.setUpdatesEnabled(m_before); }
-    PaintingOff(const PaintingOff&) = delete;
-    PaintingOff& operator=(const PaintingOff&) = delete;
-
-private:
-    QWidget& m_widget;
-    bool m_before;
-};
 
 } // namespace
 
@@ -157,6 +144,7 @@ void TreeDragDrop::Drop(QDropEvent& event) {
 // rebuild at the latest.
 void TreeDragDrop::Rebuild(const DropOutcome& outcome) {
     const std::string firstVisible = m_tree.GetTreeViewFirstVisibleNode();
+    const int scrolledToTheSide = m_tree.horizontalScrollBar()->value();
     const PaintingOff off(m_tree);
     IgnoreFailure([&] { m_views.LoadTree(); });
     if (outcome.FileAdded && !mainModule.LoadOverSearch) {
@@ -165,6 +153,7 @@ void TreeDragDrop::Rebuild(const DropOutcome& outcome) {
     m_work.DoEvents();
     if (outcome.HadFileTarget) {
         IgnoreFailure([&] { m_tree.SetTreeViewFirstVisibleNode(firstVisible); });
+        m_tree.horizontalScrollBar()->setValue(scrolledToTheSide);
         m_work.DoEvents();
         IgnoreFailure([&] {
             m_tree.Model().Select(outcome.SelectKey);

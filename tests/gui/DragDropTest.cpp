@@ -8,6 +8,7 @@
 #include <QMimeData>
 
 #include <fstream>
+#include <optional>
 
 namespace quavernet::test {
 
@@ -179,6 +180,27 @@ TEST_F(DragDropTest, FilesOfOtherMachinesAndProtocolsAreLeftOut) {
                  "file://localhost/d.mp3\nfile://other/e.mp3\r\nfile:/f.mp3");
     EXPECT_EQ(LocalFiles(data), (Texts{"/a b.mp3", "/d.mp3", "/f.mp3"}));
     EXPECT_TRUE(LocalFiles(QMimeData()).empty());
+}
+
+TEST_F(DragDropTest, TheListIsNotPaintedUnderItsOwnDrag) {
+    class PaintWatch : public QObject {
+    public:
+        bool eventFilter(QObject* watched, QEvent* event) override {
+            if (event->type() == QEvent::ChildAdded) {
+                wasPainted = static_cast<QWidget*>(watched)->updatesEnabled();
+            }
+            return false;
+        }
+        std::optional<bool> wasPainted;
+    };
+    AddFile("Abba", "One");
+    AddFile("Cure", "Two");
+    Start();
+    PaintWatch watch;
+    Grid().installEventFilter(&watch);
+    EXPECT_EQ(DragsWith([] {}), 1);
+    EXPECT_EQ(watch.wasPainted, std::optional(false));
+    EXPECT_TRUE(Grid().updatesEnabled());
 }
 
 TEST_F(DragDropTest, FilesUnderTheNameOfThisMachineAreLocal) {

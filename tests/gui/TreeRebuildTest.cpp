@@ -116,6 +116,20 @@ TEST_F(TreeRebuildTest, AnExpandedNodeThatIsGoneIsPassedOverAndTheDropIsShown) {
     EXPECT_EQ(ChildCount(Beta()), 3);
 }
 
+TEST_F(TreeRebuildTest, OnlyADropOnAnEntryKeepsThePlaceToTheSide) {
+    StartWithTree();
+    mainModule.Connection->Execute("Update Files set Name = '" + std::string(500, 'x') +
+                                   "' where Name = 'Two.mp3'");
+    Form().Tree().LoadTree();
+    QScrollBar& side = *Tree().horizontalScrollBar();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return side.maximum() > 100; }));
+    side.setValue(100);
+    EXPECT_TRUE(DropOn(Entry(1), {"/music/One.mp3"}));
+    EXPECT_EQ(side.value(), 100);
+    EXPECT_TRUE(DropOn(Beta(), {"/music/One.mp3"}));
+    EXPECT_EQ(side.value(), 0);
+}
+
 TEST_F(TreeRebuildTest, ADropThatComesDuringTheRebuildOfAnotherOneIsShownToo) {
     StartWithTree();
     HandEvents hand;
