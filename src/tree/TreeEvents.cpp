@@ -101,17 +101,17 @@ std::optional<std::vector<TreeMenuItem>> TreeRightPress(TreeModel& tree, const s
 void TreeDblClick(const TreeModel& tree, PlayerWindow& player) {
     std::string path;
     bool failed = false;
-    try {
-        if (KindOfKey(tree.SelectedItem().Key) == NodeKind::File) {
+    if (tree.HasSelection() && KindOfKey(tree.SelectedItem().Key) == NodeKind::File) {
+        try {
             if (mainModule.UseExternalPlayer) {
                 path = PathOfSelectedEntry(tree);
                 OpenWithShell(path);
             } else {
                 OpenInPlayer(tree, player);
             }
+        } catch (const RuntimeError&) {
+            failed = true;
         }
-    } catch (const RuntimeError& failure) {
-        failed = failure.Number() != ErrorNumber::ObjectNotSet;
     }
     // With the internal player, and on other nodes, no path is known: the statement then names none and
     // counts nothing.

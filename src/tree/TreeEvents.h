@@ -49,8 +49,7 @@ std::vector<TreeMenuItem> TreeMenuItems(NodeKind kind);
 std::optional<std::vector<TreeMenuItem>> TreeRightPress(TreeModel& tree, const std::string& key);
 
 /// Plays the selected entry in the internal or an external player; ends with the count of a play in every
-/// case. Failures before the count are told in a box after it (but for a missing selection); one of the
-/// count is thrown.
+/// case. Failures before the count are told in a box after it; one of the count is thrown.
 void TreeDblClick(const TreeModel& tree, PlayerWindow& player);
 
 } // namespace quavernet

@@ -167,6 +167,18 @@ TEST_F(TreeEventsTest, ADoubleClickWithoutASelectionIsSilent) {
     EXPECT_THAT(msgBox.shown, IsEmpty());
 }
 
+TEST_F(TreeEventsTest, AFailureOfThePlayerIsToldWhateverItsNumberIs) {
+    class NoWindow : public RecordingPlayer {
+    public:
+        using RecordingPlayer::RecordingPlayer;
+        void Show() override { throw RuntimeError(ErrorNumber::ObjectNotSet, "Object variable not set"); }
+    };
+    NoWindow noWindow(calls);
+    tree.Select("file17pos2");
+    TreeDblClick(tree, noWindow);
+    EXPECT_THAT(msgBox.shown, ElementsAre(cannotPlay));
+}
+
 TEST_F(TreeEventsTest, AnEntryThatIsNotFoundIsToldAndTheCountRuns) {
     mainModule.UseExternalPlayer = true;
     connection->answers.clear();
