@@ -24,6 +24,20 @@ using namespace std::string_literals;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
+/// Takes its place among the calls.
+class BoxInCalls : public ScriptedMsgBox {
+public:
+    explicit BoxInCalls(CallList& calls) : m_calls(calls) {}
+    Answer ShowWithDetails(const std::string& text, const std::string& details, const std::string& title,
+                           Icon icon, Buttons buttons) override {
+        m_calls.push_back("box " + title);
+        return ScriptedMsgBox::ShowWithDetails(text, details, title, icon, buttons);
+    }
+
+private:
+    CallList& m_calls;
+};
+
 class TreeImportTest : public LibraryTest {
 protected:
     TreeImportTest() : connection(RecordingConnection::Install()) {
@@ -254,6 +268,41 @@ TEST_F(TreeImportTest, TheBoxComesWhenTheTreeHasBeenBuiltAndBeforeThePointerIsIt
     EXPECT_EQ(boxesAtTree, 0U);
     EXPECT_THAT(calls, ElementsAre("pointer 11", "tree", "pointer 0"));
     EXPECT_THAT(msgBox.shown, ElementsAre(MissingBox())) << "an empty path is no file";
+}
+
+TEST_F(TreeImportTest, PointerDialogTreeListBoxAndPointerComeInThisOrder) {
+    BoxInCalls box(calls);
+    services.msgBox = &box;
+    dialogs.onShow = [this] { calls.emplace_back("dialog"); };
+    Import("#Categories\nJazz\n#Files\n1,Jazz,song.mp3," + Mp3("song.mp3") + "\n2,Jazz,a.mp3,/m/gone.mp3\n");
+    EXPECT_THAT(calls, ElementsAre("pointer 11", "dialog", "tree", "load ''", "box Hinweis", "pointer 0"));
+    services.msgBox = &msgBox;
+}
+
+TEST_F(TreeImportTest, TheCategoryIsSearchedForAMissingFileToo) {
+    Import("#Categories\nJazz\nRock\n#Files\n1,Rock,a.mp3,/m/gone.mp3\n#Categories\nPop\n");
+    EXPECT_THAT(Categories(), ElementsAre("Jazz", "Rock", "Pop2")) << "the place of the one that was found";
+}
+
+TEST_F(TreeImportTest, ALineThatIsNoEntrySearchesForNoCategory) {
+    for (const char* line : {"1,Rock,/m/gone.mp3", "x,Rock,a.mp3,/m/gone.mp3"}) {
+        Execute("Delete from Categories");
+        Import("#Categories\nJazz\nRock\n#Files\n" + std::string(line) + "\n#Categories\nPop\n");
+        EXPECT_THAT(Categories(), ElementsAre("Jazz", "Rock", "Pop")) << line;
+    }
+}
+
+TEST_F(TreeImportTest, ACategoryThatIsGoneAgainAtOnceTakesNoEntries) {
+    AddFile(5, "/m/five.mp3");
+    connection.onStatement = [this](const std::string& statement) {
+        if (statement == "Select Category_id from Categories where Category = 'Jazz'") {
+            Execute("Delete from Categories where Category = 'Jazz'");
+        }
+    };
+    Import("#Categories\nJazz\nRock\n#Files\n1,Jazz,a.mp3,/m/five.mp3\n");
+    connection.onStatement = nullptr;
+    EXPECT_THAT(Rows("Select Parent from FileCategories"), ElementsAre("Rock"))
+        << "the last one that was made";
 }
 
 TEST_F(TreeImportTest, LinesThatAreNoEntriesAreToldInTheSameBox) {
