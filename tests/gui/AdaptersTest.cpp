@@ -436,4 +436,15 @@ TEST_F(AdaptersTest, TheFolderDialogStartsInAFolderThatIsThere) {
     EXPECT_EQ(start, QFileInfo(music).isDir() ? music : QDir::homePath());
 }
 
+TEST(QtTextTest, OfAVeryLongTextTheBeginningIsShownInALine) {
+    EXPECT_EQ(FromQString(ToLine("a\tb\nc")), "a b c");
+    EXPECT_EQ(FromQString(ToLine(std::string(1000, 'x'))), std::string(1000, 'x'));
+    std::string umlauts;
+    for (int i = 0; i < 1000; ++i) {
+        umlauts += "ä";
+    }
+    EXPECT_EQ(FromQString(ToLine(umlauts)), umlauts) << "characters count, not bytes";
+    EXPECT_EQ(FromQString(ToLine(umlauts + std::string(1 << 20, 'x'))), umlauts + "...");
+}
+
 } // namespace quavernet::test
