@@ -1,14 +1,13 @@
 #include "app/OpenWithShell.h"
 
-#include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/ShowBox.h"
 #include "app/TextNumbers.h"
 
 namespace quavernet {
 
 void ShowExclamation(std::int32_t textId, std::int32_t titleId) {
-    services.msgBox->Show(LoadResString(textId), LoadResString(titleId), MsgBox::Icon::Exclamation,
-                          MsgBox::Buttons::Ok);
+    ShowBox(textId, titleId, MsgBox::Icon::Exclamation);
 }
 
 void ShowOpenFailure(std::int32_t textId) {

@@ -19,6 +19,7 @@ inline constexpr std::int32_t RemainingTime = 345; ///< Before a time in the sta
 inline constexpr std::int32_t ElapsedTime = 346;   ///< Before a time in the status bar.
 inline constexpr std::int32_t LastScan = 351;      ///< Before a date in the window's title.
 inline constexpr std::int32_t Ready = 432;         ///< In the status bar while nothing is being done.
+inline constexpr std::int32_t ErrorStart = 445;    ///< Before number and description of a failure.
 inline constexpr std::int32_t TreeRoot = 591;      ///< The node that holds all categories.
 inline constexpr std::int32_t TreeFaults = 779;    ///< Before the faults that a tree had at the start.
 inline constexpr std::int32_t ListFaults = 782;    ///< Before those of the list.

@@ -1,8 +1,8 @@
 #include "mainwindow/CloseGuard.h"
 
-#include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/MayAct.h"
+#include "app/ShowBox.h"
 
 namespace quavernet {
 
@@ -10,8 +10,7 @@ CloseAnswer QueryCloseMain() {
     if (!mainModule.ScanRunning) {
         return MayAct() ? CloseAnswer::Close : CloseAnswer::Later;
     }
-    services.msgBox->Show(LoadResString(355), LoadResString(356), MsgBox::Icon::Information,
-                          MsgBox::Buttons::Ok);
+    ShowBox(355, 356, MsgBox::Icon::Information);
     return CloseAnswer::Stay;
 }
 

@@ -3,6 +3,7 @@
 #include "app/LibraryViews.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/ShowBox.h"
 #include "library/SqlQuote.h"
 #include "platform/LibraryError.h"
 
@@ -17,10 +18,6 @@ struct NamedCategory {
     std::string Id;
     std::string Name;
 };
-
-void ShowBox(const std::string& text, std::int32_t titleId, MsgBox::Icon icon) {
-    services.msgBox->Show(text, LoadResString(titleId), icon, MsgBox::Buttons::Ok);
-}
 
 bool IsTaken(const std::string& name) {
     ADODB::Recordset same;
@@ -37,7 +34,7 @@ std::optional<std::string> InsertNamed(const std::string& name) {
     } catch (const LibraryError&) {
         throw; // The library as a whole is in trouble, whatever the name.
     } catch (const RuntimeError& failure) {
-        return LoadResString(445) + std::to_string(failure.Number()) + " - " + failure.Description();
+        return FailureText(failure);
     }
     return std::nullopt;
 }
@@ -88,7 +85,7 @@ void AddEntry(const NamedCategory& category, const std::string& path, std::size_
 CategoryFinish FinishCategory(const std::string& name, const std::vector<std::string>& files,
                               LibraryViews& views) {
     if (name.empty()) {
-        ShowBox(LoadResString(307), 308, MsgBox::Icon::Information);
+        ShowBox(307, 308, MsgBox::Icon::Information);
         return CategoryFinish::NameMissing;
     }
     NamedCategory category;

@@ -5,6 +5,7 @@
 #include "app/LoadResString.h"
 #include "app/LongWork.h"
 #include "app/MainModule.h"
+#include "app/ShowBox.h"
 #include "app/TextNumbers.h"
 #include "library/SqlQuote.h"
 #include "platform/RuntimeError.h"
@@ -184,9 +185,8 @@ void ImportTree(LongWork& work, LibraryViews& views, ScanDriver& driver) {
         views.LoadDatabase("");
     }
     if (import.HasMissed()) {
-        services.msgBox->Show(LoadResString(Texts::FilesNotAdded) + "\n" +
-                                  LoadResString(Texts::FilesNotFound),
-                              LoadResString(Texts::Note), MsgBox::Icon::Information, MsgBox::Buttons::Ok);
+        ShowBox(LoadResString(Texts::FilesNotAdded) + "\n" + LoadResString(Texts::FilesNotFound), Texts::Note,
+                MsgBox::Icon::Information);
     }
     work.SetMousePointer(MousePointer::Default);
 }

@@ -4,6 +4,7 @@
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/MayAct.h"
+#include "app/ShowBox.h"
 #include "help/HelpKey.h"
 #include "ui_frmEditTree.h"
 #include "widgets/EnterKey.h"
@@ -116,8 +117,7 @@ void frmEditTree::cmdSave_Click() {
     }
     if (const auto refusal = m_editor.cmdSave_Click(FromQString(m_ui->txtEdit->text()))) {
         ShowState();
-        services.msgBox->Show(LoadResString(*refusal), LoadResString(337), MsgBox::Icon::Critical,
-                              MsgBox::Buttons::Ok);
+        ShowBox(*refusal, 337, MsgBox::Icon::Critical);
         return;
     }
     // Not to cmdOK, where the keyboard would go from the field: the next Return begins another category.

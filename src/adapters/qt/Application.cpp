@@ -5,6 +5,8 @@
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/SettingFailure.h"
+#include "app/ShowBox.h"
+#include "app/TextNumbers.h"
 #include "platform/LibraryError.h"
 
 #include <QAbstractEventDispatcher>
@@ -112,12 +114,9 @@ void Application::EndWithFailure(const std::exception& failure, const std::strin
     } catch (const RuntimeError&) {
         // The first failure is the one to show; what could be written has been.
     }
-    std::string text = LoadResString(445);
-    if (const auto* error = dynamic_cast<const RuntimeError*>(&failure)) {
-        text += std::to_string(error->Number()) + " - " + error->Description();
-    } else {
-        text += failure.what();
-    }
+    const auto* error = dynamic_cast<const RuntimeError*>(&failure);
+    std::string text =
+        error != nullptr ? FailureText(*error) : LoadResString(Texts::ErrorStart) + failure.what();
     const std::string activity = m_activity ? m_activity() : std::string();
     const std::string& during = activity.empty() ? doing : activity;
     if (!during.empty()) {
