@@ -38,7 +38,9 @@ inline constexpr std::int32_t FilesNotAdded = 366;  ///< An import lacks some fi
 inline constexpr std::int32_t FilesNotFound = 367;
 inline constexpr std::int32_t Note = 368; ///< The title above the two.
 
-inline constexpr std::int32_t Restart = 778; ///< Button of the box with which the program ends.
+inline constexpr std::int32_t ProgramEnds = 443;     ///< Title of the box with which the program ends.
+inline constexpr std::int32_t Restart = 778;         ///< Its second button.
+inline constexpr std::int32_t NotStartedAgain = 783; ///< What that may come to.
 
 // What a frame header says.
 inline constexpr std::int32_t Stereo = 447; ///< The four channel modes follow each other from here.

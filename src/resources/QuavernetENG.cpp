@@ -361,6 +361,7 @@ constexpr clsResources::Entry EnglishTexts[] = {
     {780, "The library libmpv is needed for playing. The reason: "},
     {781, "No sound device found: nothing can be heard."},
     {782, "Errors in the list: "},
+    {783, "Quavernet could not be started again."},
 };
 
 } // namespace

@@ -364,6 +364,7 @@ constexpr clsResources::Entry GermanTexts[] = {
     {780, "Zum Abspielen fehlt die Bibliothek libmpv. Der Grund: "},
     {781, "Kein Audiogerät gefunden: Es ist nichts zu hören."},
     {782, "Fehler in der Liste: "},
+    {783, "Quavernet konnte nicht wieder gestartet werden."},
 };
 
 } // namespace

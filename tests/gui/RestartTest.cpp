@@ -2,12 +2,14 @@
 #include "gui/GuiTest.h"
 
 #include "adapters/qt/QtMsgBox.h"
+#include "adapters/qt/QtShell.h"
 
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
 
 #include <functional>
+#include <iostream>
 
 namespace quavernet::test {
 
@@ -57,6 +59,25 @@ TEST_F(RestartTest, ReturnEscapeAndAClosedBoxDoNotRestart) {
     EXPECT_EQ(After([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); }), MsgBox::Answer::Ok);
     EXPECT_EQ(After([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); }), MsgBox::Answer::Ok);
     EXPECT_EQ(After([](QMessageBox& box) { box.close(); }), MsgBox::Answer::Ok);
+}
+
+TEST_F(RestartTest, AProgramThatCanNotBeStartedAgainIsTold) {
+    class PrintedBox : public ScriptedMsgBox {
+    public:
+        Answer Show(const std::string& text, const std::string& title, Icon, Buttons) override {
+            std::cerr << title << ": " << text << "\n";
+            return Answer::Ok;
+        }
+    };
+    const QString missing = ToQString(folder / "gone");
+    EXPECT_EXIT(
+        {
+            PrintedBox box;
+            services.msgBox = &box;
+            QtShell([] {}, missing).EndProcessAndStartAgain(1);
+        },
+        ::testing::ExitedWithCode(1),
+        "Programm wird beendet: Quavernet konnte nicht wieder gestartet werden.");
 }
 
 } // namespace quavernet::test

@@ -1,6 +1,8 @@
 #include "adapters/qt/QtShell.h"
 
 #include "adapters/qt/QtText.h"
+#include "app/ShowBox.h"
+#include "app/TextNumbers.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -85,8 +87,10 @@ void QtShell::EndProcess(int exitCode) {
 // Only when everything is on the disk: the new process reads settings and library at once.
 void QtShell::EndProcessAndStartAgain(int exitCode) {
     BeforeEnd();
-    QProcess::startDetached(QCoreApplication::applicationFilePath(), QCoreApplication::arguments().mid(1),
-                            QString());
+    const QString program = m_program.isEmpty() ? QCoreApplication::applicationFilePath() : m_program;
+    if (!QProcess::startDetached(program, QCoreApplication::arguments().mid(1), QString())) {
+        ShowBox(Texts::NotStartedAgain, Texts::ProgramEnds, MsgBox::Icon::Critical);
+    }
     End(exitCode);
 }
 

@@ -3,6 +3,8 @@
 
 #include "platform/Services.h"
 
+#include <QString>
+
 #include <functional>
 
 namespace quavernet {
@@ -10,7 +12,9 @@ namespace quavernet {
 class QtShell : public Shell {
 public:
     /// `beforeEnd` brings to disk what is still held in memory; it runs before the process ends.
-    explicit QtShell(std::function<void()> beforeEnd) : m_beforeEnd(std::move(beforeEnd)) {}
+    /// `program` is what starts again; empty: this one.
+    explicit QtShell(std::function<void()> beforeEnd, QString program = {})
+        : m_beforeEnd(std::move(beforeEnd)), m_program(std::move(program)) {}
 
     std::optional<std::string> SpecialFolder(int id) override;
     std::string ProgramFolder() override;
@@ -24,6 +28,7 @@ private:
     [[noreturn]] static void End(int exitCode);
 
     std::function<void()> m_beforeEnd;
+    QString m_program;
 };
 
 } // namespace quavernet
