@@ -22,6 +22,10 @@ public:
     /// Shows the window beside the main window; loads it if need be.
     virtual void Show() = 0;
 
+    /// The same for a user who wants the window itself: it is restored, lies above the others and gets the
+    /// keyboard.
+    virtual void BringToFront() = 0;
+
     /// Puts the rows of mainModule.SelectedRows into the queue, which is emptied first unless files are
     /// always added.
     virtual void FillPlaylist() = 0;

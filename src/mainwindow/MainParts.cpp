@@ -4,6 +4,7 @@
 #include "library/LibraryCommands.h"
 #include "mainwindow/MainMenuTable.h"
 #include "mainwindow/WindowCommands.h"
+#include "playback/PlaybackCommands.h"
 #include "scanner/ScanCommands.h"
 #include "tree/ExchangeCommands.h"
 #include "tree/TreeCommands.h"
@@ -41,6 +42,7 @@ MainParts::MainParts(QMainWindow& window, const SwitchControls& switchControls,
     RegisterTreeCommands(Commands, Tree.Model(), Views, window);
     RegisterExchangeCommands(Commands, Tree.Model(), Work, Views, Scan.Driver());
     RegisterLibraryCommands(Commands, Work, Views);
+    RegisterPlaybackCommands(Commands, Player);
     RegisterWindowCommands(Commands, Named, window, loadStrings);
     Menu.Build(Commands);
     Panes.BuildCommands(Commands);

@@ -10,6 +10,7 @@ namespace quavernet {
 class NoPlayer : public PlayerWindow {
 public:
     void Show() override { Fail(); }
+    void BringToFront() override { Fail(); }
     void FillPlaylist() override { Fail(); }
     void FillPlaylistFromTree(std::int16_t, const TreeModel&) override { Fail(); }
     void FillPlaylistFromCharts(const RowTexts&, std::int32_t) override { Fail(); }

@@ -69,7 +69,7 @@ class MenusTest(ProgramTest):
             self.close_menu()
 
         self.dialog(window, "^Wählen Sie einen Ordner$", 0, 0)
-        self.dialog(window, "^Datenbank säubern$", 0, 3)
+        self.dialog(window, "^Datenbank säubern$", 0, 4)
         self.dialog(window, "^Standard Scanpfad$", 3, 1)
         self.dialog(window, "^Scan Erinnerung$", 3, 2)
         self.dialog(window, "^Über Quavernet$", 4, 1)

@@ -139,30 +139,14 @@ TEST_F(MainMenuTest, ExactlyTheseCommandsAreLeftOutUntilTheyExist) {
             leftOut.emplace_back(entry.Name);
         }
     }
-    EXPECT_EQ(leftOut, (Texts{"mnuPlayer",
-                              "mnuPrint",
-                              "mnuEditFilename",
-                              "mnuManageCovers",
-                              "mnuExtras",
-                              "mnuDetails",
-                              "mnuPlaySelectedItems",
-                              "mnuPlaylist",
-                              "mnuKonvert",
-                              "mnuRandomPlay",
-                              "mnuKonvertoptions",
-                              "mnuToplists",
-                              "mnuCoverOnlineSearch",
-                              "mnuRandom",
-                              "mnuKontextDetails",
-                              "mnuKontextPlay",
-                              "mnuKontextKonvert",
-                              "mnuKontextFilename",
-                              "mnuKontextPlaylist",
-                              "mnuKontextRandom",
-                              "mnuKontextPrint",
-                              "mnuPlay",
-                              "mnuTreeRandom",
-                              "mnuCreatePlaylist"}));
+    EXPECT_EQ(leftOut, (Texts{"mnuPrint",          "mnuEditFilename",    "mnuManageCovers",
+                              "mnuExtras",         "mnuDetails",         "mnuPlaySelectedItems",
+                              "mnuPlaylist",       "mnuKonvert",         "mnuRandomPlay",
+                              "mnuKonvertoptions", "mnuToplists",        "mnuCoverOnlineSearch",
+                              "mnuRandom",         "mnuKontextDetails",  "mnuKontextPlay",
+                              "mnuKontextKonvert", "mnuKontextFilename", "mnuKontextPlaylist",
+                              "mnuKontextRandom",  "mnuKontextPrint",    "mnuPlay",
+                              "mnuTreeRandom",     "mnuCreatePlaylist"}));
     Texts buttons;
     for (const QAction* button : Form().Panes().Toolbar1().actions()) {
         buttons.push_back(FromQString(button->objectName()));

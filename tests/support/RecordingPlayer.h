@@ -14,6 +14,7 @@ public:
     explicit RecordingPlayer(std::vector<std::string>& calls) : m_calls(calls) {}
 
     void Show() override { m_calls.push_back("Show"); }
+    void BringToFront() override { m_calls.push_back("BringToFront"); }
     void FillPlaylist() override {
         m_calls.push_back("FillPlaylist");
         if (fillFails) {
