@@ -1,8 +1,8 @@
 #include "mainwindow/WindowState.h"
 
-#include "app/MainModule.h"
+#include "app/NumberSetting.h"
 #include "app/Registry.h"
-#include "app/SettingFailure.h"
+#include "platform/RuntimeError.h"
 
 #include <algorithm>
 
@@ -12,22 +12,6 @@ namespace {
 
 constexpr std::int32_t SmallScreenWidth = 12000;
 constexpr std::int32_t SmallScreenHeight = 9000;
-
-double NumberSetting(const std::string& name, const std::string& defaultValue) {
-    if (const auto number = ParseNumber(Setting(name, defaultValue), services.regional)) {
-        return *number;
-    }
-    throw SettingError(name, ErrorNumber::TypeMismatch, "Type mismatch");
-}
-
-std::int32_t TwipsSetting(const std::string& name, const std::string& defaultValue) {
-    const double number = NumberSetting(name, defaultValue);
-    try {
-        return Narrow32(number);
-    } catch (const RuntimeError& error) {
-        throw SettingError(name, error.Number(), error.Description());
-    }
-}
 
 bool BooleanSetting(const std::string& name, const std::string& defaultValue) {
     return NumberSetting(name, defaultValue) != 0;
