@@ -91,8 +91,8 @@ public:
     virtual std::optional<std::string> BrowseForFolder(const std::string& title) = 0;
 
     /// Asks for a file that is there. `filter` is what the list of kinds shows, "|" and a pattern such as
-    /// "*.m3u", which counts in any case of letters; `folder` is where the dialog begins. Nothing if the user
-    /// cancelled.
+    /// "*.m3u", which counts in any case of letters; further kinds may follow in the same way; `folder` is
+    /// where the dialog begins. Nothing if the user cancelled.
     virtual std::optional<std::string> ShowOpen(const std::string& filter, const std::string& folder) = 0;
 
     /// The same for a file to write. The name is taken as it was typed, without an extension added, and

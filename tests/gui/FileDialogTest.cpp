@@ -66,6 +66,19 @@ TEST_F(FileDialogTest, TheyBeginInTheGivenFolderWithTheGivenKind) {
     }
 }
 
+TEST_F(FileDialogTest, EachKindOfSeveralCanBeChosen) {
+    Texts kinds;
+    WithDialog([&](QFileDialog& dialog) {
+        auto* combo = dialog.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+        for (int index = 0; index < combo->count(); ++index) {
+            kinds.push_back(FromQString(combo->itemText(index)));
+        }
+        dialog.reject();
+    });
+    (void)systemDialogs.ShowOpen("Mp3 Audio (*.mp3)|*.mp3|Audiodatei (*.wav)|*.wav", folder.Path());
+    EXPECT_EQ(kinds, (Texts{"Mp3 Audio (*.mp3)", "Audiodatei (*.wav)"}));
+}
+
 TEST_F(FileDialogTest, AFolderThatIsNotThereBeginsAtHome) {
     QString directory;
     WithDialog([&](QFileDialog& dialog) {

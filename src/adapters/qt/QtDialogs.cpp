@@ -21,18 +21,22 @@ QString StartFolder() {
 
 // "Playlists (*.m3u)|*.m3u" as the toolkit wants it: what is shown, and in brackets of its own a pattern that
 // takes each letter in either case. Where a folder's list is the system's, case would count otherwise.
-QString NameFilter(const QString& filter) {
+QStringList NameFilters(const QString& filter) {
     const QStringList parts = filter.split(u'|');
-    QString pattern;
-    for (const QChar c : parts.value(1)) {
-        pattern += c.isLetter() ? QStringLiteral("[%1%2]").arg(c.toLower()).arg(c.toUpper()) : QString(c);
+    QStringList filters;
+    for (qsizetype part = 0; part + 1 < parts.size(); part += 2) {
+        QString pattern;
+        for (const QChar c : parts[part + 1]) {
+            pattern += c.isLetter() ? QStringLiteral("[%1%2]").arg(c.toLower()).arg(c.toUpper()) : QString(c);
+        }
+        filters.append(QStringLiteral("%1 (%2)").arg(parts[part], pattern));
     }
-    return QStringLiteral("%1 (%2)").arg(parts.value(0), pattern);
+    return filters;
 }
 
 std::optional<std::string> Choose(QFileDialog& dialog, const std::string& filter, const std::string& folder) {
     dialog.setOption(QFileDialog::HideNameFilterDetails);
-    dialog.setNameFilter(NameFilter(ToQString(filter)));
+    dialog.setNameFilters(NameFilters(ToQString(filter)));
     const QString start = QFile::decodeName(QByteArray::fromStdString(folder));
     dialog.setDirectory(QFileInfo(start).isDir() ? start : QDir::homePath());
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
