@@ -82,8 +82,9 @@ void MainPanes::OrderTabs() {
 
 void MainPanes::BuildToolbar() {
     m_toolbar = new MainToolbar(m_filter);
-    m_play = new PictureButton(QStringLiteral("cmdPlay"), "Play", m_filter);
-    m_randomize = new PictureButton(QStringLiteral("cmdRandomize"), "PlayR", m_filter);
+    m_play = new PictureButton(QStringLiteral("cmdPlay"), {"Play", "PlayGreen", "PlayGreenDown"}, m_filter);
+    m_randomize = new PictureButton(QStringLiteral("cmdRandomize"), {"PlayR", "PlayRGreen", "PlayRGreenDown"},
+                                    m_filter);
     connect(m_play, &PictureButton::Entered, m_randomize, &PictureButton::SetAtRest);
     connect(m_randomize, &PictureButton::Entered, m_play, &PictureButton::SetAtRest);
 }

@@ -6,17 +6,31 @@
 #include <QPainter>
 #include <QStyleOptionFocusRect>
 
+#include <utility>
+
 namespace quavernet {
 
 namespace {
-constexpr int PictureSize = 18;
+constexpr int SmallSide = 18; // Beside fields and texts.
 }
 
-PictureButton::PictureButton(const QString& name, std::string key, QWidget* parent)
-    : QAbstractButton(parent), m_key(std::move(key)) {
-    setObjectName(name);
+PictureButton::PictureButton(QWidget* parent) : QAbstractButton(parent), m_side(SmallSide) {
     setMouseTracking(true);
     setFocusPolicy(Qt::TabFocus);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+PictureButton::PictureButton(const QString& name, PictureLooks looks, QWidget* parent)
+    : PictureButton(parent) {
+    setObjectName(name);
+    SetLooks(std::move(looks), SmallSide);
+}
+
+void PictureButton::SetLooks(PictureLooks looks, int side) {
+    m_looks = std::move(looks);
+    m_side = side;
+    updateGeometry();
+    update();
 }
 
 void PictureButton::SetAtRest() {
@@ -26,18 +40,20 @@ void PictureButton::SetAtRest() {
 
 std::string PictureButton::PictureKey() const {
     if (isDown()) {
-        return m_key + "GreenDown";
+        return m_looks.Pressed;
     }
-    return m_hovered && isEnabled() ? m_key + "Green" : m_key;
+    return m_hovered && isEnabled() ? m_looks.Hovered : m_looks.Rest;
 }
 
 QSize PictureButton::sizeHint() const {
-    return {PictureSize + 2, PictureSize + 2};
+    // A ninth around the picture, so that a large one has room for the focus frame too.
+    const int margin = m_side / 9;
+    return {m_side + margin, m_side + margin};
 }
 
 void PictureButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    QRect place(0, 0, PictureSize, PictureSize);
+    QRect place(0, 0, m_side, m_side);
     place.moveCenter(rect().center());
     Picture(PictureKey())
         .paint(&painter, place, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
@@ -55,8 +71,16 @@ void PictureButton::mouseMoveEvent(QMouseEvent* event) {
     QAbstractButton::mouseMoveEvent(event);
 }
 
+void PictureButton::mouseReleaseEvent(QMouseEvent* event) {
+    // Before the click: its command may show other windows, and the mouse be elsewhere when it returns.
+    m_hovered = true;
+    QAbstractButton::mouseReleaseEvent(event);
+}
+
 void PictureButton::leaveEvent(QEvent* event) {
-    SetAtRest();
+    if (m_restsOnLeave) {
+        SetAtRest();
+    }
     QAbstractButton::leaveEvent(event);
 }
 

@@ -1,5 +1,5 @@
 // A picture that acts as a button, with one image at rest, one under the mouse and one while it is pressed.
-// cmdPlay and cmdRandomize are of this kind.
+// The play buttons of the main window and the buttons of the player are of this kind.
 #pragma once
 
 #include <QAbstractButton>
@@ -8,11 +8,25 @@
 
 namespace quavernet {
 
+/// The pictures of a button by their keys.
+struct PictureLooks {
+    std::string Rest;
+    std::string Hovered;
+    std::string Pressed;
+};
+
 class PictureButton : public QAbstractButton {
     Q_OBJECT
 public:
-    /// `key` names the picture at rest; "Green" and "GreenDown" are added for the other two.
-    PictureButton(const QString& name, std::string key, QWidget* parent);
+    explicit PictureButton(QWidget* parent = nullptr);
+    PictureButton(const QString& name, PictureLooks looks, QWidget* parent);
+
+    /// `side`: pixels of the picture.
+    void SetLooks(PictureLooks looks, int side);
+
+    /// Whether the button goes to rest when the mouse leaves it, as it does unless told otherwise, or stays
+    /// as it is until SetAtRest.
+    void SetRestsOnLeave(bool rests) { m_restsOnLeave = rests; }
 
     void SetAtRest();
 
@@ -22,16 +36,19 @@ public:
     QSize sizeHint() const override;
 
 signals:
-    void Entered();
+    void Entered(); ///< The mouse moves over the button.
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
 
 private:
-    std::string m_key;
+    PictureLooks m_looks;
+    int m_side;
     bool m_hovered = false;
+    bool m_restsOnLeave = true;
 };
 
 } // namespace quavernet

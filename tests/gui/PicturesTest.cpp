@@ -13,9 +13,15 @@ namespace quavernet::test {
 namespace {
 
 constexpr auto Keys = std::to_array<const char*>(
-    {"ArrowDown",      "ArrowUp", "Play",  "PlayGreen", "PlayGreenDown", "PlayR", "PlayRGreen",
-     "PlayRGreenDown", "cancel",  "close", "date",      "drag",          "file",  "konvert",
-     "open",           "parent",  "plist", "print",     "scan",          "top"});
+    {"ArrowDown", "ArrowUp",      "Play",           "PlayGreen",      "PlayGreenDown",
+     "PlayR",     "PlayRGreen",   "PlayRGreenDown", "cancel",         "close",
+     "date",      "drag",         "file",           "konvert",        "last",
+     "lastblue",  "lastdown",     "maindialog",     "maindialogblue", "maindialogdown",
+     "minimize",  "minimizeblue", "minimizedown",   "next",           "nextblue",
+     "nextdown",  "open",         "parent",         "pause",          "pauseblue",
+     "pausedown", "play",         "playblue",       "playdown",       "plist",
+     "print",     "scan",         "stop",           "stopblue",       "stopdown",
+     "top"});
 
 double Luminance(const QColor& color) {
     const auto part = [](double value) {
@@ -77,7 +83,7 @@ TEST_F(PicturesTest, EveryPictureIsSeenOnALightAndOnADarkWindow) {
 TEST_F(PicturesTest, APictureButtonHasThreeLooks) {
     QWidget window;
     window.resize(100, 100);
-    PictureButton button(QStringLiteral("cmdPlay"), "Play", &window);
+    PictureButton button(QStringLiteral("cmdPlay"), {"Play", "PlayGreen", "PlayGreenDown"}, &window);
     button.setGeometry(10, 10, 20, 20);
     int clicks = 0;
     int entered = 0;
