@@ -1,6 +1,7 @@
 #include "mainwindow/AppWindows.h"
 
 #include "app/LoadResString.h"
+#include "app/MainModule.h"
 #include "app/TextNumbers.h"
 #include "mainwindow/MainParts.h"
 #include "mainwindow/frmMain.h"
@@ -20,7 +21,10 @@ std::string AppWindows::ScreenResolution() const {
 }
 
 void AppWindows::ShowMain() {
-    m_main = std::make_unique<frmMain>();
+    if (m_main) {
+        m_closed.Add(std::move(m_main));
+    }
+    m_main = std::make_unique<frmMain>(m_player);
     m_main->Form_Load();
     m_main->show();
 }
@@ -33,8 +37,37 @@ LongWork& AppWindows::Work() {
     return m_main->Parts().Work;
 }
 
-LibraryViews& AppWindows::Views() {
-    return m_main->Parts().Views;
+void AppWindows::LoadDatabase(const std::string& list) {
+    if (mainModule.MainOpen) {
+        m_main->Parts().Views.LoadDatabase(list);
+    }
+}
+
+void AppWindows::LoadTree() {
+    if (mainModule.MainOpen) {
+        m_main->Parts().Views.LoadTree();
+    }
+}
+
+void AppWindows::BringToFront() {
+    if (!mainModule.MainOpen) {
+        ShowMain();
+    }
+    if (m_main->isMinimized()) {
+        m_main->setWindowState(m_main->windowState() & ~Qt::WindowMinimized);
+    }
+    m_main->raise();
+    m_main->activateWindow();
+}
+
+bool AppWindows::ListIsEmpty() const {
+    return m_main->Panes().Grid().Model().Rows().Count() == 0;
+}
+
+void AppWindows::Close() {
+    if (mainModule.MainOpen) {
+        m_main->close();
+    }
 }
 
 std::string AppWindows::Activity() const {

@@ -1,7 +1,12 @@
-// The windows that the entry procedure brings up, and what is shared among them. src/main.cpp owns it.
+// The two windows that outlive each other, main window and player, with what is shared among them: they are
+// shown, closed and brought back here. src/main.cpp owns it.
 #pragma once
 
+#include "app/LibraryViews.h"
+#include "app/MainWindow.h"
 #include "mainwindow/Main.h"
+#include "playback/PlayerHost.h"
+#include "widgets/ClosedWindows.h"
 
 #include <memory>
 
@@ -9,7 +14,7 @@ namespace quavernet {
 
 class frmMain;
 
-class AppWindows : public StartView {
+class AppWindows : public StartView, public MainWindow, private LibraryViews {
 public:
     AppWindows();
     ~AppWindows() override;
@@ -18,14 +23,27 @@ public:
     void ShowMain() override;
     void ShowSplash() override;
     LongWork& Work() override;
-    LibraryViews& Views() override;
+
+    /// For the start and for the player: a load does nothing while the main window is closed.
+    LibraryViews& Views() override { return *this; }
+
+    void BringToFront() override;
+    bool ListIsEmpty() const override;
+    void Close() override;
 
     /// What the program says that it is doing: the text of the panel "Scanning"; empty while it is ready.
     std::string Activity() const;
 
+    /// The main window, also after it has closed.
     frmMain* Form() { return m_main.get(); }
+    PlayerHost& Player() { return m_player; }
 
 private:
+    void LoadDatabase(const std::string& list) override;
+    void LoadTree() override;
+
+    PlayerHost m_player{*this};
+    ClosedWindows m_closed;
     std::unique_ptr<frmMain> m_main;
 };
 

@@ -1,5 +1,7 @@
 #include "mainwindow/MainParts.h"
 
+#include "app/MainModule.h"
+#include "app/PlayerWindow.h"
 #include "browser/ListCommands.h"
 #include "library/LibraryCommands.h"
 #include "mainwindow/MainMenuTable.h"
@@ -29,12 +31,12 @@ std::vector<std::string_view> CommandNames() {
 
 } // namespace
 
-MainParts::MainParts(QMainWindow& window, const SwitchControls& switchControls,
+MainParts::MainParts(QMainWindow& window, PlayerWindow& player, const SwitchControls& switchControls,
                      const std::function<void()>& loadStrings)
     : Commands(CommandNames()), Menu(*new MainMenu(window.menuBar())), Panes(*new MainPanes(&window, Drag)),
       Named(Menu, Panes.Toolbar1(), Panes), Work(window, Panes.Status()),
-      List({Panes.Grid(), Panes.Filter(), Panes.Letters()}, Work, Named, switchControls, Player),
-      Tree(Panes.Tree(), Named, Commands, Player), Views(List, Panes.Filter(), Tree, Named, switchControls),
+      List({Panes.Grid(), Panes.Filter(), Panes.Letters()}, Work, Named, switchControls, player),
+      Tree(Panes.Tree(), Named, Commands, player), Views(List, Panes.Filter(), Tree, Named, switchControls),
       Scan(Work, Views, Named, window), TreeDrags(Panes.Tree(), Views, Drag, Scan.Driver(), Work) {
     window.setCentralWidget(&Panes);
     RegisterScanCommands(Commands, Scan, Named, window);
@@ -42,8 +44,13 @@ MainParts::MainParts(QMainWindow& window, const SwitchControls& switchControls,
     RegisterTreeCommands(Commands, Tree.Model(), Views, window);
     RegisterExchangeCommands(Commands, Tree.Model(), Work, Views, Scan.Driver());
     RegisterLibraryCommands(Commands, Work, Views);
-    RegisterPlaybackCommands(Commands, Player);
-    RegisterWindowCommands(Commands, Named, window, loadStrings);
+    RegisterPlaybackCommands(Commands, player);
+    RegisterWindowCommands(Commands, Named, window, [loadStrings, &player] {
+        loadStrings();
+        if (mainModule.PlayerOpen) {
+            player.LoadStrings();
+        }
+    });
     Menu.Build(Commands);
     Panes.BuildCommands(Commands);
     QObject::connect(

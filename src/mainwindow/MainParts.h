@@ -10,7 +10,6 @@
 #include "mainwindow/MainPanes.h"
 #include "mainwindow/MainViews.h"
 #include "mainwindow/MainWork.h"
-#include "mainwindow/NoPlayer.h"
 #include "scanner/ScanController.h"
 #include "tree/TreeDragDrop.h"
 #include "tree/TreePane.h"
@@ -21,11 +20,13 @@ class QMainWindow;
 
 namespace quavernet {
 
+class PlayerWindow;
+
 class MainParts {
 public:
     /// `switchControls` and `loadStrings` are the window's own. Throws RuntimeError if a command is
     /// registered under a name that no menu and no toolbar knows, or twice.
-    MainParts(QMainWindow& window, const SwitchControls& switchControls,
+    MainParts(QMainWindow& window, PlayerWindow& player, const SwitchControls& switchControls,
               const std::function<void()>& loadStrings);
 
     DragState Drag; ///< Written and read by list and tree.
@@ -34,7 +35,6 @@ public:
     MainPanes& Panes;
     MainControls Named;
     MainWork Work;
-    NoPlayer Player;
     ListController List;
     TreePane Tree;
     MainViews Views;

@@ -37,13 +37,13 @@ void SetComboIndex(QComboBox& combo, std::int32_t stored) {
 
 } // namespace
 
-frmMain::frmMain() {
+frmMain::frmMain(PlayerWindow& player) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowIcon(Picture("quavernet"));
     setMouseTracking(true);
     setAcceptDrops(true);
     m_parts = std::make_unique<MainParts>(
-        *this, [this](ControlMode mode) { SetControlState(mode); }, [this] { LoadStrings(); });
+        *this, player, [this](ControlMode mode) { SetControlState(mode); }, [this] { LoadStrings(); });
     new HelpKey(this);
     m_afterLoadTimer.setParent(this);
     m_afterLoadTimer.setObjectName(QStringLiteral("AfterLoadTimer"));
@@ -224,6 +224,7 @@ bool frmMain::Form_QueryUnload() {
 }
 
 void frmMain::Form_Unload() {
+    m_afterLoadTimer.stop(); // The player may go on without the window.
     SaveWindowState(CurrentState());
     FinishMainUnload();
 }

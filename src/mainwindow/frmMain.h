@@ -15,12 +15,13 @@ namespace quavernet {
 class MainMenu;
 class MainPanes;
 class MainParts;
+class PlayerWindow;
 class TreePane;
 
 class frmMain : public QMainWindow {
     Q_OBJECT
 public:
-    frmMain();
+    explicit frmMain(PlayerWindow& player);
     ~frmMain() override;
 
     /// Restores the window from the settings, before it is shown.

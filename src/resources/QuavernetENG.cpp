@@ -362,6 +362,10 @@ constexpr clsResources::Entry EnglishTexts[] = {
     {781, "No sound device found: nothing can be heard."},
     {782, "Errors in the list: "},
     {783, "Quavernet could not be started again."},
+    {784, "File..."},
+    {785, "Folder..."},
+    {786, "Position in the track"},
+    {787, "Queue"},
 };
 
 } // namespace

@@ -365,6 +365,10 @@ constexpr clsResources::Entry GermanTexts[] = {
     {781, "Kein Audiogerät gefunden: Es ist nichts zu hören."},
     {782, "Fehler in der Liste: "},
     {783, "Quavernet konnte nicht wieder gestartet werden."},
+    {784, "Datei..."},
+    {785, "Ordner..."},
+    {786, "Position im Stück"},
+    {787, "Liste der Stücke"},
 };
 
 } // namespace

@@ -69,6 +69,7 @@ void PictureButton::mouseMoveEvent(QMouseEvent* event) {
     emit Entered();
     update();
     QAbstractButton::mouseMoveEvent(event);
+    event->accept(); // What is around the button, and sends it to rest, does not get the movement too.
 }
 
 void PictureButton::mouseReleaseEvent(QMouseEvent* event) {
