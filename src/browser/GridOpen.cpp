@@ -45,13 +45,14 @@ void OpenInPlayer(PlayerWindow& player, LongWork& work) {
 
 void PlayRow(const GridSelection& grid, PlayerWindow& player, LongWork& work) {
     const std::string path = mainModule.FilePaths.Item(grid.Row());
+    // Known before events run: the request counts for its own row, whatever the list shows afterwards.
+    const std::string fileId = std::to_string(grid.RowData(grid.Row()));
     if (mainModule.UseExternalPlayer) {
         OpenRow(path);
     } else {
         OpenInPlayer(player, work);
     }
-    mainModule.Connection->Execute("Update Files Set Hits = Hits + 1 where File_id = " +
-                                   std::to_string(grid.RowData(grid.Row())));
+    mainModule.Connection->Execute("Update Files Set Hits = Hits + 1 where File_id = " + fileId);
 }
 
 } // namespace
@@ -71,12 +72,20 @@ void grdMp3_DblClick(std::int32_t mouseCol, std::int32_t mouseRow, GridSelection
     work.SetMousePointer(MousePointer::Default);
 }
 
+void PlayCurrentRow(const GridSelection& grid, PlayerWindow& player, LongWork& work) {
+    work.SetMousePointer(MousePointer::Hourglass);
+    if (grid.Rows() >= 2) {
+        IgnoreFailure([&] { PlayRow(grid, player, work); });
+    }
+    work.SetMousePointer(MousePointer::Default);
+}
+
 GridEnterAction GridEnter() {
     switch (mainModule.SelectedRows.Count()) {
     case 0:
         return GridEnterAction::None;
     case 1:
-        return GridEnterAction::DblClick;
+        return GridEnterAction::PlayCurrentRow;
     default:
         return GridEnterAction::PlaySelectedFiles;
     }

@@ -27,9 +27,12 @@ public:
 void grdMp3_DblClick(std::int32_t mouseCol, std::int32_t mouseRow, GridSelection& grid, PlayerWindow& player,
                      SortView& view, LongWork& work);
 
-/// What the Enter key runs: with one selected row the double click on the current row (wherever the mouse
-/// is), with several PlaySelectedFiles.
-enum class GridEnterAction { None, DblClick, PlaySelectedFiles };
+/// Plays the current row as a double click on it does, wherever the mouse is and whatever button went down
+/// last. For the Enter key and for commands.
+void PlayCurrentRow(const GridSelection& grid, PlayerWindow& player, LongWork& work);
+
+/// What the Enter key runs: with one selected row PlayCurrentRow, with several PlaySelectedFiles.
+enum class GridEnterAction { None, PlayCurrentRow, PlaySelectedFiles };
 GridEnterAction GridEnter();
 
 } // namespace quavernet

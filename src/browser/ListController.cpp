@@ -11,8 +11,6 @@
 #include "browser/LoadDatabase.h"
 #include "widgets/MenuEnd.h"
 
-#include <algorithm>
-
 namespace quavernet {
 
 ListController::ListController(const ListPane& pane, LongWork& work, Controls& controls,
@@ -97,10 +95,18 @@ void ListController::DoubleClicked(std::int32_t mouseCol, std::int32_t mouseRow)
 }
 
 void ListController::EnterPressed() {
-    // Several rows go to the player together; there is no command for it in the menus yet either.
-    if (GridEnter() == GridEnterAction::DblClick) {
-        constexpr std::int32_t FirstRow = 1; // Without a current row Enter opens nothing; it never sorts.
-        DoubleClicked(0, std::max(m_pane.Grid.Selection().Row(), FirstRow));
+    if (mainModule.ScanRunning) {
+        return;
+    }
+    switch (GridEnter()) {
+    case GridEnterAction::PlayCurrentRow:
+        PlayCurrentRow(m_pane.Grid.Selection(), m_player, m_work);
+        break;
+    case GridEnterAction::PlaySelectedFiles:
+        emit PlaySelectedFilesWanted();
+        break;
+    case GridEnterAction::None:
+        break;
     }
 }
 

@@ -39,6 +39,9 @@ public:
     /// The four counters of the status bar, from the last load, in the current language.
     void ShowTotals();
 
+signals:
+    void PlaySelectedFilesWanted(); ///< Enter with several selected rows.
+
 private:
     void SetRedraw(bool redraw) override;
     void SetHeaderPicture(const SortArrow& arrow) override;
