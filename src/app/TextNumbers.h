@@ -12,9 +12,12 @@ inline constexpr std::int32_t OpeningNotPossible = 329; ///< The title above the
 inline constexpr std::int32_t FileNotFound = 330;
 inline constexpr std::int32_t NetworkMissing = 392; ///< The file's folder is not there.
 
+inline constexpr std::int32_t WritingRandomList = 354;
 inline constexpr std::int32_t WritingPlaylist = 379;
 inline constexpr std::int32_t PlaylistWritten = 380; ///< Asks whether to open it.
 inline constexpr std::int32_t FileWritten = 381;     ///< The title above PlaylistWritten.
+inline constexpr std::int32_t TooManyFiles = 397;    ///< For the internal player.
+inline constexpr std::int32_t Attention = 398;       ///< The title above TooManyFiles.
 
 inline constexpr std::int32_t NoAlbum = 328; ///< The album of a file that names none.
 inline constexpr std::int32_t Unknown = 347; ///< The title or performer of a file that names none.

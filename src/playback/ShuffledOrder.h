@@ -1,4 +1,5 @@
-// The order that a shuffle brings entries into. Called by the play queue.
+// The order that a shuffle brings entries into. Called by the play queue and by the random play of a
+// category.
 #pragma once
 
 #include <cstdint>
