@@ -18,6 +18,7 @@ inline constexpr std::int32_t PlaylistWritten = 380; ///< Asks whether to open i
 inline constexpr std::int32_t FileWritten = 381;     ///< The title above PlaylistWritten.
 inline constexpr std::int32_t TooManyFiles = 397;    ///< For the internal player.
 inline constexpr std::int32_t Attention = 398;       ///< The title above TooManyFiles.
+inline constexpr std::int32_t AllFiles = 788;        ///< An option of the random play.
 
 inline constexpr std::int32_t NoAlbum = 328; ///< The album of a file that names none.
 inline constexpr std::int32_t Unknown = 347; ///< The title or performer of a file that names none.

@@ -7,6 +7,7 @@
 #include "mainwindow/MainMenuTable.h"
 #include "mainwindow/WindowCommands.h"
 #include "playback/PlaybackCommands.h"
+#include "playback/SelectionPlaylist.h"
 #include "scanner/ScanCommands.h"
 #include "tree/ExchangeCommands.h"
 #include "tree/TreeCommands.h"
@@ -44,13 +45,15 @@ MainParts::MainParts(QMainWindow& window, PlayerWindow& player, const SwitchCont
     RegisterTreeCommands(Commands, Tree.Model(), Views, window);
     RegisterExchangeCommands(Commands, Tree.Model(), Work, Views, Scan.Driver());
     RegisterLibraryCommands(Commands, Work, Views);
-    RegisterPlaybackCommands(Commands, player);
+    RegisterPlaybackCommands(Commands, {Panes.Grid().Selection(), Tree.Model(), player, Work}, window);
     RegisterWindowCommands(Commands, Named, window, [loadStrings, &player] {
         loadStrings();
         if (mainModule.PlayerOpen) {
             player.LoadStrings();
         }
     });
+    QObject::connect(&List, &ListController::PlaySelectedFilesWanted, &List,
+                     [] { PlaySelectedFiles(SelectedPaths()); });
     Menu.Build(Commands);
     Panes.BuildCommands(Commands);
     QObject::connect(

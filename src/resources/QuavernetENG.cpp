@@ -366,6 +366,7 @@ constexpr clsResources::Entry EnglishTexts[] = {
     {785, "Folder..."},
     {786, "Position in the track"},
     {787, "Queue"},
+    {788, "All files"},
 };
 
 } // namespace

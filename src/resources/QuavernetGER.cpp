@@ -369,6 +369,7 @@ constexpr clsResources::Entry GermanTexts[] = {
     {785, "Ordner..."},
     {786, "Position im Stück"},
     {787, "Liste der Stücke"},
+    {788, "Alle Dateien"},
 };
 
 } // namespace

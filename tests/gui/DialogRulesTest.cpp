@@ -1,6 +1,7 @@
 #include "gui/GuiTest.h"
 
 #include "mainwindow/frmAbout.h"
+#include "playback/frmRandomPlay.h"
 #include "scanner/frmRemind.h"
 #include "scanner/frmScanLog.h"
 #include "scanner/frmScanpath.h"
@@ -81,8 +82,10 @@ TEST_F(DialogRulesTest, ReturnMeansTheFirstButtonAndEscapeTheOther) {
     EXPECT_EQ(DefaultButton(editTree), "cmdOK");
     frmCategoryName categoryName(&Form(), {}, Form().Parts().Views);
     EXPECT_EQ(DefaultButton(categoryName), "cmdFinish");
-    for (QDialog* dialog : {static_cast<QDialog*>(&remind), static_cast<QDialog*>(&scanpath),
-                            static_cast<QDialog*>(&editTree), static_cast<QDialog*>(&categoryName)}) {
+    frmRandomPlay randomPlay(&Form());
+    EXPECT_EQ(DefaultButton(randomPlay), "cmdOK");
+    for (QDialog* dialog :
+         std::initializer_list<QDialog*>{&remind, &scanpath, &editTree, &categoryName, &randomPlay}) {
         Open(*dialog);
         QTest::keyClick(dialog, Qt::Key_Escape);
         EXPECT_FALSE(dialog->isVisible());
@@ -148,6 +151,9 @@ TEST_F(DialogRulesTest, EveryControlIsReachedByTheKeyboardAlone) {
     frmCategoryName categoryName(&Form(), {}, Form().Parts().Views);
     Open(categoryName);
     EXPECT_EQ(ReachedByTab(categoryName), (Names{"txtCategoryName", "cmdFinish", "cmdCancel"}));
+    frmRandomPlay randomPlay(&Form());
+    Open(randomPlay);
+    EXPECT_EQ(ReachedByTab(randomPlay), (Names{"optAllFiles", "cmdOK"}));
     frmScanLog log(&Form());
     log.Show();
     Open(log);
@@ -173,8 +179,9 @@ TEST_F(DialogRulesTest, NoDialogOffersToBeMinimised) {
     frmScanLog log(&Form());
     frmEditTree editTree(&Form());
     frmCategoryName categoryName(&Form(), {}, Form().Parts().Views);
-    for (const QDialog* dialog :
-         std::initializer_list<QDialog*>{&remind, &scanpath, &about, &log, &editTree, &categoryName}) {
+    frmRandomPlay randomPlay(&Form());
+    for (const QDialog* dialog : std::initializer_list<QDialog*>{&remind, &scanpath, &about, &log, &editTree,
+                                                                 &categoryName, &randomPlay}) {
         EXPECT_FALSE(dialog->windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
         EXPECT_EQ(dialog->windowType(), Qt::Dialog);
         EXPECT_EQ(dialog->parentWidget(), &Form()) << "it stays over the main window";
@@ -191,8 +198,9 @@ TEST_F(DialogRulesTest, NoTextIsCutInEitherLanguage) {
         log.Show();
         frmEditTree editTree(&Form());
         frmCategoryName categoryName(&Form(), {}, Form().Parts().Views);
-        for (QDialog* dialog :
-             std::initializer_list<QDialog*>{&remind, &scanpath, &about, &log, &editTree, &categoryName}) {
+        frmRandomPlay randomPlay(&Form());
+        for (QDialog* dialog : std::initializer_list<QDialog*>{&remind, &scanpath, &about, &log, &editTree,
+                                                               &categoryName, &randomPlay}) {
             Open(*dialog);
             EXPECT_EQ(CutTexts(*dialog), std::vector<std::string>{})
                 << language << " " << FromQString(dialog->objectName());

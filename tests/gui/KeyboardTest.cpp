@@ -30,8 +30,8 @@ protected:
 TEST_F(KeyboardTest, TabReachesEveryControlFromTheStripToThePanes) {
     AddFile("Abba", "One");
     Start();
-    EXPECT_EQ(TabStops(), (Texts{"txtSearch", "cmdSearch", "Frame2", "grdMp3", "TreeView", "scan", "cboDrive",
-                                 "cboGenre", "cboAlbum", "chkInterpret", "chkTitle"}));
+    EXPECT_EQ(TabStops(), (Texts{"txtSearch", "cmdSearch", "cmdRandomize", "Frame2", "grdMp3", "TreeView",
+                                 "scan", "cboDrive", "cboGenre", "cboAlbum", "chkInterpret", "chkTitle"}));
 }
 
 TEST_F(KeyboardTest, EveryControlThatTakesTheKeyboardHasAName) {

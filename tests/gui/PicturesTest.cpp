@@ -110,10 +110,10 @@ TEST_F(PicturesTest, APictureButtonHasThreeLooks) {
     EXPECT_EQ(clicks, 2);
 }
 
-TEST_F(PicturesTest, ThePlayButtonsStayHiddenUntilThereIsAPlayer) {
+TEST_F(PicturesTest, ThePlayButtonsStandBesideTheSearchBox) {
     Start();
-    EXPECT_FALSE(Control<PictureButton>("cmdPlay").isVisible());
-    EXPECT_FALSE(Control<PictureButton>("cmdRandomize").isVisible());
+    EXPECT_TRUE(Control<PictureButton>("cmdPlay").isVisible());
+    EXPECT_TRUE(Control<PictureButton>("cmdRandomize").isVisible());
 }
 
 TEST_F(PicturesTest, AMouseOverOnePlayButtonOrAPaneSetsTheOtherPictureToRest) {
