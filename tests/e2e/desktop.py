@@ -189,6 +189,28 @@ class ProgramTest(unittest.TestCase):
         with open(os.path.join(folder, "Quavernet.conf"), "w", encoding="utf-8") as file:
             file.write("[Settings]\n" + "".join(f"{name}={value}\n" for name, value in settings.items()))
 
+    def record_opener(self):
+        """From the next start on an xdg-open that notes its arguments stands for the desktop's."""
+        tool = os.path.join(self.home, "bin", "xdg-open")
+        os.makedirs(os.path.dirname(tool))
+        with open(tool, "w", encoding="utf-8") as file:
+            file.write(f"#!/bin/sh\nprintf '%s\\0' \"$#\" \"$@\" >> '{self.home}/opened'\n")
+        os.chmod(tool, 0o755)
+        self.desktop.environment["PATH"] = f"{self.home}/bin:{os.environ['PATH']}"
+
+    def opener_calls(self):
+        """The arguments of each call of the desktop's opener."""
+        opened = os.path.join(self.home, "opened")
+        if not os.path.exists(opened):
+            return []
+        with open(opened, "rb") as file:
+            words = file.read().decode().split("\0")[:-1]
+        found = []
+        while words:
+            count = int(words.pop(0))
+            found.append([words.pop(0) for _ in range(count)])
+        return found
+
     def launch(self):
         """Starts the program and waits for nothing."""
         self.program = subprocess.Popen([PROGRAM], env=self.desktop.environment, cwd=self.home,

@@ -6,7 +6,7 @@ import unittest
 
 from desktop import ProgramTest, wait_until
 
-MENUS = {"Datei": 25, "Ansicht": 78, "Bearbeiten": 147, "Optionen": 222, "Hilfe": 277}  # where they are in the menu bar
+MENUS = {"Datei": 25, "Ansicht": 78, "Bearbeiten": 147, "Extras": 215, "Optionen": 270, "Hilfe": 325}  # where they are in the menu bar
 ROW_1 = (300, 118)
 HEADER_TITLE = (520, 100)
 LETTER_A = (266, 73)
@@ -70,14 +70,15 @@ class MenusTest(ProgramTest):
 
         self.dialog(window, "^Wählen Sie einen Ordner$", 0, 0)
         self.dialog(window, "^Datenbank säubern$", 0, 4)
-        self.dialog(window, "^Standard Scanpfad$", 3, 1)
-        self.dialog(window, "^Scan Erinnerung$", 3, 2)
-        self.dialog(window, "^Über Quavernet$", 4, 1)
+        self.dialog(window, "^Standard Scanpfad$", 4, 1)
+        self.dialog(window, "^Random Play Optionen$", 4, 2)
+        self.dialog(window, "^Scan Erinnerung$", 4, 3)
+        self.dialog(window, "^Über Quavernet$", 5, 1)
         self.choose(window, 1, 0)      # mp3 off
         self.choose(window, 1, 3)      # grid lines on
-        self.choose(window, 3, 0, 0)   # quick scan on
-        self.choose(window, 3, 3, 1)   # external player on
-        self.choose(window, 3, 4)      # load over search on
+        self.choose(window, 4, 0, 0)   # quick scan on
+        self.choose(window, 4, 4, 1)   # external player on
+        self.choose(window, 4, 5)      # load over search on
         self.list_and_letters(window)
         self.choose(window, 1, 4, 1)   # English
         wait_until("English", lambda: self.desktop.title(window).startswith("Quavernet - last scan"))
@@ -97,7 +98,8 @@ class MenusTest(ProgramTest):
         self.desktop.picture("menus-list-sorted")
         self.desktop.click(window, *ROW_1, button=3)
         wait_until("the context menu", lambda: self.popups() == 1)
-        self.desktop.key("Down", "Down", "Right")  # past the deletion; the swap is grey without a current row
+        # Past play, deletion and random play; swap and playlist are grey without a current row.
+        self.desktop.key("Down", "Down", "Down", "Down", "Right")
         wait_until("its submenu", lambda: self.popups() == 2)
         self.desktop.picture("menus-context")
         self.desktop.key("Down", "Return")  # ogg off

@@ -70,21 +70,8 @@ class StrangersTest(ProgramTest):
         self.mark = "touched-by-a-name"
         self.texts = hostile_texts(self.visits.server_address[1], self.mark)
         self.folder = os.path.join(self.home, "Musik", "Fremd")
-        self.fake_desktop()
-
-    def fake_desktop(self):
-        """An xdg-open that notes its arguments."""
-        self.opened = os.path.join(self.home, "opened")
-        tool = os.path.join(self.home, "bin", "xdg-open")
-        os.makedirs(os.path.dirname(tool))
-        with open(tool, "w", encoding="utf-8") as file:
-            file.write(f"#!/bin/sh\nprintf '%s\\0' \"$#\" \"$@\" >> '{self.opened}'\n")
-        os.chmod(tool, 0o755)
-        self.desktop.environment["PATH"] = f"{self.home}/bin:{os.environ['PATH']}"
-        settings = os.path.join(self.home, ".config", "Greyfinch Labs")
-        os.makedirs(settings)
-        with open(os.path.join(settings, "Quavernet.conf"), "w", encoding="utf-8") as file:
-            file.write("[Settings]\nExternalPlayer=1\nScanLog=0\n")
+        self.record_opener()
+        self.store(ExternalPlayer=1, ScanLog=0)
 
     def write(self, text, name, data):
         folder = os.path.join(self.folder, text.replace("/", "|"))
@@ -115,18 +102,6 @@ class StrangersTest(ProgramTest):
         self.write("forged", "forged.ogg", forged)
         return sorted(paths)
 
-    def calls(self):
-        """The arguments of each call of the desktop's opener."""
-        if not os.path.exists(self.opened):
-            return []
-        with open(self.opened, "rb") as file:
-            words = file.read().decode().split("\0")[:-1]
-        found = []
-        while words:
-            count = int(words.pop(0))
-            found.append([words.pop(0) for _ in range(count)])
-        return found
-
     def test_names_and_tags_of_strangers_are_texts_and_nothing_else(self):
         paths = self.make_strangers()
         window = self.start()
@@ -146,9 +121,9 @@ class StrangersTest(ProgramTest):
         self.desktop.key("Home")
         for played in range(1, 13):
             self.desktop.key("Return", "Down")
-            wait_until("the desktop's opener", lambda: len(self.calls()) >= played)
+            wait_until("the desktop's opener", lambda: len(self.opener_calls()) >= played)
         self.desktop.picture("strangers-played")
-        for arguments in self.calls():
+        for arguments in self.opener_calls():
             self.assertEqual(len(arguments), 1)
             self.assertIn(arguments[0], paths)
         wait_until("the counted plays", lambda: self.library.values("select sum(Hits) from Files") == [12])

@@ -84,7 +84,7 @@ class TreeCommandsTest(ProgramTest):
         self.drop_playlist("Alpha.m3u", files)
 
         # The tree shows Alpha, Zeta 2 and Zulu; Alpha is the last category of the dialog's list.
-        self.choose(1, "Down", "Down", picture="tree-commands-2-menu")  # edit
+        self.choose(1, *["Down"] * 5, picture="tree-commands-2-menu")  # edit
         self.dialog()
         self.desktop.type("Omega")
         self.desktop.picture("tree-commands-3-edit")
@@ -101,7 +101,7 @@ class TreeCommandsTest(ProgramTest):
         wait_until("the entry to go", lambda: self.entries() == [f"1 {names[0]}", f"2 {names[2]}"])
 
         # One file of the tree in the list; then its performer and title change places.
-        self.choose(3, "Down", "Down")  # delete, show in the list
+        self.choose(3, *["Down"] * 3)  # play, delete, show in the list
         self.desktop.picture("tree-commands-4-shown")
         text = ("select I.Interpret || '|' || T.Name from Files F, Interpret I, Titel T where F.Inter_id = I.Inter_id "
                 "and F.Title_id = T.Title_id and F.Name || '' = '%s'" % names[2])
@@ -110,16 +110,16 @@ class TreeCommandsTest(ProgramTest):
         self.desktop.click(self.window, *LIST_ROW_1, button=3)
         wait_until("the list's menu", lambda: self.popups() == 1)
         self.desktop.picture("tree-commands-5-list-menu")
-        self.desktop.key("Down", "Return")  # swap
+        self.desktop.key("Down", "Down", "Return")  # play, swap
         wait_until("the swap", lambda: self.library.values(text) == [f"{title}|{performer}"])
 
         # The row goes out of the library, and its entry out of the tree.
-        self.choose(3, "Down", "Down")
+        self.choose(3, *["Down"] * 3)
         self.desktop.click(self.window, *LIST_ROW_1)
         known = len(self.library.files())
         self.desktop.click(self.window, *LIST_ROW_1, button=3)
         wait_until("the list's menu", lambda: self.popups() == 1)
-        self.desktop.key("Down", "Down", "Return")  # delete
+        self.desktop.key("Down", "Down", "Down", "Return")  # delete
         wait_until("the row to go", lambda: len(self.library.files()) == known - 1)
         wait_until("its entry to go", lambda: len(self.entries()) == 1)
         self.assertTrue(all(os.path.exists(path) for path in files))
