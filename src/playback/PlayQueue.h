@@ -136,8 +136,10 @@ private:
 
     // QueueStart.cpp
     void ShowCaption();
-    bool Start(std::int16_t& index, Origin origin);
-    void StartFile(std::int16_t& index, Origin origin, unsigned& start);
+    bool Start(std::int16_t index, Origin origin);
+    void StartFile(std::int16_t index, Origin origin, unsigned& start);
+    void FollowEntry();
+    void RequireAccepted() const;
     void BeginFile(const std::string& path, std::int16_t index, unsigned& start);
     void RequirePlayable(const std::string& path);
     LibraryFacts ReadFacts(const std::string& path, Origin origin) const;
@@ -165,7 +167,6 @@ private:
     // QueueEdit.cpp
     void RemoveSelected();
     bool BeginAdding();
-    void StartFirst();
     void AddFolder(const std::string& folder);
     void WriteEntries(PlaylistWriter& playlist) const;
 

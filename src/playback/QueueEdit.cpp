@@ -75,13 +75,8 @@ void PlayQueue::cmdRandomize_Click() {
         mainModule.RandomNumbers.Randomize();
         m_entries.Arrange(ShuffledOrder(m_entries.PathCount()));
         m_startedEntry = 0;
-        StartFirst();
+        Start(1, Origin::Player);
     });
-}
-
-void PlayQueue::StartFirst() {
-    std::int16_t first = 1;
-    Start(first, Origin::Player);
 }
 
 void PlayQueue::mnuAddFile_Click() {
@@ -94,7 +89,7 @@ void PlayQueue::mnuAddFile_Click() {
         }
         AddFile(*path);
         if (wasEmpty) {
-            StartFirst();
+            Start(1, Origin::Player);
         }
     });
 }
@@ -120,7 +115,7 @@ void PlayQueue::mnuAddFolder_Click() {
             AddFolder(*folder);
         }
         if (wasEmpty) {
-            StartFirst();
+            Start(1, Origin::Player);
         }
     });
 }
@@ -147,7 +142,7 @@ void PlayQueue::DropOnWindow(const std::vector<std::string>& paths) {
         for (const std::string& path : paths) {
             AddFile(path);
         }
-        StartFirst();
+        Start(1, Origin::Player);
     });
 }
 
@@ -171,7 +166,7 @@ void PlayQueue::cmdLoadPlaylist_Click() {
             [&] { path = services.dialogs->ShowOpen(LoadResString(Texts::PlaylistFilter), Documents()); });
         if (path && m_loaded) {
             fGetM3u(1, *path, true);
-            StartFirst();
+            Start(1, Origin::Player);
         }
     });
 }

@@ -11,7 +11,8 @@ namespace quavernet {
 
 class PlayerView;
 
-/// Entries count from 1, list positions from 0. Every change but ClearPaths keeps the stores in step.
+/// Entries count from 1, list positions from 0. Every change but ClearList and ClearPaths keeps the stores in
+/// step.
 class QueueEntries {
 public:
     static constexpr std::int32_t MostEntries = 32767; ///< Positions are numbers of 16 bits.

@@ -42,20 +42,21 @@ void PlayQueue::ShowCaption() {
 }
 
 // False if another start or the window's end has overtaken this one: what follows it is then void as well.
-// The index is taken by reference: handlers hand in the current track itself, which may move while events
-// run. Whatever fails shows as the mark of the selected entry. It is the one before where the file is not
-// even taken by the engine, since the selection has not come here yet.
-bool PlayQueue::Start(std::int16_t& index, Origin origin) {
+// Whatever fails shows as the mark of the selected entry. That is the one before where the engine does not
+// even take the file, since the selection has not come here yet.
+bool PlayQueue::Start(std::int16_t index, Origin origin) {
     ShowCaption();
     if (PathCount() == 0) {
         return true;
     }
-    unsigned start = m_starts;
+    const unsigned before = m_starts;
+    unsigned start = before;
     try {
         m_statusChanged = true;
         StartFile(index, origin, start);
     } catch (const RuntimeError&) {
-        if (start == m_starts) {
+        const bool isGone = start != before && m_startedEntry == 0;
+        if (start == m_starts && !isGone) {
             m_starting = false;
             MarkFileError(ListIndex());
         }
@@ -65,7 +66,7 @@ bool PlayQueue::Start(std::int16_t& index, Origin origin) {
     return isMine;
 }
 
-void PlayQueue::StartFile(std::int16_t& index, Origin origin, unsigned& start) {
+void PlayQueue::StartFile(std::int16_t index, Origin origin, unsigned& start) {
     const std::string path = Path(index);
     RequirePlayable(path);
     BeginFile(path, index, start);
@@ -75,28 +76,42 @@ void PlayQueue::StartFile(std::int16_t& index, Origin origin, unsigned& start) {
             return;
         }
     }
-    if (m_refused) {
-        throw NotPlayable();
-    }
+    RequireAccepted();
     m_currentTrack = index;
+    FollowEntry();
     // A file that the library doesn't know fails here: it is marked although it is heard, and the labels go
     // on showing the file before.
     const LibraryFacts facts = ReadFacts(path, origin);
     m_paused = false;
-    m_entries.Select(m_currentTrack - 1);
+    if (m_startedEntry != 0) {
+        m_entries.Select(m_currentTrack - 1);
+    }
     m_hasFileLabel = true;
     m_view.SetFile(FileNameFromPath(path), path);
     const std::string quality = QualityText(path, facts.Quality, origin);
     if (start != m_starts) {
         return;
     }
-    if (m_refused) {
-        throw NotPlayable();
-    }
+    RequireAccepted();
+    FollowEntry();
     m_view.SetQuality(quality);
     ShowLength(facts.Length);
     MoveMarkerHere();
     ShowPositionMax(facts.Length);
+}
+
+// While events ran others may have been removed before the entry. If it is gone itself, its file is shown and
+// no entry is touched.
+void PlayQueue::FollowEntry() {
+    if (m_startedEntry != 0) {
+        m_currentTrack = static_cast<std::int16_t>(m_startedEntry);
+    }
+}
+
+void PlayQueue::RequireAccepted() const {
+    if (m_refused) {
+        throw NotPlayable();
+    }
 }
 
 // The engine is never given an Ogg file. The number of the entry is not taken over: the entry that was
@@ -154,8 +169,8 @@ void PlayQueue::ShowLength(std::int16_t length) {
 }
 
 void PlayQueue::MoveMarkerHere() {
-    RemoveMarker(m_currentTrack);
-    if (m_entries.Has(m_currentTrack)) {
+    if (m_entries.Has(m_startedEntry)) {
+        RemoveMarker(m_currentTrack);
         m_entries.SetText(m_currentTrack - 1, std::string(PlayingMark) + Text(m_currentTrack - 1));
     }
 }

@@ -108,8 +108,7 @@ void PlayQueue::lstFiles_DblClick() {
 // stays.
 void PlayQueue::StartSelected() {
     const auto number = static_cast<std::int16_t>(ListIndex() + 1);
-    std::int16_t index = number;
-    if (Start(index, Origin::Player)) {
+    if (Start(number, Origin::Player)) {
         m_currentTrack = number;
     }
 }
