@@ -7,7 +7,9 @@
 #include "support/QueryPlans.h"
 #include "support/RealFiles.h"
 #include "support/RecordingPlayer.h"
+#include "support/RecordingPlayerView.h"
 #include "support/ScanTest.h"
+#include "support/ScriptedPlayer.h"
 #include "support/SelectionViewDouble.h"
 
 #include "adapters/vorbis/OggInfoReader.h"
@@ -17,6 +19,7 @@
 #include "browser/LoadDatabase.h"
 #include "library/CleanDatabase.h"
 #include "library/DatabaseCheck.h"
+#include "playback/PlayQueue.h"
 #include "scanner/CheckReminder.h"
 #include "scanner/OggBatches.h"
 #include "scanner/ReminderSettings.h"
@@ -143,6 +146,40 @@ protected:
         for (int round = 0; round < 2; ++round) {
             ExportTree(tree, work);
         }
+    }
+
+    /// Fills the queue in every way, starts entries in both ways and writes it.
+    void UsePlayer() {
+        ScriptedPlayer player{calls};
+        RecordingPlayerView window{calls};
+        PlayQueue queue{player, window};
+        window.Show(queue);
+        queue.Form_Load();
+        mainModule.FilePaths.Clear();
+        for (const char* name : {"a.mp3", "b.mp3"}) {
+            mainModule.FilePaths.Add(music / name);
+        }
+        mainModule.SelectedRows.AddRange(1, 2);
+        TreeModel tree;
+        quavernet::LoadTree(tree);
+        queue.FillPlaylist();
+        for (const char* key : {"file1pos1", "file2pos2"}) {
+            tree.Select(key);
+            queue.FillPlaylistFromTree(1, tree);
+        }
+        for (int round = 0; round < 2; ++round) {
+            tree.Select("CAT_Jazz");
+            queue.FillPlaylistFromTree(2, tree);
+        }
+        for (const char* number : {"1", "2"}) {
+            queue.FillRandomPlaylist(number, 1);
+            queue.AddPlaylist(music / (number == std::string("1") ? "a.mp3" : "b.mp3"));
+        }
+        for (const std::int16_t entry : {std::int16_t{1}, std::int16_t{2}}) {
+            queue.PlayFile(entry);
+            queue.PlayFileFromTree(entry);
+        }
+        queue.WritePlayerPlaylist(libraryFolder / "List.m3u");
     }
 
     void CleanTwoFiles() {
@@ -330,6 +367,37 @@ TEST_F(StatementRoadTest, OfTheExchangeOfTheTree) {
                             "Select Path from Files where File_id = ?: lifted kept remembered"));
 }
 
+TEST_F(StatementRoadTest, OfThePlayer) {
+    ScanSongs();
+    MakeCategory();
+    const std::string joined = " from (Files F inner join Interpret I on F.Inter_id = I.Inter_id) inner join "
+                               "Titel T on T.Title_id = F.Title_id where ";
+    const StatementRoad road(connection);
+    UsePlayer();
+    EXPECT_THAT(
+        road.Kinds(),
+        ElementsAre(
+            "Select Category from Categories order By Category:", // The tree's three are sent once.
+            "Select F.Name, C.Category, F.Path, F.File_id, [FC.Position], FC.FileCategory_id from "
+            "Files F, Categories C, FileCategories FC  where F.File_id = FC.File_id and "
+            "C.Category_id = FC.Category_id Order By [FC.Position]: rewritten",
+            "Select Sum(F.Length), FC.Parent from Files F Inner Join FileCategories FC on F.File_id = "
+            "FC.File_id Group By FC.Parent:",
+            "Select I.Interpret, T.Name" + joined + "Path = ?: lifted kept",
+            "Select File_id from FileCategories where Parent = ? and Filename = ? and [Position] = ?: "
+            "lifted kept",
+            "Select I.Interpret, T.Name, F.Path" + joined + "F.File_id = ?: lifted kept",
+            "Select Category_id from Categories where Category = ?: lifted kept",
+            "Select File_id from FileCategories where Category_id = ? order by [Position]: lifted kept",
+            "Select I.Interpret, T.Name, F.Path" + joined + "File_id = ?: lifted kept",
+            "Select I.Interpret, T.Name" + joined + "F.Path = ?: lifted kept",
+            "Select Q.Quality, F.Length from Quality Q Inner Join Files F on Q.Quality_id = "
+            "F.Quality_id where F.Path = ?: lifted kept",
+            "Select Quality, F.Length from Quality Q Inner Join Files F on Q.Quality_id = "
+            "F.Quality_id where F.Path = ?: lifted kept",
+            "Select Name, Length from Files where Path = ?: lifted kept"));
+}
+
 TEST_F(StatementRoadTest, OfADoubleClickOnTheList) {
     const StatementRoad road(connection);
     RecordingPlayer player{calls};
@@ -406,6 +474,7 @@ TEST_F(StatementRoadTest, EveryReadWithoutAnOrderComesByKey) {
     MakeCategory();
     LoadLists();
     UseTree();
+    UsePlayer();
     UseReminder();
     ExchangeTree();
     CleanTwoFiles();
