@@ -2,11 +2,17 @@
 
 #include "platform/RuntimeError.h"
 
+#include <system_error>
+#include <thread>
+
 #include <dlfcn.h>
 
 namespace quavernet::mpv {
 
 namespace {
+
+// Lazy: to bind all functions of all its libraries at once would take twice as long.
+constexpr int HowToLoad = RTLD_LAZY | RTLD_LOCAL;
 
 [[noreturn]] void FailToLoad(const std::string& name) {
     const char* reason = ::dlerror();
@@ -23,8 +29,7 @@ template <typename Function> void Find(void* library, const char* name, Function
 } // namespace
 
 Library::Library(const std::string& name) {
-    // Lazy: to bind all functions of all its libraries at once would take twice as long.
-    void* library = ::dlopen(name.c_str(), RTLD_LAZY | RTLD_LOCAL);
+    void* library = ::dlopen(name.c_str(), HowToLoad);
     if (library == nullptr) {
         FailToLoad(name);
     }
@@ -40,6 +45,14 @@ Library::Library(const std::string& name) {
     Find(library, "mpv_wait_event", wait_event);
     Find(library, "mpv_error_string", error_string);
     Find(library, "mpv_stream_cb_add_ro", stream_cb_add_ro);
+}
+
+void Library::LoadAhead(const std::string& name) {
+    try {
+        std::thread([name] { ::dlopen(name.c_str(), HowToLoad); }).detach();
+    } catch (const std::system_error&) {
+        // No thread to be had: the first file loads it.
+    }
 }
 
 } // namespace quavernet::mpv

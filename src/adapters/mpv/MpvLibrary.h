@@ -18,6 +18,9 @@ public:
     /// Loads it, or finds it loaded. Throws RuntimeError 53 if it isn't installed or lacks a function.
     explicit Library(const std::string& name);
 
+    /// Begins to load it in the background: it takes 80 ms, in which a window can be made.
+    static void LoadAhead(const std::string& name);
+
     decltype(&mpv_create) create = nullptr;
     decltype(&mpv_initialize) initialize = nullptr;
     decltype(&mpv_terminate_destroy) terminate_destroy = nullptr;

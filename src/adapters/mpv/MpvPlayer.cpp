@@ -586,6 +586,7 @@ void MpvPlayer::DropUnwantedNext(std::uint64_t ended) {
 } // namespace mpv
 
 std::unique_ptr<MediaPlayer> CreateMpvPlayer(UserFiles& files, PostToLoop post, MpvOptions options) {
+    mpv::Library::LoadAhead(options.library);
     return std::make_unique<mpv::MpvPlayer>(files, std::move(post), std::move(options));
 }
 

@@ -10,8 +10,9 @@ namespace quavernet {
 
 class UserFiles;
 
-/// The library is loaded by the first SetFileName. `post` brings what the engine tells into the message loop.
-/// All calls come from the thread of that loop. `files` outlives the player, and is asked by other threads.
+/// The library is loaded in the background; the first SetFileName waits for it, and fails if there is none.
+/// `post` brings what the engine tells into the message loop. All calls come from the thread of that loop.
+/// `files` outlives the player, and is asked by other threads.
 std::unique_ptr<MediaPlayer> CreateMpvPlayer(UserFiles& files, PostToLoop post, MpvOptions options = {});
 
 } // namespace quavernet

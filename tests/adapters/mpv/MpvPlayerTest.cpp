@@ -1,5 +1,9 @@
 #include "MpvTest.h"
+#include "adapters/mpv/ReadLibraryAhead.h"
 #include "support/RealAudio.h"
+
+#include <algorithm>
+#include <filesystem>
 
 namespace quavernet::test {
 
@@ -275,6 +279,19 @@ TEST_F(MpvPlayerTest, WhoIsToldMayEndThePlayer) {
     EXPECT_TRUE(loop.RunUntil([&] { return heard.ends == 1; }));
     EXPECT_EQ(player, nullptr);
     loop.RunFor(milliseconds(50));
+}
+
+TEST_F(MpvPlayerTest, TheFilesOfTheLibraryAreKnownBeforeItIsLoaded) {
+    const std::vector<std::string> files = mpv::LoadedFiles(MpvOptions().library);
+    EXPECT_GT(files.size(), 20U);
+    EXPECT_TRUE(std::any_of(files.begin(), files.end(), [](const std::string& file) {
+        return file.find("libavformat.so") != std::string::npos;
+    }));
+    for (const std::string& file : files) {
+        EXPECT_TRUE(std::filesystem::is_regular_file(file)) << file;
+    }
+    EXPECT_TRUE(mpv::LoadedFiles("libnot-there.so.9").empty());
+    ReadMediaLibraryAhead();
 }
 
 TEST_F(MpvPlayerTest, WithoutASoundDeviceAllGoesOnInSilenceAndThePlayerSaysSo) {
