@@ -56,8 +56,9 @@ constexpr std::array EngineOptions{
     Option{"gapless-audio", "weak"},
     Option{"prefetch-playlist", "yes"},
     Option{"hr-seek", "yes"},
-    // The name in the sound server's list; silence where there is no device.
+    // The names in the sound server's list; silence where there is no device.
     Option{"audio-client-name", "Quavernet"},
+    Option{"title", "Quavernet"},
     Option{"audio-fallback-to-null", "yes"},
 };
 

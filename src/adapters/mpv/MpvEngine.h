@@ -1,5 +1,5 @@
 // One handle of the engine with the options that the program wants of it. Nothing here waits for the engine:
-// it may itself be waiting for a sound server. Used by MpvPlayer.
+// it may itself be waiting for a sound server. Used by EnginePlayer.
 #pragma once
 
 #include "adapters/mpv/MpvLibrary.h"

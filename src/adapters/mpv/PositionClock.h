@@ -1,5 +1,5 @@
 // The position in a track between two answers of the engine. It is asked for at every moment, and the engine
-// would have to be woken each time. Used by MpvPlayer.
+// would have to be woken each time. Used by EnginePlayer.
 #pragma once
 
 #include <chrono>

@@ -1,6 +1,6 @@
 // The engine's only way to a file: a protocol of the program's own, behind which are plain files that were
 // announced before. Paths never reach the engine, which would take some of them for addresses, playlists or
-// options. Made by MpvPlayer.
+// options. Made by MpvEngine.
 #pragma once
 
 #include "adapters/mpv/MpvLibrary.h"

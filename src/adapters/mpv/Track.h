@@ -1,4 +1,4 @@
-// What is known of one file that the engine was given. Used by MpvPlayer.
+// What is known of one file that the engine was given. Used by EnginePlayer.
 #pragma once
 
 #include "platform/MediaPlayer.h"
