@@ -28,6 +28,7 @@ protected:
         shell.documents = "/home/me";
         view.Show(queue);
         queue.Form_Load();
+        view.resets = 0;
         calls.clear();
     }
     ~PlayQueueTest() override {

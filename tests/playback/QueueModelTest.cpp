@@ -20,8 +20,8 @@ protected:
         Know("/m/6.mp3", "F", "Six", "128", 40'000);
         Know("/m/7.mp3", "G", "Seven", "128", 0);
         paths.insert(paths.end(), {"/m/unknown.mp3", "/m/it's.OGG", "/m/list.m3u", "/m/refused.mp3"});
-        Know("/m/refused.MP3", "H", "Eight", "128", 5);
-        model.refused = player.refused = {"/m/refused.mp3", "/m/refused.MP3"};
+        Know("/m/known.MP3", "H", "Eight", "128", 5);
+        model.refused = player.refused = {"/m/refused.mp3", "/m/known.MP3"};
         model.durations = player.durations = {{"/m/3.mp3", 77.5}, {"/m/7.mp3", 50'000}, {"/m/4.wav", 3601}};
         mainModule.RandomNumbers = RandomNumbers([this] { return ++m_seed; });
         m_seed = 0;
