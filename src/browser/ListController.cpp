@@ -95,7 +95,7 @@ void ListController::DoubleClicked(std::int32_t mouseCol, std::int32_t mouseRow)
 }
 
 void ListController::EnterPressed() {
-    if (mainModule.ScanRunning) {
+    if (!MayAct()) {
         return;
     }
     switch (GridEnter()) {
