@@ -1,6 +1,7 @@
 // The jobs that need no window, and the libraries for those that do. Called by bench/run.
 #include "Libraries.h"
 #include "OggJobs.h"
+#include "PlayerJobs.h"
 #include "SilentScanner.h"
 
 #include <cstdio>
@@ -25,12 +26,17 @@ int main(int count, char** arguments) {
             OggJobs(words[1], std::stoi(words[2]));
             return 0;
         }
+        if (words.size() == 3 && words[0] == "player") {
+            PlayerJobs(words[1], std::stoi(words[2]));
+            return 0;
+        }
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "%s\n", failure.what());
         return 1;
     }
     std::fprintf(stderr, "quavernet_bench library FILE TEMPLATE ROWS\n"
                          "quavernet_bench scan MUSIC WORK TEMPLATE NAME ROUNDS\n"
-                         "quavernet_bench ogg MUSIC ROUNDS\n");
+                         "quavernet_bench ogg MUSIC ROUNDS\n"
+                         "quavernet_bench player MUSIC ROUNDS\n");
     return 2;
 }

@@ -5,7 +5,7 @@ Parts: scan (with the main window open and the scan log on, and without any wind
 among them), list (from the click to the painted rows), tree (load, drop, deletion and import, each to the painted nodes,
 and the processor time of a drag over it), million (the list with 1,000,000 rows, and the memory for them), start (filled
 window, memory, idling), cancel (clicks on "cancel" at random moments of scans), ogg (the reader of Ogg files beside
-ogginfo itself).
+ogginfo itself), player (starts of tracks and the processor time of playing, beside bare libmpv).
 
 Floors of scans: walk, open, read head and tail of each file, and write (look up, update) the same rows with bare SQLite
 in one transaction. Floors of lists: bare SQLite reading the same rows unsorted; of a search or a filter: the bare
@@ -39,6 +39,7 @@ SAMPLE_MUSIC = os.path.join(TOP, "tools", "sample_music", "make-sample-music")
 MILLION = 1_000_000
 OGG_FILES = 1000
 OGG_KINDS = 20
+TRACKS = 20
 BROKEN_PERCENT = 5
 
 
@@ -143,8 +144,28 @@ def ogg(run):
     run.collect(BENCH, "ogg", folder, run.options.rounds)
 
 
+def make_tracks(folder, count):
+    """MP3 files of one minute: the same sound under many names."""
+    if os.path.exists(folder):
+        return
+    with tempfile.TemporaryDirectory(dir=os.path.dirname(folder)) as work:
+        tracks, wave = os.path.join(work, "tracks"), os.path.join(work, "noise.wav")
+        os.mkdir(tracks)
+        subprocess.run(["sox", "-n", "-r", "44100", "-c", "2", wave, "synth", "60", "pinknoise", "vol", "0.5"], check=True)
+        subprocess.run(["lame", "--quiet", "-b", "192", wave, os.path.join(tracks, "0.mp3")], check=True)
+        for number in range(1, count):
+            shutil.copy(os.path.join(tracks, "0.mp3"), os.path.join(tracks, f"{number}.mp3"))
+        os.rename(tracks, folder)
+
+
+def player(run):
+    folder = os.path.join(run.music, "player")
+    make_tracks(folder, TRACKS)
+    run.collect(BENCH, "player", folder, run.options.rounds)
+
+
 PARTS = {"scan": scan, "list": lists, "tree": tree, "million": million, "start": start_to_idle,
-         "cancel": cancel_clicks, "ogg": ogg}
+         "cancel": cancel_clicks, "ogg": ogg, "player": player}
 
 
 def read_options():
