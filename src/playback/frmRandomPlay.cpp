@@ -17,11 +17,10 @@ frmRandomPlay::frmRandomPlay(QWidget* owner) : QDialog(owner), m_ui(std::make_un
             optAllFiles_Click();
         }
     });
-    connect(m_ui->optFileCount, &QRadioButton::toggled, this, [this](bool checked) {
-        if (checked) {
-            optFileCount_Click();
-        }
-    });
+    connect(m_ui->optFileCount, &QRadioButton::toggled, this, &frmRandomPlay::FileCountChosen);
+    // An arrow key chooses the option and gives it the keyboard afterwards.
+    connect(m_ui->optFileCount, &QRadioButton::toggled, this, &frmRandomPlay::FileCountChosen,
+            Qt::QueuedConnection);
     connect(m_ui->optFileCount, &QRadioButton::clicked, this, &frmRandomPlay::optFileCount_Click);
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmRandomPlay::cmdOK_Click);
     Form_Load();
@@ -50,6 +49,12 @@ void frmRandomPlay::Form_Load() {
 
 void frmRandomPlay::optAllFiles_Click() {
     m_ui->txtFileCount->setEnabled(false);
+}
+
+void frmRandomPlay::FileCountChosen() {
+    if (m_ui->optFileCount->isChecked()) {
+        optFileCount_Click();
+    }
 }
 
 void frmRandomPlay::optFileCount_Click() {

@@ -21,6 +21,7 @@ private:
     void LoadStrings();
     void Form_Load();
     void optAllFiles_Click();
+    void FileCountChosen();
     void optFileCount_Click();
     void cmdOK_Click();
 

@@ -115,7 +115,7 @@ TEST_F(PlayRequestsTest, ThreeItemsSaveTheSelection) {
     }
     EXPECT_EQ(dialogs.shown, Texts(3, "save Playlist (*.m3u)|*.m3u " + folder.Path()));
     EXPECT_EQ(PanelText(Panel::Scanning), "");
-    EXPECT_FALSE(Form().testAttribute(Qt::WA_SetCursor));
+    EXPECT_EQ(Form().cursor().shape(), Qt::ArrowCursor);
 }
 
 TEST_F(PlayRequestsTest, TheRandomButtonAndItsItemsPlayTheLibrary) {

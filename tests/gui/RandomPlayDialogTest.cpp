@@ -75,6 +75,7 @@ TEST_F(RandomPlayDialogTest, TheKeyboardAloneChoosesACount) {
     Open();
     EXPECT_EQ(dialog->focusWidget(), &All());
     QTest::keyClick(&All(), Qt::Key_Down);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return dialog->focusWidget() == &Field(); }));
     QTest::keyClicks(&Field(), QStringLiteral("25"));
     QTest::keyClick(&Field(), Qt::Key_Return);
     EXPECT_FALSE(dialog->isVisible());
