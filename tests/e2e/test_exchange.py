@@ -7,7 +7,7 @@ import unittest
 from desktop import ProgramTest, wait_until
 
 FILE_MENU = (25, 12)
-EXPORT, IMPORT = 2, 3  # how often Down is pressed in the file menu
+EXPORT, IMPORT = 3, 4  # how often Down is pressed in the file menu
 TREE = "select F.Position || ',' || F.Parent || ',' || F.Filename || ',' || L.Path" \
        " from FileCategories F join Files L on L.File_id = F.File_id order by FileCategory_id"
 
