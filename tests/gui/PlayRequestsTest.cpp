@@ -99,6 +99,7 @@ TEST_F(PlayRequestsTest, WhileADialogOfARequestIsOpenNoOtherOneActs) {
         for (const char* name : {"plist", "mnuPlaylist", "mnuPlaySelectedItems", "mnuRandomPlay"}) {
             runs += Form().Parts().Commands.Run(name) ? 1 : 0;
         }
+        QTest::keyClick(&Grid(), Qt::Key_Return);
     };
     Action("mnuPlaylist").trigger();
     EXPECT_EQ(dialogs.shown.size(), 1U);
