@@ -2,6 +2,7 @@
 #include "Libraries.h"
 #include "OggJobs.h"
 #include "PlayerJobs.h"
+#include "QueueJobs.h"
 #include "SilentScanner.h"
 
 #include <cstdio>
@@ -30,6 +31,10 @@ int main(int count, char** arguments) {
             PlayerJobs(words[1], std::stoi(words[2]));
             return 0;
         }
+        if (words.size() == 4 && words[0] == "queue") {
+            QueueJobs(words[1], words[2], std::stoi(words[3]));
+            return 0;
+        }
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "%s\n", failure.what());
         return 1;
@@ -37,6 +42,7 @@ int main(int count, char** arguments) {
     std::fprintf(stderr, "quavernet_bench library FILE TEMPLATE ROWS\n"
                          "quavernet_bench scan MUSIC WORK TEMPLATE NAME ROUNDS\n"
                          "quavernet_bench ogg MUSIC ROUNDS\n"
-                         "quavernet_bench player MUSIC ROUNDS\n");
+                         "quavernet_bench player MUSIC ROUNDS\n"
+                         "quavernet_bench queue LIBRARY WORK ROUNDS\n");
     return 2;
 }

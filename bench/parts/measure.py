@@ -5,7 +5,8 @@ Parts: scan (with the main window open and the scan log on, and without any wind
 among them), list (from the click to the painted rows), tree (load, drop, deletion and import, each to the painted nodes,
 and the processor time of a drag over it), million (the list with 1,000,000 rows, and the memory for them), start (filled
 window, memory, idling), cancel (clicks on "cancel" at random moments of scans), ogg (the reader of Ogg files beside
-ogginfo itself), player (starts of tracks and the processor time of playing, beside bare libmpv).
+ogginfo itself), player (starts of tracks and the processor time of playing, beside bare libmpv), queue (the player's
+queue at its full length).
 
 Floors of scans: walk, open, read head and tail of each file, and write (look up, update) the same rows with bare SQLite
 in one transaction. Floors of lists: bare SQLite reading the same rows unsorted; of a search or a filter: the bare
@@ -40,6 +41,7 @@ MILLION = 1_000_000
 OGG_FILES = 1000
 OGG_KINDS = 20
 TRACKS = 20
+QUEUE_ENTRIES = 32767  # As many as the player takes.
 BROKEN_PERCENT = 5
 
 
@@ -164,8 +166,13 @@ def player(run):
     run.collect(BENCH, "player", folder, run.options.rounds)
 
 
+def queue(run):
+    library = os.path.join(run.home(QUEUE_ENTRIES), "Documents", "Quavernet Database", "Quavernet.db")
+    run.collect(BENCH, "queue", library, run.work, 2 * run.options.rounds + 1)
+
+
 PARTS = {"scan": scan, "list": lists, "tree": tree, "million": million, "start": start_to_idle,
-         "cancel": cancel_clicks, "ogg": ogg, "player": player}
+         "cancel": cancel_clicks, "ogg": ogg, "player": player, "queue": queue}
 
 
 def read_options():
