@@ -1,4 +1,5 @@
-// The question for the file of a playlist that is to be saved. Asked by the commands of list and tree.
+// The question for the file of a playlist that is to be saved. Asked by the commands of list, tree
+// and player.
 #pragma once
 
 #include <optional>

@@ -5,6 +5,7 @@
 #include "app/MainModule.h"
 #include "app/TextNumbers.h"
 #include "library/SqlQuote.h"
+#include "playback/AskForPlaylist.h"
 #include "playback/PlayQueue.h"
 #include "playback/PlaylistWriter.h"
 #include "playback/ShuffledOrder.h"
@@ -174,8 +175,7 @@ void PlayQueue::cmdLoadPlaylist_Click() {
 void PlayQueue::cmdCreatePlaylist_Click() {
     Run([this] {
         std::optional<std::string> path;
-        Outside(
-            [&] { path = services.dialogs->ShowSave(LoadResString(Texts::PlaylistFilter), Documents()); });
+        Outside([&] { path = AskForPlaylist(); });
         if (path && m_loaded) {
             WritePlayerPlaylist(*path);
         }
