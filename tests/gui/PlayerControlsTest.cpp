@@ -1,12 +1,8 @@
 // What the controls of the player's window do: sliders, the list and its keys, the pop-up menu, drops.
 #include "gui/PlayerWindowTest.h"
 
-#include "adapters/qt/FileUris.h"
-
 #include <QCheckBox>
-#include <QDropEvent>
 #include <QMenu>
-#include <QMimeData>
 
 namespace quavernet::test {
 
@@ -19,20 +15,6 @@ protected:
         PlayerSlider& slider = Slider(name);
         QTest::mouseClick(&slider, Qt::LeftButton, {},
                           QPoint(static_cast<int>(place * slider.width()), slider.height() / 2));
-    }
-    bool Drop(QWidget& target, const Texts& paths) {
-        const std::unique_ptr<QMimeData> data(FilesToOffer(paths));
-        const QPoint place(10, 10);
-        QDragEnterEvent enter(place, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(&target, &enter);
-        if (!enter.isAccepted()) {
-            return false;
-        }
-        QDragMoveEvent move(place, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(&target, &move);
-        QDropEvent drop(place, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(&target, &drop);
-        return move.isAccepted() && drop.isAccepted();
     }
     /// Chooses an item of the pop-up menu behind "Add".
     void ChooseAdd(const char* item) {

@@ -2,13 +2,11 @@
 // what it may do while something else is under way.
 #include "gui/PlayerWindowTest.h"
 
-#include "adapters/qt/FileUris.h"
 #include "support/SmallAudio.h"
 #include "support/TestLibrary.h"
 
-#include <QDropEvent>
+#include <QDialog>
 #include <QLineEdit>
-#include <QMimeData>
 #include <QPointer>
 
 namespace quavernet::test {
@@ -390,12 +388,38 @@ TEST_F(PlayerDuringScanTest, ThePlayerMayCloseAndTheMainWindowMayNot) {
 
 TEST_F(PlayerDuringScanTest, ADropIsRefused) {
     PlayThree();
-    const std::unique_ptr<QMimeData> data(FilesToOffer({"/music/Two.mp3"}));
-    ScanWith([&] {
-        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(&Player(), &enter);
-        EXPECT_FALSE(enter.isAccepted());
+    ScanWith([this] {
+        EXPECT_FALSE(Drop(Player(), {"/music/Two.mp3"}));
+        EXPECT_FALSE(Drop(*List().viewport(), {"/music/Two.mp3"}));
     });
+    EXPECT_EQ(Entries().size(), 3U);
+}
+
+TEST_F(PlayerLifeTest, WhileABoxIsOpenTheMusicGoesOnAndDropsAreRefused) {
+    PlayThree();
+    QDialog box(&Form());
+    box.setModal(true);
+    box.show();
+    engine->End();
+    EXPECT_EQ(engine->FileName(), "/music/Two.mp3");
+    EXPECT_FALSE(Drop(Player(), {"/music/One.mp3"}));
+    EXPECT_FALSE(Drop(*List().viewport(), {"/music/One.mp3"}));
+    EXPECT_EQ(Entries(), (Texts{"Abba - One", "|> Cure - Two", "Eels - Three"}));
+}
+
+TEST_F(PlayerLifeTest, ADropInsideAStartIsWhatPlaysAndWhatIsShown) {
+    PlayThree();
+    events.onDoEvents = [this] {
+        events.onDoEvents = nullptr;
+        EXPECT_TRUE(Drop(Player(), {"/music/Three.mp3", "/music/One.mp3"}));
+    };
+    services.events = &events;
+    Click("cmdNext");
+    services.events = &realEvents;
+    EXPECT_EQ(engine->FileName(), "/music/Three.mp3");
+    EXPECT_TRUE(engine->IsPlaying());
+    EXPECT_EQ(Entries(), (Texts{"|> Eels - Three", "Abba - One"}));
+    EXPECT_EQ(LabelText("lblFile"), "Three.mp3");
 }
 
 TEST_F(PlayerLifeTest, TheWayBackInsideItselfLoadsOnce) {

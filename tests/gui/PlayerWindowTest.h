@@ -3,6 +3,7 @@
 
 #include "gui/GuiTest.h"
 
+#include "adapters/qt/FileUris.h"
 #include "playback/PlayerList.h"
 #include "playback/PlayerSlider.h"
 #include "playback/frmPlayer.h"
@@ -10,7 +11,9 @@
 #include "support/TestFiles.h"
 #include "widgets/PictureButton.h"
 
+#include <QDropEvent>
 #include <QLabel>
+#include <QMimeData>
 #include <QTimer>
 #include <QToolButton>
 
@@ -89,6 +92,22 @@ protected:
     void ClickEntry(int position) {
         QTest::mouseClick(List().viewport(), Qt::LeftButton, {},
                           List().visualRect(List().model()->index(position, 0)).center());
+    }
+
+    /// True if the target took the drop.
+    static bool Drop(QWidget& target, const Texts& paths) {
+        const std::unique_ptr<QMimeData> data(FilesToOffer(paths));
+        const QPoint place(10, 10);
+        QDragEnterEvent enter(place, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&target, &enter);
+        if (!enter.isAccepted()) {
+            return false;
+        }
+        QDragMoveEvent move(place, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&target, &move);
+        QDropEvent drop(place, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&target, &drop);
+        return move.isAccepted() && drop.isAccepted();
     }
 
     /// How often the engine was asked for something.
