@@ -237,9 +237,9 @@ void EnginePlayer::TellNews() {
         }
         DropUnwantedNext(number);
     }
-    if (IsPlaying() != m_toldPlaying || SilenceReason() != m_toldSilence) {
+    if (IsPlaying() != m_toldPlaying || IsSilent() != m_toldSilent) {
         m_toldPlaying = IsPlaying();
-        m_toldSilence = SilenceReason();
+        m_toldSilent = IsSilent();
         if (m_events != nullptr) {
             m_events->PlayingChanged();
         }

@@ -14,8 +14,7 @@ namespace {
 /// How old an answer about the position may get while somebody asks for it.
 constexpr std::chrono::milliseconds PositionAge{250};
 
-/// The engine's output where nothing else can be opened.
-constexpr const char* NoDevice = "null";
+/// How long a device that wasn't there is not looked for.
 constexpr std::chrono::seconds DeviceAge{5};
 
 /// The engine's volume is cubic: of its full value of 100, x % sounds like (x / 100) to the third power.

@@ -46,7 +46,11 @@ private:
 
     enum class News { EndOfStream, LoadedLate, RefusedLate };
 
+    /// The engine's output where nothing else can be opened.
+    static constexpr const char* NoDevice = "null";
+
     // EnginePlayer.cpp: the calls.
+    bool IsSilent() const { return !m_libraryFault.empty() || m_audioOutput == NoDevice; }
     void WantEngine();
     void LookForDevice();
     void Load(const std::string& path);
@@ -93,7 +97,7 @@ private:
 
     std::deque<std::pair<News, std::uint64_t>> m_news; ///< To be told from the message loop, with the track.
     bool m_toldPlaying = false;
-    std::string m_toldSilence;
+    bool m_toldSilent = false;
 
     PositionClock m_clock;
     std::uint64_t m_seek = 0;             ///< Number of the last seek or start.
