@@ -90,6 +90,8 @@ void ListController::SetHeaderPicture(const SortArrow& arrow) {
 
 void ListController::DoubleClicked(std::int32_t mouseCol, std::int32_t mouseRow) {
     if (MayAct()) {
+        // What plays lets events run: a second one in them would start the row again and count it twice.
+        const ScopedValue alone(mainModule.ActsAlone, mouseRow > 0);
         grdMp3_DblClick(mouseCol, mouseRow, m_pane.Grid.Selection(), m_player, *this, m_work);
     }
 }
@@ -98,6 +100,7 @@ void ListController::EnterPressed() {
     if (!MayAct()) {
         return;
     }
+    const ScopedValue alone(mainModule.ActsAlone, true); // As at a double click; a held key comes again.
     switch (GridEnter()) {
     case GridEnterAction::PlayCurrentRow:
         PlayCurrentRow(m_pane.Grid.Selection(), m_player, m_work);

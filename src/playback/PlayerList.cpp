@@ -161,6 +161,15 @@ void PlayerList::keyPressEvent(QKeyEvent* event) {
     QListView::keyPressEvent(event);
 }
 
+// The toolkit makes the first entry the current one then, which would select it in the queue.
+void PlayerList::focusInEvent(QFocusEvent* event) {
+    {
+        const ScopedValue told(m_told, true);
+        QListView::focusInEvent(event);
+    }
+    SelectionMoved();
+}
+
 void PlayerList::mouseDoubleClickEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) {
         emit DblClick();

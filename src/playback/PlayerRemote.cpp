@@ -51,7 +51,7 @@ void PlayerRemote::Tell() {
     const bool wasPlaying = m_told.playback == MediaStatus::Playback::Playing;
     const double gone =
         wasPlaying && m_sinceTold.isValid() ? static_cast<double>(m_sinceTold.elapsed()) / 1000 : 0;
-    const bool isSameTrack = status.path == m_told.path && status.track == m_told.track;
+    const bool isSameTrack = status.path == m_told.path; // Keys move the number while a file plays.
     m_remote->Show(status);
     if (isSameTrack && std::abs(position - m_toldPosition - gone) > LeastJump) {
         m_remote->Seeked(position);

@@ -11,7 +11,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
+#include <charconv>
 
 namespace quavernet {
 
@@ -39,9 +39,12 @@ IdRange FindIdRange() {
 // A draw is a number of single precision: its text has seven digits at most.
 std::string Draw(const IdRange& range) {
     std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%.7G",
-                  static_cast<double>(RandomBetween(range.First, range.Last, true, true)));
-    return text.data();
+    const float draw = RandomBetween(range.First, range.Last, true, true);
+    const auto end =
+        std::to_chars(text.data(), text.data() + text.size(), draw, std::chars_format::general, 7);
+    std::string number(text.data(), end.ptr);
+    std::replace(number.begin(), number.end(), 'e', 'E');
+    return number;
 }
 
 void PlayDraws(const IdRange& range, PlayerWindow& player) {
@@ -75,6 +78,7 @@ void Fill(PlaylistWriter& playlist, const IdRange& range) {
 void cmdRandomize_Click(PlayerWindow& player, LongWork& work) {
     const ShownHourglass hourglass(work);
     const ShownPanelText panel(work, LoadResString(Texts::WritingRandomList));
+    mainModule.RandomNumbers.Randomize();
     const IdRange range = FindIdRange();
     if (range.First == 0 && range.Last == 0) {
         return;

@@ -33,6 +33,7 @@ std::vector<std::string> EntriesOf(const std::string& category) {
 
 std::vector<std::string> Shuffled(const std::vector<std::string>& source) {
     mainModule.RandomCount = Narrow32(static_cast<double>(source.size()));
+    mainModule.RandomNumbers.Randomize();
     std::vector<std::string> result;
     result.reserve(source.size());
     for (const std::int32_t position : ShuffledOrder(mainModule.RandomCount)) {

@@ -303,6 +303,13 @@ void frmPlayer::changeEvent(QEvent* event) {
     }
 }
 
+void frmPlayer::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (m_queue && m_open) {
+        m_queue->Form_Resize();
+    }
+}
+
 void frmPlayer::dragEnterEvent(QDragEnterEvent* event) {
     (void)AnswerDrag(*event, !LocalFiles(*event->mimeData()).empty());
 }

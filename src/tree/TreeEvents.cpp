@@ -109,13 +109,18 @@ void TreeDblClick(const TreeModel& tree, PlayerWindow& player) {
             } else {
                 OpenInPlayer(tree, player);
             }
-        } catch (const RuntimeError&) {
-            failed = true;
+        } catch (const RuntimeError& failure) {
+            failed = failure.Number() != ErrorNumber::ObjectNotSet;
         }
     }
     // With the internal player, and on other nodes, no path is known: the statement then names none and
     // counts nothing.
-    mainModule.Connection->Execute("Update Files Set Hits = Hits + 1 where Path = '" + SqlQuote(path) + "'");
+    try {
+        mainModule.Connection->Execute("Update Files Set Hits = Hits + 1 where Path = '" + SqlQuote(path) +
+                                       "'");
+    } catch (const RuntimeError&) {
+        failed = true;
+    }
     if (failed) {
         ShowExclamation(Texts::OpenFailed, Texts::PlayingFailed);
     }

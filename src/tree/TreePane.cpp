@@ -150,6 +150,7 @@ bool TreePane::eventFilter(QObject* watched, QEvent* event) {
     } else if (event->type() == QEvent::MouseButtonDblClick && watched == m_tree.viewport() &&
                static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton &&
                !m_tree.NodeAt(static_cast<QMouseEvent*>(event)->pos()).empty() && MayActOnTree()) {
+        const ScopedValue alone(mainModule.ActsAlone, true);
         TreeDblClick(Model(), m_player);
     }
     return false;

@@ -300,6 +300,22 @@ TEST_F(MediaRemoteTest, WithoutATrackThereIsNothingToPlay) {
     EXPECT_FALSE(Property(BusPlayer, "CanPlay").toBool());
 }
 
+TEST_F(MediaRemoteTest, AFileThatPlaysCanBePausedWhateverEntryCountsAsCurrent) {
+    ASSERT_TRUE(isThere);
+    MediaStatus status = PlayingSong();
+    remote->Show(status);
+    const QVariant before = Property(BusPlayer, "Metadata");
+    status.track = 0;
+    remote->Show(status);
+    EXPECT_TRUE(Property(BusPlayer, "CanPause").toBool());
+    EXPECT_TRUE(Property(BusPlayer, "CanSeek").toBool());
+    const auto trackOf = [](const QVariant& facts) {
+        const QVariant track = qdbus_cast<QVariantMap>(facts).value(QStringLiteral("mpris:trackid"));
+        return qvariant_cast<QDBusObjectPath>(track).path();
+    };
+    EXPECT_EQ(trackOf(Property(BusPlayer, "Metadata")), trackOf(before)) << "the same file plays on";
+}
+
 TEST_F(MediaRemoteTest, AnAddressIsNotOpened) {
     ASSERT_TRUE(isThere);
     EXPECT_EQ(Call(BusPlayer, "OpenUri", {QStringLiteral("http://example.org/song.mp3")}),

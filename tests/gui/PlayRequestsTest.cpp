@@ -1,5 +1,6 @@
 // The play requests in the real window, by their buttons, menu items and keys; the external player is the
 // shell's recorder.
+#include "app/MayAct.h"
 #include "gui/GuiTest.h"
 
 #include "browser/GridView.h"
@@ -52,6 +53,26 @@ protected:
 const std::vector<std::string> none{"0", "0", "0"};
 
 } // namespace
+
+TEST_F(PlayRequestsTest, WhileAPlayIsCarriedOutNothingElseActs) {
+    class AskingShell : public RecordingShell {
+    public:
+        int ShellExecute(const std::string& path) override {
+            mayAct.push_back(MayAct());
+            return RecordingShell::ShellExecute(path);
+        }
+        std::vector<bool> mayAct;
+    };
+    AskingShell asking;
+    services.shell = &asking;
+    ClickRow(1);
+    QTest::keyClick(&Grid(), Qt::Key_Return);
+    const QPoint place = Grid().visualRect(Grid().model()->index(0, 1)).center();
+    QTest::mouseDClick(Grid().viewport(), Qt::LeftButton, {}, place);
+    EXPECT_EQ(asking.mayAct, (std::vector<bool>{false, false}));
+    EXPECT_TRUE(MayAct());
+    services.shell = &shell;
+}
 
 TEST_F(PlayRequestsTest, ThePlayButtonThePlayMenusAndEnterPlaySeveralRows) {
     const Texts playlist{Temporary("Playlist.m3u")};

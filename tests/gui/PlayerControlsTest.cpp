@@ -82,6 +82,40 @@ TEST_F(PlayerControlsTest, AClickWithinThirtySecondsOfTheHandleIsTheControlsOwnS
     EXPECT_EQ(engine->CurrentPosition(), Slider("Slider1").pageStep());
 }
 
+TEST_F(PlayerControlsTest, AClickJustBeyondTheMarginLeadsToTheSpot) {
+    AddFile("Abba", "One");
+    StartPlayer();
+    engine->durations["/music/One.mp3"] = 200;
+    Queue().AddPlaylist("/music/One.mp3");
+    windows->Player().PlayFile(1);
+    ClickSlider("Slider1", 0.17); // Second 34.
+    EXPECT_NEAR(Slider("Slider1").value(), 34, 1);
+    ClickSlider("Slider3", 0.95); // 2375, within 200 of the top.
+    EXPECT_EQ(Slider("Slider3").value(), 2500 - Slider("Slider3").pageStep());
+    Slider("Slider3").setValue(2500);
+    ClickSlider("Slider3", 0.85);
+    EXPECT_NEAR(Slider("Slider3").value(), 2125, 25);
+}
+
+TEST_F(PlayerControlsTest, TheFocusOfTheListSelectsNothing) {
+    PlayThree();
+    Queue().SetListIndex(-1);
+    QFocusEvent focus(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+    QCoreApplication::sendEvent(&List(), &focus);
+    EXPECT_EQ(Queue().ListIndex(), -1);
+    EXPECT_EQ(Selected(), -1);
+    EXPECT_FALSE(List().currentIndex().isValid());
+}
+
+TEST_F(PlayerControlsTest, AnotherSizeOfTheWindowBringsItsCaptionBack) {
+    PlayThree();
+    Click("cmdPause");
+    EXPECT_EQ(Caption(), "Quavernet Player - Pause");
+    Player().resize(Player().size() + QSize(40, 40));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Caption(), "Quavernet Player");
+}
+
 TEST_F(PlayerControlsTest, TheArrowKeysMoveThePosition) {
     PlayThree();
     engine->SetPosition(20);

@@ -83,7 +83,7 @@ public:
     qlonglong Position() const;
     bool CanGoNext() const { return m_shown.status.canGoNext; }
     bool CanGoPrevious() const { return m_shown.status.canGoPrevious; }
-    bool HasTrack() const { return m_shown.status.track != 0; }
+    bool HasTrack() const { return !m_shown.status.path.empty(); }
     bool CanSeek() const { return HasTrack() && m_shown.status.length > 0; }
     bool CanControl() const { return true; }
 

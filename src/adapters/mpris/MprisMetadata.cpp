@@ -59,14 +59,14 @@ MediaStatus::Loop LoopOfText(const QString& text) {
 }
 
 QString TrackPath(const MediaStatus& status, int serial) {
-    return status.track == 0 ? QLatin1String("/org/mpris/MediaPlayer2/TrackList/NoTrack")
-                             : QString::fromLatin1("/quavernet/track/%1").arg(serial);
+    return status.path.empty() ? QLatin1String("/org/mpris/MediaPlayer2/TrackList/NoTrack")
+                               : QString::fromLatin1("/quavernet/track/%1").arg(serial);
 }
 
 QVariantMap Metadata(const MediaStatus& status, int serial) {
     QVariantMap facts;
     facts[QLatin1String("mpris:trackid")] = QVariant::fromValue(QDBusObjectPath(TrackPath(status, serial)));
-    if (status.track == 0) {
+    if (status.path.empty()) {
         return facts;
     }
     facts[QLatin1String("xesam:title")] = TextFor(status.title);
@@ -76,9 +76,7 @@ QVariantMap Metadata(const MediaStatus& status, int serial) {
     if (status.length >= 0) {
         facts[QLatin1String("mpris:length")] = Microseconds(status.length);
     }
-    if (!status.path.empty()) {
-        facts[QLatin1String("xesam:url")] = FileAddress(status.path);
-    }
+    facts[QLatin1String("xesam:url")] = FileAddress(status.path);
     if (!status.cover.empty()) {
         facts[QLatin1String("mpris:artUrl")] = FileAddress(status.cover);
     }
@@ -86,7 +84,7 @@ QVariantMap Metadata(const MediaStatus& status, int serial) {
 }
 
 QVariantMap PlayerProperties(const MediaStatus& status, int serial) {
-    const bool hasTrack = status.track != 0;
+    const bool hasTrack = !status.path.empty();
     const std::pair<const char*, QVariant> properties[] = {
         {"PlaybackStatus", QLatin1String(PlaybackStatusText(status.playback))},
         {"LoopStatus", QLatin1String(LoopStatusText(status.loop))},

@@ -124,7 +124,7 @@ void MprisRemote::Show(const MediaStatus& status) {
         return;
     }
     const QVariantMap before = PlayerProperties(m_shown.status, m_shown.serial);
-    if (status.track != m_shown.status.track || status.path != m_shown.status.path) {
+    if (status.path != m_shown.status.path) {
         ++m_shown.serial;
     }
     m_shown.status = status;
