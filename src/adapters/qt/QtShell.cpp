@@ -87,11 +87,15 @@ void QtShell::EndProcess(int exitCode) {
 // Only when everything is on the disk: the new process reads settings and library at once.
 void QtShell::EndProcessAndStartAgain(int exitCode) {
     BeforeEnd();
-    const QString program = m_program.isEmpty() ? QCoreApplication::applicationFilePath() : m_program;
-    if (!QProcess::startDetached(program, QCoreApplication::arguments().mid(1), QString())) {
+    if (!StartAgain()) {
         ShowBox(Texts::NotStartedAgain, Texts::ProgramEnds, MsgBox::Icon::Critical);
     }
     End(exitCode);
+}
+
+bool QtShell::StartAgain() const {
+    const QString program = m_program.isEmpty() ? QCoreApplication::applicationFilePath() : m_program;
+    return QProcess::startDetached(program, QCoreApplication::arguments().mid(1), QString());
 }
 
 void QtShell::BeforeEnd() {

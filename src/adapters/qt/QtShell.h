@@ -24,6 +24,7 @@ public:
     [[noreturn]] void EndProcessAndStartAgain(int exitCode) override;
 
 private:
+    bool StartAgain() const; ///< Whether the process has begun.
     void BeforeEnd();
     [[noreturn]] static void End(int exitCode);
 
