@@ -90,9 +90,8 @@ TEST_F(PlayerControlsTest, AClickJustBeyondTheMarginLeadsToTheSpot) {
     windows->Player().PlayFile(1);
     ClickSlider("Slider1", 0.17); // Second 34.
     EXPECT_NEAR(Slider("Slider1").value(), 34, 1);
-    ClickSlider("Slider3", 0.95); // 2375, within 200 of the top.
-    EXPECT_EQ(Slider("Slider3").value(), 2500 - Slider("Slider3").pageStep());
-    Slider("Slider3").setValue(2500);
+    ClickSlider("Slider3", 0.95); // 2375, within 200 of the top: the handle itself is there.
+    EXPECT_EQ(Slider("Slider3").value(), 2500);
     ClickSlider("Slider3", 0.85);
     EXPECT_NEAR(Slider("Slider3").value(), 2125, 25);
 }
