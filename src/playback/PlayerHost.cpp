@@ -16,9 +16,10 @@ void PlayerHost::Show() {
         m_form->raise();
         return;
     }
-    m_form = std::make_unique<frmPlayer>(services.createMediaPlayer(), m_main);
+    auto form = std::make_unique<frmPlayer>(services.createMediaPlayer(), m_main);
+    form->Form_Load();
+    m_form = std::move(form);
     QObject::connect(m_form.get(), &frmPlayer::Closed, &m_closed, [this] { Forget(); });
-    m_form->Form_Load();
     m_form->show();
     FollowByRemote();
 }

@@ -121,8 +121,9 @@ void frmPlayer::ConnectList() {
 }
 
 void frmPlayer::Form_Load() {
-    mainModule.PlayerOpen = true;
+    // First what may fail: a window that can't be placed has never been open.
     move(ToPixels(TwipsSetting("WindowLeftPlayer", "180")), ToPixels(TwipsSetting("WindowTopPlayer", "255")));
+    mainModule.PlayerOpen = true;
     m_queue->Form_Load();
     m_engine->SetEvents(this); // What it tells goes on to the queue, and then is shown.
     m_ui->Slider3->ShowValue(PlayQueue::LoudestPosition);

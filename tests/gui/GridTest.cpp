@@ -1,5 +1,7 @@
 #include "gui/GuiTest.h"
 
+#include "support/ScriptedPlayer.h"
+
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
@@ -261,8 +263,11 @@ TEST_F(GridTest, TheToolTipOfAPlaceWithoutAFileStaysAndALoadEmptiesIt) {
     EXPECT_EQ(FromQString(Grid().toolTip()), "");
 }
 
-TEST_F(GridTest, WithoutAPlayerADoubleClickEndsSilentlyAndCountsNothing) {
+TEST_F(GridTest, IfThePlayerCanNotComeUpADoubleClickEndsSilentlyAndCountsNothing) {
     AddFiles(2);
+    settings.values["WindowLeftPlayer"] = "x";
+    Texts calls;
+    services.createMediaPlayer = [&calls] { return std::make_unique<ScriptedPlayer>(calls); };
     Start();
     DoubleClickRow(2);
     QTest::keyClick(&Grid(), Qt::Key_Return);

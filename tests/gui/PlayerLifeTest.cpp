@@ -122,6 +122,8 @@ TEST_F(PlayerLifeTest, ASettingThatIsNoNumberNamesItself) {
     settings.values["WindowTopPlayer"] = "x";
     Start();
     EXPECT_THROW(windows->Player().Show(), RuntimeError);
+    EXPECT_FALSE(mainModule.PlayerOpen);
+    EXPECT_FALSE(PlayerIsOpen());
 }
 
 TEST_F(PlayerLifeTest, ClosingThePlayerFirstStopsTheMusicAndTheProgramGoesOn) {

@@ -1,5 +1,7 @@
 #include "gui/TreeTest.h"
 
+#include "support/ScriptedPlayer.h"
+
 #include <QAbstractItemModelTester>
 #include <QMenu>
 #include <QScrollBar>
@@ -129,8 +131,11 @@ TEST_F(TreePaneTest, ADoubleClickOnAnEntryOpensItWithTheSystemAndCountsIt) {
     EXPECT_EQ(Hits(2), 1);
 }
 
-TEST_F(TreePaneTest, WithoutAPlayerADoubleClickSaysThatPlayingIsImpossible) {
+TEST_F(TreePaneTest, IfThePlayerCanNotComeUpADoubleClickSaysThatPlayingIsImpossible) {
     MakeTree();
+    settings.values["WindowLeftPlayer"] = "x";
+    Texts calls;
+    services.createMediaPlayer = [&calls] { return std::make_unique<ScriptedPlayer>(calls); };
     Start();
     Tree().setExpanded(Alpha(), true);
     DoubleClick(Entry(0));
