@@ -22,6 +22,8 @@ PROGRAM = os.environ["QUAVERNET_PROGRAM"]
 SAMPLE_MAKER = os.environ["QUAVERNET_SAMPLE_MAKER"]
 PICTURES = os.environ["QUAVERNET_PICTURES"]
 
+DOUBLE_CLICK = 0.6  # seconds after which a press is no second click of a double click, which plays
+
 SCREEN = "1280x960"  # a check may choose another one before it starts
 
 
@@ -281,6 +283,7 @@ class ProgramTest(unittest.TestCase):
         the button goes up."""
         steps = 12
         ask = self.desktop.ask
+        time.sleep(DOUBLE_CLICK)
         ask("xdotool", "mousemove", *start, "mousedown", 1)
         for step in range(1, steps + 1):
             # A busy machine needs a moment to begin the drag: it would find the button up again.
