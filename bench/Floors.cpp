@@ -12,6 +12,7 @@
 #include <stdexcept>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 namespace quavernet::bench {
 
@@ -103,10 +104,11 @@ std::vector<std::vector<std::string>> BareLibrary::Texts(const std::string& stat
     Statement query(m_database, statement);
     std::vector<std::vector<std::string>> rows;
     while (query.Step()) {
-        std::vector<std::string>& row = rows.emplace_back();
+        std::vector<std::string> row;
         for (int column = 0; column < sqlite3_column_count(query.Handle()); ++column) {
             row.push_back(query.Text(column));
         }
+        rows.push_back(std::move(row));
     }
     return rows;
 }

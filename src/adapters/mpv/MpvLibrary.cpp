@@ -49,7 +49,8 @@ Library::Library(const std::string& name) {
 
 void Library::LoadAhead(const std::string& name) {
     try {
-        std::thread([name] { ::dlopen(name.c_str(), HowToLoad); }).detach();
+        // It stays loaded: nobody needs what tells that it is.
+        std::thread([name] { (void)::dlopen(name.c_str(), HowToLoad); }).detach();
     } catch (const std::system_error&) {
         // No thread to be had: the first file loads it.
     }

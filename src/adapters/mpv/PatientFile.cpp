@@ -77,11 +77,9 @@ bool PatientFile::WaitForThread(std::unique_lock<std::mutex>& lock) {
 void PatientFile::Serve() {
     OpenFile();
     std::unique_lock lock(m_mutex);
-    while (!m_closed) {
-        m_asked.wait(lock, [this] { return m_closed || m_busy; });
-        if (!m_closed) {
-            ReadOnce(lock);
-        }
+    const auto isAsked = [this] { return m_closed || m_busy; };
+    for (m_asked.wait(lock, isAsked); !m_closed; m_asked.wait(lock, isAsked)) {
+        ReadOnce(lock);
     }
     // Outside of the lock: closing may hang as well.
     const std::unique_ptr<BinaryFile> file = std::move(m_file);
