@@ -59,6 +59,8 @@ class PlayerTest(ProgramTest):
         wait_until("the track in the task bar", lambda: text in self.desktop.title(player))
         self.desktop.activate(window)
         self.desktop.key("ctrl+p")
+        wait_until("the player above the main window",
+                   lambda: self.desktop.ask("xdotool", "getactivewindow").strip() == player)
         self.desktop.window(PLAYER)
 
         self.double_click(player, ENTRY_1)

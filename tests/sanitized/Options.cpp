@@ -35,6 +35,8 @@ const char* __lsan_default_suppressions() {
         "leak:QMenu::keyPressEvent\n"
         // The library of the desktop's bus: its table of known strings, kept to the end.
         "leak:libdbus-1.so\n"
+        // One of the ways to a sound device that the media engine tries where there is none.
+        "leak:libSDL2\n"
         // Fonts: the configuration and its caches, kept to the end.
         "leak:libfontconfig.so\n";
 }
