@@ -297,16 +297,11 @@ void frmPlayer::closeEvent(QCloseEvent* event) {
     }
 }
 
+// Another size alone changes no caption: the layout and the window manager give one, too, and "Pause" would
+// be lost.
 void frmPlayer::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::WindowStateChange && m_queue && m_open) {
-        m_queue->Form_Resize();
-    }
-}
-
-void frmPlayer::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    if (m_queue && m_open) {
         m_queue->Form_Resize();
     }
 }
