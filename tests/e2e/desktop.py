@@ -289,7 +289,7 @@ class ProgramTest(unittest.TestCase):
             # A busy machine needs a moment to begin the drag: it would find the button up again.
             ask("xdotool", "mousemove", *(a + (b - a) * step // steps for a, b in zip(start, end)), "sleep",
                 0.3 if step == 1 else 0.03)
-        ask("xdotool", "sleep", 0.2)
+        ask("xdotool", "sleep", 0.5)
         if on_the_way:
             on_the_way()
         ask("xdotool", "mouseup", 1)
