@@ -14,6 +14,7 @@
 #include "platform/Services.h"
 #include "platform/TagComponent.h"
 #include "platform/UserFiles.h"
+#include "platform/VorbisCommentTool.h"
 
 #include <cstdint>
 #include <functional>
@@ -85,6 +86,7 @@ struct Services {
     FileSystemObject* fileSystem = nullptr;
     UserFiles* files = nullptr;
     OggInfoTool* oggInfo = nullptr;
+    VorbisCommentTool* oggComments = nullptr;
     Shell* shell = nullptr;
     MsgBox* msgBox = nullptr;
     CommonDialogs* dialogs = nullptr;

@@ -98,6 +98,13 @@ public:
     /// as CreateFolder does.
     virtual void CopyFile(const std::string& source, const std::string& target) = 0;
 
+    /// Gives a file or link another name; a link itself is renamed, not what it leads to. What has the new
+    /// name already is never overwritten: the next free one of "name (2).ext", "name (3).ext" and so on is
+    /// taken. The own name is no obstacle. Throws RuntimeError 53 if the source or a folder is missing, 76 if
+    /// a part of the path is no folder, 70 without the right to, 75 if it fails otherwise (a NUL in the name,
+    /// a name too long).
+    virtual void RenameFile(const std::string& source, const std::string& target) = 0;
+
     /// Mount points that hold user data, each once: "/", then in the system's order. Never fails.
     virtual std::vector<std::string> LogicalDrives() = 0;
 

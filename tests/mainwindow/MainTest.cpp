@@ -56,6 +56,7 @@ public:
             files.insert(target);
         }
     }
+    void RenameFile(const std::string&, const std::string&) override {}
     std::vector<std::string> LogicalDrives() override { return {}; }
     std::optional<std::string> NetworkRoot(const std::string&) override { return std::nullopt; }
 

@@ -109,6 +109,9 @@ public:
     void CopyFile(const std::string& source, const std::string& target) override {
         m_real->CopyFile(source, target);
     }
+    void RenameFile(const std::string& source, const std::string& target) override {
+        m_real->RenameFile(source, target);
+    }
     std::vector<std::string> LogicalDrives() override { return drives; }
     std::optional<std::string> NetworkRoot(const std::string& drive) override {
         const auto found = networkRoots.find(drive);

@@ -3,6 +3,7 @@
 #include "adapters/posix/Descriptor.h"
 #include "adapters/posix/MountTable.h"
 #include "adapters/posix/PosixFolderWalk.h"
+#include "adapters/posix/Rename.h"
 #include "adapters/posix/WholeFileCopy.h"
 #include "platform/RuntimeError.h"
 #include "platform/WriteError.h"
@@ -110,6 +111,22 @@ public:
             throw PathError(ErrorNumber::PathFileAccess, errno, source);
         }
         if (const int error = posix::CopyWholeFile(from, target); error != 0) {
+            throw PathError(NumberOfWrite(error), error, target);
+        }
+    }
+
+    void RenameFile(const std::string& source, const std::string& target) override {
+        if (posix::NormalPath(source) == posix::NormalPath(target)) {
+            return;
+        }
+        switch (const int error = posix::RenameToFreeName(source, target)) {
+        case 0:
+            return;
+        case ENOENT:
+            throw PathError(ErrorNumber::FileNotFound, error, source);
+        case ENOTDIR:
+            throw PathError(ErrorNumber::PathNotFound, error, target);
+        default:
             throw PathError(NumberOfWrite(error), error, target);
         }
     }
