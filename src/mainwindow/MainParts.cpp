@@ -3,6 +3,7 @@
 #include "app/MainModule.h"
 #include "app/PlayerWindow.h"
 #include "browser/ListCommands.h"
+#include "editing/EditingCommands.h"
 #include "library/LibraryCommands.h"
 #include "mainwindow/MainMenuTable.h"
 #include "mainwindow/WindowCommands.h"
@@ -46,6 +47,7 @@ MainParts::MainParts(QMainWindow& window, PlayerWindow& player, const SwitchCont
     RegisterExchangeCommands(Commands, Tree.Model(), Work, Views, Scan.Driver());
     RegisterLibraryCommands(Commands, Work, Views);
     RegisterPlaybackCommands(Commands, {Panes.Grid().Selection(), Tree.Model(), player, Work}, window);
+    RegisterEditingCommands(Commands, {Work}, window);
     RegisterWindowCommands(Commands, Named, window, [loadStrings, &player] {
         loadStrings();
         if (mainModule.PlayerOpen) {
