@@ -1,5 +1,6 @@
 #include "adapters/mpv/MpvLibrary.h"
 
+#include "adapters/mpv/LoadedPages.h"
 #include "platform/RuntimeError.h"
 
 #include <system_error>
@@ -13,6 +14,13 @@ namespace {
 
 // Lazy: to bind all functions of all its libraries at once would take twice as long.
 constexpr int HowToLoad = RTLD_LAZY | RTLD_LOCAL;
+
+void* Load(const std::string& name) {
+    const LoadedObjects before = ObjectsInMemory();
+    void* library = ::dlopen(name.c_str(), HowToLoad);
+    GiveBackPages(before);
+    return library;
+}
 
 [[noreturn]] void FailToLoad(const std::string& name) {
     const char* reason = ::dlerror();
@@ -29,7 +37,7 @@ template <typename Function> void Find(void* library, const char* name, Function
 } // namespace
 
 Library::Library(const std::string& name) {
-    void* library = ::dlopen(name.c_str(), HowToLoad);
+    void* library = Load(name);
     if (library == nullptr) {
         FailToLoad(name);
     }
@@ -50,7 +58,7 @@ Library::Library(const std::string& name) {
 void Library::LoadAhead(const std::string& name) {
     try {
         // It stays loaded: nobody needs what tells that it is.
-        std::thread([name] { (void)::dlopen(name.c_str(), HowToLoad); }).detach();
+        std::thread([name] { (void)Load(name); }).detach();
     } catch (const std::system_error&) {
         // No thread to be had: the first file loads it.
     }
