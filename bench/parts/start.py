@@ -7,8 +7,8 @@ import time
 from screen import Screen, wait_for
 from table import Line
 
-IDLE = 5    # seconds over which the idle program is watched
-SPLASH = 5  # seconds until the splash window has gone
+IDLE = 5     # seconds over which the idle program is watched
+SETTLED = 7  # seconds until the splash window has gone and the media engine has been read ahead
 
 START_LIMITS = {20000: 0.25, 100000: 0.4}  # seconds, by rows
 MEMORY_LIMITS = {100000: 90}               # MB resident, by rows
@@ -58,7 +58,7 @@ def start_once(program, home, shown, idle):
             seconds = time.monotonic() - begin
             used = None
             if idle:
-                time.sleep(SPLASH)
+                time.sleep(SETTLED)
                 before = processor_seconds(process)
                 time.sleep(IDLE)
                 used = processor_seconds(process) - before
