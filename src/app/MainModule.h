@@ -14,7 +14,6 @@
 #include "platform/Services.h"
 #include "platform/TagComponent.h"
 #include "platform/UserFiles.h"
-#include "platform/VorbisCommentTool.h"
 
 #include <cstdint>
 #include <functional>
@@ -25,6 +24,7 @@ namespace quavernet {
 
 class MediaPlayer;
 class MediaRemote;
+class VorbisCommentTool;
 
 struct MainModule {
     std::unique_ptr<ADODB::Connection> Connection; ///< The one open library, for the whole process.
