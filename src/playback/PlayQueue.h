@@ -115,6 +115,13 @@ private:
     enum class Origin { Player, Tree };
 
     /// What the library tells of a file that is started.
+    /// How far a start came.
+    enum class Started {
+        Overtaken, ///< Another start, or the window's end, came in between: what follows it is void as well.
+        Failed,    ///< Before its entry was selected.
+        Selected,  ///< Its entry was. What the user has chosen since then is newer.
+    };
+
     struct LibraryFacts {
         std::string Quality;
         std::int16_t Length; ///< Seconds.
@@ -136,7 +143,7 @@ private:
 
     // QueueStart.cpp
     void ShowCaption();
-    bool Start(std::int16_t index, Origin origin);
+    Started Start(std::int16_t index, Origin origin);
     void StartFile(std::int16_t index, Origin origin, unsigned& start);
     void FollowEntry();
     void RequireAccepted() const;
@@ -197,6 +204,7 @@ private:
     bool m_refused = false;          ///< It has turned out meanwhile that it can't be played.
     bool m_hasFile = false;          ///< It was not refused.
     bool m_waitsForLength = false;   ///< Its Duration was not known when it was shown,
+    bool m_selected = false;         ///< It has selected its entry.
     bool m_lengthIsUnknown = false;  ///< nor is the library's length.
     std::optional<std::string> m_promised; ///< With what the engine was told to go on; nothing: not told yet.
 };

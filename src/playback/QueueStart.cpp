@@ -41,13 +41,12 @@ void PlayQueue::ShowCaption() {
     m_view.SetCaption(named ? ReplaceAll(Text(m_currentTrack - 1), "|>", "") : LoadResString(Texts::Player));
 }
 
-// False if another start or the window's end has overtaken this one: what follows it is then void as well.
 // Whatever fails shows as the mark of the selected entry. That is the one before where the engine does not
 // even take the file, since the selection has not come here yet.
-bool PlayQueue::Start(std::int16_t index, Origin origin) {
+PlayQueue::Started PlayQueue::Start(std::int16_t index, Origin origin) {
     ShowCaption();
     if (PathCount() == 0) {
-        return true;
+        return Started::Failed;
     }
     const unsigned before = m_starts;
     unsigned start = before;
@@ -58,12 +57,14 @@ bool PlayQueue::Start(std::int16_t index, Origin origin) {
         const bool isGone = start != before && m_startedEntry == 0;
         if (start == m_starts && !isGone) {
             m_starting = false;
-            MarkFileError(ListIndex());
+            MarkFileError(start != before && m_selected ? m_startedEntry - 1 : ListIndex());
         }
     }
-    const bool isMine = start == m_starts;
-    m_starting = m_starting && !isMine;
-    return isMine;
+    if (start != m_starts) {
+        return Started::Overtaken;
+    }
+    m_starting = false;
+    return start != before && m_selected ? Started::Selected : Started::Failed;
 }
 
 void PlayQueue::StartFile(std::int16_t index, Origin origin, unsigned& start) {
@@ -85,6 +86,7 @@ void PlayQueue::StartFile(std::int16_t index, Origin origin, unsigned& start) {
     m_paused = false;
     if (m_startedEntry != 0) {
         m_entries.Select(m_currentTrack - 1);
+        m_selected = true;
     }
     m_hasFileLabel = true;
     m_view.SetFile(FileNameFromPath(path), path);
@@ -93,7 +95,6 @@ void PlayQueue::StartFile(std::int16_t index, Origin origin, unsigned& start) {
         return;
     }
     RequireAccepted();
-    FollowEntry();
     m_view.SetQuality(quality);
     ShowLength(facts.Length);
     MoveMarkerHere();
@@ -130,7 +131,7 @@ void PlayQueue::BeginFile(const std::string& path, std::int16_t index, unsigned&
     start = ++m_starts;
     m_startedEntry = index;
     m_starting = true;
-    m_refused = m_hasFile = m_waitsForLength = false;
+    m_selected = m_refused = m_hasFile = m_waitsForLength = false;
     m_promised.reset();
     m_player.SetFileName(path);
     m_hasFile = true;
@@ -169,9 +170,11 @@ void PlayQueue::ShowLength(std::int16_t length) {
 }
 
 void PlayQueue::MoveMarkerHere() {
+// The entry that plays gets it. It is the current one, unless the user has moved the number while the file
+// was inspected.
     if (m_entries.Has(m_startedEntry)) {
-        RemoveMarker(m_currentTrack);
-        m_entries.SetText(m_currentTrack - 1, std::string(PlayingMark) + Text(m_currentTrack - 1));
+        RemoveMarker(m_startedEntry);
+        m_entries.SetText(m_startedEntry - 1, std::string(PlayingMark) + Text(m_startedEntry - 1));
     }
 }
 
@@ -236,7 +239,7 @@ void PlayQueue::EndOfStream() {
 void PlayQueue::AdvanceAll() {
     if (ListIndex() == ListCount() - 1) {
         m_currentTrack = 1;
-        if (Start(m_currentTrack, Origin::Player)) {
+        if (Start(m_currentTrack, Origin::Player) == Started::Failed) {
             m_entries.Select(0);
         }
     } else {
@@ -250,7 +253,7 @@ void PlayQueue::Advance() {
     const std::int32_t next = m_currentTrack + 1;
     if (next <= ListCount()) {
         m_currentTrack = static_cast<std::int16_t>(next);
-        if (!Start(m_currentTrack, Origin::Player)) {
+        if (Start(m_currentTrack, Origin::Player) != Started::Failed) {
             return;
         }
     }

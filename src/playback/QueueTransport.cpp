@@ -108,7 +108,7 @@ void PlayQueue::lstFiles_DblClick() {
 // stays.
 void PlayQueue::StartSelected() {
     const auto number = static_cast<std::int16_t>(ListIndex() + 1);
-    if (Start(number, Origin::Player)) {
+    if (Start(number, Origin::Player) == Started::Failed) {
         m_currentTrack = number;
     }
 }

@@ -20,6 +20,20 @@ protected:
         EXPECT_EQ(view.file, std::to_string(number) + ".mp3");
         EXPECT_EQ(view.toolTip, PathOf(number));
     }
+    /// "A - B", a real file of 128 kbit/s that is inspected when it is started.
+    void AddFileWithoutQuality() {
+        const std::string path = RealMp3({"-b", "128"});
+        AddFile(path, "A", "B", "Null");
+        queue.AddPlaylist(path);
+    }
+    /// What happens while the next file is inspected.
+    void InInspection(std::function<void()> happens) {
+        events.onDoEvents = [this, happens = std::move(happens), rounds = 0]() mutable {
+            if (++rounds == 2) { // After the round between Play and the labels.
+                happens();
+            }
+        };
+    }
 };
 
 // In the middle of a start.
@@ -188,22 +202,71 @@ TEST_F(QueueEventsTest, AWindowThatIsClosedInsideAStartStaysQuiet) {
 }
 
 TEST_F(QueueEventsTest, AStartOvertakenWhileItsFileIsInspectedEndsThere) {
-    const std::string path = RealMp3({"-b", "128"});
-    AddFile(path, "A", "B", "Null");
-    queue.AddPlaylist(path);
+    AddFileWithoutQuality();
     AddFiles(1);
     queue.AddPlaylist("/m/1.mp3");
-    int rounds = 0;
-    events.onDoEvents = [&] {
-        if (++rounds == 2) { // After the one between Play and the labels.
-            queue.PlayFile(2);
-        }
-    };
+    InInspection([&] { queue.PlayFile(2); });
     queue.PlayFile(1);
     ExpectShown(1);
     EXPECT_EQ(view.quality, "128 bit");
     EXPECT_THAT(Texts(), ElementsAre("A - B", "|> P1 - T1"));
     EXPECT_EQ(queue.CurrentTrack(), 2);
+}
+
+TEST_F(QueueEventsTest, AnArrowKeyWhileTheFileIsInspectedMovesTheNumberForGood) {
+    AddFileWithoutQuality();
+    AddFiles(3);
+    for (int i = 1; i <= 3; ++i) {
+        queue.AddPlaylist(PathOf(i));
+    }
+    const std::vector<std::function<void()>> starts = {
+        [&] { queue.PlayFile(1); },
+        [&] { queue.lstFiles_KeyDown(Keys::Enter); },
+        [&] {
+            queue.chkRepeatAll_Click(true);
+            queue.SetListIndex(3);
+            player.End();
+        },
+    };
+    for (const auto& start : starts) {
+        queue.PlayFile(4);
+        queue.SetListIndex(0);
+        InInspection([&] {
+            queue.lstFiles_KeyDown(Keys::Right);
+            queue.lstFiles_KeyDown(Keys::Right);
+        });
+        start();
+        EXPECT_EQ(queue.CurrentTrack(), 3);
+        EXPECT_EQ(queue.ListIndex(), 2);
+        EXPECT_EQ(queue.Text(0), "|> A - B"); // What is heard.
+        EXPECT_EQ(queue.Text(2), "P2 - T2");
+        EXPECT_EQ(player.Next(), "/m/3.mp3");
+    }
+}
+
+TEST_F(QueueEventsTest, AnEntryThatMovesWhileItsFileIsInspectedKeepsItsMarker) {
+    AddFiles(1);
+    queue.AddPlaylist("/m/1.mp3");
+    AddFileWithoutQuality();
+    InInspection([&] {
+        queue.SetListIndex(0);
+        queue.cmdRem_Click();
+    });
+    queue.PlayFile(2);
+    EXPECT_EQ(queue.CurrentTrack(), 1);
+    EXPECT_THAT(Texts(), ElementsAre("|> A - B"));
+}
+
+TEST_F(QueueEventsTest, ARefusalWhileTheFileIsInspectedMarksItsEntryWhereverTheSelectionIs) {
+    AddFileWithoutQuality();
+    AddFiles(1);
+    queue.AddPlaylist("/m/1.mp3");
+    InInspection([&] {
+        queue.SetListIndex(1);
+        player.RefuseLate();
+    });
+    queue.PlayFile(1);
+    EXPECT_THAT(Texts(), ElementsAre("(A - B) ***FileError***", "P1 - T1"));
 }
 
 TEST_F(QueueEventsTest, WhatIsDoneInsideIsToldToTheEngineAtOnce) {
