@@ -22,7 +22,7 @@ PlayQueue::~PlayQueue() {
 void PlayQueue::Form_Load() {
     m_loaded = true;
     m_currentTrack = 0;
-    m_paused = false;
+    m_paused = m_stopped = false;
     m_positionSeconds = 0;
     m_showElapsed = true;
     m_repeat = m_repeatAll = false;

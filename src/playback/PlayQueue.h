@@ -53,7 +53,8 @@ public:
     /// Number of the entry that counts as current, 0 before the first one was chosen. There need not be such
     /// an entry, and keys move the number while another one plays.
     std::int16_t CurrentTrack() const { return m_currentTrack; }
-    bool Paused() const { return m_paused; } ///< cmdPause has paused the engine.
+    bool Paused() const { return m_paused; }   ///< cmdPause has paused the engine. A stop does not end it.
+    bool Stopped() const { return m_stopped; } ///< cmdStop has stopped it, and nothing has played since.
 
     // Fills. None starts anything. A failure ends a fill silently; entries already made stay.
     void Clear();        ///< lstFiles and PlayerPaths.
@@ -187,6 +188,7 @@ private:
     std::int16_t m_currentTrack = 0;
     bool m_paused = false;
     std::int16_t m_positionSeconds = 0; ///< Of the engine, at the last tick.
+    bool m_stopped = false;
     bool m_showElapsed = true;          ///< lblTime shows the elapsed time, else the remaining one.
     bool m_repeat = false;
     bool m_repeatAll = false;

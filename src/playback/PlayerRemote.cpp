@@ -66,7 +66,7 @@ void PlayerRemote::RemotePlay() {
         return;
     }
     m_form->Act([&queue = m_form->Queue(), &engine = m_form->Engine()] {
-        if (queue.Paused() && !engine.FileName().empty()) {
+        if (queue.Paused() && !queue.Stopped() && !engine.FileName().empty()) {
             queue.cmdPause_Click();
         } else {
             queue.PlayFile(std::max<std::int16_t>(queue.CurrentTrack(), 1));

@@ -135,6 +135,7 @@ void PlayQueue::BeginFile(const std::string& path, std::int16_t index, unsigned&
     m_promised.reset();
     m_player.SetFileName(path);
     m_hasFile = true;
+    m_stopped = false;
     m_player.Play();
 }
 
@@ -169,9 +170,9 @@ void PlayQueue::ShowLength(std::int16_t length) {
     m_view.SetLength(LoadResString(Texts::PlayingTime) + time + " min");
 }
 
-void PlayQueue::MoveMarkerHere() {
 // The entry that plays gets it. It is the current one, unless the user has moved the number while the file
 // was inspected.
+void PlayQueue::MoveMarkerHere() {
     if (m_entries.Has(m_startedEntry)) {
         RemoveMarker(m_startedEntry);
         m_entries.SetText(m_startedEntry - 1, std::string(PlayingMark) + Text(m_startedEntry - 1));

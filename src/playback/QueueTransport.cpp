@@ -30,7 +30,7 @@ void PlayQueue::cmdPause_Click() {
         m_statusChanged = true;
         if (m_paused) {
             m_player.Play();
-            m_paused = false;
+            m_paused = m_stopped = false;
             m_view.SetCaption(LoadResString(Texts::Player));
         } else {
             m_player.Pause();
@@ -45,6 +45,7 @@ void PlayQueue::cmdStop_Click() {
     Run([this] {
         m_statusChanged = true;
         m_player.Stop();
+        m_stopped = true;
         m_player.SetCurrentPosition(0);
         RemoveMarker(m_currentTrack);
         Tick();

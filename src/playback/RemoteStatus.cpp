@@ -16,7 +16,7 @@ MediaStatus::Playback PlaybackOf(const PlayQueue& queue, const MediaPlayer& play
     if (player.IsPlaying()) {
         return MediaStatus::Playback::Playing;
     }
-    const bool isPaused = queue.Paused() && !player.FileName().empty();
+    const bool isPaused = queue.Paused() && !queue.Stopped() && !player.FileName().empty();
     return isPaused ? MediaStatus::Playback::Paused : MediaStatus::Playback::Stopped;
 }
 

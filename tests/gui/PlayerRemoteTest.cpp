@@ -125,6 +125,26 @@ TEST_F(PlayerRemoteTest, TheCommandsAreThoseOfTheButtons) {
     EXPECT_EQ(Entries()[0], "|> Abba - One");
 }
 
+TEST_F(PlayerRemoteTest, AStopInAPauseIsAStop) {
+    PlayThree();
+    Remote().RemotePause();
+    EXPECT_EQ(Status().playback, Playback::Paused);
+    Remote().RemoteStop();
+    EXPECT_EQ(Status().playback, Playback::Stopped);
+    EXPECT_TRUE(Queue().Paused()) << "the button still knows of it";
+    Remote().RemotePlay();
+    EXPECT_EQ(Status().playback, Playback::Playing);
+    EXPECT_EQ(Entries()[0], "|> Abba - One");
+    EXPECT_EQ(Caption(), "Quavernet Player");
+    Remote().RemotePause();
+    EXPECT_EQ(Status().playback, Playback::Paused);
+    Click("cmdStop");
+    Click("cmdPause");
+    EXPECT_EQ(Status().playback, Playback::Playing);
+    Click("cmdPause");
+    EXPECT_EQ(Status().playback, Playback::Paused);
+}
+
 TEST_F(PlayerRemoteTest, PlayBeginsWithTheFirstEntry) {
     AddFile("Abba", "One");
     StartPlayer();
