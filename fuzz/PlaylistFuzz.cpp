@@ -1,19 +1,18 @@
-// Drops any bytes as a playlist on the category tree of a real library. The files that are there are a few
-// known ones, so that a slow second reading can tell which entries must come.
+// Drops any bytes as a playlist on the category tree of a real library, which knows the audio files that are
+// there by their ids, from 1 on.
 #include "adapters/sqlite/SqliteConnection.h"
 #include "app/DragState.h"
 #include "library/SqlQuote.h"
-#include "platform/CodePage.h"
 #include "platform/Paths.h"
 #include "scanner/ScanDriver.h"
 #include "support/LongWorkDouble.h"
-#include "support/ScanDoubles.h"
 #include "support/TemporaryFolder.h"
 #include "tree/TreeDrop.h"
 #include "tree/TreeModel.h"
 
 #include "FuzzInput.h"
 #include "FuzzServices.h"
+#include "KnownFiles.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -24,20 +23,8 @@
 namespace {
 
 using namespace quavernet;
+using fuzz::KnownAudio;
 using fuzz::Require;
-
-/// Paths by File_id - 1. The third one is not UTF-8.
-const std::vector<std::string> Known = {"/m/a.mp3", "/m/it's.OGG", "/m/\xFC.wav", "/m/\xC3\xA4.mp3",
-                                        "/m/#.mp3"};
-
-class KnownFiles : public test::ChosenVolumes {
-public:
-    bool FileExists(const std::string& path) override {
-        // The real one asks the system, which ends a path at a NUL.
-        const std::string asked = path.substr(0, path.find('\0'));
-        return std::find(Known.begin(), Known.end(), asked) != Known.end();
-    }
-};
 
 std::unique_ptr<ADODB::Connection> OpenLibrary(const test::TemporaryFolder& folder) {
     const std::string path = folder / "Quavernet.db";
@@ -45,7 +32,7 @@ std::unique_ptr<ADODB::Connection> OpenLibrary(const test::TemporaryFolder& fold
     std::filesystem::copy_file(program.parent_path() / "Quavernet.db", path);
     auto opened = CreateSqliteConnection({});
     opened->Open("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + path);
-    for (const std::string& known : Known) {
+    for (const std::string& known : KnownAudio) {
         opened->Execute("Insert into Files (Name, Path, Length) values ('" +
                         SqlQuote(FileNameFromPath(known)) + "', '" + SqlQuote(known) + "', 1)");
     }
@@ -57,25 +44,12 @@ std::unique_ptr<ADODB::Connection> OpenLibrary(const test::TemporaryFolder& fold
 }
 
 /// File_ids of the lines that name a known file.
-std::vector<std::string> SlowReading(std::string bytes) {
+std::vector<std::string> Expected(const std::string& playlist) {
     std::vector<std::string> ids;
-    if (bytes.starts_with("\xEF\xBB\xBF")) {
-        bytes.erase(0, 3);
-    }
-    while (!bytes.empty()) {
-        const std::size_t end = bytes.find('\n');
-        std::string line = bytes.substr(0, end);
-        bytes = end == std::string::npos ? "" : bytes.substr(end + 1);
-        if (end != std::string::npos && line.ends_with('\r')) {
-            line.pop_back();
-        }
-        const std::string other = IsValidUtf8(line) ? line : FromWindows1252(line);
-        for (const std::string& path : {line, other}) {
-            const auto found = std::find(Known.begin(), Known.end(), path);
-            if (found != Known.end()) {
-                ids.push_back(std::to_string(found - Known.begin() + 1));
-                break;
-            }
+    for (const fuzz::PlaylistLine& line : fuzz::SlowReading(playlist)) {
+        if (const std::string path = line.FileAmong(KnownAudio); !path.empty()) {
+            const auto found = std::find(KnownAudio.begin(), KnownAudio.end(), path);
+            ids.push_back(std::to_string(found - KnownAudio.begin() + 1));
         }
     }
     return ids;
@@ -96,14 +70,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const test::TemporaryFolder folder;
     static std::unique_ptr<ADODB::Connection> library = OpenLibrary(folder);
     const std::string_view playlist = fuzz::TextOf(data, size);
-    const std::vector<std::string> expected = SlowReading(std::string(playlist));
+    const std::vector<std::string> expected = Expected(std::string(playlist));
     constexpr std::size_t Positions = 32767; // An entry more is a failure of the program.
     if (expected.size() > Positions) {
         return 0;
     }
     fuzz::WriteWhole(folder / "List.m3u", playlist);
     fuzz::FuzzServices fresh;
-    static KnownFiles files;
+    static fuzz::KnownFiles files;
     services.fileSystem = &files;
     mainModule.Connection = std::move(library);
 
@@ -126,7 +100,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Require(positions[i] == std::to_string(i + 1));
     }
     Require(FirstColumn("Select Filename from FileCategories where Parent = 'Mine'").size() == 1);
-    Require(FirstColumn("Select Path from Files") == Known);
+    Require(FirstColumn("Select Path from Files") == KnownAudio);
 
     mainModule.Connection->Execute("Delete from FileCategories where Parent = 'List'");
     mainModule.Connection->Execute("Delete from Categories where Category = 'List'");

@@ -2,12 +2,24 @@
 
 #include "app/MainModule.h"
 #include "platform/Utf8.h"
+#include "tree/PlaylistFile.h"
+
+#include <algorithm>
+#include <string_view>
 
 namespace quavernet {
 
 namespace {
 
 constexpr std::size_t ExtensionLength = 4; // With its point. The rest of a longer one stays in the title.
+
+// A name may hold any bytes. What comes after a line break in it would be a line of its own.
+std::string OnOneLine(std::string_view title) {
+    std::string line(title);
+    std::replace_if(
+        line.begin(), line.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
+    return line;
+}
 
 } // namespace
 
@@ -19,8 +31,8 @@ PlaylistWriter::PlaylistWriter(const std::string& path, Place place)
 void PlaylistWriter::Add(const ADODB::Field& name, const ADODB::Field& length, const std::string& path) {
     const std::string storedName = name.Text();
     std::string lines = "#EXTINF:" + (length.IsNull() ? "0" : length.Text()) + ",";
-    lines.append(DropRightCharacters(storedName, ExtensionLength)).append("\r\n");
-    m_file->Append(lines.append(path).append("\r\n"));
+    lines.append(OnOneLine(DropRightCharacters(storedName, ExtensionLength))).append("\r\n");
+    m_file->Append(lines.append(LineOfFile(path)).append("\r\n"));
 }
 
 } // namespace quavernet

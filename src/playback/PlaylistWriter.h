@@ -11,7 +11,8 @@
 namespace quavernet {
 
 /// One playlist. Names and paths are written as the library keeps them, byte for byte: a file's name is in
-/// the code set of the locale already. Lines end in CR LF. Gives up without a trace if it goes before Close.
+/// the code set of the locale already. Line breaks in them alone are not: a title gets blanks, a path is
+/// written as LineOfFile says. Lines end in CR LF. Gives up without a trace if it goes before Close.
 class PlaylistWriter {
 public:
     enum class Place {

@@ -15,9 +15,60 @@ bool IsFullPath(std::string_view line) {
            line.find("//") == std::string_view::npos && line.find("/./") == std::string_view::npos;
 }
 
+constexpr std::string_view Scheme = "file://";
+constexpr std::string_view Digits = "0123456789ABCDEF";
+constexpr std::string_view Plain = // In an address, these are themselves.
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789/-._~";
+
+std::string Address(std::string_view path) {
+    std::string address(Scheme);
+    for (const char c : path) {
+        if (Plain.find(c) != std::string_view::npos) {
+            address += c;
+        } else {
+            const auto byte = static_cast<unsigned char>(c);
+            address.append({'%', Digits[byte / 16], Digits[byte % 16]});
+        }
+    }
+    return address;
+}
+
+// Two digits become a byte; what is none goes, and shows when the path is written again.
+std::string PathOfAddress(std::string_view address) {
+    std::string path;
+    for (std::size_t i = Scheme.size(); i < address.size(); ++i) {
+        if (address[i] != '%' || i + 2 >= address.size()) {
+            path += address[i];
+            continue;
+        }
+        const std::size_t high = Digits.find(address[i + 1]);
+        const std::size_t low = Digits.find(address[i + 2]);
+        if (high < Digits.size() && low < Digits.size()) {
+            path += static_cast<char>(high * 16 + low);
+        }
+        i += 2;
+    }
+    return path;
+}
+
+// No other address is looked at: whatever it leads to, the program has not written it.
+std::string FileOfAddress(std::string_view line) {
+    const std::string path = PathOfAddress(line);
+    return IsFullPath(path) && LineOfFile(path) == line && services.fileSystem->FileExists(path)
+               ? path
+               : std::string();
+}
+
 } // namespace
 
+std::string LineOfFile(const std::string& path) {
+    return path.find_first_of("\r\n") == std::string::npos ? path : Address(path);
+}
+
 std::string FileOfLine(std::string_view line) {
+    if (line.starts_with(Scheme)) {
+        return FileOfAddress(line);
+    }
     if (!IsFullPath(line)) {
         return {};
     }

@@ -104,12 +104,30 @@ TEST_F(LoadPlaylistTest, AddressesAndNetworkPathsAreNotEvenLookedUp) {
         std::vector<std::string> asked;
     } watched;
     services.fileSystem = &watched;
-    Load("http://example.org/a.mp3\nsmb://host/a.mp3\nfile:///m/a.mp3\n//host/share/"
-         "a.mp3\n\\\\host\\share\\a.mp3\n"
+    Load("http://example.org/a.mp3\nsmb://host/a.mp3\nfile:///m/a.mp3\nfile:///m/%61.mp3\n//host/share/"
+         "a.mp3\nfile://host/a%0A.mp3\nfile:///m/%0a.mp3\nfile:///m/%0A%61.mp3\nfile:///m/%0A%00.mp3\n"
+         "file:////m/%0A.mp3\nfile:///m/%0A%\nfile:///m/%0A%2\nfile:///m/%0A%x0\nfile:///m/%0A "
+         "b\nFile:///m/%0A\n"
+         "\\\\host\\share\\a.mp3\n"
          "/net//host/a.mp3\nC:\\a.mp3\n/m/./a.mp3\n/m/" +
          std::string(1, '\0') + "a.mp3\n/m/b.mp3\n");
     EXPECT_THAT(watched.asked, ElementsAre("/m/b.mp3"));
     EXPECT_THAT(Paths(), ElementsAre("/m/b.mp3"));
+}
+
+TEST_F(LoadPlaylistTest, ANameWithALineBreakIsReadBackAndNoOtherFileForIt) {
+    const std::string plain = Song("b.mp3");
+    std::filesystem::create_directories(music / "a\n" + music.Path());
+    const std::string broken = Song("a\n" + plain);
+    const std::string strange = Song("50%\r \xFC.mp3");
+    AddFile(broken, "A", "T");
+    AddFile(strange, "B", "T");
+    for (const std::string& path : {broken, strange, broken}) {
+        queue.AddPlaylist(path);
+    }
+    queue.WritePlayerPlaylist(music / "List.m3u");
+    queue.fGetM3u(1, music / "List.m3u", true);
+    EXPECT_THAT(Paths(), ElementsAre(broken, strange, broken));
 }
 
 TEST_F(LoadPlaylistTest, EachLineIsReadInTheCodeSetThatFindsItsFile) {

@@ -56,6 +56,14 @@ TEST_F(PlaylistWriterTest, NamesAndPathsKeepTheirBytes) {
                               "#EXTINF:1,a\r\n/m/b\r\n");
 }
 
+TEST_F(PlaylistWriterTest, ALineBreakInANameMakesNoLineOfItsOwn) {
+    PlaylistWriter playlist(path);
+    playlist.Add(Text("a\nb\r.mp3"), Seconds(1), "/m/\n/50% \xC3\xA4\xFC_~-/a\nb\r.mp3");
+    playlist.Close();
+    EXPECT_EQ(ReadFile(path), "#EXTM3U\r\n#EXTINF:1,a b \r\n"
+                              "file:///m/%0A/50%25%20%C3%A4%FC_~-/a%0Ab%0D.mp3\r\n");
+}
+
 TEST_F(PlaylistWriterTest, ANameThatIsTooShortIsAFailureAndLeavesNoPiecesOfItsEntry) {
     PlaylistWriter playlist(path);
     EXPECT_EQ(NumberOf([&] { playlist.Add(Text("mp3"), Seconds(1), "/m/mp3"); }),
