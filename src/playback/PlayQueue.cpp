@@ -133,7 +133,10 @@ void PlayQueue::EmptyQueue() {
 }
 
 void PlayQueue::Clear() {
-    Run([this] { EmptyQueue(); });
+    Run([this] {
+        m_entries.ClearPaths();
+        EmptyQueue();
+    });
 }
 
 void PlayQueue::SetListIndex(std::int32_t position) {

@@ -97,8 +97,8 @@ void QueueEntries::ClearPaths() {
 }
 
 void QueueEntries::Clear() {
-    ClearPaths();
     ClearList();
+    ClearPaths();
 }
 
 void QueueEntries::Remove(std::int32_t position) {

@@ -309,6 +309,18 @@ TEST_F(QueueEditTest, AnEmptyQueueIsWrittenAsAHeaderAndAPlaceThatIsNoneIsNobodys
     EXPECT_THAT(msgBox.shown, IsEmpty());
 }
 
+TEST_F(QueueEditTest, TheListIsEmptiedBeforeThePathsButForARandomPlay) {
+    const auto pathsAtReset = [this](const std::function<void()>& emptying) {
+        queue.AddPlaylist("/m/a.mp3");
+        emptying();
+        EXPECT_EQ(queue.PathCount(), 0U);
+        return view.pathsAtReset;
+    };
+    EXPECT_EQ(pathsAtReset([this] { queue.cmdRemAll_Click(); }), 1U);
+    EXPECT_EQ(pathsAtReset([this] { queue.FillPlaylist(); }), 1U);
+    EXPECT_EQ(pathsAtReset([this] { queue.Clear(); }), 0U);
+}
+
 TEST_F(QueueEditTest, LoadingAPlaylistStartsItsFirstEntry) {
     Fill(1);
     for (const char* name : {"a.mp3", "b.mp3"}) {

@@ -44,6 +44,7 @@ public:
         texts.clear();
         TakeFrom(0);
         selected = m_queue->ListIndex();
+        pathsAtReset = m_queue->PathCount();
         ++resets;
     }
     void EntriesAppended(std::int32_t first) override {
@@ -76,6 +77,7 @@ public:
     std::vector<std::string> texts;
     std::int32_t selected = -1;
     int resets = 0;
+    std::size_t pathsAtReset = 0; ///< When the list was emptied or arranged last.
     int appendings = 0;
     int statusChanges = 0;
 
