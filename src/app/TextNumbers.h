@@ -10,7 +10,8 @@ inline constexpr std::int32_t OpenFailed = 316;         ///< The file could not 
 inline constexpr std::int32_t PlayingFailed = 317;      ///< The title above OpenFailed.
 inline constexpr std::int32_t OpeningNotPossible = 329; ///< The title above the next one and NetworkMissing.
 inline constexpr std::int32_t FileNotFound = 330;
-inline constexpr std::int32_t NetworkMissing = 392; ///< The file's folder is not there.
+inline constexpr std::int32_t SavingCancelled = 337; ///< A title.
+inline constexpr std::int32_t NetworkMissing = 392;  ///< The file's folder is not there.
 
 inline constexpr std::int32_t WritingRandomList = 354;
 inline constexpr std::int32_t WritingPlaylist = 379;

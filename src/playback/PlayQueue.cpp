@@ -132,6 +132,7 @@ void PlayQueue::EmptyQueue() {
     m_statusChanged = true;
 }
 
+// For random plays, which give up the paths before the list. All others empty the list first.
 void PlayQueue::Clear() {
     Run([this] {
         m_entries.ClearPaths();

@@ -93,8 +93,8 @@ public:
     void cmdCreatePlaylist_Click();
     void DropOnWindow(const std::vector<std::string>& paths);
     void DropOnList(const std::vector<std::string>& paths);
-    /// Writes the queue, up to the first entry that the library can't tell of. A file that can't be written
-    /// is nobody's business.
+    /// Writes the queue, up to the first entry that the library can't tell of. Throws RuntimeError if the
+    /// file can't be written; the old one is then still there.
     void WritePlayerPlaylist(const std::string& path) const;
 
     // Order, position, volume and display.
@@ -115,7 +115,6 @@ public:
 private:
     enum class Origin { Player, Tree };
 
-    /// What the library tells of a file that is started.
     /// How far a start came.
     enum class Started {
         Overtaken, ///< Another start, or the window's end, came in between: what follows it is void as well.
@@ -123,6 +122,7 @@ private:
         Selected,  ///< Its entry was. What the user has chosen since then is newer.
     };
 
+    /// What the library tells of a file that is started.
     struct LibraryFacts {
         std::string Quality;
         std::int16_t Length; ///< Seconds.
@@ -176,6 +176,7 @@ private:
     void RemoveSelected();
     bool BeginAdding();
     void AddFolder(const std::string& folder);
+    void SavePlaylist(const std::string& path);
     void WriteEntries(PlaylistWriter& playlist) const;
 
     MediaPlayer& m_player;
@@ -187,8 +188,8 @@ private:
 
     std::int16_t m_currentTrack = 0;
     bool m_paused = false;
-    std::int16_t m_positionSeconds = 0; ///< Of the engine, at the last tick.
     bool m_stopped = false;
+    std::int16_t m_positionSeconds = 0; ///< Of the engine, at the last tick.
     bool m_showElapsed = true;          ///< lblTime shows the elapsed time, else the remaining one.
     bool m_repeat = false;
     bool m_repeatAll = false;
@@ -203,10 +204,10 @@ private:
     unsigned m_starts = 0;           ///< How many there were. Another number: a start has been overtaken.
     std::int32_t m_startedEntry = 0; ///< Its entry; 0 if that is gone.
     bool m_starting = false;         ///< Its start has not come to an end yet.
+    bool m_selected = false;         ///< It has selected its entry.
     bool m_refused = false;          ///< It has turned out meanwhile that it can't be played.
     bool m_hasFile = false;          ///< It was not refused.
     bool m_waitsForLength = false;   ///< Its Duration was not known when it was shown,
-    bool m_selected = false;         ///< It has selected its entry.
     bool m_lengthIsUnknown = false;  ///< nor is the library's length.
     std::optional<std::string> m_promised; ///< With what the engine was told to go on; nothing: not told yet.
 };

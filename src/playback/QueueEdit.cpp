@@ -3,6 +3,7 @@
 #include "app/AudioKind.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/OpenWithShell.h"
 #include "app/TextNumbers.h"
 #include "library/SqlQuote.h"
 #include "playback/AskForPlaylist.h"
@@ -177,17 +178,24 @@ void PlayQueue::cmdCreatePlaylist_Click() {
         std::optional<std::string> path;
         Outside([&] { path = AskForPlaylist(); });
         if (path && m_loaded) {
-            WritePlayerPlaylist(*path);
+            SavePlaylist(*path);
         }
     });
 }
 
+// Somebody waits for this file: that it could not be written is told.
+void PlayQueue::SavePlaylist(const std::string& path) {
+    try {
+        WritePlayerPlaylist(path);
+    } catch (const RuntimeError&) {
+        Outside([] { ShowExclamation(Texts::OpenFailed, Texts::SavingCancelled); });
+    }
+}
+
 void PlayQueue::WritePlayerPlaylist(const std::string& path) const {
-    IgnoreFailure([&] {
-        PlaylistWriter playlist(path);
-        IgnoreFailure([&] { WriteEntries(playlist); });
-        playlist.Close();
-    });
+    PlaylistWriter playlist(path);
+    IgnoreFailure([&] { WriteEntries(playlist); });
+    playlist.Close();
 }
 
 // An apostrophe in a path is a failure: the statement takes the path as it is.

@@ -301,11 +301,24 @@ TEST_F(QueueEditTest, TheFirstEntryThatTheLibraryCannotTellOfEndsThePlaylist) {
     EXPECT_THAT(msgBox.shown, IsEmpty());
 }
 
-TEST_F(QueueEditTest, AnEmptyQueueIsWrittenAsAHeaderAndAPlaceThatIsNoneIsNobodysBusiness) {
+TEST_F(QueueEditTest, AnEmptyQueueIsWrittenAsAHeader) {
     queue.WritePlayerPlaylist(music / "List.m3u");
     EXPECT_EQ(ReadFile(music / "List.m3u"), "#EXTM3U\r\n");
-    queue.WritePlayerPlaylist(music / "missing/List.m3u");
-    queue.WritePlayerPlaylist(music.Path());
+}
+
+TEST_F(QueueEditTest, APlaylistThatCannotBeWrittenIsToldAndTheQueueStays) {
+    Fill(2);
+    for (const std::string& place : {music / "missing/List.m3u", music.Path()}) {
+        dialogs.file = place;
+        queue.cmdCreatePlaylist_Click();
+        EXPECT_THAT(msgBox.shown,
+                    ElementsAre(ShownBox{"Die Datei konnte nicht geöffnet werden!", "Speichern abgebrochen",
+                                         MsgBox::Icon::Exclamation, MsgBox::Buttons::Ok}));
+        msgBox.shown.clear();
+    }
+    EXPECT_THAT(Paths(), ElementsAre("/m/1.mp3", "/m/2.mp3"));
+    dialogs.file = music / "List.m3u";
+    queue.cmdCreatePlaylist_Click();
     EXPECT_THAT(msgBox.shown, IsEmpty());
 }
 
