@@ -12,11 +12,7 @@ namespace quavernet {
 
 namespace {
 
-void PlayInEitherPlayer(const std::vector<std::string>& paths, PlayerWindow& player) {
-    if (mainModule.UseExternalPlayer) {
-        PlaySelectedFiles(paths);
-        return;
-    }
+void PlayInternally(PlayerWindow& player) {
     player.Show();
     player.FillPlaylist();
     player.PlayFile(1);
@@ -26,7 +22,11 @@ void PlayInEitherPlayer(const std::vector<std::string>& paths, PlayerWindow& pla
 
 void cmdPlay_Click(const GridSelection& grid, PlayerWindow& player) {
     if (mainModule.SelectedRows.Count() > 0 && grid.Rows() > 1) {
-        PlayInEitherPlayer(SelectedPaths(), player);
+        if (mainModule.UseExternalPlayer) {
+            PlaySelectedFiles(SelectedPaths());
+        } else {
+            PlayInternally(player);
+        }
     }
 }
 
@@ -35,7 +35,11 @@ void mnuPlaySelectedItems_Click(PlayerWindow& player) {
     if (paths.empty()) {
         return;
     }
-    PlayInEitherPlayer(paths, player);
+    if (mainModule.UseExternalPlayer) {
+        PlaySelectedFiles(paths);
+    } else {
+        PlayInternally(player);
+    }
     for (const std::string& path : paths) {
         mainModule.Connection->Execute("Update Files Set Hits = Hits + 1 where Path = '" + SqlQuote(path) +
                                        "'");

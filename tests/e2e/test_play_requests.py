@@ -167,6 +167,8 @@ class PlayRequestsTest(ProgramTest):
         with open(at_random, encoding="utf-8") as file:
             self.assertEqual(len([line for line in file if line.startswith("/")]), 3)
 
+        self.click(self.node(1), repeat=2)  # A category is no file, and closes.
+
         saved = os.path.join(self.home, "Musik", "my.m3u")
         self.select_two()
         self.desktop.key("ctrl+e")
@@ -211,12 +213,40 @@ class PlayRequestsTest(ProgramTest):
         self.click(ROW_1, repeat=2)
         wait_until("the last double click to count", lambda: self.counts() == (3, 1, 0))
         self.assertEqual(os.listdir(self.temporary), ["Playlist.m3u"])
+        self.click(self.node(1), repeat=2)
+        self.click(ROW_1, repeat=2)
+        wait_until("a double click after that on a category", lambda: self.counts() == (4, 1, 0))
 
         # The player stays when the main window goes, and its end is that of the program.
         self.end()
         wait_until("the main window to go", lambda: not self.desktop.windows("^Quavernet - "))
         self.assertEqual(self.desktop.windows(PLAYER), [player])
         self.desktop.close_window(PLAYER)
+        self.assertEqual(self.ended(), 0)
+
+    def test_a_playlist_that_can_not_be_written_ends_the_program_and_loses_nothing(self):
+        self.store(ExternalPlayer=1, ScanLog=0)
+        self.begin()
+        self.click(ROW_1, repeat=2)
+        self.assertEqual(self.opened(), self.files[0])
+        self.select_two()
+        os.makedirs(os.path.join(self.temporary, "Playlist.m3u", "in the way"))
+        self.desktop.key("ctrl+a")
+        box = self.desktop.window("^Programm wird beendet$")
+        self.desktop.activate(box)
+        self.desktop.picture("play-requests-5-end")
+        self.desktop.key("Return")
+        self.assertEqual(self.ended(), 1)
+        self.assertEqual(self.counts(), (1, 0, 0))
+        self.assertEqual(len(self.library.values("select 1 from FileCategories")), 2)
+        self.assertEqual(os.listdir(self.temporary), ["Playlist.m3u"])
+
+        self.window = self.start()
+        self.desktop.activate(self.window)
+        self.click(ROW_1, repeat=2)
+        self.assertEqual(self.opened(), self.files[0])
+        wait_until("the next play to count", lambda: self.counts() == (2, 0, 0))
+        self.end()
         self.assertEqual(self.ended(), 0)
 
     def save(self, path):

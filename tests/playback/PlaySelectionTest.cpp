@@ -2,6 +2,8 @@
 
 #include "playback/PlaybackTest.h"
 
+#include "playback/SelectionPlaylist.h"
+
 #include <gmock/gmock.h>
 
 namespace quavernet::test {
@@ -65,6 +67,27 @@ TEST_F(PlaySelectionTest, AFailureOfThePlayButtonPassesThrough) {
     Execute("Delete from Files");
     EXPECT_THROW(cmdPlay_Click(grid, player), RuntimeError);
     EXPECT_THAT(msgBox.shown, IsEmpty());
+}
+
+TEST_F(PlaySelectionTest, ThePlayButtonAsksForThePathsOfTheSelectionForTheExternalPlayerAlone) {
+    mainModule.SelectedRows.Add(99); // Not in the list.
+    cmdPlay_Click(grid, player);
+    EXPECT_THAT(calls, ElementsAre("Show", "FillPlaylist", "PlayFile 1"));
+    mainModule.UseExternalPlayer = true;
+    EXPECT_THROW(cmdPlay_Click(grid, player), RuntimeError);
+    EXPECT_TRUE(NothingWritten());
+}
+
+TEST_F(PlaySelectionTest, APlaylistThatCanNotBeWrittenPassesThroughTheOthersAndNothingIsCounted) {
+    mainModule.UseExternalPlayer = true;
+    std::filesystem::create_directory(Temporary("Playlist.m3u"));
+    EXPECT_THROW(cmdPlay_Click(grid, player), RuntimeError);
+    EXPECT_THROW(mnuPlaySelectedItems_Click(player), RuntimeError);
+    EXPECT_THROW(PlaySelectedFiles(SelectedPaths()), RuntimeError); // Enter.
+    EXPECT_THAT(msgBox.shown, IsEmpty());
+    EXPECT_THAT(shell.executed, IsEmpty());
+    EXPECT_THAT(Hits(), ElementsAre("0", "0", "0"));
+    EXPECT_TRUE(NothingWritten());
 }
 
 TEST_F(PlaySelectionTest, TheMainMenusPlayCountsEachSelectedRowAfterTheRequest) {
