@@ -17,6 +17,9 @@ std::string SettingFailureText(const SettingError& error) {
     const std::string value = Setting(error.Name(), "");
     std::string text =
         LoadResString(773) + error.Name() + "=" + std::string(LeftCharacters(value, LongestShown));
+    if (error.Advice() != 0) {
+        return text + "\n\n" + LoadResString(error.Advice());
+    }
     const std::string place = services.settings->Place();
     if (!place.empty()) {
         text += "\n" + LoadResString(774) + place + "\n\n" + LoadResString(775);

@@ -15,11 +15,12 @@ inline constexpr std::int32_t NetworkMissing = 392;  ///< The file's folder is n
 
 inline constexpr std::int32_t WritingRandomList = 354;
 inline constexpr std::int32_t WritingPlaylist = 379;
-inline constexpr std::int32_t PlaylistWritten = 380; ///< Asks whether to open it.
-inline constexpr std::int32_t FileWritten = 381;     ///< The title above PlaylistWritten.
-inline constexpr std::int32_t TooManyFiles = 397;    ///< For the internal player.
-inline constexpr std::int32_t Attention = 398;       ///< The title above TooManyFiles.
-inline constexpr std::int32_t AllFiles = 788;        ///< An option of the random play.
+inline constexpr std::int32_t PlaylistWritten = 380;   ///< Asks whether to open it.
+inline constexpr std::int32_t FileWritten = 381;       ///< The title above PlaylistWritten.
+inline constexpr std::int32_t TooManyFiles = 397;      ///< For the internal player.
+inline constexpr std::int32_t Attention = 398;         ///< The title above TooManyFiles.
+inline constexpr std::int32_t AllFiles = 788;          ///< An option of the random play.
+inline constexpr std::int32_t RandomCountAdvice = 789; ///< How its count becomes a number again.
 
 inline constexpr std::int32_t NoAlbum = 328; ///< The album of a file that names none.
 inline constexpr std::int32_t Unknown = 347; ///< The title or performer of a file that names none.

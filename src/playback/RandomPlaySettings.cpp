@@ -31,9 +31,9 @@ std::int32_t StoredCount() {
             return Narrow32(*number);
         }
     } catch (const RuntimeError& error) {
-        throw SettingError(Count, error.Number(), error.Description());
+        throw SettingError(Count, error.Number(), error.Description(), Texts::RandomCountAdvice);
     }
-    throw SettingError(Count, ErrorNumber::TypeMismatch, "Type mismatch");
+    throw SettingError(Count, ErrorNumber::TypeMismatch, "Type mismatch", Texts::RandomCountAdvice);
 }
 
 } // namespace

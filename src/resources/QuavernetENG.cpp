@@ -367,6 +367,7 @@ constexpr clsResources::Entry EnglishTexts[] = {
     {786, "Position in the track"},
     {787, "Queue"},
     {788, "All files"},
+    {789, "Random Play needs a number. Enter one in the menu \"Options\", item \"Random Play...\"."},
 };
 
 } // namespace

@@ -370,6 +370,7 @@ constexpr clsResources::Entry GermanTexts[] = {
     {786, "Position im Stück"},
     {787, "Liste der Stücke"},
     {788, "Alle Dateien"},
+    {789, "Random Play braucht eine Zahl. Geben Sie unter „Optionen“, „Random Play...“ eine ein."},
 };
 
 } // namespace

@@ -44,6 +44,14 @@ TEST_F(SettingFailureTest, OfALongTextTheBeginningIsShown) {
     EXPECT_NE(SettingFailureText(error).find("=" + std::string(79, 'x') + "ä\n"), std::string::npos);
 }
 
+TEST_F(SettingFailureTest, OfASettingThatTheStartDoesNotReadTheWayInTheProgramIsTold) {
+    placed.values["FileCountRandomPlay"] = "many";
+    EXPECT_EQ(SettingFailureText({"FileCountRandomPlay", ErrorNumber::TypeMismatch, "Type mismatch", 789}),
+              "Diese Einstellung ist keine Zahl, mit der das Programm arbeiten kann: "
+              "FileCountRandomPlay=many\n\n"
+              "Random Play braucht eine Zahl. Geben Sie unter „Optionen“, „Random Play...“ eine ein.");
+}
+
 TEST_F(SettingFailureTest, AStoreWithoutAFileIsNotNamed) {
     placed.place.clear();
     placed.values["WindowWidth"] = "wide";

@@ -103,10 +103,17 @@ TEST_F(RandomPlaySettingsTest, ATextThatIsNoNumberFailsAndNamesTheSetting) {
         } catch (const SettingError& error) {
             EXPECT_EQ(error.Number(), 13) << count;
             EXPECT_EQ(error.Name(), "FileCountRandomPlay");
+            EXPECT_EQ(SettingFailureText(error).find("So startet das Programm"), std::string::npos);
         }
     }
     Store("FileCount", "3000000000");
-    EXPECT_EQ(NumberOf([] { SetRandomCount(); }), 6);
+    try {
+        SetRandomCount();
+        ADD_FAILURE();
+    } catch (const SettingError& error) {
+        EXPECT_EQ(error.Number(), 6);
+        EXPECT_NE(SettingFailureText(error).find("Geben Sie unter"), std::string::npos);
+    }
 }
 
 } // namespace
