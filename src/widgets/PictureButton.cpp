@@ -34,15 +34,20 @@ void PictureButton::SetLooks(PictureLooks looks, int side) {
 }
 
 void PictureButton::SetAtRest() {
-    m_hovered = false;
+    SetLook(Look::Rest);
+}
+
+void PictureButton::SetLook(Look look) {
+    m_look = look;
     update();
 }
 
 std::string PictureButton::PictureKey() const {
-    if (isDown()) {
+    const bool isDownByKey = isDown() && !m_mouseIsDown;
+    if (isDownByKey || (m_look == Look::Pressed && isEnabled())) {
         return m_looks.Pressed;
     }
-    return m_hovered && isEnabled() ? m_looks.Hovered : m_looks.Rest;
+    return m_look == Look::Hovered && isEnabled() ? m_looks.Hovered : m_looks.Rest;
 }
 
 QSize PictureButton::sizeHint() const {
@@ -64,17 +69,24 @@ void PictureButton::paintEvent(QPaintEvent*) {
     }
 }
 
+void PictureButton::mousePressEvent(QMouseEvent* event) {
+    m_mouseIsDown = true;
+    SetLook(Look::Pressed);
+    QAbstractButton::mousePressEvent(event);
+    event->accept(); // Also a button that does not click.
+}
+
 void PictureButton::mouseMoveEvent(QMouseEvent* event) {
-    m_hovered = true;
+    SetLook(Look::Hovered);
     emit Entered();
-    update();
     QAbstractButton::mouseMoveEvent(event);
     event->accept(); // What is around the button, and sends it to rest, does not get the movement too.
 }
 
 void PictureButton::mouseReleaseEvent(QMouseEvent* event) {
     // Before the click: its command may show other windows, and the mouse be elsewhere when it returns.
-    m_hovered = true;
+    m_mouseIsDown = event->buttons() != Qt::NoButton;
+    SetLook(Look::Hovered);
     QAbstractButton::mouseReleaseEvent(event);
 }
 

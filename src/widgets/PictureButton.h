@@ -1,4 +1,4 @@
-// A picture that acts as a button, with one image at rest, one under the mouse and one while it is pressed.
+// A picture that acts as a button, with one image at rest, one under the mouse and one when it is pressed.
 // The play buttons of the main window and the buttons of the player are of this kind.
 #pragma once
 
@@ -30,7 +30,8 @@ public:
 
     void SetAtRest();
 
-    /// Name of the picture that it shows now.
+    /// Name of the picture that it shows now. Any button of the mouse presses the picture, though the left
+    /// one alone clicks, and the next movement makes it that of a button under the mouse, pressed or not.
     std::string PictureKey() const;
 
     QSize sizeHint() const override;
@@ -40,14 +41,20 @@ signals:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
 
 private:
+    enum class Look { Rest, Hovered, Pressed };
+
+    void SetLook(Look look);
+
     PictureLooks m_looks;
     int m_side;
-    bool m_hovered = false;
+    Look m_look = Look::Rest; ///< By the mouse's last event.
+    bool m_mouseIsDown = false;
     bool m_restsOnLeave = true;
 };
 

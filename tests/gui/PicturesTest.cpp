@@ -103,7 +103,10 @@ TEST_F(PicturesTest, APictureButtonHasThreeLooks) {
     EXPECT_EQ(clicks, 1);
     button.SetAtRest();
     EXPECT_EQ(button.PictureKey(), "Play");
-    QTest::keyClick(&button, Qt::Key_Space);
+    QTest::keyPress(&button, Qt::Key_Space);
+    EXPECT_EQ(button.PictureKey(), "PlayGreenDown");
+    QTest::keyRelease(&button, Qt::Key_Space);
+    EXPECT_EQ(button.PictureKey(), "Play");
     EXPECT_EQ(clicks, 2);
     button.setEnabled(false);
     QTest::mouseClick(&button, Qt::LeftButton);

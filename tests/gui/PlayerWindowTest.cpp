@@ -113,12 +113,38 @@ TEST_F(PlayerLooksTest, APressedButtonIsDownAndBlueWhenItComesUp) {
         auto& button = Part<PictureButton>(name);
         const std::string key = button.PictureKey();
         QObject::disconnect(&button, &QAbstractButton::clicked, nullptr, nullptr); // The looks alone.
-        QTest::mousePress(&button, Qt::LeftButton);
-        EXPECT_EQ(button.PictureKey(), key + "down");
-        QTest::mouseRelease(&button, Qt::LeftButton);
-        EXPECT_EQ(button.PictureKey(), key + "blue");
-        button.SetAtRest();
+        for (const Qt::MouseButton pressed : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
+            QTest::mousePress(&button, pressed);
+            EXPECT_EQ(button.PictureKey(), key + "down") << pressed;
+            QTest::mouseRelease(&button, pressed);
+            EXPECT_EQ(button.PictureKey(), key + "blue") << pressed;
+            button.SetAtRest();
+        }
     }
+}
+
+TEST_F(PlayerLooksTest, AMovementMakesAPressedButtonBlueToo) {
+    StartPlayer();
+    auto& button = Part<PictureButton>("cmdPlay");
+    for (const Qt::MouseButton pressed : {Qt::LeftButton, Qt::RightButton}) {
+        QTest::mousePress(&button, pressed);
+        QMouseEvent move(QEvent::MouseMove, QPointF(2, 2), QPointF(button.mapToGlobal(QPoint(2, 2))),
+                         Qt::NoButton, pressed, Qt::NoModifier);
+        QCoreApplication::sendEvent(&button, &move);
+        EXPECT_EQ(button.PictureKey(), "playblue");
+        QTest::mouseRelease(&button, pressed);
+        EXPECT_EQ(button.PictureKey(), "playblue");
+    }
+}
+
+TEST_F(PlayerLooksTest, OnlyTheLeftButtonOfTheMouseClicks) {
+    PlayThree();
+    for (const Qt::MouseButton pressed : {Qt::RightButton, Qt::MiddleButton}) {
+        QTest::mouseClick(&Part<QWidget>("cmdNext"), pressed);
+        EXPECT_EQ(Queue().CurrentTrack(), 1);
+    }
+    Click("cmdNext");
+    EXPECT_EQ(Queue().CurrentTrack(), 2);
 }
 
 TEST_F(PlayerLooksTest, OverASurfaceAroundTheButtonsAllGoToRest) {
