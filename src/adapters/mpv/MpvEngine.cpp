@@ -1,5 +1,6 @@
 #include "adapters/mpv/MpvEngine.h"
 
+#include "adapters/mpv/HushDevices.h"
 #include "platform/RuntimeError.h"
 
 #include <array>
@@ -82,6 +83,7 @@ void WakeUp::Ring() {
 Engine::Engine(UserFiles& files, const MpvOptions& options, std::shared_ptr<WakeUp> wakeUp)
     : m_library(options.library), m_streams(std::make_shared<StreamTable>(files)),
       m_wakeUp(std::move(wakeUp)), m_endPatience(options.endPatience) {
+    HushDevices();
     // The engine reads and writes numbers with a point, and refuses to begin under another rule.
     std::setlocale(LC_NUMERIC, "C");
     m_handle = m_library.create();

@@ -305,6 +305,13 @@ TEST_F(MpvPlayerTest, WithoutASoundDeviceAllGoesOnInSilenceAndThePlayerSaysSo) {
     EXPECT_TRUE(loop.RunUntil([&] { return heard.ends == 1; }));
 }
 
+TEST_F(MpvPlayerTest, ADeviceThatIsMissingLeavesTheTerminalQuiet) {
+    ::testing::internal::CaptureStderr();
+    MakePlayer({{"ao", "alsa,null"}, {"audio-device", "alsa/nowhere"}});
+    PlayToItsEnd(RealWave(0.1));
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
+}
+
 TEST_F(MpvPlayerTest, WithoutTheLibraryAFileIsRefusedAndThePlayerSaysWhy) {
     settings.values["Language"] = "ENG";
     MpvOptions options = PatientOptions();

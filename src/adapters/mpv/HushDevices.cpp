@@ -1,0 +1,40 @@
+#include "adapters/mpv/HushDevices.h"
+
+#include <cstdlib>
+
+#include <dlfcn.h>
+
+namespace quavernet::mpv {
+
+namespace {
+
+// As in alsa/error.h: snd_lib_error_handler_t and snd_lib_error_set_handler.
+using AlsaHandler = void (*)(const char* file, int line, const char* function, int error, const char* format,
+                             ...);
+using SetAlsaHandler = int (*)(AlsaHandler handler);
+
+// As in pipewire/log.h: pw_log_set_level.
+using SetPipeWireLevel = void (*)(int level);
+constexpr int NoMessages = 0; // SPA_LOG_LEVEL_NONE
+
+void Ignore(const char*, int, const char*, int, const char*, ...) {}
+
+/// The function of a library that is loaded already; null if it is not.
+template <typename Function> Function Loaded(const char* library, const char* name) {
+    void* handle = ::dlopen(library, RTLD_LAZY | RTLD_NOLOAD);
+    return handle == nullptr ? nullptr : reinterpret_cast<Function>(::dlsym(handle, name));
+}
+
+} // namespace
+
+void HushDevices() {
+    if (const auto set = Loaded<SetAlsaHandler>("libasound.so.2", "snd_lib_error_set_handler")) {
+        set(Ignore);
+    }
+    const auto set = Loaded<SetPipeWireLevel>("libpipewire-0.3.so.0", "pw_log_set_level");
+    if (set != nullptr && std::getenv("PIPEWIRE_DEBUG") == nullptr) {
+        set(NoMessages);
+    }
+}
+
+} // namespace quavernet::mpv
