@@ -26,21 +26,8 @@ protected:
         std::ofstream(folder / name, std::ios::binary) << std::string(400, 'x');
         return folder / name;
     }
-    /// True if the target took the drop.
-    bool Drop(QWidget& target, const Texts& paths) {
-        const std::unique_ptr<QMimeData> data(FilesToOffer(paths));
-        const QPoint place(10, 40);
-        QDragEnterEvent enter(place, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(&target, &enter);
-        if (!enter.isAccepted()) {
-            return false;
-        }
-        QDragMoveEvent move(place, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(&target, &move);
-        QDropEvent drop(place, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(&target, &drop);
-        return drop.isAccepted();
-    }
+    /// Below the header of the list.
+    static bool Drop(QWidget& target, const Texts& paths) { return GuiTest::Drop(target, paths, {10, 40}); }
     /// The answers of a target to what a source offers: enter, move, drop, as "taken" or "refused".
     Texts Answers(QWidget& target, const QMimeData& data, Qt::DropActions offered) {
         const QPoint place(10, 40);

@@ -10,11 +10,14 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QDropEvent>
 #include <QElapsedTimer>
+#include <QMimeData>
 #include <QTest>
 
 #include "adapters/id3v2/TagLibComponent.h"
 #include "adapters/posix/PosixFileSystem.h"
+#include "adapters/qt/FileUris.h"
 #include "adapters/qt/QtEvents.h"
 #include "adapters/qt/QtText.h"
 #include "adapters/sqlite/SqliteConnection.h"
@@ -107,6 +110,21 @@ protected:
     }
     void ClickRow(int row, Qt::KeyboardModifiers modifiers = {}, Qt::MouseButton button = Qt::LeftButton) {
         QTest::mouseClick(Grid().viewport(), button, modifiers, CellCentre(row));
+    }
+
+    /// Drags these files over the target and drops them there. True if it took the drop.
+    static bool Drop(QWidget& target, const std::vector<std::string>& paths, const QPoint& place) {
+        const std::unique_ptr<QMimeData> data(FilesToOffer(paths));
+        QDragEnterEvent enter(place, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&target, &enter);
+        if (!enter.isAccepted()) {
+            return false;
+        }
+        QDragMoveEvent move(place, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&target, &move);
+        QDropEvent drop(place, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&target, &drop);
+        return move.isAccepted() && drop.isAccepted();
     }
 
     using Texts = std::vector<std::string>;

@@ -4,6 +4,7 @@
 #include "gui/GuiTest.h"
 
 #include "browser/GridView.h"
+#include "support/TestFiles.h"
 #include "widgets/PictureButton.h"
 
 #include <cstdlib>
@@ -138,6 +139,18 @@ TEST_F(PlayRequestsTest, ThreeItemsSaveTheSelection) {
     EXPECT_EQ(dialogs.shown, Texts(3, "save Playlist (*.m3u)|*.m3u " + folder.Path()));
     EXPECT_EQ(PanelText(Panel::Scanning), "");
     EXPECT_EQ(Form().cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(PlayRequestsTest, WithNothingSelectedTheToolbarsItemSavesAHeaderAlone) {
+    ASSERT_EQ(mainModule.SelectedRows.Count(), 0U);
+    for (const char* name : {"plist", "mnuKontextPlaylist"}) {
+        dialogs.file = folder / name;
+        EXPECT_TRUE(Form().Parts().Commands.Run(name));
+        EXPECT_EQ(ReadFile(folder / name), "#EXTM3U\r\n") << name;
+    }
+    dialogs.file = folder / "none";
+    EXPECT_TRUE(Form().Parts().Commands.Run("mnuPlaylist"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "none"));
 }
 
 TEST_F(PlayRequestsTest, TheRandomButtonAndItsItemsPlayTheLibrary) {

@@ -3,7 +3,6 @@
 
 #include "gui/GuiTest.h"
 
-#include "adapters/qt/FileUris.h"
 #include "playback/PlayerList.h"
 #include "playback/PlayerSlider.h"
 #include "playback/frmPlayer.h"
@@ -11,9 +10,7 @@
 #include "support/TestFiles.h"
 #include "widgets/PictureButton.h"
 
-#include <QDropEvent>
 #include <QLabel>
-#include <QMimeData>
 #include <QTimer>
 #include <QToolButton>
 
@@ -94,21 +91,8 @@ protected:
                           List().visualRect(List().model()->index(position, 0)).center());
     }
 
-    /// True if the target took the drop.
-    static bool Drop(QWidget& target, const Texts& paths) {
-        const std::unique_ptr<QMimeData> data(FilesToOffer(paths));
-        const QPoint place(10, 10);
-        QDragEnterEvent enter(place, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(&target, &enter);
-        if (!enter.isAccepted()) {
-            return false;
-        }
-        QDragMoveEvent move(place, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(&target, &move);
-        QDropEvent drop(place, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(&target, &drop);
-        return move.isAccepted() && drop.isAccepted();
-    }
+    /// On empty ground, of the window or of the list.
+    static bool Drop(QWidget& target, const Texts& paths) { return GuiTest::Drop(target, paths, {10, 10}); }
 
     /// How often the engine was asked for something.
     std::ptrdiff_t Calls(const std::string& call) const {

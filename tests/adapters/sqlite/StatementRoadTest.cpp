@@ -20,6 +20,7 @@
 #include "library/CleanDatabase.h"
 #include "library/DatabaseCheck.h"
 #include "playback/PlayQueue.h"
+#include "playback/RemoteStatus.h"
 #include "scanner/CheckReminder.h"
 #include "scanner/OggBatches.h"
 #include "scanner/ReminderSettings.h"
@@ -148,7 +149,7 @@ protected:
         }
     }
 
-    /// Fills the queue in every way, starts entries in both ways and writes it.
+    /// Fills the queue in every way, starts entries in both ways, tells the desktop of them and writes it.
     void UsePlayer() {
         ScriptedPlayer player{calls};
         RecordingPlayerView window{calls};
@@ -175,8 +176,10 @@ protected:
             queue.FillRandomPlaylist(number, 1);
             queue.AddPlaylist(music / (number == std::string("1") ? "a.mp3" : "b.mp3"));
         }
+        RemoteStatus remote;
         for (const std::int16_t entry : {std::int16_t{1}, std::int16_t{2}}) {
             queue.PlayFile(entry);
+            (void)remote.Read(queue, player);
             queue.PlayFileFromTree(entry);
         }
         queue.WritePlayerPlaylist(libraryFolder / "List.m3u");
@@ -393,6 +396,8 @@ TEST_F(StatementRoadTest, OfThePlayer) {
             "Select I.Interpret, T.Name" + joined + "F.Path = ?: lifted kept",
             "Select Q.Quality, F.Length from Quality Q Inner Join Files F on Q.Quality_id = "
             "F.Quality_id where F.Path = ?: lifted kept",
+            "Select I.Interpret, T.Name, F.Album_id, F.Inter_id" + joined + "F.Path = ?: lifted kept",
+            "Select Front from Covers where Album_id = ? and Interpret_id = ?: lifted kept",
             "Select Quality, F.Length from Quality Q Inner Join Files F on Q.Quality_id = "
             "F.Quality_id where F.Path = ?: lifted kept",
             "Select Name, Length from Files where Path = ?: lifted kept"));
