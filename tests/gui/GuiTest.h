@@ -3,6 +3,7 @@
 #pragma once
 
 #include "support/LogicTest.h"
+#include "support/TemplatePath.h"
 #include "support/TemporaryFolder.h"
 
 #include <filesystem>
@@ -24,6 +25,7 @@
 #include "mainwindow/AppWindows.h"
 #include "mainwindow/MainParts.h"
 #include "mainwindow/frmMain.h"
+#include "platform/Paths.h"
 
 namespace quavernet::test {
 
@@ -35,7 +37,7 @@ protected:
         services.createConnection = [] { return CreateSqliteConnection(services.regional); };
         services.createTagComponent = [] { return CreateTagLibComponent(RealFiles()); };
         shell.documents = folder.Path();
-        shell.programFolder = std::filesystem::path(QUAVERNET_TEMPLATE).parent_path().string();
+        shell.programFolder = FolderFromPath(TemplatePath());
     }
     ~GuiTest() override { windows.reset(); }
 

@@ -4,6 +4,7 @@
 
 #include "support/LogicTest.h"
 #include "support/RecordingConnection.h"
+#include "support/TemplatePath.h"
 #include "support/TemporaryFolder.h"
 
 #include "adapters/sqlite/SqliteConnection.h"
@@ -24,7 +25,7 @@ inline constexpr const char* ConnectionStart = "Provider=Microsoft.Jet.OLEDB.4.0
 
 /// Copies the template, with its seed rows and nothing else, to a path.
 inline void CopyTemplate(const std::string& path) {
-    std::filesystem::copy_file(QUAVERNET_TEMPLATE, path);
+    std::filesystem::copy_file(TemplatePath(), path);
 }
 
 /// Every query of it reads the library as it is: a test asks more than once in the same millisecond.
