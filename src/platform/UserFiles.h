@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -40,6 +41,19 @@ enum class SaveTimes { Keep, Renew }; ///< What becomes of the file's times.
 /// would part the file from its other names (hard links). Written in place, a kill may tear it.
 enum class WithoutCopy { Refuse, InPlace };
 
+/// The copy of an open file that is to take its place, as it is written from its beginning to its end.
+class FileCopy {
+public:
+    virtual ~FileCopy() = default;
+
+    /// Throws RuntimeError 61 if the disk is full, 57 if the device fails, 75 if it fails otherwise.
+    virtual void Append(std::span<const std::byte> bytes) = 0;
+
+    /// The old file's bytes from `begin` to before `end`, which is not beyond its size. Throws as Append
+    /// does.
+    virtual void AppendOld(std::uint64_t begin, std::uint64_t end) = 0;
+};
+
 /// One open plain file; closed when the object goes.
 class BinaryFile {
 public:
@@ -62,7 +76,7 @@ public:
     /// Writes `bytes` over `oldBytes`, which are at the offset and are as many. What differs is written in
     /// place if it lies within one page of the file: the system copies a page as a whole, and if the disk
     /// takes only a part, or can't keep it, the old bytes are put back. More than that goes by way of a copy,
-    /// as in ReplaceHead. Either the old or the new bytes are there afterwards, also if the process is killed
+    /// as in Rewrite. Either the old or the new bytes are there afterwards, also if the process is killed
     /// in the middle. Throws RuntimeError 61 if the disk is full, 57 if the device fails, 75 if it fails
     /// otherwise, and 70 if another program changed the file since it was opened, as its length, its times or
     /// the file under its path tell; then the file is as it was. One change an opening.
@@ -70,10 +84,19 @@ public:
                            std::span<const std::byte> bytes, SaveTimes times,
                            WithoutCopy withoutCopy = WithoutCopy::Refuse) = 0;
 
-    /// Puts `head` in place of the first `oldSize` bytes: writes a copy in the same folder and moves it over
-    /// the file. Rights, extended attributes and times stay, and owner and group as far as the system allows;
-    /// a link stays a link, other names of the file keep the old one. Throws RuntimeError as Overwrite does.
-    virtual void ReplaceHead(std::uint64_t oldSize, std::span<const std::byte> head) = 0;
+    /// Has `compose` write a copy in the same folder and moves it over the file. Rights, extended attributes
+    /// and times stay, and owner and group as far as the system allows; a link stays a link, other names of
+    /// the file keep the old one. Throws RuntimeError as Overwrite does, and whatever `compose` throws; then
+    /// the file is as it was.
+    virtual void Rewrite(const std::function<void(FileCopy&)>& compose) = 0;
+
+    /// Puts `head` in place of the first `oldSize` bytes, as Rewrite does.
+    void ReplaceHead(std::uint64_t oldSize, std::span<const std::byte> head) {
+        Rewrite([&](FileCopy& copy) {
+            copy.Append(head);
+            copy.AppendOld(oldSize < Size() ? oldSize : Size(), Size());
+        });
+    }
 };
 
 /// A file that is written from its beginning to its end. What was there stays until Keep, and for good if

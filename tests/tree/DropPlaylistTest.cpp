@@ -39,7 +39,7 @@ private:
         std::uint64_t NextData(std::uint64_t offset) const override { return offset; }
         void Overwrite(std::uint64_t, std::span<const std::byte>, std::span<const std::byte>, SaveTimes,
                        WithoutCopy) override {}
-        void ReplaceHead(std::uint64_t, std::span<const std::byte>) override {}
+        void Rewrite(const std::function<void(FileCopy&)>&) override {}
 
     private:
         const std::string& m_firstBytes;

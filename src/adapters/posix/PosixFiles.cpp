@@ -21,8 +21,8 @@ public:
                    std::span<const std::byte> bytes, SaveTimes times, WithoutCopy withoutCopy) override {
         posix::OverwriteBytes(m_file, offset, oldBytes, bytes, times, withoutCopy);
     }
-    void ReplaceHead(std::uint64_t oldSize, std::span<const std::byte> head) override {
-        posix::ReplaceHead(m_file, oldSize, head);
+    void Rewrite(const std::function<void(FileCopy&)>& compose) override {
+        posix::RewriteFile(m_file, compose);
     }
 
 private:

@@ -30,16 +30,58 @@ void SetTimes(int descriptor, const struct stat& facts) {
     ::futimens(descriptor, times); // A file system without times has none to keep.
 }
 
-void AppendRange(TemporaryCopy& copy, const OpenedFile& file, std::uint64_t begin, std::uint64_t end) {
-    std::vector<std::byte> block(static_cast<std::size_t>(std::min<std::uint64_t>(CopyBlock, end - begin)));
-    while (begin < end) {
-        const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(block.size(), end - begin));
-        const std::size_t count = file.ReadAt(begin, std::span(block).first(wanted));
-        Check(count > 0 ? 0 : EIO, file.Path()); // The file was cut while it was copied.
-        Check(copy.Append(std::span(block).first(count)), file.Path());
-        begin += count;
+// Gathers what comes in small pieces: the system gets few and large ones.
+class CopyOfFile : public FileCopy {
+public:
+    explicit CopyOfFile(const OpenedFile& file) : m_file(file) {
+        m_block.resize(static_cast<std::size_t>(std::min<std::uint64_t>(CopyBlock, file.Size() + PageSize)));
+        Check(m_copy.Begin(RealPath(file.Path())), file.Path());
     }
-}
+
+    void Append(std::span<const std::byte> bytes) override {
+        while (!bytes.empty()) {
+            const auto room = Room(bytes.size());
+            std::copy_n(bytes.begin(), room.size(), room.begin());
+            m_held += room.size();
+            bytes = bytes.subspan(room.size());
+        }
+    }
+
+    void AppendOld(std::uint64_t begin, std::uint64_t end) override {
+        while (begin < end) {
+            const std::size_t count = m_file.ReadAt(begin, Room(end - begin));
+            Check(count > 0 ? 0 : EIO, m_file.Path()); // The file was cut while it was copied.
+            m_held += count;
+            begin += count;
+        }
+    }
+
+    /// The copy, which then holds all that was appended.
+    TemporaryCopy& Whole() {
+        WriteHeld();
+        return m_copy;
+    }
+
+private:
+    void WriteHeld() {
+        Check(m_copy.Append(std::span(m_block).first(m_held)), m_file.Path());
+        m_held = 0;
+    }
+
+    // Where the next bytes go: as many as wanted, or fewer.
+    std::span<std::byte> Room(std::uint64_t wanted) {
+        if (m_held == m_block.size()) {
+            WriteHeld();
+        }
+        const auto room = std::span(m_block).subspan(m_held);
+        return room.first(static_cast<std::size_t>(std::min<std::uint64_t>(wanted, room.size())));
+    }
+
+    const OpenedFile& m_file;
+    TemporaryCopy m_copy;
+    std::vector<std::byte> m_block;
+    std::size_t m_held = 0; ///< Bytes in the block that were not handed to the system yet.
+};
 
 bool LeadsTo(const std::string& path, const struct stat& facts) {
     struct stat there {};
@@ -55,24 +97,18 @@ void CheckUnchanged(const OpenedFile& file) {
     }
 }
 
-// A copy of the file with `bytes` in place of the `oldSize` bytes at the offset takes the file's place.
-void SaveByCopy(const OpenedFile& file, std::uint64_t offset, std::uint64_t oldSize,
-                std::span<const std::byte> bytes, SaveTimes times) {
-    const std::string& path = file.Path();
-    const std::string target = RealPath(path);
+void SaveByCopy(const OpenedFile& file, const std::function<void(FileCopy&)>& compose, SaveTimes times) {
     const struct stat facts = FactsOf(file);
-    TemporaryCopy copy;
-    Check(copy.Begin(target), path);
-    AppendRange(copy, file, 0, offset);
-    Check(copy.Append(bytes), path);
-    AppendRange(copy, file, std::min(offset + oldSize, file.Size()), file.Size());
-    KeepOwnerAndRights(copy.Number(), facts, path);
+    CopyOfFile composed(file);
+    compose(composed);
+    TemporaryCopy& copy = composed.Whole();
+    KeepOwnerAndRights(copy.Number(), facts, file.Path());
     CopyAttributes(file.Number(), copy.Number());
     if (times == SaveTimes::Keep) {
         SetTimes(copy.Number(), facts);
     }
     CheckUnchanged(file);
-    Check(copy.MoveToTarget(), path);
+    Check(copy.MoveToTarget(), file.Path());
 }
 
 void WriteInPlace(OpenedFile& file, std::uint64_t offset, std::span<const std::byte> oldBytes,
@@ -117,7 +153,12 @@ void OverwriteBytes(OpenedFile& file, std::uint64_t offset, std::span<const std:
         return;
     }
     try {
-        SaveByCopy(file, offset, oldBytes.size(), bytes, times);
+        const auto withBytes = [&](FileCopy& copy) {
+            copy.AppendOld(0, offset);
+            copy.Append(bytes);
+            copy.AppendOld(offset + oldBytes.size(), file.Size());
+        };
+        SaveByCopy(file, withBytes, times);
     } catch (const RuntimeError&) {
         if (!inPlaceAllowed) {
             throw;
@@ -126,8 +167,8 @@ void OverwriteBytes(OpenedFile& file, std::uint64_t offset, std::span<const std:
     }
 }
 
-void ReplaceHead(const OpenedFile& file, std::uint64_t oldSize, std::span<const std::byte> head) {
-    SaveByCopy(file, 0, oldSize, head, SaveTimes::Keep);
+void RewriteFile(const OpenedFile& file, const std::function<void(FileCopy&)>& compose) {
+    SaveByCopy(file, compose, SaveTimes::Keep);
 }
 
 } // namespace quavernet::posix

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 
 namespace quavernet::posix {
@@ -16,7 +17,7 @@ void OverwriteBytes(OpenedFile& file, std::uint64_t offset, std::span<const std:
                     std::span<const std::byte> bytes, SaveTimes times,
                     WithoutCopy withoutCopy = WithoutCopy::Refuse);
 
-/// As BinaryFile::ReplaceHead.
-void ReplaceHead(const OpenedFile& file, std::uint64_t oldSize, std::span<const std::byte> head);
+/// As BinaryFile::Rewrite.
+void RewriteFile(const OpenedFile& file, const std::function<void(FileCopy&)>& compose);
 
 } // namespace quavernet::posix

@@ -30,8 +30,15 @@ namespace fs = std::filesystem;
 using posix::IsCopyName;
 using posix::OpenedFile;
 using posix::OverwriteBytes;
-using posix::ReplaceHead;
+using posix::RewriteFile;
 using posix::TemporaryCopy;
+
+void ReplaceHead(const OpenedFile& file, std::uint64_t oldSize, std::string_view head) {
+    RewriteFile(file, [&](FileCopy& copy) {
+        copy.Append(AsBytes(head));
+        copy.AppendOld(oldSize, file.Size());
+    });
+}
 
 class SafeSaveTest : public ::testing::Test {
 protected:
@@ -106,11 +113,39 @@ TEST_F(SafeSaveTest, TheTimesStayOrAreThoseOfTheSave) {
     }
 }
 
+TEST_F(SafeSaveTest, ACopyIsWhatItWasComposedOfInPiecesOfAnySize) {
+    const std::string large(3'000'000, 'l');
+    const OpenedFile file(path, BinaryFile::Access::ReadWrite);
+    RewriteFile(file, [&](FileCopy& copy) {
+        copy.AppendOld(4999, 5001);
+        copy.Append(AsBytes("x"));
+        copy.AppendOld(7, 7);
+        copy.Append(AsBytes(large));
+        copy.Append({});
+        copy.AppendOld(0, old.size());
+    });
+    EXPECT_EQ(ReadFile(path), "abx" + large + old);
+    EXPECT_EQ(Names(), std::vector<std::string>{"a.mp3"});
+}
+
+TEST_F(SafeSaveTest, AWriterThatGivesUpInTheMiddleLeavesTheFileAndNoCopy) {
+    const OpenedFile file(path, BinaryFile::Access::ReadWrite);
+    EXPECT_EQ(NumberOf([&] {
+                  RewriteFile(file, [&](FileCopy& copy) {
+                      copy.Append(AsBytes("x"));
+                      throw RuntimeError(ErrorNumber::PathFileAccess, "no");
+                  });
+              }),
+              ErrorNumber::PathFileAccess);
+    EXPECT_EQ(ReadFile(path), old);
+    EXPECT_EQ(Names(), std::vector<std::string>{"a.mp3"});
+}
+
 TEST_F(SafeSaveTest, AFileThatAnotherProgramReplacedMeanwhileStays) {
     const OpenedFile file(path, BinaryFile::Access::Read);
     WriteFile(folder / "new", "somebody else's");
     fs::rename(folder / "new", path);
-    EXPECT_THROW(ReplaceHead(file, 10, AsBytes("head")), RuntimeError);
+    EXPECT_THROW(ReplaceHead(file, 10, "head"), RuntimeError);
     EXPECT_EQ(ReadFile(path), "somebody else's");
     EXPECT_EQ(Names(), std::vector<std::string>{"a.mp3"});
 }
@@ -118,7 +153,7 @@ TEST_F(SafeSaveTest, AFileThatAnotherProgramReplacedMeanwhileStays) {
 TEST_F(SafeSaveTest, AFileThatWasCutMeanwhileStays) {
     const OpenedFile file(path, BinaryFile::Access::Read);
     fs::resize_file(path, 100);
-    EXPECT_THROW(ReplaceHead(file, 10, AsBytes("head")), RuntimeError);
+    EXPECT_THROW(ReplaceHead(file, 10, "head"), RuntimeError);
     EXPECT_EQ(ReadFile(path), std::string(100, 'a'));
     EXPECT_EQ(Names(), std::vector<std::string>{"a.mp3"});
 }
@@ -126,7 +161,7 @@ TEST_F(SafeSaveTest, AFileThatWasCutMeanwhileStays) {
 TEST_F(SafeSaveTest, AFileThatGrewSinceItWasOpenedStays) {
     OpenedFile file(path, BinaryFile::Access::ReadWrite);
     WriteFile(path, old + "more");
-    EXPECT_THROW(ReplaceHead(file, 10, AsBytes("head")), RuntimeError);
+    EXPECT_THROW(ReplaceHead(file, 10, "head"), RuntimeError);
     for (const std::size_t offset : {100U, 4095U}) {
         EXPECT_THROW(OverwriteBytes(file, offset, AsBytes(std::string_view(old).substr(offset, 2)),
                                     AsBytes("xy"), SaveTimes::Keep, WithoutCopy::InPlace),
@@ -155,7 +190,7 @@ TEST_F(SafeSaveTest, AFileThatAnotherProgramChangedToTheSameLengthSinceItWasOpen
                 ASSERT_EQ(::stat(path.c_str(), &now), 0);
             } while (now.st_ctim.tv_sec == before.st_ctim.tv_sec &&
                      now.st_ctim.tv_nsec == before.st_ctim.tv_nsec);
-            EXPECT_THROW(ReplaceHead(file, 10, AsBytes("head")), RuntimeError);
+            EXPECT_THROW(ReplaceHead(file, 10, "head"), RuntimeError);
             EXPECT_THROW(OverwriteBytes(file, offset, AsBytes(std::string_view(old).substr(offset, 2)),
                                         AsBytes("xy"), SaveTimes::Keep, WithoutCopy::InPlace),
                          RuntimeError)
@@ -170,7 +205,7 @@ TEST_F(SafeSaveTest, AFileWithAnotherNameThatWasReplacedMeanwhileStays) {
     const OpenedFile file(path, BinaryFile::Access::Read);
     WriteFile(folder / "new", "somebody else's");
     fs::rename(folder / "new", path);
-    EXPECT_THROW(ReplaceHead(file, 10, AsBytes("head")), RuntimeError);
+    EXPECT_THROW(ReplaceHead(file, 10, "head"), RuntimeError);
     EXPECT_EQ(ReadFile(path), "somebody else's");
     EXPECT_EQ(ReadFile(folder / "b.mp3"), old);
 }
@@ -271,7 +306,7 @@ TEST_F(SafeSaveTest, AFileBeyondTheLengthOfASystemCallIsSavedToo) {
     ASSERT_GT(target.size(), 5000U);
     {
         const OpenedFile file(target, BinaryFile::Access::ReadWrite);
-        ReplaceHead(file, 5000, AsBytes("head"));
+        ReplaceHead(file, 5000, "head");
     }
     const OpenedFile saved(target, BinaryFile::Access::Read);
     std::string text(saved.Size(), '?');
@@ -282,7 +317,7 @@ TEST_F(SafeSaveTest, AFileBeyondTheLengthOfASystemCallIsSavedToo) {
 TEST_F(SafeSaveTest, ACopyForWhichThereIsNoRoomIsToldAsAFullDisk) {
     const OpenedFile file(path, BinaryFile::Access::ReadWrite);
     const FileSizeLimit full(100);
-    EXPECT_EQ(NumberOf([&] { ReplaceHead(file, 5000, AsBytes("head")); }), ErrorNumber::DiskFull);
+    EXPECT_EQ(NumberOf([&] { ReplaceHead(file, 5000, "head"); }), ErrorNumber::DiskFull);
     EXPECT_EQ(ReadFile(path), old);
 }
 

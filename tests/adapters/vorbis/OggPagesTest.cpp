@@ -64,7 +64,7 @@ public:
     std::uint64_t NextData(std::uint64_t offset) const override { return offset; }
     void Overwrite(std::uint64_t, std::span<const std::byte>, std::span<const std::byte>, SaveTimes,
                    WithoutCopy) override {}
-    void ReplaceHead(std::uint64_t, std::span<const std::byte>) override {}
+    void Rewrite(const std::function<void(FileCopy&)>&) override {}
 
 private:
     std::string m_bytes;
