@@ -31,6 +31,7 @@ RealServices::RealServices() : m_shell([this] { Save(); }), m_fileSystem(CreateP
     services.msgBox = &m_msgBox;
     services.dialogs = &m_dialogs;
     services.oggInfo = &m_oggInfo;
+    services.oggComments = &m_oggComments;
     services.events = &m_events;
     services.clock = &m_clock;
     services.helpViewer = &m_helpViewer;

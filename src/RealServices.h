@@ -9,6 +9,7 @@
 #include "adapters/qt/QtMsgBox.h"
 #include "adapters/qt/QtSettings.h"
 #include "adapters/qt/QtShell.h"
+#include "adapters/vorbis/OggCommentWriter.h"
 #include "adapters/vorbis/OggInfoReader.h"
 #include "help/QtHelpViewer.h"
 #include "platform/FileSystemObject.h"
@@ -37,6 +38,7 @@ private:
     SystemClock m_clock;
     PosixFiles m_files;
     OggInfoReader m_oggInfo{m_files};
+    OggCommentWriter m_oggComments{m_files};
     QtHelpViewer m_helpViewer;
     std::unique_ptr<FileSystemObject> m_fileSystem;
 };

@@ -9,7 +9,7 @@ PACKAGES_RUN=(qt6-qpa-plugins qt6-translations-l10n libqt6svg6 libqt6dbus6 libmp
 PACKAGES_SCREEN=(xvfb openbox xdotool imagemagick x11-utils)
 
 # Tests: frameworks, real encoders, checkers, and the locales that some tests run under.
-PACKAGES_TEST=(libgtest-dev libgmock-dev lame vorbis-tools sox libsox-fmt-base libsox-fmt-mp3 dbus playerctl pulseaudio sqlite3 python3
+PACKAGES_TEST=(libgtest-dev libgmock-dev lame vorbis-tools sox libsox-fmt-base libsox-fmt-mp3 python3-mutagen ffmpeg dbus playerctl pulseaudio sqlite3 python3
     clang-format cppcheck desktop-file-utils appstream locales)
 
 # The command prefix that makes us root; fails with a sentence if there is no way.

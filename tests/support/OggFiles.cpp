@@ -16,6 +16,28 @@
 
 namespace quavernet::test {
 
+std::string Quoted(const std::string& text) {
+    std::string result = "'";
+    for (const char c : text) {
+        result += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    }
+    return result + "'";
+}
+
+std::string OutputOf(const std::string& command) {
+    const auto close = [](FILE* pipe) { ::pclose(pipe); };
+    const std::unique_ptr<FILE, decltype(close)> pipe(::popen(command.c_str(), "r"), close);
+    if (!pipe) {
+        throw std::runtime_error("cannot run " + command);
+    }
+    std::string output;
+    std::array<char, 65536> piece{};
+    while (const std::size_t size = std::fread(piece.data(), 1, piece.size(), pipe.get())) {
+        output.append(piece.data(), size);
+    }
+    return output;
+}
+
 namespace {
 
 std::string NumberBytes(std::uint64_t value, std::size_t size) {
@@ -40,28 +62,6 @@ std::uint64_t NumberAt(const std::string& bytes, std::size_t at, std::size_t siz
     return value;
 }
 
-std::string Quoted(const std::string& text) {
-    std::string result = "'";
-    for (const char c : text) {
-        result += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    }
-    return result + "'";
-}
-
-std::string OutputOf(const std::string& command) {
-    const auto close = [](FILE* pipe) { ::pclose(pipe); };
-    const std::unique_ptr<FILE, decltype(close)> pipe(::popen(command.c_str(), "r"), close);
-    if (!pipe) {
-        throw std::runtime_error("cannot run " + command);
-    }
-    std::string output;
-    std::array<char, 65536> piece{};
-    while (const std::size_t size = std::fread(piece.data(), 1, piece.size(), pipe.get())) {
-        output.append(piece.data(), size);
-    }
-    return output;
-}
-
 std::string Encode(const std::string& sound, const std::string& options) {
     const TemporaryFolder folder;
     const std::string wave = folder / "a.wav";
@@ -74,23 +74,6 @@ std::string Encode(const std::string& sound, const std::string& options) {
         throw std::runtime_error("sox and oggenc made no file");
     }
     return bytes;
-}
-
-std::vector<std::string> PacketsOf(const std::vector<ForgedPage>& pages) {
-    std::vector<std::string> packets;
-    std::string packet;
-    for (const ForgedPage& page : pages) {
-        std::size_t at = 0;
-        for (const std::uint8_t length : page.lacing) {
-            packet += page.body.substr(at, length);
-            at += length;
-            if (length < 255) {
-                packets.push_back(std::move(packet));
-                packet.clear();
-            }
-        }
-    }
-    return packets;
 }
 
 std::string PageBytes(const ForgedPage& page) {
@@ -139,6 +122,23 @@ std::string JoinPages(const std::vector<ForgedPage>& pages) {
         ogg += PageBytes(page);
     }
     return ogg;
+}
+
+std::vector<std::string> PacketsOf(const std::vector<ForgedPage>& pages) {
+    std::vector<std::string> packets;
+    std::string packet;
+    for (const ForgedPage& page : pages) {
+        std::size_t at = 0;
+        for (const std::uint8_t length : page.lacing) {
+            packet += page.body.substr(at, length);
+            at += length;
+            if (length < 255) {
+                packets.push_back(std::move(packet));
+                packet.clear();
+            }
+        }
+    }
+    return packets;
 }
 
 std::vector<ForgedPage> PackPages(const std::vector<std::string>& packets, std::uint32_t serial,

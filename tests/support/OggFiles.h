@@ -25,6 +25,9 @@ struct ForgedPage {
 std::vector<ForgedPage> SplitPages(const std::string& ogg);
 std::string JoinPages(const std::vector<ForgedPage>& pages);
 
+/// The packets on pages of one stream, in their order; one that is cut off at the end is left out.
+std::vector<std::string> PacketsOf(const std::vector<ForgedPage>& pages);
+
 /// Packets as pages that begin with the page number `sequence`.
 std::vector<ForgedPage> PackPages(const std::vector<std::string>& packets, std::uint32_t serial,
                                   std::uint32_t sequence);
@@ -59,6 +62,12 @@ struct EncodedOgg {
     static const std::string& Managed(); ///< 3 s at a managed rate of 128 kb/s.
     static const std::string& Long();    ///< 20 s of noise: some dozens of pages.
 };
+
+/// A text as a single word for the shell.
+std::string Quoted(const std::string& text);
+
+/// What a command of the shell prints.
+std::string OutputOf(const std::string& command);
 
 /// What the real tool prints for the files under LC_ALL=C.UTF-8.
 std::string RealOggInfo(const std::vector<std::string>& paths);

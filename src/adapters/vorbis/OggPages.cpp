@@ -16,7 +16,7 @@ constexpr std::uint64_t VainFactor = 4;
 
 } // namespace
 
-OggPageReader::OggPageReader(ByteSource& source) : m_source(source) {
+OggPageReader::OggPageReader(ByteSource& source, std::uint64_t begin) : m_source(source), m_read(begin) {
     ogg_sync_init(&m_sync);
 }
 
@@ -25,7 +25,7 @@ OggPageReader::~OggPageReader() {
 }
 
 bool OggPageReader::Next(ogg_page& page) {
-    while (m_vainBytes <= VainFloor + VainFactor * m_source.Size()) {
+    while (!GaveUp()) {
         const std::size_t claimed = Claimed();
         const long step = ogg_sync_pageseek(&m_sync, &page);
         if (step > 0) {
@@ -38,6 +38,14 @@ bool OggPageReader::Next(ogg_page& page) {
         }
     }
     return false;
+}
+
+std::uint64_t OggPageReader::End() const {
+    return m_read - static_cast<std::uint64_t>(m_sync.fill - m_sync.returned);
+}
+
+bool OggPageReader::GaveUp() const {
+    return m_vainBytes > VainFloor + VainFactor * m_source.Size();
 }
 
 // Bytes of the page that the held ones begin with, as far as its header says; 0 without a mark.

@@ -1,5 +1,6 @@
 // A walk over the pages of an Ogg file (RFC 3533), damaged ones included, and the packets on them. libogg
-// does both, as in the outside tool; what is ours are the reads and their bounds. Called by OggInfoReader.
+// does both, as in the outside tool; what is ours are the reads and their bounds. Called by OggInfoReader,
+// and by what OggCommentWriter is made of.
 #pragma once
 
 #include "adapters/vorbis/ByteSource.h"
@@ -18,13 +19,23 @@ namespace quavernet::vorbis {
 /// bytes checked in vain are bounded by a small multiple of the file's size.
 class OggPageReader {
 public:
-    explicit OggPageReader(ByteSource& source);
+    /// Begins at an offset.
+    explicit OggPageReader(ByteSource& source, std::uint64_t begin = 0);
     ~OggPageReader();
     OggPageReader(const OggPageReader&) = delete;
     OggPageReader& operator=(const OggPageReader&) = delete;
 
     /// The next intact page, or false at the end. It is a view, valid until the next call.
     bool Next(ogg_page& page);
+
+    /// Offset of the first byte after the last page that was found.
+    std::uint64_t End() const;
+
+    /// Whether there was a page before End that is none after all.
+    bool MetDamage() const { return m_vainBytes > 0; }
+
+    /// Whether the walk ended because it checked too many bytes in vain, and not at the end.
+    bool GaveUp() const;
 
 private:
     bool Fill();

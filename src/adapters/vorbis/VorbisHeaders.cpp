@@ -46,6 +46,21 @@ private:
     std::size_t m_at;
 };
 
+std::size_t StoredSize(const std::string& text) {
+    return 4 + text.size();
+}
+
+void AppendNumber(std::size_t number, PacketBytes& packet) {
+    for (int shift = 0; shift < 32; shift += 8) {
+        packet.push_back(static_cast<std::uint8_t>(number >> shift & 0xFF));
+    }
+}
+
+void AppendText(const std::string& text, PacketBytes& packet) {
+    AppendNumber(text.size(), packet);
+    packet.insert(packet.end(), text.begin(), text.end());
+}
+
 } // namespace
 
 bool IsHeader(Packet packet, std::uint8_t type) {
@@ -95,6 +110,27 @@ std::optional<Comments> ReadComments(Packet packet) {
         comments.entries.push_back(std::move(*entry));
     }
     return cursor.FramingBit() ? std::optional(std::move(comments)) : std::nullopt;
+}
+
+std::optional<PacketBytes> BuildComments(const Comments& comments) {
+    std::size_t size = PrefixSize + StoredSize(comments.vendor) + 4 + 1;
+    for (const std::string& entry : comments.entries) {
+        size += StoredSize(entry);
+    }
+    if (size > LargestHeader) {
+        return std::nullopt;
+    }
+    PacketBytes packet;
+    packet.reserve(size);
+    packet.push_back(3);
+    packet.insert(packet.end(), PacketMark.begin(), PacketMark.end());
+    AppendText(comments.vendor, packet);
+    AppendNumber(comments.entries.size(), packet);
+    for (const std::string& entry : comments.entries) {
+        AppendText(entry, packet);
+    }
+    packet.push_back(1); // The framing bit.
+    return packet;
 }
 
 } // namespace quavernet::vorbis

@@ -1,7 +1,8 @@
 // The three header packets of a Vorbis stream (Vorbis I, section 4.2), the third by its mark
-// only. Called by OggInfoReader.
+// only, and the making of the second. Called by OggInfoReader and OggCommentWriter.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -11,6 +12,10 @@
 namespace quavernet::vorbis {
 
 using Packet = std::span<const std::uint8_t>;
+using PacketBytes = std::vector<std::uint8_t>;
+
+/// Bytes of a header packet that is taken in; larger than any picture.
+inline constexpr std::size_t LargestHeader = std::size_t{64} << 20;
 
 struct Identification {
     std::uint32_t version = 0;
@@ -33,5 +38,8 @@ bool IsHeader(Packet packet, std::uint8_t type);
 /// before anything is taken.
 std::optional<Identification> ReadIdentification(Packet packet);
 std::optional<Comments> ReadComments(Packet packet);
+
+/// The packet that ReadComments reads as this; nothing if it would be larger than LargestHeader.
+std::optional<PacketBytes> BuildComments(const Comments& comments);
 
 } // namespace quavernet::vorbis

@@ -32,8 +32,7 @@ public:
 
 private:
     static constexpr int HeaderCount = 3;
-    static constexpr int NotGathered = 4;                               ///< The stream has no headers for us.
-    static constexpr std::size_t LargestHeader = std::size_t{64} << 20; ///< Larger than any picture.
+    static constexpr int NotGathered = 4;            ///< The stream has no headers for us.
     static constexpr std::size_t MostStreams = 1024; ///< libogg takes 28 KB for each, of a page of 58 bytes.
 
     void TakeHeaderPage(ogg_page& page, std::string& lines);
