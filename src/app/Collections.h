@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -42,10 +43,11 @@ public:
 
     /// Throws RuntimeError 5 if there is no such row.
     std::string Item(long row) const {
-        if (row < 1 || static_cast<std::size_t>(row) > Count()) {
-            throw RuntimeError(ErrorNumber::InvalidProcedureCall, "Invalid procedure call or argument");
-        }
+        CheckRow(row);
         const auto wanted = static_cast<std::size_t>(row);
+        if (const auto replaced = m_replaced.find(wanted); replaced != m_replaced.end()) {
+            return replaced->second;
+        }
         if (wanted <= SourceCount()) {
             return std::string(m_source->Text(wanted));
         }
@@ -54,12 +56,25 @@ public:
         return m_block.substr(begin, m_ends[own] - begin);
     }
 
+    /// Puts a text in the place of a row's. The source keeps its own. Throws RuntimeError 5 if there is no
+    /// such row.
+    void Replace(long row, std::string text) {
+        CheckRow(row);
+        m_replaced[static_cast<std::size_t>(row)] = std::move(text);
+    }
+
 private:
+    void CheckRow(long row) const {
+        if (row < 1 || static_cast<std::size_t>(row) > Count()) {
+            throw RuntimeError(ErrorNumber::InvalidProcedureCall, "Invalid procedure call or argument");
+        }
+    }
     std::size_t SourceCount() const { return m_source ? m_source->Count() : 0; }
 
     std::shared_ptr<const RowTextSource> m_source;
     std::string m_block;
-    std::vector<std::size_t> m_ends; ///< Where each added text ends in the block.
+    std::vector<std::size_t> m_ends;                         ///< Where each added text ends in the block.
+    std::unordered_map<std::size_t, std::string> m_replaced; ///< By row; few, if any.
 };
 
 /// Row numbers (0 or more) in the order in which they were added, each at most once. Made for whole ranges of

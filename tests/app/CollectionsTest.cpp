@@ -74,6 +74,27 @@ TEST(RowNumbersTest, KeepTheOrderOfTheirArrivalAndNoDoubles) {
     EXPECT_FALSE(rows.Contains(2));
 }
 
+TEST(RowTextsTest, AReplacedTextIsReadInTheRowsPlaceWhateverItCameFrom) {
+    const auto source = std::make_shared<TwoTexts>();
+    RowTexts texts;
+    texts.Show(source);
+    texts.Add("added");
+    texts.Replace(2, "other");
+    texts.Replace(3, "");
+    texts.Replace(3, "longer than it was");
+    EXPECT_EQ(texts.Item(1), "first");
+    EXPECT_EQ(texts.Item(2), "other");
+    EXPECT_EQ(texts.Item(3), "longer than it was");
+    EXPECT_EQ(texts.Count(), 3U);
+    EXPECT_EQ(source->Text(2), "second");
+
+    texts.Show(source);
+    EXPECT_EQ(texts.Item(2), "second") << "a new list knows nothing of it";
+    for (const long row : {0L, 3L, -1L}) {
+        EXPECT_THROW(texts.Replace(row, "x"), RuntimeError);
+    }
+}
+
 TEST(KeyCollectionTest, ASecondAddOfTheSameKeyIsIgnored) {
     KeyCollection keys;
     keys.Add("CAT_Rock");
