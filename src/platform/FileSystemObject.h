@@ -98,11 +98,12 @@ public:
     /// as CreateFolder does.
     virtual void CopyFile(const std::string& source, const std::string& target) = 0;
 
-    /// Gives a file or link another name; a link itself is renamed, not what it leads to. What has the new
-    /// name already is never overwritten: the next free one of "name (2).ext", "name (3).ext" and so on is
-    /// taken. The own name is no obstacle. Throws RuntimeError 53 if the source or a folder is missing, 76 if
-    /// a part of the path is no folder, 70 without the right to, 75 if it fails otherwise (a NUL in the name,
-    /// a name too long).
+    /// Gives a file or link another name in its folder; a link itself is renamed, not what it leads to. What
+    /// has the new name already is never overwritten: the next free one of "name (2).ext", "name (3).ext" and
+    /// so on is taken, with less of the name where it would be too long. The own name is no obstacle, in
+    /// another case of letters neither. Throws RuntimeError 53 if the source is missing, 76 if a part of the
+    /// path is no folder, 70 without the right to, 75 if it fails otherwise: `target` is in another folder
+    /// (a "/" in the new name makes it so), or its name is empty, too long, "." or "..", or holds a NUL.
     virtual void RenameFile(const std::string& source, const std::string& target) = 0;
 
     /// Mount points that hold user data, each once: "/", then in the system's order. Never fails.

@@ -116,9 +116,6 @@ public:
     }
 
     void RenameFile(const std::string& source, const std::string& target) override {
-        if (posix::NormalPath(source) == posix::NormalPath(target)) {
-            return;
-        }
         switch (const int error = posix::RenameToFreeName(source, target)) {
         case 0:
             return;
