@@ -1,0 +1,28 @@
+// Gives a file of the list another name: on disk, in the library and in what the list's commands read. Called
+// by the two dialogs that rename files.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace quavernet {
+
+/// What MainModule tells of one row, and the state that the row's new name makes of it.
+struct RenamedFile {
+    std::string Folder; ///< With its final "/".
+    std::string OldName;
+};
+
+/// Path of a listed row, taken apart. Throws RuntimeError 5 if there is no such row.
+RenamedFile ListedFile(std::int32_t row);
+
+/// Renames the file to `name`, writes name and path into its row of the library, and puts them into FilePaths
+/// and FileNames. Gives the new path.
+///
+/// Whether the rename worked is not looked at: the library gets the wanted name also when the file is
+/// missing, or got another one because there was a file of that name. What of it can't be told to the library
+/// stays untold, without a failure: in a folder with an apostrophe no row is found. Throws RuntimeError if
+/// the statement fails; FilePaths and FileNames then keep the old name.
+std::string RenameListedFile(std::int32_t row, const RenamedFile& file, const std::string& name);
+
+} // namespace quavernet
