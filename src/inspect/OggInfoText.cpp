@@ -146,10 +146,6 @@ private:
         if (!value) {
             return;
         }
-        if (!m_clearing) {
-            action(*value);
-            return;
-        }
         try {
             action(*value);
         } catch (const RuntimeError& error) {
@@ -166,7 +162,7 @@ private:
         if (m_clearing && !m_file.path.empty()) {
             m_files.push_back(std::move(m_file));
             m_file = {};
-        } else if (!m_file.failure.empty()) {
+        } else if (m_clearing && !m_file.failure.empty()) {
             m_file = {}; // What could not be read must not spoil the next file.
         }
         m_file.path = DropRightCharacters(value, QuoteAndDots);

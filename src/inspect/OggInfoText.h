@@ -38,8 +38,8 @@ struct OggFileInfo {
 /// files an album, until a comment gives another, and a comment that speaks of a title becomes the title.
 std::vector<OggFileInfo> ReadOggInfo(std::string_view output);
 
-/// The same for an output about one file, in which nothing is ever cleared.
-/// Throws RuntimeError 5, 6 or 13 for a line that can't be read.
+/// The same for an output about one file, in which nothing is ever cleared. A line that can't be read leaves
+/// its value as it was: a file of ten hours has no play length, and all else can be seen.
 OggFileInfo ReadOggDetails(std::string_view output);
 
 } // namespace quavernet
