@@ -93,12 +93,17 @@ protected:
     TemporaryCopy m_copy;
 
 private:
+    // A block that was written in part is never tried again: the file is not to be kept any more.
     void WriteBlock() {
-        Require(m_copy.Append(std::as_bytes(std::span(m_block))));
+        if (m_error == 0) {
+            m_error = m_copy.Append(std::as_bytes(std::span(m_block)));
+        }
+        Require(m_error);
         m_block.clear();
     }
 
     std::string m_block; ///< Not yet handed to the system.
+    int m_error = 0;     ///< Of the system, once it could not write.
 };
 
 class SafeFile : public CopiedFile {

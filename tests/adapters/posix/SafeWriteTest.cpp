@@ -82,6 +82,16 @@ TEST_F(SafeWriteTest, AFileThatIsGivenUpLeavesTheOldOneOrNothing) {
     EXPECT_EQ(NamesInFolder(), 1);
 }
 
+TEST_F(SafeWriteTest, AFileThatLacksAPieceIsNotKept) {
+    WriteFile(path, "old");
+    FileSizeLimit limit(100'000);
+    const auto file = RealFiles().Create(path);
+    EXPECT_NE(NumberOf([&] { file->Append(std::string(200'000, 'x')); }), 0);
+    limit.Set(1'000'000); // There is room again.
+    EXPECT_NE(NumberOf([&] { file->Keep(); }), 0);
+    EXPECT_EQ(ReadFile(path), "old");
+}
+
 TEST_F(SafeWriteTest, ANewFileHasTheRightsOfAnyNewFile) {
     const mode_t before = ::umask(027);
     Write(path, "new");
