@@ -1,0 +1,129 @@
+"""What no real file system or lame here does, and what broken bytes do to the two readers."""
+import errno
+import os
+import random
+import subprocess
+import sys
+import threading
+import unittest
+from unittest import mock
+
+from support import BLADEENC, EncoderTest, content, format_chunk, chunk, riff
+
+sys.dont_write_bytecode = True
+sys.path.insert(0, os.path.dirname(BLADEENC))
+from encoder import mp3_file, sound_pipe, target  # noqa: E402
+from encoder.failure import Failure  # noqa: E402
+from encoder.wave_file import WaveFile  # noqa: E402
+
+SEED = 20
+
+
+class PartsTest(EncoderTest):
+    def through_a_pipe(self, data):
+        """What the reader of a small pipe gets."""
+        path = self.path("data")
+        with open(path, "wb") as file:
+            file.write(data)
+        reader, writer = os.pipe()
+        received = []
+
+        def read():
+            with open(reader, "rb") as pipe:
+                received.append(pipe.read())
+        thread = threading.Thread(target=read)
+        thread.start()
+        pipe, sent = sound_pipe.SoundPipe(writer), 0
+        with open(path, "rb") as file:
+            while now := pipe.send(file.fileno(), sent, len(data) - sent):
+                sent += now
+        os.close(writer)
+        thread.join()
+        return received[0]
+
+    def test_sound_arrives_whole_from_file_systems_of_both_kinds(self):
+        data = random.Random(SEED).randbytes(3_000_001)
+        self.assertEqual(self.through_a_pipe(data), data)
+        with mock.patch("os.sendfile", side_effect=OSError(errno.EINVAL, "no pages")):
+            self.assertEqual(self.through_a_pipe(data), data)
+
+    def rename(self, name, wanted):
+        folder = os.open(self.music, os.O_PATH)
+        try:
+            target.rename_to_free(folder, name, wanted)
+        finally:
+            os.close(folder)
+
+    def expect_renames(self):
+        for name in ("part", "taken.mp3"):
+            with open(self.path(name), "w", encoding="utf-8") as file:
+                file.write(name)
+        with self.assertRaises(FileExistsError):
+            self.rename("part", "taken.mp3")
+        self.assertEqual((content(self.path("taken.mp3")), content(self.path("part"))), (b"taken.mp3", b"part"))
+        self.rename("part", "free.mp3")
+        self.assertEqual(self.music_names(), ["free.mp3", "taken.mp3"])
+        self.assertEqual(content(self.path("free.mp3")), b"part")
+        os.remove(self.path("free.mp3"))
+
+    def test_no_name_is_taken_away_whatever_the_file_system_can_do(self):
+        self.expect_renames()
+        with mock.patch("ctypes.CDLL", side_effect=lambda *_, **__: object()):  # A system without that call.
+            self.expect_renames()
+            with mock.patch("os.link", side_effect=PermissionError(errno.EPERM, "no links")):
+                self.expect_renames()
+
+    def test_other_failures_of_a_rename_are_told(self):
+        with self.assertRaises(FileNotFoundError):
+            self.rename("nothing", "free.mp3")
+
+    def test_an_mp3_file_is_whole_at_its_full_length_only(self):
+        for rate in ("32", "128"):  # Without and with the note on the length.
+            data = subprocess.run(["lame", "--silent", "-b", rate, self.tone("a.wav", 0.1, (440, 440)),
+                                   self.path("a.mp3")], check=True) and content(self.path("a.mp3"))
+            self.assertEqual(mp3_file.read(data).bit_rate, int(rate))
+            frames = 0
+            for size in range(len(data)):
+                found = mp3_file.read(data[:size])
+                if found:
+                    frames += 1
+                    self.assertFalse(found.noted)  # It ends after a frame, and is too short for its source.
+                    self.assertLess(found.samples, 0.1 * found.rate)
+            self.assertLess(frames, 20)
+            if rate == "128":
+                self.assertEqual(frames, 0)
+
+    def test_broken_bytes_are_no_mp3_file_and_break_nothing(self):
+        subprocess.run(["lame", "--silent", self.tone("a.wav", 0.1), self.path("a.mp3")], check=True)
+        data, chance = content(self.path("a.mp3")), random.Random(SEED)
+        for _ in range(1000):
+            broken = bytearray(data)
+            for _ in range(chance.randrange(1, 5)):
+                broken[chance.randrange(4)] = chance.randrange(256)
+            if broken[:3] != data[:3]:
+                self.assertIsNone(mp3_file.read(bytes(broken)))
+            mp3_file.read(chance.randbytes(chance.randrange(200)))
+
+    def test_broken_heads_are_refused_or_lie_within_the_file(self):
+        head = riff(format_chunk(1, 2, 44100, 16), chunk(b"fact", bytes(4)), chunk(b"data", bytes(400)))
+        chance, path, taken = random.Random(SEED), self.path("a.wav"), 0
+        for _ in range(1000):
+            broken = bytearray(head[:chance.choice((len(head), chance.randrange(len(head))))])
+            for _ in range(chance.randrange(4)):
+                if broken:
+                    broken[chance.randrange(min(len(broken), 60))] = chance.choice((0, 1, 3, 0xFF, chance.randrange(9)))
+            with open(path, "wb") as file:
+                file.write(broken)
+            try:
+                found = WaveFile(path)
+            except Failure:
+                continue
+            taken += 1
+            self.assertGreater(found.samples, 0)
+            self.assertLessEqual(found.offset + found.size, len(broken))
+            self.assertEqual(found.size % found.format.block, 0)
+        self.assertGreater(taken, 100)
+
+
+if __name__ == "__main__":
+    unittest.main()
