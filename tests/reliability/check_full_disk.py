@@ -12,6 +12,7 @@ import shutil
 import subprocess
 import sys
 import unittest
+import wave
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 from support import HELPER, Content, clipboard, expect_texts, left_copies, write_settings  # noqa: E402
@@ -281,6 +282,27 @@ class FullDisk(ProgramTest):
             with open(tagged, "rb") as old, open(path, "rb") as new:
                 self.assertEqual(old.read()[-20000:-128], new.read()[-20000:-128], "the audio")
         print("saved:", ", ".join(saved), "- refused, file as it was:", ", ".join(refused))
+
+    def test_encoding(self):
+        wav, mp3 = (os.path.join(self.disk, "Lied." + ending) for ending in ("wav", "mp3"))
+        with wave.open(wav, "wb") as file:
+            file.setparams((2, 2, 44100, 0, "NONE", None))
+            file.writeframes(bytes(20 * 4 * 44100))
+        before = content_of(wav)
+        command = [os.path.join(os.path.dirname(PROGRAM), "bladeenc"), "-128", "-delete", wav]
+        environment = dict(os.environ, HOME=self.home)
+        environment.pop("DBUS_SESSION_BUS_ADDRESS", None)
+        for leave in (0, 4096, 100000, 310000):
+            self.fill(leave)
+            run = subprocess.run(command, env=environment, capture_output=True, text=True)
+            self.assertEqual((run.returncode, run.stderr),
+                             (1, f"bladeenc: {wav}: Auf dem Datenträger ist kein Platz mehr.\n"), leave)
+            self.assertEqual(sorted(os.listdir(self.disk)), ["Dokumente", "Lied.wav", "ballast"])
+            self.assertEqual(content_of(wav), before)
+        self.make_space()
+        subprocess.run(command, env=environment, check=True)
+        self.assertEqual(sorted(os.listdir(self.disk)), ["Dokumente", "Lied.mp3"])
+        self.assertGreater(os.path.getsize(mp3), 320000)
 
 
 def main():
