@@ -7,7 +7,7 @@ import time
 
 from hand import Hand
 from screen import Screen, wait_for
-from start import IDLE_LIMIT, SPLASH, shows_rows
+from start import IDLE_LIMIT, SETTLED, shows_rows
 from table import Line
 
 HOVER = 5  # seconds of each hold, and of all moves
@@ -93,7 +93,7 @@ def lines(program, home):
         hand = Hand(environment)
         try:
             wait_for("a filled window", lambda: shows_rows(screen))
-            time.sleep(SPLASH)
+            time.sleep(SETTLED)
             held, scrolling, over_tree, over_list = measured(process, hand, home)
         finally:
             hand.close()
