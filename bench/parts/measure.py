@@ -6,7 +6,7 @@ among them), list (from the click to the painted rows), tree (load, drop, deleti
 and the processor time of a drag over it), million (the list with 1,000,000 rows, and the memory for them), start (filled
 window, memory, idling), cancel (clicks on "cancel" at random moments of scans), ogg (the reader of Ogg files beside
 ogginfo itself), player (starts of tracks and the processor time of playing, beside bare libmpv), queue (the player's
-queue at its full length).
+queue at its full length), encoder (five minutes of WAV to MP3, beside lame itself).
 
 Floors of scans: walk, open, read head and tail of each file, and write (look up, update) the same rows with bare SQLite
 in one transaction. Floors of lists: bare SQLite reading the same rows unsorted; of a search or a filter: the bare
@@ -25,6 +25,7 @@ import tempfile
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 import cancel  # noqa: E402
 import drag  # noqa: E402
+import encoding  # noqa: E402
 import start  # noqa: E402
 import table  # noqa: E402
 from screen import Screen  # noqa: E402
@@ -171,8 +172,13 @@ def queue(run):
     run.collect(BENCH, "queue", library, run.work, 2 * run.options.rounds + 1)
 
 
+def encoder(run):
+    for line in encoding.lines(os.path.join(BUILT, "bladeenc"), os.path.join(run.music, "encoder"), run.options.rounds):
+        run.add(line)
+
+
 PARTS = {"scan": scan, "list": lists, "tree": tree, "million": million, "start": start_to_idle,
-         "cancel": cancel_clicks, "ogg": ogg, "player": player, "queue": queue}
+         "cancel": cancel_clicks, "ogg": ogg, "player": player, "queue": queue, "encoder": encoder}
 
 
 def read_options():
