@@ -1,10 +1,34 @@
 #include "editing/EditingCommands.h"
 
 #include "app/CommandRegistry.h"
+#include "app/MainModule.h"
+#include "editing/frmFileName.h"
+#include "editing/frmFilesName.h"
 
 namespace quavernet {
 
-void RegisterEditingCommands(CommandRegistry& /*commands*/, const EditingParts& /*parts*/,
-                             QWidget& /*owner*/) {}
+namespace {
+
+void mnuKontextFilename_Click(const EditingParts& parts, QWidget& owner) {
+    if (mainModule.SelectedRows.Count() <= 1) {
+        frmFileName(&owner, parts.Work).exec();
+    } else {
+        frmFilesName(&owner).exec();
+    }
+}
+
+void mnuEditFilename_Click(const EditingParts& parts, QWidget& owner) {
+    if (mainModule.SelectedRows.Count() > 0) {
+        mnuKontextFilename_Click(parts, owner);
+    }
+}
+
+} // namespace
+
+// The dialogs hold row numbers of the list, which no other command may load meanwhile.
+void RegisterEditingCommands(CommandRegistry& commands, const EditingParts& parts, QWidget& owner) {
+    commands.RegisterAlone("mnuEditFilename", [parts, &owner] { mnuEditFilename_Click(parts, owner); });
+    commands.RegisterAlone("mnuKontextFilename", [parts, &owner] { mnuKontextFilename_Click(parts, owner); });
+}
 
 } // namespace quavernet

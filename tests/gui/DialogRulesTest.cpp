@@ -1,5 +1,7 @@
 #include "gui/GuiTest.h"
 
+#include "editing/frmFileName.h"
+#include "editing/frmFilesName.h"
 #include "mainwindow/frmAbout.h"
 #include "playback/frmRandomPlay.h"
 #include "scanner/frmRemind.h"
@@ -84,8 +86,12 @@ TEST_F(DialogRulesTest, ReturnMeansTheFirstButtonAndEscapeTheOther) {
     EXPECT_EQ(DefaultButton(categoryName), "cmdFinish");
     frmRandomPlay randomPlay(&Form());
     EXPECT_EQ(DefaultButton(randomPlay), "cmdOK");
-    for (QDialog* dialog :
-         std::initializer_list<QDialog*>{&remind, &scanpath, &editTree, &categoryName, &randomPlay}) {
+    frmFileName fileName(&Form(), Form().Parts().Work);
+    EXPECT_EQ(DefaultButton(fileName), "cmsSave");
+    frmFilesName filesName(&Form());
+    EXPECT_EQ(DefaultButton(filesName), "cmdSave");
+    for (QDialog* dialog : std::initializer_list<QDialog*>{&remind, &scanpath, &editTree, &categoryName,
+                                                           &randomPlay, &fileName, &filesName}) {
         Open(*dialog);
         QTest::keyClick(dialog, Qt::Key_Escape);
         EXPECT_FALSE(dialog->isVisible());
@@ -154,6 +160,16 @@ TEST_F(DialogRulesTest, EveryControlIsReachedByTheKeyboardAlone) {
     frmRandomPlay randomPlay(&Form());
     Open(randomPlay);
     EXPECT_EQ(ReachedByTab(randomPlay), (Names{"optAllFiles", "cmdOK"}));
+    frmFileName fileName(&Form(), Form().Parts().Work);
+    Open(fileName);
+    EXPECT_EQ(ReachedByTab(fileName),
+              (Names{"txtFileName", "cmdChangeUmlaute", "cmdRemoveBrakets", "cmdRemoveNumbers",
+                     "cmdReplaceUnderscore", "cmsSave", "cmdCancel"}));
+    frmFilesName filesName(&Form());
+    Open(filesName);
+    EXPECT_EQ(ReachedByTab(filesName),
+              (Names{"lstFileNames", "txtChangeName", "cmdChangeName", "cmdChangeUmlauts", "cmdRemoveBrakets",
+                     "cmdRemoveNumbers", "cmdReplaceUnderscore", "cmdSave", "cmdCancel"}));
     frmScanLog log(&Form());
     log.Show();
     Open(log);
@@ -180,8 +196,11 @@ TEST_F(DialogRulesTest, NoDialogOffersToBeMinimised) {
     frmEditTree editTree(&Form());
     frmCategoryName categoryName(&Form(), {}, Form().Parts().Views);
     frmRandomPlay randomPlay(&Form());
-    for (const QDialog* dialog : std::initializer_list<QDialog*>{&remind, &scanpath, &about, &log, &editTree,
-                                                                 &categoryName, &randomPlay}) {
+    frmFileName fileName(&Form(), Form().Parts().Work);
+    frmFilesName filesName(&Form());
+    for (const QDialog* dialog :
+         std::initializer_list<QDialog*>{&remind, &scanpath, &about, &log, &editTree, &categoryName,
+                                         &randomPlay, &fileName, &filesName}) {
         EXPECT_FALSE(dialog->windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
         EXPECT_EQ(dialog->windowType(), Qt::Dialog);
         EXPECT_EQ(dialog->parentWidget(), &Form()) << "it stays over the main window";
@@ -199,8 +218,11 @@ TEST_F(DialogRulesTest, NoTextIsCutInEitherLanguage) {
         frmEditTree editTree(&Form());
         frmCategoryName categoryName(&Form(), {}, Form().Parts().Views);
         frmRandomPlay randomPlay(&Form());
-        for (QDialog* dialog : std::initializer_list<QDialog*>{&remind, &scanpath, &about, &log, &editTree,
-                                                               &categoryName, &randomPlay}) {
+        frmFileName fileName(&Form(), Form().Parts().Work);
+        frmFilesName filesName(&Form());
+        for (QDialog* dialog :
+             std::initializer_list<QDialog*>{&remind, &scanpath, &about, &log, &editTree, &categoryName,
+                                             &randomPlay, &fileName, &filesName}) {
             Open(*dialog);
             EXPECT_EQ(CutTexts(*dialog), std::vector<std::string>{})
                 << language << " " << FromQString(dialog->objectName());
