@@ -3,6 +3,7 @@
 #include "OggJobs.h"
 #include "PlayerJobs.h"
 #include "QueueJobs.h"
+#include "RenameJobs.h"
 #include "SilentScanner.h"
 
 #include <cstdio>
@@ -35,6 +36,10 @@ int main(int count, char** arguments) {
             QueueJobs(words[1], words[2], std::stoi(words[3]));
             return 0;
         }
+        if (words.size() == 4 && words[0] == "rename") {
+            RenameJobs(words[1], words[2], std::stoi(words[3]));
+            return 0;
+        }
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "%s\n", failure.what());
         return 1;
@@ -43,6 +48,7 @@ int main(int count, char** arguments) {
                          "quavernet_bench scan MUSIC WORK TEMPLATE NAME ROUNDS\n"
                          "quavernet_bench ogg MUSIC ROUNDS\n"
                          "quavernet_bench player MUSIC ROUNDS\n"
-                         "quavernet_bench queue LIBRARY WORK ROUNDS\n");
+                         "quavernet_bench queue LIBRARY WORK ROUNDS\n"
+                         "quavernet_bench rename TEMPLATE WORK ROUNDS\n");
     return 2;
 }

@@ -6,7 +6,8 @@ among them), list (from the click to the painted rows), tree (load, drop, deleti
 and the processor time of a drag over it), million (the list with 1,000,000 rows, and the memory for them), start (filled
 window, memory, idling), cancel (clicks on "cancel" at random moments of scans), ogg (the reader of Ogg files beside
 ogginfo itself), player (starts of tracks and the processor time of playing, beside bare libmpv), queue (the player's
-queue at its full length), encoder (five minutes of WAV to MP3, beside lame itself).
+queue at its full length), encoder (five minutes of WAV to MP3, beside lame itself), rename (1,000 files given other names
+at once).
 
 Floors of scans: walk, open, read head and tail of each file, and write (look up, update) the same rows with bare SQLite
 in one transaction. Floors of lists: bare SQLite reading the same rows unsorted; of a search or a filter: the bare
@@ -177,8 +178,12 @@ def encoder(run):
         run.add(line)
 
 
-PARTS = {"scan": scan, "list": lists, "tree": tree, "million": million, "start": start_to_idle,
-         "cancel": cancel_clicks, "ogg": ogg, "player": player, "queue": queue, "encoder": encoder}
+def rename(run):
+    run.collect(BENCH, "rename", TEMPLATE, run.work, 2 * run.options.rounds + 1)
+
+
+PARTS = {"scan": scan, "list": lists, "tree": tree, "million": million, "start": start_to_idle, "cancel": cancel_clicks,
+         "ogg": ogg, "player": player, "queue": queue, "encoder": encoder, "rename": rename}
 
 
 def read_options():
