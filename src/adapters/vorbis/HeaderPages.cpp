@@ -26,7 +26,8 @@ bool BeginsVorbis(const ogg_page& page) {
 
 bool HoldsIdentificationAlone(const ogg_page& page) {
     const auto lacing = LacingOf(page);
-    return ogg_page_packets(&page) == 1 && lacing.back() != GoesOn && ReadIdentification(BodyOf(page));
+    return ogg_page_continued(&page) == 0 && ogg_page_eos(&page) == 0 && ogg_page_packets(&page) == 1 &&
+           lacing.back() != GoesOn && ReadIdentification(BodyOf(page));
 }
 
 /// Puts the two packets together, page by page.

@@ -60,9 +60,12 @@ protected:
     /// Number of pages from the first on that belong to the headers of the first Vorbis stream.
     static std::size_t HeaderPageCount(const std::string& ogg) {
         const std::vector<ForgedPage> pages = Split(ogg).ours;
-        for (std::size_t count = 0; count <= pages.size(); ++count) {
-            if (PacketsOf({pages.begin(), pages.begin() + static_cast<std::ptrdiff_t>(count)}).size() == 3) {
-                return count;
+        std::ptrdiff_t packets = 0;
+        for (std::size_t i = 0; i < pages.size(); ++i) {
+            packets += std::count_if(pages[i].lacing.begin(), pages[i].lacing.end(),
+                                     [](int length) { return length < 255; });
+            if (packets >= 3) {
+                return i + 1;
             }
         }
         ADD_FAILURE() << "no headers";
