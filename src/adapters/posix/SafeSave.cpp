@@ -72,6 +72,8 @@ private:
     std::span<std::byte> Room(std::uint64_t wanted) {
         if (m_held == m_block.size()) {
             WriteHeld();
+            // The disk is at work while the next block is made; that it has all is asked at the end.
+            ::sync_file_range(m_copy.Number(), 0, 0, SYNC_FILE_RANGE_WRITE);
         }
         const auto room = std::span(m_block).subspan(m_held);
         return room.first(static_cast<std::size_t>(std::min<std::uint64_t>(wanted, room.size())));
