@@ -1,6 +1,7 @@
 // The jobs that need no window, and the libraries for those that do. Called by bench/run.
 #include "Libraries.h"
 #include "OggJobs.h"
+#include "OggSaveJobs.h"
 #include "PlayerJobs.h"
 #include "QueueJobs.h"
 #include "RenameJobs.h"
@@ -28,6 +29,10 @@ int main(int count, char** arguments) {
             OggJobs(words[1], std::stoi(words[2]));
             return 0;
         }
+        if (words.size() == 4 && words[0] == "oggsave") {
+            OggSaveJobs(words[1], words[2], std::stoi(words[3]));
+            return 0;
+        }
         if (words.size() == 3 && words[0] == "player") {
             PlayerJobs(words[1], std::stoi(words[2]));
             return 0;
@@ -47,6 +52,7 @@ int main(int count, char** arguments) {
     std::fprintf(stderr, "quavernet_bench library FILE TEMPLATE ROWS\n"
                          "quavernet_bench scan MUSIC WORK TEMPLATE NAME ROUNDS\n"
                          "quavernet_bench ogg MUSIC ROUNDS\n"
+                         "quavernet_bench oggsave SONG WORK ROUNDS\n"
                          "quavernet_bench player MUSIC ROUNDS\n"
                          "quavernet_bench queue LIBRARY WORK ROUNDS\n"
                          "quavernet_bench rename TEMPLATE WORK ROUNDS\n");

@@ -5,9 +5,9 @@ Parts: scan (with the main window open and the scan log on, and without any wind
 among them), list (from the click to the painted rows), tree (load, drop, deletion and import, each to the painted nodes,
 and the processor time of a drag over it), million (the list with 1,000,000 rows, and the memory for them), start (filled
 window, memory, idling), cancel (clicks on "cancel" at random moments of scans), ogg (the reader of Ogg files beside
-ogginfo itself), player (starts of tracks and the processor time of playing, beside bare libmpv), queue (the player's
-queue at its full length), encoder (five minutes of WAV to MP3, beside lame itself), rename (1,000 files given other names
-at once).
+ogginfo itself), oggsave (comments saved into an Ogg file of 6 MB), player (starts of tracks and the processor time of
+playing, beside bare libmpv), queue (the player's queue at its full length), encoder (five minutes of WAV to MP3, beside
+lame itself), rename (1,000 files given other names at once).
 
 Floors of scans: walk, open, read head and tail of each file, and write (look up, update) the same rows with bare SQLite
 in one transaction. Floors of lists: bare SQLite reading the same rows unsorted; of a search or a filter: the bare
@@ -42,6 +42,7 @@ SAMPLE_MUSIC = os.path.join(TOP, "tools", "sample_music", "make-sample-music")
 MILLION = 1_000_000
 OGG_FILES = 1000
 OGG_KINDS = 20
+SONG_SECONDS = 240  # Of noise: 6 MB.
 TRACKS = 20
 QUEUE_ENTRIES = 32767  # As many as the player takes.
 BROKEN_PERCENT = 5
@@ -148,6 +149,16 @@ def ogg(run):
     run.collect(BENCH, "ogg", folder, run.options.rounds)
 
 
+def oggsave(run):
+    song = os.path.join(run.work, "song.ogg")
+    with tempfile.TemporaryDirectory(dir=run.music) as work:
+        source = os.path.join(work, "source.wav")
+        subprocess.run(["sox", "-R", "-n", "-r", "44100", "-c", "2", "-b", "16", source, "synth", str(SONG_SECONDS),
+                        "pinknoise", "vol", "0.3"], check=True)
+        subprocess.run(["oggenc", "-Q", "-q", "8.5", "-t", "Title", "-a", "Performer", "-o", song, source], check=True)
+    run.collect(BENCH, "oggsave", song, run.work, 10 * run.options.rounds)
+
+
 def make_tracks(folder, count):
     """MP3 files of one minute: the same sound under many names."""
     if os.path.exists(folder):
@@ -183,7 +194,7 @@ def rename(run):
 
 
 PARTS = {"scan": scan, "list": lists, "tree": tree, "million": million, "start": start_to_idle, "cancel": cancel_clicks,
-         "ogg": ogg, "player": player, "queue": queue, "encoder": encoder, "rename": rename}
+         "ogg": ogg, "oggsave": oggsave, "player": player, "queue": queue, "encoder": encoder, "rename": rename}
 
 
 def read_options():
