@@ -6,10 +6,12 @@
 //   helper grow TEXT FILE...             writes the text into one file after the other
 //   helper step NUMBER FORM FILE TEXT    one write, killed at its NUMBERth system call; 7 if it ended before
 //
-// FORM is v1 or v2 for the tag of that version, or copy for a copy of the file TEXT.
+// FORM is v1 or v2 for the tag of that version, ogg for the comments of an Ogg file (their "title="), or copy
+// for a copy of the file TEXT.
 #include "adapters/id3v2/TagLibComponent.h"
 #include "adapters/posix/PosixFileSystem.h"
 #include "adapters/sqlite/SqliteConnection.h"
+#include "adapters/vorbis/OggCommentWriter.h"
 #include "app/MainModule.h"
 #include "inspect/modMp3Info.h"
 #include "platform/RuntimeError.h"
@@ -121,10 +123,20 @@ void SaveV1(const std::string& file, const std::string& text) {
     WriteId3v1(file, tag);
 }
 
+void SaveOgg(VorbisCommentTool& tool, const std::string& file, const std::string& text) {
+    auto comments = tool.List(file);
+    for (std::string& comment : comments) {
+        if (comment.starts_with("title=")) {
+            comment = "title=" + text;
+        }
+    }
+    tool.Write(file, comments);
+}
+
 class Writer {
 public:
     explicit Writer(std::string form) : m_form(std::move(form)) {
-        if (m_form != "v1" && m_form != "v2" && m_form != "copy") {
+        if (m_form != "v1" && m_form != "v2" && m_form != "ogg" && m_form != "copy") {
             throw std::runtime_error("no such form: " + m_form);
         }
         services.settings = &m_settings;
@@ -137,6 +149,8 @@ public:
             SaveV1(file, text);
         } else if (m_form == "v2") {
             SaveV2(*m_component, file, text);
+        } else if (m_form == "ogg") {
+            SaveOgg(m_comments, file, text);
         } else {
             CreatePosixFileSystem()->CopyFile(text, file);
         }
@@ -150,6 +164,7 @@ private:
     test::MapSettings m_settings;
     test::ScriptedMsgBox m_msgBox;
     std::unique_ptr<TagComponent> m_component = CreateTagLibComponent(test::RealFiles());
+    OggCommentWriter m_comments{test::RealFiles()};
 };
 
 // From here on the caller's time for the kill runs.

@@ -305,6 +305,26 @@ class FullDisk(ProgramTest):
         self.assertGreater(os.path.getsize(mp3), 320000)
 
 
+    def test_comments(self):
+        """Of an Ogg file."""
+        source, music = self.small_music("comments", 20, r"\.ogg$")
+        path = os.path.join(self.disk, "song.ogg")
+        for text, fits in (("y" * 40, True), ("z" * 300, False), ("z" * 70000, False)):
+            self.make_space()
+            shutil.copy(music[0], path)
+            self.assertTrue(self.save_tag("ogg", path, "x" * 40))
+            self.fill()
+            before = content_of(path)
+            self.assertEqual(self.save_tag("ogg", path, text), fits, text[:1])
+            self.assertEqual(content_of(path) == before, not fits)
+            self.assertEqual(left_copies(self.disk), [])
+            if not fits:
+                self.make_space()
+                self.assertTrue(self.save_tag("ogg", path, text))
+                self.assertNotEqual(content_of(path), before)
+        print("Ogg comments: of the same length saved in place, longer ones refused, file as it was")
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--count", type=int, default=6000, help="files of the scans")

@@ -6,7 +6,8 @@
 N scans by the real program are killed, half of them into a library that holds every file as it was before each got
 other contents, tags included: the library then opens, is sound, holds whole rows only (of before or of now), and a
 further scan completes it to what an undisturbed scan gives. N saves of tags are killed in each form (in place, in place over a
-page's end, by a copy; version 1 within a page and over its end), and each form once at each of its system calls:
+page's end, by a copy; version 1 within a page and over its end; Ogg comments in place, by a copy, with other numbers of
+the pages), and each form once at each of its system calls:
 the file is the old or the new one byte for byte, and what a killed save leaves is no music and goes with the next.
 """
 import argparse
@@ -240,6 +241,14 @@ class KilledSaveTest(unittest.TestCase):
     def picture(size):
         return b"APIC" + struct.pack(">I", size) + b"\0\0" + b"\0image/jpeg\0\3\0" + b"p" * (size - 14)
 
+    def ogg(self, title, *options):
+        """A song of the real encoder; the comments among the options come before its title."""
+        wave = os.path.join(self.folder, "song.wav")
+        subprocess.run(["sox", "-R", "-n", "-r", "44100", "-c", "2", "-b", "16", wave, "synth", "5", "pinknoise"], check=True)
+        subprocess.run(["oggenc", "-Q", "--serial", "1", *options, "-t", title, "-o", self.path, wave], check=True)
+        os.remove(wave)
+        return self.read()
+
     def write(self, data, path=None):
         with open(path or self.path, "wb") as file:
             file.write(data)
@@ -261,7 +270,13 @@ class KilledSaveTest(unittest.TestCase):
         v1 = b"TAG" + b"x" * 125
         within = song + bytes(-(len(song) + 128) % PAGE) + v1  # The tag ends where a page ends.
         over = song + bytes(-(len(song) + 64) % PAGE) + v1     # A page ends in its middle.
-        return [("v2 in place", "v2", short + song, "b" * 30, "c" * 40),
+        commented = self.ogg("a" * 30)
+        noted = self.ogg("a" * 30, "-c", "X-NOTE=" + "n" * 5000)
+        return [("Ogg in place", "ogg", commented, "b" * 30, "c" * 30),
+                ("Ogg over a page's end", "ogg", noted, "b" * 30, "c" * 30),
+                ("Ogg by a copy", "ogg", commented, "b" * 3000, "c" * 40),
+                ("Ogg with other numbers of the pages", "ogg", commented, "b" * 70000, "c" * 40),
+                ("v2 in place", "v2", short + song, "b" * 30, "c" * 40),
                 ("v2 over a page's end", "v2", behind + song, "b" * 30, "c" * 40),
                 ("v1 in a page", "v1", within, "b" * 30, "c" * 30),
                 ("v1 over a page's end", "v1", over, "b" * 30, "c" * 30),
