@@ -17,7 +17,7 @@ namespace {
 
 // The toolkit takes the middle of a pointer's picture for the place that it points at: the tip of the arrow
 // goes there.
-QPixmap Pointer(qreal pixelRatio) {
+QPixmap Pointer(std::string_view picture, qreal pixelRatio) {
     constexpr QSize Side(48, 48);
     constexpr QSize PictureSide(24, 24);
     constexpr QPoint Tip(5, 3);
@@ -25,17 +25,17 @@ QPixmap Pointer(qreal pixelRatio) {
     pointer.setDevicePixelRatio(pixelRatio);
     pointer.fill(Qt::transparent);
     QPainter painter(&pointer);
-    Picture("drag").paint(&painter, QRect(QPoint(Side.width(), Side.height()) / 2 - Tip, PictureSide));
+    Picture(picture).paint(&painter, QRect(QPoint(Side.width(), Side.height()) / 2 - Tip, PictureSide));
     return pointer;
 }
 
 } // namespace
 
-void DragFiles(QWidget& source, QMimeData* data) {
+void DragFiles(QWidget& source, QMimeData* data, std::string_view picture) {
     auto* drag = new QDrag(&source); // Qt deletes it when the other side is through with the data.
     drag->setMimeData(data);
     // The same everywhere, also where nothing takes the files.
-    const QPixmap pointer = Pointer(source.devicePixelRatioF());
+    const QPixmap pointer = Pointer(picture, source.devicePixelRatioF());
     drag->setDragCursor(pointer, Qt::CopyAction);
     drag->setDragCursor(pointer, Qt::IgnoreAction);
     drag->exec(Qt::CopyAction);

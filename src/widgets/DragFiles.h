@@ -2,14 +2,17 @@
 // to a drag over one of them. List and tree begin theirs here; both and the window answer here.
 #pragma once
 
+#include <string_view>
+
 class QDropEvent;
 class QMimeData;
 class QWidget;
 
 namespace quavernet {
 
-/// Runs the drag to its end: it offers a copy and nothing else. Takes the data over. Lets events run.
-void DragFiles(QWidget& source, QMimeData* data);
+/// Runs the drag to its end: it offers a copy and nothing else. Takes the data over. `picture` is the key of
+/// the pointer's picture. Lets events run.
+void DragFiles(QWidget& source, QMimeData* data, std::string_view picture = "drag");
 
 /// False while nothing may act, or a box is open.
 bool MayTakeDrop();
