@@ -2,6 +2,7 @@
 
 #include "app/CommandRegistry.h"
 #include "app/MainModule.h"
+#include "editing/OpenDetails.h"
 #include "editing/frmFileName.h"
 #include "editing/frmFilesName.h"
 
@@ -25,10 +26,14 @@ void mnuEditFilename_Click(const EditingParts& parts, QWidget& owner) {
 
 } // namespace
 
-// The dialogs hold row numbers of the list, which no other command may load meanwhile.
+// The dialogs let events run and hold row numbers of the list: no other command, no reminder and no drop
+// comes in between.
 void RegisterEditingCommands(CommandRegistry& commands, const EditingParts& parts, QWidget& owner) {
     commands.RegisterAlone("mnuEditFilename", [parts, &owner] { mnuEditFilename_Click(parts, owner); });
     commands.RegisterAlone("mnuKontextFilename", [parts, &owner] { mnuKontextFilename_Click(parts, owner); });
+    const DetailsParts details{parts.Grid, parts.Views, parts.Player, parts.Work, parts.ShowCovers};
+    commands.RegisterAlone("mnuDetails", [details, &owner] { mnuDetails_Click(details, owner); });
+    commands.RegisterAlone("mnuKontextDetails", [details, &owner] { OpenDetails(details, owner); });
 }
 
 } // namespace quavernet

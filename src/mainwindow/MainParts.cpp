@@ -47,7 +47,7 @@ MainParts::MainParts(QMainWindow& window, PlayerWindow& player, const SwitchCont
     RegisterExchangeCommands(Commands, Tree.Model(), Work, Views, Scan.Driver());
     RegisterLibraryCommands(Commands, Work, Views);
     RegisterPlaybackCommands(Commands, {Panes.Grid().Selection(), Tree.Model(), player, Work}, window);
-    RegisterEditingCommands(Commands, {Work}, window);
+    RegisterEditingCommands(Commands, {Panes.Grid(), Views, player, Work}, window);
     RegisterWindowCommands(Commands, Named, window, [loadStrings, &player] {
         loadStrings();
         if (mainModule.PlayerOpen) {

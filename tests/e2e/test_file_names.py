@@ -66,7 +66,7 @@ class FileNamesTest(ProgramTest):
     def open_dialog(self, picture):
         self.click(ROW_1, button=3)
         wait_until("the list's menu", self.popups)
-        self.desktop.key(*["Down"] * 3, "Return")  # play, swap, file name
+        self.desktop.key(*["Down"] * 4, "Return")  # details, play, swap, file name
         self.desktop.activate(self.desktop.window(DIALOG))
         self.desktop.picture(picture)
 

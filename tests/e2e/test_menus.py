@@ -98,8 +98,8 @@ class MenusTest(ProgramTest):
         self.desktop.picture("menus-list-sorted")
         self.desktop.click(window, *ROW_1, button=3)
         wait_until("the context menu", lambda: self.popups() == 1)
-        # Past play, file name, deletion and random play; swap and playlist are grey without a current row.
-        self.desktop.key("Down", "Down", "Down", "Down", "Down", "Right")
+        # Past details, play, file name, deletion and random play; swap and playlist are grey without a current row.
+        self.desktop.key(*["Down"] * 6, "Right")
         wait_until("its submenu", lambda: self.popups() == 2)
         self.desktop.picture("menus-context")
         self.desktop.key("Down", "Return")  # ogg off

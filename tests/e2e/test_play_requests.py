@@ -146,7 +146,7 @@ class PlayRequestsTest(ProgramTest):
         self.expect_playlist(several, [0, 1])
         wait_until("the main menu's play to count", lambda: self.counts() == (2, 1, 0))
         self.click(ROW_1)
-        self.choose(ROW_1, 1)
+        self.choose(ROW_1, 2)  # the first one, the details, is for one row
         self.assertEqual(self.opened(), self.files[0])
         wait_until("the list's play of one row to count", lambda: self.counts() == (3, 1, 0))
 
@@ -200,7 +200,7 @@ class PlayRequestsTest(ProgramTest):
         self.press_play_button()
         self.choose(ROW_1, 1)
         self.click(ROW_1)
-        self.choose(ROW_1, 1)
+        self.choose(ROW_1, 2)  # the first one, the details, is for one row
         self.click(self.node(3), repeat=2)
         for row, item in ((2, 1), (1, 1), (1, 2)):
             self.choose(self.node(row), item)

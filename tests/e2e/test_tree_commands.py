@@ -110,7 +110,7 @@ class TreeCommandsTest(ProgramTest):
         self.desktop.click(self.window, *LIST_ROW_1, button=3)
         wait_until("the list's menu", lambda: self.popups() == 1)
         self.desktop.picture("tree-commands-5-list-menu")
-        self.desktop.key("Down", "Down", "Return")  # play, swap
+        self.desktop.key("Down", "Down", "Down", "Return")  # details, play, swap
         wait_until("the swap", lambda: self.library.values(text) == [f"{title}|{performer}"])
 
         # The row goes out of the library, and its entry out of the tree.
@@ -119,7 +119,7 @@ class TreeCommandsTest(ProgramTest):
         known = len(self.library.files())
         self.desktop.click(self.window, *LIST_ROW_1, button=3)
         wait_until("the list's menu", lambda: self.popups() == 1)
-        self.desktop.key(*["Down"] * 4, "Return")  # delete
+        self.desktop.key(*["Down"] * 5, "Return")  # delete
         wait_until("the row to go", lambda: len(self.library.files()) == known - 1)
         wait_until("its entry to go", lambda: len(self.entries()) == 1)
         self.assertTrue(all(os.path.exists(path) for path in files))

@@ -6,6 +6,8 @@
 #include "support/OggFiles.h"
 #include "support/OrdinaryUser.h"
 
+#include "adapters/vorbis/OggCommentWriter.h"
+
 #include <filesystem>
 
 #include <gmock/gmock.h>
@@ -315,6 +317,41 @@ TEST_F(SaveDetailsTest, AnOggSaveWritesTheSixAndTheKeptCommentsAndLeavesTheLibra
                 ElementsAre("TITLE=Lied", "ARTIST=Künstler", "GENRE=Rock", "ALBUM=Größe", "DATE=1999",
                             "COMMENT=Wort", "TRACKNUMBER=7", "LYRICS=a\nb"));
     EXPECT_THAT(connection.statements, IsEmpty());
+}
+
+TEST_F(SaveDetailsTest, AnOggSaveReachesTheFileAndKeepsWhatTheDialogDoesNotEdit) {
+    OggCommentWriter writer(RealFiles());
+    services.oggComments = &writer;
+    const std::vector<std::string> old{"TRACKNUMBER=7", "title=alt", "LYRICS=a\nb", "ALBUMARTIST=x",
+                                       "METADATA_BLOCK_PICTURE=dateALBUM"};
+    EditedDetails edited = Open(AddBytes("a.ogg", WithComments(EncodedOgg::Stereo(), old)));
+    edited.Texts = {"Lied", "Künstler", "Größe", "1999", "Rock", "Wort", ""};
+    ExpectSaved(edited);
+    EXPECT_THAT(writer.List(path_), ElementsAre("TITLE=Lied", "ARTIST=Künstler", "GENRE=Rock", "ALBUM=Größe",
+                                                "DATE=1999", "COMMENT=Wort", "TRACKNUMBER=7", "LYRICS=a\nb",
+                                                "METADATA_BLOCK_PICTURE=dateALBUM"));
+    EXPECT_EQ(Load(path_).Texts, edited.Texts);
+}
+
+TEST_F(SaveDetailsTest, AnOggFileThatMayNotBeWrittenIsToldAndStays) {
+    OggCommentWriter writer(RealFiles());
+    services.oggComments = &writer;
+    EditedDetails edited = Open(AddBytes("a.ogg", EncodedOgg::Stereo()));
+    const std::string before = Bytes();
+    edited.Texts.Title = "New";
+    ::chmod(path_.c_str(), 0444);
+    {
+        const OrdinaryUser user;
+        const auto failure = Save(edited);
+        ASSERT_TRUE(failure.has_value());
+        ShowSaveFailure(path_, *failure);
+    }
+    EXPECT_THAT(msgBox.shown,
+                ElementsAre(Cancelled("Datei ist schreibgeschützt.", MsgBox::Icon::Exclamation)));
+    EXPECT_TRUE(Bytes() == before);
+    std::filesystem::remove(path_);
+    EXPECT_TRUE(Save(edited).has_value());
+    EXPECT_FALSE(std::filesystem::exists(path_));
 }
 
 TEST_F(SaveDetailsTest, AnOggFileIsNeverGivenAnId3Tag) {

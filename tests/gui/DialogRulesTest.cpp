@@ -1,5 +1,6 @@
 #include "gui/GuiTest.h"
 
+#include "editing/frmDetails.h"
 #include "editing/frmFileName.h"
 #include "editing/frmFilesName.h"
 #include "mainwindow/frmAbout.h"
@@ -7,6 +8,7 @@
 #include "scanner/frmRemind.h"
 #include "scanner/frmScanLog.h"
 #include "scanner/frmScanpath.h"
+#include "support/SmallAudio.h"
 #include "tree/frmCategoryName.h"
 #include "tree/frmEditTree.h"
 
@@ -26,7 +28,18 @@ namespace {
 /// What all dialogs have in common.
 class DialogRulesTest : public GuiTest {
 protected:
-    DialogRulesTest() { Start(); }
+    DialogRulesTest() {
+        AddFile("Abba", "One");
+        WriteBytes(folder / "One.mp3", Mp3Bytes("One", "Abba", "Best"));
+        mainModule.Connection->Execute("Update Files set Path = '" + (folder / "One.mp3") + "'");
+        Start();
+        ClickRow(1);
+    }
+
+    DetailsParts Parts() {
+        return {Grid(), Form().Parts().Views, windows->Player(), Form().Parts().Work,
+                [](const std::string&) {}};
+    }
 
     void Open(QDialog& dialog) {
         dialog.show();
@@ -90,8 +103,10 @@ TEST_F(DialogRulesTest, ReturnMeansTheFirstButtonAndEscapeTheOther) {
     EXPECT_EQ(DefaultButton(fileName), "cmsSave");
     frmFilesName filesName(&Form());
     EXPECT_EQ(DefaultButton(filesName), "cmdSave");
+    frmDetails details(Parts(), &Form());
+    EXPECT_EQ(DefaultButton(details), "cmdOK");
     for (QDialog* dialog : std::initializer_list<QDialog*>{&remind, &scanpath, &editTree, &categoryName,
-                                                           &randomPlay, &fileName, &filesName}) {
+                                                           &randomPlay, &fileName, &filesName, &details}) {
         Open(*dialog);
         QTest::keyClick(dialog, Qt::Key_Escape);
         EXPECT_FALSE(dialog->isVisible());
@@ -170,6 +185,19 @@ TEST_F(DialogRulesTest, EveryControlIsReachedByTheKeyboardAlone) {
     EXPECT_EQ(ReachedByTab(filesName),
               (Names{"lstFileNames", "txtChangeName", "cmdChangeName", "cmdChangeUmlauts", "cmdRemoveBrakets",
                      "cmdRemoveNumbers", "cmdReplaceUnderscore", "cmdSave", "cmdCancel"}));
+    frmDetails details(Parts(), &Form());
+    Open(details);
+    const Names shown{"txtPath",    "cmdPlay",      "txtInterpret", "txtTitle",   "txtAlbum",     "txtYear",
+                      "txtComment", "txtPublisher", "txtLanguage",  "txtQuality", "txtFrequency", "txtSize",
+                      "txtLength",  "txtMode",      "txtLayer",     "txtVersion"};
+    const auto with = [&](std::initializer_list<const char*> more) {
+        Names names = shown;
+        names.insert(more.begin(), more.end());
+        return names;
+    };
+    EXPECT_EQ(ReachedByTab(details), with({"txtGenre", "cmdEdit", "cmdOK"}));
+    details.findChild<QPushButton*>(QStringLiteral("cmdEdit"))->click();
+    EXPECT_EQ(ReachedByTab(details), with({"cboGenre", "optID3V1", "cmdSave", "cmdCancel"}));
     frmScanLog log(&Form());
     log.Show();
     Open(log);
@@ -198,9 +226,10 @@ TEST_F(DialogRulesTest, NoDialogOffersToBeMinimised) {
     frmRandomPlay randomPlay(&Form());
     frmFileName fileName(&Form(), Form().Parts().Work);
     frmFilesName filesName(&Form());
+    frmDetails details(Parts(), &Form());
     for (const QDialog* dialog :
          std::initializer_list<QDialog*>{&remind, &scanpath, &about, &log, &editTree, &categoryName,
-                                         &randomPlay, &fileName, &filesName}) {
+                                         &randomPlay, &fileName, &filesName, &details}) {
         EXPECT_FALSE(dialog->windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
         EXPECT_EQ(dialog->windowType(), Qt::Dialog);
         EXPECT_EQ(dialog->parentWidget(), &Form()) << "it stays over the main window";
@@ -220,9 +249,12 @@ TEST_F(DialogRulesTest, NoTextIsCutInEitherLanguage) {
         frmRandomPlay randomPlay(&Form());
         frmFileName fileName(&Form(), Form().Parts().Work);
         frmFilesName filesName(&Form());
+        frmDetails details(Parts(), &Form());
+        frmDetails edited(Parts(), &Form());
+        edited.findChild<QPushButton*>(QStringLiteral("cmdEdit"))->click();
         for (QDialog* dialog :
              std::initializer_list<QDialog*>{&remind, &scanpath, &about, &log, &editTree, &categoryName,
-                                             &randomPlay, &fileName, &filesName}) {
+                                             &randomPlay, &fileName, &filesName, &details, &edited}) {
             Open(*dialog);
             EXPECT_EQ(CutTexts(*dialog), std::vector<std::string>{})
                 << language << " " << FromQString(dialog->objectName());

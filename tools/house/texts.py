@@ -29,6 +29,8 @@ ALLOWED = {
     ("src/editing/FileDetails.cpp", " min"): "a unit",
     ("src/editing/SaveDetails.cpp", "AlbumID:"): "a part of a key",
     ("src/editing/SaveDetails.cpp", "InterID:"): "a part of a key",
+    ("src/editing/frmDetails.cpp", "ID3v1"): "the name of a kind of tag",
+    ("src/editing/frmDetails.cpp", "ID3v2"): "the name of a kind of tag",
     ("src/mainwindow/LocateDatabase.cpp", "Quavernet Database/"): "a folder",
     ("src/mainwindow/MainStatusBar.cpp", "100000 Interpreten"): "a measure, never shown",
     ("src/mainwindow/MainStatusBar.cpp", "100000 Tracks"): "a measure, never shown",
