@@ -10,7 +10,7 @@ PACKAGES_RUN=(qt6-qpa-plugins qt6-translations-l10n libqt6svg6 libqt6dbus6 libmp
 PACKAGES_SCREEN=(xvfb openbox xdotool imagemagick x11-utils)
 
 # Tests: frameworks, real encoders and decoders, checkers, and the locales that some tests run under.
-PACKAGES_TEST=(libgtest-dev libgmock-dev vorbis-tools sox libsox-fmt-base libsox-fmt-mp3 mpg123 python3-mutagen ffmpeg
+PACKAGES_TEST=(libgtest-dev libgmock-dev vorbis-tools sox libsox-fmt-base libsox-fmt-mp3 mpg123 python3-mutagen eyed3 id3v2 ffmpeg
     dbus libglib2.0-bin playerctl pulseaudio sqlite3 clang-format cppcheck desktop-file-utils appstream locales)
 
 # The command prefix that makes us root; fails with a sentence if there is no way.
