@@ -322,8 +322,10 @@ TEST_F(SaveDetailsTest, AnOggSaveWritesTheSixAndTheKeptCommentsAndLeavesTheLibra
 TEST_F(SaveDetailsTest, AnOggSaveReachesTheFileAndKeepsWhatTheDialogDoesNotEdit) {
     OggCommentWriter writer(RealFiles());
     services.oggComments = &writer;
-    const std::vector<std::string> old{"TRACKNUMBER=7", "title=alt", "LYRICS=a\nb", "ALBUMARTIST=x",
-                                       "METADATA_BLOCK_PICTURE=dateALBUM"};
+    // Three bytes that make the word "date" in the text of a picture.
+    const std::string picture = PictureComment(3, "image/png", "", "x\x75\xAB\x5E");
+    ASSERT_THAT(picture, HasSubstr("date"));
+    const std::vector<std::string> old{"TRACKNUMBER=7", "title=alt", "LYRICS=a\nb", "ALBUMARTIST=x", picture};
     EditedDetails edited = Open(AddBytes("a.ogg", WithComments(EncodedOgg::Stereo(), old)));
     edited.Texts = {"Lied", "Künstler", "Größe", "1999", "Rock", "Wort", ""};
     ExpectSaved(edited);
