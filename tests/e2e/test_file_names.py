@@ -63,10 +63,10 @@ class FileNamesTest(ProgramTest):
         return [window for window in mine if min(self.desktop.geometry(window)[2:]) > 20 and
                 "window state" not in self.desktop.ask("xprop", "-id", window, "WM_STATE")]
 
-    def open_dialog(self, picture):
+    def open_dialog(self, downs, picture):
         self.click(ROW_1, button=3)
         wait_until("the list's menu", self.popups)
-        self.desktop.key(*["Down"] * 4, "Return")  # details, play, swap, file name
+        self.desktop.key(*["Down"] * downs, "Return")
         self.desktop.activate(self.desktop.window(DIALOG))
         self.desktop.picture(picture)
 
@@ -86,7 +86,7 @@ class FileNamesTest(ProgramTest):
         self.make_category()
 
         self.click(ROW_1)
-        self.open_dialog("file-names-1-one")
+        self.open_dialog(4, "file-names-1-one")  # details, play, swap, file name
         self.desktop.key(*["Tab", "space"] * 4)
         self.desktop.picture("file-names-2-cleaned-up")
         self.assertEqual(self.on_disk(), sorted(NAMES))
@@ -99,7 +99,7 @@ class FileNamesTest(ProgramTest):
         # The second and the third song; the right button leaves them selected.
         self.click(ROW_1)
         self.desktop.key("Down", "shift+Down")
-        self.open_dialog("file-names-3-several")
+        self.open_dialog(3, "file-names-3-several")  # details are grey
         self.desktop.key("Down", "Tab", "End", *["BackSpace"] * 7)  # the first one's "(x).mp3"
         self.desktop.type("new")
         self.desktop.key("Return", *["Tab"] * 5, "space")           # underscores
