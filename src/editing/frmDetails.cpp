@@ -178,10 +178,13 @@ void frmDetails::SetEditMode(EditMode mode) {
     ShowGenreBox(editing && !m_file.IsOgg() && !m_ui->optID3V2->isChecked());
 }
 
+// One goes before the other comes: the dialog would grow to have room for both.
 void frmDetails::ShowGenreBox(bool shown) {
-    m_ui->cboGenre->setVisible(shown);
-    m_ui->txtGenre->setVisible(!shown);
-    m_ui->Label5->setBuddy(shown ? static_cast<QWidget*>(m_ui->cboGenre) : m_ui->txtGenre);
+    QWidget* const comes = shown ? static_cast<QWidget*>(m_ui->cboGenre) : m_ui->txtGenre;
+    QWidget* const goes = shown ? static_cast<QWidget*>(m_ui->txtGenre) : m_ui->cboGenre;
+    goes->hide();
+    comes->show();
+    m_ui->Label5->setBuddy(comes);
 }
 
 void frmDetails::OptionChosen(bool id3v1) {

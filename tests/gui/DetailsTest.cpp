@@ -248,6 +248,17 @@ TEST_F(DetailsTest, Version1TakesItsGenreFromTheListAndVersion2FromTheField) {
     EXPECT_EQ(Part<QComboBox>("cboGenre").count(), 149) << "cleared before it is filled again";
 }
 
+TEST_F(DetailsTest, TheGenreBoxTakesThePlaceOfTheFieldAndTheDialogKeepsItsSize) {
+    OpenTagged();
+    const QSize size = dialog->size();
+    Click("cmdEdit");
+    EXPECT_EQ(dialog->size(), size);
+    Part<QRadioButton>("optID3V2").click();
+    Part<QRadioButton>("optID3V1").click();
+    Click("cmdCancel");
+    EXPECT_EQ(dialog->size(), size);
+}
+
 TEST_F(DetailsTest, AVersion2FileIsSavedAsVersion2WithTheGenreThatWasTyped) {
     OpenVersion2();
     EXPECT_TRUE(Part<QRadioButton>("optID3V2").isChecked());
