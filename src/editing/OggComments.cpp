@@ -1,6 +1,7 @@
 #include "editing/OggComments.h"
 
 #include "app/TextHelpers.h"
+#include "inspect/OggInfoText.h"
 
 #include <algorithm>
 #include <array>
@@ -10,20 +11,14 @@ namespace quavernet {
 
 namespace {
 
-// A picture is a comment too, made of letters and digits in which any short word stands sooner or later.
-bool IsPictureData(std::string_view comment) {
-    const std::string_view key = comment.substr(0, comment.find('='));
-    return EqualsIgnoringCase(key, "METADATA_BLOCK_PICTURE") || EqualsIgnoringCase(key, "COVERART");
-}
-
 // The words are looked for anywhere in the first line, in key and text, so that "ALBUMARTIST=..." goes as
 // "ARTIST=..." does. Further lines belong to the comment that they end.
 bool IsKeptComment(std::string_view comment) {
     constexpr std::array<std::string_view, 6> Words{"TITLE", "ARTIST", "GENRE", "ALBUM", "DATE", "COMMENT"};
     const std::string_view line = comment.substr(0, comment.find('\n'));
-    return IsPictureData(comment) || std::none_of(Words.begin(), Words.end(), [line](std::string_view word) {
-               return ContainsIgnoringCase(line, word);
-           });
+    return IsPictureComment(comment) ||
+           std::none_of(Words.begin(), Words.end(),
+                        [line](std::string_view word) { return ContainsIgnoringCase(line, word); });
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "app/TextHelpers.h"
+#include "platform/Ascii.h"
 #include "platform/OggInfoTool.h"
 #include "platform/RegionalSettings.h"
 #include "platform/RuntimeError.h"
@@ -97,6 +98,9 @@ public:
     explicit OutputReader(bool clearing) : m_clearing(clearing) {}
 
     void TakeLine(std::string_view text) {
+        if (!m_clearing && IsPictureComment(text)) {
+            return;
+        }
         const Line line(text);
         Take(line.After("PROCESSING FILE", 2), [&](std::string_view value) { TakePath(value); });
         Take(line.BehindExact("Nominal bitrate:", 1),
@@ -175,6 +179,12 @@ private:
 };
 
 } // namespace
+
+bool IsPictureComment(std::string_view comment) {
+    std::string_view key = comment.substr(0, comment.find('='));
+    key.remove_prefix(key.starts_with('\t') ? 1 : 0); // As the tool sets comments in.
+    return EqualsIgnoringCase(key, "METADATA_BLOCK_PICTURE") || EqualsIgnoringCase(key, "COVERART");
+}
 
 std::vector<OggFileInfo> ReadOggInfo(std::string_view output) {
     OutputReader reader(true);

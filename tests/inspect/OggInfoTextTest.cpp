@@ -243,6 +243,15 @@ TEST(OggInfoTextTest, TheDetailsOfOneFileAreNeverCleared) {
     EXPECT_EQ(file.title, "t");
 }
 
+TEST(OggInfoTextTest, APictureTakesNoTextFromTheDetails) {
+    const auto file = ReadOggDetails("Processing file \"/a.ogg\"...\n\tDATE=1999\n"
+                                     "\tmetadata_block_picture=AAdateAA\n\tCOVERART=titleAA\n");
+    EXPECT_EQ(file.year, "1999");
+    EXPECT_EQ(file.title, "");
+    EXPECT_TRUE(IsPictureComment("METADATA_BLOCK_PICTURE=x"));
+    EXPECT_FALSE(IsPictureComment("COVERARTMIME=image/png"));
+}
+
 TEST(OggInfoTextTest, ALineThatCannotBeReadLeavesItsValueInTheDetailsAndAllOthersCount) {
     const auto file = ReadOggDetails("Processing file \"/a.ogg\"...\nPlayback length: 1m:05.000s\n"
                                      "Playback length: 547m:00.000s\nPlayback length: xm:00.000s\n"
