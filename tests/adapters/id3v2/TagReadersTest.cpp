@@ -60,7 +60,7 @@ show("eyeD3", tag.title, tag.artist, tag.album, str(tag.getBestDate()), tag.comm
 output = subprocess.run(["ffprobe", "-v", "error", "-show_entries", "format_tags", "-of", "json=string_validation=ignore", path],
                         capture_output=True, check=True).stdout.decode("cp1252")
 tags = json.loads(output)["format"]["tags"]
-show("ffprobe", *[tags[name] for name in ("title", "artist", "album", "date", "comment", "genre")])
+show("ffprobe", *[tags.get(name, "") for name in ("title", "artist", "album", "date", "comment", "genre")])
 )";
 
 class TagReadersTest : public LogicTest {
