@@ -33,9 +33,10 @@ def held_back():
 
 
 def end_cleanly():
-    """Takes over the signals that end a program."""
+    """Takes over the signals that end a program, but for those that its starter wants ignored (nohup)."""
     for number in ENDING:
-        signal.signal(number, _note)
+        if signal.getsignal(number) is not signal.SIG_IGN:
+            signal.signal(number, _note)
 
 
 def _note(number, _):

@@ -135,13 +135,12 @@ class Target:
 
 
 def lock(descriptor):
-    """As long as somebody has the file open, lame too, it is no leftover. False if somebody else has it."""
+    """As long as somebody has the file open, lame too, it is no leftover. False if somebody else has it, or if the file
+    system knows no locks: leftovers stay there."""
     try:
         fcntl.flock(descriptor, fcntl.LOCK_EX | fcntl.LOCK_NB)
-    except BlockingIOError:
-        return False
     except OSError:
-        pass  # A file system without locks.
+        return False
     return True
 
 

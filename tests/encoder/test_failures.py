@@ -137,8 +137,8 @@ class FailuresTest(EncoderTest):
                                 preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (size, size)))
             self.assertEqual(said, f"bladeenc: {source}: Auf dem Datenträger ist kein Platz mehr.\n")
             self.expect_nothing_made("a.wav", "b.wav")
-        said = self.refused("-128", "-delete", source, other,
-                            preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (30000, 30000)))
+        self.refused("-128", "-delete", source, other,
+                     preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (30000, 30000)))
         self.assertEqual(self.music_names(), ["a.wav", "b.mp3"])
 
     def start(self, *arguments):
@@ -224,9 +224,18 @@ class FailuresTest(EncoderTest):
                 self.expect_nothing_made("a.wav")
         self.assertEqual(content(source), before)
 
-    def test_a_full_disk_leaves_nothing_compiled_behind(self):
+    def test_a_full_disk_leaves_no_compiled_files(self):
         self.encode(self.tone("a.wav", 0.1))
         self.assertNotIn("__pycache__", os.listdir(os.path.join(os.path.dirname(BLADEENC), "encoder")))
+
+    def test_a_reader_that_has_gone_changes_no_exit_code(self):
+        read, write = os.pipe()
+        os.close(read)
+        with os.fdopen(write, "wb") as gone:
+            run = subprocess.run([BLADEENC, "-128", self.tone("a.wav")], env=self.environment, stdin=subprocess.DEVNULL,
+                                 stdout=gone, stderr=subprocess.PIPE, cwd=self.music)
+        self.assertEqual((run.returncode, run.stderr), (0, b""))
+        self.assertEqual(self.music_names(), ["a.mp3", "a.wav"])
 
     def test_it_works_without_any_channel(self):
         source = self.tone("a.wav", 0.1)
