@@ -4,6 +4,7 @@
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/OpenWithShell.h"
+#include "app/ShowBox.h"
 #include "app/TextNumbers.h"
 #include "library/SqlQuote.h"
 #include "playback/AskForPlaylist.h"
@@ -187,8 +188,14 @@ void PlayQueue::cmdCreatePlaylist_Click() {
 void PlayQueue::SavePlaylist(const std::string& path) {
     try {
         WritePlayerPlaylist(path);
-    } catch (const RuntimeError&) {
-        Outside([] { ShowExclamation(Texts::OpenFailed, Texts::SavingCancelled); });
+    } catch (const RuntimeError& failure) {
+        Outside([&] {
+            if (failure.Number() == ErrorNumber::DiskFull) {
+                ShowBox(FailureText(failure), Texts::SavingCancelled, MsgBox::Icon::Critical);
+            } else {
+                ShowExclamation(Texts::OpenFailed, Texts::SavingCancelled);
+            }
+        });
     }
 }
 

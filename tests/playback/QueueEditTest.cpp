@@ -1,6 +1,7 @@
 #include "playback/PlayQueueTest.h"
 
 #include "playback/ShuffledOrder.h"
+#include "support/FileSizeLimit.h"
 #include "support/TestFiles.h"
 
 #include <algorithm>
@@ -11,6 +12,7 @@ namespace quavernet::test {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 class QueueEditTest : public PlayQueueTest {
@@ -320,6 +322,17 @@ TEST_F(QueueEditTest, APlaylistThatCannotBeWrittenIsToldAndTheQueueStays) {
     dialogs.file = music / "List.m3u";
     queue.cmdCreatePlaylist_Click();
     EXPECT_THAT(msgBox.shown, IsEmpty());
+}
+
+TEST_F(QueueEditTest, AFullDiskIsNamedWhenAPlaylistIsSaved) {
+    Fill(2);
+    dialogs.file = music / "List.m3u";
+    const FileSizeLimit limit(4);
+    queue.cmdCreatePlaylist_Click();
+    ASSERT_EQ(msgBox.shown.size(), 1U);
+    EXPECT_THAT(msgBox.shown[0].text, HasSubstr("61"));
+    EXPECT_EQ(msgBox.shown[0].title, "Speichern abgebrochen");
+    EXPECT_FALSE(std::filesystem::exists(music / "List.m3u"));
 }
 
 TEST_F(QueueEditTest, TheListIsEmptiedBeforeThePathsButForARandomPlay) {
