@@ -25,6 +25,8 @@ RenamedFile ListedFile(std::int32_t row) {
 
 std::string RenameListedFile(std::int32_t row, const RenamedFile& file, const std::string& name) {
     const std::string newPath = file.Folder + name;
+    // Taken before the disk changes: while another program writes to the library, the file keeps its name.
+    const ADODB::WriteLock writeLock(*mainModule.Connection);
     IgnoreFailure([&] { services.fileSystem->RenameFile(mainModule.FilePaths.Item(row), newPath); });
     if (CanBeTold(file, name)) {
         mainModule.Connection->Execute("Update Files set Path = '" + SqlQuote(newPath) + "',  Name = '" +

@@ -7,7 +7,7 @@
 
 namespace quavernet {
 
-/// What MainModule tells of one row, and the state that the row's new name makes of it.
+/// The path of a listed file as folder and name.
 struct RenamedFile {
     std::string Folder; ///< With its final "/".
     std::string OldName;

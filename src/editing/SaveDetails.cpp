@@ -116,8 +116,10 @@ void SaveInLibrary(const std::string& path, const EditedDetails& edited) {
 bool IsWriteProtected(const std::string& path) {
     try {
         services.files->Open(path, BinaryFile::Access::ReadWrite);
-    } catch (const RuntimeError& error) {
-        return error.Number() == ErrorNumber::PathFileAccess;
+    } catch (const OpenError& error) {
+        return error.Number() == ErrorNumber::PathFileAccess && error.IsPlainFile();
+    } catch (const RuntimeError&) {
+        return false;
     }
     return false;
 }
@@ -169,11 +171,11 @@ void ReloadAfterSave(GridSelection& grid, LibraryViews& views) {
 
 std::optional<std::string> CoverKey(const std::string& performer, const std::string& album) {
     const auto interId =
-        FirstKey("Select Inter_id from Interpret where Interpret = '" + SqlQuote(performer) + "'");
+        FirstKey("Select Inter_id from Interpret where Interpret = '" + Quoted(performer) + "'");
     if (!interId) {
         return std::nullopt;
     }
-    const auto albumId = FirstKey("Select Album_id from Albums where Name = '" + SqlQuote(album) + "'");
+    const auto albumId = FirstKey("Select Album_id from Albums where Name = '" + Quoted(album) + "'");
     if (!albumId) {
         return std::nullopt;
     }

@@ -1,5 +1,5 @@
-// A text box of the details dialog: read-only in the colour of buttons, or white and open for typing. Its
-// form hands it the texts of tags, of any length and in any bytes.
+// A text box of the details dialog: read-only in the colour of buttons, or open for typing in the colour of
+// text fields. Its form hands it the texts of tags, of any length and in any bytes.
 #pragma once
 
 #include <QLineEdit>

@@ -187,8 +187,9 @@ void frmDetails::ShowGenreBox(bool shown) {
     m_ui->Label5->setBuddy(comes);
 }
 
+// They say nothing of an Ogg file, whose genre is what was typed.
 void frmDetails::OptionChosen(bool id3v1) {
-    if (m_showing) {
+    if (m_showing || m_file.IsOgg()) {
         return;
     }
     if (id3v1) {
@@ -262,9 +263,13 @@ void frmDetails::lblCover_Click() {
         return;
     }
     OneAtATime([this] {
-        const HourglassPointer hourglass;
-        services.events->DoEvents();
-        if (const auto key = CoverKey(m_ui->txtInterpret->Text(), m_ui->txtAlbum->Text())) {
+        std::optional<std::string> key;
+        {
+            const HourglassPointer hourglass;
+            services.events->DoEvents();
+            key = CoverKey(m_ui->txtInterpret->Text(), m_ui->txtAlbum->Text());
+        }
+        if (key) {
             m_parts.ShowCovers(*key);
         }
     });
@@ -284,7 +289,7 @@ bool frmDetails::DragPath(const QEvent& event) {
         return false;
     }
     const int distance = (mouse.position().toPoint() - m_pressed).manhattanLength();
-    if (distance >= QApplication::startDragDistance() && !m_acting) {
+    if (distance >= QApplication::startDragDistance()) {
         OneAtATime([this] { DragFiles(*m_ui->txtPath, FilesToOffer({m_file.Path()}), "Play"); });
     }
     return true;

@@ -61,6 +61,8 @@ void frmFilesName::ConnectControls() {
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
     m_ui->lstFileNames->installEventFilter(this);
     new EnterKey(m_ui->txtChangeName, [this] { cmdChangeName_Click(); });
+    // In the list Enter leads to the field: all files at once are renamed by the button alone.
+    new EnterKey(m_ui->lstFileNames, [this] { m_ui->txtChangeName->setFocus(); });
 }
 
 void frmFilesName::FillList() {

@@ -235,6 +235,15 @@ TEST_F(FileNameEditorTest, TheRenameComesBeforeTheStatementAndTheListAfterIt) {
     EXPECT_THAT(calls, IsEmpty());
 }
 
+TEST_F(FileNameEditorTest, WhileAnotherProgramWritesToTheLibraryTheFileKeepsItsName) {
+    AddFile("a.mp3");
+    RecordingConnection& connection = Record();
+    connection.failLock = true;
+    EXPECT_EQ(NumberOf([&] { Save(1, "b.mp3"); }), 2);
+    EXPECT_EQ(OnDisk(), (Texts{"a.mp3=a.mp3"}));
+    EXPECT_EQ(InList(), (Texts{"a.mp3|~/a.mp3"}));
+}
+
 TEST_F(FileNameEditorTest, AnEntryOfTheTreeShowsTheNewNameAndKeepsTheOldOne) {
     AddFile("a.mp3");
     Execute(

@@ -341,6 +341,17 @@ TEST_F(DetailsTest, AWaveFileCannotBeEdited) {
     EXPECT_FALSE(dialog->isVisible());
 }
 
+TEST_F(DetailsTest, TheVersionOfATagSaysNothingOfAnOggFile) {
+    OpenOgg();
+    const std::string genre = TextOf("txtGenre");
+    Click("cmdEdit");
+    for (const char* option : {"optID3V1", "optID3V2", "optID3V1"}) {
+        Part<QRadioButton>(option).click();
+        ExpectGenreBox(false);
+        EXPECT_EQ(TextOf("txtGenre"), genre);
+    }
+}
+
 TEST_F(DetailsTest, AnOggFileIsSavedUnderTheHourglassAndTheLibraryStays) {
     OpenOgg();
     EXPECT_EQ(TextOf("txtInterpret"), "Künstler");

@@ -145,9 +145,11 @@ protected:
         return component->TagField(field);
     }
 
+    QObject m_context; ///< With it go the timers of WhenModal.
+
     /// Runs once when a dialog is open, and closes it afterwards. Events run before it comes up.
-    static void WhenModal(const std::function<void(QWidget&)>& action) {
-        QTimer::singleShot(1, [action] {
+    void WhenModal(const std::function<void(QWidget&)>& action) {
+        QTimer::singleShot(1, &m_context, [this, action] {
             if (QWidget* modal = QApplication::activeModalWidget()) {
                 action(*modal);
                 modal->close();

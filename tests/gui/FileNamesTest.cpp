@@ -323,6 +323,19 @@ TEST_F(FileNamesTest, OneOfSeveralNamesIsChangedByHand) {
     EXPECT_EQ(OnDisk(), (Texts{"new.ogg", "other.mp3"}));
 }
 
+TEST_F(FileNamesTest, EnterInTheListRenamesNothing) {
+    StartWith({"a1.mp3", "b.mp3"});
+    ClickRow(1);
+    ClickRow(2, Qt::ShiftModifier);
+    EXPECT_TRUE(InDialog("mnuKontextFilename", [&] {
+        ClickItem(0);
+        Click("cmdRemoveNumbers");
+        QTest::keyClick(&List(), Qt::Key_Return);
+        EXPECT_EQ(dialog->focusWidget(), &Field("txtChangeName"));
+    }));
+    EXPECT_EQ(OnDisk(), (Texts{"a1.mp3", "b.mp3"}));
+}
+
 TEST_F(FileNamesTest, TheKeyboardAloneSelectsNames) {
     StartWith({"a.mp3", "b.mp3", "c.mp3"});
     ClickRow(1);

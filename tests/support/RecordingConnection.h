@@ -59,7 +59,12 @@ public:
         m_real->Backup();
     }
 
-    void LockWrites() override { m_real->LockWrites(); }
+    void LockWrites() override {
+        if (failLock) {
+            throw RuntimeError(2, "another program writes");
+        }
+        m_real->LockWrites();
+    }
     void UnlockWrites() noexcept override { m_real->UnlockWrites(); }
 
     /// Statements that begin with `start`.
@@ -74,6 +79,7 @@ public:
     std::function<void(const std::string&)> onStatement; ///< Runs before the statement is passed on.
     int commits = 0;
     bool failBackup = false;
+    bool failLock = false;
     std::optional<LibraryFault> backupFault;
     std::string failOn; ///< Statements that begin with this text fail; empty: none.
     std::string hide;   ///< Queries that begin with this text find nothing
