@@ -1,5 +1,6 @@
 // Loads any bytes as a playlist into the player. The files that are there are a few known ones, so that a
 // slow second reading can tell which entries must come, and nothing else may be looked up.
+#include "app/ScopedValue.h"
 #include "playback/PlayQueue.h"
 #include "support/RecordingPlayerView.h"
 #include "support/ScriptedPlayer.h"
@@ -57,7 +58,7 @@ private:
 /// Whatever bytes a file's path has: it is written on one line, which names it and nothing else.
 void RequireThatItsLineNamesIt(const std::string& path) {
     OneFile file(path);
-    services.fileSystem = &file;
+    const ScopedValue<FileSystemObject*> known(services.fileSystem, &file);
     const std::string line = LineOfFile(path);
     Require(line.find_first_of("\r\n") == std::string::npos);
     const bool isWritten = path.find('\0') == std::string::npos && path.find("//") == std::string::npos &&

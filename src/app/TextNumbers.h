@@ -25,9 +25,10 @@ inline constexpr std::int32_t RandomCountAdvice = 789; ///< How its count become
 inline constexpr std::int32_t NoAlbum = 328; ///< The album of a file that names none.
 inline constexpr std::int32_t Unknown = 347; ///< The title or performer of a file that names none.
 
-inline constexpr std::int32_t WaveNotSaved = 331;   ///< Captions of the details: a WAV file without a tag,
-inline constexpr std::int32_t OnlyId3v1Saved = 332; ///< another file without one,
-inline constexpr std::int32_t WaveNotEdited = 333;  ///< and any WAV file that the library knows.
+inline constexpr std::int32_t WaveNotSaved =
+    331; ///< A caption of the details: a file named .wav, listed under another format.
+inline constexpr std::int32_t OnlyId3v1Saved = 332; ///< Any other file without a tag.
+inline constexpr std::int32_t WaveNotEdited = 333;  ///< A WAV file.
 inline constexpr std::int32_t DetailsFileMissing = 334;
 inline constexpr std::int32_t DetailsNotShown = 335; ///< The title above the one before.
 inline constexpr std::int32_t WriteProtected = 444;

@@ -39,12 +39,12 @@ struct OggFileInfo {
 std::vector<OggFileInfo> ReadOggInfo(std::string_view output);
 
 /// The same for an output about one file, in which nothing is ever cleared. A line that can't be read leaves
-/// its value as it was: a file of ten hours has no play length, and all else can be seen. Pictures are passed
+/// its value as it was: a file too long for the length has none, and all else is shown. Pictures are passed
 /// over: the texts go back into the file, and a cover must not leave it without its year.
 OggFileInfo ReadOggDetails(std::string_view output);
 
-/// Whether a comment is a picture: one made of letters and digits, in which any short word turns up sooner or
-/// later. A tab before the key is passed over.
+/// Whether a comment is a picture, whose encoded bytes can hold any short word by chance. A tab before the
+/// key is passed over.
 bool IsPictureComment(std::string_view comment);
 
 } // namespace quavernet

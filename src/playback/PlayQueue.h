@@ -53,7 +53,7 @@ public:
     /// Number of the entry that counts as current, 0 before the first one was chosen. There need not be such
     /// an entry, and keys move the number while another one plays.
     std::int16_t CurrentTrack() const { return m_currentTrack; }
-    bool Paused() const { return m_paused; }   ///< cmdPause has paused the engine. A stop does not end it.
+    bool Paused() const { return m_paused; }   ///< cmdPause has paused the engine. Still true after a stop.
     bool Stopped() const { return m_stopped; } ///< cmdStop has stopped it, and nothing has played since.
 
     // Fills. None starts anything. A failure ends a fill silently; entries already made stay.

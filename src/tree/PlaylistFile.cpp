@@ -33,7 +33,8 @@ std::string Address(std::string_view path) {
     return address;
 }
 
-// Two digits become a byte; what is none goes, and shows when the path is written again.
+// "%" and two hexadecimal digits become a byte. A wrong pair is left out: the path then makes another
+// address, which shows that the line was none of ours.
 std::string PathOfAddress(std::string_view address) {
     std::string path;
     for (std::size_t i = Scheme.size(); i < address.size(); ++i) {

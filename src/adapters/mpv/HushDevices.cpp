@@ -22,7 +22,12 @@ void Ignore(const char*, int, const char*, int, const char*, ...) {}
 /// The function of a library that is loaded already; null if it is not.
 template <typename Function> Function Loaded(const char* library, const char* name) {
     void* handle = ::dlopen(library, RTLD_LAZY | RTLD_NOLOAD);
-    return handle == nullptr ? nullptr : reinterpret_cast<Function>(::dlsym(handle, name));
+    if (handle == nullptr) {
+        return nullptr;
+    }
+    const auto function = reinterpret_cast<Function>(::dlsym(handle, name));
+    ::dlclose(handle); // Its owner keeps it loaded.
+    return function;
 }
 
 } // namespace

@@ -16,8 +16,7 @@ std::span<const ElfW(Phdr)> SegmentsOf(const dl_phdr_info& object) {
     return {object.dlpi_phdr, object.dlpi_phnum};
 }
 
-// The loader writes into the code of a library that was not made to lie anywhere; such pages are nowhere
-// else.
+// The loader changes the code of a library with text relocations. These changes are in memory alone.
 bool HasChangedCode(const dl_phdr_info& object) {
     for (const ElfW(Phdr) & segment : SegmentsOf(object)) {
         if (segment.p_type == PT_DYNAMIC) {

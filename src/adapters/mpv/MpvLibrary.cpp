@@ -15,11 +15,11 @@ namespace {
 // Lazy: to bind all functions of all its libraries at once would take twice as long.
 constexpr int HowToLoad = RTLD_LAZY | RTLD_LOCAL;
 
-void* Load(const std::string& name) {
+// Null if it can't be loaded.
+void Load(const std::string& name, void*& library) {
     const LoadedObjects before = ObjectsInMemory();
-    void* library = ::dlopen(name.c_str(), HowToLoad);
+    library = ::dlopen(name.c_str(), HowToLoad);
     GiveBackPages(before);
-    return library;
 }
 
 [[noreturn]] void FailToLoad(const std::string& name) {
@@ -37,7 +37,8 @@ template <typename Function> void Find(void* library, const char* name, Function
 } // namespace
 
 Library::Library(const std::string& name) {
-    void* library = Load(name);
+    void* library = nullptr;
+    Load(name, library);
     if (library == nullptr) {
         FailToLoad(name);
     }
@@ -57,8 +58,10 @@ Library::Library(const std::string& name) {
 
 void Library::LoadAhead(const std::string& name) {
     try {
-        // It stays loaded: nobody needs what tells that it is.
-        std::thread([name] { (void)Load(name); }).detach();
+        std::thread([name] {
+            void* staysLoaded = nullptr;
+            Load(name, staysLoaded);
+        }).detach();
     } catch (const std::system_error&) {
         // No thread to be had: the first file loads it.
     }

@@ -12,7 +12,7 @@
 
 namespace quavernet {
 
-/// First of the 128 characters that stand for the bytes from 128 on: their values are added to the base.
+/// A byte b from 128 on is the character LoneByteBase + b.
 inline constexpr char16_t LoneByteBase = 0xDC00;
 
 inline QString ToNameText(std::string_view name) {

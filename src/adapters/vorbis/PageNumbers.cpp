@@ -31,13 +31,15 @@ constexpr std::uint32_t Product(std::uint32_t a, std::uint32_t b) {
 }
 
 // x^8, x^16, x^32 and so on: what 1, 2, 4 and so many bytes make of a checksum if they are all 0.
-constexpr std::array<std::uint32_t, 16> ZeroBytes = [] {
+constexpr std::array<std::uint32_t, 16> ZeroByteFactors() {
     std::array<std::uint32_t, 16> factors{1 << 8};
     for (std::size_t i = 1; i < factors.size(); ++i) {
         factors[i] = Product(factors[i - 1], factors[i - 1]);
     }
     return factors;
-}();
+}
+
+constexpr std::array<std::uint32_t, 16> ZeroBytes = ZeroByteFactors();
 
 // The checksum of a page in which only these bits of the number are set.
 std::uint32_t ChecksumOfNumber(std::uint32_t bits, std::size_t pageSize) {
