@@ -92,6 +92,19 @@ class Desktop:
     def activate(self, window):
         self.ask("xdotool", "windowactivate", "--sync", window)
 
+    def window_after_key(self, window, key, title):
+        """Presses a key in a window until it brings up another one: on a busy machine the first may come too early."""
+        for _ in range(3):
+            self.activate(window)
+            self.key(key)
+            end = time.monotonic() + WAIT / 3
+            while time.monotonic() < end:
+                found = self.windows(title)
+                if found:
+                    return found[0]
+                time.sleep(0.1)
+        raise AssertionError(f"{key} brings up no window {title!r}")
+
     def close_window(self, title):
         """Closes the window as its frame's button does, and waits until it has gone."""
         self.activate(self.window(title))
@@ -233,9 +246,7 @@ class ProgramTest(unittest.TestCase):
 
     def scan(self, window, folder):
         """Ctrl+S, then the folder into the dialog."""
-        self.desktop.activate(window)
-        self.desktop.key("ctrl+s")
-        dialog = self.desktop.window("^Wählen Sie einen Ordner$")
+        dialog = self.desktop.window_after_key(window, "ctrl+s", "^Wählen Sie einen Ordner$")
         self.desktop.activate(dialog)
         self.desktop.type(folder + "/")
         self.desktop.key("Return")
