@@ -183,6 +183,7 @@ class ProgramTest(unittest.TestCase):
         self.addCleanup(self.desktop.close)
         self.library = Library(self.home)
         self.program = None
+        self.step = 0
 
     def tearDown(self):
         self.desktop.picture(self.id().split(".")[-1] + "-end")
@@ -251,6 +252,25 @@ class ProgramTest(unittest.TestCase):
         self.desktop.type(folder + "/")
         self.desktop.key("Return")
         wait_until("the folder dialog to go", lambda: not self.desktop.windows("^Wählen Sie einen Ordner$"))
+
+    def await_scan(self, window, count):
+        """Until the first scan has stored so many files and has given the window's title back: while it runs, the title
+        ends in a dash or in a percentage, and no other command acts."""
+        wait_until("the scan", lambda: len(self.library.files()) == count)
+        wait_until("the end of the scan", lambda: self.desktop.title(window)[-1:] not in ("", "-", "%"))
+
+    def popups(self):
+        """Windows of the program that the window manager does not manage: its open menus."""
+        mine = self.desktop.ask("xdotool", "search", "--onlyvisible", "--pid", self.program.pid).split()
+        return [window for window in mine if min(self.desktop.geometry(window)[2:]) > 20 and
+                "window state" not in self.desktop.ask("xprop", "-id", window, "WM_STATE")]
+
+    def click(self, place, button=1, repeat=1):
+        """A click into the main window, `self.window`, each time a bit elsewhere: two clicks in one place are a double click."""
+        self.step = 20 - self.step
+        self.desktop.activate(self.window)
+        self.desktop.ask("xdotool", "mousemove", "--window", self.window, place[0] + self.step, place[1],
+                         "click", "--repeat", repeat, "--delay", 60, button)
 
     def ended(self):
         """Waits for the program's end; its exit code."""

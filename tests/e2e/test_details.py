@@ -23,15 +23,14 @@ class DetailsTest(ProgramTest):
         self.store(ScanLog=0)
         window = self.start()
         self.scan(window, os.path.join(self.home, "Musik"))
-        wait_until("the scan", lambda: sorted(self.library.files()) == sorted(paths))
-        wait_until("the end of the scan", lambda: self.desktop.title(window)[-1] != "-")
+        self.await_scan(window, len(paths))
+        self.assertEqual(sorted(self.library.files()), sorted(paths))
         return window
 
     def open_details(self, window, row, title="^Details"):
         self.desktop.activate(window)
         self.desktop.click(window, ROW_1[0], ROW_1[1] + (row - 1) * ROW_HEIGHT)
-        self.desktop.key("ctrl+i")
-        dialog = self.desktop.window(title)
+        dialog = self.desktop.window_after_key(window, "ctrl+i", title)
         self.desktop.activate(dialog)
         return dialog
 

@@ -13,15 +13,10 @@ TREE = "select F.Position || ',' || F.Parent || ',' || F.Filename || ',' || L.Pa
 
 
 class ExchangeTest(ProgramTest):
-    def popups(self):
-        """Visible windows of the program beside the main window."""
-        mine = self.desktop.ask("xdotool", "search", "--onlyvisible", "--pid", self.program.pid).split()
-        return len([window for window in mine if min(self.desktop.geometry(window)[2:]) > 20]) - 1
-
     def choose(self, window, downs):
         self.desktop.activate(window)
         self.desktop.click(window, *FILE_MENU)
-        wait_until("the menu", lambda: self.popups() >= 1)
+        wait_until("the menu", self.popups)
         self.desktop.key(*["Down"] * downs, "Return")
 
     def answer(self, title, text):

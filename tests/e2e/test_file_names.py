@@ -18,7 +18,6 @@ class FileNamesTest(ProgramTest):
         super().setUp()
         self.record_opener()
         self.folder = os.path.join(self.home, "Musik", "Lieder")
-        self.step = 0
 
     def make_songs(self):
         """Three songs of a second, whose performers are A, B and C."""
@@ -50,19 +49,6 @@ class FileNamesTest(ProgramTest):
         self.assertEqual([os.path.basename(path) for path in paths], self.library.values("select Name from Files"))
         return sorted(os.path.basename(path) for path in paths)
 
-    def click(self, place, button=1, repeat=1):
-        """Each time a bit elsewhere: two clicks in one place are a double click."""
-        self.step = 20 - self.step
-        self.desktop.activate(self.window)
-        self.desktop.ask("xdotool", "mousemove", "--window", self.window, place[0] + self.step, place[1],
-                         "click", "--repeat", repeat, "--delay", 60, button)
-
-    def popups(self):
-        """Windows of the program that the window manager does not manage: its open menus."""
-        mine = self.desktop.ask("xdotool", "search", "--onlyvisible", "--pid", self.program.pid).split()
-        return [window for window in mine if min(self.desktop.geometry(window)[2:]) > 20 and
-                "window state" not in self.desktop.ask("xprop", "-id", window, "WM_STATE")]
-
     def open_dialog(self, downs, picture):
         self.click(ROW_1, button=3)
         wait_until("the list's menu", self.popups)
@@ -80,8 +66,7 @@ class FileNamesTest(ProgramTest):
         self.make_songs()
         self.window = self.start()
         self.scan(self.window, self.folder)
-        wait_until("the scan", lambda: len(self.library.files()) == len(NAMES))
-        wait_until("the end of the scan", lambda: "-" != self.desktop.title(self.window)[-1])
+        self.await_scan(self.window, len(NAMES))
         self.desktop.activate(self.window)
         self.make_category()
 

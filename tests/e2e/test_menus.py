@@ -19,21 +19,16 @@ class MenusTest(ProgramTest):
         settings.read(os.path.join(self.home, ".config", "Greyfinch Labs", "Quavernet.conf"), encoding="utf-8")
         return settings.get("Settings", name, fallback=None)
 
-    def popups(self):
-        """Visible windows of the program beside the main window."""
-        mine = self.desktop.ask("xdotool", "search", "--onlyvisible", "--pid", self.program.pid).split()
-        return len([window for window in mine if min(self.desktop.geometry(window)[2:]) > 20]) - 1
-
     def open_menu(self, window, number):
         self.desktop.activate(window)
         self.desktop.click(window, list(MENUS.values())[number], 12)
-        wait_until("an open menu", lambda: self.popups() >= 1)
+        wait_until("an open menu", self.popups)
 
     def close_menu(self):
         """Escape, once for each open submenu too."""
         def closed():
             self.desktop.key("Escape")
-            return self.popups() == 0
+            return not self.popups()
         wait_until("the menu to go", closed)
 
     def choose(self, window, number, *downs):
@@ -56,9 +51,8 @@ class MenusTest(ProgramTest):
         folder, music = self.make_music()
         window = self.start()
         self.scan(window, folder)
-        wait_until("the scan", lambda: len(self.library.files()) == len(music))
+        self.await_scan(window, len(music))
         log = self.desktop.window("^Scan Log$")
-        wait_until("the end of the scan", lambda: "-" != self.desktop.title(window)[-1])
         self.desktop.activate(log)
         self.desktop.key("alt+F4")
         wait_until("the scan log to go", lambda: not self.desktop.windows("^Scan Log$"))
@@ -97,13 +91,13 @@ class MenusTest(ProgramTest):
         self.desktop.ask("xdotool", "click", "--repeat", 2, "--delay", 60, 1)
         self.desktop.picture("menus-list-sorted")
         self.desktop.click(window, *ROW_1, button=3)
-        wait_until("the context menu", lambda: self.popups() == 1)
+        wait_until("the context menu", lambda: len(self.popups()) == 1)
         # Past details, play, file name, deletion and random play; swap and playlist are grey without a current row.
         self.desktop.key(*["Down"] * 6, "Right")
-        wait_until("its submenu", lambda: self.popups() == 2)
+        wait_until("its submenu", lambda: len(self.popups()) == 2)
         self.desktop.picture("menus-context")
         self.desktop.key("Down", "Return")  # ogg off
-        wait_until("the menu to go", lambda: self.popups() == 0)
+        wait_until("the menu to go", lambda: not self.popups())
         self.desktop.click(window, *LETTER_A)
         self.desktop.picture("menus-letter")
         self.desktop.click(window, *ROW_1)

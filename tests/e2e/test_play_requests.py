@@ -24,7 +24,6 @@ class PlayRequestsTest(ProgramTest):
         self.desktop.environment["TMPDIR"] = self.temporary
         self.record_opener()
         self.calls = 0
-        self.step = 0
         self.folder = os.path.join(self.home, "Musik", "Lieder")
         self.files = []
 
@@ -51,8 +50,7 @@ class PlayRequestsTest(ProgramTest):
         self.make_songs()
         self.window = self.start()
         self.scan(self.window, self.folder)
-        wait_until("the scan", lambda: len(self.library.files()) == len(self.files))
-        wait_until("the end of the scan", lambda: "-" != self.desktop.title(self.window)[-1])
+        self.await_scan(self.window, len(self.files))
         self.desktop.activate(self.window)
         self.make_category()
         self.click(self.node(1))
@@ -72,19 +70,6 @@ class PlayRequestsTest(ProgramTest):
     def node(self, row):
         """Pixels of the main window in the middle of a row of the tree; the root is row 0."""
         return TREE_LEFT, TREE_TOP + ROW_HEIGHT * row
-
-    def click(self, place, button=1, repeat=1):
-        """Each time a bit elsewhere: two clicks in one place are a double click."""
-        self.step = 20 - self.step
-        self.desktop.activate(self.window)
-        self.desktop.ask("xdotool", "mousemove", "--window", self.window, place[0] + self.step, place[1],
-                         "click", "--repeat", repeat, "--delay", 60, button)
-
-    def popups(self):
-        """Windows of the program that the window manager does not manage: its open menus."""
-        mine = self.desktop.ask("xdotool", "search", "--onlyvisible", "--pid", self.program.pid).split()
-        return [window for window in mine if min(self.desktop.geometry(window)[2:]) > 20 and
-                "window state" not in self.desktop.ask("xprop", "-id", window, "WM_STATE")]
 
     def choose(self, place, downs, picture=None):
         """The item of the menu that a right click opens."""

@@ -29,8 +29,7 @@ class PlayerTest(ProgramTest):
         folder, music = self.make_music()
         window = self.start()
         self.scan(window, folder)
-        wait_until("the scan", lambda: len(self.library.files()) == len(music))
-        wait_until("the end of the scan", lambda: "-" != self.desktop.title(window)[-1])
+        self.await_scan(window, len(music))
         self.desktop.close_window("^Scan Log$")
         self.desktop.activate(window)
         return window

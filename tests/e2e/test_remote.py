@@ -46,8 +46,8 @@ class RemoteTest(ProgramTest):
         window = self.start()
         self.assertEqual(self.remote("-l"), "", "nobody is on the bus before there is a player")
         self.scan(window, folder)
-        wait_until("the scan", lambda: self.library.files() == [path])
-        wait_until("the end of the scan", lambda: "-" != self.desktop.title(window)[-1])
+        self.await_scan(window, 1)
+        self.assertEqual(self.library.files(), [path])
         self.desktop.close_window("^Scan Log$")
         self.desktop.activate(window)
 

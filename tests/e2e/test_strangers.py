@@ -106,7 +106,7 @@ class StrangersTest(ProgramTest):
         paths = self.make_strangers()
         window = self.start()
         self.scan(window, self.folder)
-        wait_until("the end of the scan", lambda: self.desktop.title(window)[-1] not in "-%")
+        self.await_scan(window, len(paths))
         self.assertEqual(sorted(self.library.files()), paths)
         for table, column in (("Titel", "Name"), ("Interpret", "Interpret")):
             self.assertLessEqual(set(self.texts), set(self.library.values(f"select {column} from {table}")))

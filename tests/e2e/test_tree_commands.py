@@ -26,14 +26,10 @@ class TreeCommandsTest(ProgramTest):
         """Names of the entries with their positions, in the order of their keys."""
         return self.library.values("select Position || ' ' || Filename from FileCategories order by FileCategory_id")
 
-    def popups(self):
-        mine = self.desktop.ask("xdotool", "search", "--onlyvisible", "--pid", self.program.pid).split()
-        return len([window for window in mine if min(self.desktop.geometry(window)[2:]) > 20]) - 1
-
     def choose(self, row, *keys, picture=None):
         """The item of a node's menu that the keys lead to."""
         self.desktop.click(self.window, *self.node(row), button=3)
-        wait_until("the tree's menu", lambda: self.popups() == 1)
+        wait_until("the tree's menu", self.popups)
         if picture:
             self.desktop.picture(picture)
         self.desktop.key(*keys, "Return")
@@ -108,7 +104,7 @@ class TreeCommandsTest(ProgramTest):
         performer, title = self.library.values(text)[0].split("|")
         self.desktop.click(self.window, *LIST_ROW_1)
         self.desktop.click(self.window, *LIST_ROW_1, button=3)
-        wait_until("the list's menu", lambda: self.popups() == 1)
+        wait_until("the list's menu", self.popups)
         self.desktop.picture("tree-commands-5-list-menu")
         self.desktop.key("Down", "Down", "Down", "Return")  # details, play, swap
         wait_until("the swap", lambda: self.library.values(text) == [f"{title}|{performer}"])
@@ -118,7 +114,7 @@ class TreeCommandsTest(ProgramTest):
         self.desktop.click(self.window, *LIST_ROW_1)
         known = len(self.library.files())
         self.desktop.click(self.window, *LIST_ROW_1, button=3)
-        wait_until("the list's menu", lambda: self.popups() == 1)
+        wait_until("the list's menu", self.popups)
         self.desktop.key(*["Down"] * 5, "Return")  # delete
         wait_until("the row to go", lambda: len(self.library.files()) == known - 1)
         wait_until("its entry to go", lambda: len(self.entries()) == 1)
