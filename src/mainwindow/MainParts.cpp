@@ -4,6 +4,7 @@
 #include "app/PlayerWindow.h"
 #include "browser/ListCommands.h"
 #include "editing/EditingCommands.h"
+#include "extras/ExtrasCommands.h"
 #include "library/LibraryCommands.h"
 #include "mainwindow/MainMenuTable.h"
 #include "mainwindow/WindowCommands.h"
@@ -48,6 +49,7 @@ MainParts::MainParts(QMainWindow& window, PlayerWindow& player, const SwitchCont
     RegisterLibraryCommands(Commands, Work, Views);
     RegisterPlaybackCommands(Commands, {Panes.Grid().Selection(), Tree.Model(), player, Work}, window);
     RegisterEditingCommands(Commands, {Panes.Grid(), Views, player, Work}, window);
+    RegisterExtrasCommands(Commands, window);
     RegisterWindowCommands(Commands, Named, window, [loadStrings, &player] {
         loadStrings();
         if (mainModule.PlayerOpen) {
