@@ -140,7 +140,7 @@ TEST_F(MainMenuTest, ExactlyTheseCommandsAreLeftOutUntilTheyExist) {
         }
     }
     EXPECT_EQ(leftOut, (Texts{"mnuPrint", "mnuManageCovers", "mnuKonvert", "mnuKonvertoptions", "mnuToplists",
-                              "mnuCoverOnlineSearch", "mnuKontextKonvert", "mnuKontextPrint"}));
+                              "mnuKontextKonvert", "mnuKontextPrint"}));
     Texts buttons;
     for (const QAction* button : Form().Panes().Toolbar1().actions()) {
         buttons.push_back(FromQString(button->objectName()));
