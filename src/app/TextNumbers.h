@@ -51,6 +51,11 @@ inline constexpr std::int32_t Player = 394;         ///< Its caption otherwise.
 inline constexpr std::int32_t PlayingTime = 395;    ///< Before a time in the player.
 inline constexpr std::int32_t AudioFilter = 396;    ///< Two kinds of files that can be added, in dialogs.
 
+inline constexpr std::int32_t Converting = 375;
+inline constexpr std::int32_t TargetFolderMissing = 376; ///< Followed by the next.
+inline constexpr std::int32_t SavedInSourceFolder = 377;
+inline constexpr std::int32_t FolderOrDriveMissing = 378; ///< The title above the two.
+
 inline constexpr std::int32_t ExchangeFilter = 365; ///< The kind of an exchange file, in dialogs.
 inline constexpr std::int32_t FilesNotAdded = 366;  ///< An import lacks some files. Followed by the next.
 inline constexpr std::int32_t FilesNotFound = 367;

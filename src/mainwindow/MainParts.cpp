@@ -8,6 +8,7 @@
 #include "library/LibraryCommands.h"
 #include "mainwindow/MainMenuTable.h"
 #include "mainwindow/WindowCommands.h"
+#include "output/OutputCommands.h"
 #include "playback/PlaybackCommands.h"
 #include "playback/SelectionPlaylist.h"
 #include "scanner/ScanCommands.h"
@@ -50,6 +51,7 @@ MainParts::MainParts(QMainWindow& window, PlayerWindow& player, const SwitchCont
     RegisterPlaybackCommands(Commands, {Panes.Grid().Selection(), Tree.Model(), player, Work}, window);
     RegisterEditingCommands(Commands, {Panes.Grid(), Views, player, Work}, window);
     RegisterExtrasCommands(Commands, window);
+    RegisterOutputCommands(Commands, {Work}, window);
     RegisterWindowCommands(Commands, Named, window, [loadStrings, &player] {
         loadStrings();
         if (mainModule.PlayerOpen) {

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quavernet {
 
@@ -27,7 +28,15 @@ public:
     virtual std::string Place() const { return {}; }
 };
 
-/// The system's shell: special folders, opening files with their program, the end of the process.
+/// An outside program and what it is started with.
+struct ProgramCommand {
+    std::string Text;    ///< All in one line, for a system that takes nothing else, and for messages.
+    std::string Program; ///< Its path.
+    std::vector<std::string> Arguments; ///< Each arrives as it is, whatever it holds.
+};
+
+/// The system's shell: special folders, opening files with their program, starting programs, the end of the
+/// process.
 class Shell {
 public:
     static constexpr int DocumentsFolder = 5; ///< Special folder id of the user's documents.
@@ -50,6 +59,11 @@ public:
     /// Opens a file with the program that the system has for it, without waiting.
     /// Gives one of the results above.
     virtual int ShellExecute(const std::string& path) = 0;
+
+    /// Starts an outside program as a process of its own, without waiting for it and without a shell that
+    /// would read its arguments. Throws RuntimeError 53 if the program is missing, 70 if it may not be run, 5
+    /// if it can't be started otherwise.
+    virtual void StartProgram(const ProgramCommand& command) = 0;
 
     /// Version of the component that renders help pages; false if there is none.
     virtual bool DllGetVersion(std::int32_t& major, std::int32_t& minor, std::int32_t& build) = 0;

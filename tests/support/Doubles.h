@@ -46,6 +46,12 @@ public:
         executed.push_back(path);
         return executeResult;
     }
+    void StartProgram(const ProgramCommand& command) override {
+        started.push_back(command);
+        if (startFailure) {
+            throw *startFailure;
+        }
+    }
     bool DllGetVersion(std::int32_t& major, std::int32_t& minor, std::int32_t& build) override {
         std::tie(major, minor, build) = browserVersion.value_or(std::tuple{0, 0, 0});
         return browserVersion.has_value();
@@ -60,6 +66,8 @@ public:
     std::string programFolder;
     std::vector<std::string> executed;
     int executeResult = 33;
+    std::vector<ProgramCommand> started; ///< What was asked for, failures too.
+    std::optional<RuntimeError> startFailure;
     bool startedAgain = false;
     std::optional<std::tuple<std::int32_t, std::int32_t, std::int32_t>> browserVersion = std::tuple{6, 4, 2};
 };

@@ -8,8 +8,8 @@ import source
 # What would hand a text on to an interpreter or to the network: (pattern in the code without its texts, why).
 HANDED_ON = [
     (re.compile(r"(?<![\w.>:])(?:std::|::)?(?:system|popen|wordexp)\s*\("), "hands a text to a shell"),
-    (re.compile(r"(?<![\w.>])(?:execlp?e?|execvp?e?|posix_spawnp?|fork|vfork)\s*\("), "starts a program beside the one place for it"),
-    (re.compile(r"\bQProcess\b|<QProcess>"), "starts a program beside the one place for it"),
+    (re.compile(r"(?<![\w.>])(?:execlp?e?|execvp?e?|posix_spawnp?|fork|vfork)\s*\("), "starts a program beside the places for it"),
+    (re.compile(r"\bQProcess\b|<QProcess>"), "starts a program beside the places for it"),
     (re.compile(r"\bstartCommand\s*\(|\bsetNativeArguments\s*\("), "takes a command line apart"),
     (re.compile(r"\b(?:QDesktopServices|openUrl|fromUserInput)\b"), "opens an address"),
     (re.compile(r"\bsetOpenExternalLinks\s*\(\s*true"), "opens an address"),
@@ -24,7 +24,9 @@ HEADERS_HANDED_ON = re.compile(r"^(?:QtNetwork/.*|QNetwork\w+|QTcp\w+|QUdp\w+|QS
                                r"sys/socket\.h|netinet/.*|arpa/inet\.h|netdb\.h|curl/.*|wordexp\.h|spawn\.h)$")
 # (file, what is allowed there): why.
 MAY_HAND_ON = {
-    ("src/adapters/qt/QtShell.cpp", "QProcess"): "the one place that starts a program, with a list of arguments",
+    ("src/adapters/qt/QtShell.cpp", "QProcess"): "starts programs whose arguments are texts, with a list of these",
+    ("src/adapters/qt/StartDetached.cpp", "fork("): "starts the one whose arguments are bytes, with a list of these",
+    ("src/adapters/qt/StartDetached.cpp", "execv("): "as above",
     ("src/adapters/mpv/ReadLibraryAhead.cpp", "posix_spawn("): "the system's loader, with words of the program's own",
     ("src/adapters/mpv/ReadLibraryAhead.cpp", "spawn.h"): "as above",
     ("src/adapters/qt/Application.cpp", "Qt::AutoText"): "tells every label to take no text for markup",

@@ -1,6 +1,7 @@
 #include "adapters/qt/QtShell.h"
 
 #include "adapters/qt/QtText.h"
+#include "adapters/qt/StartDetached.h"
 #include "app/ShowBox.h"
 #include "app/TextNumbers.h"
 
@@ -12,6 +13,7 @@
 #include <QStandardPaths>
 #include <QVersionNumber>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -69,6 +71,17 @@ int QtShell::ShellExecute(const std::string& path) {
     }
     const bool started = QProcess::startDetached(QStringLiteral("xdg-open"), {ArgumentOf(file)}, QString());
     return started ? Started : NoProgram;
+}
+
+void QtShell::StartProgram(const ProgramCommand& command) {
+    const int error = StartDetached(command.Program, command.Arguments);
+    if (error == 0) {
+        return;
+    }
+    const int number = error == ENOENT   ? ErrorNumber::FileNotFound
+                       : error == EACCES ? ErrorNumber::PermissionDenied
+                                         : ErrorNumber::InvalidProcedureCall;
+    throw RuntimeError(number, std::generic_category().message(error) + ": " + command.Program);
 }
 
 bool QtShell::DllGetVersion(std::int32_t& major, std::int32_t& minor, std::int32_t& build) {

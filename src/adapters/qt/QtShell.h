@@ -1,4 +1,5 @@
-// The system's shell: special folders, opening files with their programs, the end of the process.
+// The system's shell: special folders, opening files with their programs, starting programs, the end of the
+// process.
 #pragma once
 
 #include "platform/Services.h"
@@ -19,6 +20,7 @@ public:
     std::optional<std::string> SpecialFolder(int id) override;
     std::string ProgramFolder() override;
     int ShellExecute(const std::string& path) override;
+    void StartProgram(const ProgramCommand& command) override;
     bool DllGetVersion(std::int32_t& major, std::int32_t& minor, std::int32_t& build) override;
     [[noreturn]] void EndProcess(int exitCode) override;
     [[noreturn]] void EndProcessAndStartAgain(int exitCode) override;

@@ -1,0 +1,20 @@
+// The commands that bring the library elsewhere: encoding of WAV files and printing, in the menus and on the
+// toolbar. Made once by the main window, before its menus.
+#pragma once
+
+class QWidget;
+
+namespace quavernet {
+
+class CommandRegistry;
+class LongWork;
+
+/// What the commands of this room work on.
+struct OutputParts {
+    LongWork& Work;
+};
+
+/// `owner` is the window that the dialogs stand over.
+void RegisterOutputCommands(CommandRegistry& commands, const OutputParts& parts, QWidget& owner);
+
+} // namespace quavernet
