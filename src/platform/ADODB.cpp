@@ -89,6 +89,11 @@ void Recordset::Open(std::string_view statement, Connection& activeConnection) {
     m_position = 0;
 }
 
+void Recordset::OpenFirst(std::string_view statement, Connection& activeConnection, std::size_t most) {
+    m_rows = activeConnection.QueryFirst(statement, most);
+    m_position = 0;
+}
+
 void Recordset::Close() {
     m_rows = RowBlock();
     m_position = 0;

@@ -102,6 +102,9 @@ public:
     /// Throws RuntimeError if the statement fails.
     void Open(std::string_view statement, Connection& activeConnection);
 
+    /// As Open, for a caller that shows no more than the first `most` rows: it has no others.
+    void OpenFirst(std::string_view statement, Connection& activeConnection, std::size_t most);
+
     /// Gives the rows up; fields that were read from them are void.
     void Close();
 
@@ -139,6 +142,10 @@ public:
 
     /// Runs a query and reads all rows. Throws RuntimeError if it fails.
     virtual RowBlock Query(std::string_view statement) = 0;
+
+    /// As Query, but no more than the first `most` rows are read, which costs far less where a long table has
+    /// to be sorted for them. Rows of one table that the statement's order leaves equal come by key.
+    virtual RowBlock QueryFirst(std::string_view statement, std::size_t most) = 0;
 
     /// Brings statements gathered since the last commit to the file. Called before the program waits for
     /// its user, runs another program or ends. Throws RuntimeError if the file can't be written.

@@ -18,6 +18,7 @@ public:
     void Open(std::string_view) override {}
     void Execute(std::string_view) override {}
     ADODB::RowBlock Query(std::string_view) override { return ADODB::RowBlock(); }
+    ADODB::RowBlock QueryFirst(std::string_view, std::size_t) override { return ADODB::RowBlock(); }
     void Commit() override {}
 
 private:

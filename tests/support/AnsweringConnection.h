@@ -27,6 +27,7 @@ public:
         const auto answer = answers.find(std::string(statement));
         return answer == answers.end() ? ADODB::RowBlock(1) : answer->second;
     }
+    ADODB::RowBlock QueryFirst(std::string_view statement, std::size_t) override { return Query(statement); }
     void Commit() override {}
 
     /// An answer of one row of texts.

@@ -34,6 +34,10 @@ public:
         Keep(statement);
         m_real->Execute(statement);
     }
+    ADODB::RowBlock QueryFirst(std::string_view statement, std::size_t most) override {
+        Keep(statement);
+        return m_real->QueryFirst(statement, most);
+    }
     ADODB::RowBlock Query(std::string_view statement) override {
         Keep(statement);
         ADODB::RowBlock rows = m_real->Query(statement);

@@ -44,6 +44,9 @@ public:
     void Open(std::string_view) override {}
     void Execute(std::string_view statement) override { m_real->Execute(statement); }
     ADODB::RowBlock Query(std::string_view statement) override { return m_real->Query(statement); }
+    ADODB::RowBlock QueryFirst(std::string_view statement, std::size_t most) override {
+        return m_real->QueryFirst(statement, most);
+    }
     void Commit() override {}
     void LockWrites() override { m_real->LockWrites(); }
     void UnlockWrites() noexcept override { m_real->UnlockWrites(); }

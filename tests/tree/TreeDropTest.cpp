@@ -153,6 +153,9 @@ public:
     void Open(std::string_view) override {}
     void Execute(std::string_view statement) override { m_real->Execute(statement); }
     ADODB::RowBlock Query(std::string_view statement) override { return m_real->Query(statement); }
+    ADODB::RowBlock QueryFirst(std::string_view statement, std::size_t most) override {
+        return m_real->QueryFirst(statement, most);
+    }
     void Commit() override {
         if (m_allowed-- <= 0) {
             throw RuntimeError(ErrorNumber::DiskFull, "the disk");

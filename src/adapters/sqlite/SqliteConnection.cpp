@@ -11,6 +11,7 @@
 #include "adapters/sqlite/CommitGathering.h"
 #include "adapters/sqlite/DateColumns.h"
 #include "adapters/sqlite/DateType.h"
+#include "adapters/sqlite/FirstRows.h"
 #include "adapters/sqlite/LibraryFile.h"
 #include "adapters/sqlite/LibraryPlace.h"
 #include "adapters/sqlite/LookupCache.h"
@@ -101,6 +102,15 @@ public:
         ADODB::RowBlock rows = Read(ordered->unordered);
         rows.Arrange(RowOrder(rows, ordered->column, ordered->descending));
         return rows;
+    }
+
+    ADODB::RowBlock QueryFirst(std::string_view statement, std::size_t most) override {
+        BeforeStatement();
+        if (!IsInTransaction()) {
+            m_reads.Enter();
+        }
+        const std::string first = FirstRows(statement, most);
+        return ReadRows(Library(), Bind(first), m_regional, most);
     }
 
     void Commit() override {

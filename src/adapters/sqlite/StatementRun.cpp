@@ -85,7 +85,7 @@ int StatementRun::ToEnd() {
 }
 
 ADODB::RowBlock ReadRows(sqlite3* database, const PreparedStatement& statement,
-                         const RegionalSettings& regional) {
+                         const RegionalSettings& regional, std::size_t most) {
     sqlite3_stmt* const handle = statement.handle.get();
     if (sqlite3_stmt_readonly(handle) == 0) {
         throw RuntimeError(SQLITE_ERROR, "A recordset can't be opened on a statement that writes.");
@@ -93,8 +93,8 @@ ADODB::RowBlock ReadRows(sqlite3* database, const PreparedStatement& statement,
     const StatementRun run(handle);
     const std::size_t columns = statement.dateColumns.size();
     ADODB::RowBlock rows(columns);
-    int code = sqlite3_step(handle);
-    for (; code == SQLITE_ROW; code = sqlite3_step(handle)) {
+    int code = most == 0 ? SQLITE_DONE : sqlite3_step(handle);
+    for (; code == SQLITE_ROW; code = rows.Rows() < most ? sqlite3_step(handle) : SQLITE_DONE) {
         for (std::size_t column = 0; column < columns; ++column) {
             AddCell(rows, sqlite3_column_value(handle, static_cast<int>(column)),
                     statement.dateColumns[column], regional);

@@ -5,6 +5,8 @@
 #include "platform/ADODB.h"
 #include "platform/RegionalSettings.h"
 
+#include <cstddef>
+
 struct sqlite3;
 struct sqlite3_stmt;
 
@@ -34,9 +36,11 @@ private:
     sqlite3_stmt* m_statement;
 };
 
-/// Runs a bound statement and reads all of its rows, date columns in the regional form. Throws RuntimeError
-/// if it fails, or if it is one that writes.
+inline constexpr std::size_t EveryRow = static_cast<std::size_t>(-1);
+
+/// Runs a bound statement and reads its rows, up to so many, date columns in the regional form. Throws
+/// RuntimeError if it fails, or if it is one that writes.
 ADODB::RowBlock ReadRows(sqlite3* database, const PreparedStatement& statement,
-                         const RegionalSettings& regional);
+                         const RegionalSettings& regional, std::size_t most = EveryRow);
 
 } // namespace quavernet::sqlite

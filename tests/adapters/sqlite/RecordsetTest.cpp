@@ -17,6 +17,7 @@ public:
     void Open(std::string_view) override {}
     void Execute(std::string_view) override {}
     ADODB::RowBlock Query(std::string_view) override { return m_rows; }
+    ADODB::RowBlock QueryFirst(std::string_view, std::size_t) override { return m_rows; }
     void Commit() override {}
 
 private:
