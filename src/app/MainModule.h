@@ -55,6 +55,8 @@ struct MainModule {
 
     bool ShowInGridMode = false; ///< LoadDatabase runs for a request of the tree.
     bool ShowChartMode = false;  ///< LoadDatabase runs for a request of the charts dialog.
+    bool ChartShowTop = false;   ///< The charts show the most played files, else the newest.
+    bool ChartShowNew = false;   ///< They were opened for the newest files; read by nobody.
 
     RowTexts FilePaths;          ///< Files.Path of each listed row.
     RowTexts FileNames;          ///< Files.Name of each listed row.

@@ -61,6 +61,11 @@ inline constexpr std::int32_t FilesNotAdded = 366;  ///< An import lacks some fi
 inline constexpr std::int32_t FilesNotFound = 367;
 inline constexpr std::int32_t Note = 368; ///< The title above the two.
 
+inline constexpr std::int32_t NewestFiles = 500; ///< The title of the charts in one mode.
+inline constexpr std::int32_t TopFiles = 504;    ///< In the other mode. Before a number.
+inline constexpr std::int32_t ChartHits = 503;   ///< What heads their third column.
+inline constexpr std::int32_t ChartDate = 505;   ///< The same among the newest files.
+
 inline constexpr std::int32_t ProgramEnds = 443;     ///< Title of the box with which the program ends.
 inline constexpr std::int32_t Restart = 778;         ///< Its second button.
 inline constexpr std::int32_t NotStartedAgain = 783; ///< What that may come to.
