@@ -31,6 +31,7 @@ public:
     std::optional<std::string> BrowseForFolder(const std::string&) override { return m_path; }
     std::optional<std::string> ShowOpen(const std::string&, const std::string&) override { return m_path; }
     std::optional<std::string> ShowSave(const std::string&, const std::string&) override { return m_path; }
+    std::optional<ChosenPrinter> ShowPrinter(const std::string&) override { return std::nullopt; }
 
 private:
     std::string m_path;

@@ -41,6 +41,7 @@ inline constexpr int PermissionDenied = 70;
 inline constexpr int PathFileAccess = 75;
 inline constexpr int PathNotFound = 76;
 inline constexpr int InvalidUseOfNull = 94;
+inline constexpr int PrinterError = 482;
 } // namespace ErrorNumber
 
 /// Runs one statement in the mode in which a failing statement is passed over. Wrap single statements

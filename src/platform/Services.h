@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/DateTime.h"
+#include "platform/Printer.h"
 
 #include <cstdint>
 #include <optional>
@@ -112,6 +113,10 @@ public:
     /// The same for a file to write. The name is taken as it was typed, without an extension added, and
     /// nobody is asked whether an old file may go.
     virtual std::optional<std::string> ShowSave(const std::string& filter, const std::string& folder) = 0;
+
+    /// Asks for a printer, or a PDF file in place of one, for copies and orientation. `name` is the file's if
+    /// the user types no other. Nothing if the user cancelled.
+    virtual std::optional<ChosenPrinter> ShowPrinter(const std::string& name) = 0;
 };
 
 /// The window message loop.

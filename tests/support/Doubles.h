@@ -115,12 +115,24 @@ public:
         return Show("save", filter, startFolder);
     }
 
+    std::optional<ChosenPrinter> ShowPrinter(const std::string& name) override {
+        shown.push_back("printer " + name);
+        if (onShow) {
+            onShow();
+        }
+        if (fails) {
+            throw RuntimeError(20476, "no dialog");
+        }
+        return std::exchange(printer, std::nullopt);
+    }
+
     std::optional<std::string> folder;
-    std::optional<std::string> file; ///< The answer of the file dialogs.
-    bool fails = false;              ///< The file dialogs can't come up.
-    std::function<void()> onShow;    ///< What happens while a file dialog is open.
+    std::optional<ChosenPrinter> printer; ///< The answer of the print dialog, given once.
+    std::optional<std::string> file;      ///< The answer of the file dialogs.
+    bool fails = false;                   ///< File and print dialogs can't come up.
+    std::function<void()> onShow;         ///< What happens while one of these is open.
     std::vector<std::string> titles;
-    std::vector<std::string> shown; ///< File dialogs: kind, filter and folder, joined by blanks.
+    std::vector<std::string> shown; ///< These: kind, filter and folder or name, joined by blanks.
 
 private:
     std::optional<std::string> Show(const std::string& kind, const std::string& filter,

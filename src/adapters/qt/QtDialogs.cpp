@@ -1,5 +1,7 @@
 #include "adapters/qt/QtDialogs.h"
 
+#include "adapters/qt/PageTargets.h"
+#include "adapters/qt/PaintedPages.h"
 #include "adapters/qt/QtText.h"
 
 #include <QApplication>
@@ -7,7 +9,12 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLineEdit>
+#include <QPrintDialog>
+#include <QPrinter>
 #include <QStandardPaths>
+
+#include <memory>
 
 namespace quavernet {
 
@@ -45,6 +52,25 @@ std::optional<std::string> Choose(QFileDialog& dialog, const std::string& filter
     return QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString();
 }
 
+// The toolkit offers a folder alone, which is no file to write.
+void OfferFile(const QPrintDialog& dialog, const QString& name) {
+    auto* const field = dialog.findChild<QLineEdit*>(QStringLiteral("filename"));
+    if (field == nullptr || !(field->text().isEmpty() || field->text().endsWith(u'/'))) {
+        return;
+    }
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const QString folder = QFileInfo(documents).isDir() ? documents : QDir::homePath();
+    const QString file = name + QStringLiteral(".pdf");
+    field->setText(QDir(folder).filePath(file));
+}
+
+std::unique_ptr<PageTarget> TargetOf(std::unique_ptr<QPrinter> printer) {
+    if (printer->outputFormat() == QPrinter::PdfFormat) {
+        return std::make_unique<PdfFile>(printer->outputFileName(), printer->pageLayout());
+    }
+    return std::make_unique<PrinterQueue>(std::move(printer));
+}
+
 } // namespace
 
 std::optional<std::string> QtDialogs::ShowOpen(const std::string& filter, const std::string& folder) {
@@ -75,6 +101,26 @@ std::optional<std::string> QtDialogs::BrowseForFolder(const std::string& title) 
         return std::nullopt;
     }
     return QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString();
+}
+
+std::optional<ChosenPrinter> QtDialogs::ShowPrinter(const std::string& name) {
+    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    QPrintDialog dialog(printer.get(), QApplication::activeWindow());
+    dialog.setObjectName(QStringLiteral("ShowPrinter"));
+    // The whole list is printed: there is no range to choose.
+    dialog.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintShowPageSize |
+                      QAbstractPrintDialog::PrintCollateCopies);
+    OfferFile(dialog, ToQString(name));
+    if (dialog.exec() != QDialog::Accepted) {
+        return std::nullopt;
+    }
+    ChosenPrinter chosen;
+    chosen.Copies = printer->copyCount();
+    chosen.Orientation = printer->pageLayout().orientation() == QPageLayout::Landscape
+                             ? Printer::Orientation::Landscape
+                             : Printer::Orientation::Portrait;
+    chosen.Target = std::make_unique<PaintedPages>(TargetOf(std::move(printer)));
+    return chosen;
 }
 
 } // namespace quavernet
