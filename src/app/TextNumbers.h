@@ -56,6 +56,10 @@ inline constexpr std::int32_t TargetFolderMissing = 376; ///< Followed by the ne
 inline constexpr std::int32_t SavedInSourceFolder = 377;
 inline constexpr std::int32_t FolderOrDriveMissing = 378; ///< The title above the two.
 
+inline constexpr std::int32_t PrintingList = 369;        ///< In the status bar while the list prints.
+inline constexpr std::int32_t ListTitle = 370;           ///< On each printed page.
+inline constexpr std::int32_t PrintingNotPossible = 790; ///< A title.
+
 inline constexpr std::int32_t ExchangeFilter = 365; ///< The kind of an exchange file, in dialogs.
 inline constexpr std::int32_t FilesNotAdded = 366;  ///< An import lacks some files. Followed by the next.
 inline constexpr std::int32_t FilesNotFound = 367;

@@ -51,7 +51,7 @@ MainParts::MainParts(QMainWindow& window, PlayerWindow& player, const SwitchCont
     RegisterPlaybackCommands(Commands, {Panes.Grid().Selection(), Tree.Model(), player, Work}, window);
     RegisterEditingCommands(Commands, {Panes.Grid(), Views, player, Work}, window);
     RegisterExtrasCommands(Commands, window);
-    RegisterOutputCommands(Commands, {Work}, window);
+    RegisterOutputCommands(Commands, {Work, Panes.Grid(), Named}, window);
     RegisterWindowCommands(Commands, Named, window, [loadStrings, &player] {
         loadStrings();
         if (mainModule.PlayerOpen) {

@@ -2,6 +2,8 @@
 
 #include "app/CommandRegistry.h"
 #include "output/ConvertSelectedFiles.h"
+#include "output/GridToPrint.h"
+#include "output/PrintList.h"
 
 namespace quavernet {
 
@@ -10,6 +12,12 @@ void RegisterOutputCommands(CommandRegistry& commands, const OutputParts& parts,
                             [[maybe_unused]] QWidget& owner) {
     for (const char* name : {"mnuKonvert", "mnuKontextKonvert", "konvert"}) {
         commands.RegisterAlone(name, [parts] { ConvertSelectedFiles(parts.Work, [] {}); });
+    }
+    for (const char* name : {"mnuPrint", "mnuKontextPrint", "print"}) {
+        commands.RegisterAlone(name, [parts] {
+            GridToPrint grid(parts.Grid);
+            PrintList(grid, parts.Work, parts.Switches);
+        });
     }
 }
 

@@ -7,11 +7,15 @@ class QWidget;
 namespace quavernet {
 
 class CommandRegistry;
+class Controls;
+class GridView;
 class LongWork;
 
 /// What the commands of this room work on.
 struct OutputParts {
     LongWork& Work;
+    GridView& Grid;     ///< What is printed.
+    Controls& Switches; ///< Of the toolbar's "cancel", which ends the printing.
 };
 
 /// `owner` is the window that the dialogs stand over.

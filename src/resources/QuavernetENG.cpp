@@ -368,6 +368,7 @@ constexpr clsResources::Entry EnglishTexts[] = {
     {787, "Queue"},
     {788, "All files"},
     {789, "Random Play needs a number. Enter one in the menu \"Options\", item \"Random Play...\"."},
+    {790, "Printing not possible"},
 };
 
 } // namespace

@@ -371,6 +371,7 @@ constexpr clsResources::Entry GermanTexts[] = {
     {787, "Liste der Stücke"},
     {788, "Alle Dateien"},
     {789, "Random Play braucht eine Zahl. Geben Sie unter „Optionen“, „Random Play...“ eine ein."},
+    {790, "Drucken nicht möglich"},
 };
 
 } // namespace
