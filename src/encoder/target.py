@@ -3,6 +3,7 @@ complete is ever seen under its name."""
 import ctypes
 import errno
 import fcntl
+import mmap
 import os
 import re
 import time
@@ -96,10 +97,15 @@ class Target:
                 pass
 
     def content(self):
-        """All bytes."""
-        with open(self.descriptor, "rb", closefd=False) as file:
-            file.seek(0)
-            return file.read()
+        """All bytes. They stay on the disk where the file system can do that: an MP3 file may be larger than the
+        memory."""
+        size = os.fstat(self.descriptor).st_size
+        if not size:
+            return b""
+        try:
+            return mmap.mmap(self.descriptor, size, flags=mmap.MAP_PRIVATE, prot=mmap.PROT_READ)
+        except OSError:
+            return os.pread(self.descriptor, size, 0)
 
     def is_full(self):
         """Whether the disk has no room for what lame writes at a time."""

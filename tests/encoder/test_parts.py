@@ -5,7 +5,9 @@ import random
 import subprocess
 import sys
 import threading
+import tracemalloc
 import unittest
+from contextlib import contextmanager
 from unittest import mock
 
 from support import BLADEENC, EncoderTest, content, format_chunk, chunk, riff
@@ -92,6 +94,38 @@ class PartsTest(EncoderTest):
             self.assertLess(frames, 20)
             if rate == "128":
                 self.assertEqual(frames, 0)
+
+    @contextmanager
+    def large_file(self):
+        """A target that holds 16 MB of frames, and how many these are."""
+        subprocess.run(["lame", "--silent", "-t", "-b", "128", self.tone("a.wav", 0.1), self.path("a.mp3")], check=True)
+        frame = content(self.path("a.mp3"))[:417]
+        frame = bytes([*frame[:2], frame[2] & 0xFD, *frame[3:]])  # Without the byte that fills some frames.
+        count = (16 << 20) // len(frame)
+        with target.Target(self.music, "large") as large:
+            with open(large.descriptor, "wb", closefd=False) as file:
+                file.write(frame * count)
+            yield large, count
+
+    def test_a_large_mp3_file_is_looked_at_without_being_held_in_memory(self):
+        with self.large_file() as (large, count):
+            tracemalloc.start()
+            try:
+                found = mp3_file.read(large.content())
+                used = tracemalloc.get_traced_memory()[1]
+            finally:
+                tracemalloc.stop()
+            self.assertEqual(found.samples, count * 1152 - mp3_file.DELAY)
+            self.assertLess(used, 100_000)
+
+    def test_a_file_system_that_maps_no_files_is_read(self):
+        with self.large_file() as (large, count):
+            with mock.patch("mmap.mmap", side_effect=OSError(errno.ENODEV, "no maps")):
+                self.assertEqual(mp3_file.read(large.content()).samples, count * 1152 - mp3_file.DELAY)
+
+    def test_an_empty_file_is_no_mp3_file(self):
+        with target.Target(self.music, "empty") as empty:
+            self.assertIsNone(mp3_file.read(empty.content()))
 
     def test_broken_bytes_are_no_mp3_file_and_break_nothing(self):
         subprocess.run(["lame", "--silent", self.tone("a.wav", 0.1), self.path("a.mp3")], check=True)
