@@ -3,7 +3,6 @@
 #include "app/LoadResString.h"
 #include "app/LongWork.h"
 #include "app/MainModule.h"
-#include "app/NumberSetting.h"
 #include "app/Registry.h"
 #include "app/ShowBox.h"
 #include "app/TextNumbers.h"
@@ -77,7 +76,7 @@ ProgramCommand EncoderCommand(const std::string& programFolder) {
 }
 
 void ConvertSelectedFiles(LongWork& work, const std::function<void()>& showOptions) {
-    if (NumberSetting(Konvert::Show, "1") == 1) {
+    if (CheckBoxSetting(Konvert::Show, "1")) {
         showOptions();
     }
     work.SetPanel(Panel::Scanning, LoadResString(Texts::Converting));

@@ -4,15 +4,18 @@
 #include "output/ConvertSelectedFiles.h"
 #include "output/GridToPrint.h"
 #include "output/PrintList.h"
+#include "output/frmKonvertOptions.h"
 
 namespace quavernet {
 
-// A box lets events run: no other command, no reminder and no drop comes in between.
-void RegisterOutputCommands(CommandRegistry& commands, const OutputParts& parts,
-                            [[maybe_unused]] QWidget& owner) {
+// The dialog and the box of a conversion let events run, and the selected rows are read after both: no other
+// command, no reminder and no drop comes in between.
+void RegisterOutputCommands(CommandRegistry& commands, const OutputParts& parts, QWidget& owner) {
+    const auto showOptions = [&owner] { frmKonvertOptions(&owner).exec(); };
     for (const char* name : {"mnuKonvert", "mnuKontextKonvert", "konvert"}) {
-        commands.RegisterAlone(name, [parts] { ConvertSelectedFiles(parts.Work, [] {}); });
+        commands.RegisterAlone(name, [parts, showOptions] { ConvertSelectedFiles(parts.Work, showOptions); });
     }
+    commands.Register("mnuKonvertoptions", showOptions);
     for (const char* name : {"mnuPrint", "mnuKontextPrint", "print"}) {
         commands.RegisterAlone(name, [parts] {
             GridToPrint grid(parts.Grid);

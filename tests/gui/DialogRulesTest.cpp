@@ -4,6 +4,7 @@
 #include "editing/frmFileName.h"
 #include "editing/frmFilesName.h"
 #include "mainwindow/frmAbout.h"
+#include "output/frmKonvertOptions.h"
 #include "playback/frmRandomPlay.h"
 #include "scanner/frmRemind.h"
 #include "scanner/frmScanLog.h"
@@ -105,8 +106,11 @@ TEST_F(DialogRulesTest, ReturnMeansTheFirstButtonAndEscapeTheOther) {
     EXPECT_EQ(DefaultButton(filesName), "cmdSave");
     frmDetails details(Parts(), &Form());
     EXPECT_EQ(DefaultButton(details), "cmdOK");
-    for (QDialog* dialog : std::initializer_list<QDialog*>{&remind, &scanpath, &editTree, &categoryName,
-                                                           &randomPlay, &fileName, &filesName, &details}) {
+    frmKonvertOptions konvertOptions(&Form());
+    EXPECT_EQ(DefaultButton(konvertOptions), "cmdOK");
+    for (QDialog* dialog :
+         std::initializer_list<QDialog*>{&remind, &scanpath, &editTree, &categoryName, &randomPlay, &fileName,
+                                         &filesName, &details, &konvertOptions}) {
         Open(*dialog);
         QTest::keyClick(dialog, Qt::Key_Escape);
         EXPECT_FALSE(dialog->isVisible());
@@ -198,6 +202,11 @@ TEST_F(DialogRulesTest, EveryControlIsReachedByTheKeyboardAlone) {
     EXPECT_EQ(ReachedByTab(details), with({"txtGenre", "cmdEdit", "cmdOK"}));
     details.findChild<QPushButton*>(QStringLiteral("cmdEdit"))->click();
     EXPECT_EQ(ReachedByTab(details), with({"cboGenre", "optID3V1", "cmdSave", "cmdCancel"}));
+    frmKonvertOptions konvertOptions(&Form());
+    Open(konvertOptions);
+    EXPECT_EQ(ReachedByTab(konvertOptions),
+              (Names{"txtTarget", "cmdBrowse", "cboBitrates", "optStereo", "chkCombine", "chkNoGap",
+                     "chkDelete", "chkShowKonvert", "cmdOK"}));
     frmScanLog log(&Form());
     log.Show();
     Open(log);
@@ -227,9 +236,10 @@ TEST_F(DialogRulesTest, NoDialogOffersToBeMinimised) {
     frmFileName fileName(&Form(), Form().Parts().Work);
     frmFilesName filesName(&Form());
     frmDetails details(Parts(), &Form());
+    frmKonvertOptions konvertOptions(&Form());
     for (const QDialog* dialog :
          std::initializer_list<QDialog*>{&remind, &scanpath, &about, &log, &editTree, &categoryName,
-                                         &randomPlay, &fileName, &filesName, &details}) {
+                                         &randomPlay, &fileName, &filesName, &details, &konvertOptions}) {
         EXPECT_FALSE(dialog->windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
         EXPECT_EQ(dialog->windowType(), Qt::Dialog);
         EXPECT_EQ(dialog->parentWidget(), &Form()) << "it stays over the main window";
@@ -250,11 +260,12 @@ TEST_F(DialogRulesTest, NoTextIsCutInEitherLanguage) {
         frmFileName fileName(&Form(), Form().Parts().Work);
         frmFilesName filesName(&Form());
         frmDetails details(Parts(), &Form());
+        frmKonvertOptions konvertOptions(&Form());
         frmDetails edited(Parts(), &Form());
         edited.findChild<QPushButton*>(QStringLiteral("cmdEdit"))->click();
-        for (QDialog* dialog :
-             std::initializer_list<QDialog*>{&remind, &scanpath, &about, &log, &editTree, &categoryName,
-                                             &randomPlay, &fileName, &filesName, &details, &edited}) {
+        for (QDialog* dialog : std::initializer_list<QDialog*>{
+                 &remind, &scanpath, &about, &log, &editTree, &categoryName, &randomPlay, &fileName,
+                 &filesName, &details, &edited, &konvertOptions}) {
             Open(*dialog);
             EXPECT_EQ(CutTexts(*dialog), std::vector<std::string>{})
                 << language << " " << FromQString(dialog->objectName());

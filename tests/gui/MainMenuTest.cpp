@@ -139,7 +139,7 @@ TEST_F(MainMenuTest, ExactlyTheseCommandsAreLeftOutUntilTheyExist) {
             leftOut.emplace_back(entry.Name);
         }
     }
-    EXPECT_EQ(leftOut, (Texts{"mnuManageCovers", "mnuKonvertoptions", "mnuToplists"}));
+    EXPECT_EQ(leftOut, (Texts{"mnuManageCovers", "mnuToplists"}));
     Texts buttons;
     for (const QAction* button : Form().Panes().Toolbar1().actions()) {
         buttons.push_back(FromQString(button->objectName()));

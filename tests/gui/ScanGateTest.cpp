@@ -206,7 +206,8 @@ TEST_F(ScanGateTest, NoCommandRunsAndNoMarkStaysTurned) {
     ScanWith([this] {
         for (const char* name :
              {"mnump3", "mnuKontextWav", "mnuQuickscan", "mnuOptionsLoadOverSearch", "mnuViewLanguageENG",
-              "mnuKontextShowGridlines", "mnuCleanDatabase", "mnuExit", "mnuScan", "scan", "mnuAbout"}) {
+              "mnuKontextShowGridlines", "mnuCleanDatabase", "mnuExit", "mnuScan", "scan", "mnuAbout",
+              "mnuKonvert", "mnuKontextKonvert", "konvert", "mnuKonvertoptions"}) {
             QAction& item = Action(name);
             const bool enabled = item.isEnabled();
             const bool checked = item.isChecked();
