@@ -31,9 +31,8 @@ void mnuEditFilename_Click(const EditingParts& parts, QWidget& owner) {
 void RegisterEditingCommands(CommandRegistry& commands, const EditingParts& parts, QWidget& owner) {
     commands.RegisterAlone("mnuEditFilename", [parts, &owner] { mnuEditFilename_Click(parts, owner); });
     commands.RegisterAlone("mnuKontextFilename", [parts, &owner] { mnuKontextFilename_Click(parts, owner); });
-    const DetailsParts details{parts.Grid, parts.Views, parts.Player, parts.Work, parts.ShowCovers};
-    commands.RegisterAlone("mnuDetails", [details, &owner] { mnuDetails_Click(details, owner); });
-    commands.RegisterAlone("mnuKontextDetails", [details, &owner] { OpenDetails(details, owner); });
+    commands.RegisterAlone("mnuDetails", [parts, &owner] { mnuDetails_Click(parts, owner); });
+    commands.RegisterAlone("mnuKontextDetails", [parts, &owner] { OpenDetails(parts, owner); });
 }
 
 } // namespace quavernet

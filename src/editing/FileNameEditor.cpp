@@ -12,16 +12,13 @@ FileNameEditor::FileNameEditor() {
         return;
     }
     m_row = mainModule.SelectedRows.Rows().front();
-    m_oldName = ListedFile(m_row).OldName;
+    m_oldName = ListedFile(m_row).Name;
     m_extension = FileExtension(m_oldName);
 }
 
 std::optional<int> FileNameEditor::cmsSave_Click(std::string& text, LongWork& work) {
-    if (mainModule.SelectedRows.Count() == 0) {
-        return 339;
-    }
-    const std::int32_t row = mainModule.SelectedRows.Rows().front();
-    if (!services.fileSystem->FileExists(mainModule.FilePaths.Item(row))) {
+    if (mainModule.SelectedRows.Count() == 0 ||
+        !services.fileSystem->FileExists(mainModule.FilePaths.Item(m_row))) {
         return 339;
     }
     if (text.empty() || text == m_extension) {

@@ -24,7 +24,7 @@ public:
     std::optional<int> cmsSave_Click(std::string& text, LongWork& work);
 
 private:
-    std::int32_t m_row = 0;
+    std::int32_t m_row = 0; ///< 0: none was selected.
     std::string m_oldName;
     std::string m_extension; ///< Of the name at the beginning.
 };

@@ -13,7 +13,7 @@ FileNamesEditor::FileNamesEditor() {
     }
 }
 
-void FileNamesEditor::CleanUp(const std::function<std::string(const std::string&)>& cleanUp) {
+void FileNamesEditor::CleanUpAll(const std::function<std::string(const std::string&)>& cleanUp) {
     for (EditedName& item : m_items) {
         item.Name = cleanUp(item.Name);
     }

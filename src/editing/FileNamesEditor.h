@@ -29,7 +29,7 @@ public:
     int ListIndex() const { return m_index; } ///< The selected item, counted from 0, or None.
 
     /// Applies one of the clean-ups to every item.
-    void CleanUp(const std::function<std::string(const std::string&)>& cleanUp);
+    void CleanUpAll(const std::function<std::string(const std::string&)>& cleanUp);
 
     /// Selects an item. Gives its name, which is then to be edited; its extension is the one that
     /// cmdChangeName_Click puts back.

@@ -14,7 +14,7 @@ void TellMissingFile() {
 }
 
 // A file may vanish between the look at it and its reading.
-std::unique_ptr<frmDetails> LoadedDialog(const DetailsParts& parts, QWidget& owner) {
+std::unique_ptr<frmDetails> LoadedDialog(const EditingParts& parts, QWidget& owner) {
     try {
         return std::make_unique<frmDetails>(parts, &owner);
     } catch (const RuntimeError& failure) {
@@ -27,7 +27,7 @@ std::unique_ptr<frmDetails> LoadedDialog(const DetailsParts& parts, QWidget& own
 
 } // namespace
 
-void OpenDetails(const DetailsParts& parts, QWidget& owner) {
+void OpenDetails(const EditingParts& parts, QWidget& owner) {
     const std::int32_t row = parts.Grid.Selection().Row();
     if (row < 1) {
         return;
@@ -43,7 +43,7 @@ void OpenDetails(const DetailsParts& parts, QWidget& owner) {
     }
 }
 
-void mnuDetails_Click(const DetailsParts& parts, QWidget& owner) {
+void mnuDetails_Click(const EditingParts& parts, QWidget& owner) {
     mainModule.DetailsRow = parts.Grid.Selection().Row();
     OpenDetails(parts, owner);
 }

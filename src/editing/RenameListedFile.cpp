@@ -11,27 +11,27 @@ namespace {
 
 // The folder goes unquoted: one with an apostrophe finds no row, and makes no statement that could be sent. A
 // name with a NUL, which the disk did not take, makes none either.
-bool CanBeTold(const RenamedFile& file, const std::string& name) {
-    return file.Folder.find('\'') == std::string::npos && name.find('\0') == std::string::npos;
+bool CanBeTold(const FolderAndName& old, const std::string& name) {
+    return old.Folder.find('\'') == std::string::npos && name.find('\0') == std::string::npos;
 }
 
 } // namespace
 
-RenamedFile ListedFile(std::int32_t row) {
+FolderAndName ListedFile(std::int32_t row) {
     const std::string path = mainModule.FilePaths.Item(row);
     const auto end = path.rfind('/') + 1; // 0 for a path without a folder.
     return {path.substr(0, end), path.substr(end)};
 }
 
-std::string RenameListedFile(std::int32_t row, const RenamedFile& file, const std::string& name) {
-    const std::string newPath = file.Folder + name;
+std::string RenameListedFile(std::int32_t row, const FolderAndName& old, const std::string& name) {
+    const std::string newPath = old.Folder + name;
     // Taken before the disk changes: while another program writes to the library, the file keeps its name.
     const ADODB::WriteLock writeLock(*mainModule.Connection);
     IgnoreFailure([&] { services.fileSystem->RenameFile(mainModule.FilePaths.Item(row), newPath); });
-    if (CanBeTold(file, name)) {
+    if (CanBeTold(old, name)) {
         mainModule.Connection->Execute("Update Files set Path = '" + SqlQuote(newPath) + "',  Name = '" +
-                                       SqlQuote(name) + "' where Path  = '" + file.Folder +
-                                       SqlQuote(file.OldName) + "'");
+                                       SqlQuote(name) + "' where Path  = '" + old.Folder +
+                                       SqlQuote(old.Name) + "'");
     }
     mainModule.FilePaths.Replace(row, newPath);
     mainModule.FileNames.Replace(row, name);

@@ -7,22 +7,22 @@
 
 namespace quavernet {
 
-/// The path of a listed file as folder and name.
-struct RenamedFile {
+/// The path of a listed file, taken apart.
+struct FolderAndName {
     std::string Folder; ///< With its final "/".
-    std::string OldName;
+    std::string Name;
 };
 
 /// Path of a listed row, taken apart. Throws RuntimeError 5 if there is no such row.
-RenamedFile ListedFile(std::int32_t row);
+FolderAndName ListedFile(std::int32_t row);
 
-/// Renames the file to `name`, writes name and path into its row of the library, and puts them into FilePaths
-/// and FileNames. Gives the new path.
+/// Renames the file of the row to `name` in the old folder, writes name and path into its row of the library,
+/// and puts them into FilePaths and FileNames. Gives the new path.
 ///
 /// Whether the rename worked is not looked at: the library gets the wanted name also when the file is
 /// missing, or got another one because there was a file of that name. What of it can't be told to the library
 /// stays untold, without a failure: in a folder with an apostrophe no row is found. Throws RuntimeError if
 /// the statement fails; FilePaths and FileNames then keep the old name.
-std::string RenameListedFile(std::int32_t row, const RenamedFile& file, const std::string& name);
+std::string RenameListedFile(std::int32_t row, const FolderAndName& old, const std::string& name);
 
 } // namespace quavernet

@@ -23,7 +23,7 @@ void SaveId3v1(DetailsFile& file, const EditedDetails& edited) {
     tag.TagAlbum = edited.Texts.Album;
     tag.TagYear = edited.Texts.Year;
     tag.TagComment = edited.Texts.Comment;
-    tag.TagGenre = edited.Genre;
+    tag.TagGenre = edited.Genre < NoGenre ? static_cast<std::uint8_t>(edited.Genre) : NoGenre;
     WriteId3v1(file.Path(), tag);
 }
 
@@ -95,7 +95,6 @@ std::string AlbumKey(const std::string& album) {
 
 // A title that is new gets its key after performer and album have theirs.
 void SaveInLibrary(const std::string& path, const EditedDetails& edited) {
-    const ADODB::WriteLock writeLock(*mainModule.Connection);
     const std::string title = Quoted(edited.Texts.Title);
     auto titleKey = FirstKey("Select Title_id from Titel where Name = '" + title + "'");
     if (!titleKey) {
@@ -141,7 +140,11 @@ void RestoreGrid(GridSelection& grid, std::int32_t topRow) {
 } // namespace
 
 std::optional<RuntimeError> SaveDetails(DetailsFile& file, const EditedDetails& edited) {
+    std::optional<ADODB::WriteLock> writeLock;
     try {
+        if (!file.IsOgg()) {
+            writeLock.emplace(*mainModule.Connection);
+        }
         SaveTag(file, edited);
     } catch (const RuntimeError& failure) {
         return failure;

@@ -19,13 +19,13 @@ class LibraryViews;
 struct EditedDetails {
     DetailsTexts Texts;
     bool ToId3v1 = false;         ///< Else to version 2. Says nothing for an Ogg file.
-    std::uint8_t Genre = NoGenre; ///< Number of the selected entry of the genre list, also of a hidden one.
+    std::int64_t Genre = NoGenre; ///< Number of the selected entry of the genre list, also of a hidden one.
 };
 
 /// Writes the file, then the library; an Ogg file's row stays as it is. A version 1 tag that can't be written
 /// is told in a box, and the library is written all the same. Gives the failure if anything else can't be
-/// written: file and library are then as they were. Throws RuntimeError if a statement fails; what was
-/// written stays.
+/// written, or if another program holds the library: file and library are then as they were. Throws
+/// RuntimeError if a statement fails; what was written stays.
 std::optional<RuntimeError> SaveDetails(DetailsFile& file, const EditedDetails& edited);
 
 /// Tells in a box that a save was given up, and why.

@@ -53,7 +53,7 @@ ListedNames NamesOfRow(GridView& grid) {
 
 } // namespace
 
-frmDetails::frmDetails(DetailsParts parts, QWidget* owner)
+frmDetails::frmDetails(EditingParts parts, QWidget* owner)
     : QDialog(owner), m_parts(std::move(parts)), m_ui(std::make_unique<Ui::frmDetails>()) {
     m_ui->setupUi(this);
     setWindowModality(Qt::WindowModal); // What cmdPlay starts can be stopped in the player.
@@ -235,7 +235,7 @@ void frmDetails::Save() {
     edited.ToId3v1 = m_ui->optID3V1->isChecked();
     const int index = m_ui->cboGenre->currentIndex();
     if (index >= 0) {
-        edited.Genre = static_cast<std::uint8_t>(m_ui->cboGenre->currentData().toInt());
+        edited.Genre = m_ui->cboGenre->currentData().toLongLong();
     }
     auto hourglass = std::make_unique<HourglassPointer>();
     if (const auto failure = SaveDetails(m_file, edited)) {

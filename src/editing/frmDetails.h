@@ -2,13 +2,13 @@
 // for the list's current row.
 #pragma once
 
+#include "editing/EditingParts.h"
 #include "editing/FileDetails.h"
 
 #include <QDialog>
 
 #include <functional>
 #include <memory>
-#include <string>
 
 namespace Ui {
 class frmDetails;
@@ -16,28 +16,14 @@ class frmDetails;
 
 namespace quavernet {
 
-class GridView;
-class LibraryViews;
-class LongWork;
-class PlayerWindow;
 class TagField;
-
-/// What the dialog works on.
-struct DetailsParts {
-    GridView& Grid;
-    LibraryViews& Views;
-    PlayerWindow& Player;
-    LongWork& Work;
-    /// Shows the covers of a key as CoverKey makes it. Empty: there are none, and no label leads to them.
-    std::function<void(const std::string& key)> ShowCovers;
-};
 
 class frmDetails : public QDialog {
     Q_OBJECT
 public:
     /// Shows the file of the list's current row. Throws RuntimeError 53 if it is missing, others if a
     /// statement fails. Lets events run.
-    frmDetails(DetailsParts parts, QWidget* owner);
+    frmDetails(EditingParts parts, QWidget* owner);
     ~frmDetails() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -66,7 +52,7 @@ private:
     bool IsEditing() const;
     void OneAtATime(const std::function<void()>& handler);
 
-    DetailsParts m_parts;
+    EditingParts m_parts;
     std::unique_ptr<Ui::frmDetails> m_ui;
     DetailsFile m_file;
     FileDetails m_shown;

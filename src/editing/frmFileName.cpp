@@ -5,7 +5,7 @@
 #include "app/LoadResString.h"
 #include "app/LongWork.h"
 #include "app/ShowBox.h"
-#include "editing/FileNameTools.h"
+#include "editing/CleanUpButtons.h"
 #include "help/HelpKey.h"
 #include "ui_frmFileName.h"
 #include "widgets/NeverMinimized.h"
@@ -29,24 +29,17 @@ void frmFileName::LoadStrings() {
     setWindowTitle(ToQString(LoadResString(531)));
     m_ui->Frame1->setTitle(ToQString(LoadResString(530)));
     m_ui->txtFileName->setAccessibleName(m_ui->Frame1->title());
-    m_ui->cmdReplaceUnderscore->setText(ToQString(LoadResString(112)));
-    m_ui->cmdChangeUmlaute->setText(ToQString(LoadResString(113)));
-    m_ui->cmdRemoveBrakets->setText(ToQString(LoadResString(114)));
-    m_ui->cmdRemoveNumbers->setText(ToQString(LoadResString(115)));
     m_ui->cmsSave->setText(ToQString(LoadResString(110)));
     m_ui->cmdCancel->setText(ToQString(LoadResString(102)));
 }
 
 void frmFileName::ConnectControls() {
-    const auto cleanUp = [this](QPushButton* button, auto makeName) {
-        connect(button, &QPushButton::clicked, this, [this, makeName] {
-            m_ui->txtFileName->setText(ToNameText(makeName(FromNameText(m_ui->txtFileName->text()))));
+    PrepareCleanUpButtons(
+        {m_ui->cmdChangeUmlaute, m_ui->cmdRemoveBrakets, m_ui->cmdRemoveNumbers, m_ui->cmdReplaceUnderscore},
+        [this](const CleanUp& cleanUp) {
+            const std::string name = FromNameText(m_ui->txtFileName->text());
+            m_ui->txtFileName->setText(ToNameText(cleanUp(name)));
         });
-    };
-    cleanUp(m_ui->cmdChangeUmlaute, ChangeUmlauts);
-    cleanUp(m_ui->cmdRemoveBrakets, RemoveBrackets);
-    cleanUp(m_ui->cmdRemoveNumbers, RemoveNumbers);
-    cleanUp(m_ui->cmdReplaceUnderscore, ReplaceUnderscores);
     connect(m_ui->cmsSave, &QPushButton::clicked, this, &frmFileName::cmsSave_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
 }

@@ -4,7 +4,7 @@
 #include "adapters/qt/QtText.h"
 #include "app/LoadResString.h"
 #include "app/ShowBox.h"
-#include "editing/FileNameTools.h"
+#include "editing/CleanUpButtons.h"
 #include "help/HelpKey.h"
 #include "ui_frmFilesName.h"
 #include "widgets/EnterKey.h"
@@ -32,28 +32,20 @@ void frmFilesName::LoadStrings() {
     m_ui->Frame1->setTitle(ToQString(LoadResString(532)));
     m_ui->lstFileNames->setAccessibleName(m_ui->Frame1->title());
     m_ui->txtChangeName->setAccessibleName(ToQString(LoadResString(116)));
-    m_ui->cmdReplaceUnderscore->setText(ToQString(LoadResString(112)));
-    m_ui->cmdChangeUmlauts->setText(ToQString(LoadResString(113)));
-    m_ui->cmdRemoveBrakets->setText(ToQString(LoadResString(114)));
-    m_ui->cmdRemoveNumbers->setText(ToQString(LoadResString(115)));
     m_ui->cmdChangeName->setText(ToQString(LoadResString(116)));
     m_ui->cmdSave->setText(ToQString(LoadResString(110)));
     m_ui->cmdCancel->setText(ToQString(LoadResString(102)));
 }
 
 void frmFilesName::ConnectControls() {
-    const auto cleanUp = [this](QPushButton* button, auto makeName) {
-        connect(button, &QPushButton::clicked, this, [this, makeName] {
-            m_editor.CleanUp(makeName);
+    PrepareCleanUpButtons(
+        {m_ui->cmdChangeUmlauts, m_ui->cmdRemoveBrakets, m_ui->cmdRemoveNumbers, m_ui->cmdReplaceUnderscore},
+        [this](const CleanUp& cleanUp) {
+            m_editor.CleanUpAll(cleanUp);
             for (int index = 0; index < m_ui->lstFileNames->count(); ++index) {
                 ShowName(index);
             }
         });
-    };
-    cleanUp(m_ui->cmdChangeUmlauts, ChangeUmlauts);
-    cleanUp(m_ui->cmdRemoveBrakets, RemoveBrackets);
-    cleanUp(m_ui->cmdRemoveNumbers, RemoveNumbers);
-    cleanUp(m_ui->cmdReplaceUnderscore, ReplaceUnderscores);
     connect(m_ui->lstFileNames, &QListWidget::itemSelectionChanged, this, &frmFilesName::ListClick);
     connect(m_ui->lstFileNames, &QListWidget::itemClicked, this, &frmFilesName::ListClick);
     connect(m_ui->cmdChangeName, &QPushButton::clicked, this, &frmFilesName::cmdChangeName_Click);

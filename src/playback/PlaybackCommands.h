@@ -20,7 +20,7 @@ struct PlaybackParts {
     LongWork& Work;
 };
 
-/// `owner` is the window that the dialogs stand over.
+/// `owner` is the window above which the dialogs open.
 void RegisterPlaybackCommands(CommandRegistry& commands, const PlaybackParts& parts, QWidget& owner);
 
 } // namespace quavernet

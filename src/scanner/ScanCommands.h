@@ -10,7 +10,7 @@ class CommandRegistry;
 class Controls;
 class ScanController;
 
-/// `owner` is the window that the dialogs stand over.
+/// `owner` is the window above which the dialogs open.
 void RegisterScanCommands(CommandRegistry& commands, ScanController& scan, Controls& controls,
                           QWidget& owner);
 

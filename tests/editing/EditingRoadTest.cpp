@@ -23,7 +23,7 @@ TEST_F(EditingRoadTest, OfRenames) {
     AddFile("b_2.mp3");
     Select({1, 2});
     FileNamesEditor editor;
-    editor.CleanUp(ReplaceUnderscores);
+    editor.CleanUpAll(ReplaceUnderscores);
     const StatementRoad road(Record());
     editor.cmdSave_Click();
     EXPECT_THAT(road.Kinds(),

@@ -239,6 +239,12 @@ TEST_F(FileDetailsTest, TheLinesOfAnOggFileAreMatchedLoosely) {
     EXPECT_EQ(shown.Texts.Album, "RTIST=Various");
 }
 
+TEST_F(FileDetailsTest, KeysInSmallLettersAreTheSameKeys) {
+    const FileDetails shown = Load(AddOgg(
+        "a.ogg", {"title=Lied", "artist=Abba", "album=Best", "genre=Rock", "date=1999", "comment=Wort"}));
+    EXPECT_EQ(shown.Texts, (DetailsTexts{"Lied", "Abba", "Best", "1999", "Rock", "Wort", ""}));
+}
+
 TEST_F(FileDetailsTest, AnOggFileWithoutATellingLineIsShownAllTheSame) {
     const FileDetails shown = Load(AddBytes("a.ogg", "no Ogg file at all"));
     EXPECT_EQ(shown.Kind, DetailsKind::Ogg);

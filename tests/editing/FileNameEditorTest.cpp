@@ -151,6 +151,16 @@ TEST_F(FileNameEditorTest, ATakenNameIsNotOverwrittenAndTheLibraryNotesTheWanted
     EXPECT_EQ(InList(), InLibrary());
 }
 
+TEST_F(FileNameEditorTest, ASecondSaveAfterATakenNameActsOnTheFileOfThatName) {
+    AddFile("a.mp3");
+    AddFile("b.mp3");
+    EXPECT_EQ(Save(1, "b.mp3"), 0);
+    EXPECT_EQ(SaveAgain("c.mp3"), 0);
+    EXPECT_EQ(OnDisk(), (Texts{"b (2).mp3=a.mp3", "c.mp3=b.mp3"}));
+    EXPECT_EQ(InLibrary(), (Texts{"c.mp3|~/c.mp3", "c.mp3|~/c.mp3"}));
+    EXPECT_EQ(InList(), (Texts{"c.mp3|~/c.mp3", "b.mp3|~/b.mp3"}));
+}
+
 TEST_F(FileNameEditorTest, WhatFollowsARenameThatFailsRuns) {
     for (const std::string& name :
          {std::string("sub/b.mp3"), std::string("../b.mp3"), std::string(252, 'x') + ".mp3"}) {

@@ -46,7 +46,7 @@ TEST_F(FileNamesEditorTest, ASaveRenamesEveryItemInItsOrder) {
     AddFile("c_3.mp3");
     Select({3, 1});
     FileNamesEditor editor;
-    editor.CleanUp(ReplaceUnderscores);
+    editor.CleanUpAll(ReplaceUnderscores);
     RecordingConnection& connection = Record();
     editor.cmdSave_Click();
     const std::string folder = music.Path() + "/";
@@ -65,9 +65,9 @@ TEST_F(FileNamesEditorTest, AnotherSaveStartsFromTheNewNames) {
     AddFile("b_(y).mp3");
     Select({1, 2});
     FileNamesEditor editor;
-    editor.CleanUp(ReplaceUnderscores);
+    editor.CleanUpAll(ReplaceUnderscores);
     editor.cmdSave_Click();
-    editor.CleanUp([](const std::string& name) { return RemoveBrackets(name); });
+    editor.CleanUpAll([](const std::string& name) { return RemoveBrackets(name); });
     editor.cmdSave_Click();
     EXPECT_EQ(OnDisk(), (Texts{"a .mp3=a_(x).mp3", "b .mp3=b_(y).mp3"}));
     EXPECT_EQ(InLibrary(), (Texts{"a .mp3|~/a .mp3", "b .mp3|~/b .mp3"}));
@@ -78,7 +78,7 @@ TEST_F(FileNamesEditorTest, EachItemHasBracketsOfItsOwnAndTheOpenOneLosesItsExte
     AddFile("b (x).mp3");
     Select({1, 2});
     FileNamesEditor editor;
-    editor.CleanUp([](const std::string& name) { return RemoveBrackets(name); });
+    editor.CleanUpAll([](const std::string& name) { return RemoveBrackets(name); });
     editor.cmdSave_Click();
     EXPECT_EQ(OnDisk(), (Texts{"a =a (live.mp3", "b .mp3=b (x).mp3"}));
     EXPECT_EQ(InLibrary(), (Texts{"a |~/a ", "b .mp3|~/b .mp3"}));
@@ -100,7 +100,7 @@ TEST_F(FileNamesEditorTest, NamesThatAreEmptiedFailOnDiskAndAreRecorded) {
     AddFile("2.ogg");
     Select({1, 2});
     FileNamesEditor editor;
-    editor.CleanUp(RemoveNumbers);
+    editor.CleanUpAll(RemoveNumbers);
     editor.cmdSave_Click();
     EXPECT_EQ(OnDisk(), (Texts{".ogg=2.ogg", "1=1"}));
     EXPECT_EQ(InLibrary(), (Texts{"|~/", ".ogg|~/.ogg"}));
@@ -113,7 +113,7 @@ TEST_F(FileNamesEditorTest, NamesThatBecomeTheSameGetNumbersOnDiskAndTheLibraryN
     AddFile("3 x.mp3");
     Select({1, 2, 3});
     FileNamesEditor editor;
-    editor.CleanUp(RemoveNumbers);
+    editor.CleanUpAll(RemoveNumbers);
     editor.cmdSave_Click();
     EXPECT_EQ(OnDisk(), (Texts{" x (2).mp3=2 x.mp3", " x (3).mp3=3 x.mp3", " x.mp3=1 x.mp3"}));
     EXPECT_EQ(InLibrary(), (Texts{" x.mp3|~/ x.mp3", " x.mp3|~/ x.mp3", " x.mp3|~/ x.mp3"}));
@@ -126,7 +126,7 @@ TEST_F(FileNamesEditorTest, AMissingFileIsNoObstacleForTheRest) {
     AddFile("d_4.mp3");
     Select({1, 2, 3, 4});
     FileNamesEditor editor;
-    editor.CleanUp(ReplaceUnderscores);
+    editor.CleanUpAll(ReplaceUnderscores);
     editor.cmdSave_Click();
     EXPECT_EQ(OnDisk(), (Texts{"b 2.mp3=b_2.mp3", "d 4.mp3=d_4.mp3"}));
     EXPECT_EQ(OnDisk("it's"), (Texts{"c 3.mp3=c_3.mp3"}));
@@ -140,7 +140,7 @@ TEST_F(FileNamesEditorTest, AFailingStatementEndsTheSaveAndWhatIsDoneStays) {
     AddFile("c_3.mp3");
     Select({1, 2, 3});
     FileNamesEditor editor;
-    editor.CleanUp(ReplaceUnderscores);
+    editor.CleanUpAll(ReplaceUnderscores);
     Record().failOn = "Update Files set Path = '" + music.Path() + "/b";
     EXPECT_EQ(NumberOf([&] { editor.cmdSave_Click(); }), 19);
     EXPECT_EQ(OnDisk(), (Texts{"a 1.mp3=a_1.mp3", "b 2.mp3=b_2.mp3", "c_3.mp3=c_3.mp3"}));
@@ -153,7 +153,7 @@ TEST_F(FileNamesEditorTest, AChangedNameGetsTheExtensionThatTheItemHadWhenItWasS
     Select({1, 2});
     FileNamesEditor editor;
     EXPECT_EQ(editor.ListClick(0), "a(.mp3");
-    editor.CleanUp([](const std::string& name) { return RemoveBrackets(name); });
+    editor.CleanUpAll([](const std::string& name) { return RemoveBrackets(name); });
     EXPECT_EQ(Names(editor), (Texts{"1 a", "2 b.ogg"}));
     EXPECT_EQ(Change(editor, "new"), 0);
     EXPECT_EQ(shown, "new.mp3");

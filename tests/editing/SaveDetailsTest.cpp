@@ -384,6 +384,41 @@ TEST_F(SaveDetailsTest, AFailingStatementComesOutAndWhatWasWrittenStays) {
     EXPECT_EQ(Row(), NoRow);
 }
 
+TEST_F(SaveDetailsTest, WhileAnotherProgramWritesToTheLibraryTheFileKeepsItsTag) {
+    for (const char* kind : {"--id3v1-only", "--id3v2-only"}) {
+        EditedDetails edited = OpenCopy(TaggedMp3(kind), std::string("a") + kind + ".mp3");
+        const std::string before = Bytes();
+        edited.Texts.Title = "New";
+        RecordingConnection& connection = Record();
+        connection.failLock = true;
+        const auto failure = Save(edited);
+        ASSERT_TRUE(failure.has_value()) << kind;
+        EXPECT_EQ(failure->Number(), 2) << kind;
+        EXPECT_TRUE(Bytes() == before) << kind;
+        EXPECT_THAT(connection.statements, IsEmpty()) << kind;
+        connection.failLock = false;
+        ExpectSaved(edited);
+        EXPECT_EQ(Load(path_).Texts.Title, "New") << "what was typed is still there for another try";
+    }
+}
+
+TEST_F(SaveDetailsTest, AGenreNumberThatATagCannotHoldGoesIntoTheLibraryAlone) {
+    EditedDetails edited = OpenCopy(TaggedMp3("--id3v1-only"), "a.mp3");
+    edited.Genre = 300;
+    ExpectSaved(edited);
+    EXPECT_EQ(Row(), "Künstler|Titel|Größe|300");
+    EXPECT_EQ(static_cast<unsigned char>(Bytes().back()), NoGenre);
+}
+
+TEST_F(SaveDetailsTest, ATrackNumberInTheCommentOfVersion1GoesWithASave) {
+    const EditedDetails edited =
+        OpenCopy(Mp3With({"--id3v1-only", "--tt", "Titel", "--tc", "Wort", "--tn", "7"}), "a.mp3");
+    ASSERT_EQ(Bytes()[Bytes().size() - 2], 7);
+    ExpectSaved(edited);
+    EXPECT_EQ(Bytes().substr(Bytes().size() - 31, 30), "Wort\a" + std::string(25, ' '))
+        << "NULs go from the text, and what is beyond them follows it";
+}
+
 TEST_F(SaveDetailsTest, TheKeyOfTheCoversNamesAlbumAndPerformer) {
     Execute({"Insert into Albums (Name) values ('x')", "Insert into Albums (Name) values ('It''s')",
              "Insert into Interpret (Interpret) values ('O''Hara')"});

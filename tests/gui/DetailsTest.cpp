@@ -9,6 +9,8 @@
 #include <QMimeData>
 #include <QTimer>
 
+#include <array>
+
 #include <gmock/gmock.h>
 
 namespace quavernet::test {
@@ -481,17 +483,37 @@ TEST_F(DetailsTest, F1OnEachControlOpensItsPage) {
 }
 
 TEST_F(DetailsTest, TheTextsAreThoseOfTheLanguageAndEveryControlHasAName) {
-    for (const char* language : {"GER", "ENG"}) {
-        settings.values["Language"] = language;
+    struct Captions {
+        const char* language;
+        std::array<const char*, 16> labels;
+        std::array<const char*, 4> buttons; // OK, Cancel, Edit, Save
+        const char* cover;
+    };
+    constexpr std::array Languages{Captions{"GER",
+                                            {"Pfad:", "Interpret:", "Titel:", "Album:", "Genre:", "Grösse:",
+                                             "Qualität:", "Länge:", "Frequenz:", "Mode:", "Layer:",
+                                             "Version:", "Jahr:", "Sprache:", "Publisher:", "Kommentar:"},
+                                            {"OK", "Abbrechen", "Bearbeiten", "Speichern"},
+                                            "Cover..."},
+                                   Captions{"ENG",
+                                            {"Path:", "Performer:", "Title:", "Album:", "Genre:", "Size:",
+                                             "Quality:", "Length:", "Frequency:", "Mode:", "Layer:",
+                                             "Version:", "Year:", "Language:", "Publisher:", "Comment:"},
+                                            {"OK", "Cancel", "Edit", "Save"},
+                                            "Cover..."}};
+    showCovers = [](const std::string&) {};
+    for (const Captions& captions : Languages) {
+        settings.values["Language"] = captions.language;
         OpenTagged();
-        for (int i = 0; i < 16; ++i) {
+        for (std::size_t i = 0; i < captions.labels.size(); ++i) {
             const std::string name = "Label" + std::to_string(i + 1);
-            EXPECT_EQ(FromQString(Part<QLabel>(name.c_str()).text()), LoadResString(511 + i));
+            EXPECT_EQ(FromQString(Part<QLabel>(name.c_str()).text()), captions.labels[i]);
         }
-        EXPECT_EQ(FromQString(Part<QPushButton>("cmdSave").text()), LoadResString(110));
-        EXPECT_EQ(FromQString(Part<QPushButton>("cmdEdit").text()), LoadResString(109));
-        EXPECT_EQ(FromQString(Part<QPushButton>("cmdCancel").text()), LoadResString(102));
-        EXPECT_EQ(FromQString(Part<QPushButton>("cmdOK").text()), LoadResString(101));
+        constexpr std::array Buttons{"cmdOK", "cmdCancel", "cmdEdit", "cmdSave"};
+        for (std::size_t i = 0; i < Buttons.size(); ++i) {
+            EXPECT_EQ(FromQString(Part<QPushButton>(Buttons[i]).text()), captions.buttons[i]);
+        }
+        EXPECT_EQ(FromQString(Part<QLabel>("lblCover").text()), captions.cover);
         Click("cmdEdit");
         for (const char* option : {"optID3V1", "optID3V2"}) {
             Part<QRadioButton>(option).click();

@@ -112,7 +112,7 @@ protected:
     /// Shows the dialog for the current row, as a command does, but returns.
     void Open() {
         dialog = std::make_unique<frmDetails>(
-            DetailsParts{Grid(), Form().Parts().Views, windows->Player(), Form().Parts().Work, showCovers},
+            EditingParts{Grid(), Form().Parts().Views, windows->Player(), Form().Parts().Work, showCovers},
             &Form());
         dialog->show();
         dialog->activateWindow();

@@ -37,7 +37,7 @@ protected:
         ClickRow(1);
     }
 
-    DetailsParts Parts() {
+    EditingParts Parts() {
         return {Grid(), Form().Parts().Views, windows->Player(), Form().Parts().Work,
                 [](const std::string&) {}};
     }
