@@ -90,7 +90,7 @@ void RenameJobs(const std::string& emptyLibrary, const std::string& work, int ro
     };
     const auto rename = [&] {
         FileNamesEditor editor;
-        editor.CleanUp([&](const std::string& name) {
+        editor.CleanUpAll([&](const std::string& name) {
             const auto number = name.find(' ');
             return name.substr(0, number) + other(name.substr(number));
         });

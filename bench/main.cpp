@@ -6,6 +6,7 @@
 #include "QueueJobs.h"
 #include "RenameJobs.h"
 #include "SilentScanner.h"
+#include "TagSaveJobs.h"
 
 #include <cstdio>
 #include <exception>
@@ -41,6 +42,10 @@ int main(int count, char** arguments) {
             QueueJobs(words[1], words[2], std::stoi(words[3]));
             return 0;
         }
+        if (words.size() == 4 && words[0] == "tagsave") {
+            TagSaveJobs(words[1], words[2], std::stoi(words[3]));
+            return 0;
+        }
         if (words.size() == 4 && words[0] == "rename") {
             RenameJobs(words[1], words[2], std::stoi(words[3]));
             return 0;
@@ -53,6 +58,7 @@ int main(int count, char** arguments) {
                          "quavernet_bench scan MUSIC WORK TEMPLATE NAME ROUNDS\n"
                          "quavernet_bench ogg MUSIC ROUNDS\n"
                          "quavernet_bench oggsave SONG WORK ROUNDS\n"
+                         "quavernet_bench tagsave SONG WORK ROUNDS\n"
                          "quavernet_bench player MUSIC ROUNDS\n"
                          "quavernet_bench queue LIBRARY WORK ROUNDS\n"
                          "quavernet_bench rename TEMPLATE WORK ROUNDS\n");

@@ -5,7 +5,8 @@ Parts: scan (with the main window open and the scan log on, and without any wind
 among them), list (from the click to the painted rows), tree (load, drop, deletion and import, each to the painted nodes,
 and the processor time of a drag over it), million (the list with 1,000,000 rows, and the memory for them), start (filled
 window, memory, idling), cancel (clicks on "cancel" at random moments of scans), ogg (the reader of Ogg files beside
-ogginfo itself), oggsave (comments saved into an Ogg file of 6 MB), player (starts of tracks and the processor time of
+ogginfo itself), oggsave (comments saved into an Ogg file of 6 MB), tagsave (an ID3v2 tag saved into an MP3 file of 6 MB),
+details (the dialog of that file), player (starts of tracks and the processor time of
 playing, beside bare libmpv), queue (the player's queue at its full length), encoder (five minutes of WAV to MP3, beside
 lame itself), rename (1,000 files given other names at once).
 
@@ -159,6 +160,27 @@ def oggsave(run):
     run.collect(BENCH, "oggsave", song, run.work, 10 * run.options.rounds)
 
 
+def make_mp3_song(run):
+    """An MP3 file of 6 MB with a tag of version 2."""
+    song = os.path.join(run.work, "song.mp3")
+    if not os.path.exists(song):
+        with tempfile.TemporaryDirectory(dir=run.music) as work:
+            source = os.path.join(work, "source.wav")
+            subprocess.run(["sox", "-R", "-n", "-r", "44100", "-c", "2", "-b", "16", source, "synth", str(SONG_SECONDS),
+                            "pinknoise", "vol", "0.3"], check=True)
+            subprocess.run(["lame", "--quiet", "-b", "192", "--id3v2-only", "--tt", "Title", "--ta", "Performer", source,
+                            song], check=True)
+    return song
+
+
+def tagsave(run):
+    run.collect(BENCH, "tagsave", make_mp3_song(run), run.work, 10 * run.options.rounds)
+
+
+def details(run):
+    run.in_window(run.home(run.options.rows), "details", make_mp3_song(run), 10 * run.options.rounds)
+
+
 def make_tracks(folder, count):
     """MP3 files of one minute: the same sound under many names."""
     if os.path.exists(folder):
@@ -194,7 +216,8 @@ def rename(run):
 
 
 PARTS = {"scan": scan, "list": lists, "tree": tree, "million": million, "start": start_to_idle, "cancel": cancel_clicks,
-         "ogg": ogg, "oggsave": oggsave, "player": player, "queue": queue, "encoder": encoder, "rename": rename}
+         "ogg": ogg, "oggsave": oggsave, "tagsave": tagsave,
+         "details": details, "player": player, "queue": queue, "encoder": encoder, "rename": rename}
 
 
 def read_options():

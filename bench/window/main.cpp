@@ -1,4 +1,5 @@
 // The jobs whose end is on the screen. Called by bench/run, with a screen and a home folder of its own.
+#include "window/DetailsJobs.h"
 #include "window/ListJobs.h"
 #include "window/RealWindow.h"
 #include "window/TreeJobs.h"
@@ -23,6 +24,10 @@ int main(int count, char** arguments) {
             TreeJobs(window, words[1], std::stoi(words[2]));
             return 0;
         }
+        if (words.size() == 3 && words[0] == "details") {
+            DetailsJobs(window, words[1], std::stoi(words[2]));
+            return 0;
+        }
         if (words.size() == 1 && words[0] == "memory") {
             ListMemory(window);
             return 0;
@@ -38,6 +43,7 @@ int main(int count, char** arguments) {
     }
     std::fprintf(stderr, "quavernet_window_bench list ROUNDS\n"
                          "quavernet_window_bench tree WORK ROUNDS\n"
+                         "quavernet_window_bench details SONG ROUNDS\n"
                          "quavernet_window_bench memory\n"
                          "quavernet_window_bench scan MUSIC WORK NAME ROUNDS\n");
     return 2;
