@@ -43,6 +43,25 @@ if version == 3:
          lines["COMM"].removeprefix("()[eng]: "), lines["TPUB"])
 )";
 
+// Title and album, or nothing where a reader finds none.
+constexpr const char* ReadEmptied = R"(
+import json, logging, subprocess, sys
+import eyed3
+from mutagen.id3 import ID3
+logging.disable(logging.CRITICAL)
+path = sys.argv[1]
+def show(reader, *texts):
+    print(reader + "|" + "|".join(text or "" for text in texts))
+tag = ID3(path, translate=False)
+show("mutagen", *["".join(str(frame) for frame in tag.getall(name)) for name in ("TIT2", "TALB")])
+tag = eyed3.load(path).tag
+show("eyeD3", tag.title, tag.album)
+output = subprocess.run(["ffprobe", "-v", "error", "-show_entries", "format_tags", "-of", "json", path],
+                        capture_output=True, check=True).stdout
+tags = json.loads(output)["format"]["tags"]
+show("ffprobe", tags.get("title"), tags.get("album"))
+)";
+
 // The blanks that fill the fields are cut off. ffprobe gives their bytes as they are.
 constexpr const char* ReadVersion1 = R"(
 import json, logging, subprocess, sys
@@ -143,6 +162,20 @@ TEST_F(TagReadersTest, AllReadTheSevenFieldsOfVersion2) {
     }
 }
 
+TEST_F(TagReadersTest, AFieldThatWasEmptiedIsEmptyForAll) {
+    const std::string source =
+        RealMp3({"-b", "32", "--id3v2-only", "--ta", "Lied", "--tt", "Alt", "--tl", "Alt"});
+    const std::string path = CopyTo(source, folder / "a.mp3");
+    const Texts readers = {"mutagen", "eyeD3", "ffprobe"};
+    ASSERT_EQ(ReadBy(ReadEmptied, path), Lines(readers, {"Alt", "Alt"}));
+    const auto component = CreateTagLibComponent(RealFiles());
+    component->LoadFile(path);
+    component->SetTagField(TagComponent::Album, "");
+    component->SetTagField(TagComponent::Title, "");
+    component->SaveFile(path);
+    EXPECT_EQ(ReadBy(ReadEmptied, path), Lines(readers, {"", ""}));
+}
+
 TEST_F(TagReadersTest, AllReadTheFieldsOfVersion1) {
     const std::string bare = RealMp3({"-b", "32"});
     const std::string both = RealMp3({"-b", "32", "--add-id3v2", "--tt", "Alt", "--tg", "17"});
@@ -155,7 +188,8 @@ TEST_F(TagReadersTest, AllReadTheFieldsOfVersion1) {
     const Texts texts = {tag.TagTitle, "Die Ärzte, cut where it is thi", tag.TagAlbum, "2026",
                          tag.TagComment};
     for (const auto& [number, name] :
-         {std::pair{0, "Blues"}, std::pair{17, "Rock"}, std::pair{79, "Hard Rock"}}) {
+         {std::pair{0, "Blues"}, std::pair{9, "Metal"}, std::pair{17, "Rock"}, std::pair{32, "Classical"},
+          std::pair{79, "Hard Rock"}, std::pair{125, "Dance Hall"}}) {
         for (const std::string& source : {bare, both}) {
             const std::string path = CopyTo(source, folder / "a.mp3");
             const std::string before = ReadFile(path);
