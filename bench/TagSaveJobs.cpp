@@ -29,7 +29,7 @@ public:
     TagSaves(const TagSaves&) = delete;
     TagSaves& operator=(const TagSaves&) = delete;
 
-    /// The tag is loaded anew before each round, as the dialog does when it opens.
+    /// The tag is loaded before each round, as the dialog does when it opens.
     void Load() {
         m_tag = CreateTagLibComponent(m_files);
         m_tag->LoadFile(m_path);
