@@ -33,6 +33,7 @@ public:
     ///     kept        a later one ran in the prepared form of an earlier one
     ///     guarded     rows that hold the new values already are not written
     ///     ordered     the engine was not given the order
+    ///     limited     the engine was told to end after the first rows
     ///     remembered  a later one was answered without the engine
     std::vector<std::string> Kinds() const {
         std::vector<Kind> kinds;
@@ -124,6 +125,7 @@ private:
         text += isGuarded ? " guarded" : "";
         text += Holds(Lower(kind.name), " order by ") && !Holds(Lower(kind.engine), " order by ") ? " ordered"
                                                                                                   : "";
+        text += Holds(Lower(kind.engine), " limit ") ? " limited" : "";
         return text + (kind.isRemembered ? " remembered" : "");
     }
 

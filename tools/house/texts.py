@@ -31,6 +31,8 @@ ALLOWED = {
     ("src/editing/SaveDetails.cpp", "InterID:"): "a part of a key",
     ("src/editing/frmDetails.cpp", "ID3v1"): "the name of a kind of tag",
     ("src/editing/frmDetails.cpp", "ID3v2"): "the name of a kind of tag",
+    ("src/extras/Chart.cpp", "Die Datei konnte nicht gefunden werden!"): "this box is German in every language",
+    ("src/extras/Chart.cpp", "Öffnen nicht möglich"): "this box is German in every language",
     ("src/mainwindow/LocateDatabase.cpp", "Quavernet Database/"): "a folder",
     ("src/mainwindow/MainStatusBar.cpp", "100000 Interpreten"): "a measure, never shown",
     ("src/mainwindow/MainStatusBar.cpp", "100000 Tracks"): "a measure, never shown",

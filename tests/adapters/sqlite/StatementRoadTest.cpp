@@ -17,6 +17,8 @@
 #include "browser/GridOpen.h"
 #include "browser/ListFaults.h"
 #include "browser/LoadDatabase.h"
+#include "extras/Chart.h"
+#include "extras/TopListOptions.h"
 #include "library/CleanDatabase.h"
 #include "library/DatabaseCheck.h"
 #include "playback/PlayQueue.h"
@@ -420,6 +422,31 @@ TEST_F(StatementRoadTest, OfADoubleClickOnTheList) {
     }
     EXPECT_THAT(road.Kinds(),
                 ElementsAre("Update Files Set Hits = Hits + ? where File_id = ?: partly lifted kept"));
+}
+
+TEST_F(StatementRoadTest, OfTheCharts) {
+    ScanSongs();
+    const StatementRoad road(connection);
+    RecordingPlayer player{calls};
+    Chart chart;
+    for (const bool top : {true, false}) {
+        mainModule.ChartShowTop = top;
+        chart.Form_Load();
+        (void)chart.FillChart();
+        for (const int row : {0, 1}) {
+            (void)chart.grdChart_DblClick(row, player, [](MousePointer) {});
+        }
+    }
+    for (int round = 0; round < 2; ++round) {
+        SaveTopListOptions("10", true);
+    }
+    EXPECT_THAT(road.Kinds(),
+                ElementsAre("Select Name, Hits, Path, File_id from Files order by  Hits DESC, "
+                            "DateLastModified DESC: kept limited",
+                            "Update Files Set Hits = Hits + ? where Path = ?: partly lifted kept",
+                            "Select Name, DateLastModified, Path, File_id from Files order by "
+                            "DateLastModified DESC: kept limited",
+                            "Update Files Set Hits = ?: lifted kept"));
 }
 
 TEST_F(StatementRoadTest, OfTheCleaning) {
