@@ -35,6 +35,7 @@ void ListController::Reload() {
 void ListController::LoadDatabase(const std::string& list) {
     // Inside the events of a load that shows given files an ordinary one may come: it has no list.
     const ScopedValue listMode(mainModule.ShowInGridMode, mainModule.ShowInGridMode && !list.empty());
+    const ScopedValue chartMode(mainModule.ShowChartMode, mainModule.ShowChartMode && !list.empty());
     ListResult result =
         quavernet::LoadDatabase([this] { return ReadFilter(); }, list, m_work, [this] { ClearList(); });
     m_pane.Grid.SetRows(std::move(result.Rows));

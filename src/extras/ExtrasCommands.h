@@ -7,8 +7,16 @@ class QWidget;
 namespace quavernet {
 
 class CommandRegistry;
+class LibraryViews;
+class PlayerWindow;
+
+/// What the commands of this room work on.
+struct ExtrasParts {
+    LibraryViews& Views;
+    PlayerWindow& Player;
+};
 
 /// `owner` is the window that the dialogs stand over.
-void RegisterExtrasCommands(CommandRegistry& commands, QWidget& owner);
+void RegisterExtrasCommands(CommandRegistry& commands, const ExtrasParts& parts, QWidget& owner);
 
 } // namespace quavernet

@@ -50,7 +50,7 @@ MainParts::MainParts(QMainWindow& window, PlayerWindow& player, const SwitchCont
     RegisterLibraryCommands(Commands, Work, Views);
     RegisterPlaybackCommands(Commands, {Panes.Grid().Selection(), Tree.Model(), player, Work}, window);
     RegisterEditingCommands(Commands, {Panes.Grid(), Views, player, Work}, window);
-    RegisterExtrasCommands(Commands, window);
+    RegisterExtrasCommands(Commands, {Views, player}, window);
     RegisterOutputCommands(Commands, {Work, Panes.Grid(), Named}, window);
     RegisterWindowCommands(Commands, Named, window, [loadStrings, &player] {
         loadStrings();

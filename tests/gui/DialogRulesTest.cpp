@@ -3,6 +3,8 @@
 #include "editing/frmDetails.h"
 #include "editing/frmFileName.h"
 #include "editing/frmFilesName.h"
+#include "extras/frmChart.h"
+#include "extras/frmOptToplist.h"
 #include "mainwindow/frmAbout.h"
 #include "output/frmKonvertOptions.h"
 #include "playback/frmRandomPlay.h"
@@ -100,6 +102,8 @@ TEST_F(DialogRulesTest, ReturnMeansTheFirstButtonAndEscapeTheOther) {
     EXPECT_EQ(DefaultButton(categoryName), "cmdFinish");
     frmRandomPlay randomPlay(&Form());
     EXPECT_EQ(DefaultButton(randomPlay), "cmdOK");
+    frmOptToplist toplist(&Form());
+    EXPECT_EQ(DefaultButton(toplist), "cmdOK");
     frmFileName fileName(&Form(), Form().Parts().Work);
     EXPECT_EQ(DefaultButton(fileName), "cmsSave");
     frmFilesName filesName(&Form());
@@ -109,8 +113,8 @@ TEST_F(DialogRulesTest, ReturnMeansTheFirstButtonAndEscapeTheOther) {
     frmKonvertOptions konvertOptions(&Form());
     EXPECT_EQ(DefaultButton(konvertOptions), "cmdOK");
     for (QDialog* dialog :
-         std::initializer_list<QDialog*>{&remind, &scanpath, &editTree, &categoryName, &randomPlay, &fileName,
-                                         &filesName, &details, &konvertOptions}) {
+         std::initializer_list<QDialog*>{&remind, &scanpath, &editTree, &categoryName, &randomPlay, &toplist,
+                                         &fileName, &filesName, &details, &konvertOptions}) {
         Open(*dialog);
         QTest::keyClick(dialog, Qt::Key_Escape);
         EXPECT_FALSE(dialog->isVisible());
@@ -179,6 +183,9 @@ TEST_F(DialogRulesTest, EveryControlIsReachedByTheKeyboardAlone) {
     frmRandomPlay randomPlay(&Form());
     Open(randomPlay);
     EXPECT_EQ(ReachedByTab(randomPlay), (Names{"optAllFiles", "cmdOK"}));
+    frmOptToplist toplist(&Form());
+    Open(toplist);
+    EXPECT_EQ(ReachedByTab(toplist), (Names{"txtFileCount", "chkResetStatistik", "cmdOK"}));
     frmFileName fileName(&Form(), Form().Parts().Work);
     Open(fileName);
     EXPECT_EQ(ReachedByTab(fileName),
@@ -233,13 +240,15 @@ TEST_F(DialogRulesTest, NoDialogOffersToBeMinimised) {
     frmEditTree editTree(&Form());
     frmCategoryName categoryName(&Form(), {}, Form().Parts().Views);
     frmRandomPlay randomPlay(&Form());
+    frmOptToplist toplist(&Form());
+    frmChart charts(&Form(), Form().Parts().Views, windows->Player());
     frmFileName fileName(&Form(), Form().Parts().Work);
     frmFilesName filesName(&Form());
     frmDetails details(Parts(), &Form());
     frmKonvertOptions konvertOptions(&Form());
-    for (const QDialog* dialog :
-         std::initializer_list<QDialog*>{&remind, &scanpath, &about, &log, &editTree, &categoryName,
-                                         &randomPlay, &fileName, &filesName, &details, &konvertOptions}) {
+    for (const QDialog* dialog : std::initializer_list<QDialog*>{
+             &remind, &scanpath, &about, &log, &editTree, &categoryName, &randomPlay, &toplist, &charts,
+             &fileName, &filesName, &details, &konvertOptions}) {
         EXPECT_FALSE(dialog->windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
         EXPECT_EQ(dialog->windowType(), Qt::Dialog);
         EXPECT_EQ(dialog->parentWidget(), &Form()) << "it stays over the main window";
@@ -257,6 +266,9 @@ TEST_F(DialogRulesTest, NoTextIsCutInEitherLanguage) {
         frmEditTree editTree(&Form());
         frmCategoryName categoryName(&Form(), {}, Form().Parts().Views);
         frmRandomPlay randomPlay(&Form());
+        frmOptToplist toplist(&Form());
+        frmChart charts(&Form(), Form().Parts().Views, windows->Player());
+        charts.Open(mainModule.ChartShowTop);
         frmFileName fileName(&Form(), Form().Parts().Work);
         frmFilesName filesName(&Form());
         frmDetails details(Parts(), &Form());
@@ -264,8 +276,8 @@ TEST_F(DialogRulesTest, NoTextIsCutInEitherLanguage) {
         frmDetails edited(Parts(), &Form());
         edited.findChild<QPushButton*>(QStringLiteral("cmdEdit"))->click();
         for (QDialog* dialog : std::initializer_list<QDialog*>{
-                 &remind, &scanpath, &about, &log, &editTree, &categoryName, &randomPlay, &fileName,
-                 &filesName, &details, &edited, &konvertOptions}) {
+                 &remind, &scanpath, &about, &log, &editTree, &categoryName, &randomPlay, &toplist, &charts,
+                 &fileName, &filesName, &details, &edited, &konvertOptions}) {
             Open(*dialog);
             EXPECT_EQ(CutTexts(*dialog), std::vector<std::string>{})
                 << language << " " << FromQString(dialog->objectName());
