@@ -32,11 +32,12 @@ class MenusTest(ProgramTest):
         wait_until("the menu to go", closed)
 
     def choose(self, window, number, *downs):
-        """The item so many steps below the first, and on in submenus."""
+        """The item so many steps below the first, or with a number below 0 counted from the last, and on in submenus."""
         self.open_menu(window, number)
         for level, steps in enumerate(downs):
             # A menu opened by the mouse has no item marked yet.
-            self.desktop.key(*["Down"] * (steps if level else steps + 1), "Right" if level + 1 < len(downs) else "Return")
+            moves = ["Up"] * -steps if steps < 0 else ["Down"] * (steps if level else steps + 1)
+            self.desktop.key(*moves, "Right" if level + 1 < len(downs) else "Return")
 
     def dialog(self, window, title, number, *downs):
         """The item opens a window of this title, which Escape closes."""
@@ -64,15 +65,16 @@ class MenusTest(ProgramTest):
 
         self.dialog(window, "^Wählen Sie einen Ordner$", 0, 0)
         self.dialog(window, "^Datenbank säubern$", 0, 4)
-        self.dialog(window, "^Standard Scanpfad$", 4, 1)
-        self.dialog(window, "^Random Play Optionen$", 4, 2)
-        self.dialog(window, "^Scan Erinnerung$", 4, 3)
+        self.dialog(window, "^Charts und Toplist$", 4, -7)
+        self.dialog(window, "^Standard Scanpfad$", 4, -5)
+        self.dialog(window, "^Random Play Optionen$", 4, -4)
+        self.dialog(window, "^Scan Erinnerung$", 4, -3)
         self.dialog(window, "^Über Quavernet$", 5, 1)
         self.choose(window, 1, 0)      # mp3 off
         self.choose(window, 1, 3)      # grid lines on
         self.choose(window, 4, 0, 0)   # quick scan on
-        self.choose(window, 4, 4, 1)   # external player on
-        self.choose(window, 4, 5)      # load over search on
+        self.choose(window, 4, -2, 1)  # external player on
+        self.choose(window, 4, -1)     # load over search on
         self.list_and_letters(window)
         self.choose(window, 1, 4, 1)   # English
         wait_until("English", lambda: self.desktop.title(window).startswith("Quavernet - last scan"))
