@@ -1,4 +1,5 @@
 // The jobs whose end is on the screen. Called by bench/run, with a screen and a home folder of its own.
+#include "window/ChartJobs.h"
 #include "window/DetailsJobs.h"
 #include "window/ListJobs.h"
 #include "window/RealWindow.h"
@@ -18,6 +19,10 @@ int main(int count, char** arguments) {
         window.Start();
         if (words.size() == 2 && words[0] == "list") {
             ListJobs(window, std::stoi(words[1]));
+            return 0;
+        }
+        if (words.size() == 2 && words[0] == "charts") {
+            ChartJobs(window, std::stoi(words[1]));
             return 0;
         }
         if (words.size() == 3 && words[0] == "tree") {
@@ -42,6 +47,7 @@ int main(int count, char** arguments) {
         return 1;
     }
     std::fprintf(stderr, "quavernet_window_bench list ROUNDS\n"
+                         "quavernet_window_bench charts ROUNDS\n"
                          "quavernet_window_bench tree WORK ROUNDS\n"
                          "quavernet_window_bench details SONG ROUNDS\n"
                          "quavernet_window_bench memory\n"
