@@ -5,6 +5,8 @@
 #include "widgets/Pictures.h"
 
 #include <QAction>
+#include <QEvent>
+#include <QLayout>
 
 #include <array>
 
@@ -25,12 +27,30 @@ constexpr std::array<ToolbarEntry, 7> ToolbarTable{{{"scan", 597},
                                                     {"top", 602},
                                                     {"date", 603}}};
 
+/// Pixels. All buttons find room before the first filter; one that doesn't would not be seen.
+constexpr int ButtonWidth = 26;
+
 } // namespace
 
 MainToolbar::MainToolbar(QWidget* parent) : QToolBar(parent) {
     setObjectName(QStringLiteral("Toolbar1"));
     setIconSize(QSize(20, 20));
     setMouseTracking(true);
+    Pack();
+}
+
+// The buttons stand without gaps, whatever a style would put between them.
+void MainToolbar::Pack() {
+    layout()->setContentsMargins(0, 0, 0, 0);
+    layout()->setSpacing(0);
+}
+
+bool MainToolbar::event(QEvent* event) {
+    const bool handled = QToolBar::event(event);
+    if (event->type() == QEvent::StyleChange) {
+        Pack();
+    }
+    return handled;
 }
 
 std::vector<std::string_view> MainToolbar::Keys() {
@@ -49,6 +69,7 @@ void MainToolbar::Build(const CommandRegistry& commands) {
         QAction* button = addAction(Picture(entry.Key), QString());
         button->setObjectName(QLatin1String(entry.Key));
         widgetForAction(button)->setFocusPolicy(Qt::TabFocus);
+        widgetForAction(button)->setFixedWidth(ButtonWidth);
         connect(button, &QAction::triggered, this, [&commands, key = entry.Key] { commands.Run(key); });
     }
 }

@@ -26,6 +26,12 @@ public:
     QAction* Button(std::string_view key) const;
 
     void LoadStrings();
+
+protected:
+    bool event(QEvent* event) override;
+
+private:
+    void Pack();
 };
 
 } // namespace quavernet

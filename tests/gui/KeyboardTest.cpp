@@ -31,7 +31,8 @@ TEST_F(KeyboardTest, TabReachesEveryControlFromTheStripToThePanes) {
     AddFile("Abba", "One");
     Start();
     EXPECT_EQ(TabStops(), (Texts{"txtSearch", "cmdSearch", "cmdRandomize", "Frame2", "grdMp3", "TreeView",
-                                 "scan", "cboDrive", "cboGenre", "cboAlbum", "chkInterpret", "chkTitle"}));
+                                 "scan", "print", "top", "date", "cboDrive", "cboGenre", "cboAlbum",
+                                 "chkInterpret", "chkTitle"}));
 }
 
 TEST_F(KeyboardTest, EveryControlThatTakesTheKeyboardHasAName) {

@@ -4,7 +4,11 @@
 #include "mainwindow/MainMenuTable.h"
 
 #include <QDialog>
+#include <QStyleFactory>
 #include <QTimer>
+#include <QToolBar>
+
+#include <memory>
 
 namespace quavernet::test {
 
@@ -145,6 +149,27 @@ TEST_F(MainMenuTest, ExactlyTheseCommandsAreLeftOutUntilTheyExist) {
         buttons.push_back(FromQString(button->objectName()));
     }
     EXPECT_EQ(buttons, (Texts{"scan", "cancel", "print", "plist", "konvert", "top", "date"}));
+}
+
+TEST_F(MainMenuTest, EveryButtonOfTheToolbarIsSeenInEachStyle) {
+    Start();
+    QToolBar& toolbar = Form().Panes().Toolbar1();
+    const auto expectSeen = [&](const std::string& style) {
+        QCoreApplication::processEvents();
+        for (QAction* button : toolbar.actions()) {
+            const QWidget& widget = *toolbar.widgetForAction(button);
+            EXPECT_TRUE(widget.isVisible()) << style << " " << FromQString(button->objectName());
+            EXPECT_TRUE(toolbar.rect().contains(widget.geometry())) << FromQString(button->objectName());
+            EXPECT_GE(widget.width(), toolbar.iconSize().width() + 4);
+        }
+    };
+    expectSeen("as it starts");
+    for (const QString& name : QStyleFactory::keys()) {
+        const std::unique_ptr<QStyle> style(QStyleFactory::create(name));
+        toolbar.setStyle(style.get());
+        expectSeen(FromQString(name));
+        toolbar.setStyle(nullptr);
+    }
 }
 
 TEST_F(MainMenuTest, TheSixMenusAndTheirCommandsFollowTheMode) {
