@@ -66,6 +66,10 @@ public:
     /// if it can't be started otherwise.
     virtual void StartProgram(const ProgramCommand& command) = 0;
 
+    /// Opens a page of the web in the browser, without waiting. The address goes out as it is; one of any
+    /// other kind than http and https opens nothing. Gives NoProgram or Started.
+    virtual int OpenAddress(const std::string& url) = 0;
+
     /// Version of the component that renders help pages; false if there is none.
     virtual bool DllGetVersion(std::int32_t& major, std::int32_t& minor, std::int32_t& build) = 0;
 

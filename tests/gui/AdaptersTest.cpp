@@ -375,7 +375,15 @@ protected:
         std::ofstream(folder / name) << "x";
         std::filesystem::remove(opened);
         EXPECT_GT(QtShell({}).ShellExecute(name), 32) << name;
-        EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(opened); })) << name;
+        return WhatTheOpenerGot(name);
+    }
+    std::string ToldAddress(const std::string& url) {
+        std::filesystem::remove(opened);
+        EXPECT_GT(QtShell({}).OpenAddress(url), 32) << url;
+        return WhatTheOpenerGot(url);
+    }
+    std::string WhatTheOpenerGot(const std::string& asked) {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(opened); })) << asked;
         std::ifstream file(opened);
         return std::string((std::istreambuf_iterator<char>(file)), {});
     }
@@ -390,6 +398,24 @@ TEST_F(OpenerTest, TheDesktopsOpenerGetsOneAbsolutePathAndNoShellInBetween) {
         const std::string name = AsFileName(text);
         EXPECT_EQ(Told(name), "1\n" + (folder / name));
     }
+}
+
+TEST_F(OpenerTest, AnAddressOfTheWebGoesOutAsOneArgumentAsItIs) {
+    for (const std::string& text : HostileTexts()) {
+        if (text.find('\0') == std::string::npos && FromQString(ToQString(text)) == text) {
+            const std::string url = "HttpS://x/?q=" + text + "&r= ü \"'";
+            EXPECT_EQ(ToldAddress(url), "1\n" + url);
+        }
+    }
+}
+
+TEST_F(OpenerTest, NoOtherKindOfAddressReachesTheOpener) {
+    for (const char* url : {"", "http", "httpx://x/", "file:///etc/passwd", "mailto:x", "-http://x",
+                            " http://x", "javascript:http://x", "/etc/passwd", "http/x"}) {
+        EXPECT_EQ(QtShell({}).OpenAddress(url), Shell::NoProgram) << url;
+    }
+    // The first one after them would find what they had opened.
+    EXPECT_EQ(ToldAddress("http://x/"), "1\nhttp://x/");
 }
 
 TEST_F(OpenerTest, ANameThatIsNoUtf8IsOpenedByTheAddressOfItsBytes) {

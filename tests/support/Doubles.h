@@ -52,6 +52,10 @@ public:
             throw *startFailure;
         }
     }
+    int OpenAddress(const std::string& url) override {
+        addresses.push_back(url);
+        return executeResult;
+    }
     bool DllGetVersion(std::int32_t& major, std::int32_t& minor, std::int32_t& build) override {
         std::tie(major, minor, build) = browserVersion.value_or(std::tuple{0, 0, 0});
         return browserVersion.has_value();
@@ -65,6 +69,7 @@ public:
     std::optional<std::string> documents;
     std::string programFolder;
     std::vector<std::string> executed;
+    std::vector<std::string> addresses; ///< Opened in the browser.
     int executeResult = 33;
     std::vector<ProgramCommand> started; ///< What was asked for, failures too.
     std::optional<RuntimeError> startFailure;

@@ -4,6 +4,7 @@
 #include "adapters/qt/StartDetached.h"
 #include "app/ShowBox.h"
 #include "app/TextNumbers.h"
+#include "platform/Ascii.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -82,6 +83,15 @@ void QtShell::StartProgram(const ProgramCommand& command) {
                        : error == EACCES ? ErrorNumber::PermissionDenied
                                          : ErrorNumber::InvalidProcedureCall;
     throw RuntimeError(number, std::generic_category().message(error) + ": " + command.Program);
+}
+
+int QtShell::OpenAddress(const std::string& url) {
+    const std::string scheme = LowerAscii(url.substr(0, url.find(':')));
+    if (scheme == url || (scheme != "http" && scheme != "https")) {
+        return NoProgram;
+    }
+    const bool started = QProcess::startDetached(QStringLiteral("xdg-open"), {ToQString(url)}, QString());
+    return started ? Started : NoProgram;
 }
 
 bool QtShell::DllGetVersion(std::int32_t& major, std::int32_t& minor, std::int32_t& build) {

@@ -21,6 +21,7 @@ public:
     std::string ProgramFolder() override;
     int ShellExecute(const std::string& path) override;
     void StartProgram(const ProgramCommand& command) override;
+    int OpenAddress(const std::string& url) override;
     bool DllGetVersion(std::int32_t& major, std::int32_t& minor, std::int32_t& build) override;
     [[noreturn]] void EndProcess(int exitCode) override;
     [[noreturn]] void EndProcessAndStartAgain(int exitCode) override;
