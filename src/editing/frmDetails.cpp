@@ -14,6 +14,7 @@
 #include "ui_frmDetails.h"
 #include "widgets/DragFiles.h"
 #include "widgets/EnterKey.h"
+#include "widgets/HourglassPointer.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -24,15 +25,6 @@
 namespace quavernet {
 
 namespace {
-
-/// The hourglass over every window of the program.
-class HourglassPointer {
-public:
-    HourglassPointer() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~HourglassPointer() { QGuiApplication::restoreOverrideCursor(); }
-    HourglassPointer(const HourglassPointer&) = delete;
-    HourglassPointer& operator=(const HourglassPointer&) = delete;
-};
 
 // A list that has become empty has no row: the dialog then stays with its file.
 std::string PathOfRow(std::int32_t row, const std::string& otherwise) {
