@@ -103,6 +103,20 @@ TEST_F(FileDialogTest, TheExtensionCountsInAnyCaseOfLetters) {
     EXPECT_EQ(FromQString(names.join(u' ')), "a.qvn b.QVN c.Qvn");
 }
 
+TEST_F(FileDialogTest, AllFilesAreAlsoThoseWithoutAPointInTheirNames) {
+    for (const char* name : {"a.png", "b", "c.d.e"}) {
+        WriteFile(folder / name, "x");
+    }
+    QStringList names;
+    WithDialog([&](QFileDialog& dialog) {
+        (void)QTest::qWaitFor([&] { return Shown(dialog).contains(QStringLiteral("c.d.e")); }, 5000);
+        names = Shown(dialog);
+        dialog.reject();
+    });
+    (void)systemDialogs.ShowOpen("Alle Dateien (*.*)|*.*", folder.Path());
+    EXPECT_EQ(FromQString(names.join(u' ')), "a.png b c.d.e");
+}
+
 TEST_F(FileDialogTest, TheChosenFileIsGiven) {
     WriteFile(folder / "Märchen.QVN", "x");
     WithDialog([&](QFileDialog& dialog) { Type(dialog, folder / "Märchen.QVN"); });

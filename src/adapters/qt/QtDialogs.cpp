@@ -33,7 +33,10 @@ QStringList NameFilters(const QString& filter) {
     QStringList filters;
     for (qsizetype part = 0; part + 1 < parts.size(); part += 2) {
         QString pattern;
-        for (const QChar c : parts[part + 1]) {
+        // All files, also those without a point in their names.
+        const QString wanted =
+            parts[part + 1] == QLatin1String("*.*") ? QStringLiteral("*") : parts[part + 1];
+        for (const QChar c : wanted) {
             pattern += c.isLetter() ? QStringLiteral("[%1%2]").arg(c.toLower()).arg(c.toUpper()) : QString(c);
         }
         filters.append(QStringLiteral("%1 (%2)").arg(parts[part], pattern));
