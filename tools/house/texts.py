@@ -29,6 +29,8 @@ ALLOWED = {
     ("src/editing/FileDetails.cpp", " min"): "a unit",
     ("src/editing/SaveDetails.cpp", "AlbumID:"): "a part of a key",
     ("src/editing/SaveDetails.cpp", "InterID:"): "a part of a key",
+    ("src/extras/Covers.cpp", "AlbumID:"): "a part of a key",
+    ("src/extras/Covers.cpp", "InterID:"): "a part of a key",
     ("src/editing/frmDetails.cpp", "ID3v1"): "the name of a kind of tag",
     ("src/editing/frmDetails.cpp", "ID3v2"): "the name of a kind of tag",
     ("src/extras/Chart.cpp", "Die Datei konnte nicht gefunden werden!"): "this box is German in every language",
