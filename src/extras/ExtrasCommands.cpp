@@ -2,6 +2,7 @@
 
 #include "app/CommandRegistry.h"
 #include "app/MainModule.h"
+#include "extras/CoversHost.h"
 #include "extras/frmChart.h"
 #include "extras/frmCoverSearchOptions.h"
 #include "extras/frmOptToplist.h"
@@ -19,6 +20,7 @@ frmChart& ChartOf(const ExtrasParts& parts, QWidget& owner) {
 } // namespace
 
 void RegisterExtrasCommands(CommandRegistry& commands, const ExtrasParts& parts, QWidget& owner) {
+    commands.Register("mnuManageCovers", [parts] { parts.Covers.Show(); });
     commands.Register("mnuCoverOnlineSearch", [&owner] { frmCoverSearchOptions(&owner).exec(); });
     commands.Register("top", [parts, &owner] { ChartOf(parts, owner).Open(mainModule.ChartShowTop); });
     commands.Register("date", [parts, &owner] { ChartOf(parts, owner).Open(mainModule.ChartShowNew); });

@@ -7,11 +7,13 @@ class QWidget;
 namespace quavernet {
 
 class CommandRegistry;
+class CoversHost;
 class LibraryViews;
 class PlayerWindow;
 
 /// What the commands of this room work on.
 struct ExtrasParts {
+    CoversHost& Covers;
     LibraryViews& Views;
     PlayerWindow& Player;
 };

@@ -41,7 +41,8 @@ MainParts::MainParts(QMainWindow& window, PlayerWindow& player, const SwitchCont
       Named(Menu, Panes.Toolbar1(), Panes), Work(window, Panes.Status()),
       List({Panes.Grid(), Panes.Filter(), Panes.Letters()}, Work, Named, switchControls, player),
       Tree(Panes.Tree(), Named, Commands, player), Views(List, Panes.Filter(), Tree, Named, switchControls),
-      Scan(Work, Views, Named, window), TreeDrags(Panes.Tree(), Views, Drag, Scan.Driver(), Work) {
+      Scan(Work, Views, Named, window), TreeDrags(Panes.Tree(), Views, Drag, Scan.Driver(), Work),
+      Covers(window) {
     window.setCentralWidget(&Panes);
     RegisterScanCommands(Commands, Scan, Named, window);
     RegisterListCommands(Commands, List, Panes.Grid(), Named, Work, Views);
@@ -49,14 +50,18 @@ MainParts::MainParts(QMainWindow& window, PlayerWindow& player, const SwitchCont
     RegisterExchangeCommands(Commands, Tree.Model(), Work, Views, Scan.Driver());
     RegisterLibraryCommands(Commands, Work, Views);
     RegisterPlaybackCommands(Commands, {Panes.Grid().Selection(), Tree.Model(), player, Work}, window);
-    RegisterEditingCommands(Commands, {Panes.Grid(), Views, player, Work}, window);
-    RegisterExtrasCommands(Commands, {Views, player}, window);
+    RegisterEditingCommands(
+        Commands,
+        {Panes.Grid(), Views, player, Work, [this](const std::string& key) { Covers.ShowAlbum(key); }},
+        window);
+    RegisterExtrasCommands(Commands, {Covers, Views, player}, window);
     RegisterOutputCommands(Commands, {Work, Panes.Grid(), Named}, window);
-    RegisterWindowCommands(Commands, Named, window, [loadStrings, &player] {
+    RegisterWindowCommands(Commands, Named, window, [this, loadStrings, &player] {
         loadStrings();
         if (mainModule.PlayerOpen) {
             player.LoadStrings();
         }
+        Covers.LoadStrings();
     });
     QObject::connect(&List, &ListController::PlaySelectedFilesWanted, &List,
                      [] { PlaySelectedFiles(SelectedPaths()); });

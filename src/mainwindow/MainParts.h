@@ -5,6 +5,7 @@
 #include "app/CommandRegistry.h"
 #include "app/DragState.h"
 #include "browser/ListController.h"
+#include "extras/CoversHost.h"
 #include "mainwindow/MainControls.h"
 #include "mainwindow/MainMenu.h"
 #include "mainwindow/MainPanes.h"
@@ -40,6 +41,7 @@ public:
     MainViews Views;
     ScanController Scan;
     TreeDragDrop TreeDrags;
+    CoversHost Covers;
 };
 
 } // namespace quavernet

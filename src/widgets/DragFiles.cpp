@@ -46,7 +46,11 @@ bool MayTakeDrop() {
 }
 
 bool AnswerDrag(QDropEvent& event, bool takes) {
-    const bool accepts = takes && MayTakeDrop() && event.possibleActions().testFlag(Qt::CopyAction);
+    return AnswerDragIf(event, takes && MayTakeDrop());
+}
+
+bool AnswerDragIf(QDropEvent& event, bool takes) {
+    const bool accepts = takes && event.possibleActions().testFlag(Qt::CopyAction);
     event.setDropAction(Qt::CopyAction); // Whatever the drop does with it, the source keeps what it has.
     event.setAccepted(accepts);
     return accepts;

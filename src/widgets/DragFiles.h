@@ -22,4 +22,7 @@ bool MayTakeDrop();
 /// would delete the user's files.
 bool AnswerDrag(QDropEvent& event, bool takes);
 
+/// The same for a control that asks by itself whether anything may act.
+bool AnswerDragIf(QDropEvent& event, bool takes);
+
 } // namespace quavernet

@@ -4,6 +4,8 @@
 #include "editing/frmFileName.h"
 #include "editing/frmFilesName.h"
 #include "extras/frmChart.h"
+#include "extras/frmCoverSearchOptions.h"
+#include "extras/frmCovers.h"
 #include "extras/frmOptToplist.h"
 #include "mainwindow/frmAbout.h"
 #include "output/frmKonvertOptions.h"
@@ -112,9 +114,11 @@ TEST_F(DialogRulesTest, ReturnMeansTheFirstButtonAndEscapeTheOther) {
     EXPECT_EQ(DefaultButton(details), "cmdOK");
     frmKonvertOptions konvertOptions(&Form());
     EXPECT_EQ(DefaultButton(konvertOptions), "cmdOK");
+    frmCoverSearchOptions coverSearch(&Form());
+    EXPECT_EQ(DefaultButton(coverSearch), "cmdOK");
     for (QDialog* dialog :
          std::initializer_list<QDialog*>{&remind, &scanpath, &editTree, &categoryName, &randomPlay, &toplist,
-                                         &fileName, &filesName, &details, &konvertOptions}) {
+                                         &fileName, &filesName, &details, &konvertOptions, &coverSearch}) {
         Open(*dialog);
         QTest::keyClick(dialog, Qt::Key_Escape);
         EXPECT_FALSE(dialog->isVisible());
@@ -218,6 +222,14 @@ TEST_F(DialogRulesTest, EveryControlIsReachedByTheKeyboardAlone) {
     log.Show();
     Open(log);
     EXPECT_EQ(ReachedByTab(log), (Names{"lstLog", "cmdClose"}));
+    frmCoverSearchOptions coverSearch(&Form());
+    Open(coverSearch);
+    EXPECT_EQ(ReachedByTab(coverSearch), (Names{"txtSearchString", "cmdOK", "cmdCancel"}));
+    frmCovers covers(&Form());
+    covers.Form_Load();
+    Open(covers);
+    EXPECT_EQ(ReachedByTab(covers), (Names{"lstAlbums", "qt_tabwidget_tabbar", "cmdBrowseFront",
+                                           "cmdFrontOnlineSearch", "cdmDeleteFront", "cmdClose"}));
 }
 
 TEST_F(DialogRulesTest, TheScanLogClosesByReturnOnceTheScanIsOver) {
@@ -246,9 +258,10 @@ TEST_F(DialogRulesTest, NoDialogOffersToBeMinimised) {
     frmFilesName filesName(&Form());
     frmDetails details(Parts(), &Form());
     frmKonvertOptions konvertOptions(&Form());
+    frmCoverSearchOptions coverSearch(&Form());
     for (const QDialog* dialog : std::initializer_list<QDialog*>{
              &remind, &scanpath, &about, &log, &editTree, &categoryName, &randomPlay, &toplist, &charts,
-             &fileName, &filesName, &details, &konvertOptions}) {
+             &fileName, &filesName, &details, &konvertOptions, &coverSearch}) {
         EXPECT_FALSE(dialog->windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
         EXPECT_EQ(dialog->windowType(), Qt::Dialog);
         EXPECT_EQ(dialog->parentWidget(), &Form()) << "it stays over the main window";
@@ -275,9 +288,10 @@ TEST_F(DialogRulesTest, NoTextIsCutInEitherLanguage) {
         frmKonvertOptions konvertOptions(&Form());
         frmDetails edited(Parts(), &Form());
         edited.findChild<QPushButton*>(QStringLiteral("cmdEdit"))->click();
+        frmCoverSearchOptions coverSearch(&Form());
         for (QDialog* dialog : std::initializer_list<QDialog*>{
                  &remind, &scanpath, &about, &log, &editTree, &categoryName, &randomPlay, &toplist, &charts,
-                 &fileName, &filesName, &details, &edited, &konvertOptions}) {
+                 &fileName, &filesName, &details, &edited, &konvertOptions, &coverSearch}) {
             Open(*dialog);
             EXPECT_EQ(CutTexts(*dialog), std::vector<std::string>{})
                 << language << " " << FromQString(dialog->objectName());

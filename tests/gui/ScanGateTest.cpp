@@ -204,10 +204,10 @@ TEST_F(ScanGateTest, TheListTakesNoFilesAndTheScanLosesNone) {
 TEST_F(ScanGateTest, NoCommandRunsAndNoMarkStaysTurned) {
     Start();
     ScanWith([this] {
-        for (const char* name :
-             {"mnump3", "mnuKontextWav", "mnuQuickscan", "mnuOptionsLoadOverSearch", "mnuViewLanguageENG",
-              "mnuKontextShowGridlines", "mnuCleanDatabase", "mnuExit", "mnuScan", "scan", "mnuAbout",
-              "mnuKonvert", "mnuKontextKonvert", "konvert", "mnuKonvertoptions"}) {
+        for (const char* name : {"mnump3", "mnuKontextWav", "mnuQuickscan", "mnuOptionsLoadOverSearch",
+                                 "mnuViewLanguageENG", "mnuKontextShowGridlines", "mnuCleanDatabase",
+                                 "mnuExit", "mnuScan", "scan", "mnuAbout", "mnuKonvert", "mnuKontextKonvert",
+                                 "konvert", "mnuKonvertoptions", "mnuManageCovers", "mnuCoverOnlineSearch"}) {
             QAction& item = Action(name);
             const bool enabled = item.isEnabled();
             const bool checked = item.isChecked();
@@ -218,6 +218,7 @@ TEST_F(ScanGateTest, NoCommandRunsAndNoMarkStaysTurned) {
         }
         EXPECT_EQ(mainModule.Language, "GER");
         EXPECT_TRUE(Form().isVisible());
+        EXPECT_FALSE(mainModule.CoversOpen);
         ExpectScanState();
     });
     EXPECT_TRUE(msgBox.shown.empty());
