@@ -8,7 +8,8 @@ with 1,000,000 rows, and the memory for them), start (filled window, memory, idl
 moments of scans), ogg (the reader of Ogg files beside ogginfo itself), oggsave (comments saved into an Ogg file of 6 MB),
 tagsave (an ID3v2 tag saved into an MP3 file of 6 MB), details (the dialog of that file), player (starts of tracks and the
 processor time of playing, beside bare libmpv), queue (the player's queue at its full length), encoder (five minutes of
-WAV to MP3, beside lame itself), rename (1,000 files given other names at once).
+WAV to MP3, beside lame itself), rename (1,000 files given other names at once), covers
+(the list of 5,000 albums, and large pictures beside their bare decoding).
 
 Floors of scans: walk, open, read head and tail of each file, and write (look up, update) the same rows with bare SQLite
 in one transaction. Floors of lists: bare SQLite reading the same rows unsorted; of a search or a filter: the bare
@@ -113,6 +114,10 @@ def tree(run):
     run.in_window(home, "tree", run.work, 2 * run.options.rounds + 1)
     for line in drag.lines(PROGRAM, home):
         run.add(line)
+
+
+def covers(run):
+    run.in_window(run.home(0), "covers", run.work, 2 * run.options.rounds + 1)
 
 
 def million(run):
@@ -221,7 +226,7 @@ def rename(run):
 
 PARTS = {"scan": scan, "list": lists, "charts": charts, "tree": tree, "million": million, "start": start_to_idle,
          "cancel": cancel_clicks, "ogg": ogg, "oggsave": oggsave, "tagsave": tagsave, "details": details, "player": player,
-         "queue": queue, "encoder": encoder, "rename": rename}
+         "queue": queue, "encoder": encoder, "rename": rename, "covers": covers}
 
 
 def read_options():

@@ -1,5 +1,6 @@
 // The jobs whose end is on the screen. Called by bench/run, with a screen and a home folder of its own.
 #include "window/ChartJobs.h"
+#include "window/CoverJobs.h"
 #include "window/DetailsJobs.h"
 #include "window/ListJobs.h"
 #include "window/RealWindow.h"
@@ -33,6 +34,10 @@ int main(int count, char** arguments) {
             DetailsJobs(window, words[1], std::stoi(words[2]));
             return 0;
         }
+        if (words.size() == 3 && words[0] == "covers") {
+            CoverJobs(words[1], std::stoi(words[2]));
+            return 0;
+        }
         if (words.size() == 1 && words[0] == "memory") {
             ListMemory(window);
             return 0;
@@ -49,6 +54,7 @@ int main(int count, char** arguments) {
     std::fprintf(stderr, "quavernet_window_bench list ROUNDS\n"
                          "quavernet_window_bench charts ROUNDS\n"
                          "quavernet_window_bench tree WORK ROUNDS\n"
+                         "quavernet_window_bench covers WORK ROUNDS\n"
                          "quavernet_window_bench details SONG ROUNDS\n"
                          "quavernet_window_bench memory\n"
                          "quavernet_window_bench scan MUSIC WORK NAME ROUNDS\n");
