@@ -31,8 +31,8 @@ public:
 
 /// An outside program and what it is started with.
 struct ProgramCommand {
-    std::string Text;    ///< All in one line, for a system that takes nothing else, and for messages.
-    std::string Program; ///< Its path.
+    std::string Text;                   ///< All in one line, as a system that takes no list would get it.
+    std::string Program;                ///< Its path.
     std::vector<std::string> Arguments; ///< Each arrives as it is, whatever it holds.
 };
 

@@ -15,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -79,6 +80,15 @@ TEST_F(StartProgramTest, NobodyWaitsForItAndItIsNobodysChild) {
     EXPECT_NE(parent, ::getpid());
     EXPECT_NE(::getsid(process), ::getsid(0)) << "it goes on when the terminal is closed";
     WriteFile(go, "");
+}
+
+TEST_F(StartProgramTest, NothingThatIsOpenHereStaysOpenThere) {
+    const int open = ::open("/dev/null", O_RDONLY);
+    const std::string number = std::to_string(open);
+    systemShell.StartProgram(
+        Command("for n in 0 1 2 " + number + "; do [ -e /proc/$$/fd/$n ] && echo $n; done", {}));
+    EXPECT_EQ(Noted(), "0\n1\n2\n");
+    ::close(open);
 }
 
 TEST_F(StartProgramTest, WhatKeepsItFromRunningIsAFailure) {

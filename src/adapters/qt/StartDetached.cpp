@@ -50,8 +50,10 @@ private:
     bool m_made;
 };
 
-// What the program ignores or holds back is no business of others.
-void ResetSignals() {
+// What the program ignores, holds back or has open is no business of others: a library or a sound device that
+// stayed open in them would be held for as long as they run.
+void KeepToItself() {
+    ::close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
     ::signal(SIGPIPE, SIG_DFL);
     sigset_t none;
     ::sigemptyset(&none);
@@ -63,7 +65,7 @@ void ResetSignals() {
     ::setsid();
     const pid_t child = ::fork();
     if (child == 0) {
-        ResetSignals();
+        KeepToItself();
         ::execv(program, arguments);
     }
     if (child <= 0) {
