@@ -107,7 +107,7 @@ int frmChart::PlaceColumns(int labelHeight) {
     for (int column = 0; column < 3; ++column) {
         const auto at = static_cast<std::size_t>(column);
         const int text =
-            std::max(labels[at]->sizeHint().width(), fontMetrics().horizontalAdvance(longest[at]) + 1);
+            std::max(labels[at]->sizeHint().width(), fontMetrics().horizontalAdvance(longest[at]) + TextRoom);
         const int width = std::max(ToPixels(ColumnWidths[at]), text + 2 * margin);
         m_ui->grdChart->setColumnWidth(column, width);
         labels[at]->setGeometry(left + margin, 0, width - 2 * margin, labelHeight);

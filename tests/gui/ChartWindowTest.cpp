@@ -147,6 +147,10 @@ TEST_F(ChartWindowTest, AClosedWindowClearsTheFlagsAndOpensAgain) {
 }
 
 TEST_F(ChartWindowTest, TheSizesAreThoseOfTheLength) {
+    Open();
+    QFont font = Chart()->font();
+    font.setPointSize(8); // It needs no more room than the columns have.
+    Chart()->setFont(font);
     for (const auto& [count, rows] : {std::pair{"3", 3}, std::pair{"0", 0}, std::pair{"-5", 0},
                                       std::pair{"abc", 0}, std::pair{"12", 12}}) {
         OpenWith(count);
