@@ -7,8 +7,8 @@ import unittest
 
 from desktop import DOUBLE_CLICK, ProgramTest, wait_until
 
-TOP = (169, 35)           # buttons of the toolbar, in the main window
-DATE = (199, 35)
+TOP = (147, 35)           # buttons of the toolbar, in the main window
+DATE = (173, 35)
 OPTIONS_MENU = (270, 12)
 LIST_ROW_1 = (300, 118)
 ABOVE_ROWS = 24           # pixels from the charts' upper edge to their first row
