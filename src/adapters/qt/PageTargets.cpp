@@ -7,15 +7,21 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 
+#include <cerrno>
 #include <utility>
 
 namespace quavernet {
 
 namespace {
 
+// The toolkit keeps the system's words of a failure, not its number.
+bool SaysDiskFull(const QString& words) {
+    return words == qt_error_string(ENOSPC) || words == qt_error_string(EDQUOT) ||
+           words == qt_error_string(EFBIG);
+}
+
 [[noreturn]] void FailFile(const QSaveFile& file) {
-    throw RuntimeError(file.error() == QFileDevice::ResourceError ? ErrorNumber::DiskFull
-                                                                  : ErrorNumber::PathFileAccess,
+    throw RuntimeError(SaysDiskFull(file.errorString()) ? ErrorNumber::DiskFull : ErrorNumber::PathFileAccess,
                        FromQString(file.errorString() + QStringLiteral(": ") + file.fileName()));
 }
 
