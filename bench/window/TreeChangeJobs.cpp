@@ -6,6 +6,7 @@
 #include "window/BareTree.h"
 
 #include "app/MainModule.h"
+#include "platform/Printer.h"
 
 #include <filesystem>
 #include <fstream>

@@ -2,6 +2,7 @@
 
 #include "platform/Printer.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quavernet {
@@ -11,10 +12,25 @@ namespace {
 // Millimetres between a text and the edges of its cell.
 constexpr double PaddingMm = 0.8;
 constexpr double RowGapMm = 1;
+constexpr double SmallestFontSize = 6; // Points; what is smaller is hard to read.
 
 double RowHeight(const Printer& printer) {
     return printer.TextHeight() + printer.ScaleY(RowGapMm);
 }
+
+/// The size of rows while this is there.
+class RowFont {
+public:
+    RowFont(Printer& printer, double share) : m_printer(printer) {
+        m_printer.SetFontSize(std::max(Printer::DefaultFontSize * share, SmallestFontSize));
+    }
+    ~RowFont() { m_printer.SetFontSize(Printer::DefaultFontSize); }
+    RowFont(const RowFont&) = delete;
+    RowFont& operator=(const RowFont&) = delete;
+
+private:
+    Printer& m_printer;
+};
 
 } // namespace
 
@@ -23,7 +39,9 @@ bool GridPages::DrawNextPage(Printer& printer, const PageBlock& block) {
     for (const PrintedGrid::Column& column : m_grid.Columns) {
         widths.push_back(printer.ScaleX(column.Width));
     }
-    m_places = PlaceColumns(widths, block.Right - block.Left);
+    const double share = ShareOfWidths(widths, block.Right - block.Left);
+    m_places = PlaceColumns(widths, share);
+    const RowFont font(printer, share); // What has room in its cell on the screen has it on paper.
     const double rowHeight = RowHeight(printer);
     const std::size_t perPage = RowsPerPage(block.Bottom - block.Top, rowHeight);
     if (perPage == 0 || block.Right <= block.Left) {

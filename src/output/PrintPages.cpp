@@ -21,9 +21,12 @@ std::size_t PageCount(std::size_t perPage, std::size_t rows) {
     return std::max<std::size_t>(1, (rows + perPage - 1) / perPage);
 }
 
-std::vector<ColumnPlace> PlaceColumns(const std::vector<double>& widths, double room) {
+double ShareOfWidths(const std::vector<double>& widths, double room) {
     const double wanted = std::accumulate(widths.begin(), widths.end(), 0.0);
-    const double share = wanted > room ? std::max(room, 0.0) / wanted : 1;
+    return wanted > room ? std::max(room, 0.0) / wanted : 1;
+}
+
+std::vector<ColumnPlace> PlaceColumns(const std::vector<double>& widths, double share) {
     std::vector<ColumnPlace> places;
     places.reserve(widths.size());
     double left = 0;

@@ -33,8 +33,11 @@ struct ColumnPlace {
     bool operator==(const ColumnPlace&) const = default;
 };
 
-/// Places columns of these widths side by side. Where the room is too narrow all shrink evenly; where there
-/// is more they keep their widths.
-std::vector<ColumnPlace> PlaceColumns(const std::vector<double>& widths, double room);
+/// To which share of their widths columns shrink so that all have room: 1 where they have, since they never
+/// grow, and 0 without any room.
+double ShareOfWidths(const std::vector<double>& widths, double room);
+
+/// Places columns of these widths side by side, each shrunk to the share.
+std::vector<ColumnPlace> PlaceColumns(const std::vector<double>& widths, double share);
 
 } // namespace quavernet

@@ -14,6 +14,8 @@ class Printer {
 public:
     enum class Orientation { Portrait = 1, Landscape = 2 }; ///< By the numbers of the print dialog.
 
+    static constexpr double DefaultFontSize = 10;
+
     virtual ~Printer() = default;
 
     /// How often the document is to be printed, from 1. A file holds it once. Throws RuntimeError 482 if the
@@ -32,7 +34,11 @@ public:
     /// 482 if there is no such printer, 75 if the file that stands for one can't be written.
     virtual void StartDoc(const std::string& name) = 0;
 
-    /// A line of text in the printer's font, between StartDoc and the document's end, as all below.
+    /// How large texts are from here on, in points; DefaultFontSize at the document's begin. Between StartDoc
+    /// and the document's end, as all below.
+    virtual void SetFontSize(double points) = 0;
+
+    /// Of a line of text at that size.
     virtual double TextHeight() const = 0;
 
     /// One line of text whose upper left corner is at x and y. What is wider than `width` ends in an ellipsis
@@ -46,7 +52,7 @@ public:
     virtual void NewPage() = 0;
 
     /// Ends the document and hands it over. Throws RuntimeError 482 if the printer has gone; for a file 61 if
-    /// the disk is full, 57 or 75 if it can't be written otherwise: the old file is there then.
+    /// the disk is full, 75 if it can't be written otherwise: the old file is there then.
     virtual void EndDoc() = 0;
 
     /// Drops the document: a file is as it was before. A printer may have pages of it already. Never fails.

@@ -3,7 +3,6 @@
 #pragma once
 
 #include "platform/DateTime.h"
-#include "platform/Printer.h"
 
 #include <cstdint>
 #include <optional>
@@ -11,6 +10,8 @@
 #include <vector>
 
 namespace quavernet {
+
+struct ChosenPrinter;
 
 /// Named text values of the current user.
 class SettingsStore {

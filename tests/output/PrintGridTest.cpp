@@ -34,7 +34,7 @@ TEST_F(PrintGridTest, TitleDateHeaderAndRowsComeInOneDocumentUnderTheHourglass) 
     EXPECT_THAT(paper.calls, ElementsAre("pointer 11", "contents", "start Title", "end", "pointer 0"));
     ASSERT_EQ(paper.pages.size(), 1U);
     EXPECT_THAT(paper.Texts(0),
-                ElementsAre("Title", "20.11.2026", "Performer", "Title", "P 1", "T 1", "P 2", "T 2"));
+                ElementsAre("Title", "20.11.2026", "Performer", "Title", "P1", "T1", "P2", "T2"));
 }
 
 TEST_F(PrintGridTest, TitleAndDateStandAtTenAndSixteenMillimetresFromTheLeftMargin) {
@@ -86,8 +86,8 @@ TEST_F(PrintGridTest, EachPageHasTitleDateAndHeaderAndEachRowComesOnceInOrder) {
         EXPECT_EQ(texts[2], "Performer");
         for (std::size_t i = 4; i < texts.size(); i += 2) {
             ++row;
-            EXPECT_EQ(texts[i], "P " + std::to_string(row));
-            EXPECT_EQ(texts[i + 1], "T " + std::to_string(row));
+            EXPECT_EQ(texts[i], "P" + std::to_string(row));
+            EXPECT_EQ(texts[i + 1], "T" + std::to_string(row));
         }
     }
     EXPECT_EQ(row, 3000U);
@@ -113,7 +113,7 @@ TEST_F(PrintGridTest, NothingIsPrintedBeyondTheMargins) {
             EXPECT_GE(text.x, 200);
             EXPECT_LE(text.x + text.width, 1800);
             EXPECT_GE(text.y, i < 2 ? 200 : 500);
-            EXPECT_LE(text.y + 80, 5200);
+            EXPECT_LE(text.y + 8 * text.points, 5200);
         }
         for (const PrintedLine& line : paper.lines[page]) {
             EXPECT_GE(line.x1, 200);
@@ -132,6 +132,37 @@ TEST_F(PrintGridTest, ColumnsShrinkEvenlyToThePageAndNeverGrow) {
     Print();
     EXPECT_EQ(paper.pages[1][3].x - paper.pages[1][2].x, 1200) << "three quarters of 160 mm";
     EXPECT_EQ(paper.pages[1][3].x + paper.pages[1][3].width, 1800 - 8);
+}
+
+TEST_F(PrintGridTest, RowsShrinkWithTheirColumnsToSixPointsAndTheTitleDoesNot) {
+    const auto sizes = [this](double width) {
+        grid.contents->Columns[0].Width = width;
+        paper.pages.clear();
+        Print();
+        for (std::size_t i = 4; i < paper.pages[0].size(); ++i) {
+            EXPECT_EQ(paper.pages[0][i].points, paper.pages[0][2].points) << "header and rows alike";
+        }
+        return std::vector<double>{paper.pages[0][0].points, paper.pages[0][1].points,
+                                   paper.pages[0][2].points};
+    };
+    EXPECT_THAT(sizes(40), ElementsAre(10, 10, 10));
+    EXPECT_THAT(sizes(160), ElementsAre(10, 10, 8));
+    EXPECT_THAT(sizes(1000), ElementsAre(10, 10, 6));
+}
+
+TEST_F(PrintGridTest, ThreeThousandSmallRowsAreThereOnceAndInOrderToo) {
+    SetRows(3000);
+    grid.contents->Columns[0].Width = 160;
+    Print();
+    std::size_t row = 0;
+    for (std::size_t page = 0; page < paper.pages.size(); ++page) {
+        const std::vector<std::string> texts = paper.Texts(page);
+        for (std::size_t i = 4; i < texts.size(); i += 2) {
+            EXPECT_EQ(texts[i], "P" + std::to_string(++row));
+        }
+    }
+    EXPECT_EQ(row, 3000U);
+    EXPECT_LT(paper.pages.size(), 60U) << "more of them on a page";
 }
 
 TEST_F(PrintGridTest, TheHeaderIsUnderlinedAndGridLinesComeWhereTheGridHasThem) {
@@ -211,7 +242,7 @@ TEST_F(PrintGridTest, WhatHappensToTheGridInTheMiddleDoesNotReachThePaper) {
         grid.contents->Columns.clear();
     };
     Print();
-    EXPECT_EQ(paper.Texts(2).back(), "T 100");
+    EXPECT_EQ(paper.Texts(2).back(), "T100");
 }
 
 TEST_F(PrintGridTest, APageTooSmallForARowHasTitleAndDateAlone) {

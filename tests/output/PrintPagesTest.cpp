@@ -45,17 +45,21 @@ TEST(PrintPagesTest, FullPagesAreFollowedByNoEmptyOne) {
 }
 
 TEST(PrintPagesTest, ColumnsThatHaveRoomKeepTheirWidths) {
-    EXPECT_EQ(PlaceColumns({30, 20, 10}, 100), (std::vector<ColumnPlace>{{0, 30}, {30, 20}, {50, 10}}));
-    EXPECT_EQ(PlaceColumns({30, 20, 10}, 60), (std::vector<ColumnPlace>{{0, 30}, {30, 20}, {50, 10}}));
+    EXPECT_EQ(ShareOfWidths({30, 20, 10}, 100), 1);
+    EXPECT_EQ(ShareOfWidths({30, 20, 10}, 60), 1);
+    EXPECT_EQ(ShareOfWidths({}, 60), 1);
+    EXPECT_EQ(PlaceColumns({30, 20, 10}, 1), (std::vector<ColumnPlace>{{0, 30}, {30, 20}, {50, 10}}));
 }
 
 TEST(PrintPagesTest, ColumnsThatAreTooWideShrinkEvenlyToTheRoom) {
-    EXPECT_EQ(PlaceColumns({60, 40, 20}, 60), (std::vector<ColumnPlace>{{0, 30}, {30, 20}, {50, 10}}));
+    EXPECT_EQ(ShareOfWidths({60, 40, 20}, 60), 0.5);
+    EXPECT_EQ(PlaceColumns({60, 40, 20}, 0.5), (std::vector<ColumnPlace>{{0, 30}, {30, 20}, {50, 10}}));
 }
 
 TEST(PrintPagesTest, WithoutRoomColumnsHaveNoWidth) {
-    EXPECT_EQ(PlaceColumns({60, 40}, -5), (std::vector<ColumnPlace>{{0, 0}, {0, 0}}));
-    EXPECT_TRUE(PlaceColumns({}, 100).empty());
+    EXPECT_EQ(ShareOfWidths({60, 40}, 0), 0);
+    EXPECT_EQ(ShareOfWidths({60, 40}, -5), 0);
+    EXPECT_TRUE(PlaceColumns({}, 1).empty());
 }
 
 } // namespace quavernet::test

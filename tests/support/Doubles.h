@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/MainModule.h"
+#include "platform/Printer.h"
 #include "platform/RuntimeError.h"
 #include "platform/Services.h"
 

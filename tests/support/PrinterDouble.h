@@ -19,6 +19,7 @@ struct PrintedText {
     double y = 0;
     double width = 0;
     std::string text;
+    double points = 0;
 };
 
 struct PrintedLine {
@@ -65,9 +66,10 @@ public:
         Call("start " + name);
         Page();
     }
-    double TextHeight() const override { return 80; }
+    void SetFontSize(double points) override { m_points = points; }
+    double TextHeight() const override { return 8 * m_points; }
     void PrintText(double x, double y, double width_, const std::string& text) override {
-        m_paper.pages.back().push_back({x, y, width_, text});
+        m_paper.pages.back().push_back({x, y, width_, text, m_points});
     }
     void PrintLine(double x1, double y1, double x2, double y2) override {
         m_paper.lines.back().push_back({x1, y1, x2, y2});
@@ -95,9 +97,10 @@ private:
     }
 
     Paper& m_paper;
+    double m_points = DefaultFontSize;
 };
 
-/// The rows of the list as a load gives them: performer "P 1", title "T 1", 1 second, and so on.
+/// The rows of the list as a load gives them: performer "P1", title "T1", 1 second, and so on.
 inline ListRows NumberedRows(std::size_t count) {
     auto data = std::make_shared<ListData>();
     data->Block = ADODB::RowBlock(9);
@@ -105,8 +108,8 @@ inline ListRows NumberedRows(std::size_t count) {
         const std::string number = std::to_string(row);
         data->Block.AddText("/music/" + number + ".mp3");
         data->Block.AddInteger(1048576);
-        data->Block.AddText("T " + number);
-        data->Block.AddText("P " + number);
+        data->Block.AddText("T" + number);
+        data->Block.AddText("P" + number);
         data->Block.AddInteger(128);
         data->Block.AddInteger(static_cast<std::int64_t>(row));
         data->Block.AddInteger(static_cast<std::int64_t>(row % 60));

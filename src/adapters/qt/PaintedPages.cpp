@@ -11,21 +11,14 @@ namespace quavernet {
 
 namespace {
 
-constexpr double FontPoints = 10;
 constexpr double LineMm = 0.1;
 constexpr double MillimetresPerInch = 25.4;
 constexpr QChar Ellipsis(0x2026);
 
-QFont PrinterFont() {
-    QFont font = QApplication::font();
-    font.setPointSizeF(FontPoints);
-    return font;
-}
-
 } // namespace
 
 PaintedPages::PaintedPages(std::unique_ptr<PageTarget> target)
-    : m_target(std::move(target)), m_font(PrinterFont()), m_metrics(m_font) {}
+    : m_target(std::move(target)), m_font(QApplication::font()), m_metrics(m_font) {}
 
 PaintedPages::~PaintedPages() {
     KillDoc();
@@ -61,8 +54,13 @@ void PaintedPages::StartDoc(const std::string& name) {
     if (!m_painter.begin(&m_target->Device())) {
         throw RuntimeError(ErrorNumber::PrinterError, "Printer error");
     }
-    m_painter.setFont(m_font);
     m_painter.setPen(QPen(Qt::black, ScaleX(LineMm), Qt::SolidLine, Qt::FlatCap));
+    SetFontSize(DefaultFontSize);
+}
+
+void PaintedPages::SetFontSize(double points) {
+    m_font.setPointSizeF(points);
+    m_painter.setFont(m_font);
     m_metrics = QFontMetricsF(m_font, &m_target->Device());
     m_ellipsisWidth = m_metrics.horizontalAdvance(Ellipsis);
 }

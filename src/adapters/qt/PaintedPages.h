@@ -51,6 +51,7 @@ public:
     double ScaleX(double millimetres) const override;
     double ScaleY(double millimetres) const override;
     void StartDoc(const std::string& name) override;
+    void SetFontSize(double points) override;
     double TextHeight() const override;
     void PrintText(double x, double y, double width, const std::string& text) override;
     void PrintLine(double x1, double y1, double x2, double y2) override;

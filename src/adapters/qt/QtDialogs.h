@@ -1,6 +1,7 @@
 // The system's own dialogs on QFileDialog and QPrintDialog.
 #pragma once
 
+#include "platform/Printer.h"
 #include "platform/Services.h"
 
 namespace quavernet {
