@@ -10,7 +10,7 @@ namespace quavernet {
 namespace {
 
 // Millimetres between a text and the edges of its cell.
-constexpr double PaddingMm = 0.8;
+constexpr double PaddingMm = 0.79; // As on the screen; it shrinks with the columns.
 constexpr double RowGapMm = 1;
 constexpr double SmallestFontSize = 6; // Points; what is smaller is hard to read.
 
@@ -41,6 +41,7 @@ bool GridPages::DrawNextPage(Printer& printer, const PageBlock& block) {
     }
     const double share = ShareOfWidths(widths, block.Right - block.Left);
     m_places = PlaceColumns(widths, share);
+    m_padding = printer.ScaleX(PaddingMm) * share;
     const RowFont font(printer, share); // What has room in its cell on the screen has it on paper.
     const double rowHeight = RowHeight(printer);
     const std::size_t perPage = RowsPerPage(block.Bottom - block.Top, rowHeight);
@@ -61,11 +62,10 @@ bool GridPages::DrawNextPage(Printer& printer, const PageBlock& block) {
 
 // Row 0 is the header.
 void GridPages::DrawRow(Printer& printer, const PageBlock& block, double y, std::size_t row) const {
-    const double padding = printer.ScaleX(PaddingMm);
     const double top = y + printer.ScaleY(RowGapMm) / 2;
     for (std::size_t i = 0; i < m_places.size(); ++i) {
         const PrintedGrid::Column& column = m_grid.Columns[i];
-        printer.PrintText(block.Left + m_places[i].Left + padding, top, m_places[i].Width - 2 * padding,
+        printer.PrintText(block.Left + m_places[i].Left + m_padding, top, m_places[i].Width - 2 * m_padding,
                           row == 0 ? column.Header : m_grid.Rows.Text(row, column.Content));
     }
 }

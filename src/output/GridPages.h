@@ -19,7 +19,8 @@ struct PrintedGrid {
     struct Column {
         ListColumn Content;
         std::string Header;
-        double Width = 0; ///< In millimetres; above 0, since hidden columns are left out.
+        double Width =
+            0; ///< In millimetres at letters of 10 points; above 0, since hidden columns are left out.
     };
     std::vector<Column> Columns;
     ListRows Rows;
@@ -52,6 +53,7 @@ private:
 
     PrintedGrid m_grid;
     std::vector<ColumnPlace> m_places;
+    double m_padding = 0;
     std::size_t m_page = 0;
 };
 

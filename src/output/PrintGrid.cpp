@@ -88,7 +88,7 @@ void PrintHead(Printer& printer, const PageBlock& block, const std::string& titl
     if (!title.empty()) {
         printer.PrintText(block.Left, printer.ScaleY(TitleMm), width, title);
     }
-    printer.PrintText(block.Left, printer.ScaleY(SubTitleMm), width, subTitle.empty() ? Today() : subTitle);
+    printer.PrintText(block.Left, printer.ScaleY(SubTitleMm), width, subTitle);
 }
 
 void PrintDocument(GridPages pages, const PageBlock& block, const std::string& title,
@@ -116,8 +116,9 @@ void PrintGrid(PrintableGrid& grid, const PrintMargins& margins, const std::stri
     const Hourglass hourglass(work);
     const HiddenColumns hidden(grid, keepColumns);
     if (std::optional<PrintedGrid> contents = grid.Contents()) {
-        PrintDocument(GridPages(*std::move(contents)), BlockOf(printer, margins), title, subTitle, printer,
-                      work);
+        // One date for the whole document, also over midnight.
+        PrintDocument(GridPages(*std::move(contents)), BlockOf(printer, margins), title,
+                      subTitle.empty() ? Today() : subTitle, printer, work);
     }
 }
 

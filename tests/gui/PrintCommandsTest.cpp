@@ -275,4 +275,27 @@ TEST_F(PrintDialogTest, APrinterThatIsNotThereFailsBeforeAnythingIsPrinted) {
     }
 }
 
+TEST_F(PrintDialogTest, APrinterTakesCopiesAndOrientation) {
+    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    const QPrinter& real = *printer;
+    PaintedPages pages(std::make_unique<PrinterQueue>(std::move(printer)));
+    pages.SetCopies(3);
+    pages.SetOrientation(Printer::Orientation::Landscape);
+    EXPECT_EQ(real.copyCount(), 3);
+    EXPECT_EQ(real.pageLayout().orientation(), QPageLayout::Landscape);
+    EXPECT_GT(pages.ScaleWidth(), pages.ScaleHeight());
+    pages.SetOrientation(Printer::Orientation::Portrait);
+    EXPECT_EQ(real.pageLayout().orientation(), QPageLayout::Portrait);
+}
+
+TEST_F(PrintDialogTest, APrinterThatHasGoneAtTheEndFails) {
+    PrinterQueue queue(std::make_unique<QPrinter>(QPrinter::HighResolution));
+    try {
+        queue.Close();
+        ADD_FAILURE() << "it has been handed over";
+    } catch (const RuntimeError& failure) {
+        EXPECT_EQ(failure.Number(), ErrorNumber::PrinterError);
+    }
+}
+
 } // namespace quavernet::test

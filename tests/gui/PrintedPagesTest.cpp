@@ -156,6 +156,28 @@ TEST_F(PrintedPagesTest, ALongTextEndsInAnEllipsisAfterAWholeLetter) {
     EXPECT_THAT(page.at(4), StartsWith("Zz Kurz 01:05 "));
 }
 
+TEST_F(PrintedPagesTest, WhatHasRoomOnTheScreenHasRoomOnPaperInEveryFont) {
+    const std::string title = "Ein Titel, der seine Spalte füllt";
+    AddFile("Künstler", title);
+    Start();
+    for (int column = 2; column < ListColumnCount; ++column) {
+        Grid().setColumnWidth(column, 40);
+    }
+    for (const int points : {7, 10, 14}) {
+        QFont font = Grid().font();
+        font.setPointSize(points);
+        Grid().setFont(font);
+        // The style leaves three pixels free on either side; letters on a screen come in whole pixels.
+        const int filled = Grid().fontMetrics().horizontalAdvance(ToQString(title)) + 6;
+        Grid().setColumnWidth(1, filled + filled / 20 + 1);
+        for (const int first : {100, 300}) { // With and without room for all.
+            Grid().setColumnWidth(0, first);
+            PrintTo(path);
+            EXPECT_THAT(Pages(path).at(0).at(3), StartsWith("Künstler " + title + " ")) << points;
+        }
+    }
+}
+
 TEST_F(PrintedPagesTest, NoTextReachesIntoTheNextColumn) {
     AddFile("WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW", "Titel");
     Start();

@@ -131,7 +131,28 @@ TEST_F(PrintGridTest, ColumnsShrinkEvenlyToThePageAndNeverGrow) {
     grid.contents->Columns[1].Width = 80;
     Print();
     EXPECT_EQ(paper.pages[1][3].x - paper.pages[1][2].x, 1200) << "three quarters of 160 mm";
-    EXPECT_EQ(paper.pages[1][3].x + paper.pages[1][3].width, 1800 - 8);
+    EXPECT_DOUBLE_EQ(paper.pages[1][3].x + paper.pages[1][3].width, 1800 - 0.5 * 7.9);
+}
+
+TEST_F(PrintGridTest, ATextThatFillsItsCellHasRoomAtEachShare) {
+    for (const double width : {130.0, 160.0, 200.0}) {
+        grid.contents->Columns[0].Width = width;
+        paper.pages.clear();
+        Print();
+        const PrintedText& text = paper.pages[0][3];
+        EXPECT_LT(text.points, 10) << width;
+        EXPECT_NEAR(text.width / text.points, (400 - 2 * 7.9) / 10, 1e-9) << width;
+    }
+}
+
+TEST_F(PrintGridTest, TheDateIsAskedOnceForTheWholeDocument) {
+    SetRows(100);
+    events.onDoEvents = [&] { clock.now = {2026, 11, 21, 0, 0, 1}; };
+    Print();
+    ASSERT_EQ(paper.pages.size(), 3U);
+    for (std::size_t page = 0; page < 3; ++page) {
+        EXPECT_EQ(paper.Texts(page)[1], "20.11.2026");
+    }
 }
 
 TEST_F(PrintGridTest, RowsShrinkWithTheirColumnsToSixPointsAndTheTitleDoesNot) {

@@ -47,9 +47,9 @@ TEST_F(PrintListTest, MarginsAreTwentyTwentyFiveTwentyAndTwentyMillimetres) {
     Print();
     const std::vector<PrintedText>& page = paper.pages[0];
     EXPECT_EQ(page[0].x, 200);
-    EXPECT_EQ(page[2].x, 208) << "8 pixels within the cell";
+    EXPECT_NEAR(page[2].x, 200 + 0.16 * 7.9, 1e-9) << "within the cell";
     EXPECT_EQ(page[2].y, 510) << "10 pixels within the cell";
-    EXPECT_EQ(page[2].x + page[2].width, 2000 - 200 - 8);
+    EXPECT_NEAR(page[2].x + page[2].width, 2000 - 200 - 0.16 * 7.9, 1e-9);
     const double height = 8 * page.back().points;
     EXPECT_LE(page.back().y + height, 5600 - 400);
     EXPECT_GT(page.back().y + 2 * height + 20, 5600 - 400) << "not one more row has room";
@@ -109,6 +109,7 @@ TEST_F(PrintListTest, TheToolbarsCancelIsEnabledWhileTheListPrints) {
     grid.contents->Rows = NumberedRows(100);
     int rounds = 0;
     work.cancelled = true; // From a scan before.
+    dialogs.onShow = [this] { EXPECT_TRUE(controls.enabled.empty()) << "not yet"; };
     events.onDoEvents = [&] {
         ++rounds;
         EXPECT_TRUE(controls.enabled.at("cancel"));
