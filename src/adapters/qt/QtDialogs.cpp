@@ -55,10 +55,10 @@ std::optional<std::string> Choose(QFileDialog& dialog, const std::string& filter
     return QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString();
 }
 
-// The toolkit offers a folder alone, which is no file to write.
+// The toolkit offers a file of some other name in the home folder, or a folder alone.
 void OfferFile(const QPrintDialog& dialog, const QString& name) {
     auto* const field = dialog.findChild<QLineEdit*>(QStringLiteral("filename"));
-    if (field == nullptr || !(field->text().isEmpty() || field->text().endsWith(u'/'))) {
+    if (field == nullptr) {
         return;
     }
     const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
