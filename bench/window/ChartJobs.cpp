@@ -16,8 +16,8 @@ namespace quavernet::bench {
 
 namespace {
 
-constexpr std::size_t Shown = 10; // As many as a new user sees.
-constexpr Wanted TwiceTheFloor{.ratio = 2};
+constexpr std::size_t ListedAtFirst = 10; // As many as a new user sees.
+constexpr Wanted ChartLimits{.ratio = 2};
 constexpr Wanted PaintedSoon{.limit = 0.1};
 
 /// One of the two lists.
@@ -28,7 +28,7 @@ struct List {
     const char* Statement; ///< What the bare engine runs for it.
 };
 
-constexpr List Lists[] = {
+constexpr List ChartLists[] = {
     {"most played", "top", &MainModule::ChartShowTop,
      "select Name, Hits, Path, File_id from Files order by Hits desc, DateLastModified desc, rowid limit 10"},
     {"newest", "date", &MainModule::ChartShowNew,
@@ -36,7 +36,7 @@ constexpr List Lists[] = {
      "10"}};
 
 void RequireTen(std::size_t rows) {
-    if (rows != Shown) {
+    if (rows != ListedAtFirst) {
         throw std::runtime_error("the charts have " + std::to_string(rows) + " rows");
     }
 }
@@ -73,11 +73,11 @@ void ChartJobs(RealWindow& window, int rounds) {
     mainModule.Connection->Commit();
     BareLibrary library(LibraryPath());
     const std::string size = ", " + std::to_string(window.Grid().Model().Rows().Count()) + " files";
-    for (const List& list : Lists) {
-        Print(Measure(std::string("charts, ") + list.Name + size, 0, TwiceTheFloor, rounds,
+    for (const List& list : ChartLists) {
+        Print(Measure(std::string("charts, ") + list.Name + size, 0, ChartLimits, rounds,
                       {nullptr, [&] { Fill(list); }}, {nullptr, [&] { ReadFirst(library, list); }}));
     }
-    for (const List& list : Lists) {
+    for (const List& list : ChartLists) {
         window.Control<QAction>(list.Key).trigger();
         const auto close = [&] { window.Form().findChild<frmChart*>()->close(); };
         Print(Measure(std::string("charts to the painted window, ") + list.Name + size, 0, PaintedSoon,
