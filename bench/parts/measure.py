@@ -9,13 +9,15 @@ moments of scans), ogg (the reader of Ogg files beside ogginfo itself), oggsave 
 tagsave (an ID3v2 tag saved into an MP3 file of 6 MB), details (the dialog of that file), player (starts of tracks and the
 processor time of playing, beside bare libmpv), queue (the player's queue at its full length), encoder (five minutes of
 WAV to MP3, beside lame itself), rename (1,000 files given other names at once), covers
-(the list of 5,000 albums, and large pictures beside their bare decoding).
+(the list of 5,000 albums, and large pictures beside their bare decoding), print (the list to a PDF file, and the memory
+for it).
 
 Floors of scans: walk, open, read head and tail of each file, and write (look up, update) the same rows with bare SQLite
 in one transaction. Floors of lists: bare SQLite reading the same rows unsorted; of a search or a filter: the bare
 statement; of the charts: the bare statement with a limit; of the tree: its bare statements in one transaction, and as
-many nodes in a bare view; of a drag: the same one over the list. The fastest of several rounds counts, since other
-programs only ever add time; of clicks the slowest. Libraries lie on disk below build/bench, music in memory.
+many nodes in a bare view; of a drag: the same one over the list; of the print: a bare painter that elides the same
+texts. The fastest of several rounds counts, since other programs only ever add time; of clicks the slowest. Libraries
+lie on disk below build/bench, music in memory.
 """
 import argparse
 import os
@@ -224,9 +226,14 @@ def rename(run):
     run.collect(BENCH, "rename", TEMPLATE, run.work, 2 * run.options.rounds + 1)
 
 
+def print_list(run):
+    run.in_window(run.home(run.options.rows), "print", run.work, run.options.rounds)
+
+
 PARTS = {"scan": scan, "list": lists, "charts": charts, "tree": tree, "million": million, "start": start_to_idle,
          "cancel": cancel_clicks, "ogg": ogg, "oggsave": oggsave, "tagsave": tagsave, "details": details, "player": player,
-         "queue": queue, "encoder": encoder, "rename": rename, "covers": covers}
+         "queue": queue, "encoder": encoder, "rename": rename, "covers": covers,
+         "print": print_list}
 
 
 def read_options():

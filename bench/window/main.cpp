@@ -3,6 +3,7 @@
 #include "window/CoverJobs.h"
 #include "window/DetailsJobs.h"
 #include "window/ListJobs.h"
+#include "window/PrintJobs.h"
 #include "window/RealWindow.h"
 #include "window/TreeJobs.h"
 #include "window/WindowScanner.h"
@@ -38,6 +39,10 @@ int main(int count, char** arguments) {
             CoverJobs(words[1], std::stoi(words[2]));
             return 0;
         }
+        if (words.size() == 3 && words[0] == "print") {
+            PrintJobs(window, words[1], std::stoi(words[2]));
+            return 0;
+        }
         if (words.size() == 1 && words[0] == "memory") {
             ListMemory(window);
             return 0;
@@ -56,6 +61,7 @@ int main(int count, char** arguments) {
                          "quavernet_window_bench tree WORK ROUNDS\n"
                          "quavernet_window_bench covers WORK ROUNDS\n"
                          "quavernet_window_bench details SONG ROUNDS\n"
+                         "quavernet_window_bench print WORK ROUNDS\n"
                          "quavernet_window_bench memory\n"
                          "quavernet_window_bench scan MUSIC WORK NAME ROUNDS\n");
     return 2;
