@@ -55,6 +55,8 @@ protected:
 
 class PrintDialogTest : public GuiTest {
 protected:
+    /// Nobody's printers: the dialog finds none, and nothing of a test comes out on paper.
+    PrintDialogTest() { qputenv("CUPS_SERVER", QByteArray::fromStdString(folder / "cups.sock")); }
     ~PrintDialogTest() override { SetDialogLanguage("ENG"); }
 
     /// Does something with the print dialog that comes up next.
