@@ -30,7 +30,8 @@ DESCRIPTION
     -nogap          players that know of gapless playing play the MP3 files without a gap between them. Each file
                     notes for that how long its sound is. Where the frames are too small for the note (at some
                     bit rates below 64), the sample rate is lowered. With -concat there is nothing left to do.
-    -delete         a WAV file is deleted when its MP3 file is on the disk and has been decoded to the same length
+    -delete         a WAV file is deleted when its MP3 file is on the disk and has been decoded to the same length.
+                    It stays if it is cut short, or if it holds anything after its sound but chunks of other kinds.
     -quit           nothing: bladeenc never waits for a key
 
     The first argument that is no switch begins the files, "--" as well: "-- -x.wav" names a file. So does

@@ -89,8 +89,8 @@ def unique(sources):
 
 def delete(source):
     """Removes a WAV file of which the MP3 file holds everything; a failure if it stays."""
-    if source.cut:
-        return Failure("cut", source.path)
+    if source.unread:
+        return Failure(source.unread, source.path)
     try:
         return None if source.delete() else Failure("changed", source.path)
     except OSError as error:

@@ -11,6 +11,7 @@ from encoder.sound_pipe import SoundPipe
 ENCODE = ["lame", "--silent", "--ignorelength", "--cbr"]
 DECODE = ["lame", "--quiet", "--decode", "--mp3input", "-t"]
 BLOCK = 1 << 20
+LARGEST_WAVE = 0xFFFFFFFF  # Bytes of sound that the head of a WAV file can tell.
 
 
 def environment():
@@ -103,9 +104,11 @@ def is_whole(samples, sources, mp3):
 def checked(sources, target, bit_rate, channels):
     """What the MP3 file holds; a Failure if it isn't what was asked for."""
     mp3 = mp3_file.read(target.content())
-    if (mp3 is None or mp3.bit_rate != bit_rate or mp3.channels != channels
-            or not is_whole(mp3.samples, sources, mp3)):
+    if mp3 is None or mp3.bit_rate != bit_rate or mp3.channels != channels:
         raise Failure("no_space" if target.is_full() else "incomplete")
+    if not is_whole(mp3.samples, sources, mp3):
+        large = sum(source.size for source in sources) > LARGEST_WAVE
+        raise Failure("no_space" if target.is_full() else "too_long" if large else "incomplete")
     return mp3
 
 

@@ -31,6 +31,7 @@ TEXTS = {
                 "The WAV file changed while it was converted."),
     "lame": ("lame ist gescheitert: {reason}", "lame has failed: {reason}"),
     "lame_killed": ("lame wurde abgebrochen (Signal {reason}).", "lame was stopped (signal {reason})."),
+    "too_long": ("So viel Ton nimmt lame nicht in eine Datei auf.", "lame does not take that much sound in one file."),
     "incomplete": ("Die MP3-Datei wurde nicht vollständig.", "The MP3 file did not get complete."),
     # The MP3 file is there, the WAV file stays.
     "not_decoded": ("Die MP3-Datei lässt sich nicht ganz abspielen. Die WAV-Datei bleibt.",
@@ -39,6 +40,10 @@ TEXTS = {
                 "The WAV file has changed meanwhile and was not deleted."),
     "cut": ("Die WAV-Datei ist abgeschnitten. Sie wurde konvertiert, aber nicht gelöscht.",
             "The WAV file is cut short. It was converted, but not deleted."),
+    "more_behind": ("Hinter dem Ton der WAV-Datei liegt noch etwas, das sich nicht lesen ließ. Sie wurde nicht gelöscht.",
+                    "After its sound the WAV file holds something that could not be read. It was not deleted."),
+    "more_sound": ("Die WAV-Datei enthält mehrere Stücke Ton. Konvertiert wurde das erste, gelöscht wurde sie nicht.",
+                   "The WAV file holds several pieces of sound. The first was converted, the file was not deleted."),
     "not_deleted": ("Die WAV-Datei ließ sich nicht löschen: {reason}",
                     "The WAV file could not be deleted: {reason}"),
 }

@@ -1,5 +1,6 @@
 """Reads WAV files: what kind of sound they hold and where it lies."""
 import os
+import re
 import stat
 import struct
 from contextlib import contextmanager
@@ -11,11 +12,33 @@ from encoder.places import place_of
 PCM, FLOATING, EXTENSIBLE = 1, 3, 0xFFFE
 # The rest of an extensible format's mark; its first two bytes are one of the above.
 SUBFORMAT = bytes.fromhex("000000001000800000aa00389b71")
-# Programs that write to a pipe can't know the size, and note about the largest one.
-SIZE_UNKNOWN = 0x7FFF0000
+# What programs that write to a pipe note for the size that they can't know; some take the head off the last one.
+SIZES_UNKNOWN = (0, 0x7FFFF000, 0xFFFFFFFF, 0x7FFFFFFF)
 # More than any program writes in front of the sound; a file of noise must not keep us reading.
 MOST_CHUNKS = 10000
 LOWEST_RATE, HIGHEST_RATE = 1000, 768000
+
+
+# What of a file is not encoded, as a text on why it is not deleted.
+CUT, MORE, SECOND = "cut", "more_behind", "more_sound"
+NAME = re.compile(rb"[ -~]{4}")
+
+
+def chunks(file, at):
+    """(name, size, offset of what is in it) of each chunk from there on."""
+    for _ in range(MOST_CHUNKS):
+        head = os.pread(file, 8, at)
+        if len(head) < 8:
+            break
+        name, size = struct.unpack("<4sI", head)
+        yield name, size, at + 8
+        at += 8 + size + size % 2
+
+
+def is_unknown(size, offset):
+    """Whether the size of the sound that begins at that offset says nothing. Some count the whole head, some all of it
+    but the first eight bytes."""
+    return size in SIZES_UNKNOWN or 0x7FFFFFFF - size in (offset, offset - 8)
 
 
 @dataclass(frozen=True)
@@ -54,7 +77,7 @@ class WaveFile:
             self.facts = os.fstat(descriptor)
             if not stat.S_ISREG(self.facts.st_mode):
                 raise Failure("no_wave", path)
-            self.format, self.offset, self.size, self.cut = self.read(descriptor)
+            self.format, self.offset, self.size, self.unread = self.read(descriptor)
 
     @contextmanager
     def opened(self):
@@ -77,29 +100,43 @@ class WaveFile:
         return self.size // self.format.block
 
     def read(self, file):
-        """(format, offset and size of the sound in bytes, whether the file is shorter than it says)"""
+        """(format, offset and size of the sound in bytes, text on what of the file is no part of that, or nothing)"""
         head = os.pread(file, 12, 0)
         if len(head) < 12 or head[:4] != b"RIFF" or head[8:] != b"WAVE":
             raise Failure("no_wave", self.path)
-        found, at = None, 12
-        for _ in range(MOST_CHUNKS):
-            chunk = os.pread(file, 8, at)
-            if len(chunk) < 8:
-                break
-            name, size = struct.unpack("<4sI", chunk)
-            at += 8
+        found = None
+        for name, size, at in chunks(file, 12):
             if name == b"fmt " and found is None:
                 found = self.read_format(os.pread(file, min(size, 40), at))
             elif name == b"data":
                 if found is None:
                     break
-                there = self.facts.st_size - at
-                whole = min(size, there) // found.block * found.block
-                if whole <= 0:
-                    raise Failure("no_sound", self.path)
-                return found, at, whole, there < size < SIZE_UNKNOWN
-            at += size + size % 2
+                return found, at, *self.measure(file, found.block, at, size)
         raise Failure("no_wave", self.path)
+
+    def measure(self, file, block, at, size):
+        """(size of the sound, text on what is no part of it, or nothing)"""
+        there, unread = self.facts.st_size - at, CUT
+        if size <= there:
+            unread = self.look_behind(file, at + size + size % 2)
+        if is_unknown(size, at) and unread in (CUT, MORE):
+            size, unread = there, None
+        whole = min(size, there) // block * block
+        if whole <= 0:
+            raise Failure("no_sound", self.path)
+        return whole, unread
+
+    def look_behind(self, file, at):
+        """What comes after the sound: nothing but other chunks to the end of the file, or what may be sound as well."""
+        end = self.facts.st_size
+        for name, size, start in chunks(file, at):
+            at = start + size + size % 2
+            if not NAME.fullmatch(name) or start + size > end:
+                return MORE
+            if name == b"data":
+                return SECOND
+        # The byte that fills up an odd chunk may lack at the end.
+        return None if at >= end else MORE
 
     def read_format(self, data):
         if len(data) < 16:

@@ -6,7 +6,7 @@ import subprocess
 import time
 import unittest
 
-from support import BLADEENC, Decoded, EncoderTest, content, tones, write_wave
+from support import BLADEENC, Decoded, EncoderTest, content, format_chunk, riff, tones, write_wave
 
 # Does as lame does, but decodes half.
 HALF_DECODED = """
@@ -90,6 +90,17 @@ class FailuresTest(EncoderTest):
                                       head -c 100000 | "$REAL_LAME" --silent -b 128 - "$out"; {last}""")
                 self.assertIn(told, self.refused("-delete", source))
                 self.expect_nothing_made("a.wav")
+
+    def test_more_sound_than_lame_takes_is_told_and_stays(self):
+        source = self.path("a.wav")
+        with open(source, "wb") as file:
+            file.write(riff(format_chunk(1, 1, 44100, 16)) + b"data\xff\xff\xff\xff")
+            file.truncate(5 << 30)
+        self.stand_in("lame", 'for out; do :; done; head -c 100000 | "$REAL_LAME" --silent -b 128 - "$out"; exit 0')
+        self.assertEqual(self.refused("-delete", source),
+                         f"bladeenc: {source}: So viel Ton nimmt lame nicht in eine Datei auf.\n")
+        self.expect_nothing_made("a.wav")
+        self.assertEqual(os.path.getsize(source), 5 << 30)
 
     def test_a_lame_that_writes_something_else_is_found_out(self):
         source = self.tone("a.wav", 0.3)

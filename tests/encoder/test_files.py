@@ -1,5 +1,6 @@
 """Which files are taken, under which names MP3 files lie, and what stays."""
 import os
+import struct
 import unittest
 
 from support import Decoded, EncoderTest, chunk, content, format_chunk, riff, tones, write_wave
@@ -167,6 +168,54 @@ class FilesTest(EncoderTest):
         self.assertIn("abgeschnitten", said)
         self.assertEqual(self.music_names(), ["a.mp3", "a.wav"])
         self.assertEqual(Decoded(self.path("a.mp3")).samples, round(0.3 * 44100))
+
+    def broken_wave(self, size, head=b"", sound=None, length=0):
+        """A WAV file with that size noted for its sound, and that much of zeros, which take no room on the disk."""
+        sound = tones(0.1, (440,)).tobytes() if sound is None else sound
+        with open(self.path("a.wav"), "wb") as file:
+            file.write(riff(format_chunk(1, 1, 44100, 16), head) + b"data" + struct.pack("<I", size) + sound)
+            file.truncate(max(length, file.tell()))
+        return self.path("a.wav")
+
+    def expect_kept(self, source, samples, *words):
+        before = os.stat(source)
+        said = self.refused("-delete", source)
+        for word in words:
+            self.assertIn(word, said)
+        self.assertEqual(self.music_names(), ["a.mp3", "a.wav"])
+        after = os.stat(source)
+        self.assertEqual((after.st_size, after.st_mtime_ns), (before.st_size, before.st_mtime_ns))
+        self.assertEqual(Decoded(self.path("a.mp3")).samples, samples)
+        os.remove(self.path("a.mp3"))
+
+    def test_a_source_that_holds_more_than_its_size_tells_stays(self):
+        sound = tones(0.1, (440,)).tobytes()
+        words = "Hinter dem Ton der WAV-Datei liegt noch etwas, das sich nicht lesen ließ. Sie wurde nicht gelöscht."
+        for name, behind, length in (("wrapped at 4 GiB", b"", (1 << 32) + 44 + len(sound)),
+                                     ("a head of an earlier time", sound, 0),
+                                     ("a chunk that overruns the file", b"LIST" + struct.pack("<I", 100) + bytes(99), 0),
+                                     ("less than a head", b"LIST", 0), ("no letters", b"\1\2\3\4" + bytes(8), 0),
+                                     ("a broken chunk after good ones", chunk(b"LIST", b"odd") + b"bext\xff", 0)):
+            with self.subTest(name):
+                self.expect_kept(self.broken_wave(len(sound), sound=sound + behind, length=length), 4410, words)
+
+    def test_a_source_with_several_pieces_of_sound_stays(self):
+        sound = tones(0.1, (440,)).tobytes()
+        for between in (b"", chunk(b"LIST", b"odd")):
+            source = self.broken_wave(len(sound), sound=sound + between + chunk(b"data", sound))
+            self.expect_kept(source, 4410, "Die WAV-Datei enthält mehrere Stücke Ton. Konvertiert wurde das erste, "
+                                           "gelöscht wurde sie nicht.")
+
+    def test_a_source_that_is_cut_short_stays_however_large_it_says_it_was(self):
+        for size in (8822, 0x7FFF0000, 0x7FFFFFFE, 0x80000000, 0xA0000000, 0xFFFFFFFE):
+            with self.subTest(hex(size)):
+                self.expect_kept(self.broken_wave(size), 4410, "abgeschnitten")
+
+    def test_a_size_of_zero_means_no_sound_if_the_file_ends_or_other_chunks_follow(self):
+        for behind in (b"", chunk(b"LIST", bytes(20)), chunk(b"data", bytes(20))):
+            source = self.broken_wave(0, sound=behind)
+            self.assertIn("enthält keinen Ton", self.refused("-delete", source))
+            self.assertEqual(self.music_names(), ["a.wav"])
 
     def test_new_files_have_the_rights_that_the_user_gives_to_new_files(self):
         [made] = self.encode(self.tone("a.wav", 0.1), preexec_fn=lambda: os.umask(0o027))

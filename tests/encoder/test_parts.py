@@ -2,6 +2,7 @@
 import errno
 import os
 import random
+import struct
 import subprocess
 import sys
 import threading
@@ -126,6 +127,27 @@ class PartsTest(EncoderTest):
     def test_an_empty_file_is_no_mp3_file(self):
         with target.Target(self.music, "empty") as empty:
             self.assertIsNone(mp3_file.read(empty.content()))
+
+    def wave_of_zeros(self, size, length, behind=b""):
+        """A WAV file with that size noted for its sound and that many bytes of it, which take no room on the disk."""
+        with open(self.path("a.wav"), "wb") as file:
+            file.write(riff(format_chunk(1, 1, 44100, 16)) + b"data" + struct.pack("<I", size))
+            file.truncate(44 + length)
+            file.seek(0, os.SEEK_END)
+            file.write(behind)
+        return self.path("a.wav")
+
+    def test_a_file_that_a_pipe_made_is_read_to_its_end_even_after_4_gibibytes(self):
+        for size in (0, 0x7FFFF000, 0x7FFFFFFF, 0x7FFFFFFF - 36, 0x7FFFFFFF - 44, 0xFFFFFFFF):
+            for there in (1 << 20, 5 << 30):
+                with self.subTest((size, there)):
+                    found = WaveFile(self.wave_of_zeros(size, there))
+                    self.assertEqual((found.size, found.unread), (there, None))
+
+    def test_a_size_like_that_of_a_pipe_counts_if_the_file_agrees_with_it(self):
+        for behind in (b"", chunk(b"LIST", bytes(20))):
+            found = WaveFile(self.wave_of_zeros(0x7FFFF000, 0x7FFFF000, behind))
+            self.assertEqual((found.size, found.unread), (0x7FFFF000, None))
 
     def test_broken_bytes_are_no_mp3_file_and_break_nothing(self):
         subprocess.run(["lame", "--silent", self.tone("a.wav", 0.1), self.path("a.mp3")], check=True)

@@ -89,7 +89,7 @@ class SoundTest(EncoderTest):
                 self.assertFalse(os.path.exists(self.path(name + ".wav")))
 
     def test_a_file_that_a_pipe_made_has_no_size_and_is_encoded_to_its_end(self):
-        for size in (0xFFFFFFFF, 0x7FFFFFFF - 36):
+        for size in (0, 0xFFFFFFFF, 0x7FFFFFFF, 0x7FFFFFFF - 36, 0x7FFFFFFF - 44, 0x7FFFF000):
             data = riff(format_chunk(1, 1, 44100, 16)) + b"data" + struct.pack("<I", size)
             with open(self.path("a.wav"), "wb") as file:
                 file.write(data + tones(0.4, (440,)).tobytes())
