@@ -76,6 +76,10 @@ def make(job, sources, target, options):
     os.fsync(target.descriptor)
     decoded = options.delete and lame.decodes(sources, target, mp3)
     made = target.publish(job.number)
+    try:
+        target.sync_folder()
+    except OSError as error:
+        return made, [Failure("not_on_disk", made, reason=error.strerror)]
     if not options.delete:
         return made, []
     if not decoded:

@@ -16,6 +16,7 @@ HIDDEN = re.compile(r"\.bladeenc-[0-9a-f]{16}\.part")
 YOUNG = 60  # Seconds in which a file may not be locked yet.
 NO_REPLACE = 1  # RENAME_NOREPLACE
 NO_SUCH_CALL = (errno.EINVAL, errno.ENOSYS)
+NO_FOLDER_SYNC = (errno.EINVAL, errno.ENOTSUP, errno.EACCES)
 NO_LINKS = (errno.EPERM, errno.EOPNOTSUPP)
 
 
@@ -123,21 +124,19 @@ class Target:
             except FileExistsError:
                 number += 1
         self.name = ""
-        self.sync_folder()
         return os.path.join(self.path, wanted)
 
     def sync_folder(self):
-        """The name reaches the disk, where the file system can do that for folders."""
+        """The name reaches the disk, where the file system can do that for folders. An OSError if it did not."""
         try:
             folder = os.open(".", os.O_RDONLY | os.O_DIRECTORY | os.O_CLOEXEC, dir_fd=self.folder)
-        except OSError:
-            return
-        try:
-            os.fsync(folder)
-        except OSError:
-            pass
-        finally:
-            os.close(folder)
+            try:
+                os.fsync(folder)
+            finally:
+                os.close(folder)
+        except OSError as error:
+            if error.errno not in NO_FOLDER_SYNC:
+                raise
 
 
 def lock(descriptor):

@@ -36,6 +36,8 @@ TEXTS = {
     # The MP3 file is there, the WAV file stays.
     "not_decoded": ("Die MP3-Datei lässt sich nicht ganz abspielen. Die WAV-Datei bleibt.",
                     "The MP3 file can't be played to its end. The WAV file stays."),
+    "not_on_disk": ("Die MP3-Datei kam vielleicht nicht auf den Datenträger: {reason}. Die WAV-Datei bleibt.",
+                    "The MP3 file may not have reached the disk: {reason}. The WAV file stays."),
     "changed": ("Die WAV-Datei hat sich inzwischen geändert und wurde nicht gelöscht.",
                 "The WAV file has changed meanwhile and was not deleted."),
     "cut": ("Die WAV-Datei ist abgeschnitten. Sie wurde konvertiert, aber nicht gelöscht.",

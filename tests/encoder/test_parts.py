@@ -2,6 +2,7 @@
 import errno
 import os
 import random
+import stat
 import struct
 import subprocess
 import sys
@@ -15,7 +16,7 @@ from support import BLADEENC, EncoderTest, content, format_chunk, chunk, riff
 
 sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.dirname(BLADEENC))
-from encoder import mp3_file, sound_pipe, target  # noqa: E402
+from encoder import command_line, jobs, mp3_file, sound_pipe, target  # noqa: E402
 from encoder.failure import Failure  # noqa: E402
 from encoder.wave_file import WaveFile  # noqa: E402
 
@@ -79,6 +80,33 @@ class PartsTest(EncoderTest):
     def test_other_failures_of_a_rename_are_told(self):
         with self.assertRaises(FileNotFoundError):
             self.rename("nothing", "free.mp3")
+
+    def run_with_folder_sync(self, code, *switches):
+        """(MP3 file or nothing, failures) of a.wav where the sync of a folder ends with that error."""
+        real = os.fsync
+
+        def sync(descriptor):
+            if stat.S_ISDIR(os.fstat(descriptor).st_mode):
+                raise OSError(code, os.strerror(code))
+            real(descriptor)
+        options = command_line.parse([*switches, self.tone("a.wav", 0.1)])
+        with mock.patch("os.fsync", side_effect=sync):
+            made, failures = jobs.run(jobs.plan(options)[0], options)
+        return made, [(failure.text, failure.path, failure.values) for failure in failures]
+
+    def test_a_name_that_may_not_be_on_the_disk_is_told_and_the_source_stays(self):
+        made = self.path("a.mp3")
+        for switches in ((), ("-delete",)):
+            self.assertEqual(self.run_with_folder_sync(errno.EIO, *switches),
+                             (made, [("not_on_disk", made, {"reason": os.strerror(errno.EIO)})]))
+            self.assertEqual(self.music_names(), ["a.mp3", "a.wav"])
+            os.remove(made)
+
+    def test_file_systems_that_sync_no_folders_lose_nothing_by_it(self):
+        for code in (errno.EINVAL, errno.ENOTSUP, errno.EACCES):
+            self.assertEqual(self.run_with_folder_sync(code, "-delete"), (self.path("a.mp3"), []))
+            self.assertEqual(self.music_names(), ["a.mp3"])
+            os.remove(self.path("a.mp3"))
 
     def test_an_mp3_file_is_whole_at_its_full_length_only(self):
         for rate in ("32", "128"):  # Without and with the note on the length.
