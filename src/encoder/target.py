@@ -42,7 +42,6 @@ def rename_to_free(folder, name, wanted):
         raise OSError(code, os.strerror(code))
     try:
         os.link(name, wanted, src_dir_fd=folder, dst_dir_fd=folder, follow_symlinks=False)
-        os.unlink(name, dir_fd=folder)
     except OSError as error:
         if error.errno not in NO_LINKS:
             raise
@@ -50,6 +49,11 @@ def rename_to_free(folder, name, wanted):
         if is_taken(folder, wanted):
             raise FileExistsError(errno.EEXIST, os.strerror(errno.EEXIST)) from error
         os.rename(name, wanted, src_dir_fd=folder, dst_dir_fd=folder)
+        return
+    try:
+        os.unlink(name, dir_fd=folder)
+    except OSError:
+        pass  # The file has its name. The hidden one goes with a later run, as that of a killed one.
 
 
 def is_taken(folder, name):

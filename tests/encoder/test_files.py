@@ -193,7 +193,7 @@ class FilesTest(EncoderTest):
         words = "Hinter dem Ton der WAV-Datei liegt noch etwas, das sich nicht lesen ließ. Sie wurde nicht gelöscht."
         for name, behind, length in (("wrapped at 4 GiB", b"", (1 << 32) + 44 + len(sound)),
                                      ("a head of an earlier time", sound, 0),
-                                     ("a chunk that overruns the file", b"LIST" + struct.pack("<I", 100) + bytes(99), 0),
+                                     ("a chunk that overruns", b"LIST" + struct.pack("<I", 100) + bytes(99), 0),
                                      ("less than a head", b"LIST", 0), ("no letters", b"\1\2\3\4" + bytes(8), 0),
                                      ("a broken chunk after good ones", chunk(b"LIST", b"odd") + b"bext\xff", 0)):
             with self.subTest(name):

@@ -77,6 +77,15 @@ class PartsTest(EncoderTest):
             with mock.patch("os.link", side_effect=PermissionError(errno.EPERM, "no links")):
                 self.expect_renames()
 
+    def test_a_hidden_name_that_stays_takes_no_second_name(self):
+        with open(self.path("part"), "wb") as file:
+            file.write(b"part")
+        with mock.patch("ctypes.CDLL", side_effect=lambda *_, **__: object()), \
+                mock.patch("os.unlink", side_effect=PermissionError(errno.EPERM, "append only")):
+            self.rename("part", "free.mp3")
+        self.assertEqual(self.music_names(), ["free.mp3", "part"])
+        self.assertEqual(content(self.path("free.mp3")), b"part")
+
     def test_other_failures_of_a_rename_are_told(self):
         with self.assertRaises(FileNotFoundError):
             self.rename("nothing", "free.mp3")
