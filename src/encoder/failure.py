@@ -19,3 +19,10 @@ def of_system(error, path):
     """The failure for an OSError."""
     text = TOLD.get(error.errno, "system")
     return Failure(text, path, reason=error.strerror or os.strerror(error.errno or 0))
+
+
+def unexpected(error, path=None):
+    """The failure for what nobody has thought of; nobody would see a trace of it."""
+    if isinstance(error, OSError):
+        return of_system(error, path)
+    return Failure("unexpected", path, reason=f"{type(error).__name__}: {error}")

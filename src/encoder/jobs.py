@@ -1,9 +1,10 @@
 """What is to be made of what, and making it."""
 import os
+import threading
 from dataclasses import dataclass
 
 from encoder import lame
-from encoder.failure import Failure, of_system
+from encoder.failure import Failure, unexpected
 from encoder.target import Target, numbered
 from encoder.wave_file import WaveFile
 
@@ -37,13 +38,29 @@ def plan(options):
 
 def run_all(jobs, options):
     """(paths of what was made, failures), in the order of the jobs."""
-    if len(jobs) == 1:
-        results = [run(jobs[0], options)]
-    else:
-        from concurrent.futures import ThreadPoolExecutor
-        with ThreadPoolExecutor(len(os.sched_getaffinity(0))) as pool:
-            results = list(pool.map(lambda job: run(job, options), jobs))
+    results, numbers = [None] * len(jobs), iter(range(len(jobs)))
+
+    def work():
+        for number in numbers:
+            results[number] = run(jobs[number], options)
+    helpers = start_helpers(min(len(jobs), len(os.sched_getaffinity(0))) - 1, work)
+    work()
+    for helper in helpers:
+        helper.join()
     return [path for path, _ in results if path], [failure for _, failures in results for failure in failures]
+
+
+def start_helpers(count, work):
+    """Up to so many threads at that work. Where the system gives none, the caller does it alone."""
+    helpers = []
+    try:
+        for _ in range(count):
+            helper = threading.Thread(target=work)
+            helper.start()
+            helpers.append(helper)
+    except RuntimeError:
+        pass
+    return helpers
 
 
 def run(job, options):
@@ -57,8 +74,8 @@ def run(job, options):
         if failure.path is None and failure.text != "lame_missing":
             failure.path = job.sources[0]
         return None, [failure]
-    except OSError as error:
-        return None, [of_system(error, job.sources[0])]
+    except Exception as error:
+        return None, [unexpected(error, job.sources[0])]
 
 
 def expect_one_format(sources):
@@ -74,7 +91,8 @@ def make(job, sources, target, options):
     if options.no_gap and not mp3.noted:
         mp3 = lame.encode(sources, target, options.bit_rate, options.mono, lame.rate_with_note(mp3))
     os.fsync(target.descriptor)
-    decoded = options.delete and lame.decodes(sources, target, mp3)
+    if options.delete and not lame.decodes(sources, target, mp3):
+        raise Failure("not_decoded", job.sources[0])
     made = target.publish(job.number)
     try:
         target.sync_folder()
@@ -82,8 +100,6 @@ def make(job, sources, target, options):
         return made, [Failure("not_on_disk", made, reason=error.strerror)]
     if not options.delete:
         return made, []
-    if not decoded:
-        return made, [Failure("not_decoded", made)]
     return made, [failure for source in unique(sources) if (failure := delete(source))]
 
 

@@ -74,6 +74,15 @@ class FailuresTest(EncoderTest):
                          "bladeenc: /nowhere/at all: Die Datei oder der Ordner ist nicht da.\n")
         self.assertEqual(self.music_names(), ["a.mp3", "a.wav"])
 
+    def test_a_folder_to_run_in_that_has_gone_is_told(self):
+        source, gone = self.tone("a.wav", 0.1), os.path.join(self.home, "gone")
+        os.mkdir(gone)
+        self.environment["GONE"] = gone
+        run = subprocess.run(["sh", "-c", 'cd "$GONE" && rmdir "$GONE" && exec "$@"', "sh", BLADEENC, source],
+                             env=self.environment, capture_output=True, text=True)
+        self.assertEqual((run.returncode, run.stderr), (1, "bladeenc: Die Datei oder der Ordner ist nicht da.\n"))
+        self.expect_nothing_made("a.wav")
+
     def test_a_lame_that_fails_leaves_nothing_and_its_words_are_told(self):
         source = self.tone("a.wav", 0.1)
         self.stand_in("lame", 'cat > /dev/null; echo noise >&2; echo "cannot do <this> \\$x" >&2; exit 3')
@@ -124,9 +133,9 @@ class FailuresTest(EncoderTest):
     def test_a_source_that_does_not_decode_to_its_length_stays(self):
         source = self.tone("a.wav", 0.2)
         self.stand_in("lame", HALF_DECODED)
-        self.assertEqual(self.refused("-delete", source), f"bladeenc: {self.path('a.mp3')}: Die MP3-Datei lässt sich "
-                                                          "nicht ganz abspielen. Die WAV-Datei bleibt.\n")
-        self.assertEqual(self.music_names(), ["a.mp3", "a.wav"])
+        self.assertEqual(self.refused("-delete", source), f"bladeenc: {source}: Die MP3-Datei ließ sich nicht ganz "
+                                                          "abspielen und wurde verworfen. Die WAV-Datei bleibt.\n")
+        self.expect_nothing_made("a.wav")
 
     def test_a_source_that_changes_meanwhile_stays(self):
         source = self.tone("a.wav", 0.2)

@@ -117,6 +117,28 @@ class PartsTest(EncoderTest):
             self.assertEqual(self.music_names(), ["a.mp3"])
             os.remove(self.path("a.mp3"))
 
+    def test_what_nobody_expects_is_told_for_its_file_and_the_others_are_encoded(self):
+        sources = [self.tone(f"{name}.wav", 0.1) for name in "abc"]
+        real = jobs.make
+
+        def make(job, *rest):
+            if job.stem == "b":
+                raise ValueError("strange")
+            return real(job, *rest)
+        options = command_line.parse(["-delete", *sources])
+        with mock.patch("encoder.jobs.make", side_effect=make):
+            made, failures = jobs.run_all(jobs.plan(options), options)
+        self.assertEqual(made, [self.path("a.mp3"), self.path("c.mp3")])
+        self.assertEqual([(failure.text, failure.path, failure.values) for failure in failures],
+                         [("unexpected", sources[1], {"reason": "ValueError: strange"})])
+        self.assertEqual(self.music_names(), ["a.mp3", "b.wav", "c.mp3"])
+
+    def test_where_the_system_gives_no_threads_all_files_are_encoded(self):
+        options = command_line.parse([self.tone(f"{name}.wav", 0.1) for name in "abc"])
+        with mock.patch("threading.Thread.start", side_effect=RuntimeError("can't start new thread")), \
+                mock.patch("os.sched_getaffinity", return_value=range(4)):
+            self.assertEqual(jobs.run_all(jobs.plan(options), options), ([self.path(f"{n}.mp3") for n in "abc"], []))
+
     def test_an_mp3_file_is_whole_at_its_full_length_only(self):
         for rate in ("32", "128"):  # Without and with the note on the length.
             data = subprocess.run(["lame", "--silent", "-b", rate, self.tone("a.wav", 0.1, (440, 440)),
