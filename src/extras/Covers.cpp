@@ -38,7 +38,7 @@ private:
 
 bool AlbumHasFiles(const std::string& albumId) {
     ADODB::Recordset files;
-    files.Open("Select Album_id from Files where Album_id = " + albumId, *mainModule.Connection);
+    files.OpenFirst("Select Album_id from Files where Album_id = " + albumId, *mainModule.Connection, 1);
     return files.RecordCount() > 0;
 }
 
@@ -69,7 +69,7 @@ void Covers::LoadAlbumList() {
     for (; !rows.Eof(); rows.MoveNext()) {
         const std::string album = rows.Fields(0).Text();
         const std::string albumId = rows.Fields(1).Text();
-        if (AlbumHasFiles(albumId) && album != noAlbum) {
+        if (album != noAlbum && AlbumHasFiles(albumId)) {
             m_albums.push_back(rows.Fields(2).Text() + " - " + album);
             m_albumKeys.push_back(std::string(AlbumPart) + albumId + std::string(InterpretPart) +
                                   rows.Fields(3).Text());

@@ -43,11 +43,11 @@ TEST_F(CoversRoadTest, OfAWindowThatShowsAndSaves) {
             "Select distinct A.Name, A.Album_id, I.Interpret, I.Inter_id from (Albums A Inner Join Files F "
             "On "
             "A.Album_id = F.Album_id) Inner Join Interpret I On F.Inter_id = I.Inter_id Order By "
-            "I.Interpret: ",
+            "I.Interpret:",
             "Select Album_id from Files where Album_id = ?: lifted kept",
             "Select Front, Back, CD, CD2, Inlay, Inlet from Covers where Album_id = ? and Interpret_id = ?: "
             "lifted kept",
-            "Select Cover_id from Covers where Album_id = ? and Interpret_id = ?: lifted kept",
+            "Select Cover_id from Covers where  Album_id = ? and Interpret_id = ?: lifted kept",
             "Insert Into Covers (Album_id, Interpret_id, Front, Back, CD, CD2, Inlay, Inlet) values (?, ?, "
             "?, ?, "
             "?, ?, ?, ?): lifted kept",
