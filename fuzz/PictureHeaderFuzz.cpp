@@ -82,7 +82,7 @@ std::uint64_t Model(std::string_view rest) {
             for (unsigned next = TakeMarker(look); next != 0 && next != 0xD9; next = TakeMarker(look)) {
                 scans += next == 0xDA ? 1 : 0;
             }
-            return scans > 200 ? TooMuch : blocks * 128;
+            return scans > 30 ? TooMuch : blocks * 128;
         }
         if (marker / 16 == 0xC && marker != 0xC4 && marker != 0xC8 && marker != 0xCC && length >= 8) {
             TakeByte(look);
@@ -107,6 +107,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::WriteWhole(path, contents);
     const auto file = services.files->Open(path, BinaryFile::Access::Read);
     Require(JpegCoefficientBytes(*file) == Model(contents));
+    (void)HasOversizedTexts(*file);
     const PictureFormat format = FormatOfPicture(*file);
     Require((format == PictureFormat::Jpeg) == contents.starts_with("\xFF\xD8\xFF"));
     Require((format == PictureFormat::None) ==

@@ -82,11 +82,12 @@ const char* ReaderOf(PictureFormat format) {
     return nullptr;
 }
 
-// What the toolkit's limit does not see: a JPEG's coefficients are the library's own, and a WebP file is read
-// whole.
+// What the toolkit's limit does not see: a JPEG's coefficients and a PNG's texts are the libraries' own, a
+// WebP file is read whole, and others are read to their end, however far that is.
 bool CostsTooMuch(const BinaryFile& file, PictureFormat format) {
-    return (format == PictureFormat::Jpeg && JpegCoefficientBytes(file) > MostBytes) ||
-           (format == PictureFormat::WebP && file.Size() > MostBytes);
+    return file.Size() > MostBytes ||
+           (format == PictureFormat::Jpeg && JpegCoefficientBytes(file) > MostBytes) ||
+           (format == PictureFormat::Png && HasOversizedTexts(file));
 }
 
 QImage Read(const BinaryFile& file, const QSize& size) {

@@ -14,8 +14,12 @@ namespace quavernet {
 namespace {
 
 constexpr std::uint64_t TooMuch = std::numeric_limits<std::uint64_t>::max();
-constexpr int MostSegments = 10000; // A profile of 600 MB.
-constexpr int MostScans = 200;      // Programs write about ten. Each is a walk over the whole picture.
+constexpr int MostSegments = 10000;
+constexpr std::uint64_t MostSegmentBytes = 32'000'000; // A profile has 16 MB at most.
+constexpr int MostScans = 30; // Programs write about ten. Each is a walk over the whole picture.
+constexpr int MostChunks = 100'000;
+constexpr int MostPackedChunks = 6; // A profile and some texts. Each may be unpacked to 8 MB.
+constexpr std::uint64_t MostTextBytes = 16'000'000;
 
 /// Reads on from an offset, a piece at a time.
 class Bytes {
@@ -39,6 +43,17 @@ public:
         const auto high = Next();
         const auto low = Next();
         return high && low ? std::optional(*high * 256U + *low) : std::nullopt;
+    }
+    /// As many bytes as the text has; false if the file ends before.
+    bool NextText(std::span<char> text) {
+        for (char& c : text) {
+            const auto byte = Next();
+            if (!byte) {
+                return false;
+            }
+            c = static_cast<char>(*byte);
+        }
+        return true;
     }
     void Skip(std::uint64_t count) {
         const std::uint64_t held = m_held - m_at;
@@ -158,7 +173,8 @@ PictureFormat FormatOfPicture(const BinaryFile& file) {
 std::uint64_t JpegCoefficientBytes(const BinaryFile& file) {
     Bytes bytes(file, 2);
     Frame frame;
-    for (int segment = 0; segment < MostSegments; ++segment) {
+    std::uint64_t held = 0;
+    for (int segment = 0; segment < MostSegments && held <= MostSegmentBytes; ++segment) {
         const auto marker = bytes.NextMarker();
         if (!marker || *marker == EndOfImage) {
             return 0;
@@ -173,6 +189,7 @@ std::uint64_t JpegCoefficientBytes(const BinaryFile& file) {
         if (*marker == StartOfScan) {
             return CoefficientBytes(frame, bytes);
         }
+        held += *length;
         constexpr std::uint32_t FrameBytes = 6;
         if (IsStartOfFrame(*marker) && *length >= 2 + FrameBytes) {
             frame = ReadFrame(*marker, bytes);
@@ -182,6 +199,36 @@ std::uint64_t JpegCoefficientBytes(const BinaryFile& file) {
         }
     }
     return TooMuch;
+}
+
+bool HasOversizedTexts(const BinaryFile& file) {
+    constexpr std::uint64_t SignatureBytes = 8;
+    constexpr std::uint64_t ChecksumBytes = 4;
+    Bytes bytes(file, SignatureBytes);
+    int packed = 0;
+    std::uint64_t held = 0;
+    for (int chunk = 0; chunk < MostChunks; ++chunk) {
+        const auto high = bytes.Next16();
+        const auto low = bytes.Next16();
+        std::array<char, 4> type{};
+        if (!high || !low || !bytes.NextText(type)) {
+            return false;
+        }
+        const std::uint64_t length = *high * std::uint64_t(65536) + *low;
+        const std::string_view name(type.data(), type.size());
+        if (name == "IEND") {
+            return false;
+        }
+        if (name != "IDAT") {
+            held += length;
+            packed += name == "zTXt" || name == "iTXt" || name == "iCCP" ? 1 : 0;
+        }
+        if (packed > MostPackedChunks || held > MostTextBytes) {
+            return true;
+        }
+        bytes.Skip(length + ChecksumBytes);
+    }
+    return true;
 }
 
 } // namespace quavernet

@@ -20,4 +20,9 @@ PictureFormat FormatOfPicture(const BinaryFile& file);
 /// program to have written it. Throws RuntimeError 57 if the device fails.
 std::uint64_t JpegCoefficientBytes(const BinaryFile& file);
 
+/// Whether a PNG holds more beside its pixels than any program writes: a decoder unpacks all its texts and
+/// profiles, in front of the pixels and after them, and keeps them. Throws RuntimeError 57 if the device
+/// fails.
+bool HasOversizedTexts(const BinaryFile& file);
+
 } // namespace quavernet

@@ -111,9 +111,9 @@ TEST_F(PictureHeaderTest, MoreScansThanAnyProgramWritesAreTooMuch) {
         }
         return bytes;
     };
-    EXPECT_EQ(Coefficients(withScans(200)), 128U);
-    EXPECT_EQ(Coefficients(withScans(201)), TooMuch);
-    EXPECT_EQ(Coefficients(withScans(200) + Bytes({0xFF, 0xD9}) + ScanOf(1)), 128U) << "after the end";
+    EXPECT_EQ(Coefficients(withScans(30)), 128U);
+    EXPECT_EQ(Coefficients(withScans(31)), TooMuch);
+    EXPECT_EQ(Coefficients(withScans(30) + Bytes({0xFF, 0xD9}) + ScanOf(1)), 128U) << "after the end";
 }
 
 TEST_F(PictureHeaderTest, MoreSegmentsThanAnyProgramWritesAreTooMuch) {
@@ -126,6 +126,53 @@ TEST_F(PictureHeaderTest, MoreSegmentsThanAnyProgramWritesAreTooMuch) {
     };
     EXPECT_EQ(Coefficients(withSegments(9998)), 0U);
     EXPECT_EQ(Coefficients(withSegments(9999)), TooMuch);
+}
+
+TEST_F(PictureHeaderTest, MoreBytesInFrontOfAJpegsScanThanAnyProfileHasAreTooMuch) {
+    const auto withSegments = [](int segments) {
+        std::string bytes = Start;
+        for (int i = 0; i < segments; ++i) {
+            bytes += Segment(0xE2, std::string(64998, 'x'));
+        }
+        return bytes + FrameOf(0xC0, 8, 8, 1) + ScanOf(1);
+    };
+    EXPECT_EQ(Coefficients(withSegments(400)), 0U) << "26 MB";
+    EXPECT_EQ(Coefficients(withSegments(500)), TooMuch) << "32.5 MB";
+}
+
+TEST_F(PictureHeaderTest, MoreTextsInAPngThanAnyProgramWritesAreTooMuch) {
+    const auto chunk = [](const std::string& type, const std::string& data) {
+        return Big(data.size(), 4) + type + data + "crc.";
+    };
+    const auto png = [&](const std::string& type, int before, int after, std::size_t size = 3) {
+        std::string bytes = "\x89PNG\r\n\x1A\n" + chunk("IHDR", std::string(13, '\0'));
+        for (int i = 0; i < before; ++i) {
+            bytes += chunk(type, std::string(size, 'x'));
+        }
+        for (int i = 0; i < 50; ++i) {
+            bytes += chunk("IDAT", std::string(400000, 'x'));
+        }
+        for (int i = 0; i < after; ++i) {
+            bytes += chunk(type, std::string(size, 'x'));
+        }
+        return bytes + chunk("IEND", "");
+    };
+    const auto tooMuch = [&](const std::string& bytes) { return HasOversizedTexts(*File(bytes)); };
+    for (const char* packed : {"zTXt", "iTXt", "iCCP"}) {
+        EXPECT_FALSE(tooMuch(png(packed, 6, 0))) << packed;
+        EXPECT_TRUE(tooMuch(png(packed, 7, 0))) << packed;
+        EXPECT_FALSE(tooMuch(png(packed, 3, 3))) << packed;
+        EXPECT_TRUE(tooMuch(png(packed, 3, 4))) << packed << ": after the pixels as well";
+    }
+    EXPECT_FALSE(tooMuch(png("tEXt", 100, 100)));
+    EXPECT_FALSE(tooMuch(png("tEXt", 3, 0, 5000000)));
+    EXPECT_TRUE(tooMuch(png("tEXt", 4, 0, 5000000)));
+    EXPECT_FALSE(tooMuch(png("tEXt", 1, 0).substr(0, 50))) << "cut";
+    std::string many = "\x89PNG\r\n\x1A\n";
+    for (int i = 0; i < 100001; ++i) {
+        many += chunk("IDAT", "");
+    }
+    EXPECT_TRUE(tooMuch(many));
 }
 
 } // namespace quavernet::test

@@ -263,6 +263,32 @@ TEST_F(CoverPictureTest, ADecompressionBombIsRefusedOrReadLineByLine) {
     EXPECT_TRUE(ReadBytes(png(1)).isNull()) << "all its passes are needed";
 }
 
+TEST_F(CoverPictureTest, TextsThatUnpackToMegabytesAreNotUnpacked) {
+    const std::string text =
+        std::string("Comment\0\0", 9) + qCompress(QByteArray(7'000'000, 'x')).mid(4).toStdString();
+    const auto png = [&](int texts) {
+        const std::string whole = Encoded(TwoColours({64, 48}), "png");
+        const std::size_t end = whole.find("IEND") - 4;
+        std::string packed;
+        for (int i = 0; i < texts; ++i) {
+            packed += Chunk("zTXt", text);
+        }
+        return whole.substr(0, end) + packed + whole.substr(end);
+    };
+    EXPECT_FALSE(ReadBytes(png(2)).isNull());
+    EXPECT_TRUE(ReadBytes(png(1000)).isNull()) << "7 GB in 7 MB";
+}
+
+TEST_F(CoverPictureTest, AFileWithAHeadAndAnEndlessRestIsRefused) {
+    for (const auto& [name, bytes] : Formats()) {
+        WriteFile(folder / "long", bytes);
+        std::filesystem::resize_file(folder / "long", 100'000'000);
+        EXPECT_FALSE(ReadCoverPicture(folder / "long", BoxSize).isNull()) << name;
+        std::filesystem::resize_file(folder / "long", 200'000'000);
+        EXPECT_TRUE(ReadCoverPicture(folder / "long", BoxSize).isNull()) << name;
+    }
+}
+
 TEST_F(CoverPictureTest, ABoxShowsEachPixelOfItsPictureAtEveryScale) {
     for (const qreal scale : {1.0, 1.5, 2.0}) {
         CoverBox box;
