@@ -12,6 +12,7 @@
 #include "editing/SaveDetails.h"
 #include "help/HelpKey.h"
 #include "ui_frmDetails.h"
+#include "widgets/BusyMark.h"
 #include "widgets/DragFiles.h"
 #include "widgets/EnterKey.h"
 #include "widgets/HourglassPointer.h"
@@ -107,6 +108,7 @@ bool frmDetails::IsEditing() const {
 void frmDetails::OneAtATime(const std::function<void()>& handler) {
     if (!m_acting) {
         const ScopedValue acting(m_acting, true);
+        const BusyMark busy(*this);
         handler();
     }
 }

@@ -9,6 +9,7 @@
 #include "extras/CoverBox.h"
 #include "help/HelpKey.h"
 #include "ui_frmCovers.h"
+#include "widgets/BusyMark.h"
 #include "widgets/DragFiles.h"
 #include "widgets/Twips.h"
 
@@ -82,7 +83,12 @@ frmCovers::frmCovers(QWidget* owner)
     new HelpKey(this);
 }
 
-frmCovers::~frmCovers() = default;
+// One whose list could not be read was never closed.
+frmCovers::~frmCovers() {
+    if (m_open) {
+        mainModule.CoversOpen = false;
+    }
+}
 
 void frmCovers::ConnectPage(CoverPage page) {
     const Page& controls = m_pages[static_cast<std::size_t>(page)];
@@ -101,7 +107,7 @@ void frmCovers::ConnectPage(CoverPage page) {
 }
 
 void frmCovers::Form_Load() {
-    mainModule.CoversOpen = true;
+    m_open = mainModule.CoversOpen = true;
     LoadStrings();
     m_albums.Reset([this] { m_covers.LoadAlbumList(); });
     m_ui->lstAlbums->setCurrentIndex({}); // Else the first key would go from the first entry to the second.
@@ -191,9 +197,9 @@ void frmCovers::DragCover(CoverBox& source) {
 }
 
 // A dialog out of which the window was shown lets no command act beside itself; covers are none of what it
-// works on.
+// works on. What a handler of the dialog has begun ends before anything else.
 bool frmCovers::MayAct() const {
-    return quavernet::MayAct() || (!mainModule.ScanRunning && m_beside != nullptr);
+    return quavernet::MayAct() || (!mainModule.ScanRunning && m_beside != nullptr && !IsBusy(*m_beside));
 }
 
 bool frmCovers::MayTakeDrop() const {
@@ -246,7 +252,7 @@ void frmCovers::resizeEvent(QResizeEvent*) {
 }
 
 void frmCovers::closeEvent(QCloseEvent* event) {
-    mainModule.CoversOpen = false;
+    m_open = mainModule.CoversOpen = false;
     event->accept();
     emit Closed();
 }

@@ -100,6 +100,7 @@ private:
     AlbumList m_albums{m_covers};
     int m_shown = -1;           ///< Row of the list whose covers are shown.
     QPointer<QWidget> m_beside; ///< See ActBeside.
+    bool m_open = false;        ///< Loaded and not yet closed.
     bool m_acting = false;      ///< A handler that lets events run has not returned.
 };
 

@@ -13,7 +13,8 @@ COVERS = "^Cover Verwaltung$"
 LABEL = (574, 251)  # "Cover..." in the details
 
 # In the covers' window of its first size.
-ALBUM_2 = (60, 24)
+ALBUM_1, ALBUM_2 = (60, 12), (60, 26)
+FRONT, BACK = (281, 16), (336, 16)
 IMAGE = (494, 220)
 BROWSE, SEARCH, DELETE = (398, 418), (494, 418), (589, 418)
 
@@ -83,6 +84,13 @@ class CoversTest(ProgramTest):
         self.desktop.ask("xdotool", "mousemove", "--window", covers, *IMAGE, "click", "--repeat", 2, "--delay", 60, 1)
         wait_until("the desktop's opener", lambda: self.opener_calls() == [[front]])
 
+        self.desktop.click(covers, *BACK)  # after the album is chosen again, the panel still names the front there
+        self.desktop.click(covers, *ALBUM_2)
+        self.desktop.click(covers, *ALBUM_1)
+        self.drag((x + IMAGE[0], y + IMAGE[1]), (x + IMAGE[0] + 90, y + IMAGE[1] + 90))
+        time.sleep(1)
+        self.assertEqual(self.covers("Back"), [""], "let go over its own box it is no new image")
+        self.desktop.click(covers, *FRONT)
         self.drag((x + IMAGE[0], y + IMAGE[1]), middle)
         wait_until("the front on the other side", lambda: self.dropped() == [front])
         self.end_partner()

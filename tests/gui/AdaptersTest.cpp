@@ -414,6 +414,8 @@ TEST_F(OpenerTest, NoOtherKindOfAddressReachesTheOpener) {
                             " http://x", "javascript:http://x", "/etc/passwd", "http/x"}) {
         EXPECT_EQ(QtShell({}).OpenAddress(url), Shell::NoProgram) << url;
     }
+    EXPECT_EQ(ToldAddress("http://-"), "1\nhttp://-");
+    EXPECT_EQ(ToldAddress("http:// "), "1\nhttp:// ");
     // The first one after them would find what they had opened.
     EXPECT_EQ(ToldAddress("http://x/"), "1\nhttp://x/");
 }

@@ -1,6 +1,6 @@
 #include "gui/CoversWindowTest.h"
 
-#include <QPointer>
+#include <QMessageBox>
 #include <QTimer>
 #include <QWindow>
 
@@ -132,6 +132,40 @@ TEST_F(CoversFromDetailsTest, AWindowThatIsClosedWhileEventsRunIsNotMissed) {
     EXPECT_EQ(events.count, 1);
     EXPECT_EQ(Covers(), nullptr);
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(CoversFromDetailsTest, WhileAHandlerOfTheDialogLetsEventsRunNothingActs) {
+    const std::string path = MakePicture("a.png", Qt::red);
+    dialogs.file = path;
+    InDetails(1, [&](QWidget& details) {
+        ClickCover(details);
+        int rounds = 0;
+        events.onDoEvents = [&] {
+            ++rounds;
+            Press("cmdBrowseFront");
+            EXPECT_FALSE(DropOn("imgFront", {path}));
+        };
+        services.events = &events;
+        details.findChild<QPushButton*>(QStringLiteral("cmdEdit"))->click();
+        details.findChild<QPushButton*>(QStringLiteral("cmdCancel"))->click();
+        services.events = &realEvents;
+        EXPECT_GE(rounds, 1);
+        EXPECT_EQ(StoredCovers(), Texts{});
+        Press("cmdBrowseFront");
+        EXPECT_EQ(StoredCovers(), Texts{"1|" + path + "|||||"});
+    });
+}
+
+TEST_F(CoversFromDetailsTest, UnderABoxOfTheDialogNothingIsDropped) {
+    const std::string path = MakePicture("a.png", Qt::red);
+    InDetails(1, [&](QWidget& details) {
+        ClickCover(details);
+        QMessageBox box(&details);
+        box.open();
+        EXPECT_FALSE(DropOn("imgFront", {path}));
+        box.close();
+        EXPECT_TRUE(DropOn("imgFront", {path}));
+    });
 }
 
 TEST_F(CoversFromDetailsTest, WithoutPerformerOrAlbumInTheLibraryNothingIsShown) {

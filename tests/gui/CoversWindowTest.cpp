@@ -25,7 +25,10 @@ const char* const DeleteButtons[] = {"cdmDeleteFront", "cdmDeleteBack",  "cdmDel
 TEST_F(CoversWindowTest, AllTextsFollowTheLanguageWhileTheWindowIsOpen) {
     OpenCovers();
     EXPECT_EQ(FromQString(Covers()->windowTitle()), "Cover Verwaltung");
-    EXPECT_EQ(FromQString(Tabs().tabText(0)), "Front");
+    const char* const captions[] = {"Front", "Back", "CD", "CD2", "Inlay", "Inlet"};
+    for (int page = 0; page < 6; ++page) {
+        EXPECT_EQ(FromQString(Tabs().tabText(page)), captions[page]);
+    }
     EXPECT_EQ(TextOf("cmdBrowseFront"), "Suchen...");
     EXPECT_EQ(TextOf("cmdFrontOnlineSearch"), "Online Suche...");
     EXPECT_EQ(TextOf("cdmDeleteFront"), "Löschen");
@@ -422,11 +425,70 @@ TEST_F(CoversWindowTest, F1OpensThePageOfTheCovers) {
     EXPECT_EQ(helpViewer.shown.size(), 2U);
 }
 
+TEST_F(CoversWindowTest, AMinimisedWindowComesBackAndAMinimisedMainWindowClosesNothing) {
+    OpenCovers();
+    frmCovers* const first = Covers();
+    first->showMinimized();
+    Action("mnuManageCovers").trigger();
+    EXPECT_EQ(Covers(), first);
+    EXPECT_FALSE(first->isMinimized());
+    Form().showMinimized();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Covers(), first);
+    EXPECT_TRUE(mainModule.CoversOpen);
+    Form().showNormal();
+}
+
+TEST_F(CoversWindowTest, AWindowThatIsClosedInsideItsOwnCommandEndsItQuietly) {
+    OpenCovers();
+    ClickAlbum(0);
+    const std::string path = MakePicture("a.png", Qt::red);
+    dialogs.file = path;
+    dialogs.onShow = [this] {
+        Covers()->close();
+        realEvents.DoEvents();
+    };
+    Press("cmdBrowseFront");
+    EXPECT_EQ(Covers(), nullptr);
+    EXPECT_FALSE(mainModule.CoversOpen);
+    EXPECT_EQ(StoredCovers(), Texts{"1|" + path + "|||||"}) << "the choice counts";
+    dialogs.onShow = nullptr;
+    OpenCovers();
+    ClickAlbum(0);
+    EXPECT_EQ(Shown("imgFront"), QColor(Qt::red));
+}
+
+TEST_F(CoversWindowTest, EveryBoxOpensAndDragsThePanelsFile) {
+    OpenCovers();
+    ClickAlbum(0);
+    const std::string front = MakePicture("front.png", Qt::red);
+    ASSERT_TRUE(DropOn("imgFront", {front}));
+    ClickAlbum(1);
+    Tabs().setCurrentIndex(5);
+    ClickAlbum(0);
+    EXPECT_EQ(PanelPath(), front);
+    for (int page = 0; page < 6; ++page) {
+        CoverBox& box = Box(Images[page]);
+        QTest::mouseDClick(&box, Qt::LeftButton);
+        EXPECT_EQ(shell.executed, Texts(static_cast<std::size_t>(page) + 1, front))
+            << "of another page than that in front";
+        QTest::mousePress(&box, Qt::LeftButton, {}, {20, 20});
+        QMouseEvent move(QEvent::MouseMove, QPointF(90, 90), QPointF(90, 90), Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
+        QCoreApplication::sendEvent(&box, &move);
+        QTest::mouseRelease(&box, Qt::LeftButton, {}, {90, 90});
+        const QList<QDrag*> begun = box.findChildren<QDrag*>();
+        ASSERT_EQ(begun.size(), 1) << page;
+        EXPECT_EQ(LocalFiles(*begun[0]->mimeData()), Texts{front});
+    }
+}
+
 TEST_F(CoversWindowTest, AFailingListEndsTheProgramWithItsMessageAndNoWindowIsLeft) {
     StartWithAlbums();
     RecordingConnection::Install().failOn = "Select distinct A.Name";
     EXPECT_THROW(Form().Parts().Covers.Show(), RuntimeError);
     EXPECT_EQ(Covers(), nullptr);
+    EXPECT_FALSE(mainModule.CoversOpen);
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
