@@ -15,6 +15,7 @@
 
 #include <QCloseEvent>
 #include <QLabel>
+#include <QLayout>
 #include <QWindow>
 
 #include <algorithm>
@@ -111,7 +112,15 @@ void frmCovers::Form_Load() {
     LoadStrings();
     m_albums.Reset([this] { m_covers.LoadAlbumList(); });
     m_ui->lstAlbums->setCurrentIndex({}); // Else the first key would go from the first entry to the second.
-    // Room for what the pages hold in the fonts of this desktop.
+    resize(minimumSize());
+    m_ui->lstAlbums->setFocus();
+}
+
+// Room for what the pages hold, in the fonts of this desktop and in the language of now.
+void frmCovers::FitContents() {
+    for (int page = 0; page < m_ui->SSTab1->count(); ++page) {
+        m_ui->SSTab1->widget(page)->layout()->activate(); // Texts have changed since it was laid out last.
+    }
     const QSize tab = m_ui->SSTab1->sizeHint();
     m_ui->SSTab1->resize(std::max(ToPixels(RightOfList - 2 * Gap), tab.width()), tab.height());
     m_ui->lstAlbums->resize(m_ui->lstAlbums->width(), tab.height());
@@ -119,8 +128,6 @@ void frmCovers::Form_Load() {
     const int height =
         tab.height() + m_ui->cmdClose->height() + 3 * ToPixels(Gap) + m_ui->StatusBar1->sizeHint().height();
     setMinimumSize(ToPixels(LeastWidth), std::max(ToPixels(LeastHeight), height));
-    resize(minimumSize());
-    m_ui->lstAlbums->setFocus();
 }
 
 void frmCovers::LoadStrings() {
@@ -135,6 +142,7 @@ void frmCovers::LoadStrings() {
         controls.Delete->setText(ToQString(LoadResString(107)));
     }
     m_ui->cmdClose->setText(ToQString(LoadResString(108)));
+    FitContents();
     PlaceControls();
     m_ui->lstAlbums->setAccessibleName(windowTitle());
 }
@@ -239,7 +247,7 @@ void frmCovers::PlaceControls() {
     m_ui->lstAlbums->setGeometry(0, gap, listWidth, m_ui->lstAlbums->height());
     m_ui->SSTab1->move(listWidth + gap, gap);
     QPushButton& close = *m_ui->cmdClose;
-    const int caption = close.fontMetrics().horizontalAdvance(close.text()) + 4 * gap;
+    const int caption = close.fontMetrics().horizontalAdvance(close.text()) + 2 * gap;
     close.resize(std::max(ToPixels(RightOfClose - Gap), caption), close.height());
     close.move(width() - std::max(ToPixels(RightOfClose), close.width() + gap),
                m_ui->SSTab1->geometry().bottom() + 1 + gap);

@@ -85,6 +85,7 @@ private:
     void SetMousePointer(MousePointer pointer) override;
 
     void ConnectPage(CoverPage page);
+    void FitContents();
     void PlaceControls();
     void lstAlbums_Click();
     void DragCover(CoverBox& source);
