@@ -15,7 +15,7 @@ void RegisterOutputCommands(CommandRegistry& commands, const OutputParts& parts,
     for (const char* name : {"mnuKonvert", "mnuKontextKonvert", "konvert"}) {
         commands.RegisterAlone(name, [parts, showOptions] { ConvertSelectedFiles(parts.Work, showOptions); });
     }
-    commands.Register("mnuKonvertoptions", showOptions);
+    commands.RegisterAlone("mnuKonvertoptions", showOptions);
     for (const char* name : {"mnuPrint", "mnuKontextPrint", "print"}) {
         commands.RegisterAlone(name, [parts] {
             GridToPrint grid(parts.Grid);

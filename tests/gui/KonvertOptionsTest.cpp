@@ -213,6 +213,7 @@ TEST_F(KonvertOptionsTest, TheMenuOfOptionsOpensItModalAndConvertsNothing) {
     QWidget* owner = nullptr;
     WhenModal([&](QWidget& modal) {
         owner = modal.parentWidget();
+        EXPECT_FALSE(MayAct());
         modal.close();
     });
     Action("mnuKonvertoptions").trigger();
