@@ -124,12 +124,14 @@ std::optional<ChartContent> Chart::grdChart_DblClick(std::int32_t row, PlayerWin
         ShowExclamation(Texts::OpenFailed, Texts::PlayingFailed);
         return std::nullopt;
     }
-    std::optional<ChartContent> content;
-    if (m_loaded) {
-        content = FillChart();
+    try {
+        auto content = m_loaded ? std::optional(FillChart()) : std::nullopt;
+        setPointer(MousePointer::Default);
+        return content;
+    } catch (const RuntimeError&) {
+        setPointer(MousePointer::Default);
+        throw;
     }
-    setPointer(MousePointer::Default);
-    return content;
 }
 
 void Chart::Play(std::int32_t row, PlayerWindow& player) {

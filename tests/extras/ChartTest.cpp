@@ -357,6 +357,7 @@ TEST_F(ChartTest, AFillThatFailsAfterAPlayPassesThrough) {
     EXPECT_THROW((void)DoubleClick(0), RuntimeError);
     EXPECT_THAT(msgBox.shown, IsEmpty());
     EXPECT_THAT(Hits(), ElementsAre("1", "8", "3"));
+    EXPECT_EQ(calls.back(), "pointer") << "the hourglass has gone";
 }
 
 TEST_F(ChartTest, AWindowThatClosesWhileThePlayerStartsHasItsPlayCountedAndShowsNothing) {
