@@ -7,17 +7,17 @@ import unittest
 from desktop import ProgramTest, wait_until
 
 FILE_MENU = (25, 12)
-EXPORT, IMPORT = 3, 4  # how often Down is pressed in the file menu
+EXPORT, IMPORT = 4, 3  # how often Up is pressed in the file menu: from its end
 TREE = "select F.Position || ',' || F.Parent || ',' || F.Filename || ',' || L.Path" \
        " from FileCategories F join Files L on L.File_id = F.File_id order by FileCategory_id"
 
 
 class ExchangeTest(ProgramTest):
-    def choose(self, window, downs):
+    def choose(self, window, ups):
         self.desktop.activate(window)
         self.desktop.click(window, *FILE_MENU)
         wait_until("the menu", self.popups)
-        self.desktop.key(*["Down"] * downs, "Return")
+        self.desktop.key(*["Up"] * ups, "Return")
 
     def answer(self, title, text):
         """Types into the file dialog, or leaves it with Escape."""
