@@ -230,6 +230,25 @@ TEST_F(ChartWindowTest, ADoubleClickPlaysARowAndFillsAgain) {
     EXPECT_FALSE(mainModule.ActsAlone);
 }
 
+TEST_F(ChartWindowTest, FilesThatLeftTheLibraryMeanwhileGoFromTheChartsAtTheNextFill) {
+    Open();
+    mainModule.Connection->Execute("Delete from Files where File_id = 2");
+    Button().click();
+    EXPECT_EQ(Listed(), (Texts{"Abba", "Eels"}));
+    DoubleClick(0);
+    EXPECT_EQ(shell.executed, Texts{"/music/Two.mp3"}) << "it may still be on the disk";
+    EXPECT_EQ(Hits(), (Texts{"1", "2"}));
+    EXPECT_EQ(Shown(), (Texts{"1.|Three.mp3|2", "2.|One.mp3|1", "3.||"}));
+}
+
+TEST_F(ChartWindowTest, CountsThatWereResetMeanwhileShowAtTheNextFill) {
+    Open();
+    mainModule.Connection->Execute("Update Files Set Hits = 0");
+    EXPECT_EQ(Shown(), (Texts{"1.|Two.mp3|3", "2.|Three.mp3|2", "3.|One.mp3|1"}));
+    DoubleClick(2);
+    EXPECT_EQ(Shown().front(), "1.|One.mp3|1");
+}
+
 TEST_F(ChartWindowTest, EnterPlaysTheCurrentRow) {
     Open();
     QTest::keyClick(&Lines(), Qt::Key_Down);
@@ -393,6 +412,15 @@ TEST_F(ChartWindowTest, ItClosesWithTheMainWindowWhileThePlayerGoesOn) {
     EXPECT_EQ(Chart(), nullptr) << "of the new main window";
     Open("date");
     EXPECT_EQ(Title(), "Aktuelle Mp3s");
+}
+
+TEST_F(ChartWindowTest, AMainWindowThatIsMinimisedKeepsItsCharts) {
+    Open();
+    QHideEvent minimised;
+    QSpontaneKeyEvent::setSpontaneous(&minimised);
+    qApp->notify(&Form(), &minimised); // As the system hides it.
+    EXPECT_TRUE(Chart()->isVisible());
+    EXPECT_TRUE(mainModule.ChartShowTop);
 }
 
 TEST_F(ChartWindowTest, AMainWindowThatMayNotCloseKeepsItsCharts) {
