@@ -29,7 +29,7 @@ QRect PixelsOf(const QRect& box, const QTransform& toPixels) {
 } // namespace
 
 CoverBox::CoverBox(QWidget* parent) : QWidget(parent) {
-    setFixedSize(sizeHint());
+    setFixedSize(Side, Side);
     setAcceptDrops(true);
 }
 
@@ -124,7 +124,7 @@ void CoverBox::dragMoveEvent(QDragMoveEvent* event) {
 void CoverBox::dropEvent(QDropEvent* event) {
     const std::vector<std::string> paths = LocalFiles(*event->mimeData());
     if (AnswerDragIf(*event, event->source() != this && TakesDrop() && !paths.empty())) {
-        emit FileDropped(paths.front());
+        emit this->FileDropped(paths.front());
     }
 }
 

@@ -21,7 +21,7 @@ PaintedPages::PaintedPages(std::unique_ptr<PageTarget> target)
     : m_target(std::move(target)), m_font(QApplication::font()), m_metrics(m_font) {}
 
 PaintedPages::~PaintedPages() {
-    KillDoc();
+    PaintedPages::KillDoc();
 }
 
 void PaintedPages::SetCopies(std::int32_t copies) {
