@@ -10,7 +10,7 @@ usage() {
 ./run.sh [options]
 
 Installs what is missing (Debian packages, by name), builds the program into build/release and starts it.
-The program comes up in German; Optionen > Sprache > Englisch changes that at once.
+The program comes up in German; Ansicht > Sprache > Englisch changes that at once.
 
   --screenshot [FILE]  write a picture of the main window to FILE (default build/release/main.png), then end
                        the program

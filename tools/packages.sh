@@ -2,16 +2,18 @@
 
 # What it takes to build the program and to run it on a desktop.
 PACKAGES_BUILD=(g++ cmake ninja-build ccache pkg-config libsqlite3-dev libtag1-dev libogg-dev libmpv-dev
-    qt6-base-dev qt6-svg-dev libgl-dev)
-PACKAGES_RUN=(qt6-qpa-plugins qt6-translations-l10n libqt6svg6 libqt6dbus6 libqt6printsupport6 libmpv2 fonts-dejavu-core xdg-utils
-    python3 lame libnotify-bin)
+    qt6-base-dev qt6-svg-dev libgl-dev librsvg2-bin)
+PACKAGES_RUN=(qt6-qpa-plugins qt6-translations-l10n qt6-image-formats-plugins libqt6svg6 libqt6dbus6 libqt6printsupport6
+    libmpv2 fonts-dejavu-core hicolor-icon-theme xdg-utils python3 lame libnotify-bin)
 
 # A screen of its own for machines that have none, and the tools that look at it.
 PACKAGES_SCREEN=(xvfb openbox xdotool imagemagick x11-utils)
 
-# Tests: frameworks, real encoders and decoders, checkers, and the locales that some tests run under.
+# Tests: frameworks, real encoders and decoders, checkers, the locales that some tests run under, and what looks at the
+# Debian package.
 PACKAGES_TEST=(libgtest-dev libgmock-dev vorbis-tools sox libsox-fmt-base libsox-fmt-mp3 mpg123 python3-mutagen eyed3 id3v2 ffmpeg
-    poppler-utils dbus libglib2.0-bin playerctl pulseaudio sqlite3 clang-format cppcheck desktop-file-utils appstream locales)
+    poppler-utils dbus libglib2.0-bin playerctl pulseaudio sqlite3 clang-format cppcheck desktop-file-utils appstream locales
+    dpkg-dev lintian debootstrap man-db mandoc shared-mime-info)
 
 # The command prefix that makes us root; fails with a sentence if there is no way.
 as_root() {
