@@ -225,8 +225,12 @@ bool frmMain::Form_QueryUnload() {
 
 void frmMain::Form_Unload() {
     m_afterLoadTimer.stop(); // The player may go on without the window.
-    SaveWindowState(CurrentState());
+    StoreState();
     FinishMainUnload();
+}
+
+void frmMain::StoreState() const {
+    SaveWindowState(CurrentState());
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

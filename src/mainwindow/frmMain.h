@@ -33,6 +33,9 @@ public:
     /// The one switch for enabled controls.
     void SetControlState(ControlMode mode);
 
+    /// Writes place, sizes, filters and check marks to the settings.
+    void StoreState() const;
+
     /// What the window is made of, for the start and for whoever drives it from outside. Nothing that the
     /// window is made of reaches back here.
     MainParts& Parts() { return *m_parts; }

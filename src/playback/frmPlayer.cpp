@@ -281,12 +281,16 @@ void frmPlayer::Form_Unload() {
     mainModule.PlayerOpen = false;
     m_queue->Form_Unload();
     m_engine->SetEvents(nullptr);
-    SaveSetting("WindowLeftPlayer", std::to_string(ToTwips(x())));
-    SaveSetting("WindowTopPlayer", std::to_string(ToTwips(y())));
+    StorePlace();
     if (!mainModule.MainOpen) {
         ExitProgram();
     }
     emit Closed();
+}
+
+void frmPlayer::StorePlace() const {
+    SaveSetting("WindowLeftPlayer", std::to_string(ToTwips(x())));
+    SaveSetting("WindowTopPlayer", std::to_string(ToTwips(y())));
 }
 
 void frmPlayer::closeEvent(QCloseEvent* event) {

@@ -34,6 +34,9 @@ public:
     /// All texts of the window in the current language.
     void LoadStrings();
 
+    /// Writes the window's place to the settings.
+    void StorePlace() const;
+
     PlayQueue& Queue() { return *m_queue; }
     const MediaPlayer& Engine() const { return *m_engine; }
 

@@ -95,6 +95,15 @@ bool Application::notify(QObject* receiver, QEvent* event) {
     }
 }
 
+// The toolkit would close the windows at once, and leave it at that if one of them refuses.
+bool Application::event(QEvent* event) {
+    if (event->type() == QEvent::Quit) {
+        emit this->EndRequested();
+        return true;
+    }
+    return QApplication::event(event);
+}
+
 void Application::RunGuarded(const std::string& doing, const std::function<void()>& action) {
     try {
         action();

@@ -16,6 +16,7 @@ public:
     Application(int& argc, char** argv);
 
     bool notify(QObject* receiver, QEvent* event) override;
+    bool event(QEvent* event) override;
 
     /// Runs something that no event delivers (the start sequence, a commit before the loop blocks) inside the
     /// same boundary. `doing` names it for the message.
@@ -23,6 +24,10 @@ public:
 
     /// Names what the program is doing right now; empty if nothing in particular.
     void SetActivity(std::function<std::string()> activity) { m_activity = std::move(activity); }
+
+signals:
+    /// The desktop wants the program to end: its session is over.
+    void EndRequested();
 
 private:
     [[noreturn]] void EndWithFailure(const std::exception& failure, const std::string& doing);
