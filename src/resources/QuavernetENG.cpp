@@ -369,6 +369,20 @@ constexpr clsResources::Entry EnglishTexts[] = {
     {788, "All files"},
     {789, "Random Play needs a number. Enter one in the menu \"Options\", item \"Random Play...\"."},
     {790, "Printing not possible"},
+    {800, "No music in the library yet"},
+    {801, "Scan a folder... Ctrl+S"},
+    {802, "or drag files here"},
+    {803, "Nothing found"},
+    {804, "Nothing found for \""},
+    {805, "\""},
+    {806, "Clear filters"},
+    {807, "Enter a search term"},
+    {808, "No categories yet. Ctrl+B opens \"Edit tree\": make one there. Then drag tracks from the list "
+          "onto it."},
+    {809, "Performer or title"},
+    {810, "Search (Ctrl+F)"},
+    {811, "Last searches (arrow down)"},
+    {812, "Copy paths"},
 };
 
 } // namespace

@@ -372,6 +372,20 @@ constexpr clsResources::Entry GermanTexts[] = {
     {788, "Alle Dateien"},
     {789, "Random Play braucht eine Zahl. Geben Sie unter „Optionen“, „Random Play...“ eine ein."},
     {790, "Drucken nicht möglich"},
+    {800, "Noch keine Musik in der Bibliothek"},
+    {801, "Ordner scannen… Strg+S"},
+    {802, "oder Dateien hierher ziehen"},
+    {803, "Nichts gefunden"},
+    {804, "Nichts gefunden für „"},
+    {805, "“"},
+    {806, "Filter aufheben"},
+    {807, "Suchwort eingeben"},
+    {808, "Noch keine Kategorien. Strg+B öffnet „Baum bearbeiten“: Dort legen Sie eine an. Dann ziehen Sie "
+          "Stücke aus der Liste darauf."},
+    {809, "Interpret oder Titel"},
+    {810, "Suchen (Strg+F)"},
+    {811, "Letzte Suchen (Pfeil nach unten)"},
+    {812, "Pfade kopieren"},
 };
 
 } // namespace

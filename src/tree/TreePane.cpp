@@ -1,5 +1,6 @@
 #include "tree/TreePane.h"
 
+#include "adapters/qt/QtText.h"
 #include "app/CommandRegistry.h"
 #include "app/Controls.h"
 #include "app/LoadResString.h"
@@ -87,6 +88,8 @@ bool TreePane::ShowUnlessOlder(std::uint64_t load, TreeModel loaded) {
 }
 
 void TreePane::LoadStrings() {
+    constexpr int NoCategoriesYet = 808;
+    m_tree.SetHint(ToQString(LoadResString(NoCategoriesYet)));
     if (mainModule.TreeLoaded && Model().Contains(RootKey)) {
         m_tree.Items().SetRootText(LoadResString(Texts::TreeRoot));
     }

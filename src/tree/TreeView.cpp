@@ -37,6 +37,7 @@ void TreeView::Show(TreeModel model) {
             setExpanded(m_items.IndexOf(node), true);
         }
     }
+    TellHint();
 }
 
 std::string TreeView::NodeAt(const QPoint& position) const {
@@ -72,6 +73,34 @@ void TreeView::SetShowsTarget(bool shows) {
     if (shows != m_showsTarget) {
         m_showsTarget = shows;
         UpdateRow(Model().DropHighlight());
+    }
+}
+
+void TreeView::SetHint(const QString& hint) {
+    m_hint = hint;
+    TellHint();
+}
+
+bool TreeView::ShowsHint() const {
+    const QModelIndex root = m_items.index(0, 0, {});
+    return root.isValid() && m_items.rowCount(root) == 0;
+}
+
+// A screen reader does not see what is painted.
+void TreeView::TellHint() {
+    setAccessibleDescription(ShowsHint() ? m_hint : QString());
+    viewport()->update();
+}
+
+void TreeView::paintEvent(QPaintEvent* event) {
+    QTreeView::paintEvent(event);
+    if (ShowsHint()) {
+        constexpr int Margin = 8;
+        const int top = visualRect(m_items.index(0, 0, {})).bottom();
+        QPainter painter(viewport());
+        painter.setPen(palette().color(QPalette::Text));
+        painter.drawText(viewport()->rect().adjusted(Margin, top + Margin, -Margin, -Margin),
+                         Qt::AlignTop | Qt::AlignLeft | Qt::TextWordWrap, m_hint);
     }
 }
 

@@ -41,6 +41,9 @@ public:
 
     /// From now on the model's target of a drop is painted as such, or no longer.
     void SetShowsTarget(bool shows);
+    /// What the view says below the root while there are no categories.
+    void SetHint(const QString& hint);
+
     /// The row of a node has to be painted again; nullptr for none.
     void UpdateRow(const TreeNode* node);
 
@@ -69,11 +72,16 @@ protected:
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                  const QModelIndex& index) const override;
 
 private:
+    bool ShowsHint() const;
+    void TellHint();
+
     TreeItems m_items;
+    QString m_hint;
     QPoint m_pressPosition;
     bool m_mayDrag = false;
     bool m_showsTarget = false;
