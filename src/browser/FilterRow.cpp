@@ -5,14 +5,13 @@
 #include "app/MainModule.h"
 #include "app/MayAct.h"
 #include "browser/FilterEvents.h"
+#include "browser/SearchHistory.h"
 #include "widgets/KeyCodes.h"
 
 #include <QAbstractItemView>
 #include <QKeyEvent>
-#include <QStyleOptionComboBox>
-#include <QStylePainter>
-
-#include <utility>
+#include <QShortcut>
+#include <QSignalBlocker>
 
 namespace quavernet {
 
@@ -35,37 +34,6 @@ std::optional<std::int64_t> ChosenId(const QComboBox& combo) {
     return combo.currentData().toLongLong();
 }
 
-/// A combo whose text ends in dots where it is narrow, as on a small screen.
-class FilterCombo : public QComboBox {
-public:
-    using QComboBox::QComboBox;
-
-    void showPopup() override {
-        m_opened = currentIndex();
-        QComboBox::showPopup();
-    }
-
-    /// True if the open list gave the entry that stood there before, which is no change of the index.
-    bool PickedAgain(int index) { return std::exchange(m_opened, NotOpened) == index; }
-
-protected:
-    void paintEvent(QPaintEvent*) override {
-        QStylePainter painter(this);
-        QStyleOptionComboBox option;
-        initStyleOption(&option);
-        painter.drawComplexControl(QStyle::CC_ComboBox, option);
-        const QRect text =
-            style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
-        option.currentText =
-            option.fontMetrics.elidedText(option.currentText, Qt::ElideRight, text.width() - 2);
-        painter.drawControl(QStyle::CE_ComboBoxLabel, option);
-    }
-
-private:
-    static constexpr int NotOpened = -1;
-    int m_opened = NotOpened;
-};
-
 } // namespace
 
 FilterRow::FilterRow(QWidget* parent) : QWidget(parent) {
@@ -76,25 +44,26 @@ FilterRow::FilterRow(QWidget* parent) : QWidget(parent) {
     m_album = AddCombo(QStringLiteral("cboAlbum"));
     m_interpret = AddCheckBox(QStringLiteral("chkInterpret"));
     m_title = AddCheckBox(QStringLiteral("chkTitle"));
-    m_search = new QLineEdit(this);
-    m_search->setObjectName(QStringLiteral("txtSearch"));
-    m_search->setClearButtonEnabled(true);
+    m_search = new SearchBox(this);
     m_search->installEventFilter(this);
     m_go = new QPushButton(this);
     m_go->setObjectName(QStringLiteral("cmdSearch"));
     m_go->setAutoDefault(true); // Enter presses it while it has the keyboard.
     connect(m_interpret, &QCheckBox::clicked, this, &FilterRow::InterpretClicked);
     connect(m_title, &QCheckBox::clicked, this, &FilterRow::TitleClicked);
-    connect(m_go, &QPushButton::clicked, this, [this] { Apply(FilterAction::LoadDatabase); });
+    connect(m_go, &QPushButton::clicked, this, &FilterRow::Search);
+    connect(m_search, &SearchBox::Emptied, this, [this] { Apply(FilterAction::LoadDatabase); });
+    connect(m_search, &SearchBox::SearchPicked, this, [this] { Apply(FilterAction::Search); });
+    for (QCheckBox* box : {m_interpret, m_title}) {
+        connect(box, &QCheckBox::toggled, this, &FilterRow::LoadSearchStrings);
+    }
+    auto* find = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), this);
+    connect(find, &QShortcut::activated, m_search, &SearchBox::Enter);
 }
 
-QComboBox* FilterRow::AddCombo(const QString& name) {
+FilterCombo* FilterRow::AddCombo(const QString& name) {
     auto* combo = new FilterCombo(this);
     combo->setObjectName(name);
-    combo->setMaxVisibleItems(25);
-    combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    combo->setMinimumContentsLength(6);
-    combo->view()->setTextElideMode(Qt::ElideRight);
     combo->installEventFilter(this);
     combo->view()->installEventFilter(this); // The keys go there while the list is open.
     connect(combo, &QComboBox::currentIndexChanged, this, [this] { Apply(ComboClick()); });
@@ -143,7 +112,34 @@ void FilterRow::LoadStrings() {
     for (QComboBox* combo : {m_drive, m_genre, m_album}) {
         combo->setAccessibleName(combo->toolTip());
     }
-    m_search->setAccessibleName(ToQString(LoadResString(105)));
+    LoadSearchStrings();
+}
+
+void FilterRow::LoadSearchStrings() {
+    m_search->LoadStrings(m_interpret->isChecked(), m_title->isChecked());
+}
+
+void FilterRow::ShowInForce(const ListFilter& filter) {
+    m_drive->SetInForce(filter.DriveId.has_value());
+    m_genre->SetInForce(filter.GenreId.has_value());
+    m_album->SetInForce(filter.AlbumId.has_value());
+    m_search->SetInForce(!SearchClause(filter).empty());
+}
+
+void FilterRow::Lift() {
+    for (QComboBox* combo : {m_drive, m_genre, m_album}) {
+        const QSignalBlocker silent(combo); // One load follows, not one for each control.
+        combo->setCurrentIndex(0);
+        combo->update();
+    }
+    m_search->clear();
+}
+
+void FilterRow::Search() {
+    if (MayAct()) {
+        RememberSearch(FromQString(m_search->text()));
+    }
+    Apply(FilterAction::LoadDatabase);
 }
 
 // While nothing may act, a click on a box takes itself back.

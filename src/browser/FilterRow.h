@@ -2,13 +2,13 @@
 // search looks. It turns its controls into a ListFilter and asks for a reload.
 #pragma once
 
+#include "browser/FilterCombo.h"
 #include "browser/FilterEvents.h"
 #include "browser/FilterLists.h"
 #include "browser/ListQuery.h"
+#include "browser/SearchBox.h"
 
 #include <QCheckBox>
-#include <QComboBox>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QWidget>
 
@@ -30,6 +30,11 @@ public:
     void FillAlbumCombo();
     void LoadStrings();
 
+    /// Marks the controls by which the shown list is filtered.
+    void ShowInForce(const ListFilter& filter);
+    /// Nothing filters any more; the list has to be loaded.
+    void Lift();
+
     QComboBox& cboDrive() { return *m_drive; }
     QComboBox& cboGenre() { return *m_genre; }
     QComboBox& cboAlbum() { return *m_album; }
@@ -45,20 +50,22 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    QComboBox* AddCombo(const QString& name);
+    FilterCombo* AddCombo(const QString& name);
     QCheckBox* AddCheckBox(const QString& name);
     bool ComboEvent(QEvent& event, bool listIsOpen);
     bool LeaveCopyToMenu(QKeyEvent& event) const;
     bool Apply(FilterAction action); ///< True if the key has been used up.
     void InterpretClicked();
     void TitleClicked();
+    void LoadSearchStrings();
+    void Search();
 
-    QComboBox* m_drive;
-    QComboBox* m_genre;
-    QComboBox* m_album;
+    FilterCombo* m_drive;
+    FilterCombo* m_genre;
+    FilterCombo* m_album;
     QCheckBox* m_interpret;
     QCheckBox* m_title;
-    QLineEdit* m_search;
+    SearchBox* m_search;
     QPushButton* m_go;
 };
 

@@ -37,6 +37,12 @@ LetterRow::LetterRow(QWidget* parent) : QFrame(parent) {
     for (std::size_t i = 0; i < LetterLabels::Count; ++i) {
         AddLabel(i);
     }
+    m_lift = new QToolButton(this);
+    m_lift->setObjectName(QStringLiteral("cmdLiftFilters"));
+    m_lift->setIcon(Picture("lift"));
+    m_lift->setFocusPolicy(Qt::StrongFocus);
+    m_lift->hide();
+    connect(m_lift, &QToolButton::clicked, this, &LetterRow::LiftWanted);
     ShowLooks();
 }
 
@@ -70,7 +76,16 @@ void LetterRow::LoadStrings() {
     m_labels.front()->setText(ToQString(LoadResString(543)));
     m_labels.back()->setText(ToQString(LoadResString(544)));
     setAccessibleName(m_labels.front()->text());
+    m_lift->setText(ToQString(LoadResString(806)));
+    m_lift->setToolTip(m_lift->text());
     PlaceLabels();
+}
+
+void LetterRow::ShowLift(bool shows) {
+    if (!shows && m_lift->hasFocus()) {
+        setFocus(Qt::OtherFocusReason); // Or the keyboard would be lost with the button.
+    }
+    m_lift->setVisible(shows);
 }
 
 void LetterRow::ResetLetterColors() {
@@ -93,6 +108,11 @@ void LetterRow::ShowLooks() {
             QFont font = label.font();
             font.setBold(state.Bold);
             label.setFont(font);
+        }
+        // The frame marks a letter that filters: not every font tells bold letters from others.
+        const bool filters = state.Bold && state.Value != "All";
+        if ((label.frameShape() == QFrame::Box) != filters) {
+            label.setFrameStyle(filters ? static_cast<int>(QFrame::Box) | QFrame::Plain : QFrame::NoFrame);
         }
         // White is read on a coloured ground; the window's own would swallow it where it is light.
         const bool hovered = state.ForeColor == LetterLabels::HoverColor;
@@ -131,24 +151,45 @@ int LetterRow::LabelWidth(const LetterLabel& label) const {
     return QFontMetrics(bold).horizontalAdvance(label.text()) + 2;
 }
 
+// The button has its room whether it is shown or not, so that nothing moves when it comes or goes. Its text
+// is shown where the labels leave room for it.
+int LetterRow::PlaceLift(int textNeeds) {
+    constexpr int Gap = 3;
+    m_lift->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    const int full = m_lift->sizeHint().width() + Gap;
+    if (full > width() - textNeeds) {
+        m_lift->setToolButtonStyle(Qt::ToolButtonIconOnly);
+    }
+    const int wide = m_lift->sizeHint().width();
+    m_lift->setGeometry(width() - wide, 0, wide, height());
+    return wide + Gap;
+}
+
 void LetterRow::PlaceLabels() {
-    if (m_placesFixed) {
-        LetterBoxes boxes = Boxes();
-        for (std::size_t i = 1; i < boxes.size(); ++i) {
-            boxes[i].Left = boxes[i - 1].Left + boxes[i - 1].Width + 10;
-        }
-        SetBoxes(boxes);
+    if (!m_placesFixed) {
+        SpreadLabels();
         return;
     }
+    LetterBoxes boxes = Boxes();
+    for (std::size_t i = 1; i < boxes.size(); ++i) {
+        boxes[i].Left = boxes[i - 1].Left + boxes[i - 1].Width + 10;
+    }
+    SetBoxes(boxes);
+    (void)PlaceLift(m_labels.back()->geometry().right());
+}
+
+void LetterRow::SpreadLabels() {
+    constexpr int Left = 3; // 50 twips
+    constexpr int LeastSpread = 4;
     std::vector<int> widths;
     int total = 0;
     for (const LetterLabel* label : m_labels) {
         widths.push_back(LabelWidth(*label));
         total += widths.back();
     }
-    constexpr int Left = 3; // 50 twips
     const int count = static_cast<int>(m_labels.size());
-    const int spare = width() - 2 * Left - total;
+    const int lift = PlaceLift(2 * Left + total + count * LeastSpread);
+    const int spare = width() - 2 * Left - total - lift;
     const int extra = std::clamp(spare / count, 0, 12);
     int x = Left;
     for (std::size_t i = 0; i < m_labels.size(); ++i) {

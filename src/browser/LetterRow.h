@@ -1,6 +1,6 @@
 // Frame2, the strip of letters above the list: "all", A to Z and "other". The list pane shows it; a click
 // sets the letter filter and asks for a reload; for the keyboard the strip is one stop, walked by the arrow
-// keys.
+// keys. At its end is the button that lifts all filters, while there are any.
 #pragma once
 
 #include "browser/FilterEvents.h"
@@ -8,6 +8,7 @@
 
 #include <QFrame>
 #include <QLabel>
+#include <QToolButton>
 
 #include <array>
 #include <vector>
@@ -39,6 +40,10 @@ public:
     /// Marks "all" as the active letter, as at each start.
     void MarkAll();
 
+    /// Shows or hides the button that lifts all filters.
+    void ShowLift(bool shows);
+    QToolButton& cmdLiftFilters() { return *m_lift; }
+
     using LetterBoxes = std::array<ControlBox, LetterLabels::Count>;
 
     /// Where the labels stand, in twips; fixed places keep them packed on a small screen.
@@ -48,6 +53,7 @@ public:
 signals:
     void LetterChosen(); ///< mainModule.LetterFilter has its new value.
     void MouseMoved();
+    void LiftWanted(); ///< All filters are to be lifted.
 
 protected:
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -64,10 +70,13 @@ private:
     void Choose(std::size_t index);
     void ShowLooks();
     void PlaceLabels();
+    void SpreadLabels();
+    int PlaceLift(int textNeeds);
     int LabelWidth(const LetterLabel& label) const;
 
     LetterLabels m_state;
     std::vector<LetterLabel*> m_labels;
+    QToolButton* m_lift;
     std::size_t m_cursor = 0; ///< The label that the keyboard is on.
     bool m_placesFixed = false;
 };

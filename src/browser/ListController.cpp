@@ -13,10 +13,19 @@
 
 namespace quavernet {
 
+namespace {
+
+bool Filters(const ListFilter& filter) {
+    return mainModule.LetterFilter != "All" || !SearchClause(filter).empty() ||
+           !ComboClauses(filter).empty() || !(filter.ViewMp3 && filter.ViewOgg && filter.ViewWav);
+}
+
+} // namespace
+
 ListController::ListController(const ListPane& pane, LongWork& work, Controls& controls,
                                SwitchControls switchControls, PlayerWindow& player)
     : m_pane(pane), m_work(work), m_controls(controls), m_switchControls(std::move(switchControls)),
-      m_player(player) {
+      m_player(player), m_hint(*new EmptyListHint(pane.Grid)) {
     GridView& grid = m_pane.Grid;
     grid.ShowInScanningPanel = [this](const std::string& text) { m_work.SetPanel(Panel::Scanning, text); };
     connect(&grid, &GridView::DoubleClicked, this, &ListController::DoubleClicked);
@@ -26,6 +35,9 @@ ListController::ListController(const ListPane& pane, LongWork& work, Controls& c
     connect(&grid, &GridView::ControlStateChanged, this, &ListController::SelectionChanged);
     connect(&m_pane.Filter, &FilterRow::ReloadWanted, this, &ListController::Reload);
     connect(&m_pane.Letters, &LetterRow::LetterChosen, this, &ListController::Reload);
+    connect(&m_pane.Letters, &LetterRow::LiftWanted, this, &ListController::LiftFilters);
+    connect(&m_hint, &EmptyListHint::LiftWanted, this, &ListController::LiftFilters);
+    connect(&m_hint, &EmptyListHint::ScanWanted, this, &ListController::ScanWanted);
 }
 
 void ListController::Reload() {
@@ -36,10 +48,11 @@ void ListController::LoadDatabase(const std::string& list) {
     // Inside the events of a load that shows given files an ordinary one may come: it has no list.
     const ScopedValue listMode(mainModule.ShowInGridMode, mainModule.ShowInGridMode && !list.empty());
     const ScopedValue chartMode(mainModule.ShowChartMode, mainModule.ShowChartMode && !list.empty());
-    ListResult result =
-        quavernet::LoadDatabase([this] { return ReadFilter(); }, list, m_work, [this] { ClearList(); });
+    ListResult result = quavernet::LoadDatabase([this] { return ReadFilterInForce(); }, list, m_work,
+                                                [this] { EmptyGrid(); });
     m_pane.Grid.SetRows(std::move(result.Rows));
     m_totals = std::move(result.Totals);
+    ShowInForce(true);
     ShowTotals();
     m_work.SetProgress(0);
     m_switchControls(ControlMode::ListLoaded);
@@ -50,6 +63,13 @@ void ListController::LoadDatabase(const std::string& list) {
 }
 
 void ListController::ClearList() {
+    EmptyGrid();
+    m_inForce = ListFilter();
+    ShowInForce(false);
+    ShowHint(false);
+}
+
+void ListController::EmptyGrid() {
     m_totals.TotalMegabytes = 0;
     m_pane.Grid.SetRows({});
     m_controls.SetEnabled("plist", false);
@@ -79,6 +99,48 @@ ListFilter ListController::ReadFilter() const {
     filter.ViewWav = m_controls.Checked("mnuwav");
     filter.ViewOgg = m_controls.Checked("mnuogg");
     return filter;
+}
+
+// A list of given files is filtered by letter and format alone.
+ListFilter ListController::ReadFilterInForce() {
+    ListFilter filter = ReadFilter();
+    m_inForce = filter;
+    if (mainModule.ShowInGridMode || mainModule.ShowChartMode) {
+        m_inForce.SearchText.clear();
+        m_inForce.DriveId = m_inForce.GenreId = m_inForce.AlbumId = std::nullopt;
+    }
+    return filter;
+}
+
+void ListController::ShowInForce(bool loaded) {
+    m_loaded = loaded;
+    m_pane.Filter.ShowInForce(m_inForce);
+    m_pane.Letters.ShowLift(loaded && Filters(m_inForce));
+}
+
+void ListController::ShowHint(bool idle) {
+    EmptyForm form = EmptyForm::None;
+    if (idle && m_pane.Grid.Model().Rows().Count() == 0) {
+        form = !m_loaded ? (mainModule.LoadOverSearch ? EmptyForm::SearchFirst : EmptyForm::None)
+               : m_totals.LibraryFiles == 0 ? EmptyForm::NoLibrary
+                                            : EmptyForm::NothingFound;
+    }
+    m_hint.Show(form, SearchClause(m_inForce).empty() ? QString() : ToLine(m_inForce.SearchText));
+}
+
+// All at once and with one load.
+void ListController::LiftFilters() {
+    if (!MayAct()) {
+        return;
+    }
+    m_pane.Filter.Lift();
+    m_pane.Letters.MarkAll();
+    mainModule.LetterFilter = "All";
+    for (const char* mark :
+         {"mnump3", "mnuKontextMp3", "mnuogg", "mnuKontextOgg", "mnuwav", "mnuKontextWav"}) {
+        m_controls.SetChecked(mark, true);
+    }
+    Reload();
 }
 
 void ListController::SetRedraw(bool redraw) {

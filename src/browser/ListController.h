@@ -4,6 +4,7 @@
 
 #include "app/Controls.h"
 #include "app/LongWork.h"
+#include "browser/EmptyListHint.h"
 #include "browser/GridOpen.h"
 #include "browser/ListQuery.h"
 
@@ -39,14 +40,25 @@ public:
     /// The four counters of the status bar, from the last load, in the current language.
     void ShowTotals();
 
+    /// Texts that the list itself shows, in the current language.
+    void LoadStrings() { m_hint.LoadStrings(); }
+
+    /// An empty list says why it is empty; not so while a scan is on its way to fill it.
+    void ShowHint(bool idle);
+
 signals:
     void PlaySelectedFilesWanted(); ///< Enter with several selected rows.
+    void ScanWanted();              ///< The button in the empty list.
 
 private:
     void SetRedraw(bool redraw) override;
     void SetHeaderPicture(const SortArrow& arrow) override;
 
     ListFilter ReadFilter() const;
+    ListFilter ReadFilterInForce();
+    void EmptyGrid();
+    void ShowInForce(bool loaded);
+    void LiftFilters();
     void Reload();
     void DoubleClicked(std::int32_t mouseCol, std::int32_t mouseRow);
     void EnterPressed();
@@ -59,7 +71,10 @@ private:
     Controls& m_controls;
     SwitchControls m_switchControls;
     PlayerWindow& m_player;
+    EmptyListHint& m_hint; ///< In the grid's view, which owns it.
     ListTotals m_totals;
+    ListFilter m_inForce; ///< What the shown list is filtered by.
+    bool m_loaded = false;
 };
 
 } // namespace quavernet

@@ -57,7 +57,8 @@ private:
 
 /// What stays of a load beside the rows: the counters are texts, as they are shown.
 struct ListTotals {
-    double TotalMegabytes = 0; ///< Sum of the sizes as shown, in units of 1024 * 1024 bytes.
+    std::int64_t LibraryFiles = 0; ///< Of the whole library, listed or not.
+    double TotalMegabytes = 0;     ///< Sum of the sizes as shown, in units of 1024 * 1024 bytes.
     std::string InterpretCount;
     std::string TitleCount;
     std::string AlbumCount;

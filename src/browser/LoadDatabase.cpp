@@ -113,6 +113,7 @@ ListResult LoadDatabase(const std::function<ListFilter()>& readFilter, const std
     auto data = std::make_shared<ListData>();
     data->Block = mainModule.Connection->Query(ListStatement(filter, list));
     ListResult result;
+    result.Totals.LibraryFiles = allFiles;
     result.Totals.TotalMegabytes = SelectRows(*data, filter, ProgressStep(allFiles), work);
     result.Rows = ListRows(data);
     mainModule.FilePaths.Show(std::make_shared<ListColumnTexts>(data, ListField::Path));

@@ -15,6 +15,9 @@ constexpr std::int64_t SmallGenreWidth = 1250;
 constexpr std::int64_t SmallAlbumWidth = 1450;
 constexpr std::int64_t SmallSearchWidth = 1250;
 
+constexpr std::int64_t SearchWidth = 1800;
+constexpr std::int64_t MostSearchWidth = 6000; ///< A longer line is no easier to read.
+
 // A control takes no negative size; the assignment then fails and the old size stays.
 bool SetSize(std::int64_t& size, std::int64_t value) {
     if (value < 0) {
@@ -111,19 +114,30 @@ void FitFilterRow(MainLayout& layout, std::int64_t windowWidth, std::int64_t aft
     const Flexible controls[] = {{layout.cboDrive, 1950, SmallDriveWidth},
                                  {layout.cboGenre, 1950, SmallGenreWidth},
                                  {layout.cboAlbum, 2100, SmallAlbumWidth},
-                                 {layout.txtSearch, 1800, SmallSearchWidth}};
+                                 {layout.txtSearch, SearchWidth, SmallSearchWidth}};
     std::int64_t give = 0;
     for (const Flexible& control : controls) {
         control.box.Width = control.full;
         give += control.full - control.least;
     }
     PlaceFilterRow(layout);
-    const std::int64_t missing =
-        std::clamp<std::int64_t>(layout.cmdSearch.Left + afterSearch - windowWidth, 0, give);
+    const std::int64_t spare = windowWidth - layout.cmdSearch.Left - afterSearch;
+    const std::int64_t missing = std::clamp<std::int64_t>(-spare, 0, give);
     for (const Flexible& control : controls) {
         const std::int64_t own = control.full - control.least;
         control.box.Width -= (missing * own + give - 1) / give; // Rounded up: together they give enough.
     }
+    layout.txtSearch.Width += std::clamp<std::int64_t>(spare, 0, MostSearchWidth - SearchWidth);
+}
+
+std::int64_t LeastFilterRow(const MainLayout& layout) {
+    MainLayout least = layout;
+    least.cboDrive.Width = SmallDriveWidth;
+    least.cboGenre.Width = SmallGenreWidth;
+    least.cboAlbum.Width = SmallAlbumWidth;
+    least.txtSearch.Width = SmallSearchWidth;
+    PlaceFilterRow(least);
+    return RightOf(least.cmdSearch);
 }
 
 void DragSplitter(MainLayout& layout, std::int64_t distance) {

@@ -50,10 +50,13 @@ void ResizeMain(MainLayout& layout, const WindowExtent& window, const std::strin
 /// position parts the panes. A window below the sizes of ResizeMain keeps it.
 void StartLayout(MainLayout& layout, std::int64_t splitterPos, const std::string& screenResolution);
 
-/// Widths of the filter lists and of the search box: full in a wide window; in a narrow one they give way,
-/// down to those of a small screen, so that what is right of them stays in view. `afterSearch` is the
-/// room needed from the left of cmdSearch on; the widths of the check boxes must be set.
+/// Widths of the filter lists and of the search box: full in a wide window, where the box grows with it; in a
+/// narrow one they give way, down to those of a small screen, so that what is right of them stays in view.
+/// `afterSearch` is the room needed from the left of cmdSearch on; the widths of the check boxes must be set.
 void FitFilterRow(MainLayout& layout, std::int64_t windowWidth, std::int64_t afterSearch);
+
+/// The width that the filter row needs up to the right of cmdSearch where its controls are at their smallest.
+std::int64_t LeastFilterRow(const MainLayout& layout);
 
 /// Mouse move on the splitter with the left button down; `distance` is X minus the drag's origin. Either pane
 /// stops at a width of 499. A size that would be negative ends the handler at that point.

@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 
 #include <utility>
+#include <vector>
 
 namespace quavernet {
 
@@ -68,13 +69,23 @@ void MainPanes::OrderTabs() {
         setTabOrder(last, next);
         last = next;
     }
-    for (QWidget* next :
-         {static_cast<QWidget*>(&m_filter->cboDrive()), static_cast<QWidget*>(&m_filter->cboGenre()),
-          static_cast<QWidget*>(&m_filter->cboAlbum()), static_cast<QWidget*>(&m_filter->chkInterpret()),
-          static_cast<QWidget*>(&m_filter->chkTitle()), static_cast<QWidget*>(&m_filter->txtSearch()),
-          static_cast<QWidget*>(&m_filter->cmdSearch()), static_cast<QWidget*>(m_play),
-          static_cast<QWidget*>(m_randomize), static_cast<QWidget*>(m_letters), static_cast<QWidget*>(m_grid),
-          static_cast<QWidget*>(m_tree)}) {
+    std::vector<QWidget*> stops{&m_filter->cboDrive(),
+                                &m_filter->cboGenre(),
+                                &m_filter->cboAlbum(),
+                                &m_filter->chkInterpret(),
+                                &m_filter->chkTitle(),
+                                &m_filter->txtSearch(),
+                                &m_filter->cmdSearch(),
+                                m_play,
+                                m_randomize,
+                                m_letters,
+                                &m_letters->cmdLiftFilters(),
+                                m_grid};
+    for (QPushButton* button : m_grid->viewport()->findChildren<QPushButton*>()) {
+        stops.push_back(button); // What an empty list offers.
+    }
+    stops.push_back(m_tree);
+    for (QWidget* next : stops) {
         setTabOrder(last, next);
         last = next;
     }

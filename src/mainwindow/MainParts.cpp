@@ -65,6 +65,7 @@ MainParts::MainParts(QMainWindow& window, PlayerWindow& player, const SwitchCont
     });
     QObject::connect(&List, &ListController::PlaySelectedFilesWanted, &List,
                      [] { PlaySelectedFiles(SelectedPaths()); });
+    QObject::connect(&List, &ListController::ScanWanted, &List, [this] { (void)Commands.Run("mnuScan"); });
     Menu.Build(Commands);
     Panes.BuildCommands(Commands);
     QObject::connect(

@@ -48,6 +48,10 @@ void PaneLayout::FitFilterRow() {
     }
 }
 
+double PaneLayout::LeastUsefulWidth() const {
+    return static_cast<double>(LeastFilterRow(m_layout) + FilterMargin);
+}
+
 void PaneLayout::SizeFilterRow() {
     m_layout.chkInterpret.Width = ToTwips(m_controls.Filter.chkInterpret().sizeHint().width());
     m_layout.chkTitle.Width = ToTwips(m_controls.Filter.chkTitle().sizeHint().width());

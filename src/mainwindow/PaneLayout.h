@@ -46,6 +46,9 @@ public:
     /// Takes the sizes of the filter row's controls from their texts and fonts.
     void SizeFilterRow();
 
+    /// Twips, of the window: the filter row is whole up to its button.
+    double LeastUsefulWidth() const;
+
     /// Mouse events of the splitter.
     void SplitterEvent(QEvent& event);
 

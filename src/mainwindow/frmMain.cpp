@@ -20,6 +20,8 @@
 #include <QCloseEvent>
 #include <QMimeData>
 
+#include <algorithm>
+
 namespace quavernet {
 
 namespace {
@@ -94,6 +96,12 @@ void frmMain::PlaceWindow(const WindowState& state) {
         m_parts->Panes.Placement().PackForSmallScreen();
     }
     m_parts->Panes.Placement().SetSplitterPos(state.SplitterPos);
+    LimitShrinking();
+}
+
+// From here on nobody makes the window narrower than the search needs. A stored width is taken as it is.
+void frmMain::LimitShrinking() {
+    setMinimumWidth(std::min(width(), ToPixels(m_parts->Panes.Placement().LeastUsefulWidth())));
 }
 
 void frmMain::RestoreGrid(const WindowState& state) {
@@ -161,7 +169,11 @@ void frmMain::LoadStrings() {
     work.SetTitle(IdleTitle());
     m_parts->Tree.LoadStrings();
     m_parts->List.ShowTotals();
+    m_parts->List.LoadStrings();
     work.SetPanel(Panel::Scanning, LoadResString(Texts::Ready));
+    if (isVisible()) {
+        LimitShrinking(); // The captions of the new language have other widths.
+    }
     work.SetMousePointer(MousePointer::Default);
 }
 
@@ -169,6 +181,9 @@ void frmMain::SetControlState(ControlMode mode) {
     const GridView& grid = m_parts->Panes.Grid();
     for (const ControlSwitch& item : ControlState(mode, grid.Selection().Row(), grid.CurrentFormat())) {
         m_parts->Named.SetEnabled(item.Name, item.Enabled);
+    }
+    if (mode == ControlMode::Idle || mode == ControlMode::ScanRunning) {
+        m_parts->List.ShowHint(mode == ControlMode::Idle);
     }
 }
 

@@ -57,6 +57,7 @@ private:
     void UnloadSplash();
 
     void PlaceWindow(const WindowState& state);
+    void LimitShrinking();
     void RestoreGrid(const WindowState& state);
     void RestoreFilters(const WindowState& state);
     void RestoreChecks(const WindowState& state);

@@ -141,7 +141,10 @@ TEST(FilterRowFitTest, TheFilterControlsGiveWayInANarrowWindowDownToTheirSmallWi
     constexpr std::int64_t FullRow =
         2880 + 1950 + 100 + 1950 + 100 + 2100 + 100 + 1100 + 50 + 800 + 100 + 1800 + 50 + 600;
     EXPECT_EQ(widths(FullRow), full);
-    EXPECT_EQ(widths(30000), full);
+    EXPECT_EQ(widths(FullRow + 900), (std::array<std::int64_t, 4>{1950, 1950, 2100, 2700}))
+        << "the search box grows with the window";
+    EXPECT_EQ(layout.cmdSearch.Left + 600, FullRow + 900);
+    EXPECT_EQ(widths(60000), (std::array<std::int64_t, 4>{1950, 1950, 2100, 6000}));
     EXPECT_EQ(widths(FullRow - 1300), (std::array<std::int64_t, 4>{1600, 1600, 1775, 1525}));
     EXPECT_EQ(layout.cmdSearch.Left + 600, FullRow - 1300);
     for (std::int64_t narrow = FullRow - 2600; narrow < FullRow; ++narrow) {
@@ -151,6 +154,8 @@ TEST(FilterRowFitTest, TheFilterControlsGiveWayInANarrowWindowDownToTheirSmallWi
     const std::array<std::int64_t, 4> least{1250, 1250, 1450, 1250};
     EXPECT_EQ(widths(FullRow - 2600), least);
     EXPECT_EQ(widths(6000), least);
+    layout.cmdSearch.Width = 600;
+    EXPECT_EQ(LeastFilterRow(layout), FullRow - 2600);
 }
 
 TEST(SplitterTest, MovesBothPanesWithTheMouse) {
