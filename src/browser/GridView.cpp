@@ -59,6 +59,7 @@ GridView::GridView(QWidget* parent, DragState& drag) : QTableView(parent), m_sel
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setMinimumSectionSize(0);
     horizontalHeader()->viewport()->installEventFilter(this);
+    m_clock.start();
     verticalScrollBar()->installEventFilter(this);
     horizontalScrollBar()->installEventFilter(this);
     connect(horizontalHeader(), &QHeaderView::sectionDoubleClicked, this,
@@ -186,8 +187,30 @@ bool GridView::MoveByKey(const QKeyEvent& event) {
         return false;
     }
     m_selection.KeyMove(found->second, event.modifiers().testFlag(Qt::ShiftModifier), RowsInView());
+    ShowMovedRow();
+    return true;
+}
+
+void GridView::ShowMovedRow() {
     if (m_selection.RowSel() >= 1 && !RowIsVisible(m_selection.RowSel())) {
         scrollTo(m_model.index(m_selection.RowSel() - 1, 0));
+    }
+}
+
+// Typed letters go to the next row of the sorted column that begins with them.
+bool GridView::MoveByLetter(const QKeyEvent& event) {
+    const QString text = event.text();
+    if (text.isEmpty() || !text.front().isPrint() ||
+        event.modifiers().testAnyFlags(Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier) ||
+        !m_typed.Type(FromQString(text), m_clock.elapsed())) {
+        return false;
+    }
+    const std::int32_t from = std::max(m_selection.Row(), 0) + (m_typed.FromNext() ? 1 : 0);
+    const std::int32_t row =
+        RowStartingWith(m_model.Rows(), static_cast<ListColumn>(m_model.SortColumn()), m_typed.Text(), from);
+    if (row >= 1) {
+        m_selection.MoveTo(row, false);
+        ShowMovedRow();
     }
     return true;
 }
@@ -205,7 +228,7 @@ void GridView::keyPressEvent(QKeyEvent* event) {
         break;
     }
     default:
-        if (!MoveByKey(*event)) {
+        if (!MoveByKey(*event) && !MoveByLetter(*event)) {
             event->ignore();
         }
     }

@@ -4,7 +4,9 @@
 
 #include "browser/GridSelection.h"
 #include "browser/ListModel.h"
+#include "browser/TypedText.h"
 
+#include <QElapsedTimer>
 #include <QTableView>
 
 #include <functional>
@@ -77,10 +79,14 @@ private:
     void Drag();
     void TakeFiles(QDropEvent& event) const;
     bool MoveByKey(const QKeyEvent& event);
+    bool MoveByLetter(const QKeyEvent& event);
+    void ShowMovedRow();
     std::int32_t RowsInView() const;
 
     ListModel m_model;
     GridSelection m_selection;
+    TypedText m_typed;
+    QElapsedTimer m_clock; ///< Of the typing.
     QPoint m_pressPosition;
     bool m_takesFiles = false; ///< The drag that has entered has local files.
 };

@@ -2,6 +2,7 @@
 
 #include "app/CommandRegistry.h"
 #include "app/Controls.h"
+#include "browser/CopyPaths.h"
 #include "browser/DeleteSelectedEntries.h"
 #include "browser/ExchangeInterpretTitle.h"
 #include "browser/FilterEvents.h"
@@ -25,6 +26,7 @@ void RegisterListCommands(CommandRegistry& commands, ListController& list, GridV
     for (const char* name : {"mnuKontextExchange", "mnuEditExchange"}) {
         commands.Register(name, [&views] { ExchangeInterpretTitle(views); });
     }
+    commands.Register("mnuKontextCopyPaths", CopyPaths);
     commands.Register("mnuOptionsLoadOverSearch", [&controls] {
         // The click has turned the mark round already.
         const bool before = !controls.Checked("mnuOptionsLoadOverSearch");

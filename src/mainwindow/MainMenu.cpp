@@ -43,7 +43,12 @@ void MainMenu::Build(const CommandRegistry& commands) {
         action->setCheckable(entry.Is(MenuEntry::Checkable));
         action->setEnabled(!entry.Is(MenuEntry::StartsDisabled));
         if (entry.Shortcut != 0) {
-            action->setShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(entry.Shortcut)));
+            const auto modifiers =
+                entry.Is(MenuEntry::Shifted) ? Qt::CTRL | Qt::SHIFT : Qt::Modifiers(Qt::CTRL);
+            action->setShortcut(QKeySequence(modifiers | static_cast<Qt::Key>(entry.Shortcut)));
+            if (Parent(entry).menuAction()->associatedObjects().isEmpty()) {
+                m_bar->window()->addAction(action); // A popup menu has no keys of its own.
+            }
         }
         m_items.emplace(entry.Name, action);
         if (commands.Contains(entry.Name)) {

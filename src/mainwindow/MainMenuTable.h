@@ -16,6 +16,7 @@ struct MenuEntry {
         StartsDisabled = 4, ///< Grey until a row is clicked.
         Separated = 8,      ///< A separator comes before it.
         Bar = 16,           ///< A separator with a name, shown and hidden like an item.
+        Shifted = 32,       ///< The shortcut is with Shift too.
     };
 
     std::string_view Name;
@@ -34,10 +35,11 @@ inline constexpr std::uint8_t Check = MenuEntry::Checkable;
 inline constexpr std::uint8_t Grey = MenuEntry::StartsDisabled;
 inline constexpr std::uint8_t Line = MenuEntry::Separated;
 inline constexpr std::uint8_t Bar = MenuEntry::Bar;
+inline constexpr std::uint8_t Shift = MenuEntry::Shifted;
 } // namespace detail
 
 inline constexpr auto MainMenuTable = [] {
-    using detail::Bar, detail::Check, detail::Grey, detail::Group, detail::Item, detail::Line;
+    using detail::Bar, detail::Check, detail::Grey, detail::Group, detail::Item, detail::Line, detail::Shift;
     return std::to_array<MenuEntry>({
         {"mnuFile", "", 201, 0, Group},
         {"mnuScan", "mnuFile", 207, 'S', Item},
@@ -99,6 +101,7 @@ inline constexpr auto MainMenuTable = [] {
         {"mnuKontextPlaylist", "mnuKontext", 225, 0, Item | Line},
         {"mnuKontextRandom", "mnuKontext", 227, 0, Item},
         {"mnuKontextPrint", "mnuKontext", 209, 0, Item | Line},
+        {"mnuKontextCopyPaths", "mnuKontext", 812, 'C', Line | Shift},
         {"mnuKontextAnsicht", "mnuKontext", 202, 0, Group | Line},
         {"mnuKontextMp3", "mnuKontextAnsicht", 214, 0, Check},
         {"mnuKontextOgg", "mnuKontextAnsicht", 215, 0, Check},

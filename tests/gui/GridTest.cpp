@@ -2,6 +2,7 @@
 
 #include "support/ScriptedPlayer.h"
 
+#include <QClipboard>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
@@ -348,13 +349,64 @@ TEST_F(GridTest, APressOnTheHeaderIsAPressInRowZero) {
     Form().Menu().Popup("mnuKontext")->close();
 }
 
-TEST_F(GridTest, TypedLettersMoveNothing) {
+TEST_F(GridTest, TypedLettersGoToTheNextRowOfTheSortedColumnThatBeginsWithThem) {
     AddFiles(60);
+    AddFile("Zappa", "Apostrophe");
     Start();
     ClickRow(2);
-    QTest::keyClicks(&Grid(), QStringLiteral("Performer 150"));
-    EXPECT_EQ(Grid().TopRow(), 1);
+    QTest::keyClicks(&Grid(), QStringLiteral("performer 150"));
+    EXPECT_EQ(Grid().Selection().Row(), 51);
+    EXPECT_EQ(mainModule.SelectedRows.Rows(), Rows{51});
+    EXPECT_TRUE(Grid().RowIsVisible(51));
+    EXPECT_EQ(PanelText(Panel::Scanning), "/music/Title 150.mp3");
+    EXPECT_TRUE(Action("mnuDetails").isEnabled());
+    QTest::keyClicks(&Grid(), QStringLiteral("!"));
+    EXPECT_EQ(Grid().Selection().Row(), 51) << "nothing begins so";
+}
+
+TEST_F(GridTest, TypedLettersLookInTheColumnThatIsSorted) {
+    AddFile("Zappa", "Apostrophe");
+    AddFile("Abba", "Money");
+    Start();
+    DoubleClickHeader(1);
+    ASSERT_EQ(Listed(), (Texts{"Abba", "Zappa"})) << "by title, downwards";
+    QTest::keyClick(&Grid(), Qt::Key_A);
     EXPECT_EQ(Grid().Selection().Row(), 2);
+}
+
+TEST_F(GridTest, KeysOfCommandsAndABlankAreNoTypedLetters) {
+    AddFile("Gabriel", "One");
+    Start();
+    for (const Qt::KeyboardModifier modifier : {Qt::ControlModifier, Qt::AltModifier, Qt::MetaModifier}) {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_G, modifier, QStringLiteral("g"));
+        QCoreApplication::sendEvent(&Grid(), &press);
+        EXPECT_EQ(Grid().Selection().Row(), 0);
+    }
+    QTest::keyClick(&Grid(), Qt::Key_Space);
+    EXPECT_EQ(Grid().Selection().Row(), 0);
+}
+
+TEST_F(GridTest, CtrlShiftCCopiesThePathsOfTheSelectionAsLinesAndAsFiles) {
+    AddFiles(3);
+    Start();
+    QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+    const auto copy = [this] {
+        QTest::keyClick(Form().windowHandle(), Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+        return QGuiApplication::clipboard()->mimeData();
+    };
+    EXPECT_EQ(FromQString(copy()->text()), "before") << "nothing is selected";
+    ClickRow(3);
+    ClickRow(1, Qt::ControlModifier);
+    EXPECT_EQ(FromQString(copy()->text()), "/music/Title 102.mp3\n/music/Title 100.mp3");
+    EXPECT_EQ(LocalFiles(*QGuiApplication::clipboard()->mimeData()),
+              (Texts{"/music/Title 102.mp3", "/music/Title 100.mp3"}));
+    EXPECT_TRUE(msgBox.shown.empty()) << "Ctrl+C with Shift cleans nothing";
+    ClickRow(2);
+    Action("mnuKontextCopyPaths").trigger();
+    EXPECT_EQ(FromQString(QGuiApplication::clipboard()->text()), "/music/Title 101.mp3");
+    const ScopedValue alone(mainModule.ActsAlone, true);
+    ClickRow(1);
+    EXPECT_EQ(FromQString(copy()->text()), "/music/Title 101.mp3") << "another command is under way";
 }
 
 TEST_F(GridTest, TheWheelStopsAtTheEndsOfTheList) {

@@ -45,8 +45,9 @@ TEST_F(MainMenuTest, CaptionsAndShortcutsFollowTheTableInBothLanguages) {
                 EXPECT_EQ(FromQString(item->text()), LoadResString(entry.Text));
             }
             const QString shortcut = item->shortcut().toString(QKeySequence::PortableText);
+            const char* const keys = entry.Is(MenuEntry::Shifted) ? "Ctrl+Shift+" : "Ctrl+";
             EXPECT_EQ(FromQString(shortcut),
-                      entry.Shortcut == 0 ? "" : std::string("Ctrl+") + entry.Shortcut);
+                      entry.Shortcut == 0 ? "" : keys + std::string(1, entry.Shortcut));
         }
     }
 }

@@ -65,7 +65,7 @@ TEST(MainMenuTableTest, ThePopupMenusHoldTheirItemsInOrder) {
     EXPECT_EQ(ItemsOf("mnuKontext"),
               "mnuKontextDetails 223, mnuKontextPlay 224, mnuKontextKonvert 226, mnuKontextExchange 218, "
               "mnuKontextFilename 219, mnuKontextDelete 220, mnuKontextPlaylist 225, mnuKontextRandom 227, "
-              "mnuKontextPrint 209, mnuKontextAnsicht 202, ");
+              "mnuKontextPrint 209, mnuKontextCopyPaths 812, mnuKontextAnsicht 202, ");
     EXPECT_EQ(ItemsOf("mnuKontextAnsicht"),
               "mnuKontextMp3 214, mnuKontextOgg 215, mnuKontextWav 216, mnuKontextShowGridlines 217, ");
     EXPECT_EQ(ItemsOf("mnuTree"),
@@ -90,10 +90,10 @@ TEST(MainMenuTableTest, ExactlyTheTogglesCarryACheckMark) {
 }
 
 TEST(MainMenuTableTest, ShortcutsAreGivenOnce) {
-    std::set<char> shortcuts;
+    std::set<std::pair<char, bool>> shortcuts; // With Shift or without.
     for (const MenuEntry& entry : MainMenuTable) {
         if (entry.Shortcut != 0) {
-            EXPECT_TRUE(shortcuts.insert(entry.Shortcut).second) << entry.Name;
+            EXPECT_TRUE(shortcuts.emplace(entry.Shortcut, entry.Is(MenuEntry::Shifted)).second) << entry.Name;
         }
     }
 }
@@ -125,12 +125,13 @@ TEST(MainMenuTableTest, ShortcutsAreThoseOfTheProgram) {
     std::string shortcuts;
     for (const MenuEntry& entry : MainMenuTable) {
         if (entry.Shortcut != 0) {
-            shortcuts += std::string(entry.Name) + "=" + entry.Shortcut + " ";
+            shortcuts += std::string(entry.Name) + (entry.Is(MenuEntry::Shifted) ? "=Shift+" : "=") +
+                         entry.Shortcut + " ";
         }
     }
     EXPECT_EQ(shortcuts, "mnuScan=S mnuPlayer=P mnuPrint=D mnuCleanDatabase=C mnuExit=Q mnuShowGridlines=G "
                          "mnuManageCovers=L mnuEditTree2=B mnuDetails=I mnuPlaySelectedItems=A mnuPlaylist=E "
-                         "mnuKonvert=K mnuRandomPlay=R mnuHelp=H ");
+                         "mnuKonvert=K mnuRandomPlay=R mnuHelp=H mnuKontextCopyPaths=Shift+C ");
 }
 
 TEST(MainMenuTableTest, FiveItemsStartDisabled) {
