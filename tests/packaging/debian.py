@@ -24,10 +24,10 @@ def unpack(folder):
     subprocess.run(["dpkg-deb", "--extract", package(), folder], check=True)
 
 
-def plugins(root):
-    """Qt's plugins and texts that no link of the program tells of, and that its package has to ask for by name: those
-    that are missing below a root."""
+def missing_helpers(system):
+    """What no link of the program tells of and its package has to ask for by name: Qt's plugins and texts, the media
+    engine, programs that it starts. Those that are not there."""
     wanted = ["lib/*/qt6/plugins/iconengines/libqsvgicon.so", "share/qt6/translations/qtbase_de.qm"]
     wanted += [f"lib/*/qt6/plugins/imageformats/libq{kind}.so" for kind in ("svg", "jpeg", "gif", "webp")]
     wanted += ["lib/*/libmpv.so.2", "share/icons/hicolor/index.theme", "bin/lame", "bin/python3", "bin/xdg-open"]
-    return [name for name in wanted if not glob.glob(os.path.join(root, "usr", name))]
+    return [name for name in wanted if not glob.glob(os.path.join(system, "usr", name))]
