@@ -46,13 +46,16 @@ class BareRoot:
         self.asked = os.path.join(folder, "asked")  # what is installed, written when it is
 
     def make(self):
-        """Without a network a finished root does, as long as the package asks for the same."""
+        """Without a network a finished root does, as long as the package asks for the same. When it asks for other things,
+        those that were there before must not help it."""
+        wanted = debian.field("Depends")
+        if wanted != self.has_what_is_asked_for():
+            shutil.rmtree(self.base, ignore_errors=True)
         if not os.path.exists(self.base):
             self.bootstrap()
         self.mount()
         if os.path.exists(os.path.join(self.base, "var/lib/dpkg/info/quavernet.list")):
             self.purge()  # A test was broken off.
-        wanted = debian.field("Depends")
         if wanted != self.has_what_is_asked_for():
             self.satisfy(wanted)
 

@@ -85,6 +85,9 @@ class PackageTest(unittest.TestCase):
                 self.assertEqual(told[:2], [str(size)] * 2)
                 self.assertGreater(int(told[2]), 10, "colours of " + path)
 
+    def test_the_metainfo_finds_its_desktop_file_in_the_package(self):
+        debian.told("appstreamcli", "validate-tree", "--no-net", self.root)
+
     def test_the_library_is_a_sound_one_without_files(self):
         library = sqlite3.connect(f"file:{self.path('share/quavernet/Quavernet.db')}?mode=ro", uri=True)
         self.addCleanup(library.close)
