@@ -95,7 +95,8 @@ protected:
         const QImage image = TwoColours({64, 48});
         return {{"bmp", Encoded(image, "bmp")},   {"gif", Gif(64, 48)},
                 {"jpeg", Encoded(image, "jpeg")}, {"progressive jpeg", Encoded(image, "jpeg", true)},
-                {"png", Encoded(image, "png")},   {"interlaced png", InterlacedPng()}};
+                {"png", Encoded(image, "png")},   {"interlaced png", InterlacedPng()},
+                {"webp", Encoded(image, "webp")}};
     }
     /// 2 x 2 pixels in seven passes (Adam7): red, blue, red, blue.
     static std::string InterlacedPng() {
