@@ -161,8 +161,8 @@ void StoreOggRecord(OggRecord& record, SavedLog& log) {
     record.name = SqlQuote(record.name);
     const bool isKnown = FindsRow("Select File_id from Files where Path = '" + record.path + "'");
     mainModule.Connection->Execute(isKnown ? UpdateStatement(record, keys) : InsertStatement(record, keys));
-    // The log gets the path while it is still quoted: an apostrophe shows twice there.
-    log.Add(record.path, record.size, record.length);
+    // The log gets the value as it was given: quoting is for statements.
+    log.Add(SqlUnquote(record.path), record.size, record.length);
     services.events->DoEvents();
     record.path = SqlUnquote(record.path);
     record.name = SqlUnquote(record.name);

@@ -2,9 +2,14 @@
 
 #include "adapters/qt/QtText.h"
 #include "app/LoadResString.h"
+#include "app/NumberSetting.h"
+#include "app/Registry.h"
 #include "help/HelpKey.h"
+#include "platform/RuntimeError.h"
 #include "scanner/SkippedLine.h"
 #include "ui_frmScanLog.h"
+#include "widgets/FitScreen.h"
+#include "widgets/Twips.h"
 
 #include <QCloseEvent>
 
@@ -12,7 +17,15 @@ namespace quavernet {
 
 namespace {
 constexpr int FrameTimeMs = 50;
+
+// A size of nobody's making counts as none.
+int StoredPixels(const char* name, int otherwise) {
+    std::int32_t twips = 0;
+    IgnoreFailure([&] { twips = TwipsSetting(name, "0"); });
+    return twips > 0 ? ToPixels(twips) : otherwise;
 }
+
+} // namespace
 
 void ScanLogLines::Publish() {
     const int count = static_cast<int>(m_lines.size());
@@ -35,12 +48,37 @@ int ScanLogLines::rowCount(const QModelIndex& parent) const {
 }
 
 QVariant ScanLogLines::data(const QModelIndex& index, int role) const {
-    return role == Qt::DisplayRole ? ToLine(m_lines[static_cast<std::size_t>(index.row())]) : QVariant();
+    return role == Qt::DisplayRole || role == Qt::ToolTipRole
+               ? ToLine(m_lines[static_cast<std::size_t>(index.row())])
+               : QVariant();
+}
+
+QString ScanLogPainter::Shortened(const QString& line, const QFontMetrics& metrics, int width) {
+    // A reason in brackets may follow, with a stroke of its own.
+    const qsizetype reason = line.endsWith(u')') ? line.lastIndexOf(QStringLiteral(" (")) : line.size();
+    const qsizetype name = line.lastIndexOf(u'/', reason) + 1;
+    if (metrics.horizontalAdvance(line) <= width || name == 0) {
+        return line;
+    }
+    const QString last = line.mid(name);
+    const int room = width - metrics.horizontalAdvance(last);
+    const QString folders = metrics.elidedText(line.left(name), Qt::ElideMiddle, room);
+    // Where not even dots have room beside it, the name is all that is shown.
+    return room < metrics.horizontalAdvance(QStringLiteral("…/")) ? last : folders + last;
+}
+
+void ScanLogPainter::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+    QStyledItemDelegate::initStyleOption(option, index);
+    const QStyle& style = *option->widget->style();
+    const int margin = style.pixelMetric(QStyle::PM_FocusFrameHMargin, option, option->widget) + 1;
+    option->text = Shortened(option->text, option->fontMetrics, option->rect.width() - 2 * margin);
 }
 
 frmScanLog::frmScanLog(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui::frmScanLog>()) {
     m_ui->setupUi(this);
     m_ui->lstLog->setModel(&m_lines);
+    m_ui->lstLog->setItemDelegate(new ScanLogPainter(this));
+    m_designSize = size() * TwipScale(font());
     m_paintTimer.setSingleShot(true);
     m_paintTimer.setInterval(FrameTimeMs);
     connect(&m_paintTimer, &QTimer::timeout, this, &frmScanLog::PaintNow);
@@ -56,9 +94,24 @@ void frmScanLog::Show() {
         m_ui->Label1->setText(ToQString(LoadResString(578)));
         m_ui->Label4->setText(ToQString(LoadResString(579)));
         m_ui->cmdClose->setText(ToQString(LoadResString(108)));
+        RestoreSize();
     }
     show();
     raise();
+}
+
+void frmScanLog::RestoreSize() {
+    FitScreen(*this, QSize(StoredPixels("ScanLogWidth", m_designSize.width()),
+                           StoredPixels("ScanLogHeight", m_designSize.height())));
+    m_openedSize = size();
+}
+
+// Only a size that the user has chosen becomes a setting.
+void frmScanLog::SaveSize() {
+    if (isVisible() && size() != m_openedSize) {
+        SaveSetting("ScanLogWidth", std::to_string(ToTwips(width())));
+        SaveSetting("ScanLogHeight", std::to_string(ToTwips(height())));
+    }
 }
 
 void frmScanLog::EnableClose(bool enabled) {
@@ -118,6 +171,7 @@ void frmScanLog::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
+    SaveSize();
     // A closed log is unloaded: the next scan begins with an empty list.
     m_lines.Clear();
     event->accept();

@@ -8,6 +8,7 @@
 
 #include <QAbstractListModel>
 #include <QDialog>
+#include <QStyledItemDelegate>
 #include <QTimer>
 
 #include "scanner/ScanView.h"
@@ -37,6 +38,18 @@ private:
     int m_published = 0;
 };
 
+/// Paints a line that is too long with dots in its folders, so that the file's name is whole.
+class ScanLogPainter : public QStyledItemDelegate {
+    Q_OBJECT
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    static QString Shortened(const QString& line, const QFontMetrics& metrics, int width);
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+};
+
 class frmScanLog : public QDialog, public ScanLog {
     Q_OBJECT
 public:
@@ -57,12 +70,16 @@ protected:
     void reject() override;
 
 private:
+    void RestoreSize();
+    void SaveSize();
     void PaintSoon();
     void PaintNow();
 
     std::unique_ptr<Ui::frmScanLog> m_ui;
     ScanLogLines m_lines;
     QTimer m_paintTimer;
+    QSize m_designSize;
+    QSize m_openedSize; ///< The size with which it came up.
     std::string m_fileCount = "0";
     std::string m_megabytes = "0";
     std::string m_playtime = "0";

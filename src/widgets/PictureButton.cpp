@@ -33,6 +33,10 @@ void PictureButton::SetLooks(PictureLooks looks, int side) {
     update();
 }
 
+void PictureButton::SetScale(double scale) {
+    SetLooks(m_looks, static_cast<int>(SmallSide * scale));
+}
+
 void PictureButton::SetAtRest() {
     SetLook(Look::Rest);
 }

@@ -28,6 +28,8 @@ public:
     /// as it is until SetAtRest.
     void SetRestsOnLeave(bool rests) { m_restsOnLeave = rests; }
 
+    /// A small button, so many times larger than usual.
+    void SetScale(double scale);
     void SetAtRest();
 
     /// Name of the picture that it shows now. Any button of the mouse presses the picture, though the left

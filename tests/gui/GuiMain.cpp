@@ -9,5 +9,6 @@ int main(int argc, char** argv) {
         qputenv("QT_QPA_PLATFORM", "offscreen"); // The tests need no screen, also when they are only listed.
     }
     quavernet::Application application(argc, argv);
+    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9)); // Sizes in tests are those of this one.
     return RUN_ALL_TESTS();
 }

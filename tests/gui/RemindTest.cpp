@@ -10,6 +10,8 @@
 #include <QRadioButton>
 #include <QTimer>
 
+#include <algorithm>
+
 namespace quavernet::test {
 
 namespace {
@@ -51,6 +53,23 @@ protected:
 };
 
 } // namespace
+
+TEST_F(RemindTest, TheChoicesStandAndFollowEachOtherInReadingOrder) {
+    Open();
+    std::vector<std::pair<int, int>> places;
+    for (const char* name : {"optDaily", "optWeekly", "optMonthly", "optYearly"}) {
+        const QPoint place = Part<QRadioButton>(name).pos();
+        places.emplace_back(place.y(), place.x());
+    }
+    EXPECT_TRUE(std::is_sorted(places.begin(), places.end()));
+    Part<QRadioButton>("optDaily").setFocus();
+    Texts visited;
+    for (int i = 0; i < 4; ++i) {
+        visited.push_back(FromQString(dialog->focusWidget()->objectName()));
+        Press(Qt::Key_Down);
+    }
+    EXPECT_EQ(visited, (Texts{"optDaily", "optWeekly", "optMonthly", "optYearly"}));
+}
 
 TEST_F(RemindTest, AFlagOtherThanOneLeavesTheBoxCleared) {
     SetReminder("2", "01.02.2027", "m");

@@ -1,12 +1,15 @@
 #include "gui/GuiTest.h"
 
 #include "app/LoadResString.h"
+#include "gui/PaintedTexts.h"
 #include "scanner/SavedLog.h"
 #include "scanner/frmScanLog.h"
 
 #include <QLabel>
 #include <QListView>
 #include <QPushButton>
+#include <QScreen>
+#include <gmock/gmock.h>
 
 namespace quavernet::test {
 
@@ -104,6 +107,58 @@ TEST_F(ScanLogTest, NeitherButtonNorEscapeNorTheWindowFrameCloseItDuringAScan) {
     log.EnableClose(true);
     QTest::keyClick(&log, Qt::Key_Escape);
     EXPECT_FALSE(log.isVisible());
+}
+
+TEST_F(ScanLogTest, ALineThatIsTooLongKeepsTheNameOfItsFileWhole) {
+    const QFontMetrics metrics(log.font());
+    const QString name = QStringLiteral("A rather long title (live).mp3");
+    const QString line =
+        QStringLiteral("14:03:22 - Saved... /music/A folder/and another one/and one more/") + name;
+    const int whole = metrics.horizontalAdvance(line);
+    EXPECT_EQ(ScanLogPainter::Shortened(line, metrics, whole), line);
+    for (const int width : {whole - 1, whole * 3 / 4, metrics.horizontalAdvance(name) + 40}) {
+        const QString shown = ScanLogPainter::Shortened(line, metrics, width);
+        EXPECT_TRUE(shown.endsWith(u'/' + name) || shown.endsWith(u'…' + name)) << FromQString(shown);
+        EXPECT_LE(metrics.horizontalAdvance(shown), width) << FromQString(shown);
+    }
+    EXPECT_EQ(ScanLogPainter::Shortened(line, metrics, 50), name) << "where nothing else has room";
+    const QString reason =
+        QStringLiteral("Übersprungen... /music/A folder/c.mp3 (nicht lesbar: Input/output error)");
+    EXPECT_TRUE(ScanLogPainter::Shortened(reason, metrics, metrics.horizontalAdvance(reason) - 10)
+                    .endsWith(QStringLiteral("c.mp3 (nicht lesbar: Input/output error)")));
+}
+
+TEST_F(ScanLogTest, TheLogShowsLongLinesWithTheirFilesNamesAndTellsTheWholeLineInATip) {
+    const std::string folders = "/music/" + std::string(200, 'x') + "/";
+    log.Show();
+    log.AddLine("14:03:22 - Saved... " + folders + "Name.mp3");
+    EndScan();
+    const std::string painted = PaintedTexts(*Part<QListView>("lstLog").viewport());
+    EXPECT_THAT(painted, ::testing::EndsWith("Name.mp3"));
+    EXPECT_THAT(painted, ::testing::StartsWith("14:03:22"));
+    EXPECT_EQ(FromQString(Part<QListView>("lstLog").model()->index(0, 0).data(Qt::ToolTipRole).toString()),
+              "14:03:22 - Saved... " + folders + "Name.mp3");
+}
+
+TEST_F(ScanLogTest, TheLogComesUpInTheSizeThatItWasGiven) {
+    log.Show();
+    log.close();
+    EXPECT_FALSE(settings.values.contains("ScanLogWidth")) << "nobody has changed it";
+    log.Show();
+    log.resize(480, 300);
+    log.close();
+    EXPECT_EQ(settings.values["ScanLogWidth"], "7200");
+    EXPECT_EQ(settings.values["ScanLogHeight"], "4500");
+    frmScanLog next(nullptr);
+    next.Show();
+    EXPECT_EQ(next.size(), QSize(480, 300));
+    next.close();
+    settings.values["ScanLogWidth"] = "wide";
+    settings.values["ScanLogHeight"] = "9000000";
+    frmScanLog bounded(nullptr);
+    bounded.Show();
+    EXPECT_EQ(bounded.width(), 560);
+    EXPECT_LT(bounded.height(), bounded.screen()->availableGeometry().height());
 }
 
 } // namespace quavernet::test
