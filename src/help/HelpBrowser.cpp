@@ -2,7 +2,12 @@
 
 #include "help/HelpSet.h"
 
-#include <QEvent>
+#include <QResizeEvent>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+
+#include <algorithm>
 
 namespace quavernet {
 
@@ -12,15 +17,76 @@ HelpBrowser::HelpBrowser(QWidget* parent) : QTextBrowser(parent) {
     setTextInteractionFlags(Qt::TextBrowserInteraction | Qt::TextSelectableByKeyboard);
 }
 
-QVariant HelpBrowser::loadResource(int, const QUrl& name) {
-    const QByteArray bytes = HelpSet::Read(source().resolved(name));
-    return bytes.isEmpty() ? QVariant() : QVariant(bytes);
+QVariant HelpBrowser::loadResource(int type, const QUrl& name) {
+    const QUrl place = source().resolved(name);
+    const QByteArray bytes = HelpSet::Read(place);
+    if (bytes.isEmpty()) {
+        return {};
+    }
+    if (type != QTextDocument::ImageResource) {
+        return bytes;
+    }
+    return Fitted(bytes);
+}
+
+// Between the margins of the page, which are told in its style sheet.
+int HelpBrowser::PictureRoom() const {
+    constexpr int PageMargin = 12;
+    return viewport()->width() - 2 * (PageMargin + static_cast<int>(document()->documentMargin()));
+}
+
+// A picture that is wider than the page becomes smaller; none becomes larger.
+QImage HelpBrowser::Fitted(const QByteArray& bytes) const {
+    QImage picture = QImage::fromData(bytes);
+    const int room = PictureRoom();
+    if (picture.width() <= room || room <= 0) {
+        return picture;
+    }
+    const double ratio = devicePixelRatioF();
+    picture = picture.scaledToWidth(std::min(picture.width(), static_cast<int>(room * ratio)),
+                                    Qt::SmoothTransformation);
+    picture.setDevicePixelRatio(static_cast<double>(picture.width()) / room);
+    return picture;
+}
+
+// The pages name the size of each picture, so that the page gets the new one, too.
+void HelpBrowser::FitPictures() {
+    QTextCursor cursor(document());
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        for (auto at = block.begin(); !at.atEnd(); ++at) {
+            if (!at.fragment().charFormat().isImageFormat()) {
+                continue;
+            }
+            QTextImageFormat format = at.fragment().charFormat().toImageFormat();
+            const QImage picture = Fitted(HelpSet::Read(source().resolved(QUrl(format.name()))));
+            const QSizeF size = picture.size() / picture.devicePixelRatio();
+            if (picture.isNull() || (format.width() == size.width() && format.height() == size.height())) {
+                continue;
+            }
+            document()->addResource(QTextDocument::ImageResource,
+                                    document()->baseUrl().resolved(QUrl(format.name())), picture);
+            format.setWidth(size.width());
+            format.setHeight(size.height());
+            cursor.setPosition(at.fragment().position());
+            cursor.setPosition(at.fragment().position() + at.fragment().length(), QTextCursor::KeepAnchor);
+            cursor.setCharFormat(format);
+            break; // The block's pieces are new ones now; each picture has a block of its own.
+        }
+    }
+}
+
+void HelpBrowser::resizeEvent(QResizeEvent* event) {
+    QTextBrowser::resizeEvent(event);
+    if (event->size().width() != event->oldSize().width()) {
+        FitPictures();
+    }
 }
 
 void HelpBrowser::doSetSource(const QUrl& place, QTextDocument::ResourceType type) {
     const QUrl target = source().resolved(place);
     if (!HelpSet::Read(target).isEmpty()) {
         QTextBrowser::doSetSource(target, type);
+        FitPictures();
     }
 }
 

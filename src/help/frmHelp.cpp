@@ -5,10 +5,11 @@
 #include "app/MainModule.h"
 #include "app/ShowHelp.h"
 #include "ui_frmHelp.h"
+#include "widgets/FitScreen.h"
+#include "widgets/Twips.h"
 
 #include <QApplication>
 #include <QKeyEvent>
-#include <QScreen>
 #include <QStyle>
 #include <QWindow>
 
@@ -17,8 +18,6 @@ namespace quavernet {
 namespace {
 
 constexpr int ContentsWidth = 290;
-constexpr QSize Frame(20,
-                      50); ///< What a window manager may add: on a small screen the window ends before it.
 constexpr int PlaceRole = Qt::UserRole;
 
 void SetTip(QWidget* control, std::int32_t text) {
@@ -45,7 +44,7 @@ frmHelp::frmHelp() : m_ui(std::make_unique<Ui::frmHelp>()) {
     m_ui->cmdForward->setIcon(style()->standardIcon(QStyle::SP_ArrowForward));
     m_ui->cmdContents->setIcon(style()->standardIcon(QStyle::SP_FileDialogContentsView));
     m_ui->splitter->setStretchFactor(1, 1);
-    resize(size().boundedTo(screen()->availableSize() - Frame));
+    FitScreen(*this, size() * TwipScale(font()));
     m_ui->splitter->setSizes({ContentsWidth, width() - ContentsWidth});
     m_ui->lstResults->hide();
     m_ui->cmdBack->setEnabled(false);
@@ -135,6 +134,8 @@ void frmHelp::ComeUp() {
     }
     if (isMinimized()) {
         showNormal();
+    } else if (!isVisible()) {
+        FitScreen(*this, size()); // The screen may have become another one since.
     }
     show();
     raise();
@@ -231,6 +232,28 @@ void frmHelp::changeEvent(QEvent* event) {
     }
 }
 
+// Plus, minus and 0 are on some keyboards reached with the shift key only, and they are on the keypad too.
+bool frmHelp::ZoomByKey(const QKeyEvent& event) {
+    if ((event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) != Qt::ControlModifier) {
+        return false;
+    }
+    switch (event.key()) {
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+        m_ui->txtPage->zoomIn();
+        return true;
+    case Qt::Key_Minus:
+    case Qt::Key_Underscore:
+        m_ui->txtPage->zoomOut();
+        return true;
+    case Qt::Key_0:
+        m_ui->txtPage->ResetZoom();
+        return true;
+    default:
+        return false;
+    }
+}
+
 void frmHelp::keyPressEvent(QKeyEvent* event) {
     const bool control = event->modifiers() == Qt::ControlModifier;
     const bool alt = event->modifiers() == Qt::AltModifier;
@@ -256,11 +279,7 @@ void frmHelp::keyPressEvent(QKeyEvent* event) {
         m_ui->txtPage->forward();
     } else if (alt && key == Qt::Key_Home) {
         ShowPage(m_file, {});
-    } else if (control && (key == Qt::Key_Plus || key == Qt::Key_Equal)) {
-        m_ui->txtPage->zoomIn();
-    } else if (control && key == Qt::Key_Minus) {
-        m_ui->txtPage->zoomOut();
-    } else {
+    } else if (!ZoomByKey(*event)) {
         QWidget::keyPressEvent(event);
     }
 }

@@ -43,6 +43,7 @@ private:
     void OpenResult(const QListWidgetItem* item);
     void OpenEntry(const QTreeWidgetItem* item);
     void FindInPage(bool backwards);
+    bool ZoomByKey(const QKeyEvent& event);
 
     std::unique_ptr<Ui::frmHelp> m_ui;
     std::string m_file; ///< The help file that is open.

@@ -15,8 +15,10 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextBlock>
 #include <QTextEdit>
 #include <QToolButton>
 #include <QTreeWidget>
@@ -82,6 +84,82 @@ TEST_F(HelpWindowTest, TheWindowIsNoLargerThanTheScreen) {
     EXPECT_LT(Form().frameGeometry().height(), Form().screen()->availableSize().height());
     EXPECT_GT(Page().width(), 400);
     EXPECT_GT(Control<QTreeWidget>("treContents").width(), 250);
+}
+
+namespace {
+/// Widths of the pictures of a page as they are laid out, in pixels.
+std::vector<double> PictureWidths(const QTextBrowser& page) {
+    std::vector<double> widths;
+    for (QTextBlock block = page.document()->begin(); block.isValid(); block = block.next()) {
+        for (auto at = block.begin(); !at.atEnd(); ++at) {
+            if (at.fragment().charFormat().isImageFormat()) {
+                const QString name = at.fragment().charFormat().toImageFormat().name();
+                const QImage image =
+                    page.document()->resource(QTextDocument::ImageResource, QUrl(name)).value<QImage>();
+                widths.push_back(image.deviceIndependentSize().width());
+            }
+        }
+    }
+    return widths;
+}
+} // namespace
+
+TEST_F(HelpWindowTest, ThePicturesAreNoWiderThanThePageAndNoLargerThanTheyAre) {
+    Open("HTML\\maindialoque.html");
+    for (const int width : {700, 1100, 620}) {
+        Form().resize(width, 500);
+        QCoreApplication::processEvents();
+        (void)Page().grab();
+        const std::vector<double> widths = PictureWidths(Page());
+        ASSERT_FALSE(widths.empty());
+        for (const double picture : widths) {
+            EXPECT_LE(picture, Page().viewport()->width());
+            EXPECT_LE(picture, 640);
+            EXPECT_GT(picture, 200);
+        }
+        EXPECT_EQ(Page().horizontalScrollBar()->maximum(), 0) << width;
+    }
+}
+
+TEST_F(HelpWindowTest, TheZoomKeysWorkOnEveryKeyboardAndOnTheKeypad) {
+    Open("HTML\\start.html");
+    const double usual = Page().font().pointSizeF();
+    const Qt::KeyboardModifiers control = Qt::ControlModifier;
+    const std::pair<Qt::Key, Qt::KeyboardModifiers> larger[] = {{Qt::Key_Plus, control},
+                                                                {Qt::Key_Equal, control},
+                                                                {Qt::Key_Plus, control | Qt::ShiftModifier},
+                                                                {Qt::Key_Plus, control | Qt::KeypadModifier}};
+    const std::pair<Qt::Key, Qt::KeyboardModifiers> back[] = {{Qt::Key_0, control},
+                                                              {Qt::Key_0, control | Qt::ShiftModifier},
+                                                              {Qt::Key_0, control | Qt::KeypadModifier}};
+    const std::pair<Qt::Key, Qt::KeyboardModifiers> smaller[] = {
+        {Qt::Key_Minus, control},
+        {Qt::Key_Minus, control | Qt::KeypadModifier},
+        {Qt::Key_Underscore, control | Qt::ShiftModifier}};
+    for (const auto& [zoomKey, zoomModifiers] : larger) {
+        QTest::keyClick(&Page(), zoomKey, zoomModifiers);
+        EXPECT_GT(Page().font().pointSizeF(), usual) << zoomKey;
+        QTest::keyClick(&Page(), Qt::Key_0, control);
+    }
+    for (const auto& [zoomKey, zoomModifiers] : smaller) {
+        QTest::keyClick(&Page(), zoomKey, zoomModifiers);
+        EXPECT_LT(Page().font().pointSizeF(), usual) << zoomKey;
+        QTest::keyClick(&Page(), Qt::Key_0, control);
+    }
+    for (const auto& [zoomKey, zoomModifiers] : back) {
+        QTest::keyClick(&Page(), Qt::Key_Plus, control);
+        QTest::keyClick(&Page(), zoomKey, zoomModifiers);
+        EXPECT_EQ(Page().font().pointSizeF(), usual);
+    }
+}
+
+TEST_F(HelpWindowTest, AWindowLeftOffTheScreenComesUpOnIt) {
+    Open("HTML\\start.html");
+    Form().move(5000, -3000);
+    Form().resize(4000, 4000);
+    Form().close();
+    Open("HTML\\tree.html");
+    EXPECT_TRUE(Form().screen()->availableGeometry().contains(Form().geometry()));
 }
 
 TEST_F(HelpWindowTest, APageOpensInTheLanguageOfTheProgram) {
