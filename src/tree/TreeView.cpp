@@ -154,11 +154,34 @@ void TreeView::dropEvent(QDropEvent* event) {
     emit Dropped(*event);
 }
 
+void TreeView::drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const {
+    m_selectedBranch = selectionModel()->isSelected(index);
+    QTreeView::drawBranches(painter, rect, index);
+    m_selectedBranch = false;
+}
+
+// The arrow of the selected node lies on its mark, and is drawn like its text.
+void TreeView::initViewItemOption(QStyleOptionViewItem* option) const {
+    QTreeView::initViewItemOption(option);
+    if (m_selectedBranch) {
+        const QBrush text = option->palette.brush(QPalette::HighlightedText);
+        for (const QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+            option->palette.setBrush(role, text);
+        }
+    }
+}
+
 // The whole row takes the drop, so all of it is marked; the selected node stays recognisable below the mark.
 void TreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                        const QModelIndex& index) const {
     constexpr int FillOpacity = 64; // Of 255.
     QTreeView::drawRow(painter, option, index);
+    const int end = visualRect(index).right() + 1;
+    if (selectionModel()->isSelected(index) && end < viewport()->width()) {
+        const QPalette::ColorGroup group = isActiveWindow() ? QPalette::Active : QPalette::Inactive;
+        painter->fillRect(QRect(end, option.rect.top(), viewport()->width() - end, option.rect.height()),
+                          palette().brush(group, QPalette::Highlight));
+    }
     if (m_showsTarget && TreeItems::NodeOf(index) == m_items.Model().DropHighlight()) {
         const QRect row(0, option.rect.top(), viewport()->width() - 1, option.rect.height() - 1);
         QColor fill = palette().color(QPalette::Highlight);

@@ -73,6 +73,8 @@ protected:
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
+    void initViewItemOption(QStyleOptionViewItem* option) const override;
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                  const QModelIndex& index) const override;
 
@@ -85,6 +87,7 @@ private:
     QPoint m_pressPosition;
     bool m_mayDrag = false;
     bool m_showsTarget = false;
+    mutable bool m_selectedBranch = false; ///< What is being drawn is left of a selected node.
 };
 
 } // namespace quavernet

@@ -65,6 +65,37 @@ TEST_F(TreePaneTest, TheNoteOfASelectedEntryHasTheColourOfItsText) {
     }
 }
 
+TEST_F(TreePaneTest, TheSelectionReachesTheEdgeAndTheRootsPictureIsSeenOnIt) {
+    Start();
+    auto& tree = Control<TreeView>("TreeView");
+    tree.setCurrentIndex(tree.model()->index(0, 0));
+    tree.setFocus();
+    for (const bool isActive : {true, false}) {
+        if (!isActive) {
+            QWidget other;
+            other.show();
+            other.activateWindow();
+            ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+        }
+        const QImage image = tree.viewport()->grab().toImage();
+        const QRect row = tree.visualRect(tree.model()->index(0, 0));
+        const double ratio = image.devicePixelRatio();
+        const auto colorAt = [&](int x, int y) {
+            return image.pixelColor(static_cast<int>(x * ratio), static_cast<int>(y * ratio));
+        };
+        const QColor mark = colorAt(tree.viewport()->width() - 2, row.center().y());
+        EXPECT_EQ(mark, colorAt(row.right() + 2, row.center().y()));
+        EXPECT_NE(mark, tree.palette().color(QPalette::Base));
+        int seen = 0;
+        for (int x = row.left(); x < row.left() + 20; ++x) {
+            for (int y = row.top(); y < row.bottom(); ++y) {
+                seen += std::abs(colorAt(x, y).lightness() - mark.lightness()) > 60 ? 1 : 0;
+            }
+        }
+        EXPECT_GT(seen, 15) << isActive;
+    }
+}
+
 TEST_F(TreePaneTest, TheBlueOfACategoryIsReadableOnADarkWindow) {
     MakeTree();
     Start();
