@@ -9,6 +9,20 @@
 
 namespace quavernet {
 
+namespace {
+
+// What a user who asks for help is asked for.
+std::string Facts() {
+    const std::string& connection = mainModule.ConnectionString;
+    constexpr std::string_view Source = "Data Source=";
+    const std::size_t at = connection.find(Source);
+    const std::string library = at == std::string::npos ? "" : connection.substr(at + Source.size());
+    return LoadResString(832) + "\n\n" + LoadResString(833) + qVersion() + "\n" + LoadResString(834) +
+           library + "\n" + LoadResString(835) + services.settings->Place();
+}
+
+} // namespace
+
 frmAbout::frmAbout(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui::frmAbout>()) {
     m_ui->setupUi(this);
     setWindowTitle(ToQString(LoadResString(301)));
@@ -16,6 +30,8 @@ frmAbout::frmAbout(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui::f
     m_ui->cmdOK->setText(ToQString(LoadResString(101)));
     m_ui->cmdSysInfo->setText(ToQString(LoadResString(103)));
     m_ui->lblVersion->setText(ToQString(LoadResString(302) + " " + VersionNumbers()));
+    m_ui->lblFacts->setText(ToQString(Facts()));
+    m_ui->cmdOK->setFocus();
     new HelpKey(this);
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_ui->cmdSysInfo, &QPushButton::clicked, this, &frmAbout::StartSysInfo);

@@ -383,6 +383,12 @@ constexpr clsResources::Entry EnglishTexts[] = {
     {810, "Search (Ctrl+F)"},
     {811, "Last searches (arrow down)"},
     {812, "Copy paths"},
+    {830, "Double-click sorts"},
+    {831, "Width of the tree (arrow keys)"},
+    {832, "Free software under the GNU General Public License,\nversion 3 or later, without any warranty."},
+    {833, "Toolkit: Qt "},
+    {834, "Library: "},
+    {835, "Settings: "},
 };
 
 } // namespace

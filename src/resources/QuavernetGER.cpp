@@ -386,6 +386,12 @@ constexpr clsResources::Entry GermanTexts[] = {
     {810, "Suchen (Strg+F)"},
     {811, "Letzte Suchen (Pfeil nach unten)"},
     {812, "Pfade kopieren"},
+    {830, "Doppelklick sortiert"},
+    {831, "Breite des Baums (Pfeiltasten)"},
+    {832, "Freie Software unter der GNU General Public License,\nVersion 3 oder später, ohne jede Gewähr."},
+    {833, "Oberfläche: Qt "},
+    {834, "Datenbank: "},
+    {835, "Einstellungen: "},
 };
 
 } // namespace

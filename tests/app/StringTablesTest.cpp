@@ -97,6 +97,7 @@ TEST(StringTablesTest, EveryRangeOfNumbersIsComplete) {
     add(701, 710);
     add(750, 790);
     add(800, 812);
+    add(830, 835);
     std::set<std::int32_t> known;
     for (const auto& entry : QuavernetGER) {
         known.insert(entry.id);

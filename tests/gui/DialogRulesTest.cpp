@@ -1,3 +1,4 @@
+#include "gui/CutTexts.h"
 #include "gui/GuiTest.h"
 
 #include "editing/frmDetails.h"
@@ -25,6 +26,8 @@
 #include <QTimer>
 
 #include <set>
+
+#include <gmock/gmock.h>
 
 namespace quavernet::test {
 
@@ -69,23 +72,6 @@ protected:
         }
         return names;
     }
-    /// Controls with texts that are cut at the size that the dialog comes up with.
-    static std::vector<std::string> CutTexts(const QDialog& dialog) {
-        std::vector<std::string> cut;
-        for (const QWidget* widget : dialog.findChildren<QWidget*>()) {
-            const auto* label = qobject_cast<const QLabel*>(widget);
-            const int needed = label != nullptr && label->wordWrap() ? label->heightForWidth(label->width())
-                                                                     : widget->sizeHint().height();
-            const bool shows = label != nullptr || qobject_cast<const QAbstractButton*>(widget) != nullptr;
-            const bool narrow = label == nullptr || !label->wordWrap();
-            if (shows && widget->isVisible() &&
-                (widget->height() < needed || (narrow && widget->width() < widget->sizeHint().width()))) {
-                cut.push_back(FromQString(widget->objectName()));
-            }
-        }
-        return cut;
-    }
-
     using Names = std::set<std::string>;
 };
 
@@ -150,6 +136,31 @@ TEST_F(DialogRulesTest, TheAboutBoxNamesItsProductAndItsButtons) {
     }
 }
 
+TEST_F(DialogRulesTest, TheAboutBoxTellsLicenceToolkitAndPlacesToBeCopied) {
+    class PlacedSettings : public MapSettings {
+    public:
+        std::string Place() const override { return "/home/me/.config/Quavernet.conf"; }
+    };
+    PlacedSettings placed;
+    services.settings = &placed;
+    for (const auto& [language, licence, library] :
+         {std::tuple{"GER", "GNU General Public License,\nVersion 3", "Datenbank: "},
+          std::tuple{"ENG", "GNU General Public License,\nversion 3", "Library: "}}) {
+        placed.values["Language"] = language;
+        frmAbout about(&Form());
+        Open(about);
+        auto& facts = *about.findChild<QLabel*>(QStringLiteral("lblFacts"));
+        const std::string text = FromQString(facts.text());
+        EXPECT_THAT(text, ::testing::HasSubstr(licence));
+        EXPECT_THAT(text, ::testing::HasSubstr(std::string("Qt ") + qVersion()));
+        EXPECT_THAT(text, ::testing::HasSubstr(library + (folder / "Quavernet Database/Quavernet.db")));
+        EXPECT_THAT(text, ::testing::HasSubstr("Quavernet.conf"));
+        facts.setFocus();
+        QTest::keyClick(&facts, Qt::Key_A, Qt::ControlModifier);
+        EXPECT_EQ(FromQString(facts.selectedText().replace(QChar::ParagraphSeparator, u'\n')), text);
+    }
+}
+
 TEST_F(DialogRulesTest, TheMenuOpensTheAboutBoxModalOverTheMainWindow) {
     bool seen = false;
     QTimer::singleShot(0, [&] {
@@ -175,7 +186,7 @@ TEST_F(DialogRulesTest, EveryControlIsReachedByTheKeyboardAlone) {
               (Names{"chkScanPath", "txtScanpath", "cmdBrowse", "cmdOK", "cmdCancel"}));
     frmAbout about(&Form());
     Open(about);
-    EXPECT_EQ(ReachedByTab(about), (Names{"cmdSysInfo", "cmdOK"}));
+    EXPECT_EQ(ReachedByTab(about), (Names{"cmdSysInfo", "cmdOK", "lblFacts"}));
     frmEditTree editTree(&Form());
     Open(editTree);
     EXPECT_EQ(ReachedByTab(editTree), (Names{"lstCategories", "cmdNew", "cmdOK"}));
