@@ -9,10 +9,12 @@
 #include <QApplication>
 #include <QHelpEvent>
 #include <QMimeData>
+#include <QPainter>
 #include <QScrollBar>
 #include <QToolTip>
 
 #include <algorithm>
+#include <cmath>
 
 namespace quavernet {
 
@@ -39,12 +41,15 @@ GridModifiers ModifiersOf(const QMouseEvent& event) {
 GridView::GridView(QWidget* parent, DragState& drag) : QTableView(parent), m_selection(*this, drag) {
     setObjectName(QStringLiteral("grdMp3"));
     setModel(&m_model);
-    setItemDelegate(new RowPainter(m_selection, this));
+    m_painter = new RowPainter(m_selection, this);
+    setItemDelegate(m_painter);
     setHorizontalHeader(new ArrowHeader(m_model, this));
     setSelectionMode(QAbstractItemView::NoSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setWordWrap(false);
     setCornerButtonEnabled(false);
+    setAlternatingRowColors(true);
+    setGridStyle(Qt::NoPen); // The delegate draws the lines.
     setTabKeyNavigation(false);
     setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
@@ -54,7 +59,7 @@ GridView::GridView(QWidget* parent, DragState& drag) : QTableView(parent), m_sel
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setMinimumSectionSize(1);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 5);
+    SetRowHeight();
     horizontalHeader()->setSectionsClickable(true);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setMinimumSectionSize(0);
@@ -64,6 +69,24 @@ GridView::GridView(QWidget* parent, DragState& drag) : QTableView(parent), m_sel
     horizontalScrollBar()->installEventFilter(this);
     connect(horizontalHeader(), &QHeaderView::sectionDoubleClicked, this,
             [this](int column) { emit DoubleClicked(column, 0); });
+}
+
+// A whole number of the screen's own pixels, so that all rows and the lines between them look alike.
+void GridView::SetRowHeight() {
+    constexpr int RoomAroundText = 5;
+    constexpr int MostSteps = 4; // Screens go by quarters.
+    int height = fontMetrics().height() + RoomAroundText;
+    for (int step = 0; step < MostSteps; ++step, ++height) {
+        const double pixels = height * devicePixelRatioF();
+        if (std::abs(pixels - std::round(pixels)) < 0.01) {
+            break;
+        }
+    }
+    verticalHeader()->setDefaultSectionSize(height);
+}
+
+void GridView::SetHeadToolTip(const QString& text) {
+    horizontalHeader()->setToolTip(text);
 }
 
 void GridView::SetRows(ListRows rows) {
@@ -161,6 +184,11 @@ bool GridView::eventFilter(QObject* watched, QEvent* event) {
     if (watched != horizontalHeader()->viewport()) {
         return QTableView::eventFilter(watched, event);
     }
+    if (event->type() == QEvent::ToolTip) {
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), horizontalHeader()->toolTip(),
+                           horizontalHeader()->viewport());
+        return true;
+    }
     if (event->type() == QEvent::MouseButtonPress) {
         Press(*static_cast<QMouseEvent*>(event), 0);
     } else if (event->type() == QEvent::MouseButtonRelease) {
@@ -255,6 +283,34 @@ void GridView::focusInEvent(QFocusEvent* event) {
 void GridView::focusOutEvent(QFocusEvent* event) {
     QTableView::focusOutEvent(event);
     viewport()->update();
+}
+
+void GridView::showEvent(QShowEvent* event) {
+    SetRowHeight(); // The screen is known only now.
+    QTableView::showEvent(event);
+}
+
+void GridView::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange) {
+        SetRowHeight();
+    }
+}
+
+void GridView::paintEvent(QPaintEvent* event) {
+    const int end = horizontalHeader()->length() - horizontalHeader()->offset();
+    if (end < viewport()->width() && m_model.rowCount() > 0) {
+        QPainter painter(viewport());
+        const int height = verticalHeader()->defaultSectionSize();
+        for (int row = TopRow(); row <= m_model.rowCount(); ++row) {
+            const QRect rest(end, rowViewportPosition(row - 1), viewport()->width() - end, height);
+            if (rest.top() > viewport()->height()) {
+                break;
+            }
+            m_painter->PaintRest(painter, rest, row, palette());
+        }
+    }
+    QTableView::paintEvent(event);
 }
 
 void GridView::ScrollByNotch(int delta) {

@@ -15,6 +15,8 @@
 
 namespace quavernet {
 
+class RowPainter;
+
 class GridView : public QTableView, private SelectionView {
     Q_OBJECT
 public:
@@ -36,6 +38,8 @@ public:
 
     /// The row under the mouse from 1; the place below the last row counts as Rows().
     std::int32_t MouseRow(const QPoint& position) const;
+
+    void SetHeadToolTip(const QString& text);
 
     /// One notch of the wheel: up for a positive delta or none.
     void ScrollByNotch(int delta);
@@ -65,6 +69,9 @@ protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     bool viewportEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -82,11 +89,13 @@ private:
     bool MoveByLetter(const QKeyEvent& event);
     void ShowMovedRow();
     std::int32_t RowsInView() const;
+    void SetRowHeight();
 
     ListModel m_model;
     GridSelection m_selection;
     TypedText m_typed;
     QElapsedTimer m_clock; ///< Of the typing.
+    RowPainter* m_painter = nullptr;
     QPoint m_pressPosition;
     bool m_takesFiles = false; ///< The drag that has entered has local files.
 };

@@ -82,6 +82,7 @@ void ListController::LoadHeaders() {
         format.remove(0, 1);
     }
     m_pane.Grid.Model().SetHeaders(format.split(u'|'));
+    m_pane.Grid.SetHeadToolTip(ToQString(LoadResString(830)));
 }
 
 void ListController::ShowTotals() {

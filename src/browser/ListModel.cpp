@@ -4,6 +4,17 @@
 
 namespace quavernet {
 
+namespace {
+
+// Texts on the left, numbers on the right, and their heads above them.
+QVariant AlignmentOf(int column) {
+    const auto at = static_cast<ListColumn>(column);
+    const bool isNumber = at == ListColumn::Length || at == ListColumn::Size || at == ListColumn::Quality;
+    return QVariant((isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+}
+
+} // namespace
+
 void ListModel::SetRows(ListRows rows) {
     beginResetModel();
     m_rows = std::move(rows);
@@ -35,7 +46,7 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
             m_rows.Text(static_cast<std::size_t>(index.row()) + 1, static_cast<ListColumn>(index.column())));
     }
     if (role == Qt::TextAlignmentRole) {
-        return QVariant(Qt::AlignLeft | Qt::AlignVCenter);
+        return AlignmentOf(index.column());
     }
     return {};
 }
@@ -48,7 +59,7 @@ QVariant ListModel::headerData(int section, Qt::Orientation orientation, int rol
         return m_headers.value(section);
     }
     if (role == Qt::TextAlignmentRole) {
-        return QVariant(Qt::AlignLeft | Qt::AlignVCenter);
+        return AlignmentOf(section);
     }
     return {};
 }

@@ -247,7 +247,7 @@ void frmCovers::PlaceControls() {
     m_ui->lstAlbums->setGeometry(0, gap, listWidth, m_ui->lstAlbums->height());
     m_ui->SSTab1->move(listWidth + gap, gap);
     QPushButton& close = *m_ui->cmdClose;
-    const int caption = close.fontMetrics().horizontalAdvance(close.text()) + 2 * gap;
+    const int caption = close.fontMetrics().horizontalAdvance(close.text()) + 3 * gap;
     close.resize(std::max(ToPixels(RightOfClose - Gap), caption), close.height());
     close.move(width() - std::max(ToPixels(RightOfClose), close.width() + gap),
                m_ui->SSTab1->geometry().bottom() + 1 + gap);

@@ -5,7 +5,6 @@
 #include "app/MainModule.h"
 #include "app/TextNumbers.h"
 #include "widgets/Pictures.h"
-#include "widgets/Twips.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -18,6 +17,28 @@
 namespace quavernet {
 
 namespace {
+
+/// The splitter: a bare gap, until the mouse or the keyboard is on it.
+class Splitter : public QWidget {
+public:
+    explicit Splitter(QWidget* parent) : QWidget(parent) {
+        setObjectName(QStringLiteral("lblSizer"));
+        setCursor(Qt::SplitHCursor);
+        setFocusPolicy(Qt::TabFocus);
+        setAttribute(Qt::WA_Hover);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        if (!hasFocus() && !underMouse()) {
+            return;
+        }
+        QPainter painter(this);
+        painter.fillRect(
+            rect().adjusted(width() / 2 - 1, 0, -(width() - 1) / 2, 0), // Two pixels in the middle.
+            palette().color(hasFocus() ? QPalette::Highlight : QPalette::Mid));
+    }
+};
 
 /// A pane that draws a line around the control in it that has the keyboard.
 class PaneFrame : public QFrame {
@@ -44,7 +65,6 @@ MainPanes::MainPanes(QWidget* parent, DragState& drag) : QWidget(parent) {
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     m_filter = new FilterRow(this);
-    m_filter->setFixedHeight(ToPixels(PaneLayout::StripHeight));
     m_client = new QWidget(this);
     m_client->setMouseTracking(true);
     column->addWidget(m_filter);
@@ -54,6 +74,7 @@ MainPanes::MainPanes(QWidget* parent, DragState& drag) : QWidget(parent) {
     m_placement = std::make_unique<PaneLayout>(PlacedControls{*m_client, *m_toolbar, *m_filter, *m_play,
                                                               *m_randomize, *m_frame1, *m_frame3, *m_sizer,
                                                               *m_letters, *m_grid, *m_tree, *m_status});
+    ApplyScale();
     for (QObject* watched :
          {static_cast<QObject*>(m_toolbar), static_cast<QObject*>(m_frame1), static_cast<QObject*>(m_sizer),
           static_cast<QObject*>(m_client), static_cast<QObject*>(m_grid), static_cast<QObject*>(m_tree)}) {
@@ -84,6 +105,7 @@ void MainPanes::OrderTabs() {
     for (QPushButton* button : m_grid->viewport()->findChildren<QPushButton*>()) {
         stops.push_back(button); // What an empty list offers.
     }
+    stops.push_back(m_sizer);
     stops.push_back(m_tree);
     for (QWidget* next : stops) {
         setTabOrder(last, next);
@@ -119,9 +141,7 @@ void MainPanes::BuildFrames(DragState& drag) {
     m_frame1->setMouseTracking(true);
     m_letters = new LetterRow(m_frame1);
     m_grid = new GridView(m_frame1, drag);
-    m_sizer = new QWidget(m_client);
-    m_sizer->setObjectName(QStringLiteral("lblSizer"));
-    m_sizer->setCursor(Qt::SplitHCursor);
+    m_sizer = new Splitter(m_client);
     m_status = new MainStatusBar(m_client);
     m_status->ProgressBar().raise();
     connect(m_letters, &LetterRow::MouseMoved, this, &MainPanes::PlayButtonsAtRest);
@@ -140,11 +160,9 @@ void MainPanes::LoadStrings() {
 }
 
 void MainPanes::LoadAccessibleNames() {
-    const std::pair<QWidget*, int> names[] = {{m_play, 595},
-                                              {m_randomize, 596},
-                                              {m_grid, 370},
-                                              {m_tree, Texts::TreeRoot},
-                                              {&m_status->ProgressBar(), 372}};
+    const std::pair<QWidget*, int> names[] = {{m_play, 595},  {m_randomize, 596},
+                                              {m_grid, 370},  {m_tree, Texts::TreeRoot},
+                                              {m_sizer, 831}, {&m_status->ProgressBar(), 372}};
     for (const auto& [widget, text] : names) {
         widget->setAccessibleName(ToQString(LoadResString(text)));
     }
@@ -153,6 +171,23 @@ void MainPanes::LoadAccessibleNames() {
 void MainPanes::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     m_placement->Form_Resize();
+}
+
+void MainPanes::ApplyScale() {
+    const double scale = m_placement->Scale();
+    m_filter->setFixedHeight(m_placement->StripPixels());
+    m_toolbar->SetScale(scale);
+    m_play->SetScale(scale);
+    m_randomize->SetScale(scale);
+}
+
+void MainPanes::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange && m_placement) {
+        ApplyScale();
+        m_placement->SizeFilterRow();
+        m_placement->Form_Resize();
+    }
 }
 
 void MainPanes::PlayButtonsAtRest() {
@@ -166,8 +201,9 @@ void MainPanes::mouseMoveEvent(QMouseEvent*) {
 
 bool MainPanes::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_sizer) {
-        m_placement->SplitterEvent(*event);
-    } else if (watched == m_client && event->type() == QEvent::Resize) {
+        return m_placement->SplitterEvent(*event);
+    }
+    if (watched == m_client && event->type() == QEvent::Resize) {
         m_placement->Form_Resize();
     } else if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
         m_frame1->update();

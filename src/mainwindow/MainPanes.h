@@ -40,6 +40,7 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -48,6 +49,7 @@ private:
     void BuildFrames(DragState& drag);
     void OrderTabs();
     void LoadAccessibleNames();
+    void ApplyScale();
     void PlayButtonsAtRest();
 
     QWidget* m_client;

@@ -2,7 +2,6 @@
 
 #include "adapters/qt/QtText.h"
 #include "browser/FilterEvents.h"
-#include "widgets/Twips.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -15,7 +14,6 @@ namespace quavernet {
 
 namespace {
 constexpr int FrameTimeMs = 50; // Painting takes time away from a scan.
-constexpr int ProgressPanelTwips = 1740;
 constexpr int PaddingPx = 5;
 } // namespace
 
@@ -59,6 +57,11 @@ void MainStatusBar::mouseMoveEvent(QMouseEvent*) {
     }
 }
 
+void MainStatusBar::SetProgressPanel(int width) {
+    m_progressPanel = width;
+    update();
+}
+
 void MainStatusBar::SetProgress(float value) {
     m_progress = value;
     if (static_cast<int>(value) == m_bar->value()) {
@@ -90,7 +93,7 @@ std::array<QRect, 6> MainStatusBar::PanelRects() const {
     // A running scan has its times in the same panels.
     std::array<int, 5> widths{
         room({"100000 Dateien / (999.999,99 MB)"}), room({"100000 Interpreten", "verbl.: 00:00:00"}),
-        room({"100000 Tracks", "Time: 00:00:00"}), room({"100000 Albums"}), ToPixels(ProgressPanelTwips)};
+        room({"100000 Tracks", "Time: 00:00:00"}), room({"100000 Albums"}), m_progressPanel};
     // In a narrow window the counters give up what their texts leave free until the first panel has a third.
     int missing = width() / 3 - (width() - std::accumulate(widths.begin(), widths.end(), 0));
     for (std::size_t i = 0; i < 4 && missing > 0; ++i) {

@@ -30,6 +30,8 @@ public:
     void SetProgress(float value);
     float Progress() const { return m_progress; }
     QProgressBar& ProgressBar() { return *m_bar; }
+    /// Width of the last panel, in pixels.
+    void SetProgressPanel(int width);
 
     /// Where the panels stand, in their order.
     std::array<QRect, 6> PanelRects() const;
@@ -48,6 +50,7 @@ private:
     QTimer m_paintTimer;
     QElapsedTimer m_sinceBarPaint;
     float m_progress = 0;
+    int m_progressPanel = 0;
 };
 
 } // namespace quavernet

@@ -27,16 +27,25 @@ constexpr std::array<ToolbarEntry, 7> ToolbarTable{{{"scan", 597},
                                                     {"top", 602},
                                                     {"date", 603}}};
 
-/// Pixels. All buttons find room before the first filter; one that doesn't would not be seen.
+/// Pixels, at the scale 1. All buttons find room before the first filter; one that doesn't would not be seen.
 constexpr int ButtonWidth = 26;
+constexpr int IconSide = 20;
 
 } // namespace
 
 MainToolbar::MainToolbar(QWidget* parent) : QToolBar(parent) {
     setObjectName(QStringLiteral("Toolbar1"));
-    setIconSize(QSize(20, 20));
+    SetScale(1);
     setMouseTracking(true);
     Pack();
+}
+
+void MainToolbar::SetScale(double scale) {
+    m_scale = scale;
+    setIconSize(QSize(IconSide, IconSide) * scale);
+    for (QAction* button : actions()) {
+        widgetForAction(button)->setFixedWidth(static_cast<int>(ButtonWidth * m_scale));
+    }
 }
 
 // The buttons stand without gaps, whatever a style would put between them.
@@ -69,7 +78,7 @@ void MainToolbar::Build(const CommandRegistry& commands) {
         QAction* button = addAction(Picture(entry.Key), QString());
         button->setObjectName(QLatin1String(entry.Key));
         widgetForAction(button)->setFocusPolicy(Qt::TabFocus);
-        widgetForAction(button)->setFixedWidth(ButtonWidth);
+        widgetForAction(button)->setFixedWidth(static_cast<int>(ButtonWidth * m_scale));
         connect(button, &QAction::triggered, this, [&commands, key = entry.Key] { commands.Run(key); });
     }
 }

@@ -23,6 +23,9 @@ public:
     void Build(const CommandRegistry& commands);
 
     /// Null if the command does not exist.
+    /// How many times larger than usual icons and buttons are.
+    void SetScale(double scale);
+
     QAction* Button(std::string_view key) const;
 
     void LoadStrings();
@@ -32,6 +35,8 @@ protected:
 
 private:
     void Pack();
+
+    double m_scale = 1;
 };
 
 } // namespace quavernet

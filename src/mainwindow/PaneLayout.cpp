@@ -24,11 +24,11 @@ constexpr int LetterTop = 60;
 constexpr int LetterHeight = 390;
 constexpr int GridTop = 510;
 constexpr int ProgressHeight = 150;
+constexpr int ProgressPanel = 1740; ///< The last panel, under the progress bar.
 
-QRect Pixels(const ControlBox& box) {
-    return QRect(ToPixels(static_cast<double>(box.Left)), ToPixels(static_cast<double>(box.Top)),
-                 ToPixels(static_cast<double>(box.Width)), ToPixels(static_cast<double>(box.Height)));
-}
+constexpr int GapPixels = 4;          ///< Between the panes.
+constexpr int HoldPixels = 3;         ///< To either side of it, over the margins of the panes.
+constexpr std::int32_t KeyStep = 150; ///< By which an arrow key moves the splitter.
 
 } // namespace
 
@@ -41,23 +41,44 @@ PaneLayout::PaneLayout(const PlacedControls& controls) : m_controls(controls) {
     m_layout.ProgressBar = {0, 0, 1650, ProgressHeight};
 }
 
+double PaneLayout::Scale() const {
+    return mainModule.ScreenResolution == "800x600" ? 1 : TwipScale(m_controls.Client.font());
+}
+
+int PaneLayout::StripPixels() const {
+    return ToPixels(StripHeight * Scale());
+}
+
+int PaneLayout::Pixels(std::int64_t twips) const {
+    return ToPixels(static_cast<double>(twips) * m_scale);
+}
+
+std::int32_t PaneLayout::Twips(int pixels) const {
+    return ToTwips(pixels, m_scale);
+}
+
+QRect PaneLayout::Place(const ControlBox& box) const {
+    return QRect(Pixels(box.Left), Pixels(box.Top), Pixels(box.Width), Pixels(box.Height));
+}
+
 void PaneLayout::FitFilterRow() {
     if (mainModule.ScreenResolution != "800x600") {
         const int afterSearch = !m_controls.Play.isHidden() ? 650 + 300 + 300 : 600;
-        quavernet::FitFilterRow(m_layout, ToTwips(m_controls.Filter.width()) - FilterMargin, afterSearch);
+        quavernet::FitFilterRow(m_layout, Twips(m_controls.Filter.width()) - FilterMargin, afterSearch);
     }
 }
 
-double PaneLayout::LeastUsefulWidth() const {
-    return static_cast<double>(LeastFilterRow(m_layout) + FilterMargin);
+int PaneLayout::LeastUsefulPixels() const {
+    return Pixels(LeastFilterRow(m_layout) + FilterMargin);
 }
 
 void PaneLayout::SizeFilterRow() {
-    m_layout.chkInterpret.Width = ToTwips(m_controls.Filter.chkInterpret().sizeHint().width());
-    m_layout.chkTitle.Width = ToTwips(m_controls.Filter.chkTitle().sizeHint().width());
+    m_scale = Scale();
+    m_layout.chkInterpret.Width = Twips(m_controls.Filter.chkInterpret().sizeHint().width());
+    m_layout.chkTitle.Width = Twips(m_controls.Filter.chkTitle().sizeHint().width());
     m_layout.cmdSearch.Width = 600;
     m_layout.cmdPlay.Width = m_layout.cmdRandomize.Width = 300;
-    const int height = ToTwips(m_controls.Filter.txtSearch().sizeHint().height());
+    const int height = Twips(m_controls.Filter.txtSearch().sizeHint().height());
     for (ControlBox* box : {&m_layout.cboDrive, &m_layout.cboGenre, &m_layout.cboAlbum,
                             &m_layout.chkInterpret, &m_layout.chkTitle, &m_layout.txtSearch,
                             &m_layout.cmdSearch, &m_layout.cmdPlay, &m_layout.cmdRandomize}) {
@@ -84,8 +105,9 @@ void PaneLayout::SetSplitterPos(std::int32_t twips) {
 }
 
 void PaneLayout::ReadLayout() {
-    m_layout.ScaleWidth = ToTwips(m_controls.Client.width());
-    m_layout.ScaleHeight = ToTwips(m_controls.Client.height());
+    m_scale = Scale();
+    m_layout.ScaleWidth = Twips(m_controls.Client.width());
+    m_layout.ScaleHeight = Twips(m_controls.Client.height());
 }
 
 void PaneLayout::Form_Resize() {
@@ -116,27 +138,40 @@ void PaneLayout::ApplyLayout() {
         {&m_controls.Status.ProgressBar(), &m_layout.ProgressBar},
     };
     for (const auto& [widget, box] : places) {
-        widget->setGeometry(Pixels(*box));
+        widget->setGeometry(Place(*box));
     }
-    m_controls.Sizer.setGeometry(ToPixels(static_cast<double>(m_layout.lblSizer.Left)), ToPixels(PaneTop), 4,
-                                 m_controls.Frame1.height());
-    m_controls.Letters.setGeometry(m_controls.Grid.x(), ToPixels(LetterTop), m_controls.Grid.width(),
-                                   ToPixels(LetterHeight));
-    const int statusHeight = ToPixels(StatusHeight);
+    // The splitter reaches over the gap that it stands for, so that it is easily caught.
+    m_controls.Sizer.setGeometry(Pixels(m_layout.lblSizer.Left) - HoldPixels, Pixels(PaneTop),
+                                 GapPixels + 2 * HoldPixels, m_controls.Frame1.height());
+    m_controls.Letters.setGeometry(m_controls.Grid.x(), Pixels(LetterTop), m_controls.Grid.width(),
+                                   Pixels(LetterHeight));
+    m_controls.Status.SetProgressPanel(Pixels(ProgressPanel));
+    const int statusHeight = Pixels(StatusHeight);
     m_controls.Status.setGeometry(0, m_controls.Client.height() - statusHeight, m_controls.Client.width(),
                                   statusHeight);
-    m_controls.Toolbar.setGeometry(ToPixels(60), 0, ToPixels(2880 - 60), m_controls.Filter.height());
+    m_controls.Toolbar.setGeometry(Pixels(60), 0, Pixels(2880 - 60), m_controls.Filter.height());
 }
 
-void PaneLayout::SplitterEvent(QEvent& event) {
+void PaneLayout::MoveSplitter(std::int32_t distance) {
+    ReadLayout();
+    DragSplitter(m_layout, distance);
+    ApplyLayout();
+}
+
+bool PaneLayout::SplitterEvent(QEvent& event) {
     if (event.type() == QEvent::MouseButtonPress) {
         m_dragOrigin = static_cast<QMouseEvent&>(event).pos().x();
     } else if (event.type() == QEvent::MouseMove &&
                static_cast<QMouseEvent&>(event).buttons().testFlag(Qt::LeftButton)) {
-        ReadLayout();
-        DragSplitter(m_layout, ToTwips(static_cast<QMouseEvent&>(event).pos().x() - m_dragOrigin));
-        ApplyLayout();
+        MoveSplitter(Twips(static_cast<QMouseEvent&>(event).pos().x() - m_dragOrigin));
+    } else if (event.type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent&>(event).key();
+        if (key == Qt::Key_Left || key == Qt::Key_Right) {
+            MoveSplitter(key == Qt::Key_Left ? -KeyStep : KeyStep);
+            return true;
+        }
     }
+    return false;
 }
 
 } // namespace quavernet

@@ -4,6 +4,8 @@
 
 #include "mainwindow/MainLayout.h"
 
+#include <QRect>
+
 #include <cstdint>
 
 class QEvent;
@@ -46,19 +48,29 @@ public:
     /// Takes the sizes of the filter row's controls from their texts and fonts.
     void SizeFilterRow();
 
-    /// Twips, of the window: the filter row is whole up to its button.
-    double LeastUsefulWidth() const;
+    /// Of the window: the filter row is whole up to its button.
+    int LeastUsefulPixels() const;
 
-    /// Mouse events of the splitter.
-    void SplitterEvent(QEvent& event);
+    /// Height of the strip in pixels, and how many times larger than 15 to a pixel the twips are in this
+    /// window: they grow with its font, but not on a small screen, whose layout is packed.
+    int StripPixels() const;
+    double Scale() const;
+
+    /// Mouse and key events of the splitter. True if a key was one of its own.
+    bool SplitterEvent(QEvent& event);
 
 private:
     void FitFilterRow();
     void ReadLayout();
     void ApplyLayout();
+    void MoveSplitter(std::int32_t distance);
+    int Pixels(std::int64_t twips) const;
+    std::int32_t Twips(int pixels) const;
+    QRect Place(const ControlBox& box) const;
 
     PlacedControls m_controls;
     MainLayout m_layout;
+    double m_scale = 1; ///< As of the last layout.
     int m_dragOrigin = 0;
 };
 

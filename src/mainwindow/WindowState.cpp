@@ -24,12 +24,43 @@ std::int32_t IndexSetting(const std::string& name) {
     return index;
 }
 
+// The normal place of a window that was closed maximised. Its settings are the program's own addition: one
+// that is no number counts as missing.
+void LoadNormalPlace(WindowState& state) {
+    const auto load = [](const char* name, std::int32_t otherwise) {
+        std::int32_t value = otherwise;
+        IgnoreFailure([&] { value = TwipsSetting(name, std::to_string(otherwise)); });
+        return value;
+    };
+    state.Maximised = Setting("WindowMaximised", "0") == "1";
+    if (!state.Maximised) {
+        return;
+    }
+    state.NormalLeft = load("NormalLeft", state.WindowLeft);
+    state.NormalTop = load("NormalTop", state.WindowTop);
+    state.NormalWidth = load("NormalWidth", state.WindowWidth);
+    state.NormalHeight = load("NormalHeight", state.WindowHeight);
+}
+
 void SaveNumber(const std::string& name, std::int32_t value) {
     SaveSetting(name, std::to_string(value));
 }
 
 void SaveFlag(const std::string& name, bool value) {
     SaveSetting(name, value ? "1" : "0");
+}
+
+// Nothing is written of a window that has never been maximised.
+void SaveNormalPlace(const WindowState& state) {
+    if (state.Maximised) {
+        SaveNumber("NormalLeft", state.NormalLeft);
+        SaveNumber("NormalTop", state.NormalTop);
+        SaveNumber("NormalWidth", state.NormalWidth);
+        SaveNumber("NormalHeight", state.NormalHeight);
+    }
+    if (state.Maximised || !Setting("WindowMaximised", "").empty()) {
+        SaveFlag("WindowMaximised", state.Maximised);
+    }
 }
 
 std::string ColumnName(std::size_t column) {
@@ -82,6 +113,7 @@ WindowState LoadWindowState(const std::string& screenResolution) {
     state.SearchTitle = Setting("SearchTitle", "1") == "1";
     state.SearchInterpret = Setting("SearchInterpret", "1") == "1";
     LoadMenuChecks(state);
+    LoadNormalPlace(state);
     return state;
 }
 
@@ -110,6 +142,7 @@ void SaveWindowState(const WindowState& state) {
     SaveFlag("AddToPlaylist", state.AddToPlaylist);
     SaveFlag("ScanLog", state.ScanLog);
     SaveFlag("LoadOverSearch", state.LoadOverSearch);
+    SaveNormalPlace(state);
 }
 
 std::int32_t ExistingIndex(std::int32_t storedIndex, std::int32_t entryCount) {

@@ -18,6 +18,13 @@ struct WindowState {
     std::int32_t WindowWidth = 15000;
     std::int32_t WindowHeight = 11000;
     std::int32_t SplitterPos = 2835; ///< Left edge of lblSizer.
+    /// The place that a maximised window goes back to; its own is in the four above.
+    bool Maximised = false;
+    std::int32_t NormalLeft = 180;
+    std::int32_t NormalTop = 255;
+    std::int32_t NormalWidth = 15000;
+    std::int32_t NormalHeight = 11000;
+
     ColumnWidths ColWidth = {3000, 3000, 1000, 1000, 1500, 1000};
     bool GridLines = false; ///< For saving: both grid line menu items are checked.
 

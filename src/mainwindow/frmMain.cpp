@@ -19,6 +19,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMimeData>
+#include <QScreen>
 
 #include <algorithm>
 
@@ -33,6 +34,9 @@ constexpr int CloseAgainMs = 100;
 /// one.
 constexpr QSize LeastShown(120, 80);
 
+/// Pixels that a window manager may add to the right of the window and above it.
+constexpr QPoint Frame(10, 35);
+
 void SetComboIndex(QComboBox& combo, std::int32_t stored) {
     combo.setCurrentIndex(ExistingIndex(stored, combo.count()));
 }
@@ -44,6 +48,7 @@ frmMain::frmMain(PlayerWindow& player) {
     setWindowIcon(Picture("quavernet"));
     setMouseTracking(true);
     setAcceptDrops(true);
+    setAttribute(Qt::WA_AlwaysShowToolTips); // Also while the scan log is in front.
     m_parts = std::make_unique<MainParts>(
         *this, player, [this](ControlMode mode) { SetControlState(mode); }, [this] { LoadStrings(); });
     new HelpKey(this);
@@ -90,18 +95,32 @@ void frmMain::Form_Load() {
 }
 
 void frmMain::PlaceWindow(const WindowState& state) {
-    move(ToPixels(state.WindowLeft), ToPixels(state.WindowTop));
-    resize(QSize(ToPixels(state.WindowWidth), ToPixels(state.WindowHeight)).expandedTo(LeastShown));
+    m_loaded = state;
+    const std::int32_t left = state.Maximised ? state.NormalLeft : state.WindowLeft;
+    const std::int32_t top = state.Maximised ? state.NormalTop : state.WindowTop;
+    const std::int32_t width = state.Maximised ? state.NormalWidth : state.WindowWidth;
+    const std::int32_t height = state.Maximised ? state.NormalHeight : state.WindowHeight;
+    move(ToPixels(left), ToPixels(top));
+    // A larger font needs a larger window, but none that ends off the screen; what is stored is not cut.
+    const double scale = m_parts->Panes.Placement().Scale();
+    const QSize stored(ToPixels(width), ToPixels(height));
+    const QSize grown(ToPixels(width * scale), ToPixels(height * scale));
+    const QRect free(pos(), screen()->availableGeometry().bottomRight() - Frame);
+    m_placedSize = grown.boundedTo(free.size().expandedTo(stored));
+    resize(m_placedSize.expandedTo(LeastShown));
     if (mainModule.ScreenResolution == "800x600") {
         m_parts->Panes.Placement().PackForSmallScreen();
     }
     m_parts->Panes.Placement().SetSplitterPos(state.SplitterPos);
     LimitShrinking();
+    if (state.Maximised) {
+        setWindowState(windowState() | Qt::WindowMaximized);
+    }
 }
 
 // From here on nobody makes the window narrower than the search needs. A stored width is taken as it is.
 void frmMain::LimitShrinking() {
-    setMinimumWidth(std::min(width(), ToPixels(m_parts->Panes.Placement().LeastUsefulWidth())));
+    setMinimumWidth(std::min(width(), m_parts->Panes.Placement().LeastUsefulPixels()));
 }
 
 void frmMain::RestoreGrid(const WindowState& state) {
@@ -187,22 +206,58 @@ void frmMain::SetControlState(ControlMode mode) {
     }
 }
 
+// A tenth more than the twips say: for the padding of the cells and the arrow in the head.
+double frmMain::ColumnScale() const {
+    constexpr double RoomAroundText = 1.1;
+    return m_parts->Panes.Placement().Scale() * RoomAroundText;
+}
+
 void frmMain::SetColumnWidths(const ColumnWidths& widths) {
+    m_loaded.ColWidth = widths;
     for (std::size_t column = 0; column < widths.size(); ++column) {
-        m_parts->Panes.Grid().setColumnWidth(static_cast<int>(column), ToPixels(widths[column]));
+        m_parts->Panes.Grid().setColumnWidth(static_cast<int>(column),
+                                             ToPixels(widths[column] * ColumnScale()));
+    }
+}
+
+// Sizes that nobody has changed are stored as they were, whatever pixels they have come to.
+void frmMain::ReadPlace(WindowState& state) const {
+    const double scale = m_parts->Panes.Placement().Scale();
+    state.Maximised = isMaximized();
+    state.WindowLeft = ToTwips(x());
+    state.WindowTop = ToTwips(y());
+    state.WindowWidth = ToTwips(width(), scale);
+    state.WindowHeight = ToTwips(height(), scale);
+    const bool sameSize = (state.Maximised ? normalGeometry() : geometry()).size() == m_placedSize;
+    const bool normalKept = m_loaded.Maximised && !m_wasNormal;
+    if (state.Maximised && normalKept) {
+        state.NormalLeft = m_loaded.NormalLeft;
+        state.NormalTop = m_loaded.NormalTop;
+    } else if (state.Maximised) {
+        const QPoint frame = geometry().topLeft() - pos();
+        state.NormalLeft = ToTwips(normalGeometry().x() - frame.x());
+        state.NormalTop = ToTwips(normalGeometry().y() - frame.y());
+    }
+    const std::int32_t loadedWidth = m_loaded.Maximised ? m_loaded.NormalWidth : m_loaded.WindowWidth;
+    const std::int32_t loadedHeight = m_loaded.Maximised ? m_loaded.NormalHeight : m_loaded.WindowHeight;
+    state.NormalWidth = sameSize ? loadedWidth : ToTwips(normalGeometry().width(), scale);
+    state.NormalHeight = sameSize ? loadedHeight : ToTwips(normalGeometry().height(), scale);
+    if (!state.Maximised && sameSize) {
+        state.WindowWidth = loadedWidth;
+        state.WindowHeight = loadedHeight;
+    }
+    for (std::size_t column = 0; column < state.ColWidth.size(); ++column) {
+        const int width = m_parts->Panes.Grid().columnWidth(static_cast<int>(column));
+        const std::int32_t loaded = m_loaded.ColWidth[column];
+        state.ColWidth[column] =
+            width == ToPixels(loaded * ColumnScale()) ? loaded : ToTwips(width, ColumnScale());
     }
 }
 
 WindowState frmMain::CurrentState() const {
     WindowState state;
-    state.WindowLeft = ToTwips(x());
-    state.WindowTop = ToTwips(y());
-    state.WindowWidth = ToTwips(width());
-    state.WindowHeight = ToTwips(height());
+    ReadPlace(state);
     state.SplitterPos = m_parts->Panes.Placement().SplitterPos();
-    for (std::size_t column = 0; column < state.ColWidth.size(); ++column) {
-        state.ColWidth[column] = ToTwips(m_parts->Panes.Grid().columnWidth(static_cast<int>(column)));
-    }
     state.GridLines =
         m_parts->Named.Checked("mnuShowGridlines") && m_parts->Named.Checked("mnuKontextShowGridlines");
     FilterRow& filter = m_parts->Panes.Filter();
@@ -233,7 +288,7 @@ bool frmMain::Form_QueryUnload() {
         return false;
     }
     if (isMinimized()) {
-        showNormal(); // So that real sizes are stored.
+        setWindowState(windowState() & ~Qt::WindowMinimized); // So that real sizes are stored.
     }
     return true;
 }
@@ -273,6 +328,13 @@ void frmMain::AfterLoadTimer_Timer() {
 void frmMain::UnloadSplash() {
     if (auto* splash = findChild<QWidget*>(QStringLiteral("frmSplash"))) {
         splash->close();
+    }
+}
+
+void frmMain::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange && !isMaximized() && !isMinimized()) {
+        m_wasNormal = true;
     }
 }
 

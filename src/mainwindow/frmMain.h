@@ -6,6 +6,7 @@
 #include "mainwindow/WindowState.h"
 
 #include <QMainWindow>
+#include <QSize>
 #include <QTimer>
 
 #include <memory>
@@ -45,6 +46,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -63,9 +65,14 @@ private:
     void RestoreChecks(const WindowState& state);
     WindowState CurrentState() const;
     void SetColumnWidths(const ColumnWidths& widths);
+    void ReadPlace(WindowState& state) const;
+    double ColumnScale() const;
 
     std::unique_ptr<MainParts> m_parts;
     QTimer m_afterLoadTimer;
+    WindowState m_loaded; ///< As the window was placed, and the size in pixels that came of it.
+    QSize m_placedSize;
+    bool m_wasNormal = false; ///< It has been neither maximised nor minimised since.
 };
 
 } // namespace quavernet

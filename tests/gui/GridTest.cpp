@@ -1,5 +1,6 @@
 #include "gui/GuiTest.h"
 
+#include "browser/GridPaint.h"
 #include "support/ScriptedPlayer.h"
 
 #include <QClipboard>
@@ -188,6 +189,105 @@ TEST_F(GridTest, TheToolTipIsTheFilesNameOnDisk) {
     QHelpEvent help(QEvent::ToolTip, place, Grid().viewport()->mapToGlobal(place));
     QCoreApplication::sendEvent(Grid().viewport(), &help);
     EXPECT_EQ(FromQString(QToolTip::text()), "Title 101.mp3");
+}
+
+TEST_F(GridTest, TheHeadHasAToolTipOfItsOwn) {
+    AddFiles(2);
+    Start();
+    for (const auto& [item, text] : {std::pair("mnuViewLanguageGER", "Doppelklick sortiert"),
+                                     std::pair("mnuViewLanguageENG", "Double-click sorts")}) {
+        Action(item).trigger();
+        MoveMouse(CellCentre(2));
+        QWidget& head = *Grid().horizontalHeader()->viewport();
+        const QPoint place(20, head.height() / 2);
+        QHelpEvent help(QEvent::ToolTip, place, head.mapToGlobal(place));
+        QCoreApplication::sendEvent(&head, &help);
+        EXPECT_EQ(FromQString(QToolTip::text()), text);
+    }
+}
+
+TEST_F(GridTest, NumbersAndTheirHeadsAreOnTheRightTextsOnTheLeft) {
+    AddFiles(1);
+    Start();
+    for (int column = 0; column < ListColumnCount; ++column) {
+        const bool isNumber = column >= 2 && column <= 4;
+        const int expected = (isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
+        EXPECT_EQ(Grid().model()->index(0, column).data(Qt::TextAlignmentRole).toInt(), expected) << column;
+        EXPECT_EQ(Grid().model()->headerData(column, Qt::Horizontal, Qt::TextAlignmentRole).toInt(),
+                  expected);
+    }
+}
+
+TEST_F(GridTest, TheSortArrowNeverCoversTheHeadsText) {
+    AddFiles(1);
+    Start();
+    const auto& head = static_cast<const ArrowHeader&>(*Grid().horizontalHeader());
+    for (const int column : {0, 4}) {
+        Grid().Model().SetSortArrow(-1, true);
+        const QRect section(head.sectionViewportPosition(column), 0, head.sectionSize(column), head.height());
+        const QImage bare = Grid().horizontalHeader()->grab(section).toImage();
+        Grid().Model().SetSortArrow(column, true);
+        const QImage arrow = Grid().horizontalHeader()->grab(section).toImage();
+        // The arrow is where nothing else is: its part of the section has no text without it.
+        const int textEnd = head.TextRect(QRect(QPoint(), section.size()), column).right() + 1;
+        bool isDrawn = false;
+        for (int x = textEnd; x < bare.width(); ++x) {
+            for (int y = 0; y < bare.height(); ++y) {
+                isDrawn = isDrawn || arrow.pixel(x, y) != bare.pixel(x, y);
+            }
+        }
+        EXPECT_TRUE(isDrawn) << column;
+        EXPECT_LE(head.fontMetrics().horizontalAdvance(
+                      Grid().model()->headerData(column, Qt::Horizontal).toString()),
+                  textEnd);
+    }
+}
+
+TEST_F(GridTest, HeadTintAndSelectionReachTheRightEdgeOfTheList) {
+    AddFiles(3);
+    Start();
+    for (int column = 0; column < ListColumnCount; ++column) {
+        Grid().setColumnWidth(column, 60);
+    }
+    ClickRow(1);
+    QHeaderView& head = *Grid().horizontalHeader();
+    const int right = Grid().viewport()->width() - 5;
+    const QImage heads = head.grab().toImage();
+    const int middle = head.height() / 2;
+    EXPECT_EQ(heads.pixel(right, middle), heads.pixel(head.sectionViewportPosition(5) + 55, middle));
+    const QImage rows = Grid().viewport()->grab().toImage();
+    const auto colorAt = [&](int row, int x) { return rows.pixelColor(x, CellCentre(row).y()); };
+    EXPECT_EQ(colorAt(1, right), Grid().palette().color(QPalette::Highlight));
+    EXPECT_EQ(colorAt(2, right), Grid().palette().color(QPalette::AlternateBase));
+    EXPECT_EQ(colorAt(2, head.sectionViewportPosition(5) + 50), colorAt(2, right));
+    EXPECT_EQ(colorAt(3, right), Grid().palette().color(QPalette::Base));
+}
+
+TEST_F(GridTest, GridLinesAreOnePixelThickAndEquallyFarApart) {
+    AddFiles(20);
+    settings.values["GridLines"] = "yes";
+    Start();
+    Grid().setColumnWidth(0, 60);
+    Grid().setColumnWidth(1, 60);
+    Grid().setColumnWidth(5, 200); // Room beside the text.
+    const QImage rows = Grid().viewport()->grab().toImage();
+    const double ratio = rows.devicePixelRatio();
+    const int x = static_cast<int>((Grid().columnViewportPosition(5) + 150) * ratio);
+    const int rowHeight = static_cast<int>(std::lround(Grid().rowHeight(0) * ratio));
+    EXPECT_NEAR(Grid().rowHeight(0) * ratio, rowHeight, 0.01) << "whole pixels of the screen";
+    const QColor base = Grid().palette().color(QPalette::Base);
+    const QColor tint = Grid().palette().color(QPalette::AlternateBase);
+    std::vector<int> lines;
+    for (int y = 0; y < rowHeight * 10; ++y) {
+        const QColor color = rows.pixelColor(x, y);
+        if (color != base && color != tint) {
+            lines.push_back(y);
+        }
+    }
+    ASSERT_EQ(lines.size(), 10U);
+    for (std::size_t i = 1; i < lines.size(); ++i) {
+        EXPECT_EQ(lines[i] - lines[i - 1], rowHeight);
+    }
 }
 
 TEST_F(GridTest, ADoubleClickOpensTheFileInTheSystemsPlayerAndCountsIt) {

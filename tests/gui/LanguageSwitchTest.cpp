@@ -283,7 +283,7 @@ TEST_F(LanguageSwitchTest, AllSixColumnsTakeTheirStoredWidthsOrTheirDefaults) {
         Grid().setColumnWidth(column, 33);
     }
     Action("mnuViewLanguageENG").trigger();
-    const int widths[] = {100, 200, 66, 100, 100, 100};
+    const int widths[] = {110, 220, 73, 110, 110, 110};
     for (int column = 0; column < 6; ++column) {
         EXPECT_NEAR(Grid().columnWidth(column), widths[column], 1) << column;
     }

@@ -69,13 +69,31 @@ TEST_F(WindowStateTest, AUserWithoutSettingsGetsTheDefaultsAndNothingIsStored) {
 
 TEST_F(WindowStateTest, SettingsAreReadInTheirOrder) {
     LoadWindowState(Screen);
-    EXPECT_EQ(ordered.reads,
-              (Texts{"WindowLeft",  "WindowTop",       "WindowWidth",    "WindowHeight",  "SplitterPos",
-                     "ColWidth(0)", "ColWidth(1)",     "ColWidth(2)",    "ColWidth(3)",   "ColWidth(4)",
-                     "ColWidth(5)", "GridLines",       "Drive",          "Genre",         "Album",
-                     "SearchTitle", "SearchInterpret", "QuickScan",      "RecursiveScan", "ScanMp3",
-                     "ScanWav",     "ScanOgg",         "ViewMp3",        "ViewWav",       "ViewOgg",
-                     "ScanLog",     "LoadOverSearch",  "ExternalPlayer", "AddToPlaylist"}));
+    EXPECT_EQ(
+        ordered.reads,
+        (Texts{"WindowLeft",  "WindowTop",       "WindowWidth",    "WindowHeight",  "SplitterPos",
+               "ColWidth(0)", "ColWidth(1)",     "ColWidth(2)",    "ColWidth(3)",   "ColWidth(4)",
+               "ColWidth(5)", "GridLines",       "Drive",          "Genre",         "Album",
+               "SearchTitle", "SearchInterpret", "QuickScan",      "RecursiveScan", "ScanMp3",
+               "ScanWav",     "ScanOgg",         "ViewMp3",        "ViewWav",       "ViewOgg",
+               "ScanLog",     "LoadOverSearch",  "ExternalPlayer", "AddToPlaylist", "WindowMaximised"}));
+}
+
+TEST_F(WindowStateTest, TheNormalPlaceOfAMaximisedWindowReadsBackAndHasNoFailures) {
+    WindowState state;
+    state.WindowWidth = 28800;
+    state.Maximised = true;
+    state.NormalLeft = -75;
+    state.NormalTop = 300;
+    state.NormalWidth = 9000;
+    state.NormalHeight = 7500;
+    SaveWindowState(state);
+    EXPECT_EQ(LoadWindowState(Screen), state);
+    ordered.Set("", "", "NormalWidth", "wide");
+    EXPECT_EQ(LoadWindowState(Screen).NormalWidth, 28800);
+    state.Maximised = false;
+    SaveWindowState(state);
+    EXPECT_FALSE(LoadWindowState(Screen).Maximised);
 }
 
 TEST_F(WindowStateTest, SettingsAreWrittenInTheirOrderAndForm) {
