@@ -48,6 +48,16 @@ std::optional<std::size_t> PlaceInList(std::string_view list, std::string_view n
     return place;
 }
 
+std::optional<TieColumns> Ties(std::string_view list) {
+    const auto performer = PlaceInList(list, "I.Interpret");
+    const auto title = PlaceInList(list, "T.Name");
+    const auto file = PlaceInList(list, "F.File_id");
+    if (!performer || !title || !file) {
+        return std::nullopt;
+    }
+    return TieColumns{*performer, *title, *file};
+}
+
 } // namespace
 
 std::optional<OrderedStatement> TakeOrderClause(std::string_view statement) {
@@ -71,12 +81,14 @@ std::optional<OrderedStatement> TakeOrderClause(std::string_view statement) {
         return std::nullopt;
     }
     result.unordered = before.substr(0, before.size() - OrderBy.size());
-    const auto place = PlaceInList(before.substr(Select.size(), from - Select.size()), name);
+    const std::string_view list = before.substr(Select.size(), from - Select.size());
+    const auto place = PlaceInList(list, name);
     if (!place || !IsPlainJoin(result.unordered)) {
         return std::nullopt;
     }
     result.name = name.substr(name.find('.') + 1);
     result.column = *place;
+    result.ties = Ties(list);
     return result;
 }
 

@@ -2,6 +2,8 @@
 // (RowOrder). Asked by the connection for every query.
 #pragma once
 
+#include "adapters/sqlite/TieOrder.h"
+
 #include <cstddef>
 #include <optional>
 #include <string_view>
@@ -14,6 +16,8 @@ struct OrderedStatement {
     std::string_view name;      ///< Of the sort column, without its table.
     std::size_t column = 0;     ///< Its place in the select list.
     bool descending = false;
+    /// By what rows follow that the order leaves equal; nothing unless all of it is selected.
+    std::optional<TieColumns> ties;
 };
 
 /// Nothing unless the select list holds nothing but qualified names, one of which the order clause names,

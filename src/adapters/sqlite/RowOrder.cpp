@@ -1,149 +1,45 @@
 #include "adapters/sqlite/RowOrder.h"
 
-#include "adapters/sqlite/Collation.h"
+#include "adapters/sqlite/ColumnRanks.h"
 #include "adapters/sqlite/SortKeys.h"
 
-#include <algorithm>
 #include <bit>
-#include <functional>
 #include <numeric>
 #include <optional>
-#include <string_view>
 #include <utility>
+#include <vector>
 
 namespace quavernet::sqlite {
 
 namespace {
 
-using Field = ADODB::Field;
-
-std::uint64_t HashOf(const Field& value) {
-    switch (value.GetKind()) {
-    case Field::Kind::Text:
-        return std::hash<std::string_view>()(value.View());
-    case Field::Kind::Null:
-        return 0;
-    default:
-        return std::bit_cast<std::uint64_t>(value.Number()) * 0x9E3779B97F4A7C15u;
-    }
-}
-
-// The very same value; a number in both of its forms counts as two here and as a tie in the order.
-bool IsSame(const Field& left, const Field& right) {
-    if (left.GetKind() != right.GetKind()) {
-        return false;
-    }
-    switch (left.GetKind()) {
-    case Field::Kind::Text:
-        return left.View() == right.View();
-    case Field::Kind::Integer:
-        return left.Integer() == right.Integer();
-    case Field::Kind::Real:
-        return left.Number() == right.Number();
-    case Field::Kind::Null:
-        break;
-    }
-    return true;
-}
-
-/// Each different value of a column once, and for each row which one it holds. A value is kept as the first
-/// row that holds it: a million titles would take ten times the space as fields.
-struct DistinctValues {
-    std::vector<std::uint32_t> firstRows;
-    std::vector<std::uint32_t> valueOfRow;
-
-    DistinctValues(const ADODB::RowBlock& rows, std::size_t column) {
-        struct Slot {
-            std::uint32_t value = ~std::uint32_t{0};
-            std::uint32_t hash = 0;
-
-            bool IsFree() const { return value == ~std::uint32_t{0}; }
-        };
-        std::vector<Slot> table(std::bit_ceil(rows.Rows() * 2 + 1));
-        valueOfRow.reserve(rows.Rows());
-        for (std::size_t row = 0; row < rows.Rows(); ++row) {
-            const Field value = rows.At(row, column);
-            const std::uint64_t hash = HashOf(value);
-            const auto shortHash = static_cast<std::uint32_t>(hash >> 32);
-            std::size_t place = (hash ^ (hash >> 29)) & (table.size() - 1);
-            while (!table[place].IsFree() &&
-                   !(table[place].hash == shortHash &&
-                     IsSame(rows.At(firstRows[table[place].value], column), value))) {
-                place = (place + 1) & (table.size() - 1);
-            }
-            if (table[place].IsFree()) {
-                table[place] = {static_cast<std::uint32_t>(firstRows.size()), shortHash};
-                firstRows.push_back(static_cast<std::uint32_t>(row));
-            }
-            valueOfRow.push_back(table[place].value);
-        }
-    }
-};
-
-int ClassOf(const Field& value) {
-    return value.IsNull() ? 0 : value.GetKind() == Field::Kind::Text ? 2 : 1;
-}
-
-int CompareNumbers(const Field& left, const Field& right) {
-    if (left.GetKind() == Field::Kind::Integer && right.GetKind() == Field::Kind::Integer) {
-        return left.Integer() < right.Integer() ? -1 : left.Integer() > right.Integer() ? 1 : 0;
-    }
-    // Holds every whole number of 64 bits exactly, which a double does not.
-    const auto exact = [](const Field& number) {
-        return number.GetKind() == Field::Kind::Integer ? static_cast<long double>(number.Integer())
-                                                        : static_cast<long double>(number.Number());
-    };
-    return exact(left) < exact(right) ? -1 : exact(left) > exact(right) ? 1 : 0;
-}
-
-int CompareValues(const Field& left, const Field& right) {
-    const int classOfLeft = ClassOf(left);
-    if (const int difference = classOfLeft - ClassOf(right); difference != 0) {
-        return difference;
-    }
-    return classOfLeft == 0   ? 0
-           : classOfLeft == 1 ? CompareNumbers(left, right)
-                              : CompareTexts(left.View(), right.View());
-}
-
-/// For each value its place in the order; equal values share one.
-std::vector<std::uint32_t> RanksOf(const ADODB::RowBlock& rows, std::size_t column,
-                                   const std::vector<std::uint32_t>& firstRows) {
-    const auto field = [&](std::uint32_t value) { return rows.At(firstRows[value], column); };
-    const auto compare = [&](std::uint32_t left, std::uint32_t right) {
-        return CompareValues(field(left), field(right));
-    };
-    std::vector<SortKey> keys;
-    keys.reserve(firstRows.size());
-    for (std::uint32_t value = 0; value < firstRows.size(); ++value) {
-        // Nulls and numbers stand before all texts; among themselves they are compared as they are.
-        const Field first = field(value);
-        const bool isText = first.GetKind() == Field::Kind::Text;
-        keys.push_back(isText ? TextKey(first.View(), value) : SortKey{0, 0, value});
-    }
-    SortByKeys(keys, [&](std::uint32_t left, std::uint32_t right) { return compare(left, right) < 0; });
-    std::vector<std::uint32_t> ranks(keys.size());
-    std::uint32_t rank = 0;
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        rank += i > 0 && (!keys[i].HasSameKey(keys[i - 1]) || compare(keys[i - 1].item, keys[i].item) != 0);
-        ranks[keys[i].item] = rank;
-    }
-    return ranks;
+/// The row at a place of the sequence; without one the rows follow each other as they were read.
+std::uint32_t RowAt(const std::vector<std::uint32_t>& sequence, std::size_t place) {
+    return sequence.empty() ? static_cast<std::uint32_t>(place) : sequence[place];
 }
 
 /// Whole numbers need no comparison at all: they are their own keys.
 std::optional<std::vector<std::uint32_t>> OrderOfIntegers(const ADODB::RowBlock& rows, std::size_t column,
-                                                          bool descending) {
+                                                          bool descending,
+                                                          const std::vector<std::uint32_t>& sequence) {
     constexpr std::uint64_t SignBit = std::uint64_t{1} << 63;
-    std::vector<SortKey> keys;
-    keys.reserve(rows.Rows());
-    for (std::size_t row = 0; row < rows.Rows(); ++row) {
-        const Field value = rows.At(row, column);
-        if (value.GetKind() != Field::Kind::Integer) {
+    std::vector<SortKey> keys(rows.Rows());
+    for (std::uint32_t row = 0; row < rows.Rows(); ++row) {
+        const ADODB::Field value = rows.At(row, column);
+        if (value.GetKind() != ADODB::Field::Kind::Integer) {
             return std::nullopt;
         }
         const std::uint64_t key = std::bit_cast<std::uint64_t>(value.Integer()) ^ SignBit;
-        keys.push_back({descending ? ~key : key, 0, static_cast<std::uint32_t>(row)});
+        keys[row] = {descending ? ~key : key, 0, row};
+    }
+    if (!sequence.empty()) {
+        // Apart from the values, which are read in turn: keys are found faster than rows.
+        std::vector<SortKey> inSequence;
+        inSequence.reserve(keys.size());
+        for (const std::uint32_t row : sequence) {
+            inSequence.push_back(keys[row]);
+        }
+        keys.swap(inSequence);
     }
     SortByFirst(keys);
     std::vector<std::uint32_t> order;
@@ -156,26 +52,28 @@ std::optional<std::vector<std::uint32_t>> OrderOfIntegers(const ADODB::RowBlock&
 
 } // namespace
 
-std::vector<std::uint32_t> RowOrder(const ADODB::RowBlock& rows, std::size_t column, bool descending) {
-    if (auto order = OrderOfIntegers(rows, column, descending)) {
+std::vector<std::uint32_t> RowOrder(const ADODB::RowBlock& rows, std::size_t column, bool descending,
+                                    const std::vector<std::uint32_t>& sequence) {
+    if (auto order = OrderOfIntegers(rows, column, descending, sequence)) {
         return std::move(*order);
     }
-    const DistinctValues distinct(rows, column);
-    const std::vector<std::uint32_t> ranks = RanksOf(rows, column, distinct.firstRows);
-    const auto lastRank = static_cast<std::uint32_t>(ranks.size()) - 1;
-    const auto placeOf = [&](std::size_t row) {
-        const std::uint32_t rank = ranks[distinct.valueOfRow[row]];
+    const ColumnRanks ranks(rows, column);
+    const auto lastRank = static_cast<std::uint32_t>(ranks.Bound()) - 1;
+    const auto placeOf = [&](std::uint32_t row) {
+        const std::uint32_t rank = ranks.Of(row);
         return descending ? lastRank - rank : rank;
     };
-    // Where the rows of each rank begin, by counting them; going through the rows keeps the order of ties.
-    std::vector<std::uint32_t> next(ranks.size() + 1);
-    for (std::size_t row = 0; row < rows.Rows(); ++row) {
+    // Where the rows of each rank begin, by counting them; going through the sequence keeps the order of
+    // ties.
+    std::vector<std::uint32_t> next(ranks.Bound() + 1);
+    for (std::uint32_t row = 0; row < rows.Rows(); ++row) {
         ++next[placeOf(row) + 1];
     }
     std::partial_sum(next.begin(), next.end(), next.begin());
     std::vector<std::uint32_t> order(rows.Rows());
-    for (std::size_t row = 0; row < rows.Rows(); ++row) {
-        order[next[placeOf(row)]++] = static_cast<std::uint32_t>(row);
+    for (std::size_t place = 0; place < rows.Rows(); ++place) {
+        const std::uint32_t row = RowAt(sequence, place);
+        order[next[placeOf(row)]++] = row;
     }
     return order;
 }

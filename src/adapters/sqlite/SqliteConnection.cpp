@@ -39,6 +39,15 @@ std::string DataSource(std::string_view connectionString) {
     return std::string(connectionString.substr(at + key.size()));
 }
 
+// The engine counts the commits that it has noticed, ours and those of others, when a statement has read;
+// what we have written since the last one counts by itself.
+LibraryVersion VersionOf(sqlite3* library) {
+    LibraryVersion version;
+    sqlite3_file_control(library, "main", SQLITE_FCNTL_DATA_VERSION, &version.file);
+    version.ownChanges = sqlite3_total_changes64(library);
+    return version;
+}
+
 class SqliteConnection : public ADODB::Connection {
 public:
     SqliteConnection(RegionalSettings regional, CommitGathering::Clock::duration longestGathering,
@@ -62,6 +71,7 @@ public:
         m_dateColumns = DateColumnNames(opened.handle.get());
         m_backupDue = opened.closedCleanly;
         m_lookups.Clear();
+        m_ties.Clear();
         m_reads.Attach(opened.handle.get());
         m_cache.Attach(opened.handle.get());
         m_library = std::move(opened.handle);
@@ -100,7 +110,7 @@ public:
             return Read(statement);
         }
         ADODB::RowBlock rows = Read(ordered->unordered);
-        rows.Arrange(RowOrder(rows, ordered->column, ordered->descending));
+        rows.Arrange(OrderOf(rows, *ordered));
         return rows;
     }
 
@@ -196,6 +206,17 @@ private:
         }
     }
 
+    std::vector<std::uint32_t> OrderOf(const ADODB::RowBlock& rows, const OrderedStatement& ordered) {
+        if (!ordered.ties) {
+            return RowOrder(rows, ordered.column, ordered.descending);
+        }
+        std::vector<std::uint32_t> sequence = m_ties.Of(rows, *ordered.ties, VersionOf(Library()));
+        if (ordered.column == ordered.ties->performer && !ordered.descending) {
+            return sequence; // That order already.
+        }
+        return RowOrder(rows, ordered.column, ordered.descending, sequence);
+    }
+
     ADODB::RowBlock Read(std::string_view statement) {
         const PreparedStatement& prepared = Bind(statement);
         ADODB::RowBlock rows = ReadRows(Library(), prepared, m_regional);
@@ -212,6 +233,7 @@ private:
     ReadTransaction m_reads;
     StatementCache m_cache;
     LookupCache m_lookups;
+    TieOrder m_ties;
     StatementText m_text;
     CommitGathering m_commits;
     std::vector<std::string> m_dateColumns;

@@ -21,6 +21,9 @@ const std::string unfiltered =
     "where F.Title_id = T.Title_id and F.Inter_id = I.Inter_id and "
     "Q.Quality_id = F.Quality_Id and F.Extension_id = E.Extension_id";
 
+/// What the program adds to each order of the list.
+const std::string ties = ", I.Interpret, T.Name, F.File_id";
+
 class RowOrderTest : public LibraryTest {
 protected:
     int Chance(int below) { return static_cast<int>(m_chance() % static_cast<unsigned>(below)); }
@@ -74,7 +77,7 @@ protected:
     std::mt19937 m_chance{20};
 };
 
-TEST_F(RowOrderTest, EachOrderOfTheListIsTheEnginesOwnWithTiesInTheTablesOrder) {
+TEST_F(RowOrderTest, EachOrderOfTheListIsTheEnginesOwnWithTiesByPerformerTitleAndKey) {
     FillLibrary(400);
     for (const char* column :
          {"I.Interpret", "T.Name", "Q.Quality", "F.Length", "E.Extension", "F.SizeInBytes"}) {
@@ -84,12 +87,58 @@ TEST_F(RowOrderTest, EachOrderOfTheListIsTheEnginesOwnWithTiesInTheTablesOrder) 
                   " and (I.Interpret Like '%a%' or T.Name Like '%a%')"}) {
                 const std::string order = std::string(" order by ") + column + " " + direction;
                 const std::string ours = unfiltered + filter + order;
-                const std::string engines = ours + ", F.File_id";
+                const std::string engines = ours + ties;
                 ASSERT_TRUE(TakeOrderClause(ours)) << ours;
+                ASSERT_TRUE(TakeOrderClause(ours)->ties) << ours;
                 ASSERT_FALSE(TakeOrderClause(engines)) << engines;
                 EXPECT_EQ(Rows(ours), Rows(engines)) << ours;
             }
         }
+    }
+}
+
+// The order of ties is remembered from list to list.
+TEST_F(RowOrderTest, TiesFollowTheLibraryAfterEachChangeOfItsRows) {
+    FillLibrary(300);
+    const auto other = OpenLibrary(libraryPath, services.regional);
+    const auto expectEnginesOrder = [&](const std::string& after) {
+        for (const char* order : {" order by I.Interpret ASC", " order by I.Interpret DESC",
+                                  " order by E.Extension ASC", " order by F.Length DESC"}) {
+            for (const char* filter : {" and F.File_id > 250", "", " and F.Inter_id = 120"}) {
+                const std::string statement = unfiltered + filter + order;
+                ASSERT_EQ(Rows(statement), Rows(statement + ties)) << after << statement;
+            }
+        }
+    };
+    const std::string ownChanges[] = {
+        "Update Titel Set Name = 'zz' where Title_id < 130",
+        "Update Interpret Set Interpret = 'aa' where Inter_id = 120",
+        "Update Files Set Title_id = 150, Inter_id = 120 where File_id < 50",
+        "Delete from Files where File_id < 20",
+        "Insert into Files (Title_id, Inter_id, Quality_id, Extension_id, Name, Path, SizeInBytes, Length) "
+        "values (101, 120, 101, 1, 'n', '/new', 1, 1)"};
+    expectEnginesOrder("at first");
+    for (const std::string& change : ownChanges) {
+        Execute(change);
+        expectEnginesOrder(change);
+        mainModule.Connection->Commit();
+        expectEnginesOrder("committed: " + change);
+    }
+    for (const char* change : {"Update Titel Set Name = 'b' where Title_id > 140",
+                               "Update Files Set Title_id = 110, Inter_id = 125 where File_id > 200"}) {
+        other->Execute(change);
+        other->Commit();
+        expectEnginesOrder(std::string("by another program: ") + change);
+    }
+}
+
+TEST_F(RowOrderTest, HugeKeysAreNoReasonToUseMuchMemory) {
+    FillLibrary(20);
+    Execute("Update Files Set File_id = 9000000000000000000 where File_id = 3");
+    Execute("Update Files Set File_id = -5 where File_id = 4");
+    const std::string statement = unfiltered + " order by E.Extension ASC";
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(Rows(statement), Rows(statement + ties));
     }
 }
 
@@ -163,6 +212,10 @@ TEST(TakeOrderClauseTest, TakesTheLastWordsOfAPlainSelectOfQualifiedNames) {
     EXPECT_EQ(taken->column, 1u);
     EXPECT_TRUE(taken->descending);
     EXPECT_FALSE(TakeOrderClause("Select A.X from A order by A.X asc")->descending);
+    EXPECT_FALSE(taken->ties);
+    EXPECT_EQ(TakeOrderClause("Select T.Name, F.File_id, I.Interpret from T, F, I order by T.Name ASC")->ties,
+              (sqlite::TieColumns{2, 0, 1}));
+    EXPECT_FALSE(TakeOrderClause("Select T.Name, I.Interpret from T, I order by T.Name ASC")->ties);
 }
 
 TEST(TakeOrderClauseTest, LeavesEveryOtherStatementToTheEngine) {
