@@ -174,6 +174,7 @@ void MainPanes::resizeEvent(QResizeEvent* event) {
 }
 
 void MainPanes::ApplyScale() {
+    m_placement->TakeFont();
     const double scale = m_placement->Scale();
     m_filter->setFixedHeight(m_placement->StripPixels());
     m_toolbar->SetScale(scale);

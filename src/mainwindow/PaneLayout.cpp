@@ -41,12 +41,12 @@ PaneLayout::PaneLayout(const PlacedControls& controls) : m_controls(controls) {
     m_layout.ProgressBar = {0, 0, 1650, ProgressHeight};
 }
 
-double PaneLayout::Scale() const {
-    return mainModule.ScreenResolution == "800x600" ? 1 : TwipScale(m_controls.Client.font());
+void PaneLayout::TakeFont() {
+    m_scale = mainModule.ScreenResolution == "800x600" ? 1 : TwipScale(m_controls.Client.font());
 }
 
 int PaneLayout::StripPixels() const {
-    return ToPixels(StripHeight * Scale());
+    return Pixels(StripHeight);
 }
 
 int PaneLayout::Pixels(std::int64_t twips) const {
@@ -73,7 +73,6 @@ int PaneLayout::LeastUsefulPixels() const {
 }
 
 void PaneLayout::SizeFilterRow() {
-    m_scale = Scale();
     m_layout.chkInterpret.Width = Twips(m_controls.Filter.chkInterpret().sizeHint().width());
     m_layout.chkTitle.Width = Twips(m_controls.Filter.chkTitle().sizeHint().width());
     m_layout.cmdSearch.Width = 600;
@@ -105,7 +104,6 @@ void PaneLayout::SetSplitterPos(std::int32_t twips) {
 }
 
 void PaneLayout::ReadLayout() {
-    m_scale = Scale();
     m_layout.ScaleWidth = Twips(m_controls.Client.width());
     m_layout.ScaleHeight = Twips(m_controls.Client.height());
 }

@@ -51,10 +51,12 @@ public:
     /// Of the window: the filter row is whole up to its button.
     int LeastUsefulPixels() const;
 
-    /// Height of the strip in pixels, and how many times larger than 15 to a pixel the twips are in this
-    /// window: they grow with its font, but not on a small screen, whose layout is packed.
+    /// Takes on the font of the window. How many times larger than 15 to a pixel the twips are in it: they
+    /// grow with its font, but not on a small screen, whose layout is packed. Asked at the very end too, when
+    /// there are no fonts any more.
+    void TakeFont();
+    double Scale() const { return m_scale; }
     int StripPixels() const;
-    double Scale() const;
 
     /// Mouse and key events of the splitter. True if a key was one of its own.
     bool SplitterEvent(QEvent& event);
@@ -70,7 +72,7 @@ private:
 
     PlacedControls m_controls;
     MainLayout m_layout;
-    double m_scale = 1; ///< As of the last layout.
+    double m_scale = 1;
     int m_dragOrigin = 0;
 };
 

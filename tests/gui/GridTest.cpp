@@ -254,9 +254,13 @@ TEST_F(GridTest, HeadTintAndSelectionReachTheRightEdgeOfTheList) {
     const int right = Grid().viewport()->width() - 5;
     const QImage heads = head.grab().toImage();
     const int middle = head.height() / 2;
-    EXPECT_EQ(heads.pixel(right, middle), heads.pixel(head.sectionViewportPosition(5) + 55, middle));
+    const double ratio = heads.devicePixelRatio();
+    const auto pixel = [ratio](const QImage& image, int x, int y) {
+        return image.pixelColor(static_cast<int>(x * ratio), static_cast<int>(y * ratio));
+    };
+    EXPECT_EQ(pixel(heads, right, middle), pixel(heads, head.sectionViewportPosition(5) + 50, middle));
     const QImage rows = Grid().viewport()->grab().toImage();
-    const auto colorAt = [&](int row, int x) { return rows.pixelColor(x, CellCentre(row).y()); };
+    const auto colorAt = [&](int row, int x) { return pixel(rows, x, CellCentre(row).y()); };
     EXPECT_EQ(colorAt(1, right), Grid().palette().color(QPalette::Highlight));
     EXPECT_EQ(colorAt(2, right), Grid().palette().color(QPalette::AlternateBase));
     EXPECT_EQ(colorAt(2, head.sectionViewportPosition(5) + 50), colorAt(2, right));
