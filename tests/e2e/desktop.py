@@ -21,6 +21,7 @@ WAIT = 60  # seconds that anything may take before it counts as not happening
 PROGRAM = os.environ["QUAVERNET_PROGRAM"]
 SAMPLE_MAKER = os.environ["QUAVERNET_SAMPLE_MAKER"]
 PICTURES = os.environ["QUAVERNET_PICTURES"]
+FONTS = os.path.abspath(os.path.join(os.path.dirname(__file__), "..", "support", "fonts.conf"))
 
 DOUBLE_CLICK = 0.6  # seconds after which a press is no second click of a double click, which plays
 
@@ -56,7 +57,7 @@ class Desktop:
         self.environment = dict(
             os.environ, DISPLAY=f":{number}", HOME=home, LANG="de_DE.UTF-8", LC_ALL="de_DE.UTF-8",
             XDG_CONFIG_HOME=f"{home}/.config", XDG_DATA_HOME=f"{home}/.local/share", XDG_CACHE_HOME=f"{home}/.cache",
-            XDG_RUNTIME_DIR=f"{home}/.runtime", QT_QPA_PLATFORM="xcb")
+            XDG_RUNTIME_DIR=f"{home}/.runtime", QT_QPA_PLATFORM="xcb", FONTCONFIG_FILE=FONTS)
         for name in ("WAYLAND_DISPLAY", "XDG_CURRENT_DESKTOP", "LANGUAGE"):
             self.environment.pop(name, None)
         self.manager = subprocess.Popen(["openbox"], env=self.environment, stdout=subprocess.DEVNULL,
