@@ -12,7 +12,7 @@ PACKAGES_SCREEN=(xvfb openbox xdotool imagemagick x11-utils)
 # Tests: frameworks, real encoders and decoders, checkers, the locales that some tests run under, and what looks at the
 # Debian package.
 PACKAGES_TEST=(libgtest-dev libgmock-dev vorbis-tools sox libsox-fmt-base libsox-fmt-mp3 mpg123 python3-mutagen eyed3 id3v2 ffmpeg
-    poppler-utils dbus libglib2.0-bin playerctl pulseaudio sqlite3 clang-format cppcheck desktop-file-utils appstream locales
+    poppler-utils dbus python3-pyatspi at-spi2-core libglib2.0-bin playerctl pulseaudio sqlite3 clang-format cppcheck desktop-file-utils appstream locales
     dpkg-dev lintian debootstrap man-db mandoc shared-mime-info fonts-noto-core)
 
 # The command prefix that makes us root; fails with a sentence if there is no way.

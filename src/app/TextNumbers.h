@@ -80,4 +80,11 @@ inline constexpr std::int32_t ReservedEmphasis = 451;
 inline constexpr std::int32_t No = 452;
 inline constexpr std::int32_t Yes = 453;
 
+// What a screen reader says of the main window.
+inline constexpr std::int32_t FirstLetter = 900; ///< The letters as a group.
+inline constexpr std::int32_t SortedAscending = 901;
+inline constexpr std::int32_t SortedDescending = 902;
+inline constexpr std::int32_t StatusBar = 903;
+inline constexpr std::int32_t CategoryName = 904; ///< The field in which it is typed.
+
 } // namespace quavernet::Texts

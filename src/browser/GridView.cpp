@@ -7,6 +7,7 @@
 #include "widgets/PaintingOff.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QHelpEvent>
 #include <QMimeData>
 #include <QPainter>
@@ -47,6 +48,7 @@ GridView::GridView(QWidget* parent, DragState& drag) : QTableView(parent), m_sel
     setSelectionMode(QAbstractItemView::NoSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setWordWrap(false);
+    setAutoScroll(false); // A mark that only screen readers see moves nothing.
     setCornerButtonEnabled(false);
     setAlternatingRowColors(true);
     setGridStyle(Qt::NoPen); // The delegate draws the lines.
@@ -69,6 +71,11 @@ GridView::GridView(QWidget* parent, DragState& drag) : QTableView(parent), m_sel
     horizontalScrollBar()->installEventFilter(this);
     connect(horizontalHeader(), &QHeaderView::sectionDoubleClicked, this,
             [this](int column) { emit DoubleClicked(column, 0); });
+    QAccessible::installActivationObserver(this);
+}
+
+GridView::~GridView() {
+    QAccessible::removeActivationObserver(this);
 }
 
 // A whole number of the screen's own pixels, so that all rows and the lines between them look alike.
@@ -122,6 +129,29 @@ std::string GridView::CurrentFormat() const {
 std::int32_t GridView::MouseRow(const QPoint& position) const {
     const int row = rowAt(position.y());
     return row < 0 ? m_selection.Rows() : row + 1;
+}
+
+void GridView::RepaintRows() {
+    viewport()->update();
+    TellSelection();
+}
+
+// The toolkit's own marks are never painted; screen readers take from them which row is the current one, and
+// which ones are selected.
+void GridView::TellSelection() {
+    if (!QAccessible::isActive()) {
+        return;
+    }
+    QItemSelection rows;
+    for (const auto& [first, last] : m_selection.Painted().Ranges()) {
+        rows.append(QItemSelectionRange(m_model.index(first - 1, 0),
+                                        m_model.index(last - 1, m_model.columnCount() - 1)));
+    }
+    selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
+    const std::int32_t row = m_selection.RowSel();
+    if (row >= 1 && row <= m_model.rowCount()) {
+        selectionModel()->setCurrentIndex(m_model.index(row - 1, 0), QItemSelectionModel::NoUpdate);
+    }
 }
 
 void GridView::SetScanningPanel(const std::string& text) {
@@ -243,6 +273,29 @@ bool GridView::MoveByLetter(const QKeyEvent& event) {
     return true;
 }
 
+// Ctrl and the number of a column do what a double click on its head does.
+bool GridView::SortByKey(const QKeyEvent& event) {
+    const int column = event.key() - Qt::Key_1;
+    if (event.modifiers().setFlag(Qt::KeypadModifier, false) != Qt::ControlModifier || column < 0 ||
+        column >= ListColumnCount) {
+        return false;
+    }
+    emit DoubleClicked(column, 0);
+    return true;
+}
+
+bool GridView::PasteByKey(QKeyEvent& event) {
+    if (!event.matches(QKeySequence::Paste)) {
+        return false;
+    }
+    const QMimeData* held = QApplication::clipboard()->mimeData();
+    const std::vector<std::string> paths = held == nullptr ? std::vector<std::string>() : LocalFiles(*held);
+    if (!paths.empty() && MayTakeDrop()) {
+        emit FilesDropped(paths);
+    }
+    return true;
+}
+
 void GridView::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
     case Qt::Key_Return:
@@ -256,7 +309,7 @@ void GridView::keyPressEvent(QKeyEvent* event) {
         break;
     }
     default:
-        if (!MoveByKey(*event) && !MoveByLetter(*event)) {
+        if (!MoveByKey(*event) && !SortByKey(*event) && !PasteByKey(*event) && !MoveByLetter(*event)) {
             event->ignore();
         }
     }
@@ -277,7 +330,7 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
 void GridView::focusInEvent(QFocusEvent* event) {
     QTableView::focusInEvent(event);
     m_selection.GotFocus();
-    viewport()->update();
+    RepaintRows();
 }
 
 void GridView::focusOutEvent(QFocusEvent* event) {

@@ -6,6 +6,7 @@
 #include "browser/ListModel.h"
 #include "browser/TypedText.h"
 
+#include <QAccessible>
 #include <QElapsedTimer>
 #include <QTableView>
 
@@ -17,10 +18,11 @@ namespace quavernet {
 
 class RowPainter;
 
-class GridView : public QTableView, private SelectionView {
+class GridView : public QTableView, private SelectionView, private QAccessible::ActivationObserver {
     Q_OBJECT
 public:
     GridView(QWidget* parent, DragState& drag);
+    ~GridView() override;
 
     /// A new list: the rows, with nothing selected.
     void SetRows(ListRows rows);
@@ -77,10 +79,12 @@ protected:
 
 private:
     void SetScanningPanel(const std::string& text) override;
-    void RepaintRows() override { viewport()->update(); }
+    void RepaintRows() override;
     void SelectionChanged() override { emit ControlStateChanged(); }
     void SetKontextItems(int mode) override { emit KontextItemsWanted(mode); }
 
+    void accessibilityActiveChanged(bool) override { TellSelection(); }
+    void TellSelection();
     void Press(const QMouseEvent& event, std::int32_t mouseRow);
     void Release();
     void Drag();
@@ -88,6 +92,8 @@ private:
     bool MoveByKey(const QKeyEvent& event);
     bool MoveByLetter(const QKeyEvent& event);
     void ShowMovedRow();
+    bool SortByKey(const QKeyEvent& event);
+    bool PasteByKey(QKeyEvent& event);
     std::int32_t RowsInView() const;
     void SetRowHeight();
 

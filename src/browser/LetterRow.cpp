@@ -3,6 +3,7 @@
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/MayAct.h"
+#include "app/TextNumbers.h"
 #include "widgets/Pictures.h"
 #include "widgets/Twips.h"
 
@@ -75,9 +76,9 @@ void LetterRow::Choose(std::size_t index) {
 void LetterRow::LoadStrings() {
     m_labels.front()->setText(ToQString(LoadResString(543)));
     m_labels.back()->setText(ToQString(LoadResString(544)));
-    setAccessibleName(m_labels.front()->text());
     m_lift->setText(ToQString(LoadResString(806)));
     m_lift->setToolTip(m_lift->text());
+    setAccessibleName(ToQString(LoadResString(Texts::FirstLetter)));
     PlaceLabels();
 }
 
@@ -210,16 +211,16 @@ void LetterRow::leaveEvent(QEvent*) {
 void LetterRow::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
     case Qt::Key_Left:
-        m_cursor -= m_cursor > 0 ? 1 : 0;
+        MoveCursor(m_cursor - (m_cursor > 0 ? 1 : 0));
         break;
     case Qt::Key_Right:
-        m_cursor += m_cursor + 1 < m_labels.size() ? 1 : 0;
+        MoveCursor(m_cursor + (m_cursor + 1 < m_labels.size() ? 1 : 0));
         break;
     case Qt::Key_Home:
-        m_cursor = 0;
+        MoveCursor(0);
         break;
     case Qt::Key_End:
-        m_cursor = m_labels.size() - 1;
+        MoveCursor(m_labels.size() - 1);
         break;
     case Qt::Key_Space:
     case Qt::Key_Return:
@@ -230,12 +231,29 @@ void LetterRow::keyPressEvent(QKeyEvent* event) {
         event->ignore();
         return;
     }
-    setAccessibleName(m_labels[m_cursor]->text()); // A screen reader says where the keyboard is.
+}
+
+void LetterRow::MoveCursor(std::size_t index) {
+    m_cursor = index;
+    TellFocusedPart(*this, static_cast<int>(index));
     update();
 }
 
 void LetterRow::focusInEvent(QFocusEvent*) {
-    update();
+    MoveCursor(m_cursor);
+}
+
+std::vector<AccessiblePart> LetterRow::Parts() const {
+    std::vector<AccessiblePart> parts;
+    for (std::size_t i = 0; i < m_labels.size(); ++i) {
+        parts.push_back({.Name = m_labels[i]->text(),
+                         .Role = QAccessible::RadioButton,
+                         .Place = m_labels[i]->geometry(),
+                         .Focusable = true,
+                         .Focused = i == m_cursor,
+                         .Checked = m_state.Labels()[i].Bold});
+    }
+    return parts;
 }
 
 void LetterRow::focusOutEvent(QFocusEvent*) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "browser/FilterEvents.h"
+#include "widgets/AccessibleParts.h"
 #include "widgets/ControlBox.h"
 
 #include <QFrame>
@@ -29,7 +30,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
 };
 
-class LetterRow : public QFrame {
+class LetterRow : public QFrame, public PartedControl {
     Q_OBJECT
 public:
     explicit LetterRow(QWidget* parent);
@@ -66,6 +67,12 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    // To a screen reader a group of buttons, one of which is down.
+    QAccessible::Role PartedRole() const override { return QAccessible::Grouping; }
+    std::vector<AccessiblePart> Parts() const override;
+    void PressPart(int part) override { Choose(static_cast<std::size_t>(part)); }
+
+    void MoveCursor(std::size_t index);
     void AddLabel(std::size_t index);
     void Choose(std::size_t index);
     void ShowLooks();

@@ -1,6 +1,8 @@
 #include "browser/ListModel.h"
 
 #include "adapters/qt/QtText.h"
+#include "app/LoadResString.h"
+#include "app/TextNumbers.h"
 
 namespace quavernet {
 
@@ -57,6 +59,10 @@ QVariant ListModel::headerData(int section, Qt::Orientation orientation, int rol
     }
     if (role == Qt::DisplayRole) {
         return m_headers.value(section);
+    }
+    if (role == Qt::AccessibleTextRole && section == m_sortColumn) {
+        return m_headers.value(section) + QStringLiteral(", ") +
+               ToQString(LoadResString(m_ascending ? Texts::SortedAscending : Texts::SortedDescending));
     }
     if (role == Qt::TextAlignmentRole) {
         return AlignmentOf(section);

@@ -4,6 +4,7 @@
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/TextNumbers.h"
+#include "widgets/AccessibleParts.h"
 #include "widgets/Pictures.h"
 
 #include <QApplication>
@@ -60,6 +61,7 @@ protected:
 } // namespace
 
 MainPanes::MainPanes(QWidget* parent, DragState& drag) : QWidget(parent) {
+    InstallAccessibleParts();
     setMouseTracking(true);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -160,9 +162,13 @@ void MainPanes::LoadStrings() {
 }
 
 void MainPanes::LoadAccessibleNames() {
-    const std::pair<QWidget*, int> names[] = {{m_play, 595},  {m_randomize, 596},
-                                              {m_grid, 370},  {m_tree, Texts::TreeRoot},
-                                              {m_sizer, 831}, {&m_status->ProgressBar(), 372}};
+    const std::pair<QWidget*, int> names[] = {{m_play, 595},
+                                              {m_randomize, 596},
+                                              {m_grid, 370},
+                                              {m_tree, Texts::TreeRoot},
+                                              {&m_status->ProgressBar(), 372},
+                                              {m_status, Texts::StatusBar},
+                                              {m_sizer, 831}};
     for (const auto& [widget, text] : names) {
         widget->setAccessibleName(ToQString(LoadResString(text)));
     }

@@ -132,6 +132,16 @@ void MainStatusBar::paintEvent(QPaintEvent*) {
     }
 }
 
+// The last panel holds the bar, which speaks for itself.
+std::vector<AccessiblePart> MainStatusBar::Parts() const {
+    const auto rects = PanelRects();
+    std::vector<AccessiblePart> parts;
+    for (std::size_t i = 0; i + 1 < rects.size(); ++i) {
+        parts.push_back({.Name = ToQString(m_texts[i]), .Place = rects[i]});
+    }
+    return parts;
+}
+
 bool MainStatusBar::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
         const auto* help = static_cast<QHelpEvent*>(event);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/LongWork.h"
+#include "widgets/AccessibleParts.h"
 
 #include <QElapsedTimer>
 #include <QProgressBar>
@@ -14,7 +15,7 @@
 
 namespace quavernet {
 
-class MainStatusBar : public QWidget {
+class MainStatusBar : public QWidget, public PartedControl {
     Q_OBJECT
 public:
     explicit MainStatusBar(QWidget* parent);
@@ -42,6 +43,10 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
+    QAccessible::Role PartedRole() const override { return QAccessible::StatusBar; }
+    std::vector<AccessiblePart> Parts() const override;
+    void PressPart(int) override {} // They are read alone.
+
     void ShowProgress();
 
     std::array<std::string, 6> m_texts;

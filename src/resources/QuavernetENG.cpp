@@ -389,6 +389,11 @@ constexpr clsResources::Entry EnglishTexts[] = {
     {833, "Toolkit: Qt "},
     {834, "Library: "},
     {835, "Settings: "},
+    {900, "First letter"},
+    {901, "sorted in ascending order"},
+    {902, "sorted in descending order"},
+    {903, "Status bar"},
+    {904, "Name of the category"},
 };
 
 } // namespace

@@ -392,6 +392,11 @@ constexpr clsResources::Entry GermanTexts[] = {
     {833, "Oberfläche: Qt "},
     {834, "Datenbank: "},
     {835, "Einstellungen: "},
+    {900, "Anfangsbuchstabe"},
+    {901, "aufsteigend sortiert"},
+    {902, "absteigend sortiert"},
+    {903, "Statusleiste"},
+    {904, "Name der Kategorie"},
 };
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include "adapters/qt/FileUris.h"
 #include "adapters/qt/QtText.h"
-#include "app/DragState.h"
 #include "app/LibraryViews.h"
 #include "app/LongWork.h"
 #include "app/MainModule.h"
@@ -16,9 +15,13 @@
 #include "widgets/PaintingOff.h"
 #include "widgets/Twips.h"
 
+#include <QClipboard>
 #include <QDropEvent>
+#include <QGuiApplication>
 #include <QMimeData>
 #include <QScrollBar>
+
+#include <utility>
 
 namespace quavernet {
 
@@ -30,6 +33,13 @@ constexpr int ScrollMs = 100;
 bool IsControlHeld(const QDropEvent& event) {
     constexpr Qt::KeyboardModifiers Asked = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier;
     return (event.modifiers() & Asked) == Qt::ControlModifier;
+}
+
+// Beside the files: which node they are of, in which running program.
+const QString NodeFormat = QStringLiteral("application/x-quavernet-node");
+
+QByteArray MarkOf(const std::string& key) {
+    return QByteArray::number(QCoreApplication::applicationPid()) + ' ' + QByteArray::fromStdString(key);
 }
 
 } // namespace
@@ -48,6 +58,9 @@ TreeDragDrop::TreeDragDrop(TreeView& tree, LibraryViews& views, DragState& drag,
     connect(&tree, &TreeView::DragMoved, this, &TreeDragDrop::Move);
     connect(&tree, &TreeView::DragLeft, this, &TreeDragDrop::Leave);
     connect(&tree, &TreeView::Dropped, this, &TreeDragDrop::Drop);
+    connect(&tree, &TreeView::CutPressed, this, [this] { TakeUp(false); });
+    connect(&tree, &TreeView::CopyPressed, this, [this] { TakeUp(true); });
+    connect(&tree, &TreeView::PastePressed, this, &TreeDragDrop::Paste);
 }
 
 void TreeDragDrop::Press(const std::string& key, bool isRightButton) {
@@ -131,8 +144,59 @@ void TreeDragDrop::Drop(QDropEvent& event) {
     if (!AnswerDrag(event, m_takes && MayActOnTree())) {
         return;
     }
-    const DropRequest request{LocalFiles(*event.mimeData()), m_tree.NodeAt(event.position().toPoint()),
-                              IsControlHeld(event)};
+    TakeDrop(
+        {LocalFiles(*event.mimeData()), m_tree.NodeAt(event.position().toPoint()), IsControlHeld(event)});
+}
+
+// The files go to the clipboard, for other programs too.
+void TreeDragDrop::TakeUp(bool isCopy) {
+    TreeModel& model = m_tree.Model();
+    if (!MayTakeDrop() || !MayActOnTree() || !model.HasSelection()) {
+        return;
+    }
+    TakenUp taken{model.SelectedItem().Key, isCopy, m_drag};
+    (void)TreePress(model, taken.Key, false, taken.Drag);
+    if (const auto payload = TreeStartDrag(model, taken.Drag)) {
+        QMimeData* data = FilesToOffer(payload->Files);
+        data->setData(NodeFormat, MarkOf(taken.Key));
+        QGuiApplication::clipboard()->setMimeData(data);
+        m_takenUp = std::move(taken);
+    }
+}
+
+// As if what the clipboard holds had been dragged to the selected node. A node that has gone since, or
+// another one at its place, is not meant any more: then its files come as from another program.
+void TreeDragDrop::Paste() {
+    TreeModel& model = m_tree.Model();
+    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+    if (!MayTakeDrop() || !MayActOnTree() || !model.HasSelection() || data == nullptr) {
+        return;
+    }
+    const bool isOurs = data->data(NodeFormat) == MarkOf(m_takenUp.Key) && model.Contains(m_takenUp.Key) &&
+                        model.Node(m_takenUp.Key).Text == m_takenUp.Drag.DragText;
+    const std::string target = model.SelectedItem().Key;
+    const DropRequest request{LocalFiles(*data), target, isOurs && m_takenUp.IsCopy};
+    if (!isOurs && request.Files.empty()) {
+        return;
+    }
+    m_drag = isOurs ? m_takenUp.Drag : DragState();
+    if (isOurs) {
+        model.Select(
+            m_takenUp.Key); // A drop moves the selected node: the press of a drag would have selected it.
+    }
+    if (!request.Control) {
+        m_takenUp = {}; // It can be moved once.
+    }
+    TakeDrop(request);
+    TreeRelease(m_drag);
+    // The keys go on where they were, unless the drop has selected what it made.
+    if (TreeModel& now = m_tree.Model(); now.Contains(target) && !now.HasSelection()) {
+        now.Select(target);
+    }
+    m_tree.ShowSelection();
+}
+
+void TreeDragDrop::TakeDrop(const DropRequest& request) {
     const DropOutcome outcome = TreeDrop(request, m_drag, m_tree.Model(), m_driver, m_work);
     if (outcome.Rebuild) {
         Rebuild(outcome);

@@ -2,6 +2,9 @@
 // scrolls under it, hands the drop to the tree's logic and rebuilds. The main window makes it.
 #pragma once
 
+#include "app/DragState.h"
+#include "tree/DropRequest.h"
+
 #include <QObject>
 #include <QPoint>
 #include <QTimer>
@@ -16,8 +19,6 @@ class LibraryViews;
 class LongWork;
 class ScanDriver;
 class TreeView;
-struct DragState;
-struct DropOutcome;
 
 class TreeDragDrop : public QObject {
     Q_OBJECT
@@ -31,6 +32,9 @@ private:
     void Move(QDropEvent& event);
     void Leave();
     void Drop(QDropEvent& event);
+    void TakeUp(bool isCopy);
+    void Paste();
+    void TakeDrop(const DropRequest& request);
     bool Accept(QDropEvent& event) const;
     void MarkTarget();
     void Timer1_Timer();
@@ -45,6 +49,14 @@ private:
     int m_scrollDirection = 0; ///< 1 down, -1 up.
     QPoint m_position;         ///< Of the drag over the tree, in pixels.
     bool m_takes = false;      ///< The drag that has entered has something to drop here.
+
+    /// What the keyboard has taken up here; it counts while the clipboard holds its files.
+    struct TakenUp {
+        std::string Key; ///< Of the node; empty: nothing is taken up.
+        bool IsCopy = false;
+        DragState Drag; ///< As if the node had been pressed.
+    };
+    TakenUp m_takenUp;
 };
 
 } // namespace quavernet

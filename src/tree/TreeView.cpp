@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDropEvent>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -108,6 +109,21 @@ void TreeView::UpdateRow(const TreeNode* node) {
     if (node != nullptr) {
         const QRect cell = visualRect(m_items.IndexOf(*node));
         viewport()->update(0, cell.top(), viewport()->width(), cell.height());
+    }
+}
+
+// Ctrl+C is a command of the menu, so that copying has the keys of the list.
+void TreeView::keyPressEvent(QKeyEvent* event) {
+    const QKeySequence pressed(event->keyCombination());
+    if (event->matches(QKeySequence::Cut)) {
+        emit CutPressed();
+    } else if (pressed == QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C) ||
+               pressed == QKeySequence(Qt::CTRL | Qt::Key_Insert)) {
+        emit CopyPressed();
+    } else if (event->matches(QKeySequence::Paste)) {
+        emit PastePressed();
+    } else {
+        QTreeView::keyPressEvent(event);
     }
 }
 

@@ -63,8 +63,13 @@ signals:
     void DragMoved(QDropEvent& event);
     void Dropped(QDropEvent& event);
     void DragLeft();
+    // The keyboard's way to drag: take a node up, or a copy of it, and drop it on the selected node.
+    void CutPressed();
+    void CopyPressed();
+    void PastePressed();
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;

@@ -5,6 +5,7 @@
 #include "app/MainModule.h"
 #include "app/MayAct.h"
 #include "app/ShowBox.h"
+#include "app/TextNumbers.h"
 #include "help/HelpKey.h"
 #include "ui_frmEditTree.h"
 #include "widgets/EnterKey.h"
@@ -28,6 +29,8 @@ frmEditTree::~frmEditTree() = default;
 void frmEditTree::LoadStrings() {
     setWindowTitle(ToQString(LoadResString(529)));
     m_ui->Label1->setText(ToQString(LoadResString(528)));
+    m_ui->lstCategories->setAccessibleName(m_ui->Label1->text());
+    m_ui->txtEdit->setAccessibleName(ToQString(LoadResString(Texts::CategoryName)));
     m_ui->cmdNew->setText(ToQString(LoadResString(111)));
     m_ui->cmdEdit->setText(ToQString(LoadResString(109)));
     m_ui->cmdDelete->setText(ToQString(LoadResString(107)));

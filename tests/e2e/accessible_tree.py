@@ -1,0 +1,62 @@
+#!/usr/bin/python3
+"""Prints what a screen reader gets from a running program, as one JSON text: each window with all that it shows.
+
+    accessible_tree.py APPLICATION [ROLE NAME]
+
+With a role and a name it does the first action of that object instead. Runs under the system's own Python, which the package python3-pyatspi is for."""
+import json
+import sys
+
+import pyatspi
+
+MOST_CHILDREN = 400  # of one object: a long list is looked at from its beginning
+TOLD_STATES = ("FOCUSABLE", "FOCUSED", "SELECTED", "CHECKED", "CHECKABLE", "ENABLED", "SHOWING", "VISIBLE", "ACTIVE",
+               "EDITABLE")
+
+
+def told(item):
+    states = item.getState()
+    return {
+        "role": item.getRoleName(),
+        "name": item.name,
+        "description": item.description,
+        "states": [name.lower() for name in TOLD_STATES if states.contains(getattr(pyatspi, "STATE_" + name))],
+        "actions": actions(item),
+        "children": [told(item.getChildAtIndex(number)) for number in range(min(item.childCount, MOST_CHILDREN))
+                     if item.getChildAtIndex(number) is not None],
+    }
+
+
+def actions(item):
+    try:
+        action = item.queryAction()
+    except NotImplementedError:
+        return []
+    return [action.getName(number) for number in range(action.nActions)]
+
+
+def press(item, role, name):
+    """True if the object was there."""
+    if item is None:
+        return False
+    if item.getRoleName() == role and item.name == name:
+        item.queryAction().doAction(0)  # What it gives back is not the truth: the toolkit answers later.
+        return True
+    return any(press(item.getChildAtIndex(number), role, name)
+               for number in range(min(item.childCount, MOST_CHILDREN)))
+
+
+def main():
+    desktop = pyatspi.Registry.getDesktop(0)
+    for number in range(desktop.childCount):
+        application = desktop.getChildAtIndex(number)
+        if application is not None and application.name == sys.argv[1]:
+            if len(sys.argv) > 2:
+                return 0 if press(application, *sys.argv[2:]) else 1
+            print(json.dumps(told(application), ensure_ascii=False))
+            return 0
+    return 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())
