@@ -6,6 +6,7 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 
 TOOL = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "tools", "sample_music",
@@ -102,6 +103,49 @@ class SampleMusicTest(unittest.TestCase):
         open(self.path("a/x"), "w").close()
         self.assertNotEqual(make(self.path("a")).returncode, 0)
         self.assertEqual(files_of(self.path("a")), [self.path("a/x")])
+
+    def stand_in(self, name, script):
+        """A folder of programs in which this one is replaced."""
+        programs = self.path("programs")
+        os.makedirs(programs, exist_ok=True)
+        with open(os.path.join(programs, name), "w") as file:
+            file.write("#!/bin/sh\n" + script + "\n")
+        os.chmod(os.path.join(programs, name), 0o755)
+        return programs
+
+    def make_with_path(self, path, folder, *arguments):
+        return subprocess.run([sys.executable, TOOL, *arguments, folder], capture_output=True, text=True,
+                              env=dict(os.environ, PATH=path))
+
+    def test_missing_encoders_are_told_by_their_packages_before_anything_is_made(self):
+        programs = self.stand_in("lame", "exit 0")
+        told = self.make_with_path(programs, self.path("new/a"))
+        self.assertNotEqual(told.returncode, 0)
+        self.assertIn("these packages are missing: vorbis-tools sox\n", told.stderr)
+        self.assertIn("apt-get install vorbis-tools sox", told.stderr)
+        self.assertFalse(os.path.exists(self.path("new")))
+
+    def test_an_encoder_that_fails_leaves_nothing_half_made(self):
+        path = self.stand_in("oggenc", "exit 3") + ":" + os.environ["PATH"]
+        os.makedirs(self.path("empty"))
+        for folder in ("empty", "new/a"):
+            for arguments in ((), ("--count", "60")):
+                told = self.make_with_path(path, self.path(folder), *arguments)
+                self.assertNotEqual(told.returncode, 0)
+                self.assertIn("oggenc failed; nothing was made", told.stderr)
+        self.assertEqual(os.listdir(self.path("empty")), [])
+        self.assertFalse(os.path.exists(self.path("new")))
+
+    def test_a_run_that_is_ended_leaves_nothing_half_made(self):
+        path = self.stand_in("oggenc", f"touch '{self.path('begun')}'; sleep 1; exit 3") + ":" + os.environ["PATH"]
+        run = subprocess.Popen([sys.executable, TOOL, self.path("a")], stderr=subprocess.DEVNULL,
+                               env=dict(os.environ, PATH=path))
+        while not os.path.exists(self.path("begun")):
+            time.sleep(0.05)
+        self.assertTrue(os.listdir(self.path("a")))
+        run.terminate()
+        self.assertNotEqual(run.wait(30), 0)
+        self.assertFalse(os.path.exists(self.path("a")))
 
 
 if __name__ == "__main__":
