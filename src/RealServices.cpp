@@ -1,7 +1,7 @@
 #include "RealServices.h"
 
+#include "adapters/dbus/MprisRemote.h"
 #include "adapters/id3v2/TagLibComponent.h"
-#include "adapters/mpris/MprisRemote.h"
 #include "adapters/mpv/MpvPlayer.h"
 #include "adapters/posix/PosixFileSystem.h"
 #include "adapters/qt/QtRegionalSettings.h"

@@ -1,5 +1,5 @@
 // Control of the player from outside of its windows: media keys, the desktop's sound applet, other programs.
-// The player tells what it does and takes their commands; the adapter lives in adapters/mpris.
+// The player tells what it does and takes their commands; the adapter lives in adapters/dbus.
 #pragma once
 
 #include <cstdint>

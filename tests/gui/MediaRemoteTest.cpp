@@ -1,5 +1,6 @@
 // The player on a bus of the test's own, asked by a real client.
-#include "adapters/mpris/MprisRemote.h"
+#include "adapters/dbus/MprisRemote.h"
+#include "gui/PrivateBus.h"
 #include "support/TemporaryFolder.h"
 
 #include <QCoreApplication>
@@ -31,33 +32,6 @@ constexpr const char* BusPlayer = "org.mpris.MediaPlayer2.Player";
 constexpr const char* BusRoot = "org.mpris.MediaPlayer2";
 constexpr const char* BusPlace = "/org/mpris/MediaPlayer2";
 constexpr const char* BusName = "org.mpris.MediaPlayer2.quavernet";
-
-bool WaitFor(const std::function<bool()>& condition) {
-    return QTest::qWaitFor(condition, 10000);
-}
-
-class Bus {
-public:
-    Bus() {
-        m_daemon.start(
-            QStringLiteral("dbus-daemon"),
-            {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address=1")});
-        m_daemon.waitForReadyRead();
-        m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
-    }
-    ~Bus() {
-        m_daemon.kill();
-        m_daemon.waitForFinished();
-    }
-    Bus(const Bus&) = delete;
-    Bus& operator=(const Bus&) = delete;
-
-    const QString& Address() const { return m_address; }
-
-private:
-    QProcess m_daemon;
-    QString m_address;
-};
 
 /// Writes the commands down, and does what a player would.
 class RecordingRemoteCommands : public MediaRemoteCommands {
@@ -95,33 +69,6 @@ MediaStatus PlayingSong() {
     status.canGoPrevious = true;
     return status;
 }
-
-/// A listener on the bus: what it prints of the player's signals.
-class BusMonitor {
-public:
-    explicit BusMonitor(const QString& address) {
-        m_process.start(QStringLiteral("dbus-monitor"),
-                        {QStringLiteral("--address"), address,
-                         QStringLiteral("type='signal',path='/org/mpris/MediaPlayer2'")});
-        WaitFor([this] { return Heard().contains(QLatin1String("NameLost")); }); // It is a monitor now.
-        m_heard.clear();
-    }
-    ~BusMonitor() {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
-    BusMonitor(const BusMonitor&) = delete;
-    BusMonitor& operator=(const BusMonitor&) = delete;
-
-    const QString& Heard() {
-        m_heard += QString::fromUtf8(m_process.readAllStandardOutput());
-        return m_heard;
-    }
-
-private:
-    QProcess m_process;
-    QString m_heard;
-};
 
 class MediaRemoteTest : public ::testing::Test {
 protected:

@@ -1,6 +1,6 @@
-#include "adapters/mpris/MprisInterfaces.h"
+#include "adapters/dbus/MprisInterfaces.h"
 
-#include "adapters/mpris/MprisMetadata.h"
+#include "adapters/dbus/MprisMetadata.h"
 
 #include <QDBusConnection>
 #include <QDBusError>

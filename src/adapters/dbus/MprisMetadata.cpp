@@ -1,4 +1,4 @@
-#include "adapters/mpris/MprisMetadata.h"
+#include "adapters/dbus/MprisMetadata.h"
 
 #include <QByteArray>
 #include <QDBusObjectPath>

@@ -1,7 +1,8 @@
-#include "adapters/mpris/MprisRemote.h"
+#include "adapters/dbus/MprisRemote.h"
 
-#include "adapters/mpris/MprisInterfaces.h"
-#include "adapters/mpris/MprisMetadata.h"
+#include "adapters/dbus/ConnectAside.h"
+#include "adapters/dbus/MprisInterfaces.h"
+#include "adapters/dbus/MprisMetadata.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -9,10 +10,6 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QObject>
-
-#include <atomic>
-#include <system_error>
-#include <thread>
 
 namespace quavernet {
 
@@ -31,11 +28,6 @@ constexpr const char* PropertiesChanged = "PropertiesChanged";
 constexpr uint DoNotQueue = 4;
 constexpr uint IsOwner = 1;
 
-QString NewConnectionName() {
-    static std::atomic<int> last{0};
-    return QString::fromLatin1("quavernet-remote-%1").arg(++last);
-}
-
 } // namespace
 
 class MprisRemote final : public MediaRemote {
@@ -48,7 +40,6 @@ public:
     void Seeked(double seconds) override;
 
 private:
-    void Connect(const QString& busAddress);
     void TakeConnection();
     void AskForName(const QString& name);
 
@@ -61,37 +52,17 @@ private:
 };
 
 MprisRemote::MprisRemote(const std::string& busAddress) {
-    m_shown.connection = NewConnectionName();
-    Connect(QString::fromStdString(busAddress));
+    m_shown.connection = ConnectAside(busAddress, m_life, [this](bool isConnected) {
+        if (isConnected) {
+            TakeConnection();
+        }
+    });
 }
 
 MprisRemote::~MprisRemote() {
     if (m_connected) {
         QDBusConnection(m_shown.connection).unregisterObject(QLatin1String(ObjectPath));
         QDBusConnection::disconnectFromBus(m_shown.connection); // Gives the name back as well.
-    }
-}
-
-/// A bus that hangs holds up a thread that nobody waits for.
-void MprisRemote::Connect(const QString& busAddress) {
-    const auto connect = [this, busAddress, name = m_shown.connection, life = std::weak_ptr<bool>(m_life)] {
-        const QDBusConnection bus = busAddress.isEmpty()
-                                        ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, name)
-                                        : QDBusConnection::connectToBus(busAddress, name);
-        const bool isConnected = bus.isConnected();
-        const auto take = [this, name, life, isConnected] {
-            if (!isConnected || life.expired()) {
-                QDBusConnection::disconnectFromBus(name);
-            } else {
-                TakeConnection();
-            }
-        };
-        QMetaObject::invokeMethod(qApp, take, Qt::QueuedConnection);
-    };
-    try {
-        std::thread(connect).detach();
-    } catch (const std::system_error&) {
-        // The machine is short of everything: the player does without the bus.
     }
 }
 
