@@ -53,6 +53,7 @@ public:
     void DoEvents() override {}
     bool Cancelled() const override { return false; }
     void SetCancelled(bool) override {}
+    void TellEnd(const std::string&) override {}
 
 private:
     std::array<std::string, 6> m_panels;

@@ -1,5 +1,6 @@
 #include "RealServices.h"
 
+#include "adapters/dbus/BusDesktop.h"
 #include "adapters/dbus/MprisRemote.h"
 #include "adapters/id3v2/TagLibComponent.h"
 #include "adapters/mpv/MpvPlayer.h"
@@ -23,7 +24,8 @@ void PostToMainLoop(std::function<void()> run) {
 
 } // namespace
 
-RealServices::RealServices() : m_shell([this] { Save(); }), m_fileSystem(CreatePosixFileSystem()) {
+RealServices::RealServices()
+    : m_shell([this] { Save(); }), m_desktop(CreateBusDesktop()), m_fileSystem(CreatePosixFileSystem()) {
     services.settings = &m_settings;
     services.fileSystem = m_fileSystem.get();
     services.files = &m_files;
@@ -35,6 +37,7 @@ RealServices::RealServices() : m_shell([this] { Save(); }), m_fileSystem(CreateP
     services.events = &m_events;
     services.clock = &m_clock;
     services.helpViewer = &m_helpViewer;
+    services.desktop = m_desktop.get();
     services.regional = ReadRegionalSettings();
     services.createConnection = [] { return CreateSqliteConnection(services.regional); };
     services.createTagComponent = [this] { return CreateTagLibComponent(m_files); };

@@ -12,6 +12,7 @@
 #include "adapters/vorbis/OggCommentWriter.h"
 #include "adapters/vorbis/OggInfoReader.h"
 #include "help/QtHelpViewer.h"
+#include "platform/Desktop.h"
 #include "platform/FileSystemObject.h"
 
 #include <memory>
@@ -40,6 +41,7 @@ private:
     OggInfoReader m_oggInfo{m_files};
     OggCommentWriter m_oggComments{m_files};
     QtHelpViewer m_helpViewer;
+    std::unique_ptr<Desktop> m_desktop;
     std::unique_ptr<FileSystemObject> m_fileSystem;
 };
 

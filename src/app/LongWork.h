@@ -30,6 +30,10 @@ public:
     /// Whether the user wants the work to end. Work that can be cancelled clears the mark when it begins.
     virtual bool Cancelled() const = 0;
     virtual void SetCancelled(bool cancelled) = 0;
+
+    /// Tells the user how a long job has ended, wherever the window is; see EndWord.h. The panels stay as
+    /// they are.
+    virtual void TellEnd(const std::string& word) = 0;
 };
 
 } // namespace quavernet

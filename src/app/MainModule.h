@@ -22,6 +22,7 @@
 
 namespace quavernet {
 
+class Desktop;
 class MediaPlayer;
 class MediaRemote;
 class VorbisCommentTool;
@@ -95,6 +96,7 @@ struct Services {
     Events* events = nullptr;
     Clock* clock = nullptr;
     HelpViewer* helpViewer = nullptr;
+    Desktop* desktop = nullptr; ///< Null: there is none.
     RegionalSettings regional;
     std::function<std::unique_ptr<ADODB::Connection>()> createConnection;
     std::function<std::unique_ptr<TagComponent>()> createTagComponent;

@@ -74,6 +74,27 @@ inline constexpr std::int32_t ProgramEnds = 443;     ///< Title of the box with 
 inline constexpr std::int32_t Restart = 778;         ///< Its second button.
 inline constexpr std::int32_t NotStartedAgain = 783; ///< What that may come to.
 
+// How a long job has ended; see EndWord.h.
+inline constexpr std::int32_t Done = 850;
+inline constexpr std::int32_t CancelledAfter = 851; ///< Before a time.
+inline constexpr std::int32_t EndedEarly = 852;     ///< By a failure that is not told.
+inline constexpr std::int32_t NewFiles = 853;       ///< This and the next two: after a number.
+inline constexpr std::int32_t UpdatedFiles = 854;
+inline constexpr std::int32_t SkippedFiles = 855;
+inline constexpr std::int32_t RemovedFiles = 856; ///< After a number; so are all up to NewCategory.
+inline constexpr std::int32_t RemovedFile = 857;
+inline constexpr std::int32_t NewEntries = 858;
+inline constexpr std::int32_t NewEntry = 859;
+inline constexpr std::int32_t NewCategories = 860;
+inline constexpr std::int32_t NewCategory = 861;
+inline constexpr std::int32_t NoFileFound = 862;
+inline constexpr std::int32_t NoFileMissing = 863;
+inline constexpr std::int32_t NoBackup = 772; ///< Of the database. Before the reason.
+
+inline constexpr std::int32_t SelectionTooLarge = 864;     ///< To be converted at once.
+inline constexpr std::int32_t ConvertingNotPossible = 865; ///< The title above it.
+inline constexpr std::int32_t OneTitle = 866;              ///< After the number 1 in the status bar.
+
 // What a frame header says.
 inline constexpr std::int32_t Stereo = 447; ///< The four channel modes follow each other from here.
 inline constexpr std::int32_t ReservedEmphasis = 451;

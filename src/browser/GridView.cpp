@@ -3,6 +3,7 @@
 #include "adapters/qt/FileUris.h"
 #include "adapters/qt/QtText.h"
 #include "browser/GridPaint.h"
+#include "scanner/AddDroppedFiles.h"
 #include "widgets/DragFiles.h"
 #include "widgets/PaintingOff.h"
 
@@ -413,7 +414,10 @@ void GridView::TakeFiles(QDropEvent& event) const {
 
 // The files are looked at once, when the drag enters: there may be very many.
 void GridView::dragEnterEvent(QDragEnterEvent* event) {
-    m_takesFiles = !LocalFiles(*event->mimeData()).empty();
+    const std::vector<std::string> paths = LocalFiles(*event->mimeData());
+    // Its own rows are in the library. A look at it that fails is none of the pointer's business.
+    m_takesFiles = event->source() != this;
+    IgnoreFailure([&] { m_takesFiles = m_takesFiles && WouldAddFiles(paths); });
     TakeFiles(*event);
 }
 

@@ -1,7 +1,10 @@
 #include "library/CleanDatabase.h"
 
+#include "app/EndWord.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/TextNumbers.h"
+#include "library/BackUpLibrary.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -45,20 +48,24 @@ void RemoveEntry(const std::string& fileId, const Entry& entry) {
         " and Parent = '" + entry.parent + "')");
 }
 
-void RemoveFile(const std::string& path, const std::string& fileId) {
+// False if the file is there after all.
+bool RemoveFile(const std::string& path, const std::string& fileId) {
     const ADODB::WriteLock writeLock(*mainModule.Connection);
     // Another running program may have stored the file since: it writes no row from here on, so that one look
     // at the disk tells.
     if (services.fileSystem->FileExists(path)) {
-        return;
+        return false;
     }
     mainModule.Connection->Execute("Delete from Files where File_id = " + fileId);
     for (const Entry& entry : EntriesOf(fileId)) {
         RemoveEntry(fileId, entry);
     }
+    return true;
 }
 
-void RemoveMissingFiles() {
+// How many have been removed.
+std::size_t RemoveMissingFiles() {
+    std::size_t removed = 0;
     ADODB::Recordset files;
     files.Open("Select Path, File_id from Files", *mainModule.Connection);
     if (files.RecordCount() > 0) {
@@ -66,7 +73,7 @@ void RemoveMissingFiles() {
         for (files.MoveFirst(); !files.Eof(); files.MoveNext()) {
             const std::string path = files.Fields(0).Text();
             if (!services.fileSystem->FileExists(path)) {
-                RemoveFile(path, files.Fields(1).Text());
+                removed += RemoveFile(path, files.Fields(1).Text()) ? 1 : 0;
                 committed = false;
             } else if (!committed) {
                 // A slow volume may show one existing file after the other for minutes, without a statement:
@@ -77,14 +84,16 @@ void RemoveMissingFiles() {
         }
     }
     files.Close();
+    return removed;
 }
 
 } // namespace
 
 void mnuCleanDatabase_Click(LongWork& work, LibraryViews& views) {
     const std::string question = LoadResString(357) + "\n" + LoadResString(358) + "\n\n" + LoadResString(359);
+    // What goes is not brought back: Return alone must not do it.
     if (services.msgBox->Show(question, LoadResString(360), MsgBox::Icon::Information,
-                              MsgBox::Buttons::YesNo) == MsgBox::Answer::Yes) {
+                              MsgBox::Buttons::NoByDefault) == MsgBox::Answer::Yes) {
         CleanDatabase(work, views);
     }
 }
@@ -93,13 +102,22 @@ void CleanDatabase(LongWork& work, LibraryViews& views) {
     work.SetMousePointer(MousePointer::Hourglass);
     work.SetPanel(Panel::Scanning, LoadResString(383));
     work.DoEvents();
-    RemoveMissingFiles();
+    EndWord end;
+    const std::string noBackup = BackUpLibrary();
+    const std::size_t removed = RemoveMissingFiles();
     views.LoadTree();
     if (!mainModule.LoadOverSearch) {
         views.LoadDatabase("");
     }
     work.SetPanel(Panel::Scanning, "");
     work.SetMousePointer(MousePointer::Default);
+    if (removed == 0) {
+        end.Say(LoadResString(Texts::NoFileMissing));
+    } else {
+        end.Count(removed, Texts::RemovedFile, Texts::RemovedFiles);
+    }
+    const std::string reason = noBackup.empty() ? "" : " - " + LoadResString(Texts::NoBackup) + noBackup;
+    work.TellEnd(end.Done() + reason);
 }
 
 } // namespace quavernet

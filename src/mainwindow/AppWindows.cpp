@@ -71,9 +71,14 @@ void AppWindows::Close() {
 }
 
 std::string AppWindows::Activity() const {
-    const std::string text = m_main ? m_main->Parts().Work.PanelText(Panel::Scanning) : std::string();
-    // "Ready!", also with faults of the tree after it, names nothing that is being done.
-    return text.starts_with(LoadResString(Texts::Ready)) ? std::string() : text;
+    if (!m_main) {
+        return {};
+    }
+    const MainWork& work = m_main->Parts().Work;
+    const std::string text = work.PanelText(Panel::Scanning);
+    // "Ready!", also with faults of the tree after it, names nothing that is being done, nor does the end of
+    // what was done before.
+    return text == work.LastEnd() || text.starts_with(LoadResString(Texts::Ready)) ? std::string() : text;
 }
 
 } // namespace quavernet

@@ -68,9 +68,8 @@ MainParts::MainParts(QMainWindow& window, PlayerWindow& player, const SwitchCont
     QObject::connect(&List, &ListController::ScanWanted, &List, [this] { (void)Commands.Run("mnuScan"); });
     Menu.Build(Commands);
     Panes.BuildCommands(Commands);
-    QObject::connect(
-        &Panes.Grid(), &GridView::FilesDropped, &List,
-        [this](const std::vector<std::string>& paths) { Scan.FilesDropped(DropTarget::Grid, paths); });
+    QObject::connect(&Panes.Grid(), &GridView::FilesDropped, &List,
+                     [this](const std::vector<std::string>& paths) { Scan.FilesDropped(paths); });
 }
 
 } // namespace quavernet

@@ -15,6 +15,7 @@ namespace quavernet {
 namespace {
 constexpr int FrameTimeMs = 50; // Painting takes time away from a scan.
 constexpr int PaddingPx = 5;
+constexpr int HintTimeMs = 8000;
 } // namespace
 
 MainStatusBar::MainStatusBar(QWidget* parent) : QWidget(parent) {
@@ -47,7 +48,16 @@ void MainStatusBar::SetText(Panel panel, const std::string& text) {
 }
 
 QString MainStatusBar::ToolTip(Panel panel) const {
-    return ToQString(panel == Panel::Scanning ? Text(panel) : m_toolTips[static_cast<std::size_t>(panel)]);
+    if (panel != Panel::Scanning) {
+        return ToQString(m_toolTips[static_cast<std::size_t>(panel)]);
+    }
+    return ToQString(Text(panel).empty() ? m_lastEnd : Text(panel));
+}
+
+void MainStatusBar::HintLastEnd() {
+    const QRect panel = PanelRects().front();
+    const QPoint place(panel.left() + PaddingPx, -2 * panel.height());
+    QToolTip::showText(mapToGlobal(place), ToQString(m_lastEnd), this, {}, HintTimeMs);
 }
 
 void MainStatusBar::mouseMoveEvent(QMouseEvent*) {

@@ -27,6 +27,12 @@ public:
     /// be shown shortened.
     QString ToolTip(Panel panel) const;
 
+    /// How the last long job has ended. The tool tip of the first panel tells it while the panel is empty.
+    void SetLastEnd(const std::string& word) { m_lastEnd = word; }
+    const std::string& LastEnd() const { return m_lastEnd; }
+    /// Shows that tool tip for some seconds, without the mouse.
+    void HintLastEnd();
+
     /// 0 to 100; fractions are kept.
     void SetProgress(float value);
     float Progress() const { return m_progress; }
@@ -51,6 +57,7 @@ private:
 
     std::array<std::string, 6> m_texts;
     std::array<std::string, 6> m_toolTips;
+    std::string m_lastEnd;
     QProgressBar* m_bar;
     QTimer m_paintTimer;
     QElapsedTimer m_sinceBarPaint;

@@ -2,8 +2,9 @@
 
 #include "adapters/qt/QtText.h"
 #include "app/MainModule.h"
-#include "mainwindow/MainStatusBar.h"
+#include "platform/Desktop.h"
 
+#include <QApplication>
 #include <QWidget>
 
 namespace quavernet {
@@ -51,10 +52,33 @@ void MainWork::SetMousePointer(MousePointer pointer) {
 
 void MainWork::SetProgress(float value) {
     m_status.SetProgress(value);
+    m_taskBar.Show(value);
 }
 
 float MainWork::Progress() const {
     return m_status.Progress();
+}
+
+// Its boxes, dialogs and the log are the window as well.
+bool MainWork::IsUsersWindow() const {
+    for (const QWidget* active = QApplication::activeWindow(); active != nullptr;
+         active = active->parentWidget()) {
+        if (active == &m_window) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void MainWork::TellEnd(const std::string& word) {
+    m_status.SetLastEnd(word);
+    if (!IsUsersWindow()) {
+        if (services.desktop != nullptr) {
+            services.desktop->Notify("Quavernet", word);
+        }
+    } else if (m_status.Text(Panel::Scanning).empty()) {
+        m_status.HintLastEnd();
+    }
 }
 
 void MainWork::DoEvents() {

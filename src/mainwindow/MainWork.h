@@ -3,6 +3,8 @@
 #pragma once
 
 #include "app/LongWork.h"
+#include "mainwindow/MainStatusBar.h"
+#include "mainwindow/TaskBarProgress.h"
 
 #include <QObject>
 #include <QTimer>
@@ -12,8 +14,6 @@
 class QWidget;
 
 namespace quavernet {
-
-class MainStatusBar;
 
 class MainWork : public QObject, public LongWork {
     Q_OBJECT
@@ -30,12 +30,20 @@ public:
     void DoEvents() override;
     bool Cancelled() const override { return m_cancelled; }
     void SetCancelled(bool cancelled) override { m_cancelled = cancelled; }
+    /// As a note of the desktop if the user is in another window, else as a hint over the status bar, unless
+    /// its first panel shows the word. The empty panel's tool tip tells it until the next job has ended.
+    void TellEnd(const std::string& word) override;
+
+    /// What TellEnd was told last.
+    const std::string& LastEnd() const { return m_status.LastEnd(); }
 
 private:
     void ShowTitle();
+    bool IsUsersWindow() const;
 
     QWidget& m_window;
     MainStatusBar& m_status;
+    TaskBarProgress m_taskBar;
     QTimer m_titleTimer;
     std::string m_title;
     bool m_cancelled = false;

@@ -1,7 +1,6 @@
 #include "mainwindow/frmMain.h"
 
 #include "adapters/qt/DialogLanguage.h"
-#include "adapters/qt/FileUris.h"
 #include "app/IdleTitle.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
@@ -12,13 +11,11 @@
 #include "mainwindow/ControlState.h"
 #include "mainwindow/MainParts.h"
 #include "scanner/CheckReminder.h"
-#include "widgets/DragFiles.h"
 #include "widgets/Pictures.h"
 #include "widgets/Twips.h"
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QMimeData>
 #include <QScreen>
 
 #include <algorithm>
@@ -47,7 +44,6 @@ frmMain::frmMain(PlayerWindow& player) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowIcon(Picture("quavernet"));
     setMouseTracking(true);
-    setAcceptDrops(true);
     setAttribute(Qt::WA_AlwaysShowToolTips); // Also while the scan log is in front.
     m_parts = std::make_unique<MainParts>(
         *this, player, [this](ControlMode mode) { SetControlState(mode); }, [this] { LoadStrings(); });
@@ -346,17 +342,6 @@ void frmMain::wheelEvent(QWheelEvent* event) {
     // Wherever the mouse is, the wheel moves the list. A movement to the side is no notch of it.
     if (event->angleDelta().y() != 0 || event->angleDelta().x() == 0) {
         m_parts->Panes.Grid().ScrollByNotch(event->angleDelta().y());
-    }
-}
-
-void frmMain::dragEnterEvent(QDragEnterEvent* event) {
-    (void)AnswerDrag(*event, !LocalFiles(*event->mimeData()).empty());
-}
-
-void frmMain::dropEvent(QDropEvent* event) {
-    const std::vector<std::string> paths = LocalFiles(*event->mimeData());
-    if (AnswerDrag(*event, !paths.empty())) {
-        m_parts->Scan.FilesDropped(DropTarget::Window, paths);
     }
 }
 

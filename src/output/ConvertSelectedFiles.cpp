@@ -75,12 +75,28 @@ ProgramCommand EncoderCommand(const std::string& programFolder) {
     return command;
 }
 
+namespace {
+
+// A selection of many thousand files is more than a program can be started with.
+void StartEncoder() {
+    try {
+        services.shell->StartProgram(EncoderCommand(services.shell->ProgramFolder()));
+    } catch (const RuntimeError& failure) {
+        if (failure.Number() != ErrorNumber::OutOfMemory) {
+            throw;
+        }
+        ShowBox(Texts::SelectionTooLarge, Texts::ConvertingNotPossible, MsgBox::Icon::Exclamation);
+    }
+}
+
+} // namespace
+
 void ConvertSelectedFiles(LongWork& work, const std::function<void()>& showOptions) {
     if (CheckBoxSetting(Konvert::Show, "1")) {
         showOptions();
     }
     work.SetPanel(Panel::Scanning, LoadResString(Texts::Converting));
-    services.shell->StartProgram(EncoderCommand(services.shell->ProgramFolder()));
+    StartEncoder();
     work.SetPanel(Panel::Scanning, {});
 }
 

@@ -63,8 +63,8 @@ public:
     virtual int ShellExecute(const std::string& path) = 0;
 
     /// Starts an outside program as a process of its own, without waiting for it and without a shell that
-    /// would read its arguments. Throws RuntimeError 53 if the program is missing, 70 if it may not be run, 5
-    /// if it can't be started otherwise.
+    /// would read its arguments. Throws RuntimeError 53 if the program is missing, 70 if it may not be run, 7
+    /// if the arguments are more than the system takes, 5 if it can't be started otherwise.
     virtual void StartProgram(const ProgramCommand& command) = 0;
 
     /// Opens a page of the web in the browser, without waiting. The address goes out as it is; one of any
@@ -86,8 +86,9 @@ public:
 class MsgBox {
 public:
     enum class Icon { None, Critical, Question, Exclamation, Information }; ///< The picture beside the text.
-    enum class Buttons { Ok, OkCancel, YesNo, OkRestart };                  ///< The first one is the default.
-    enum class Answer { Ok, Cancel, Yes, No, Restart };                     ///< The button that was pressed.
+    /// The first one is the default, but for NoByDefault: Yes and No, and Return means No.
+    enum class Buttons { Ok, OkCancel, YesNo, OkRestart, NoByDefault };
+    enum class Answer { Ok, Cancel, Yes, No, Restart }; ///< The button that was pressed.
 
     virtual ~MsgBox() = default;
 

@@ -2,6 +2,7 @@
 
 #include "adapters/qt/FileUris.h"
 #include "adapters/qt/QtText.h"
+#include "app/AudioKind.h"
 #include "app/LibraryViews.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
@@ -29,6 +30,11 @@ namespace {
 constexpr int TickMs = 100;
 constexpr int PositionMargin = 30;
 constexpr int VolumeMargin = 200;
+
+// The first file decides about all of a drop.
+bool TakesFiles(const std::vector<std::string>& paths) {
+    return !paths.empty() && AudioKindOf(paths.front()) != AudioKind::None;
+}
 
 } // namespace
 
@@ -311,16 +317,16 @@ void frmPlayer::changeEvent(QEvent* event) {
 }
 
 void frmPlayer::dragEnterEvent(QDragEnterEvent* event) {
-    (void)AnswerDrag(*event, !LocalFiles(*event->mimeData()).empty());
+    (void)AnswerDrag(*event, TakesFiles(LocalFiles(*event->mimeData())));
 }
 
 void frmPlayer::dragMoveEvent(QDragMoveEvent* event) {
-    (void)AnswerDrag(*event, !LocalFiles(*event->mimeData()).empty());
+    (void)AnswerDrag(*event, TakesFiles(LocalFiles(*event->mimeData())));
 }
 
 void frmPlayer::dropEvent(QDropEvent* event) {
     const std::vector<std::string> paths = LocalFiles(*event->mimeData());
-    if (AnswerDrag(*event, !paths.empty())) {
+    if (AnswerDrag(*event, TakesFiles(paths))) {
         Act([&] { m_queue->DropOnWindow(paths); });
     }
 }
@@ -331,13 +337,13 @@ bool frmPlayer::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::DragEnter:
     case QEvent::DragMove: {
         auto* drag = static_cast<QDropEvent*>(event);
-        (void)AnswerDrag(*drag, !LocalFiles(*drag->mimeData()).empty());
+        (void)AnswerDrag(*drag, TakesFiles(LocalFiles(*drag->mimeData())));
         return true;
     }
     case QEvent::Drop: {
         auto* drop = static_cast<QDropEvent*>(event);
         const std::vector<std::string> paths = LocalFiles(*drop->mimeData());
-        if (AnswerDrag(*drop, !paths.empty())) {
+        if (AnswerDrag(*drop, TakesFiles(paths))) {
             Act([&] { m_queue->DropOnList(paths); });
         }
         return true;

@@ -1,7 +1,10 @@
 #include "scanner/AddDroppedFiles.h"
 
 #include "app/AudioKind.h"
+#include "app/EndWord.h"
+#include "app/LongWork.h"
 #include "app/MayAct.h"
+#include "app/TextNumbers.h"
 #include "inspect/modMp3Info.h"
 #include "platform/RuntimeError.h"
 #include "scanner/FileFields.h"
@@ -9,11 +12,15 @@
 #include "scanner/PutBack.h"
 #include "scanner/ScanDriver.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace quavernet {
 
 namespace {
+
+// The pointer's answer must not take longer than its next move.
+constexpr std::size_t MostLookups = 1000;
 
 // True if the file was not known and has been stored.
 bool AddIfUnknown(const std::string& path, CurrentFile& file, ScanDriver& driver) {
@@ -25,6 +32,20 @@ bool AddIfUnknown(const std::string& path, CurrentFile& file, ScanDriver& driver
         AddDroppedFileToLibrary(path, file, driver);
     }
     return !isKnown;
+}
+
+void AddUnknown(const std::vector<std::string>& paths, ScanDriver& driver, std::size_t& added) {
+    CurrentFile file = mainModule.CurrentFile;
+    std::int16_t index = 0;
+    for (const std::string& path : paths) {
+        index = Narrow16(index + 1.0); // The list is counted in 16 bits.
+        if (AudioKindOf(path) != AudioKind::None && AddIfUnknown(path, file, driver)) {
+            ++added;
+            // File by file: a disk that is full at a later one takes back what has been gathered, and the
+            // end of a drop is silent.
+            mainModule.Connection->Commit();
+        }
+    }
 }
 
 } // namespace
@@ -48,30 +69,36 @@ void AddDroppedFileToLibrary(const std::string& path, CurrentFile& file, ScanDri
     StoreDroppedFile(InspectDroppedFile(path, file), file, driver);
 }
 
-void AddDroppedFiles(DropTarget target, const std::vector<std::string>& paths, ScanDriver& driver,
-                     ScanView& view) {
-    if (target == DropTarget::Window || !MayAct()) {
+bool WouldAddFiles(const std::vector<std::string>& paths) {
+    std::size_t lookups = MostLookups;
+    return std::ranges::any_of(paths, [&](const std::string& path) {
+        return AudioKindOf(path) != AudioKind::None && (lookups-- == 0 || !IsKnownPath(path));
+    });
+}
+
+void AddDroppedFiles(const std::vector<std::string>& paths, ScanDriver& driver, ScanView& view,
+                     LongWork& work) {
+    if (!MayAct()) {
         return;
     }
-    CurrentFile file = mainModule.CurrentFile;
+    EndWord end;
+    std::size_t added = 0;
+    bool failed = false;
     try {
-        bool added = false;
-        std::int16_t index = 0;
-        for (const std::string& path : paths) {
-            index = Narrow16(index + 1.0); // The list is counted in 16 bits.
-            if (AudioKindOf(path) != AudioKind::None && AddIfUnknown(path, file, driver)) {
-                added = true;
-                // File by file: a disk that is full at a later one takes back what has been gathered, and the
-                // end of a drop is silent.
-                mainModule.Connection->Commit();
-            }
-        }
-        if (added && !mainModule.LoadOverSearch) {
+        AddUnknown(paths, driver, added);
+        if (added > 0 && !mainModule.LoadOverSearch) {
             view.LoadDatabase("");
         }
     } catch (const RuntimeError&) {
-        // Ends the drop; what has been stored stays.
+        failed = true; // Ends the drop; what has been stored stays.
     }
+    end.Count(added, Texts::NewFiles);
+    if (!failed) {
+        end.Count(paths.size() - added, Texts::SkippedFiles);
+    }
+    const std::string word = failed ? end.EndedEarly() : end.Done();
+    work.SetPanel(Panel::Scanning, word);
+    work.TellEnd(word);
 }
 
 } // namespace quavernet

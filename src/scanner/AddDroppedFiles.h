@@ -1,5 +1,5 @@
-// Audio files dropped from other programs join the library without a scan. Called by the drop events of the
-// list and of the main window; the single-file step also by the drop on the tree and by the import of a tree.
+// Audio files dropped from other programs join the library without a scan. Called by the drop event of the
+// list; the single-file step also by the drop on the tree and by the import of a tree.
 #pragma once
 
 #include <string>
@@ -9,17 +9,20 @@ namespace quavernet {
 
 struct CurrentFile;
 struct FileFacts;
+class LongWork;
 class ScanDriver;
 class ScanView;
 
-enum class DropTarget { Grid, Window };
+/// Whether a drop of these files would store any: a folder, a playlist or a file that the library knows adds
+/// nothing. Of a long list only the first files are looked up, and the rest counts as unknown.
+bool WouldAddFiles(const std::vector<std::string>& paths);
 
 /// Stores each dropped file that is an MP3, WAV or Ogg file and not known yet, and loads the list if one was
 /// stored. A failure ends the drop silently; files stored so far stay. So does a list of more than 32767
-/// paths, after that number. The background of the window takes no files, and while a scan runs nothing does.
+/// paths, after that number. The panel Scanning tells how many joined. While a scan runs nothing is taken.
 /// Lets events run, in which another drop may join the library.
-void AddDroppedFiles(DropTarget target, const std::vector<std::string>& paths, ScanDriver& driver,
-                     ScanView& view);
+void AddDroppedFiles(const std::vector<std::string>& paths, ScanDriver& driver, ScanView& view,
+                     LongWork& work);
 
 /// Inspects one file and stores it. `file` is the caller's own record, of the file before this one, and its
 /// DetailsPath must hold this path. Throws RuntimeError if the file is missing or a statement fails. Lets

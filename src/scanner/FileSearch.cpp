@@ -43,9 +43,10 @@ void ClearFileFields(CurrentFile& file) {
     file.FileAlbum.clear();
 }
 
-// The entries that the walk passed over; they are named in the scan log alone.
+// The entries that the walk passed over; they are named in the scan log alone, and counted in its last line.
 void ReportSkipped(ScanRun& run, FolderWalk& walk) {
     const std::vector<SkippedEntry> skipped = walk.TakeSkipped();
+    run.Counts.Skipped += skipped.size();
     if (!skipped.empty() && mainModule.ScanLogEnabled) {
         run.log.AddSkipped(skipped);
     }
@@ -67,12 +68,13 @@ void StoreFile(ScanRun& run, const FileFacts& facts) {
         const bool known = IsKnownPath(file.FilePath);
         file.CurrentPath = file.FilePath; // A network file is inspected by its network name.
         if (known) {
+            ++run.Counts.Skipped;
             run.work.DoEvents();
             return;
         }
     }
     InspectFile(file.CurrentPath, file);
-    StoreFileRecord(file, run.saved);
+    run.Counts.AddStored(StoreFileRecord(file, run.saved));
     CountMegabytes(run);
     run.work.DoEvents();
 }

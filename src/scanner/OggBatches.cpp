@@ -28,11 +28,13 @@ bool IsKnownOgg(const std::string& path) {
 }
 
 /// The paths of a batch that are to be read: in a quick scan those that the library does not hold.
-std::vector<std::string> WantedPaths(const ScanRun& run, std::size_t first, std::size_t last) {
+std::vector<std::string> WantedPaths(ScanRun& run, std::size_t first, std::size_t last) {
     std::vector<std::string> paths;
     for (std::size_t i = first; i < last; ++i) {
         if (!run.QuickScan || !IsKnownOgg(run.OggPaths[i])) {
             paths.push_back(run.OggPaths[i]);
+        } else {
+            ++run.Counts.Skipped;
         }
     }
     return paths;
@@ -40,6 +42,7 @@ std::vector<std::string> WantedPaths(const ScanRun& run, std::size_t first, std:
 
 void Drop(ScanRun& run, const std::string& path, const std::string& reason,
           SkippedEntry::Kind kind = SkippedEntry::Kind::Unreadable) {
+    ++run.Counts.Skipped;
     if (mainModule.ScanLogEnabled) {
         run.log.AddSkipped({{path, reason, kind}});
     }
@@ -64,7 +67,7 @@ void StoreOrDrop(ScanRun& run, const OggFileInfo& file) {
     OggRecord record{file.title, file.performer, file.bitRate, file.length, file.name, file.path, file.size,
                      {},         file.genre,     {},           file.album};
     try {
-        StoreOggRecord(record, run.saved);
+        run.Counts.AddStored(StoreOggRecord(record, run.saved));
     } catch (const LibraryError&) {
         throw; // No fault of this file: a full disk, a lock.
     } catch (const RuntimeError& error) {
@@ -112,8 +115,10 @@ void OggBatches::ReadOggBatches(ScanRun& run) {
             return;
         }
         run.work.DoEvents();
-        const std::vector<std::string> paths = WantedPaths(run, first, std::min(first + BatchSize, count));
+        const std::size_t last = std::min(first + BatchSize, count);
+        const std::vector<std::string> paths = WantedPaths(run, first, last);
         if (paths.empty()) {
+            run.Counts.Skipped += count - last; // Nobody looks at the rest.
             return;
         }
         ReadBatch(run, paths);

@@ -144,7 +144,7 @@ OggNames OggTagsFromFileName(const std::string& path) {
     }
 }
 
-void StoreOggRecord(OggRecord& record, SavedLog& log) {
+bool StoreOggRecord(OggRecord& record, SavedLog& log) {
     // The highest key is the new row's own only while nobody else inserts.
     const ADODB::WriteLock writeLock(*mainModule.Connection);
     FillNames(record);
@@ -166,6 +166,7 @@ void StoreOggRecord(OggRecord& record, SavedLog& log) {
     services.events->DoEvents();
     record.path = SqlUnquote(record.path);
     record.name = SqlUnquote(record.name);
+    return !isKnown;
 }
 
 } // namespace quavernet

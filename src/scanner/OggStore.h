@@ -23,10 +23,10 @@ struct OggRecord {
     std::string album;
 };
 
-/// Finds or creates the lookup rows, then inserts the file or updates the rows with its path. A failing
-/// statement or a missing file throws RuntimeError; the rows written before stay. Lets events run once all is
-/// written.
-void StoreOggRecord(OggRecord& record, SavedLog& log);
+/// Finds or creates the lookup rows, then inserts the file or updates the rows with its path; true is
+/// returned for a new row. A failing statement or a missing file throws RuntimeError; the rows written before
+/// stay. Lets events run once all is written.
+bool StoreOggRecord(OggRecord& record, SavedLog& log);
 
 /// Title and performer from the name of a path; both are text 347 if it is too short to be split.
 struct OggNames {

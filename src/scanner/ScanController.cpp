@@ -1,6 +1,7 @@
 #include "scanner/ScanController.h"
 
 #include "app/MainModule.h"
+#include "scanner/AddDroppedFiles.h"
 #include "scanner/frmScanLog.h"
 
 #include <QPointer>
@@ -29,8 +30,8 @@ void ScanController::mnuScan_Click() {
     }
 }
 
-void ScanController::FilesDropped(DropTarget target, const std::vector<std::string>& paths) {
-    AddDroppedFiles(target, paths, m_driver, m_view);
+void ScanController::FilesDropped(const std::vector<std::string>& paths) {
+    AddDroppedFiles(paths, m_driver, m_view, m_work);
 }
 
 void ScanController::ReminderScan() {

@@ -4,7 +4,6 @@
 
 #include "app/Controls.h"
 #include "app/LongWork.h"
-#include "scanner/AddDroppedFiles.h"
 #include "scanner/OggBatches.h"
 #include "scanner/ScanDriver.h"
 #include "scanner/ScanView.h"
@@ -29,7 +28,7 @@ public:
     void ReminderScan();
     void Cancel();
     /// Lets events run.
-    void FilesDropped(DropTarget target, const std::vector<std::string>& paths);
+    void FilesDropped(const std::vector<std::string>& paths);
 
     /// For the drop on the tree and the import of one, which store unknown files by it.
     ScanDriver& Driver() { return m_driver; }

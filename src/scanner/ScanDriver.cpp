@@ -1,12 +1,13 @@
 #include "scanner/ScanDriver.h"
 
+#include "app/EndWord.h"
 #include "app/IdleTitle.h"
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/Registry.h"
 #include "app/TextHelpers.h"
 #include "app/TextNumbers.h"
-#include "platform/LibraryError.h"
+#include "library/BackUpLibrary.h"
 #include "scanner/FileSearch.h"
 #include "scanner/GetFilesCount.h"
 #include "scanner/OggPass.h"
@@ -51,12 +52,22 @@ void EndWithoutScan(ScanRun& run) {
     run.work.SetTitle(IdleTitle());
 }
 
+void TellNothingDone(ScanRun& run, EndWord& end) {
+    if (run.work.Cancelled()) {
+        run.work.TellEnd(end.Cancelled());
+    } else {
+        end.Say(LoadResString(Texts::NoFileFound));
+        run.work.TellEnd(end.Done());
+    }
+}
+
 void Prepare(ScanRun& run) {
     for (const Panel panel : ScanPanel::All) {
         run.work.SetPanel(panel, "");
     }
     mainModule.SuppressComboClick = true;
     run.work.SetCancelled(false);
+    run.Counts = {};
     const ScanOptions options = run.view.Options();
     run.Recursive = options.Recursive;
     run.QuickScan = options.QuickScan;
@@ -87,26 +98,17 @@ void OpenLog(ScanRun& run) {
     run.log.SelectLastLine();
 }
 
-void NameMissingBackup(ScanRun& run, const std::string& reason) {
+void LogLine(ScanRun& run, const std::string& line) {
     if (mainModule.ScanLogEnabled) {
-        run.log.AddLine(LoadResString(772) + reason);
+        run.log.AddLine(line);
         run.log.SelectLastLine();
     }
 }
 
-// A full disk is no reason to refuse the scan; a library that is damaged or not there any more is: nothing
-// may be written to it.
-void BackUpLibrary(ScanRun& run) {
-    try {
-        mainModule.Connection->Backup();
-        return;
-    } catch (const LibraryError& error) {
-        if (error.Fault() == LibraryFault::Damaged || error.Fault() == LibraryFault::Moved) {
-            throw;
-        }
-        NameMissingBackup(run, error.Description());
-    } catch (const RuntimeError& error) {
-        NameMissingBackup(run, error.Description());
+void BackUp(ScanRun& run) {
+    const std::string noBackup = BackUpLibrary();
+    if (!noBackup.empty()) {
+        LogLine(run, LoadResString(Texts::NoBackup) + noBackup);
     }
 }
 
@@ -125,9 +127,18 @@ void ScanFiles(ScanRun& run, FolderWalk& walk) {
     FileSearch(run, walk);
 }
 
-void Finish(ScanRun& run) {
+std::string EndOf(const ScanRun& run, EndWord& end) {
+    end.Count(run.Counts.New, Texts::NewFiles);
+    end.Count(run.Counts.Updated, Texts::UpdatedFiles);
+    end.Count(run.Counts.Skipped, Texts::SkippedFiles);
+    return run.work.Cancelled() ? end.Cancelled() : end.Done();
+}
+
+void Finish(ScanRun& run, EndWord& end) {
+    const std::string word = EndOf(run, end);
     run.work.SetMousePointer(MousePointer::Default);
     run.work.SetProgress(0);
+    LogLine(run, word); // While the log can't be closed.
     EnableLogClose(run);
     SaveSetting("LastScan", ShortDateText(services.clock->Now(), services.regional));
     run.view.FillDriveCombo();
@@ -140,6 +151,7 @@ void Finish(ScanRun& run) {
     run.work.SetTitle(IdleTitle());
     run.work.SetPanel(ScanPanel::Scanning, "");
     run.OggPaths.clear();
+    run.work.TellEnd(word);
 }
 
 } // namespace
@@ -171,9 +183,11 @@ void ScanDriver::StartScan() {
         EndWithoutScan(run);
         return;
     }
+    EndWord end;
     CountFiles(run, *counting);
     if (run.FilesTotal == 0 || run.work.Cancelled()) {
         EndWithoutScan(run);
+        TellNothingDone(run, end);
         return;
     }
     OpenLog(run);
@@ -184,7 +198,7 @@ void ScanDriver::StartScan() {
         return;
     }
     run.view.ClearList();
-    BackUpLibrary(run);
+    BackUp(run);
     ScanFiles(run, *search);
     if (!run.OggPaths.empty()) {
         StartCounters(run);
@@ -193,7 +207,7 @@ void ScanDriver::StartScan() {
         }
     }
     mainModule.Connection->Commit();
-    Finish(run);
+    Finish(run, end);
 }
 
 void ScanDriver::Cancel() {

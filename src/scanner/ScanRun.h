@@ -33,6 +33,15 @@ inline constexpr Panel Elapsed = Panel::Titles;
 inline constexpr std::array<Panel, 5> All{Scanning, Percent, Remaining, Elapsed, Panel::Albums};
 } // namespace ScanPanel
 
+/// What has become of the files of one scan.
+struct ScanCounts {
+    std::size_t New = 0;
+    std::size_t Updated = 0;
+    std::size_t Skipped = 0; ///< Known ones in a quick scan, and those that could not be read.
+
+    void AddStored(bool isNew) { ++(isNew ? New : Updated); }
+};
+
 struct ScanRun {
     ScanRun(LongWork& longWork, ScanView& scanView, ScanLog& scanLog)
         : work(longWork), view(scanView), log(scanLog), saved(scanLog) {}
@@ -52,6 +61,7 @@ struct ScanRun {
     double ScannedMegabytes = 0; ///< Sum of the sizes of stored files.
     std::string StatusDots;      ///< Text of the status panel in the counting pass.
     std::vector<std::string> OggPaths;
+    ScanCounts Counts;
     ScanTexts texts;
 };
 

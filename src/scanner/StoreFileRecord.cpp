@@ -190,7 +190,7 @@ std::string UpdateStatement(const CurrentFile& file, const LookupKeys& keys, con
 
 } // namespace
 
-void StoreFileRecord(CurrentFile& file, SavedLog& log) {
+bool StoreFileRecord(CurrentFile& file, SavedLog& log) {
     // Another running program may look for the same performer or the same path at this moment.
     const ADODB::WriteLock writeLock(*mainModule.Connection);
     FillMissingNames(file);
@@ -209,7 +209,8 @@ void StoreFileRecord(CurrentFile& file, SavedLog& log) {
     ADODB::Recordset row;
     row.Open("Select File_id from Files where Path = '" + file.FilePath + "'", *mainModule.Connection);
     const std::string length = std::to_string(file.AudioInfo.Length);
-    if (row.RecordCount() > 0) {
+    const bool isNew = row.RecordCount() == 0;
+    if (!isNew) {
         const std::string fileId(Trim(row.Fields(0).Text()));
         mainModule.Connection->Execute(UpdateStatement(file, keys, length, fileId));
     } else {
@@ -220,6 +221,7 @@ void StoreFileRecord(CurrentFile& file, SavedLog& log) {
     }
     log.Add(file.FilePath, file.FileSize, length);
     row.Close();
+    return isNew;
 }
 
 } // namespace quavernet

@@ -8,8 +8,8 @@
 namespace quavernet {
 
 /// Finds or creates the lookup rows of the file and inserts or updates its row in Files; the path decides
-/// which. Names that are empty are filled. Failing statements are not caught. Lets events run after each new
-/// lookup row: no handler inside them may touch `file`.
-void StoreFileRecord(CurrentFile& file, SavedLog& log);
+/// which, and true is returned for a new row. Names that are empty are filled. Failing statements are not
+/// caught. Lets events run after each new lookup row: no handler inside them may touch `file`.
+bool StoreFileRecord(CurrentFile& file, SavedLog& log);
 
 } // namespace quavernet

@@ -56,6 +56,8 @@ void frmScanpath::cmdBrowse_Click() {
 void frmScanpath::cmdOK_Click() {
     if (SaveScanPathSettings({m_ui->chkScanPath->isChecked(), Path()})) {
         accept();
+    } else {
+        m_ui->txtScanpath->setFocus(); // What was wrong is put right there.
     }
 }
 

@@ -48,6 +48,7 @@ std::string StoreIfUnknown(DropRun& run, const std::string& path, CurrentFile& f
     file.DetailsPath = path;
     if (!isKnown) {
         run.fileAdded = true;
+        ++run.stored;
         // No other program waits while this file is read, and its failure takes back nothing.
         mainModule.Connection->Commit();
         const FileFacts facts = InspectDroppedFile(path, file);
@@ -60,7 +61,7 @@ std::string StoreIfUnknown(DropRun& run, const std::string& path, CurrentFile& f
     return file.CurrentPath;
 }
 
-void InsertEntryOfPath(const DropRun& run, const std::string& path, std::string_view categoryId,
+void InsertEntryOfPath(DropRun& run, const std::string& path, std::string_view categoryId,
                        std::string_view quotedParent) {
     ADODB::Recordset rows;
     rows.Open("Select File_id, Name from Files where Path = '" + SqlQuote(path) + "'",
@@ -72,6 +73,7 @@ void InsertEntryOfPath(const DropRun& run, const std::string& path, std::string_
         "Insert Into FileCategories (File_id, Category_id, [Position], Parent, Filename) values (" + fileId +
         ", " + std::string(categoryId) + ", " + std::to_string(run.pos) + ", '" + std::string(quotedParent) +
         "', '" + name + "')");
+    ++run.entries;
 }
 
 void DropFiles(DropRun& run) {
@@ -85,6 +87,7 @@ void DropFiles(DropRun& run) {
     CurrentFile file = mainModule.CurrentFile;
     for (const std::string& path : paths) {
         if (!IsAudio(path)) {
+            ++run.skipped;
             continue;
         }
         const std::string category(SqlPlain(run.node.Category));

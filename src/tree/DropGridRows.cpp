@@ -30,11 +30,12 @@ std::string CategoryIdForRow(std::string_view category) {
     return id;
 }
 
-void InsertRow(const DropRun& run, const RowFile& file, const std::string& categoryId) {
+void InsertRow(DropRun& run, const RowFile& file, const std::string& categoryId) {
     mainModule.Connection->Execute(
         "Insert Into FileCategories (File_id, Category_id, [Position], Parent, FileName) values (" +
         file.File_id + ", " + categoryId + ", " + std::to_string(run.pos) + ", '" +
         std::string(SqlPlain(run.node.Category)) + "', '" + SqlQuote(file.Name) + "')");
+    ++run.entries;
 }
 
 // The rows take the entry's place and the ones after it, in the order in which they were selected.

@@ -66,6 +66,7 @@ void DropPlaylist(DropRun& run) {
         run.failuresEndDrop = false;
         const std::string present = PlaylistFile(line);
         if (present.empty()) {
+            ++run.skipped;
             continue;
         }
         const std::string stored = StoreIfUnknown(run, present, file);

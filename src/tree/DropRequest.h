@@ -19,7 +19,9 @@ struct DropOutcome {
     bool Rebuild = false;   ///< The tree must be built again. The other members count only then.
     bool FileAdded = false; ///< The library has new files, which the list shows unless it loads by search.
     bool HadFileTarget =
-        false;             ///< Dropped on an entry: the place in the tree is kept and SelectKey selected.
+        false; ///< Dropped on an entry: the place in the tree is kept and SelectKey selected.
+    std::string
+        Word; ///< How a drop of files or rows has ended, for the user; empty after a move in the tree.
     std::string SelectKey; ///< Key of an entry; the new tree often has no such key.
 };
 

@@ -37,6 +37,9 @@ struct DropRun {
     std::int16_t entryId = 0; ///< The entry that is selected afterwards.
     bool hadFileTarget = false;
     bool fileAdded = false;
+    std::size_t stored = 0;      ///< Files that joined the library.
+    std::size_t entries = 0;     ///< Entries that files and rows have become.
+    std::size_t skipped = 0;     ///< Files, or lines of a playlist, that have become none.
     bool failuresEndDrop = true; ///< True: a failure ends the drop silently. False: it ends the program.
 };
 
@@ -70,8 +73,8 @@ void Advance(std::int16_t& pos, int by = 1);
 /// events run then, without a WriteLock.
 std::string StoreIfUnknown(DropRun& run, const std::string& path, CurrentFile& file);
 
-/// Inserts an entry for a path that the library knows, at pos.
-void InsertEntryOfPath(const DropRun& run, const std::string& path, std::string_view categoryId,
+/// Inserts an entry for a path that the library knows, at pos, and counts it.
+void InsertEntryOfPath(DropRun& run, const std::string& path, std::string_view categoryId,
                        std::string_view quotedParent);
 
 } // namespace quavernet

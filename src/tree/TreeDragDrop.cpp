@@ -87,19 +87,25 @@ void TreeDragDrop::StartDrag() {
 
 // The files are looked at once, when the drag enters: there may be very many.
 void TreeDragDrop::Enter(QDropEvent& event) {
-    // An entry whose file can't be found offers none, and can be moved all the same.
-    m_takes = event.source() == &m_tree || !LocalFiles(*event.mimeData()).empty();
-    Move(event);
+    m_request.Files = LocalFiles(*event.mimeData());
+    m_takes = CouldDrop(m_request.Files, m_drag);
+    Track(event);
 }
 
-bool TreeDragDrop::Accept(QDropEvent& event) const {
-    return AnswerDrag(event, m_takes);
-}
-
+// Over a node that takes nothing the drag goes on all the same: it scrolls, and may find another one.
 void TreeDragDrop::Move(QDropEvent& event) {
-    if (!Accept(event)) {
+    if (Track(event)) {
+        m_request.NodeKey = m_tree.NodeAt(m_position);
+        m_request.Control = IsControlHeld(event);
+        (void)AnswerDrag(event, WouldDrop(m_request, m_drag, m_tree.Model()));
+    }
+}
+
+// False if the drag is refused wherever it is.
+bool TreeDragDrop::Track(QDropEvent& event) {
+    if (!AnswerDrag(event, m_takes)) {
         Leave();
-        return;
+        return false;
     }
     m_position = event.position().toPoint();
     MarkTarget();
@@ -112,6 +118,7 @@ void TreeDragDrop::Move(QDropEvent& event) {
     } else {
         m_timer1.stop();
     }
+    return true;
 }
 
 void TreeDragDrop::MarkTarget() {
@@ -201,6 +208,10 @@ void TreeDragDrop::TakeDrop(const DropRequest& request) {
     if (outcome.Rebuild) {
         Rebuild(outcome);
         EndTreeDrop(m_drag, m_work);
+    }
+    if (!outcome.Word.empty()) {
+        m_work.SetPanel(Panel::Scanning, outcome.Word);
+        m_work.TellEnd(outcome.Word);
     }
 }
 

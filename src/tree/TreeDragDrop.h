@@ -35,7 +35,7 @@ private:
     void TakeUp(bool isCopy);
     void Paste();
     void TakeDrop(const DropRequest& request);
-    bool Accept(QDropEvent& event) const;
+    bool Track(QDropEvent& event);
     void MarkTarget();
     void Timer1_Timer();
     void Rebuild(const DropOutcome& outcome);
@@ -49,6 +49,7 @@ private:
     int m_scrollDirection = 0; ///< 1 down, -1 up.
     QPoint m_position;         ///< Of the drag over the tree, in pixels.
     bool m_takes = false;      ///< The drag that has entered has something to drop here.
+    DropRequest m_request;     ///< What it would drop, and where.
 
     /// What the keyboard has taken up here; it counts while the clipboard holds its files.
     struct TakenUp {

@@ -1,13 +1,18 @@
 #include "tree/TreeDrop.h"
 
+#include "app/AudioKind.h"
 #include "app/DragState.h"
+#include "app/EndWord.h"
 #include "app/LongWork.h"
 #include "app/MainModule.h"
 #include "app/MayAct.h"
 #include "app/TextHelpers.h"
+#include "app/TextNumbers.h"
 #include "tree/DropRun.h"
 #include "tree/NodeKey.h"
 #include "tree/TreeModel.h"
+
+#include <algorithm>
 
 namespace quavernet {
 
@@ -72,10 +77,36 @@ DropEnd DropByCase(DropRun& run) {
     return DropFromInside(run);
 }
 
+bool IsPlaylist(const std::string& path) {
+    return RightCharacters(path, PlaylistExtension.size()) == PlaylistExtension;
+}
+
+bool HoldsAudio(const std::vector<std::string>& files) {
+    return std::ranges::any_of(files,
+                               [](const std::string& path) { return AudioKindOf(path) != AudioKind::None; });
+}
+
+// A category has no position: it can't be moved or copied.
+bool DragsEntry(const DragState& drag) {
+    return !drag.DragPosition.empty() &&
+           drag.DragPosition.find_first_not_of("0123456789") == std::string::npos;
+}
+
+std::string WordOf(const DropRun& run, EndWord& word) {
+    if (run.entries + run.skipped == 0) {
+        return {};
+    }
+    word.Count(run.entries, Texts::NewEntry, Texts::NewEntries);
+    word.Count(run.stored, Texts::NewFiles);
+    word.Count(run.skipped, Texts::SkippedFiles);
+    return word.Done();
+}
+
 } // namespace
 
 DropOutcome TreeDrop(const DropRequest& request, DragState& drag, const TreeModel& tree, ScanDriver& driver,
                      LongWork& work) {
+    EndWord word;
     DropRun run{request, drag, tree, driver, work};
     DropEnd end = DropEnd::Left;
     if (MayAct()) {
@@ -96,8 +127,43 @@ DropOutcome TreeDrop(const DropRequest& request, DragState& drag, const TreeMode
     if (end != DropEnd::Done) {
         return {};
     }
-    return {true, run.fileAdded, run.hadFileTarget,
+    return {true, run.fileAdded, run.hadFileTarget, WordOf(run, word),
             FileKey(std::to_string(run.entryId), std::to_string(run.pos))};
+}
+
+bool CouldDrop(const std::vector<std::string>& files, const DragState& drag) {
+    if (drag.DragFromTree) {
+        return DragsEntry(drag);
+    }
+    // In either case of letters: what comes of a ".M3U" depends on the node.
+    return !files.empty() &&
+           (drag.GridDragging || HoldsAudio(files) ||
+            LowerAscii(RightCharacters(files.front(), PlaylistExtension.size())) == PlaylistExtension);
+}
+
+bool WouldDrop(const DropRequest& request, const DragState& drag, const TreeModel& tree) {
+    const std::string firstFile = request.Files.empty() ? std::string() : request.Files.front();
+    if (IsPlaylist(firstFile)) {
+        return true;
+    }
+    if (!tree.Contains(request.NodeKey)) {
+        return false;
+    }
+    const TreeNode& node = tree.Node(request.NodeKey);
+    const NodeKind kind = KindOfKey(node.Key);
+    if (kind == NodeKind::Root) {
+        return false;
+    }
+    const bool isFromOutside = !drag.GridDragging && !drag.DragFromTree;
+    if (isFromOutside && !request.Files.empty() && !IsPlaylist(LowerAscii(firstFile))) {
+        return HoldsAudio(request.Files);
+    }
+    const bool isEntryDrop = kind == NodeKind::File ? !drag.DragText.empty() : drag.DragFromTree;
+    if (!isEntryDrop) {
+        return mainModule.SelectedRows.Count() > 0;
+    }
+    return DragsEntry(drag) && node.Text != drag.DragText &&
+           (kind == NodeKind::File || request.Control || node.Text != drag.DragCategory);
 }
 
 void EndTreeDrop(DragState& drag, LongWork& work) {

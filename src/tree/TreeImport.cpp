@@ -1,6 +1,7 @@
 #include "tree/TreeImport.h"
 
 #include "app/AudioKind.h"
+#include "app/EndWord.h"
 #include "app/LibraryViews.h"
 #include "app/LoadResString.h"
 #include "app/LongWork.h"
@@ -47,6 +48,7 @@ public:
     void Read(const std::string& path);
     bool HasAdded() const { return m_filesAdded; }
     bool HasMissed() const { return m_filesMissing; }
+    void CountInto(EndWord& word) const;
 
 private:
     /// Where an entry goes.
@@ -68,7 +70,18 @@ private:
     std::size_t m_suffix = 0; ///< Number after a taken name; also the place in the list of new categories.
     bool m_filesAdded = false;
     bool m_filesMissing = false;
+    std::size_t m_made = 0;    ///< Categories.
+    std::size_t m_entries = 0; ///< Entries that were inserted.
+    std::size_t m_stored = 0;  ///< Files that joined the library.
+    std::size_t m_missed = 0;  ///< Lines that became no entry.
 };
+
+void Import::CountInto(EndWord& word) const {
+    word.Count(m_made, Texts::NewCategory, Texts::NewCategories);
+    word.Count(m_entries, Texts::NewEntry, Texts::NewEntries);
+    word.Count(m_stored, Texts::NewFiles);
+    word.Count(m_missed, Texts::SkippedFiles);
+}
 
 void Import::Read(const std::string& path) {
     TextLines lines(*services.files, path);
@@ -97,6 +110,7 @@ void Import::CategoryLine(const std::string& line) {
         name = line + std::to_string(++m_suffix);
     }
     mainModule.Connection->Execute("Insert into Categories (Category) values ('" + name + "')");
+    ++m_made;
     if (const auto id = FirstValue("Select Category_id from Categories where Category = '" + name + "'")) {
         m_categories.Add({*id, name});
     }
@@ -108,6 +122,7 @@ void Import::FileLine(const std::string& line) {
     const std::optional<ExchangeEntry> entry = SplitEntry(line);
     if (!entry) {
         m_filesMissing = true;
+        ++m_missed;
         return;
     }
     const Place place{entry->Position, CategoryOf(DecodeText(entry->Parent))};
@@ -126,9 +141,11 @@ void Import::FileLine(const std::string& line) {
     }
     if (!Store(path)) {
         m_filesMissing = true;
+        ++m_missed;
         return;
     }
     m_filesAdded = true;
+    ++m_stored;
     // A path that is not in its normal form ("/m//a.mp3") is stored in it.
     (void)InsertIfKnown(place, m_file.CurrentPath, filename);
 }
@@ -156,6 +173,7 @@ bool Import::InsertIfKnown(const Place& place, const std::string& path, const st
         "Insert into FileCategories (File_id, Category_id, [Position], Parent, Filename) values (" + id +
         ", " + place.Category.Id + ", " + std::string(place.Position) + ", '" + place.Category.Name + "', '" +
         SqlQuote(filename) + "')");
+    ++m_entries;
     return true;
 }
 
@@ -177,7 +195,9 @@ bool Import::Store(const std::string& path) {
 void ImportTree(LongWork& work, LibraryViews& views, ScanDriver& driver) {
     work.SetMousePointer(MousePointer::Hourglass);
     Import import(driver);
-    if (const std::optional<std::string> path = AskForSource()) {
+    const std::optional<std::string> path = AskForSource();
+    EndWord word;
+    if (path) {
         import.Read(*path);
     }
     views.LoadTree();
@@ -189,6 +209,11 @@ void ImportTree(LongWork& work, LibraryViews& views, ScanDriver& driver) {
                 MsgBox::Icon::Information);
     }
     work.SetMousePointer(MousePointer::Default);
+    if (path) {
+        import.CountInto(word);
+        work.SetPanel(Panel::Scanning, word.Done());
+        work.TellEnd(word.Done());
+    }
 }
 
 } // namespace quavernet

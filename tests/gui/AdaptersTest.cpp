@@ -302,6 +302,8 @@ TEST_F(AdaptersTest, ReturnInABoxMeansItsFirstAnswerAndEscapeTheOther) {
     };
     EXPECT_EQ(press(Qt::Key_Return, MsgBox::Buttons::YesNo), MsgBox::Answer::Yes);
     EXPECT_EQ(press(Qt::Key_Escape, MsgBox::Buttons::YesNo), MsgBox::Answer::No);
+    EXPECT_EQ(press(Qt::Key_Return, MsgBox::Buttons::NoByDefault), MsgBox::Answer::No);
+    EXPECT_EQ(press(Qt::Key_Escape, MsgBox::Buttons::NoByDefault), MsgBox::Answer::No);
     EXPECT_EQ(press(Qt::Key_Return, MsgBox::Buttons::OkCancel), MsgBox::Answer::Ok);
     EXPECT_EQ(press(Qt::Key_Escape, MsgBox::Buttons::OkCancel), MsgBox::Answer::Cancel);
 }
@@ -342,6 +344,39 @@ TEST_F(AdaptersTest, TheFolderDialogGivesTheChosenFolder) {
         QMetaObject::invokeMethod(dialog, "accept");
     });
     EXPECT_EQ(systemDialogs.BrowseForFolder(""), std::optional<std::string>(folder / "Müsik"));
+}
+
+TEST_F(AdaptersTest, FolderDialogsOpenWhereTheLastOneEnded) {
+    std::filesystem::create_directory(folder / "music");
+    QtDialogs systemDialogs;
+    std::string opened;
+    const auto browse = [&](const std::string& choice) {
+        QTimer::singleShot(0, [&, choice] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            opened = FromQString(dialog->directory().absolutePath());
+            auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+            if (choice.empty()) {
+                dialog->reject();
+                return;
+            }
+            dialog->setDirectory(ToQString(std::filesystem::path(choice).parent_path().string()));
+            dialog->selectFile(ToQString(choice));
+            name->setText(ToQString(choice));
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+        (void)systemDialogs.BrowseForFolder("");
+    };
+    browse(folder / "music");
+    browse("");
+    EXPECT_EQ(opened, folder / "music");
+    browse(folder.Path());
+    EXPECT_EQ(opened, folder / "music") << "a cancelled dialog ended nowhere";
+    browse("");
+    EXPECT_EQ(opened, folder.Path());
+    settings.values["LastFolder"] = folder / "gone";
+    browse("");
+    EXPECT_NE(opened, folder / "gone");
+    EXPECT_TRUE(std::filesystem::is_directory(opened));
 }
 
 TEST_F(AdaptersTest, OpeningTellsWhatIsMissing) {

@@ -133,31 +133,43 @@ TEST_F(DragDropTest, ALinkToTheWebIsTakenByNobody) {
     Start();
     QMimeData link;
     link.setData(QStringLiteral("text/uri-list"), "http://host/c.mp3\r\n");
-    for (QWidget* target : {static_cast<QWidget*>(Grid().viewport()), static_cast<QWidget*>(&Form())}) {
-        QDragEnterEvent enter(QPoint(10, 40), Qt::CopyAction, &link, Qt::LeftButton, Qt::NoModifier);
-        enter.accept();
-        QCoreApplication::sendEvent(target, &enter);
-        EXPECT_FALSE(enter.isAccepted()) << FromQString(target->objectName());
-    }
+    QDragEnterEvent enter(QPoint(10, 40), Qt::CopyAction, &link, Qt::LeftButton, Qt::NoModifier);
+    enter.accept();
+    QCoreApplication::sendEvent(Grid().viewport(), &enter);
+    EXPECT_FALSE(enter.isAccepted());
 }
 
-TEST_F(DragDropTest, TheBackgroundNeverAgreesToAMoveAndTakesNothingDuringAScan) {
+TEST_F(DragDropTest, TheListRefusesADragThatWouldAddNothing) {
     const std::string path = MakeFile("Abba - One.mp3");
+    std::filesystem::create_directory(folder / "album");
     Start();
-    const std::unique_ptr<QMimeData> data(FilesToOffer({path}));
-    QDragEnterEvent move(QPoint(10, 40), Qt::CopyAction | Qt::MoveAction, data.get(), Qt::LeftButton,
-                         Qt::NoModifier);
-    move.setDropAction(Qt::MoveAction);
-    QCoreApplication::sendEvent(&Form(), &move);
-    EXPECT_EQ(move.dropAction(), Qt::CopyAction);
-    mainModule.ScanRunning = true;
-    for (QWidget* target : {static_cast<QWidget*>(Grid().viewport()), static_cast<QWidget*>(&Form())}) {
+    const auto refuses = [&](const std::vector<std::string>& paths) {
+        const std::unique_ptr<QMimeData> data(FilesToOffer(paths));
         QDragEnterEvent enter(QPoint(10, 40), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-        enter.accept();
-        QCoreApplication::sendEvent(target, &enter);
-        EXPECT_FALSE(enter.isAccepted());
-    }
+        QCoreApplication::sendEvent(Grid().viewport(), &enter);
+        QDragMoveEvent move(QPoint(10, 40), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(Grid().viewport(), &move);
+        EXPECT_EQ(enter.isAccepted(), move.isAccepted());
+        return !enter.isAccepted();
+    };
+    EXPECT_FALSE(refuses({path}));
+    EXPECT_TRUE(refuses({folder / "album", MakeFile("notes.txt")})) << "only audio files join the library";
+    Drop(*Grid().viewport(), {path});
+    EXPECT_EQ(Listed(), Texts{"Abba"});
+    EXPECT_EQ(PanelText(Panel::Scanning), "Fertig: 1 neu, 0 übergangen, 0:00");
+    EXPECT_TRUE(refuses({path})) << "it is in the library";
+    EXPECT_FALSE(refuses({path, MakeFile("Cure - Two.mp3")}));
+    mainModule.ScanRunning = true;
+    EXPECT_TRUE(refuses({MakeFile("Cure - Two.mp3")}));
     mainModule.ScanRunning = false;
+}
+
+TEST_F(DragDropTest, TheBackgroundOfTheWindowRefusesEveryDrag) {
+    Start();
+    // The toolkit asks the widget under the mouse and those that hold it.
+    for (const QWidget* widget = &Form().Panes(); widget != nullptr; widget = widget->parentWidget()) {
+        EXPECT_FALSE(widget->acceptDrops()) << FromQString(widget->objectName());
+    }
 }
 
 TEST_F(DragDropTest, FilesOfOtherMachinesAndProtocolsAreLeftOut) {

@@ -419,7 +419,7 @@ TEST_F(FileNamesTest, NothingElseActsWhileADialogIsOpen) {
                   "mnuEditExchange", "mnump3", "mnuEditTree", "cmdPlay"}) {
                 EXPECT_FALSE(commands.Run(name)) << name;
             }
-            Form().Parts().Scan.FilesDropped(DropTarget::Grid, {music / "dropped.mp3"});
+            Form().Parts().Scan.FilesDropped({music / "dropped.mp3"});
             QTest::qWait(50);
             EXPECT_TRUE(Form().isVisible());
             EXPECT_EQ(mainModule.SelectedRows.Count(), static_cast<std::size_t>(last));

@@ -60,8 +60,10 @@ TEST_F(ScanTest, AScanFillsListLogAndTitle) {
     EXPECT_EQ(Control<QComboBox>("cboDrive").count(), 2);
     ExpectTitle("Quavernet - letzter scan: 20.11.2026");
     auto& log = Control<QListView>("lstLog");
-    EXPECT_EQ(log.model()->rowCount(), 4);
-    EXPECT_EQ(log.currentIndex().row(), 3);
+    EXPECT_EQ(log.model()->rowCount(), 5);
+    EXPECT_EQ(log.currentIndex().row(), 4);
+    EXPECT_EQ(FromQString(log.currentIndex().data().toString()),
+              "Fertig: 2 neu, 0 aktualisiert, 0 übergangen, 0:00");
     EXPECT_TRUE(log.window()->isVisible());
     EXPECT_EQ(FromQString(log.window()->windowTitle()), "Scan Log");
     EXPECT_TRUE(Control<QPushButton>("cmdClose").isEnabled());

@@ -165,7 +165,7 @@ TEST_F(TreeDragDropTest, ADragMarksTheNodeUnderItAndNothingWhereNoNodeIs) {
     EXPECT_NE(marked.pixel(right, y), before.pixel(right, y)) << "the mark goes over the whole row";
     EXPECT_TRUE(Over(*data, Place(Entry(0))));
     EXPECT_EQ(Target(), "file11pos1");
-    EXPECT_TRUE(Over(*data, Beside()));
+    EXPECT_FALSE(Over(*data, Beside())) << "files want a node";
     EXPECT_EQ(Target(), "none");
     EXPECT_EQ(Tree().viewport()->grab().toImage(), before);
     EXPECT_TRUE(Over(*data, Place(Beta())));
@@ -183,7 +183,7 @@ TEST_F(TreeDragDropTest, AtTheVeryEdgeTheSelectedNodeIsTheTarget) {
     EXPECT_EQ(Target(), "file12pos2");
     EXPECT_TRUE(Over(*data, {1, Place(Beta()).y()}));
     EXPECT_EQ(Target(), "CAT_Beta");
-    EXPECT_TRUE(Over(*data, {40, 0}));
+    EXPECT_FALSE(Over(*data, {40, 0})) << "the drop would be on the root, which is there";
     EXPECT_EQ(Target(), "file12pos2");
 }
 
@@ -240,6 +240,42 @@ TEST_F(TreeDragDropTest, OnlyFilesOfThisMachineAreTakenAndOnlyAsACopy) {
     QCoreApplication::sendEvent(Tree().viewport(), &move);
     EXPECT_TRUE(move.isAccepted());
     EXPECT_EQ(move.dropAction(), Qt::CopyAction);
+}
+
+TEST_F(TreeDragDropTest, ThePointerRefusesANodeThatTakesNothingAndTheDragGoesOn) {
+    StartWithTree();
+    const std::unique_ptr<QMimeData> music(FilesToOffer({MakeFile("Dylan - Three.mp3")}));
+    EXPECT_TRUE(Enter(*music, Place(Root()))) << "there are nodes that take it";
+    EXPECT_FALSE(Over(*music, Place(Root())));
+    EXPECT_EQ(Target(), "Parent") << "what is under the mouse is marked all the same";
+    EXPECT_TRUE(Over(*music, Place(Beta())));
+    EXPECT_FALSE(Over(*music, Beside()));
+    Leave();
+    const std::unique_ptr<QMimeData> others(FilesToOffer({MakeFile("notes.txt"), folder.Path()}));
+    EXPECT_FALSE(Enter(*others, Place(Beta())));
+    EXPECT_FALSE(Over(*others, Place(Beta())));
+    const std::unique_ptr<QMimeData> playlist(FilesToOffer({folder / "Party.m3u"}));
+    EXPECT_TRUE(Enter(*playlist, Place(Root())));
+    EXPECT_TRUE(Over(*playlist, Place(Root())));
+    EXPECT_TRUE(Over(*playlist, Beside()));
+    Leave();
+    Press(BetaEntry(0));
+    EXPECT_TRUE(Enter(*music, Place(Beta())));
+    EXPECT_FALSE(Over(*music, Place(BetaEntry(0)))) << "an entry onto itself";
+    EXPECT_TRUE(Over(*music, Place(BetaEntry(1))));
+    Leave();
+    Press(Beta());
+    EXPECT_FALSE(Enter(*music, Place(Entry(0)))) << "a category can't be moved inside the tree";
+}
+
+TEST_F(TreeDragDropTest, TheStatusTellsWhatADropHasMade) {
+    StartWithTree();
+    EXPECT_TRUE(DropOn(Beta(), {MakeFile("Dylan - Three.mp3"), MakeFile("notes.txt")}));
+    EXPECT_EQ(PanelText(Panel::Scanning), "Fertig: 1 Eintrag, 1 neu, 1 übergangen, 0:00");
+    EXPECT_EQ(windows->Activity(), "");
+    Form().Parts().Work.SetPanel(Panel::Scanning, "");
+    DragTo(Entry(0), BetaEntry(1));
+    EXPECT_EQ(PanelText(Panel::Scanning), "") << "a move inside the tree is no long job";
 }
 
 TEST_F(TreeDragDropTest, LinksToTheWebAreLeftOutOfAList) {

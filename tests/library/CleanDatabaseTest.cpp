@@ -2,6 +2,7 @@
 
 #include "adapters/posix/PosixFileSystem.h"
 #include "app/LoadResString.h"
+#include "platform/LibraryError.h"
 #include "support/LongWorkDouble.h"
 #include "support/TestLibrary.h"
 
@@ -52,10 +53,12 @@ protected:
 
 TEST_F(CleanDatabaseTest, TheQuestionWarnsOfUnreachableDrives) {
     mnuCleanDatabase_Click(work, views);
-    EXPECT_THAT(msgBox.shown, ElementsAre(ShownBox{
-                                  "Bitte beachten Sie, dass Dateien von inaktiven Netzlaufwerken\nebenfalls "
-                                  "aus der Datenbank entfernt werden!\n\nMöchten Sie fortfahren?",
-                                  "Datenbank säubern", MsgBox::Icon::Information, MsgBox::Buttons::YesNo}));
+    EXPECT_THAT(
+        msgBox.shown,
+        ElementsAre(ShownBox{"Bitte beachten Sie, dass Dateien von inaktiven Netzlaufwerken\nebenfalls "
+                             "aus der Datenbank entfernt werden!\n\nMöchten Sie fortfahren?",
+                             "Datenbank säubern", MsgBox::Icon::Information, MsgBox::Buttons::NoByDefault}))
+        << "Return alone must not let rows go";
 }
 
 TEST_F(CleanDatabaseTest, TheQuestionFollowsTheLanguage) {
@@ -106,7 +109,7 @@ TEST_F(CleanDatabaseTest, WithLoadOverSearchOnlyTheTreeIsRebuilt) {
 TEST_F(CleanDatabaseTest, AnEmptyLibraryIsCleanedToo) {
     RecordingConnection& recorder = Record();
     CleanDatabase(work, views);
-    EXPECT_THAT(recorder.statements, ElementsAre("Select Path, File_id from Files"));
+    EXPECT_THAT(recorder.statements, ElementsAre("(backup)", "Select Path, File_id from Files"));
 }
 
 TEST_F(CleanDatabaseTest, TheStatementsComeFileByFile) {
@@ -119,7 +122,7 @@ TEST_F(CleanDatabaseTest, TheStatementsComeFileByFile) {
     EXPECT_THAT(
         recorder.statements,
         ElementsAre(
-            "Select Path, File_id from Files", "Delete from Files where File_id = 1",
+            "(backup)", "Select Path, File_id from Files", "Delete from Files where File_id = 1",
             "Select Parent, [Position] from FileCategories where File_id = 1",
             "Delete from Files where File_id = 13",
             "Select Parent, [Position] from FileCategories where File_id = 13",
@@ -189,6 +192,37 @@ TEST_F(CleanDatabaseTest, LookupsAndCoversKeepTheirRows) {
     EXPECT_EQ(Value("Select Name from Albums"), "Lost");
     EXPECT_EQ(Value("Select Front from Covers"), "front.jpg");
     EXPECT_EQ(Value("Select Interpret from Interpret"), "Nobody");
+}
+
+TEST_F(CleanDatabaseTest, TheEndTellsHowManyFilesWent) {
+    AddFile(1, "gone.mp3", false);
+    AddFile(2, "lost.mp3", false);
+    AddFile(3, "kept.mp3", true);
+    views.onLoadTree = [this] { clock.now.second += 2; };
+    CleanDatabase(work, views);
+    AddFile(4, "away.mp3", false);
+    CleanDatabase(work, views);
+    CleanDatabase(work, views);
+    EXPECT_THAT(work.endWords,
+                ElementsAre("Fertig: 2 Dateien entfernt, 0:02", "Fertig: 1 Datei entfernt, 0:02",
+                            "Fertig: keine Datei fehlt, 0:02"));
+}
+
+TEST_F(CleanDatabaseTest, WithoutRoomForTheCopyTheCleaningGoesOnAndSaysSo) {
+    AddFile(1, "gone.mp3", false);
+    Record().failBackup = true;
+    CleanDatabase(work, views);
+    EXPECT_THAT(Files(), IsEmpty());
+    EXPECT_THAT(
+        work.endWords,
+        ElementsAre("Fertig: 1 Datei entfernt, 0:00 - Keine Sicherungskopie der Datenbank: no space"));
+}
+
+TEST_F(CleanDatabaseTest, ADamagedLibraryIsNotCleaned) {
+    AddFile(1, "gone.mp3", false);
+    Record().backupFault = LibraryFault::Damaged;
+    EXPECT_THROW(CleanDatabase(work, views), LibraryError);
+    EXPECT_THAT(Files(), ElementsAre("1"));
 }
 
 TEST_F(CleanDatabaseTest, AFolderInTheFilesPlaceIsNoFile) {

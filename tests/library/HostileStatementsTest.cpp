@@ -199,8 +199,8 @@ TEST_F(HostileStatementsTest, AnOggScanOfHostileNamesSendsTheSameCommands) {
 TEST_F(HostileStatementsTest, DroppedFilesOfHostileNamesAreStoredAsTheyStand) {
     ExpectTheSameCommands([&](const std::string& text) {
         const std::string path = File(text, ".wav", WaveBytes());
-        AddDroppedFiles(DropTarget::Grid, {path}, driver, view);
-        AddDroppedFiles(DropTarget::Grid, {path}, driver, view);
+        AddDroppedFiles({path}, driver, view, work);
+        AddDroppedFiles({path}, driver, view, work);
         EXPECT_THAT(Rows("Select Path from Files"), ElementsAre(path));
     });
 }

@@ -237,6 +237,23 @@ TEST_F(ConvertSelectedFilesTest, TheStatusPanelIsEmptiedAtOnceAndStandsWhileTheB
     EXPECT_EQ(calls, (CallList{"panel 1: Converting files...", "box", "start", "panel 1: "}));
 }
 
+TEST_F(ConvertSelectedFilesTest, ASelectionTooLargeForTheSystemIsToldInABoxAndTheProgramGoesOn) {
+    starts.startFailure = RuntimeError(ErrorNumber::OutOfMemory, "Argument list too long: /opt/bladeenc");
+    settings.values["ShowKonvert"] = "0";
+    for (const char* language : {"GER", "ENG"}) {
+        settings.values["Language"] = language;
+        calls.clear();
+        Convert();
+        EXPECT_EQ(CallList(calls.begin() + 1, calls.end()), (CallList{"start", "box", "panel 1: "}));
+    }
+    EXPECT_EQ(boxes.shown, (std::vector<ShownBox>{
+                               {"Es sind zu viele Dateien ausgewählt, um sie auf einmal zu konvertieren. "
+                                "Wählen Sie weniger aus.",
+                                "Konvertieren nicht möglich", MsgBox::Icon::Exclamation, MsgBox::Buttons::Ok},
+                               {"Too many files are selected to be converted at once. Select fewer of them.",
+                                "Converting not possible", MsgBox::Icon::Exclamation, MsgBox::Buttons::Ok}}));
+}
+
 TEST_F(ConvertSelectedFilesTest, AMissingEncoderIsAFailureThatNothingCatches) {
     starts.startFailure = RuntimeError(ErrorNumber::FileNotFound, "No such file: /opt/player/bladeenc");
     EXPECT_THROW(Convert(), RuntimeError);

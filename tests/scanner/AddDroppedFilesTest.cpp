@@ -13,6 +13,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include <sys/inotify.h>
@@ -44,10 +45,16 @@ protected:
         WriteBytes(path, bytes.substr(0, bytes.size() - 128));
         return path;
     }
-    void Drop(const std::vector<std::string>& paths, DropTarget target = DropTarget::Grid) {
+    void Drop(const std::vector<std::string>& paths) {
         calls.clear();
         connection.statements.clear();
-        AddDroppedFiles(target, paths, driver, view);
+        AddDroppedFiles(paths, driver, view, work);
+    }
+    std::vector<std::string> Loads() {
+        CallList loads;
+        std::copy_if(calls.begin(), calls.end(), std::back_inserter(loads),
+                     [](const std::string& call) { return call.starts_with("load"); });
+        return loads;
     }
     std::vector<std::string> Names() { return Rows("Select Name from Files order by File_id"); }
     std::vector<std::string> Titles() {
@@ -73,7 +80,7 @@ TEST_F(AddDroppedFilesTest, ADroppedFileJoinsTheLibraryAndTheListIsLoaded) {
                      "F.Quality_id = Q.Quality_id"),
                 ElementsAre(path + "|10|128|0"));
     EXPECT_THAT(Titles(), ElementsAre("Blue|Song"));
-    EXPECT_THAT(calls, ElementsAre("load ''"));
+    EXPECT_THAT(Loads(), ElementsAre("load ''"));
     EXPECT_EQ(mainModule.CurrentFile.CurrentFileName, "song.mp3");
     EXPECT_EQ(mainModule.CurrentFile.DetailsPath, path);
 }
@@ -92,7 +99,7 @@ TEST_F(AddDroppedFilesTest, AKnownFileAddsNothingAndLoadsNothing) {
     Drop({path});
     Drop({path});
     EXPECT_THAT(connection.statements, ElementsAre(StartsWith("Select Path from Files")));
-    EXPECT_THAT(calls, IsEmpty());
+    EXPECT_THAT(Loads(), IsEmpty());
     EXPECT_THAT(Names(), ElementsAre("song.mp3"));
 }
 
@@ -143,7 +150,7 @@ TEST_F(AddDroppedFilesTest, ADroppedFolderAddsNothing) {
     std::filesystem::create_directory(music / "album");
     Drop({music / "album"});
     EXPECT_THAT(Names(), IsEmpty());
-    EXPECT_THAT(calls, IsEmpty());
+    EXPECT_THAT(Loads(), IsEmpty());
 }
 
 TEST_F(AddDroppedFilesTest, ADroppedOggFileGoesTheWayOfMpegAndHasNeitherRateNorLength) {
@@ -181,7 +188,7 @@ TEST_F(AddDroppedFilesTest, ALoadOverSearchOnlyKeepsTheListAsItIs) {
     mainModule.LoadOverSearch = true;
     Drop({Mp3("song.mp3")});
     EXPECT_THAT(Names(), ElementsAre("song.mp3"));
-    EXPECT_THAT(calls, IsEmpty());
+    EXPECT_THAT(Loads(), IsEmpty());
 }
 
 TEST_F(AddDroppedFilesTest, AVanishedFileEndsTheDropAndKeepsWhatWasStored) {
@@ -189,7 +196,7 @@ TEST_F(AddDroppedFilesTest, AVanishedFileEndsTheDropAndKeepsWhatWasStored) {
     const std::string last = Mp3("last.mp3", "Last");
     Drop({first, music / "gone.mp3", last});
     EXPECT_THAT(Names(), ElementsAre("first.mp3"));
-    EXPECT_THAT(calls, IsEmpty()) << "the list is not loaded after a failure";
+    EXPECT_THAT(Loads(), IsEmpty()) << "the list is not loaded after a failure";
     EXPECT_THAT(msgBox.shown, IsEmpty());
 }
 
@@ -203,7 +210,7 @@ TEST_F(AddDroppedFilesTest, AFailingStatementEndsTheDropSilently) {
     connection.failOn = "Insert Into Files";
     Drop({Mp3("song.mp3"), Mp3("other.mp3")});
     EXPECT_THAT(Names(), IsEmpty());
-    EXPECT_THAT(calls, IsEmpty());
+    EXPECT_THAT(Loads(), IsEmpty());
     EXPECT_EQ(connection.StatementsOf("Insert Into Files").size(), 1U);
 }
 
@@ -222,12 +229,12 @@ TEST_F(AddDroppedFilesTest, TheListIsCountedInSixteenBits) {
     paths.back() = Mp3("last.mp3");
     Drop(paths);
     EXPECT_THAT(Names(), ElementsAre("last.mp3"));
-    EXPECT_THAT(calls, ElementsAre("load ''"));
+    EXPECT_THAT(Loads(), ElementsAre("load ''"));
     paths.front() = Mp3("first.mp3");
     paths.push_back(Mp3("behind.mp3"));
     Drop(paths);
     EXPECT_THAT(Names(), ElementsAre("last.mp3", "first.mp3"));
-    EXPECT_THAT(calls, IsEmpty()) << "an overflow ends the drop like any failure";
+    EXPECT_THAT(Loads(), IsEmpty()) << "an overflow ends the drop like any failure";
 }
 
 TEST_F(AddDroppedFilesTest, WhatWasStoredIsCommittedBeforeTheListIsLoaded) {
@@ -299,11 +306,38 @@ TEST_F(AddDroppedFilesTest, AFileThatMayNotBeReadIsStoredUnderItsNameAlone) {
     EXPECT_THAT(Titles(), ::testing::Not(::testing::Contains(::testing::HasSubstr("Secret"))));
 }
 
-TEST_F(AddDroppedFilesTest, TheBackgroundOfTheWindowTakesNoFiles) {
-    Drop({Mp3("song.mp3"), Mp3("song2.mp3")}, DropTarget::Window);
-    EXPECT_THAT(connection.statements, IsEmpty());
-    EXPECT_THAT(calls, IsEmpty());
-    EXPECT_THAT(Names(), IsEmpty());
+TEST_F(AddDroppedFilesTest, ThePointerIsToldWhetherADropWouldAddAnything) {
+    const std::string known = Mp3("known.mp3");
+    Drop({known});
+    EXPECT_FALSE(WouldAddFiles({}));
+    EXPECT_FALSE(WouldAddFiles({music / "list.m3u", music / "picture.jpg", music.Path()}));
+    EXPECT_FALSE(WouldAddFiles({known, music / "list.m3u"}));
+    EXPECT_TRUE(WouldAddFiles({music / "list.m3u", known, music / "new.OGG"}));
+}
+
+TEST_F(AddDroppedFilesTest, OfAVeryLongDragTheFirstThousandFilesAreLookedUp) {
+    const std::string known = Mp3("known.mp3");
+    Drop({known});
+    connection.statements.clear();
+    EXPECT_FALSE(WouldAddFiles(std::vector<std::string>(1000, known)));
+    EXPECT_EQ(connection.statements.size(), 1000U);
+    EXPECT_TRUE(WouldAddFiles(std::vector<std::string>(1001, known)));
+}
+
+TEST_F(AddDroppedFilesTest, TheEndTellsHowManyFilesJoined) {
+    const std::string known = Mp3("known.mp3");
+    Drop({known});
+    events.onDoEvents = [this] { clock.now.second = 26; };
+    Drop({Mp3("one.mp3", "One"), known, music / "list.m3u", Mp3("two.mp3", "Two")});
+    EXPECT_THAT(work.endWords,
+                ElementsAre("Fertig: 1 neu, 0 übergangen, 0:00", "Fertig: 2 neu, 2 übergangen, 0:04"));
+    EXPECT_EQ(work.PanelText(Panel::Scanning), work.endWords.back());
+    EXPECT_THAT(calls, ElementsAre("load ''", "panel 1: " + work.endWords.back())) << "after the load's own";
+}
+
+TEST_F(AddDroppedFilesTest, ADropThatFailsTellsWhatItLeftBehind) {
+    Drop({Mp3("one.mp3"), music / "gone.mp3", Mp3("two.mp3")});
+    EXPECT_THAT(work.endWords, ElementsAre("Vorzeitig beendet: 1 neu, 0:00"));
 }
 
 TEST_F(AddDroppedFilesTest, WhileAScanRunsADropActsOnNothing) {

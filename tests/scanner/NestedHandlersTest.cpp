@@ -84,7 +84,7 @@ protected:
         for (const char* name : names) {
             paths.push_back(music / name);
         }
-        AddDroppedFiles(DropTarget::Grid, paths, driver, view);
+        AddDroppedFiles(paths, driver, view, work);
     }
 
     /// On the one category.

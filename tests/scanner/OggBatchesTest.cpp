@@ -210,6 +210,8 @@ TEST_F(OggBatchesTest, TenKnownFilesInARowEndAQuickPassBeforeTheFilesAfterThem) 
     EXPECT_EQ(StoredNames().size(), 10U) << "the new file after the ten is not looked at";
     EXPECT_THAT(calls, ElementsAre("panel 1: Ogg Dateien werden ausgelesen...", "progress 0.000000"))
         << "the pass is left without its end";
+    EXPECT_EQ(run.Counts.New, 10U);
+    EXPECT_EQ(run.Counts.Skipped, 11U) << "the ten, and the one that nobody looked at";
 }
 
 TEST_F(OggBatchesTest, NineKnownFilesDoNotEndAQuickPass) {

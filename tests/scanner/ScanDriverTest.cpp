@@ -2,6 +2,8 @@
 
 #include "support/ScanTest.h"
 
+#include <algorithm>
+
 #include <gmock/gmock.h>
 
 namespace quavernet::test {
@@ -90,6 +92,7 @@ TEST_F(ScanDriverTest, WithTheScanLogItIsShownAndClosedForTheLengthOfTheScan) {
                 ElementsAre("log show", "log close off", "log line: Starting scan...", "log select",
                             "log line: ", "log select", "log line: 14:03:22 - Saved... " + (music / "a.mp3"),
                             "log files: 1", "log megabytes: 0,15", "log minutes: 0", "log select",
+                            "log line: Fertig: 1 neu, 0 aktualisiert, 0 übergangen, 0:00", "log select",
                             "log close on"));
     const auto at = [&](const std::string& call) { return std::find(calls.begin(), calls.end(), call); };
     EXPECT_LT(at("panel 1: Initialisierung abgeschlossen"), at("log show"));
@@ -299,6 +302,68 @@ TEST_F(ScanDriverTest, ACancelBetweenFoldersLeavesTheSecondUntouched) {
     EXPECT_EQ(StoredPaths().size(), 1u);
     EXPECT_EQ(listed, 3 + 2) << "all three to count, two to search";
     EXPECT_FALSE(mainModule.CurrentFile.FileName.empty());
+}
+
+TEST_F(ScanDriverTest, TheLogsLastLineCountsWhatBecameOfTheFiles) {
+    for (const char* name : {"a.mp3", "b.mp3", "picture.jpg"}) {
+        WriteMp3(name);
+    }
+    Scan();
+    WriteMp3("c.mp3");
+    std::filesystem::create_symlink(music / "nowhere", music / "d.mp3");
+    mainModule.ScanLogEnabled = true;
+    calls.clear();
+    events.onDoEvents = [&] { clock.now.second = 26; };
+    Scan();
+    EXPECT_THAT(work.endWords, ElementsAre("Fertig: 2 neu, 0 aktualisiert, 0 übergangen, 0:00",
+                                           "Fertig: 1 neu, 2 aktualisiert, 1 übergangen, 0:04"));
+    EXPECT_EQ(CallsOf("log line: ").back(), "log line: " + work.endWords.back());
+    const auto line = std::find(calls.begin(), calls.end(), "log line: " + work.endWords.back());
+    EXPECT_LT(line, std::find(calls.begin(), calls.end(), "log close on"))
+        << "a log that has gone shows nothing";
+    EXPECT_EQ(work.PanelText(Panel::Scanning), "");
+}
+
+TEST_F(ScanDriverTest, InAQuickScanKnownFilesAreCountedAsSkipped) {
+    WriteMp3("a.mp3");
+    WriteMp3("b.mp3");
+    view.options.QuickScan = true;
+    Scan();
+    WriteMp3("c.mp3");
+    Scan();
+    EXPECT_EQ(work.endWords.back(), "Fertig: 1 neu, 0 aktualisiert, 2 übergangen, 0:00");
+}
+
+TEST_F(ScanDriverTest, ACancelledScanSaysAfterHowLongAndWhatItDid) {
+    for (const char* name : {"a.mp3", "b.mp3"}) {
+        WriteMp3(name);
+    }
+    mainModule.ScanLogEnabled = true;
+    events.onDoEvents = [&] {
+        if (work.panels[1].starts_with("Scanning... ")) {
+            clock.now.second = 29;
+            driver.Cancel();
+        }
+    };
+    Scan();
+    EXPECT_THAT(work.endWords, ElementsAre("Abgebrochen nach 0:07: 1 neu, 0 aktualisiert, 0 übergangen"));
+    EXPECT_EQ(CallsOf("log line: ").back(), "log line: " + work.endWords.back());
+}
+
+TEST_F(ScanDriverTest, AScanThatFindsNothingOrIsCancelledWhileItCountsSaysSo) {
+    Scan();
+    WriteMp3("a.mp3");
+    events.onDoEvents = [&] { driver.Cancel(); };
+    Scan();
+    EXPECT_THAT(work.endWords, ElementsAre("Fertig: keine Datei gefunden, 0:00", "Abgebrochen nach 0:00"));
+}
+
+TEST_F(ScanDriverTest, AScanWithoutAFolderSaysNothing) {
+    dialogs.folder = std::nullopt;
+    Scan();
+    dialogs.folder = music / "missing";
+    Scan();
+    EXPECT_THAT(work.endWords, IsEmpty());
 }
 
 TEST_F(ScanDriverTest, WithLoadOverSearchTheListStaysEmpty) {

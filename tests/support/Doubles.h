@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/MainModule.h"
+#include "platform/Desktop.h"
 #include "platform/Printer.h"
 #include "platform/RuntimeError.h"
 #include "platform/Services.h"
@@ -97,7 +98,8 @@ public:
                            Icon icon, Buttons buttons) override {
         shown.push_back({text, title, icon, buttons, details});
         if (answers.empty()) {
-            return buttons == Buttons::YesNo ? Answer::No : Answer::Ok;
+            const bool asks = buttons == Buttons::YesNo || buttons == Buttons::NoByDefault;
+            return asks ? Answer::No : Answer::Ok;
         }
         const Answer answer = answers.front();
         answers.pop_front();
@@ -175,6 +177,18 @@ public:
     }
 
     std::vector<std::pair<std::string, std::string>> shown; ///< Help file and page.
+};
+
+class RecordingDesktop : public Desktop {
+public:
+    void Notify(const std::string& title, const std::string& text) override {
+        notes.push_back(title + ": " + text);
+    }
+    void ShowProgress(double share) override { progress.push_back(share); }
+    void HideProgress() override { progress.push_back(-1); }
+
+    std::vector<std::string> notes;
+    std::vector<double> progress; ///< What was shown; -1: hidden.
 };
 
 class HandClock : public Clock {

@@ -22,6 +22,7 @@ protected:
         services.events = &events;
         services.clock = &clock;
         services.helpViewer = &helpViewer;
+        services.desktop = &desktop;
     }
     ~LogicTest() override {
         mainModule = MainModule();
@@ -35,6 +36,7 @@ protected:
     HandEvents events;
     HandClock clock;
     RecordingHelpViewer helpViewer;
+    RecordingDesktop desktop;
 };
 
 } // namespace quavernet::test

@@ -44,12 +44,14 @@ public:
     void DoEvents() override { services.events->DoEvents(); }
     bool Cancelled() const override { return cancelled; }
     void SetCancelled(bool value) override { cancelled = value; }
+    void TellEnd(const std::string& word) override { endWords.push_back(word); }
 
     std::map<int, std::string> panels; ///< By their numbers from 1.
     std::string title;
     float progress = 0;
     std::vector<float> progressValues;
     bool cancelled = false;
+    std::vector<std::string> endWords;
 
 private:
     static int Number(Panel panel) { return static_cast<int>(panel) + 1; }

@@ -51,6 +51,17 @@ TEST_F(DropFilesTest, AKnownFileTakesTheEntrysPlace) {
     EXPECT_EQ(outcome.SelectKey, "file0pos5") << "no node: files from outside select nothing";
 }
 
+TEST_F(DropFilesTest, TheEndTellsHowManyEntriesThereAreNow) {
+    FillDense();
+    WriteMp3("new.mp3");
+    std::vector<std::string> files = KnownFiles({"x.mp3", "list.txt"});
+    const std::vector<std::string> later = KnownFiles({"y.mp3"});
+    files.push_back(music / "new.mp3");
+    EXPECT_EQ(Drop(files, "CAT_Empty").Word, "Fertig: 2 Einträge, 1 neu, 1 übergangen, 0:00");
+    settings.values["Language"] = "ENG";
+    EXPECT_EQ(Drop(later, "CAT_Empty").Word, "Done: 1 entry, 0 new, 0 skipped, 0:00");
+}
+
 TEST_F(DropFilesTest, TheShiftIsRepeatedForEveryFile) {
     FillDense();
     Drop(KnownFiles({"x.mp3", "y.ogg", "z.WAV"}), "file104pos4");

@@ -1,5 +1,7 @@
 #include "tree/TreeDropTest.h"
 
+#include <functional>
+
 namespace quavernet::test {
 namespace {
 
@@ -48,6 +50,71 @@ TEST_F(TreeDropTest, ADropThatIsDoneLeavesItsFlagsUntilTheRebuildIsOver) {
     EXPECT_FALSE(drag.GridDragging);
     EXPECT_EQ(drag.DragText, "j2") << "texts stay until the next press";
     EXPECT_THAT(calls, ElementsAre("pointer 0"));
+}
+
+TEST_F(TreeDropTest, WhatThePointerRefusesWouldHaveChangedNothing) {
+    FillDense();
+    const std::vector<std::function<void()>> sources{
+        [this] { drag = DragState(); },
+        [this] {
+            SelectRows({"j1", "b2"});
+        },
+        [this] { SelectRows({}); }, [this] { Press("file102pos2"); }, [this] { Press("CAT_Blues"); }};
+    const std::vector<std::vector<std::string>> fileLists{
+        {}, {KnownPath("j3")}, {"/m/notes.txt", "/m/album"}, {"/m/list.M3U"}, {"/m/a.mp3"}};
+    std::size_t refused = 0;
+    std::size_t changed = 0;
+    for (const auto& begin : sources) {
+        for (const auto& files : fileLists) {
+            for (const char* key : {"", "Parent", "CAT_Jazz", "CAT_Empty", "file102pos2", "file201pos1"}) {
+                for (const bool control : {false, true}) {
+                    begin();
+                    if (files.empty() && drag.GridDragging) {
+                        continue; // Rows are never dragged without their files.
+                    }
+                    const auto before = EveryEntry();
+                    const bool would = CouldDrop(files, drag) && WouldDrop({files, key, control}, drag, tree);
+                    IgnoreFailure([&] { Drop(files, key, control); });
+                    changed += EveryEntry() != before ? 1 : 0;
+                    refused += would ? 0 : 1;
+                    if (!would) {
+                        ASSERT_EQ(EveryEntry(), before) << key << " " << control;
+                    }
+                    for (const char* table : {"FileCategories", "Categories", "Files"}) {
+                        Execute(std::string("Delete from ") + table);
+                    }
+                    mainModule.FilePaths.Clear();
+                    mainModule.SelectedRows.Clear();
+                    FillDense();
+                }
+            }
+        }
+    }
+    EXPECT_GT(refused, 100U);
+    EXPECT_GT(changed, 30U);
+}
+
+TEST_F(TreeDropTest, ThePointerTakesWhatADropWouldWrite) {
+    FillDense();
+    const auto takes = [this](const std::vector<std::string>& files, const std::string& key,
+                              bool control = false) {
+        return CouldDrop(files, drag) && WouldDrop({files, key, control}, drag, tree);
+    };
+    EXPECT_TRUE(takes({"/m/notes.txt", "/m/a.MP3"}, "CAT_Empty"));
+    EXPECT_TRUE(takes({"/m/list.m3u"}, "Parent")) << "a playlist may be dropped anywhere";
+    EXPECT_TRUE(takes({"/m/list.m3u"}, ""));
+    EXPECT_FALSE(takes({"/m/a.mp3"}, "Parent"));
+    EXPECT_FALSE(takes({"/m/a.mp3", "/m/list.m3u"}, "")) << "beside all nodes";
+    EXPECT_FALSE(takes({"/m/notes.txt"}, "CAT_Empty"));
+    Press("file102pos2");
+    EXPECT_TRUE(takes({}, "CAT_Blues")) << "the entry's file may have gone";
+    EXPECT_TRUE(takes({"/m/j2"}, "file103pos3"));
+    EXPECT_FALSE(takes({"/m/j2"}, "file102pos2")) << "onto itself";
+    Press("CAT_Jazz");
+    EXPECT_FALSE(takes({"/m/j1"}, "CAT_Blues")) << "a category can't be moved";
+    SelectRows({"j1"});
+    EXPECT_TRUE(takes({"/m/j1"}, "CAT_Jazz"));
+    EXPECT_FALSE(takes({"/m/j1"}, "Parent"));
 }
 
 TEST_F(TreeDropTest, WhileAScanRunsADropActsOnNothing) {

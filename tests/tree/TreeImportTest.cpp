@@ -38,6 +38,11 @@ private:
     CallList& m_calls;
 };
 
+// The panel tells the end after all else.
+auto IsWord() {
+    return ::testing::StartsWith("panel 1: Fertig: ");
+}
+
 class TreeImportTest : public LibraryTest {
 protected:
     TreeImportTest() : connection(RecordingConnection::Install()) {
@@ -108,7 +113,7 @@ TEST_F(TreeImportTest, KnownFilesBecomeEntriesAtTheirPositions) {
                             "Insert into FileCategories (File_id, Category_id, [Position], Parent, Filename) "
                             "values (7, 1, 2, "
                             "'Jazz', 'seven.mp3')"));
-    EXPECT_THAT(calls, ElementsAre("pointer 11", "tree", "pointer 0"));
+    EXPECT_THAT(calls, ElementsAre("pointer 11", "tree", "pointer 0", IsWord()));
     EXPECT_THAT(dialogs.shown, ElementsAre("open Quavernet Biliothek (*.qvn)|*.qvn /home/me/Documents"));
     EXPECT_THAT(msgBox.shown, IsEmpty());
 }
@@ -118,6 +123,18 @@ TEST_F(TreeImportTest, ACancelledDialogStillBuildsTheTreeAgain) {
     ImportAgain();
     EXPECT_THAT(calls, ElementsAre("pointer 11", "tree", "pointer 0"));
     EXPECT_THAT(connection.statements, IsEmpty());
+}
+
+TEST_F(TreeImportTest, TheEndTellsWhatTheFileHasBroughtAndWhatItLacked) {
+    AddFile(7, "/m/known.mp3");
+    events.onDoEvents = [this] { clock.now.second = 25; };
+    Import("#Categories\nRock\nJazz\n#Files\n1,Rock,a.mp3,/m/known.mp3\n2,Rock,b.mp3," + Mp3("new.mp3") +
+           "\n3,Rock,c.mp3,/m/gone.mp3\nno entry\n");
+    EXPECT_THAT(work.endWords, ElementsAre("Fertig: 2 Kategorien, 2 Einträge, 1 neu, 2 übergangen, 0:03"));
+    EXPECT_EQ(work.PanelText(Panel::Scanning), work.endWords.front());
+    dialogs.file = std::nullopt;
+    ImportAgain();
+    EXPECT_EQ(work.endWords.size(), 1U) << "a cancelled dialog is no job";
 }
 
 TEST_F(TreeImportTest, ADialogThatFailsCountsAsCancelled) {
@@ -131,7 +148,7 @@ TEST_F(TreeImportTest, AnUnknownFileJoinsTheLibraryAndTheListIsLoaded) {
     Import("#Categories\nJazz\n#Files\n3,Jazz,song.mp3," + song + "\n");
     EXPECT_THAT(Rows("Select Path, Name from Files"), ElementsAre(song + "|song.mp3"));
     EXPECT_THAT(Entries(), ElementsAre("3|Jazz|song.mp3|1|1"));
-    EXPECT_THAT(calls, ElementsAre("pointer 11", "tree", "load ''", "pointer 0"));
+    EXPECT_THAT(calls, ElementsAre("pointer 11", "tree", "load ''", "pointer 0", IsWord()));
     EXPECT_EQ(mainModule.CurrentFile.CurrentPath, song);
 }
 
@@ -157,7 +174,7 @@ TEST_F(TreeImportTest, NothingIsHeldBackWhileAFileIsRead) {
 TEST_F(TreeImportTest, AListThatLoadsBySearchIsNotLoaded) {
     mainModule.LoadOverSearch = true;
     Import("#Categories\nJazz\n#Files\n3,Jazz,song.mp3," + Mp3("song.mp3") + "\n");
-    EXPECT_THAT(calls, ElementsAre("pointer 11", "tree", "pointer 0"));
+    EXPECT_THAT(calls, ElementsAre("pointer 11", "tree", "pointer 0", IsWord()));
 }
 
 TEST_F(TreeImportTest, ATreeGoesFromOneMachineToAnotherWithItsGaps) {
@@ -266,7 +283,7 @@ TEST_F(TreeImportTest, TheBoxComesWhenTheTreeHasBeenBuiltAndBeforeThePointerIsIt
     views.onLoadTree = [&] { boxesAtTree = msgBox.shown.size(); };
     Import("#Categories\nJazz\n#Files\n1,Jazz,a.mp3,\n");
     EXPECT_EQ(boxesAtTree, 0U);
-    EXPECT_THAT(calls, ElementsAre("pointer 11", "tree", "pointer 0"));
+    EXPECT_THAT(calls, ElementsAre("pointer 11", "tree", "pointer 0", IsWord()));
     EXPECT_THAT(msgBox.shown, ElementsAre(MissingBox())) << "an empty path is no file";
 }
 
@@ -275,7 +292,8 @@ TEST_F(TreeImportTest, PointerDialogTreeListBoxAndPointerComeInThisOrder) {
     services.msgBox = &box;
     dialogs.onShow = [this] { calls.emplace_back("dialog"); };
     Import("#Categories\nJazz\n#Files\n1,Jazz,song.mp3," + Mp3("song.mp3") + "\n2,Jazz,a.mp3,/m/gone.mp3\n");
-    EXPECT_THAT(calls, ElementsAre("pointer 11", "dialog", "tree", "load ''", "box Hinweis", "pointer 0"));
+    EXPECT_THAT(calls,
+                ElementsAre("pointer 11", "dialog", "tree", "load ''", "box Hinweis", "pointer 0", IsWord()));
     services.msgBox = &msgBox;
 }
 

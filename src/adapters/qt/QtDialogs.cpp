@@ -3,6 +3,7 @@
 #include "adapters/qt/PageTargets.h"
 #include "adapters/qt/PaintedPages.h"
 #include "adapters/qt/QtText.h"
+#include "app/Registry.h"
 
 #include <QApplication>
 #include <QDir>
@@ -20,8 +21,14 @@ namespace quavernet {
 
 namespace {
 
+constexpr const char* LastFolder = "LastFolder"; // Setting: where the last folder dialog ended.
+
 // In a folder that is not there nothing could be chosen.
 QString StartFolder() {
+    const QString last = ToQString(Setting(LastFolder, ""));
+    if (!last.isEmpty() && QFileInfo(last).isDir()) {
+        return last;
+    }
     const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
     return QFileInfo(music).isDir() ? music : QDir::homePath();
 }
@@ -103,7 +110,9 @@ std::optional<std::string> QtDialogs::BrowseForFolder(const std::string& title) 
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
         return std::nullopt;
     }
-    return QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString();
+    const std::string folder = QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString();
+    SaveSetting(LastFolder, folder);
+    return folder;
 }
 
 std::optional<ChosenPrinter> QtDialogs::ShowPrinter(const std::string& name) {

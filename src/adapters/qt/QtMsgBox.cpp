@@ -34,6 +34,7 @@ QMessageBox::StandardButtons QtButtons(MsgBox::Buttons buttons) {
     case MsgBox::Buttons::OkCancel:
         return QMessageBox::Ok | QMessageBox::Cancel;
     case MsgBox::Buttons::YesNo:
+    case MsgBox::Buttons::NoByDefault:
         return QMessageBox::Yes | QMessageBox::No;
     case MsgBox::Buttons::Ok:
     case MsgBox::Buttons::OkRestart: // The second one is no button of the toolkit.
@@ -74,6 +75,8 @@ MsgBox::Answer QtMsgBox::ShowWithDetails(const std::string& text, const std::str
     box.setObjectName(QStringLiteral("MsgBox"));
     if (buttons == Buttons::YesNo) {
         box.setDefaultButton(QMessageBox::Yes); // As everywhere the first one, in whatever order they stand.
+    } else if (buttons == Buttons::NoByDefault) {
+        box.setDefaultButton(QMessageBox::No);
     }
     const QAbstractButton* const restart = buttons == Buttons::OkRestart ? AddRestart(box) : nullptr;
     // File names and error texts are shown as they are, never read as markup.

@@ -81,6 +81,7 @@ void QtShell::StartProgram(const ProgramCommand& command) {
     }
     const int number = error == ENOENT   ? ErrorNumber::FileNotFound
                        : error == EACCES ? ErrorNumber::PermissionDenied
+                       : error == E2BIG  ? ErrorNumber::OutOfMemory
                                          : ErrorNumber::InvalidProcedureCall;
     throw RuntimeError(number, std::generic_category().message(error) + ": " + command.Program);
 }

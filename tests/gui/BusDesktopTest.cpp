@@ -1,0 +1,114 @@
+// What the program tells the desktop, heard on a bus of the test's own.
+#include "adapters/dbus/BusDesktop.h"
+#include "gui/PrivateBus.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+namespace quavernet::test {
+
+namespace {
+
+/// Shows notes as a desktop does: each new one has the next number.
+class NotesServer : public QDBusVirtualObject {
+public:
+    QString introspect(const QString&) const override { return {}; }
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+        if (message.member() != QLatin1String("Notify")) {
+            return false;
+        }
+        notes.push_back(message.arguments());
+        signature = message.signature();
+        return connection.send(message.createReply(static_cast<uint>(6 + notes.size())));
+    }
+
+    std::vector<QVariantList> notes;
+    QString signature;
+};
+
+class BusDesktopTest : public ::testing::Test {
+protected:
+    BusDesktopTest() : server(QDBusConnection::connectToBus(bus.Address(), QStringLiteral("server"))) {
+        server.registerVirtualObject(QStringLiteral("/org/freedesktop/Notifications"), &shown);
+        server.registerService(QStringLiteral("org.freedesktop.Notifications"));
+    }
+    ~BusDesktopTest() override { QDBusConnection::disconnectFromBus(QStringLiteral("server")); }
+
+    Bus bus;
+    NotesServer shown;
+    QDBusConnection server;
+    std::unique_ptr<Desktop> desktop = CreateBusDesktop(bus.Address().toStdString());
+};
+
+TEST_F(BusDesktopTest, ANoteHasTitleTextAndPictureAndTheNextOneTakesItsPlace) {
+    desktop->Notify("Quavernet", "Fertig: 3 neu <b>&");
+    ASSERT_TRUE(WaitFor([this] { return shown.notes.size() == 1; })) << "the first call connects";
+    EXPECT_EQ(shown.signature, QLatin1String("susssasa{sv}i"));
+    const QVariantList& first = shown.notes[0];
+    EXPECT_EQ(first[0].toString(), QLatin1String("Quavernet"));
+    EXPECT_EQ(first[1].toUInt(), 0U);
+    EXPECT_EQ(first[2].toString(), QLatin1String("io.greyfinch.Quavernet"));
+    EXPECT_EQ(first[3].toString(), QLatin1String("Quavernet"));
+    EXPECT_EQ(first[4].toString(), QStringLiteral("Fertig: 3 neu &lt;b&gt;&amp;"))
+        << "it may be read as markup";
+    EXPECT_EQ(first[7].toInt(), -1);
+    QTest::qWait(100); // The server's answer arrives.
+    desktop->Notify("Quavernet", "Fertig: 4 neu");
+    ASSERT_TRUE(WaitFor([this] { return shown.notes.size() == 2; }));
+    EXPECT_EQ(shown.notes[1][1].toUInt(), 7U);
+}
+
+TEST_F(BusDesktopTest, ProgressIsASignalOfTheLauncherEntry) {
+    BusMonitor monitor(bus.Address(), QStringLiteral("/io/greyfinch/Quavernet"));
+    desktop->ShowProgress(0.25);
+    ASSERT_TRUE(WaitFor([&] { return monitor.Heard().contains(QLatin1String("progress-visible")); }));
+    EXPECT_TRUE(monitor.Heard().contains(
+        QLatin1String("interface=com.canonical.Unity.LauncherEntry; member=Update")));
+    EXPECT_TRUE(
+        monitor.Heard().contains(QLatin1String("string \"application://io.greyfinch.Quavernet.desktop\"")));
+    EXPECT_TRUE(monitor.Heard().contains(QLatin1String("double 0.25")));
+    EXPECT_TRUE(WaitFor([&] { return monitor.Heard().contains(QLatin1String("boolean true")); }));
+    desktop->HideProgress();
+    EXPECT_TRUE(WaitFor([&] { return monitor.Heard().contains(QLatin1String("boolean false")); }));
+}
+
+TEST_F(BusDesktopTest, WhileItConnectsTheNewestWaits) {
+    BusMonitor monitor(bus.Address(), QStringLiteral("/io/greyfinch/Quavernet"));
+    desktop->ShowProgress(0.25);
+    desktop->ShowProgress(0.5);
+    desktop->Notify("Quavernet", "one");
+    desktop->Notify("Quavernet", "two");
+    ASSERT_TRUE(WaitFor([this] { return !shown.notes.empty(); }));
+    ASSERT_TRUE(WaitFor([&] { return monitor.Heard().contains(QLatin1String("progress-visible")); }));
+    EXPECT_EQ(shown.notes.size(), 1U);
+    EXPECT_EQ(shown.notes[0][4].toString(), QLatin1String("two"));
+    EXPECT_FALSE(monitor.Heard().contains(QLatin1String("double 0.25")));
+}
+
+TEST_F(BusDesktopTest, WithoutABusNothingHappens) {
+    desktop = CreateBusDesktop("unix:path=/nowhere/at/all");
+    desktop->Notify("Quavernet", "one");
+    desktop->ShowProgress(0.5);
+    QTest::qWait(100); // The refusal arrives.
+    desktop->Notify("Quavernet", "two");
+    desktop->HideProgress();
+    desktop.reset();
+    EXPECT_TRUE(shown.notes.empty());
+}
+
+TEST_F(BusDesktopTest, ADesktopThatGoesWhileItConnectsTakesTheConnectionAlong) {
+    desktop->Notify("Quavernet", "one");
+    desktop.reset();
+    QTest::qWait(200); // The connection arrives.
+    EXPECT_TRUE(shown.notes.empty());
+}
+
+} // namespace
+} // namespace quavernet::test

@@ -1,0 +1,89 @@
+#include "gui/GuiTest.h"
+
+#include <QLabel>
+#include <QToolTip>
+
+namespace quavernet::test {
+
+namespace {
+
+/// How the main window tells that long work is over, and how far it is.
+class EndOfWorkTest : public GuiTest {
+protected:
+    LongWork& Work() { return Form().Parts().Work; }
+    std::string EmptyPanelsToolTip() { return FromQString(Form().Panes().Status().ToolTip(Panel::Scanning)); }
+};
+
+} // namespace
+
+TEST_F(EndOfWorkTest, InFrontOfItsUserTheWindowHintsAtTheEmptyPanel) {
+    Start();
+    Work().SetPanel(Panel::Scanning, "");
+    Work().TellEnd("Fertig: 3 neu");
+    EXPECT_EQ(QToolTip::text(), QStringLiteral("Fertig: 3 neu"));
+    EXPECT_EQ(EmptyPanelsToolTip(), "Fertig: 3 neu");
+    EXPECT_EQ(PanelText(Panel::Scanning), "") << "the panel itself stays empty";
+    EXPECT_EQ(desktop.notes, Texts{});
+    Work().SetPanel(Panel::Scanning, "Scanning... /a.mp3");
+    EXPECT_EQ(EmptyPanelsToolTip(), "Scanning... /a.mp3");
+    QToolTip::hideText();
+}
+
+TEST_F(EndOfWorkTest, AWordThatThePanelShowsNeedsNoHint) {
+    Start();
+    QToolTip::hideText();
+    Work().SetPanel(Panel::Scanning, "Fertig: 3 neu");
+    Work().TellEnd("Fertig: 3 neu");
+    EXPECT_FALSE(QToolTip::isVisible());
+    EXPECT_EQ(windows->Activity(), "") << "nothing is being done any more";
+}
+
+TEST_F(EndOfWorkTest, AUserInAnotherWindowGetsANoteOfTheDesktop) {
+    Start();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    Work().TellEnd("Fertig: 3 neu");
+    EXPECT_EQ(desktop.notes, Texts{"Quavernet: Fertig: 3 neu"});
+    services.desktop = nullptr;
+    Work().TellEnd("Fertig: 4 neu");
+    EXPECT_EQ(EmptyPanelsToolTip(), "Bereit!");
+}
+
+TEST_F(EndOfWorkTest, ADialogOfTheWindowIsTheWindow) {
+    Start();
+    QDialog dialog(&Form());
+    dialog.show();
+    dialog.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    Work().TellEnd("Fertig: 3 neu");
+    EXPECT_EQ(desktop.notes, Texts{});
+    QToolTip::hideText();
+}
+
+TEST_F(EndOfWorkTest, TheTaskBarShowsTheProgressOfWorkThatTakesAWhile) {
+    Start();
+    desktop.progress.clear();
+    Work().SetProgress(10);
+    Work().SetProgress(0);
+    EXPECT_TRUE(desktop.progress.empty()) << "a load of the list is over before anybody looks";
+    Work().SetProgress(1);
+    QTest::qWait(550);
+    for (int percent = 20; percent <= 60; ++percent) {
+        Work().SetProgress(static_cast<float>(percent));
+    }
+    EXPECT_EQ(desktop.progress, std::vector<double>{0.2}) << "a few times a second, and the rest is left out";
+    QTest::qWait(300);
+    Work().SetProgress(61.5F);
+    Work().SetProgress(0);
+    Work().SetProgress(0);
+    EXPECT_EQ(desktop.progress, (std::vector<double>{0.2, 0.61, -1}));
+    services.desktop = nullptr;
+    Work().SetProgress(50);
+    QTest::qWait(550);
+    Work().SetProgress(60);
+    Work().SetProgress(0);
+}
+
+} // namespace quavernet::test
