@@ -3,9 +3,14 @@
 #include "adapters/qt/QtText.h"
 #include "app/CommandRegistry.h"
 #include "app/LoadResString.h"
+#include "app/MainModule.h"
 #include "mainwindow/MainMenuTable.h"
+#include "mainwindow/MenuMnemonics.h"
+#include "widgets/Pictures.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 namespace quavernet {
 
@@ -22,13 +27,39 @@ bool IsBuilt(const MenuEntry& entry, const CommandRegistry& commands) {
     });
 }
 
+// Items that do what a button of the toolbar does show its picture.
+void SetPicture(const MenuEntry& entry, QAction& item) {
+    constexpr auto Pictures =
+        std::to_array<std::pair<std::string_view, std::string_view>>({{"mnuScan", "scan"},
+                                                                      {"mnuPrint", "print"},
+                                                                      {"mnuKontextPrint", "print"},
+                                                                      {"mnuPlaylist", "plist"},
+                                                                      {"mnuKontextPlaylist", "plist"},
+                                                                      {"mnuKonvert", "konvert"},
+                                                                      {"mnuKontextKonvert", "konvert"}});
+    for (const auto& [name, picture] : Pictures) {
+        if (name == entry.Name) {
+            item.setIcon(Picture(picture));
+        }
+    }
+}
+
 bool IsTop(const MenuEntry& entry) {
     return entry.Parent.empty() || entry.Parent == "popup";
 }
 
 } // namespace
 
-MainMenu::MainMenu(QMenuBar* bar) : QObject(bar), m_bar(bar) {}
+MainMenu::MainMenu(QMenuBar* bar) : QObject(bar), m_bar(bar), m_oneOf(this) {}
+
+void MainMenu::OpenFirst() {
+    for (QAction* menu : m_bar->actions()) {
+        if (menu->isEnabled()) {
+            m_bar->setActiveAction(menu);
+            return;
+        }
+    }
+}
 
 void MainMenu::Build(const CommandRegistry& commands) {
     for (const MenuEntry& entry : MainMenuTable) {
@@ -50,6 +81,8 @@ void MainMenu::Build(const CommandRegistry& commands) {
                 m_bar->window()->addAction(action); // A popup menu has no keys of its own.
             }
         }
+        SetPicture(entry, *action);
+        Group(entry, *action);
         m_items.emplace(entry.Name, action);
         if (commands.Contains(entry.Name)) {
             Connect(entry, *action, commands);
@@ -77,11 +110,22 @@ QAction* MainMenu::AddEntry(const MenuEntry& entry) {
     return menu->menuAction();
 }
 
+void MainMenu::Group(const MenuEntry& entry, QAction& item) {
+    if (entry.Is(MenuEntry::OneOf)) {
+        m_oneOf.addAction(&item); // Exclusive: its items carry the mark of a choice among several.
+    }
+}
+
 // A click has turned a check mark round already; a command that does not run gives it back.
 void MainMenu::Connect(const MenuEntry& entry, QAction& item, const CommandRegistry& commands) {
-    connect(&item, &QAction::triggered, this, [&item, &commands, name = entry.Name](bool checked) {
-        if (!commands.Run(name) && item.isCheckable()) {
+    connect(&item, &QAction::triggered, this, [this, &item, &commands, name = entry.Name](bool checked) {
+        if (commands.Run(name) || !item.isCheckable()) {
+            return;
+        }
+        if (item.actionGroup() == nullptr) {
             item.setChecked(!checked);
+        } else if (m_chosen != nullptr) {
+            m_chosen->setChecked(true);
         }
     });
 }
@@ -104,6 +148,9 @@ bool MainMenu::Checked(std::string_view name) const {
 void MainMenu::SetChecked(std::string_view name, bool checked) {
     if (QAction* item = Item(name)) {
         item->setChecked(checked);
+        if (checked && item->actionGroup() != nullptr) {
+            m_chosen = item;
+        }
     }
 }
 
@@ -111,9 +158,8 @@ void MainMenu::LoadStrings() {
     for (const MenuEntry& entry : MainMenuTable) {
         QAction* item = Item(entry.Name);
         if (item != nullptr && entry.Text != 0) {
-            QString text = ToQString(LoadResString(entry.Text));
-            // An ampersand in a text is no keyboard mark.
-            item->setText(text.replace(u'&', QStringLiteral("&&")));
+            const std::string caption = LoadResString(entry.Text);
+            item->setText(ToQString(WithMnemonic(caption, MenuMnemonic(entry.Name, mainModule.Language))));
         }
     }
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QAction>
+#include <QActionGroup>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -29,15 +30,22 @@ public:
     bool Checked(std::string_view name) const;
     void SetChecked(std::string_view name, bool checked);
 
-    /// All captions in the current language.
+    /// All captions in the current language, with their mnemonics.
     void LoadStrings();
+
+    /// Opens the first menu of the bar that is enabled; the arrow keys go on from there.
+    void OpenFirst();
 
 private:
     QAction* AddEntry(const MenuEntry& entry);
     QMenu& Parent(const MenuEntry& entry) const;
     void Connect(const MenuEntry& entry, QAction& item, const CommandRegistry& commands);
 
+    void Group(const MenuEntry& entry, QAction& item);
+
     QMenuBar* m_bar;
+    QActionGroup m_oneOf;        ///< The languages: one of them is checked.
+    QAction* m_chosen = nullptr; ///< The one that was checked last, not by a click alone.
     std::unordered_map<std::string_view, QAction*> m_items;
 };
 

@@ -17,6 +17,7 @@ struct MenuEntry {
         Separated = 8,      ///< A separator comes before it.
         Bar = 16,           ///< A separator with a name, shown and hidden like an item.
         Shifted = 32,       ///< The shortcut is with Shift too.
+        OneOf = 64,         ///< Of those that have this one carries its check mark.
     };
 
     std::string_view Name;
@@ -36,10 +37,12 @@ inline constexpr std::uint8_t Grey = MenuEntry::StartsDisabled;
 inline constexpr std::uint8_t Line = MenuEntry::Separated;
 inline constexpr std::uint8_t Bar = MenuEntry::Bar;
 inline constexpr std::uint8_t Shift = MenuEntry::Shifted;
+inline constexpr std::uint8_t OneOf = MenuEntry::OneOf;
 } // namespace detail
 
 inline constexpr auto MainMenuTable = [] {
-    using detail::Bar, detail::Check, detail::Grey, detail::Group, detail::Item, detail::Line, detail::Shift;
+    using detail::Bar, detail::Check, detail::Grey, detail::Group, detail::Item, detail::Line, detail::OneOf,
+        detail::Shift;
     return std::to_array<MenuEntry>({
         {"mnuFile", "", 201, 0, Group},
         {"mnuScan", "mnuFile", 207, 'S', Item},
@@ -55,8 +58,8 @@ inline constexpr auto MainMenuTable = [] {
         {"mnuwav", "mnuView", 216, 0, Check},
         {"mnuShowGridlines", "mnuView", 217, 'G', Check | Line},
         {"mnuViewLanguage", "mnuView", 248, 0, Group | Line},
-        {"mnuViewLanguageGER", "mnuViewLanguage", 249, 0, Check},
-        {"mnuViewLanguageENG", "mnuViewLanguage", 250, 0, Check},
+        {"mnuViewLanguageGER", "mnuViewLanguage", 249, 0, Check | OneOf},
+        {"mnuViewLanguageENG", "mnuViewLanguage", 250, 0, Check | OneOf},
         {"mnuEdit", "", 203, 0, Group},
         {"mnuEditExchange", "mnuEdit", 218, 0, Grey},
         {"mnuEditFilename", "mnuEdit", 219, 0, Grey},

@@ -10,6 +10,7 @@
 #include "mainwindow/CloseGuard.h"
 #include "mainwindow/ControlState.h"
 #include "mainwindow/MainParts.h"
+#include "mainwindow/MenuKeys.h"
 #include "scanner/CheckReminder.h"
 #include "widgets/Pictures.h"
 #include "widgets/Twips.h"
@@ -48,6 +49,7 @@ frmMain::frmMain(PlayerWindow& player) {
     m_parts = std::make_unique<MainParts>(
         *this, player, [this](ControlMode mode) { SetControlState(mode); }, [this] { LoadStrings(); });
     new HelpKey(this);
+    new MenuKeys(*this, m_parts->Menu);
     m_afterLoadTimer.setParent(this);
     m_afterLoadTimer.setObjectName(QStringLiteral("AfterLoadTimer"));
     m_afterLoadTimer.setSingleShot(true);

@@ -186,8 +186,8 @@ TEST_F(FileNamesTest, TheContextMenuHasTheItemForOneRowAndForSeveral) {
     EXPECT_FALSE(Action("mnuEditFilename").isEnabled()) << "no row is current yet";
     ClickRow(1);
     EXPECT_TRUE(Action("mnuEditFilename").isEnabled());
-    EXPECT_EQ(FromQString(Action("mnuEditFilename").text()), "Dateiname ändern...");
-    EXPECT_EQ(FromQString(Action("mnuKontextFilename").text()), "Dateiname ändern...");
+    EXPECT_EQ(Caption(Action("mnuEditFilename").text()), "Dateiname ändern...");
+    EXPECT_EQ(Caption(Action("mnuKontextFilename").text()), "Dateiname ändern...");
 }
 
 TEST_F(FileNamesTest, WithoutASelectionTheMainMenuOpensNothingAndTheContextMenuAnEmptyDialog) {

@@ -2,6 +2,7 @@
 // user's boxes and dialogs are scripted.
 #pragma once
 
+#include "gui/Caption.h"
 #include "support/LogicTest.h"
 #include "support/TemplatePath.h"
 #include "support/TemporaryFolder.h"

@@ -82,10 +82,10 @@ TEST_F(KonvertOptionsTest, TheTextsAreThoseOfTheLanguage) {
         settings.values["Language"] = language;
         Open();
         for (const auto& [name, id] : buttons) {
-            EXPECT_EQ(FromQString(Part<QAbstractButton>(name).text()), LoadResString(id)) << name;
+            EXPECT_EQ(Caption(Part<QAbstractButton>(name).text()), LoadResString(id)) << name;
         }
-        EXPECT_EQ(FromQString(Part<QLabel>("Label2").text()), LoadResString(534));
-        EXPECT_EQ(FromQString(Part<QLabel>("Label1").text()), LoadResString(535));
+        EXPECT_EQ(Caption(Part<QLabel>("Label2").text()), LoadResString(534));
+        EXPECT_EQ(Caption(Part<QLabel>("Label1").text()), LoadResString(535));
         EXPECT_EQ(FromQString(dialog->windowTitle()), LoadResString(542));
     }
     EXPECT_EQ(QuavernetGER.GetResourceString(542), "Konvertierungs Optionen");
@@ -262,9 +262,9 @@ TEST_F(KonvertOptionsTest, OnlyACurrentRowOfWavFilesOffersTheCommands) {
     ClickRow(1);
     EXPECT_EQ(enabled(), 3);
     EXPECT_EQ(Action("mnuKonvert").shortcut(), QKeySequence(Qt::CTRL | Qt::Key_K));
-    EXPECT_EQ(FromQString(Action("mnuKonvert").text()), "Konvertieren");
-    EXPECT_EQ(FromQString(Action("mnuKontextKonvert").text()), "Konvertieren");
-    EXPECT_EQ(FromQString(Action("mnuKonvertoptions").text()), "Konvertierung...");
+    EXPECT_EQ(Caption(Action("mnuKonvert").text()), "Konvertieren");
+    EXPECT_EQ(Caption(Action("mnuKontextKonvert").text()), "Konvertieren");
+    EXPECT_EQ(Caption(Action("mnuKonvertoptions").text()), "Konvertierung...");
     EXPECT_EQ(FromQString(Action("konvert").toolTip()), "Konvertieren in das Mp3 Format");
 }
 

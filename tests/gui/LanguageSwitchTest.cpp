@@ -45,7 +45,7 @@ public:
 private:
     void Add(const std::string& place, const QString& text) {
         if (!text.isEmpty()) {
-            m_texts[place] = FromQString(text);
+            m_texts[place] = Caption(text);
         }
     }
     void AddProperties(const QObject& object) {

@@ -43,7 +43,7 @@ TEST_F(LanguageTest, TheSwitchChangesEveryTextAtOnceAndIsStored) {
     const auto english = [](int id) { return std::string(*QuavernetENG.GetResourceString(id)); };
     EXPECT_EQ(PanelText(Panel::Filecount), "2" + english(584) + "2,00 MB)");
     EXPECT_EQ(PanelText(Panel::Scanning), english(432));
-    EXPECT_EQ(FromQString(Control<QCheckBox>("chkInterpret").text()), english(545));
+    EXPECT_EQ(Caption(Control<QCheckBox>("chkInterpret").text()), english(545));
     EXPECT_EQ(FromQString(Control<QComboBox>("cboGenre").itemText(0)), english(389));
     EXPECT_EQ(FromQString(Control<TreeView>("TreeView").model()->index(0, 0).data().toString()),
               english(591));
@@ -74,7 +74,7 @@ TEST_F(LanguageTest, TheSwitchTakesTheStoredColumnWidths) {
 TEST_F(LanguageTest, AnUnknownLanguageIsUnreadableButRuns) {
     settings.values["Language"] = "FRA";
     Start();
-    EXPECT_EQ(FromQString(Action("mnuFile").text()), "Error : No Local Data");
+    EXPECT_EQ(Caption(Action("mnuFile").text()), "Error : No Local Data");
     EXPECT_FALSE(Action("mnuViewLanguageGER").isChecked());
 }
 

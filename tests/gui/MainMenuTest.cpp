@@ -42,7 +42,7 @@ TEST_F(MainMenuTest, CaptionsAndShortcutsFollowTheTableInBothLanguages) {
                 continue;
             }
             if (entry.Text != 0) {
-                EXPECT_EQ(FromQString(item->text()), LoadResString(entry.Text));
+                EXPECT_EQ(Caption(item->text()), LoadResString(entry.Text));
             }
             const QString shortcut = item->shortcut().toString(QKeySequence::PortableText);
             const char* const keys = entry.Is(MenuEntry::Shifted) ? "Ctrl+Shift+" : "Ctrl+";
@@ -50,6 +50,86 @@ TEST_F(MainMenuTest, CaptionsAndShortcutsFollowTheTableInBothLanguages) {
                       entry.Shortcut == 0 ? "" : keys + std::string(1, entry.Shortcut));
         }
     }
+}
+
+TEST_F(MainMenuTest, ItemsThatDoWhatAToolbarButtonDoesShowItsPicture) {
+    Start();
+    for (const auto& [item, button] : {std::pair{"mnuScan", "scan"},
+                                       {"mnuPrint", "print"},
+                                       {"mnuKontextPrint", "print"},
+                                       {"mnuPlaylist", "plist"},
+                                       {"mnuKontextPlaylist", "plist"},
+                                       {"mnuKonvert", "konvert"},
+                                       {"mnuKontextKonvert", "konvert"}}) {
+        const auto image = [](const QAction& action) { return action.icon().pixmap(16, 16).toImage(); };
+        EXPECT_FALSE(Action(item).icon().isNull()) << item;
+        EXPECT_EQ(image(Action(item)), image(*Form().Panes().Toolbar1().Button(button))) << item;
+    }
+}
+
+TEST_F(MainMenuTest, TheLanguagesAreAChoiceOfOne) {
+    Start();
+    const QActionGroup* group = Action("mnuViewLanguageGER").actionGroup();
+    ASSERT_NE(group, nullptr);
+    EXPECT_TRUE(group->isExclusive()) << "which gives them round marks";
+    EXPECT_EQ(group, Action("mnuViewLanguageENG").actionGroup());
+    EXPECT_EQ(group->actions().size(), 2);
+    Action("mnuViewLanguageENG").trigger();
+    EXPECT_EQ(group->checkedAction(), &Action("mnuViewLanguageENG"));
+    Action("mnuViewLanguageENG").trigger();
+    EXPECT_EQ(group->checkedAction(), &Action("mnuViewLanguageENG"));
+
+    mainModule.ActsAlone = true;
+    Action("mnuViewLanguageGER").trigger();
+    EXPECT_EQ(group->checkedAction(), &Action("mnuViewLanguageENG")) << "a click that may not act";
+    mainModule.ActsAlone = false;
+    EXPECT_EQ(settings.values["Language"], "ENG");
+}
+
+TEST_F(MainMenuTest, F10OpensTheFirstMenuThatIsEnabled) {
+    Start();
+    Grid().setFocus();
+    QTest::keyClick(Form().windowHandle(), Qt::Key_F10);
+    QMenu& file = *Action("mnuFile").menu();
+    EXPECT_TRUE(file.isVisible());
+    QTest::keyClick(&file, Qt::Key_Escape);
+    file.close();
+    Action("mnuFile").setEnabled(false);
+    QTest::keyClick(Form().windowHandle(), Qt::Key_F10);
+    EXPECT_FALSE(file.isVisible());
+    EXPECT_TRUE(Action("mnuView").menu()->isVisible());
+    Action("mnuView").menu()->close();
+}
+
+TEST_F(MainMenuTest, AltAndItsLetterOpenAMenuAndTheItemsLetterRunsIt) {
+    Start();
+    QTest::keyClick(Form().windowHandle(), Qt::Key_A, Qt::AltModifier); // "Ansicht"
+    QMenu& view = *Action("mnuView").menu();
+    ASSERT_TRUE(view.isVisible());
+    EXPECT_FALSE(Grid().showGrid());
+    QTest::keyClick(&view, Qt::Key_G);
+    EXPECT_FALSE(view.isVisible());
+    EXPECT_TRUE(Grid().showGrid());
+}
+
+TEST_F(MainMenuTest, ShiftF10AndTheMenuKeyOpenTheMenuOfListAndTree) {
+    AddFile("Abba", "One");
+    Start();
+    const auto opens = [&](const char* menu, const std::function<void()>& press) {
+        press();
+        QWidget* const popup = QApplication::activePopupWidget();
+        if (popup != nullptr) {
+            popup->close();
+        }
+        return popup != nullptr && popup == Form().Menu().Popup(menu);
+    };
+    const auto shiftF10 = [&] { QTest::keyClick(Form().windowHandle(), Qt::Key_F10, Qt::ShiftModifier); };
+    ClickRow(1);
+    Grid().setFocus();
+    EXPECT_TRUE(opens("mnuKontext", shiftF10));
+    auto& tree = Control<QWidget>("TreeView");
+    tree.setFocus();
+    EXPECT_TRUE(opens("mnuTree", shiftF10));
 }
 
 TEST_F(MainMenuTest, NoMenuIsEmptyOrHasStraySeparators) {
@@ -123,7 +203,7 @@ TEST_F(MainMenuTest, TheAboutBoxNamesVersionAndProduct) {
         auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
         title = FromQString(box->windowTitle());
         version = FromQString(box->findChild<QLabel*>(QStringLiteral("lblVersion"))->text());
-        button = FromQString(box->findChild<QPushButton*>(QStringLiteral("cmdSysInfo"))->text());
+        button = Caption(box->findChild<QPushButton*>(QStringLiteral("cmdSysInfo"))->text());
         QTest::mouseClick(box->findChild<QPushButton*>(QStringLiteral("cmdSysInfo")), Qt::LeftButton);
         QTest::mouseClick(box->findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
     });

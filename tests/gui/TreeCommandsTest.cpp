@@ -110,9 +110,9 @@ TEST_F(TreeCommandsTest, TheMenuOfEachKindOfNodeShowsItsCommands) {
         }
         EXPECT_EQ(visible(), expected);
     }
-    EXPECT_EQ(FromQString(Action("mnuDelete").text()), "Löschen");
+    EXPECT_EQ(Caption(Action("mnuDelete").text()), "Löschen");
     Action("mnuViewLanguageENG").trigger();
-    EXPECT_EQ(FromQString(Action("mnuDelete").text()), "Delete");
+    EXPECT_EQ(Caption(Action("mnuDelete").text()), "Delete");
 }
 
 TEST_F(TreeCommandsTest, TheDeleteKeyDeletesTheSelectedNodeButNotTheRoot) {
