@@ -16,6 +16,9 @@
 #include "widgets/DragFiles.h"
 #include "widgets/EnterKey.h"
 #include "widgets/HourglassPointer.h"
+#include "widgets/Mnemonics.h"
+#include "widgets/NeverMinimized.h"
+#include "widgets/TitleRoom.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -49,6 +52,8 @@ ListedNames NamesOfRow(GridView& grid) {
 frmDetails::frmDetails(EditingParts parts, QWidget* owner)
     : QDialog(owner), m_parts(std::move(parts)), m_ui(std::make_unique<Ui::frmDetails>()) {
     m_ui->setupUi(this);
+    new TitleRoom(this);
+    new NeverMinimized(this);
     setWindowModality(Qt::WindowModal); // What cmdPlay starts can be stopped in the player.
     LoadStrings();
     m_ui->lblCover->setVisible(static_cast<bool>(m_parts.ShowCovers));
@@ -82,6 +87,7 @@ void frmDetails::LoadStrings() {
     m_ui->cmdPlay->setToolTip(play);
     m_ui->cmdPlay->setAccessibleName(play);
     m_ui->cboGenre->setAccessibleName(m_ui->Label5->text());
+    MarkMnemonics(*this);
 }
 
 void frmDetails::ConnectControls() {

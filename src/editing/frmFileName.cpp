@@ -8,17 +8,21 @@
 #include "editing/CleanUpButtons.h"
 #include "help/HelpKey.h"
 #include "ui_frmFileName.h"
+#include "widgets/Mnemonics.h"
 #include "widgets/NeverMinimized.h"
+#include "widgets/TitleRoom.h"
 
 namespace quavernet {
 
 frmFileName::frmFileName(QWidget* owner, LongWork& work)
     : QDialog(owner), m_ui(std::make_unique<Ui::frmFileName>()), m_work(work) {
     m_ui->setupUi(this);
+    new TitleRoom(this);
     LoadStrings();
     m_ui->txtFileName->setText(ToNameText(m_editor.OldName()));
     m_ui->txtFileName->setFocus();
     ConnectControls();
+    MarkMnemonics(*this);
     new NeverMinimized(this);
     new HelpKey(this);
 }

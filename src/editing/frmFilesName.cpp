@@ -9,7 +9,9 @@
 #include "ui_frmFilesName.h"
 #include "widgets/EnterKey.h"
 #include "widgets/KeyCodes.h"
+#include "widgets/Mnemonics.h"
 #include "widgets/NeverMinimized.h"
+#include "widgets/TitleRoom.h"
 
 #include <cstddef>
 
@@ -17,11 +19,13 @@ namespace quavernet {
 
 frmFilesName::frmFilesName(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui::frmFilesName>()) {
     m_ui->setupUi(this);
+    new TitleRoom(this);
     LoadStrings();
     FillList();
     m_ui->lstFileNames->setFocus();
     ConnectControls();
     new NeverMinimized(this);
+    MarkMnemonics(*this);
     new HelpKey(this);
 }
 

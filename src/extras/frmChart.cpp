@@ -7,7 +7,9 @@
 #include "help/HelpKey.h"
 #include "ui_frmChart.h"
 #include "widgets/EnterKey.h"
+#include "widgets/Mnemonics.h"
 #include "widgets/PaintingOff.h"
+#include "widgets/TitleRoom.h"
 #include "widgets/Twips.h"
 
 #include <QCloseEvent>
@@ -43,6 +45,7 @@ int TextMargin(const QWidget& widget) {
 frmChart::frmChart(QWidget* owner, LibraryViews& views, PlayerWindow& player)
     : QDialog(owner), m_ui(std::make_unique<Ui::frmChart>()), m_views(views), m_player(player) {
     m_ui->setupUi(this);
+    new TitleRoom(this);
     m_ui->grdChart->setModel(&m_rows);
     m_ui->grdChart->viewport()->installEventFilter(this);
     owner->installEventFilter(this);
@@ -70,6 +73,7 @@ void frmChart::Open(bool& flag) {
 void frmChart::Form_Load() {
     m_chart.Form_Load();
     m_ui->cmdShowInList->setText(ToQString(LoadResString(124)));
+    MarkMnemonics(*this);
     Show(m_chart.FillChart());
     PlaceControls();
     m_ui->grdChart->setFocus();

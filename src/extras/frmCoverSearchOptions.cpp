@@ -5,6 +5,9 @@
 #include "extras/CoverSearchOptions.h"
 #include "help/HelpKey.h"
 #include "ui_frmCoverSearchOptions.h"
+#include "widgets/Mnemonics.h"
+#include "widgets/NeverMinimized.h"
+#include "widgets/TitleRoom.h"
 
 #include <QLayout>
 
@@ -13,6 +16,8 @@ namespace quavernet {
 frmCoverSearchOptions::frmCoverSearchOptions(QWidget* owner)
     : QDialog(owner), m_ui(std::make_unique<Ui::frmCoverSearchOptions>()) {
     m_ui->setupUi(this);
+    new TitleRoom(this);
+    new NeverMinimized(this);
     LoadStrings();
     m_ui->txtSearchString->setText(ToQString(ShownSearchTemplate()));
     m_ui->txtSearchString->setCursorPosition(0); // An address is known by its beginning.
@@ -34,6 +39,7 @@ void frmCoverSearchOptions::LoadStrings() {
     m_ui->Label4->setText(ToQString(ExampleSearchTemplate()));
     m_ui->cmdOK->setText(ToQString(LoadResString(101)));
     m_ui->cmdCancel->setText(ToQString(LoadResString(102)));
+    MarkMnemonics(*this);
 }
 
 void frmCoverSearchOptions::cmdOK_Click() {

@@ -11,6 +11,7 @@
 #include "ui_frmCovers.h"
 #include "widgets/BusyMark.h"
 #include "widgets/DragFiles.h"
+#include "widgets/Mnemonics.h"
 #include "widgets/Twips.h"
 
 #include <QCloseEvent>
@@ -145,6 +146,7 @@ void frmCovers::LoadStrings() {
     FitContents();
     PlaceControls();
     m_ui->lstAlbums->setAccessibleName(windowTitle());
+    MarkMnemonics(*this);
 }
 
 void frmCovers::SelectAlbum(const std::string& key) {
@@ -247,7 +249,7 @@ void frmCovers::PlaceControls() {
     m_ui->lstAlbums->setGeometry(0, gap, listWidth, m_ui->lstAlbums->height());
     m_ui->SSTab1->move(listWidth + gap, gap);
     QPushButton& close = *m_ui->cmdClose;
-    const int caption = close.fontMetrics().horizontalAdvance(close.text()) + 3 * gap;
+    const int caption = close.fontMetrics().size(Qt::TextShowMnemonic, close.text()).width() + 3 * gap;
     close.resize(std::max(ToPixels(RightOfClose - Gap), caption), close.height());
     close.move(width() - std::max(ToPixels(RightOfClose), close.width() + gap),
                m_ui->SSTab1->geometry().bottom() + 1 + gap);

@@ -6,6 +6,9 @@
 #include "help/HelpKey.h"
 #include "ui_frmOptToplist.h"
 #include "widgets/EnterKey.h"
+#include "widgets/Mnemonics.h"
+#include "widgets/NeverMinimized.h"
+#include "widgets/TitleRoom.h"
 
 #include <QEvent>
 
@@ -13,6 +16,8 @@ namespace quavernet {
 
 frmOptToplist::frmOptToplist(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui::frmOptToplist>()) {
     m_ui->setupUi(this);
+    new TitleRoom(this);
+    new NeverMinimized(this);
     LoadStrings();
     m_ui->txtFileCount->setText(ToQString(FileCountTopList()));
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmOptToplist::cmdOK_Click);
@@ -28,6 +33,7 @@ void frmOptToplist::LoadStrings() {
     m_ui->txtFileCount->setAccessibleName(m_ui->Label1->text());
     m_ui->chkResetStatistik->setText(ToQString(LoadResString(548)));
     m_ui->cmdOK->setText(ToQString(LoadResString(101)));
+    MarkMnemonics(*this);
 }
 
 bool frmOptToplist::event(QEvent* event) {

@@ -5,7 +5,10 @@
 #include "app/Version.h"
 #include "help/HelpKey.h"
 #include "ui_frmAbout.h"
+#include "widgets/Mnemonics.h"
+#include "widgets/NeverMinimized.h"
 #include "widgets/Pictures.h"
+#include "widgets/TitleRoom.h"
 
 namespace quavernet {
 
@@ -25,6 +28,8 @@ std::string Facts() {
 
 frmAbout::frmAbout(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui::frmAbout>()) {
     m_ui->setupUi(this);
+    new TitleRoom(this);
+    new NeverMinimized(this);
     setWindowTitle(ToQString(LoadResString(301)));
     m_ui->picIcon->setPixmap(Picture("quavernet").pixmap(QSize(64, 64), devicePixelRatio()));
     m_ui->cmdOK->setText(ToQString(LoadResString(101)));
@@ -32,6 +37,7 @@ frmAbout::frmAbout(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui::f
     m_ui->lblVersion->setText(ToQString(LoadResString(302) + " " + VersionNumbers()));
     m_ui->lblFacts->setText(ToQString(Facts()));
     m_ui->cmdOK->setFocus();
+    MarkMnemonics(*this);
     new HelpKey(this);
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_ui->cmdSysInfo, &QPushButton::clicked, this, &frmAbout::StartSysInfo);

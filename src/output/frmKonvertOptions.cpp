@@ -5,12 +5,17 @@
 #include "help/HelpKey.h"
 #include "output/KonvertSettings.h"
 #include "ui_frmKonvertOptions.h"
+#include "widgets/Mnemonics.h"
+#include "widgets/NeverMinimized.h"
+#include "widgets/TitleRoom.h"
 
 namespace quavernet {
 
 frmKonvertOptions::frmKonvertOptions(QWidget* owner)
     : QDialog(owner), m_ui(std::make_unique<Ui::frmKonvertOptions>()) {
     m_ui->setupUi(this);
+    new TitleRoom(this);
+    new NeverMinimized(this);
     LoadStrings();
     Form_Load();
     connect(m_ui->cmdBrowse, &QPushButton::clicked, this, &frmKonvertOptions::cmdBrowse_Click);
@@ -32,6 +37,7 @@ void frmKonvertOptions::LoadStrings() {
     m_ui->chkDelete->setText(ToQString(LoadResString(540)));
     m_ui->chkShowKonvert->setText(ToQString(LoadResString(541)));
     m_ui->cmdOK->setText(ToQString(LoadResString(101)));
+    MarkMnemonics(*this);
 }
 
 void frmKonvertOptions::Form_Load() {

@@ -6,11 +6,16 @@
 #include "help/HelpKey.h"
 #include "playback/RandomPlaySettings.h"
 #include "ui_frmRandomPlay.h"
+#include "widgets/Mnemonics.h"
+#include "widgets/NeverMinimized.h"
+#include "widgets/TitleRoom.h"
 
 namespace quavernet {
 
 frmRandomPlay::frmRandomPlay(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui::frmRandomPlay>()) {
     m_ui->setupUi(this);
+    new TitleRoom(this);
+    new NeverMinimized(this);
     LoadStrings();
     connect(m_ui->optAllFiles, &QRadioButton::toggled, this, [this](bool checked) {
         if (checked) {
@@ -39,6 +44,7 @@ void frmRandomPlay::LoadStrings() {
          {static_cast<QWidget*>(m_ui->optFileCount), static_cast<QWidget*>(m_ui->txtFileCount)}) {
         part->setAccessibleName(ToQString(LoadResString(560)));
     }
+    MarkMnemonics(*this);
 }
 
 void frmRandomPlay::Form_Load() {

@@ -5,11 +5,16 @@
 #include "help/HelpKey.h"
 #include "scanner/ReminderSettings.h"
 #include "ui_frmRemind.h"
+#include "widgets/Mnemonics.h"
+#include "widgets/NeverMinimized.h"
+#include "widgets/TitleRoom.h"
 
 namespace quavernet {
 
 frmRemind::frmRemind(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui::frmRemind>()) {
     m_ui->setupUi(this);
+    new TitleRoom(this);
+    new NeverMinimized(this);
     LoadStrings();
     const ReminderSettings settings = LoadReminderSettings();
     m_ui->chkRemind->setChecked(settings.choice.chkRemind);
@@ -39,6 +44,7 @@ void frmRemind::LoadStrings() {
     m_ui->optMonthly->setText(ToQString(LoadResString(574)));
     m_ui->optWeekly->setText(ToQString(LoadResString(575)));
     m_ui->optYearly->setText(ToQString(LoadResString(576)));
+    MarkMnemonics(*this);
 }
 
 void frmRemind::cmdOK_Click() {

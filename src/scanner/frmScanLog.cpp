@@ -9,6 +9,8 @@
 #include "scanner/SkippedLine.h"
 #include "ui_frmScanLog.h"
 #include "widgets/FitScreen.h"
+#include "widgets/Mnemonics.h"
+#include "widgets/TitleRoom.h"
 #include "widgets/Twips.h"
 
 #include <QCloseEvent>
@@ -76,6 +78,7 @@ void ScanLogPainter::initStyleOption(QStyleOptionViewItem* option, const QModelI
 
 frmScanLog::frmScanLog(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui::frmScanLog>()) {
     m_ui->setupUi(this);
+    new TitleRoom(this);
     m_ui->lstLog->setModel(&m_lines);
     m_ui->lstLog->setItemDelegate(new ScanLogPainter(this));
     m_designSize = size() * TwipScale(font());
@@ -94,6 +97,7 @@ void frmScanLog::Show() {
         m_ui->Label1->setText(ToQString(LoadResString(578)));
         m_ui->Label4->setText(ToQString(LoadResString(579)));
         m_ui->cmdClose->setText(ToQString(LoadResString(108)));
+        MarkMnemonics(*this);
         RestoreSize();
     }
     show();

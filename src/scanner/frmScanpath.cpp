@@ -5,6 +5,9 @@
 #include "help/HelpKey.h"
 #include "scanner/ScanPathSettings.h"
 #include "ui_frmScanpath.h"
+#include "widgets/Mnemonics.h"
+#include "widgets/NeverMinimized.h"
+#include "widgets/TitleRoom.h"
 
 #include <QLayout>
 
@@ -12,6 +15,8 @@ namespace quavernet {
 
 frmScanpath::frmScanpath(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui::frmScanpath>()) {
     m_ui->setupUi(this);
+    new TitleRoom(this);
+    new NeverMinimized(this);
     LoadStrings();
     const ScanPathSettings settings = LoadScanPathSettings();
     m_ui->chkScanPath->setChecked(settings.ScanpathValue);
@@ -34,6 +39,7 @@ void frmScanpath::LoadStrings() {
     m_ui->cmdCancel->setText(ToQString(LoadResString(102)));
     m_ui->chkScanPath->setText(ToQString(LoadResString(581)));
     m_ui->Label2->setText(ToQString(LoadResString(582)));
+    MarkMnemonics(*this);
 }
 
 void frmScanpath::ShowPath(const std::string& path) {

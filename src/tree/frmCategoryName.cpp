@@ -7,7 +7,9 @@
 #include "help/HelpKey.h"
 #include "ui_frmCategoryName.h"
 #include "widgets/EnterKey.h"
+#include "widgets/Mnemonics.h"
 #include "widgets/NeverMinimized.h"
+#include "widgets/TitleRoom.h"
 
 #include <utility>
 
@@ -17,6 +19,7 @@ frmCategoryName::frmCategoryName(QWidget* owner, std::vector<std::string> files,
     : QDialog(owner), m_ui(std::make_unique<Ui::frmCategoryName>()), m_files(std::move(files)),
       m_views(views) {
     m_ui->setupUi(this);
+    new TitleRoom(this);
     LoadStrings();
     m_ui->txtCategoryName->setFocus();
     connect(m_ui->cmdFinish, &QPushButton::clicked, this, [this] {
@@ -37,6 +40,7 @@ void frmCategoryName::LoadStrings() {
     m_ui->txtCategoryName->setAccessibleName(windowTitle());
     m_ui->cmdFinish->setText(ToQString(LoadResString(104)));
     m_ui->cmdCancel->setText(ToQString(LoadResString(102)));
+    MarkMnemonics(*this);
 }
 
 // The button leaves the dialog open, so that another category can be made of the same files.

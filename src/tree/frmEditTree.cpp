@@ -10,12 +10,15 @@
 #include "ui_frmEditTree.h"
 #include "widgets/EnterKey.h"
 #include "widgets/KeyCodes.h"
+#include "widgets/Mnemonics.h"
 #include "widgets/NeverMinimized.h"
+#include "widgets/TitleRoom.h"
 
 namespace quavernet {
 
 frmEditTree::frmEditTree(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui::frmEditTree>()) {
     m_ui->setupUi(this);
+    new TitleRoom(this);
     LoadStrings();
     FillList();
     ConnectControls();
@@ -36,6 +39,7 @@ void frmEditTree::LoadStrings() {
     m_ui->cmdDelete->setText(ToQString(LoadResString(107)));
     m_ui->cmdSave->setText(ToQString(LoadResString(110)));
     m_ui->cmdOK->setText(ToQString(LoadResString(101)));
+    MarkMnemonics(*this);
 }
 
 void frmEditTree::ConnectControls() {

@@ -50,8 +50,8 @@ TEST_F(CategoryNameDialogTest, TheCaptionsAreThoseOfTheLanguage) {
     for (const char* language : {"GER", "ENG"}) {
         settings.values["Language"] = language;
         Open();
-        EXPECT_EQ(FromQString(Button("cmdFinish").text()), LoadResString(104));
-        EXPECT_EQ(FromQString(Button("cmdCancel").text()), LoadResString(102));
+        EXPECT_EQ(Caption(Button("cmdFinish").text()), LoadResString(104));
+        EXPECT_EQ(Caption(Button("cmdCancel").text()), LoadResString(102));
         EXPECT_EQ(FromQString(dialog->windowTitle()), LoadResString(311));
     }
     EXPECT_EQ(QuavernetGER.GetResourceString(311), "Name der Kategorie...");

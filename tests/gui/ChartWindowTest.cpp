@@ -80,7 +80,7 @@ protected:
     Texts Headers() {
         Texts texts;
         for (const char* name : {"Label1", "Label2", "Label3"}) {
-            texts.push_back(FromQString(Part<QLabel>(name).text()));
+            texts.push_back(test::Caption(Part<QLabel>(name).text()));
         }
         return texts;
     }
@@ -105,7 +105,7 @@ TEST_F(ChartWindowTest, TheToolbarOpensTheMostPlayedFilesBesideTheMainWindow) {
     EXPECT_EQ(Title(), "TOP 3");
     EXPECT_EQ(Headers(), (Texts{"Platz", "Name", "Hits"}));
     EXPECT_EQ(Shown(), (Texts{"1.|Two.mp3|3", "2.|Three.mp3|2", "3.|One.mp3|1"}));
-    EXPECT_EQ(FromQString(Button().text()), "In Liste anzeigen");
+    EXPECT_EQ(test::Caption(Button().text()), "In Liste anzeigen");
     EXPECT_EQ(Part<QLabel>("Label3").alignment() & Qt::AlignHorizontal_Mask, Qt::AlignRight);
     EXPECT_FALSE(Chart()->isModal());
     EXPECT_EQ(Chart()->parentWidget(), &Form());
@@ -395,11 +395,11 @@ TEST_F(ChartWindowTest, TheTextsStayThoseOfTheirLanguageUntilTheListIsLoadedAgai
     Open();
     Action("mnuViewLanguageENG").trigger();
     EXPECT_EQ(Headers(), (Texts{"Platz", "Name", "Hits"}));
-    EXPECT_EQ(FromQString(Button().text()), "In Liste anzeigen");
+    EXPECT_EQ(test::Caption(Button().text()), "In Liste anzeigen");
     Open("date");
     EXPECT_EQ(Headers(), (Texts{"Rank", "Name", "Date"}));
     EXPECT_EQ(Title(), "Newest Mp3s");
-    EXPECT_EQ(FromQString(Button().text()), "Show in list");
+    EXPECT_EQ(test::Caption(Button().text()), "Show in list");
 }
 
 TEST_F(ChartWindowTest, ItClosesWithTheMainWindowWhileThePlayerGoesOn) {

@@ -24,7 +24,7 @@ protected:
         ASSERT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == dialog.get(); }));
     }
     template <typename T> T& Part(const char* name) { return *dialog->findChild<T*>(QLatin1String(name)); }
-    std::string LabelText(const char* name) { return FromQString(Part<QLabel>(name).text()); }
+    std::string LabelText(const char* name) { return Caption(Part<QLabel>(name).text()); }
     QLineEdit& Field() { return Part<QLineEdit>("txtSearchString"); }
 
     std::unique_ptr<frmCoverSearchOptions> dialog;
@@ -40,9 +40,10 @@ TEST_F(CoverSearchDialogTest, TheTextsAreThoseOfTheLanguageWithAnExample) {
         EXPECT_EQ(LabelText("Label1"), LoadResString(507));
         EXPECT_EQ(LabelText("Label2"), LoadResString(508));
         EXPECT_EQ(LabelText("Label3"), LoadResString(509));
-        EXPECT_EQ(LabelText("Label4"), "http://artwork.example.org/search.php?search=#coverstring#&&cat=1");
-        EXPECT_EQ(FromQString(Part<QPushButton>("cmdOK").text()), LoadResString(101));
-        EXPECT_EQ(FromQString(Part<QPushButton>("cmdCancel").text()), LoadResString(102));
+        EXPECT_EQ(FromQString(Part<QLabel>("Label4").text()),
+                  "http://artwork.example.org/search.php?search=#coverstring#&&cat=1");
+        EXPECT_EQ(Caption(Part<QPushButton>("cmdOK").text()), LoadResString(101));
+        EXPECT_EQ(Caption(Part<QPushButton>("cmdCancel").text()), LoadResString(102));
         for (const char* name : {"Label2", "Label4"}) {
             const auto& label = Part<QLabel>(name);
             EXPECT_GE(label.height(), label.heightForWidth(label.width())) << name;

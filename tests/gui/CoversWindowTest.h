@@ -50,7 +50,7 @@ protected:
     QTabWidget& Tabs() { return Part<QTabWidget>("SSTab1"); }
     CoverBox& Box(const char* name) { return Part<CoverBox>(name); }
     std::string PanelPath() { return FromQString(Part<QLabel>("Panel1").text()); }
-    std::string TextOf(const char* name) { return FromQString(Part<QAbstractButton>(name).text()); }
+    std::string TextOf(const char* name) { return Caption(Part<QAbstractButton>(name).text()); }
     void Press(const char* name) { QTest::mouseClick(&Part<QPushButton>(name), Qt::LeftButton); }
     void ClickAlbum(int row, Qt::KeyboardModifiers modifiers = {}) {
         QTest::mouseClick(Albums().viewport(), Qt::LeftButton, modifiers,

@@ -420,7 +420,7 @@ TEST_F(DetailsTest, AClickOnTheLabelOfTheTitleClosesTheDialog) {
     }
     QTest::mouseClick(&Part<QLabel>("Label3"), Qt::RightButton);
     EXPECT_TRUE(dialog->isVisible());
-    EXPECT_EQ(FromQString(Part<QLabel>("Label3").text()), "Titel:");
+    EXPECT_EQ(Caption(Part<QLabel>("Label3").text()), "Titel:");
     QTest::mouseClick(&Part<QLabel>("Label3"), Qt::LeftButton);
     EXPECT_FALSE(dialog->isVisible());
 }
@@ -429,7 +429,7 @@ TEST_F(DetailsTest, TheCoversLabelLeadsToTheKeyOfAlbumAndPerformerWhileViewing) 
     std::vector<std::string> keys;
     showCovers = [&](const std::string& key) { keys.push_back(key); };
     OpenTagged();
-    EXPECT_EQ(FromQString(Part<QLabel>("lblCover").text()), "Cover...");
+    EXPECT_EQ(Caption(Part<QLabel>("lblCover").text()), "Cover...");
     EXPECT_TRUE(Part<QLabel>("lblCover").isVisible());
     QTest::mouseClick(&Part<QLabel>("lblCover"), Qt::LeftButton);
     EXPECT_THAT(keys, IsEmpty()) << "the library has no such album";

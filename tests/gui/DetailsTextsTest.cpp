@@ -51,13 +51,13 @@ TEST_F(DetailsTest, TheTextsAreThoseOfTheLanguageAndEveryControlHasAName) {
         OpenTagged();
         for (std::size_t i = 0; i < captions.labels.size(); ++i) {
             const std::string name = "Label" + std::to_string(i + 1);
-            EXPECT_EQ(FromQString(Part<QLabel>(name.c_str()).text()), captions.labels[i]);
+            EXPECT_EQ(Caption(Part<QLabel>(name.c_str()).text()), captions.labels[i]);
         }
         constexpr std::array Buttons{"cmdOK", "cmdCancel", "cmdEdit", "cmdSave"};
         for (std::size_t i = 0; i < Buttons.size(); ++i) {
-            EXPECT_EQ(FromQString(Part<QPushButton>(Buttons[i]).text()), captions.buttons[i]);
+            EXPECT_EQ(Caption(Part<QPushButton>(Buttons[i]).text()), captions.buttons[i]);
         }
-        EXPECT_EQ(FromQString(Part<QLabel>("lblCover").text()), captions.cover);
+        EXPECT_EQ(Caption(Part<QLabel>("lblCover").text()), captions.cover);
         Click("cmdEdit");
         for (const char* option : {"optID3V1", "optID3V2"}) {
             Part<QRadioButton>(option).click();

@@ -1,22 +1,5 @@
+#include "gui/AllDialogs.h"
 #include "gui/CutTexts.h"
-#include "gui/GuiTest.h"
-
-#include "editing/frmDetails.h"
-#include "editing/frmFileName.h"
-#include "editing/frmFilesName.h"
-#include "extras/frmChart.h"
-#include "extras/frmCoverSearchOptions.h"
-#include "extras/frmCovers.h"
-#include "extras/frmOptToplist.h"
-#include "mainwindow/frmAbout.h"
-#include "output/frmKonvertOptions.h"
-#include "playback/frmRandomPlay.h"
-#include "scanner/frmRemind.h"
-#include "scanner/frmScanLog.h"
-#include "scanner/frmScanpath.h"
-#include "support/SmallAudio.h"
-#include "tree/frmCategoryName.h"
-#include "tree/frmEditTree.h"
 
 #include <QAbstractButton>
 #include <QDialog>
@@ -34,21 +17,8 @@ namespace quavernet::test {
 namespace {
 
 /// What all dialogs have in common.
-class DialogRulesTest : public GuiTest {
+class DialogRulesTest : public AllDialogsTest {
 protected:
-    DialogRulesTest() {
-        AddFile("Abba", "One");
-        WriteBytes(folder / "One.mp3", Mp3Bytes("One", "Abba", "Best"));
-        mainModule.Connection->Execute("Update Files set Path = '" + (folder / "One.mp3") + "'");
-        Start();
-        ClickRow(1);
-    }
-
-    EditingParts Parts() {
-        return {Grid(), Form().Parts().Views, windows->Player(), Form().Parts().Work,
-                [](const std::string&) {}};
-    }
-
     void Open(QDialog& dialog) {
         dialog.show();
         dialog.activateWindow();
@@ -128,7 +98,7 @@ TEST_F(DialogRulesTest, TheAboutBoxNamesItsProductAndItsButtons) {
         settings.values["Language"] = language;
         frmAbout about(&Form());
         EXPECT_EQ(FromQString(about.windowTitle()), title);
-        EXPECT_EQ(FromQString(about.findChild<QPushButton*>(QStringLiteral("cmdOK"))->text()), close);
+        EXPECT_EQ(Caption(about.findChild<QPushButton*>(QStringLiteral("cmdOK"))->text()), close);
         EXPECT_EQ(FromQString(about.findChild<QLabel*>(QStringLiteral("lblTitle"))->text()), "Quavernet");
         about.findChild<QPushButton*>(QStringLiteral("cmdSysInfo"))->click();
         EXPECT_EQ(msgBox.shown.back(),

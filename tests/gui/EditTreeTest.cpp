@@ -82,9 +82,9 @@ TEST_F(EditTreeTest, TheCaptionsAreThoseOfTheLanguage) {
         settings.values["Language"] = language;
         Open();
         for (const auto& [name, id] : buttons) {
-            EXPECT_EQ(FromQString(Part<QPushButton>(name).text()), LoadResString(id)) << name;
+            EXPECT_EQ(Caption(Part<QPushButton>(name).text()), LoadResString(id)) << name;
         }
-        EXPECT_EQ(FromQString(Part<QLabel>("Label1").text()), LoadResString(528));
+        EXPECT_EQ(Caption(Part<QLabel>("Label1").text()), LoadResString(528));
         EXPECT_EQ(FromQString(dialog->windowTitle()), LoadResString(529));
     }
     EXPECT_EQ(QuavernetGER.GetResourceString(529), "Baum Verwaltung");

@@ -115,7 +115,7 @@ protected:
 TEST_F(FileNamesTest, TheCaptionsAreThoseOfTheLanguage) {
     StartWith({"a.mp3", "b.mp3"});
     const auto caption = [&](const QDialog& form, const char* name) {
-        return FromQString(form.findChild<QPushButton*>(QLatin1String(name))->text());
+        return Caption(form.findChild<QPushButton*>(QLatin1String(name))->text());
     };
     const auto frame = [&](const QDialog& form) {
         return FromQString(form.findChild<QGroupBox*>()->title());

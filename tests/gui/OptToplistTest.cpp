@@ -107,15 +107,15 @@ TEST_F(OptToplistTest, EscapeChangesNothing) {
 TEST_F(OptToplistTest, TheTextsAreThoseOfTheLanguageAndEveryPartHasAName) {
     Open();
     EXPECT_EQ(FromQString(dialog->windowTitle()), "Charts und Toplist");
-    EXPECT_EQ(FromQString(Part<QLabel>("Label1").text()), "Anzahl der angezeigten Dateien:");
-    EXPECT_EQ(FromQString(Part<QCheckBox>("chkResetStatistik").text()), "Topliststatistik zurücksetzen");
-    EXPECT_EQ(FromQString(Part<QPushButton>("cmdOK").text()), "OK");
+    EXPECT_EQ(Caption(Part<QLabel>("Label1").text()), "Anzahl der angezeigten Dateien:");
+    EXPECT_EQ(Caption(Part<QCheckBox>("chkResetStatistik").text()), "Topliststatistik zurücksetzen");
+    EXPECT_EQ(Caption(Part<QPushButton>("cmdOK").text()), "OK");
     EXPECT_EQ(FromQString(Field().accessibleName()), "Anzahl der angezeigten Dateien:");
     settings.values["Language"] = "ENG";
     Open();
     EXPECT_EQ(FromQString(dialog->windowTitle()), QuavernetENG.GetResourceString(549));
-    EXPECT_EQ(FromQString(Part<QLabel>("Label1").text()), QuavernetENG.GetResourceString(547));
-    EXPECT_EQ(FromQString(Part<QCheckBox>("chkResetStatistik").text()), QuavernetENG.GetResourceString(548));
+    EXPECT_EQ(Caption(Part<QLabel>("Label1").text()), QuavernetENG.GetResourceString(547));
+    EXPECT_EQ(Caption(Part<QCheckBox>("chkResetStatistik").text()), QuavernetENG.GetResourceString(548));
 }
 
 TEST_F(OptToplistTest, F1OnEachControlOpensItsHelpPage) {

@@ -116,16 +116,16 @@ TEST_F(RandomPlayDialogTest, TheTextsAreThoseOfTheLanguageAndEveryPartHasAName) 
     Open();
     EXPECT_EQ(FromQString(dialog->windowTitle()), "Random Play Optionen");
     EXPECT_EQ(FromQString(Part<QGroupBox>("Frame1").title()), "Anzahl der abzuspielenden Dateien");
-    EXPECT_EQ(FromQString(All().text()), "Alle Dateien");
-    EXPECT_EQ(FromQString(Part<QPushButton>("cmdOK").text()), "OK");
+    EXPECT_EQ(Caption(All().text()), "Alle Dateien");
+    EXPECT_EQ(Caption(Part<QPushButton>("cmdOK").text()), "OK");
     EXPECT_EQ(FromQString(Count().accessibleName()), "Anzahl der abzuspielenden Dateien");
     EXPECT_EQ(FromQString(Field().accessibleName()), "Anzahl der abzuspielenden Dateien");
     settings.values["Language"] = "ENG";
     Open();
     EXPECT_EQ(FromQString(dialog->windowTitle()), QuavernetENG.GetResourceString(561));
     EXPECT_EQ(FromQString(Part<QGroupBox>("Frame1").title()), QuavernetENG.GetResourceString(560));
-    EXPECT_EQ(FromQString(All().text()), "All files");
-    EXPECT_EQ(FromQString(Part<QPushButton>("cmdOK").text()), QuavernetENG.GetResourceString(101));
+    EXPECT_EQ(Caption(All().text()), "All files");
+    EXPECT_EQ(Caption(Part<QPushButton>("cmdOK").text()), QuavernetENG.GetResourceString(101));
 }
 
 TEST_F(RandomPlayDialogTest, F1OnEachControlOpensItsHelpPage) {

@@ -34,8 +34,8 @@ protected:
         ASSERT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == dialog.get(); }));
     }
     template <typename T> T& Part(const char* name) { return *dialog->findChild<T*>(QLatin1String(name)); }
-    std::string Text(const char* name) { return FromQString(Part<QAbstractButton>(name).text()); }
-    std::string Label(const char* name) { return FromQString(Part<QLabel>(name).text()); }
+    std::string Text(const char* name) { return Caption(Part<QAbstractButton>(name).text()); }
+    std::string Label(const char* name) { return Caption(Part<QLabel>(name).text()); }
     std::string CheckedOption() {
         for (const char* name : {"optDaily", "optWeekly", "optMonthly", "optYearly"}) {
             if (Part<QRadioButton>(name).isChecked()) {

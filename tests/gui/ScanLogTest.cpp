@@ -20,7 +20,7 @@ protected:
     ScanLogTest() { mainModule.ScanLogEnabled = true; }
 
     template <typename T> T& Part(const char* name) { return *log.findChild<T*>(QLatin1String(name)); }
-    std::string Label(const char* name) { return FromQString(Part<QLabel>(name).text()); }
+    std::string Label(const char* name) { return Caption(Part<QLabel>(name).text()); }
     std::vector<std::string> Lines() {
         std::vector<std::string> lines;
         const QAbstractItemModel& model = *Part<QListView>("lstLog").model();
@@ -45,7 +45,7 @@ TEST_F(ScanLogTest, TheCaptionsAreThoseOfTheLanguageAtEachShow) {
         EXPECT_EQ(Label("Label1"), LoadResString(578));
         EXPECT_EQ(Label("Label4"), LoadResString(579));
         EXPECT_EQ(Label("Label3"), "MB");
-        EXPECT_EQ(FromQString(Part<QPushButton>("cmdClose").text()), LoadResString(108));
+        EXPECT_EQ(Caption(Part<QPushButton>("cmdClose").text()), LoadResString(108));
         log.close();
     }
     EXPECT_EQ(Label("Label1"), "files found");

@@ -27,7 +27,7 @@ protected:
         ASSERT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == dialog.get(); }));
     }
     template <typename T> T& Part(const char* name) { return *dialog->findChild<T*>(QLatin1String(name)); }
-    std::string Text(const char* name) { return FromQString(Part<QAbstractButton>(name).text()); }
+    std::string Text(const char* name) { return Caption(Part<QAbstractButton>(name).text()); }
     std::string Path() { return FromQString(Part<QLineEdit>("txtScanpath").text()); }
     void Press(Qt::Key key) { QTest::keyClick(dialog->focusWidget(), key); }
 
@@ -45,7 +45,7 @@ TEST_F(ScanpathTest, TheCaptionsAreThoseOfTheLanguage) {
         for (const auto& [name, id] : buttons) {
             EXPECT_EQ(Text(name), LoadResString(id)) << name;
         }
-        EXPECT_EQ(FromQString(Part<QLabel>("Label2").text()), LoadResString(582));
+        EXPECT_EQ(Caption(Part<QLabel>("Label2").text()), LoadResString(582));
         EXPECT_EQ(FromQString(dialog->windowTitle()), LoadResString(583));
     }
     EXPECT_EQ(QuavernetGER.GetResourceString(583), "Standard Scanpfad");
@@ -103,8 +103,10 @@ TEST_F(ScanpathTest, APathThatDoesNotExistKeepsTheDialogOpen) {
     for (const std::string& path : {std::string(), folder / "gone"}) {
         Part<QLineEdit>("txtScanpath").setText(ToQString(path));
         msgBox.shown.clear();
+        Part<QPushButton>("cmdOK").setFocus();
         Part<QPushButton>("cmdOK").click();
         EXPECT_TRUE(dialog->isVisible());
+        EXPECT_EQ(dialog->focusWidget(), &Part<QLineEdit>("txtScanpath")) << "where it can be put right";
         ASSERT_EQ(msgBox.shown.size(), 1U);
         EXPECT_EQ(msgBox.shown[0],
                   (ShownBox{"Der Pfad existiert nicht!\nSpeichern nicht möglich.", "Speichern abgebrochen",
