@@ -59,9 +59,9 @@ private:
 struct ListTotals {
     std::int64_t LibraryFiles = 0; ///< Of the whole library, listed or not.
     double TotalMegabytes = 0;     ///< Sum of the sizes as shown, in units of 1024 * 1024 bytes.
-    std::string InterpretCount;
-    std::string TitleCount;
-    std::string AlbumCount;
+    std::string InterpretCount = "0";
+    std::string TitleCount = "0";
+    std::string AlbumCount = "0";
 };
 
 struct ListResult {

@@ -2,6 +2,7 @@
 
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/TextNumbers.h"
 #include "platform/RegionalSettings.h"
 
 namespace quavernet {
@@ -25,7 +26,7 @@ std::string InterpretCountText(const std::string& count) {
 }
 
 std::string TitleCountText(const std::string& count) {
-    return count + LoadResString(588);
+    return count + LoadResString(IsOne(count) ? Texts::OneTitle : 588);
 }
 
 std::string AlbumCountText(const std::string& count) {

@@ -61,16 +61,21 @@ TEST_F(ListTextsTest, PerformersAndAlbumsAreSingularAtExactlyOne) {
     EXPECT_EQ(AlbumCountText("2"), "2 Alben");
 }
 
-TEST_F(ListTextsTest, BeforeTheFirstLoadTheCountersHaveNoNumber) {
-    EXPECT_EQ(InterpretCountText(""), " Interpreten");
-    EXPECT_EQ(TitleCountText(""), " Titel");
-    EXPECT_EQ(AlbumCountText(""), " Alben");
+TEST_F(ListTextsTest, BeforeTheFirstLoadTheCountersAreNought) {
+    const ListTotals totals;
+    EXPECT_EQ(InterpretCountText(totals.InterpretCount), "0 Interpreten");
+    EXPECT_EQ(TitleCountText(totals.TitleCount), "0 Titel");
+    EXPECT_EQ(AlbumCountText(totals.AlbumCount), "0 Alben");
 }
 
-TEST_F(ListTextsTest, TitlesHaveOneFormOnly) {
+TEST_F(ListTextsTest, TitlesHaveOneFormInGermanAndTwoInEnglish) {
     EXPECT_EQ(TitleCountText("0"), "0 Titel");
     EXPECT_EQ(TitleCountText("1"), "1 Titel");
     EXPECT_EQ(TitleCountText("2"), "2 Titel");
+    settings.values["Language"] = "ENG";
+    EXPECT_EQ(TitleCountText("0"), "0 titles");
+    EXPECT_EQ(TitleCountText("1"), "1 title");
+    EXPECT_EQ(TitleCountText("2"), "2 titles");
 }
 
 TEST(ListRecordTest, ALengthReadsAsMinutesAndSeconds) {

@@ -308,7 +308,7 @@ TEST_F(LanguageSwitchTest, AnOpenScanLogKeepsItsLanguageUntilItLoadsAgain) {
     EXPECT_EQ(label(), "Dateien gefunden");
     log.close();
     log.Show();
-    EXPECT_EQ(label(), "files found");
+    EXPECT_EQ(label(), "file(s) found");
 }
 
 TEST_F(LanguageSwitchTest, BoxesAndDialogsOfTheToolkitFollow) {

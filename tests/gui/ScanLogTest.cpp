@@ -48,7 +48,7 @@ TEST_F(ScanLogTest, TheCaptionsAreThoseOfTheLanguageAtEachShow) {
         EXPECT_EQ(Caption(Part<QPushButton>("cmdClose").text()), LoadResString(108));
         log.close();
     }
-    EXPECT_EQ(Label("Label1"), "files found");
+    EXPECT_EQ(Label("Label1"), "file(s) found");
 }
 
 TEST_F(ScanLogTest, AScanThatStoresNothingLeavesTheCountersAtZero) {

@@ -161,7 +161,7 @@ TEST_F(WindowStateTest, AStoredFilterCountsAtTheStartAndLoadsNothingByItself) {
     Start();
     EXPECT_EQ(Control<QComboBox>("cboAlbum").currentIndex(), 2);
     EXPECT_EQ(Listed(), Texts{});
-    EXPECT_EQ(PanelText(Panel::Albums), " Alben"); // Nothing has been counted yet.
+    EXPECT_EQ(PanelText(Panel::Albums), "0 Alben"); // Nothing has been counted yet.
 }
 
 TEST_F(WindowStateTest, AMinimisedWindowIsClosedAsANormalOneAndKeepsItsSize) {
