@@ -103,6 +103,24 @@ TEST_F(BusDesktopTest, WithoutABusNothingHappens) {
     EXPECT_TRUE(shown.notes.empty());
 }
 
+TEST_F(BusDesktopTest, TheBusOfTheSessionIsTheOneThatTheEnvironmentNames) {
+    const QByteArray before = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    const QByteArray folder = qgetenv("XDG_RUNTIME_DIR");
+    qputenv("XDG_RUNTIME_DIR", "/nowhere");
+    qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+    desktop = CreateBusDesktop();
+    desktop->Notify("Quavernet", "there is none");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.Address().toUtf8());
+    desktop->Notify("Quavernet", "nor is it looked for again");
+    const std::unique_ptr<Desktop> later = CreateBusDesktop();
+    later->Notify("Quavernet", "there is one");
+    EXPECT_TRUE(WaitFor([this] { return !shown.notes.empty(); }));
+    EXPECT_EQ(shown.notes.size(), 1U);
+    EXPECT_EQ(shown.notes[0][4].toString(), QLatin1String("there is one"));
+    before.isNull() ? qunsetenv("DBUS_SESSION_BUS_ADDRESS") : qputenv("DBUS_SESSION_BUS_ADDRESS", before);
+    folder.isNull() ? qunsetenv("XDG_RUNTIME_DIR") : qputenv("XDG_RUNTIME_DIR", folder);
+}
+
 TEST_F(BusDesktopTest, ADesktopThatGoesWhileItConnectsTakesTheConnectionAlong) {
     desktop->Notify("Quavernet", "one");
     desktop.reset();

@@ -6,6 +6,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QFile>
 #include <QObject>
 #include <QVariantMap>
 
@@ -31,9 +32,17 @@ QString PlainBody(const std::string& text) {
     return QString::fromStdString(text).toHtmlEscaped();
 }
 
+// Where there is none the library would try to start one.
+bool HasSessionBus() {
+    return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
+           QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
+}
+
 class BusDesktop final : public Desktop {
 public:
-    explicit BusDesktop(std::string busAddress) : m_busAddress(std::move(busAddress)) {}
+    explicit BusDesktop(std::string busAddress)
+        : m_busAddress(std::move(busAddress)),
+          m_state(m_busAddress.empty() && !HasSessionBus() ? State::Absent : State::Unasked) {}
     ~BusDesktop() override {
         if (m_state == State::Connected) {
             QDBusConnection::disconnectFromBus(m_connection); // What was shown goes with it.
@@ -105,8 +114,8 @@ private:
     }
 
     std::string m_busAddress;
+    State m_state;
     QString m_connection;
-    State m_state = State::Unasked;
     std::optional<QDBusMessage> m_note;     ///< Not yet sent.
     std::optional<QDBusMessage> m_progress; ///< Not yet sent.
     uint m_shownNote = 0; ///< Number of the last note, which the next one takes the place of.

@@ -10,8 +10,8 @@
 
 namespace quavernet {
 
-/// Connects in the background at the first call; where there is no bus, that call was the only one that cost
-/// anything. `busAddress` empty: the bus of the session.
+/// Connects in the background at the first call; where there is no bus, no call costs anything. `busAddress`
+/// empty: the bus of the session.
 std::unique_ptr<Desktop> CreateBusDesktop(const std::string& busAddress = {});
 
 } // namespace quavernet
