@@ -112,13 +112,28 @@ void TreeView::UpdateRow(const TreeNode* node) {
     }
 }
 
+namespace {
 // Ctrl+C is a command of the menu, so that copying has the keys of the list.
+bool IsCopy(const QKeyEvent& event) {
+    const QKeySequence pressed(event.keyCombination());
+    return pressed == QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C) ||
+           pressed == QKeySequence(Qt::CTRL | Qt::Key_Insert);
+}
+} // namespace
+
+// In the tree these keys are its own, and not the list's.
+bool TreeView::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && IsCopy(*static_cast<QKeyEvent*>(event))) {
+        event->accept();
+        return true;
+    }
+    return QTreeView::event(event);
+}
+
 void TreeView::keyPressEvent(QKeyEvent* event) {
-    const QKeySequence pressed(event->keyCombination());
     if (event->matches(QKeySequence::Cut)) {
         emit CutPressed();
-    } else if (pressed == QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C) ||
-               pressed == QKeySequence(Qt::CTRL | Qt::Key_Insert)) {
+    } else if (IsCopy(*event)) {
         emit CopyPressed();
     } else if (event->matches(QKeySequence::Paste)) {
         emit PastePressed();

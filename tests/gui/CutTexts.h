@@ -31,7 +31,8 @@ inline bool HoldsCaption(const QWidget& widget) {
     return needed.width() <= button->width() && needed.height() <= button->height();
 }
 
-/// Controls with texts that are cut at the size that the window comes up with.
+/// Controls with texts that are cut at the size that the window comes up with. Windows that it owns are
+/// looked at by themselves.
 inline std::vector<std::string> CutTexts(const QWidget& window) {
     std::vector<std::string> cut;
     for (const QWidget* widget : window.findChildren<QWidget*>()) {
@@ -40,7 +41,7 @@ inline std::vector<std::string> CutTexts(const QWidget& window) {
                                                                  : widget->sizeHint().height();
         const bool shows = label != nullptr || qobject_cast<const QAbstractButton*>(widget) != nullptr;
         const bool narrow = label == nullptr || !label->wordWrap();
-        if (shows && widget->isVisible() && !HoldsCaption(*widget) &&
+        if (shows && widget->window() == &window && widget->isVisible() && !HoldsCaption(*widget) &&
             (widget->height() < needed || (narrow && widget->width() < widget->sizeHint().width()))) {
             cut.push_back(FromQString(widget->objectName()));
         }
