@@ -18,9 +18,9 @@ namespace {
 class PlayRequestsTest : public GuiTest {
 protected:
     PlayRequestsTest() {
-        for (const char* title : {"One", "Two", "Three"}) {
-            AddFile("Abba", title);
-        }
+        AddFile("Abba", "One");
+        AddFile("Beatles", "Two");
+        AddFile("Cure", "Three");
         for (const char* statement : {"Insert into Categories (Category) values ('Alpha')",
                                       "Insert into FileCategories (File_id, Category_id, [Position], Parent, "
                                       "Filename) values (2, 1, 1, "
