@@ -2,7 +2,6 @@
 
 #include "platform/Ascii.h"
 
-#include <algorithm>
 #include <array>
 #include <span>
 
@@ -194,9 +193,12 @@ std::size_t PlaceOf(std::string_view caption, char letter) {
 } // namespace
 
 char MenuMnemonic(std::string_view item, std::string_view language) {
-    const std::span<const Mnemonic> table = TableOf(language);
-    const auto found = std::ranges::find(table, item, &Mnemonic::Item);
-    return found == table.end() ? '\0' : found->Letter;
+    for (const Mnemonic& entry : TableOf(language)) {
+        if (entry.Item == item) {
+            return entry.Letter;
+        }
+    }
+    return '\0';
 }
 
 std::string WithMnemonic(std::string_view caption, char letter) {
