@@ -403,7 +403,7 @@ void Prepare(const Words& arguments) {
         const Words more = FilesOf(arguments.at(1), "t", ending);
         known.insert(known.end(), more.begin(), more.end());
     }
-    AddDroppedFiles(DropTarget::Grid, known, world.driver, world.view);
+    AddDroppedFiles(known, world.driver, world.view, world.work);
     (void)FinishCategory("Jazz", Words(known.begin(), known.begin() + 6), world.views);
     (void)FinishCategory("Blues", Words(known.begin() + 2, known.begin() + 5), world.views);
     CategoryEditor editor;
