@@ -93,7 +93,6 @@ inline constexpr std::int32_t NoBackup = 772; ///< Of the database. Before the r
 
 inline constexpr std::int32_t SelectionTooLarge = 864;     ///< To be converted at once.
 inline constexpr std::int32_t ConvertingNotPossible = 865; ///< The title above it.
-inline constexpr std::int32_t OneTitle = 866;              ///< After the number 1 in the status bar.
 
 // What a frame header says.
 inline constexpr std::int32_t Stereo = 447; ///< The four channel modes follow each other from here.

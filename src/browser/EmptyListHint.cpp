@@ -67,6 +67,10 @@ void EmptyListHint::Cover() {
 }
 
 void EmptyListHint::Show(EmptyForm form, const QString& searched) {
+    if ((m_lift->hasFocus() && form != EmptyForm::NothingFound) ||
+        (m_scan->hasFocus() && form != EmptyForm::NoLibrary)) {
+        m_grid.setFocus(Qt::OtherFocusReason); // The toolkit would give the keyboard to any neighbour.
+    }
     m_form = form;
     m_searched = searched;
     LoadStrings();

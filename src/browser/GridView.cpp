@@ -414,10 +414,11 @@ void GridView::TakeFiles(QDropEvent& event) const {
 
 // The files are looked at once, when the drag enters: there may be very many.
 void GridView::dragEnterEvent(QDragEnterEvent* event) {
-    const std::vector<std::string> paths = LocalFiles(*event->mimeData());
     // Its own rows are in the library. A look at it that fails is none of the pointer's business.
-    m_takesFiles = event->source() != this;
-    IgnoreFailure([&] { m_takesFiles = m_takesFiles && WouldAddFiles(paths); });
+    m_takesFiles = event->source() != this && MayTakeDrop();
+    if (m_takesFiles) {
+        IgnoreFailure([&] { m_takesFiles = WouldAddFiles(LocalFiles(*event->mimeData())); });
+    }
     TakeFiles(*event);
 }
 

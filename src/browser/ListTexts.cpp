@@ -26,7 +26,7 @@ std::string InterpretCountText(const std::string& count) {
 }
 
 std::string TitleCountText(const std::string& count) {
-    return count + LoadResString(IsOne(count) ? Texts::OneTitle : 588);
+    return count + LoadResString(588);
 }
 
 std::string AlbumCountText(const std::string& count) {

@@ -26,7 +26,7 @@ constexpr int Title = 546;
 constexpr int SearchName = 105;
 
 /// Pixels: a narrower box keeps all of its room for the text.
-constexpr int LeastWidthOfOffer = 110;
+constexpr int LeastWidthOfOffer = 150;
 constexpr int MostMenuWidth = 400;
 
 /// With neither box checked a text is searched nowhere.

@@ -22,10 +22,10 @@ public:
     /// Makes the buttons of the registered commands.
     void Build(const CommandRegistry& commands);
 
-    /// Null if the command does not exist.
     /// How many times larger than usual icons and buttons are.
     void SetScale(double scale);
 
+    /// Null if the command does not exist.
     QAction* Button(std::string_view key) const;
 
     void LoadStrings();

@@ -24,19 +24,22 @@ constexpr int LongestMs = 1500; // Sessions and service managers wait for some s
 OrderlyEnd::OrderlyEnd(AppWindows& windows) : m_windows(windows) {
     m_steps.setInterval(StepMs);
     connect(&m_steps, &QTimer::timeout, this, &OrderlyEnd::Step);
+    m_limit.setSingleShot(true);
+    m_limit.setInterval(LongestMs);
+    connect(&m_limit, &QTimer::timeout, this, [this] { AtOnce(EXIT_SUCCESS); });
 }
 
 void OrderlyEnd::Begin() {
-    if (m_since.isValid()) {
+    if (m_steps.isActive()) {
         AtOnce(EXIT_SUCCESS);
     }
-    m_since.start();
     // Handlers may be running further up, and each has to end by itself: one step at a time, from the loop.
     m_steps.start();
+    m_limit.start();
 }
 
 void OrderlyEnd::Step() {
-    if (m_windows.Form() == nullptr || m_since.elapsed() >= LongestMs) {
+    if (m_windows.Form() == nullptr) {
         AtOnce(EXIT_SUCCESS);
     }
     if (ClosesWhatIsInFront()) {

@@ -2,7 +2,6 @@
 // session, by the loss of the display. src/main.cpp connects what asks.
 #pragma once
 
-#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
@@ -30,7 +29,7 @@ private:
 
     AppWindows& m_windows;
     QTimer m_steps;
-    QElapsedTimer m_since;
+    QTimer m_limit; ///< Of its own: a box that a step opens holds up the steps.
 };
 
 } // namespace quavernet

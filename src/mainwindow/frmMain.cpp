@@ -204,17 +204,18 @@ void frmMain::SetControlState(ControlMode mode) {
     }
 }
 
-// A tenth more than the twips say: for the padding of the cells and the arrow in the head.
-double frmMain::ColumnScale() const {
+// A width that nobody has chosen gets a tenth more than its twips: for the padding of the cells and the arrow
+// in the head.
+int frmMain::ColumnPixels(std::size_t column, std::int32_t twips) const {
     constexpr double RoomAroundText = 1.1;
-    return m_parts->Panes.Placement().Scale() * RoomAroundText;
+    const bool isUsual = twips == WindowState().ColWidth[column];
+    return ToPixels(twips * m_parts->Panes.Placement().Scale() * (isUsual ? RoomAroundText : 1.0));
 }
 
 void frmMain::SetColumnWidths(const ColumnWidths& widths) {
     m_loaded.ColWidth = widths;
     for (std::size_t column = 0; column < widths.size(); ++column) {
-        m_parts->Panes.Grid().setColumnWidth(static_cast<int>(column),
-                                             ToPixels(widths[column] * ColumnScale()));
+        m_parts->Panes.Grid().setColumnWidth(static_cast<int>(column), ColumnPixels(column, widths[column]));
     }
 }
 
@@ -226,7 +227,9 @@ void frmMain::ReadPlace(WindowState& state) const {
     state.WindowTop = ToTwips(y());
     state.WindowWidth = ToTwips(width(), scale);
     state.WindowHeight = ToTwips(height(), scale);
-    const bool sameSize = (state.Maximised ? normalGeometry() : geometry()).size() == m_placedSize;
+    const QSize normal = (state.Maximised ? normalGeometry() : geometry()).size();
+    const bool sameWidth = normal.width() == m_placedSize.width();
+    const bool sameHeight = normal.height() == m_placedSize.height();
     const bool normalKept = m_loaded.Maximised && !m_wasNormal;
     if (state.Maximised && normalKept) {
         state.NormalLeft = m_loaded.NormalLeft;
@@ -238,17 +241,16 @@ void frmMain::ReadPlace(WindowState& state) const {
     }
     const std::int32_t loadedWidth = m_loaded.Maximised ? m_loaded.NormalWidth : m_loaded.WindowWidth;
     const std::int32_t loadedHeight = m_loaded.Maximised ? m_loaded.NormalHeight : m_loaded.WindowHeight;
-    state.NormalWidth = sameSize ? loadedWidth : ToTwips(normalGeometry().width(), scale);
-    state.NormalHeight = sameSize ? loadedHeight : ToTwips(normalGeometry().height(), scale);
-    if (!state.Maximised && sameSize) {
-        state.WindowWidth = loadedWidth;
-        state.WindowHeight = loadedHeight;
+    state.NormalWidth = sameWidth ? loadedWidth : ToTwips(normalGeometry().width(), scale);
+    state.NormalHeight = sameHeight ? loadedHeight : ToTwips(normalGeometry().height(), scale);
+    if (!state.Maximised) {
+        state.WindowWidth = sameWidth ? loadedWidth : state.WindowWidth;
+        state.WindowHeight = sameHeight ? loadedHeight : state.WindowHeight;
     }
     for (std::size_t column = 0; column < state.ColWidth.size(); ++column) {
         const int width = m_parts->Panes.Grid().columnWidth(static_cast<int>(column));
         const std::int32_t loaded = m_loaded.ColWidth[column];
-        state.ColWidth[column] =
-            width == ToPixels(loaded * ColumnScale()) ? loaded : ToTwips(width, ColumnScale());
+        state.ColWidth[column] = width == ColumnPixels(column, loaded) ? loaded : ToTwips(width, scale);
     }
 }
 
@@ -299,6 +301,7 @@ void frmMain::Form_Unload() {
 
 void frmMain::StoreState() const {
     SaveWindowState(CurrentState());
+    m_parts->Scan.StoreLogSize(); // The end of the program closes no window but this one.
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

@@ -64,13 +64,13 @@ private:
     WindowState CurrentState() const;
     void SetColumnWidths(const ColumnWidths& widths);
     void ReadPlace(WindowState& state) const;
-    double ColumnScale() const;
+    int ColumnPixels(std::size_t column, std::int32_t twips) const;
 
     std::unique_ptr<MainParts> m_parts;
     QTimer m_afterLoadTimer;
     WindowState m_loaded; ///< As the window was placed, and the size in pixels that came of it.
     QSize m_placedSize;
-    bool m_wasNormal = false; ///< It has been neither maximised nor minimised since.
+    bool m_wasNormal = false; ///< Has been in its normal state since it was placed.
 };
 
 } // namespace quavernet

@@ -382,7 +382,7 @@ constexpr clsResources::Entry GermanTexts[] = {
     {807, "Suchwort eingeben"},
     {808, "Noch keine Kategorien. Strg+B öffnet „Baum bearbeiten“: Dort legen Sie eine an. Dann ziehen Sie "
           "Stücke aus der Liste darauf."},
-    {809, "Interpret oder Titel"},
+    {809, "Interpret, Titel"},
     {810, "Suchen (Strg+F)"},
     {811, "Letzte Suchen (Pfeil nach unten)"},
     {812, "Pfade kopieren"},
@@ -408,7 +408,6 @@ constexpr clsResources::Entry GermanTexts[] = {
     {863, "keine Datei fehlt"},
     {864, "Es sind zu viele Dateien ausgewählt, um sie auf einmal zu konvertieren. Wählen Sie weniger aus."},
     {865, "Konvertieren nicht möglich"},
-    {866, " Titel"},
     {900, "Anfangsbuchstabe"},
     {901, "aufsteigend sortiert"},
     {902, "absteigend sortiert"},

@@ -96,9 +96,7 @@ void AddDroppedFiles(const std::vector<std::string>& paths, ScanDriver& driver, 
     if (!failed) {
         end.Count(paths.size() - added, Texts::SkippedFiles);
     }
-    const std::string word = failed ? end.EndedEarly() : end.Done();
-    work.SetPanel(Panel::Scanning, word);
-    work.TellEnd(word);
+    work.TellEnd(failed ? end.EndedEarly() : end.Done());
 }
 
 } // namespace quavernet

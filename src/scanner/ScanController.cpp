@@ -42,6 +42,10 @@ void ScanController::ReminderScan() {
     mainModule.ScanRunning = false; // Also after a failure: a window that believes in a scan can't be closed.
 }
 
+void ScanController::StoreLogSize() {
+    m_log->SaveSize();
+}
+
 void ScanController::Cancel() {
     m_driver.Cancel();
     m_work.SetPanel(Panel::Scanning, {});

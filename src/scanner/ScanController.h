@@ -30,6 +30,9 @@ public:
     /// Lets events run.
     void FilesDropped(const std::vector<std::string>& paths);
 
+    /// Writes the size of an open log to the settings.
+    void StoreLogSize();
+
     /// For the drop on the tree and the import of one, which store unknown files by it.
     ScanDriver& Driver() { return m_driver; }
 

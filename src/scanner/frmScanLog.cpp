@@ -94,6 +94,7 @@ frmScanLog::~frmScanLog() = default;
 void frmScanLog::Show() {
     if (!isVisible()) {
         setWindowTitle(ToQString(LoadResString(580)));
+        m_ui->lstLog->setAccessibleName(windowTitle());
         m_ui->Label1->setText(ToQString(LoadResString(578)));
         m_ui->Label4->setText(ToQString(LoadResString(579)));
         m_ui->cmdClose->setText(ToQString(LoadResString(108)));

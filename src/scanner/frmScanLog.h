@@ -65,13 +65,15 @@ public:
     void SetPlaytime(const std::string& text) override;
     void AddSkipped(const std::vector<SkippedEntry>& entries) override;
 
+    /// While it is open: a size that the user has chosen becomes a setting.
+    void SaveSize();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void reject() override;
 
 private:
     void RestoreSize();
-    void SaveSize();
     void PaintSoon();
     void PaintNow();
 

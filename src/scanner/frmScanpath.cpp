@@ -39,6 +39,7 @@ void frmScanpath::LoadStrings() {
     m_ui->cmdCancel->setText(ToQString(LoadResString(102)));
     m_ui->chkScanPath->setText(ToQString(LoadResString(581)));
     m_ui->Label2->setText(ToQString(LoadResString(582)));
+    m_ui->txtScanpath->setAccessibleName(windowTitle());
     MarkMnemonics(*this);
 }
 

@@ -88,7 +88,8 @@ void TreeDragDrop::StartDrag() {
 // The files are looked at once, when the drag enters: there may be very many.
 void TreeDragDrop::Enter(QDropEvent& event) {
     m_request.Files = LocalFiles(*event.mimeData());
-    m_takes = CouldDrop(m_request.Files, m_drag);
+    // An entry whose file can't be found offers none, and can be moved all the same.
+    m_takes = event.source() == &m_tree || !m_request.Files.empty();
     Track(event);
 }
 
@@ -151,7 +152,7 @@ void TreeDragDrop::Drop(QDropEvent& event) {
     if (!AnswerDrag(event, m_takes && MayActOnTree())) {
         return;
     }
-    TakeDrop(
+    (void)TakeDrop(
         {LocalFiles(*event.mimeData()), m_tree.NodeAt(event.position().toPoint()), IsControlHeld(event)});
 }
 
@@ -186,33 +187,38 @@ void TreeDragDrop::Paste() {
     if (!isOurs && request.Files.empty()) {
         return;
     }
-    m_drag = isOurs ? m_takenUp.Drag : DragState();
+    const DragState drag = isOurs ? m_takenUp.Drag : DragState();
+    if (!WouldDrop(request, drag, model)) {
+        return; // What is taken up waits for another node.
+    }
+    m_drag = drag;
     if (isOurs) {
         model.Select(
             m_takenUp.Key); // A drop moves the selected node: the press of a drag would have selected it.
     }
-    if (!request.Control) {
-        m_takenUp = {}; // It can be moved once.
-    }
-    TakeDrop(request);
+    const bool hasDropped = TakeDrop(request);
     TreeRelease(m_drag);
+    if (hasDropped && isOurs && !request.Control) {
+        m_takenUp = {}; // It can be moved once.
+        QGuiApplication::clipboard()->clear();
+    }
     // The keys go on where they were, unless the drop has selected what it made.
-    if (TreeModel& now = m_tree.Model(); now.Contains(target) && !now.HasSelection()) {
+    if (TreeModel& now = m_tree.Model(); now.Contains(target) && (!hasDropped || !now.HasSelection())) {
         now.Select(target);
     }
     m_tree.ShowSelection();
 }
 
-void TreeDragDrop::TakeDrop(const DropRequest& request) {
+bool TreeDragDrop::TakeDrop(const DropRequest& request) {
     const DropOutcome outcome = TreeDrop(request, m_drag, m_tree.Model(), m_driver, m_work);
     if (outcome.Rebuild) {
         Rebuild(outcome);
         EndTreeDrop(m_drag, m_work);
     }
     if (!outcome.Word.empty()) {
-        m_work.SetPanel(Panel::Scanning, outcome.Word);
         m_work.TellEnd(outcome.Word);
     }
+    return outcome.Rebuild;
 }
 
 // Each step is passed over when it fails: what the drop has written is in the library, and shows at the next

@@ -34,7 +34,7 @@ private:
     void Drop(QDropEvent& event);
     void TakeUp(bool isCopy);
     void Paste();
-    void TakeDrop(const DropRequest& request);
+    bool TakeDrop(const DropRequest& request); ///< False if the node took nothing, or the drop failed.
     bool Track(QDropEvent& event);
     void MarkTarget();
     void Timer1_Timer();

@@ -81,11 +81,6 @@ bool IsPlaylist(const std::string& path) {
     return RightCharacters(path, PlaylistExtension.size()) == PlaylistExtension;
 }
 
-bool HoldsAudio(const std::vector<std::string>& files) {
-    return std::ranges::any_of(files,
-                               [](const std::string& path) { return AudioKindOf(path) != AudioKind::None; });
-}
-
 // A category has no position: it can't be moved or copied.
 bool DragsEntry(const DragState& drag) {
     return !drag.DragPosition.empty() &&
@@ -131,16 +126,6 @@ DropOutcome TreeDrop(const DropRequest& request, DragState& drag, const TreeMode
             FileKey(std::to_string(run.entryId), std::to_string(run.pos))};
 }
 
-bool CouldDrop(const std::vector<std::string>& files, const DragState& drag) {
-    if (drag.DragFromTree) {
-        return DragsEntry(drag);
-    }
-    // In either case of letters: what comes of a ".M3U" depends on the node.
-    return !files.empty() &&
-           (drag.GridDragging || HoldsAudio(files) ||
-            LowerAscii(RightCharacters(files.front(), PlaylistExtension.size())) == PlaylistExtension);
-}
-
 bool WouldDrop(const DropRequest& request, const DragState& drag, const TreeModel& tree) {
     const std::string firstFile = request.Files.empty() ? std::string() : request.Files.front();
     if (IsPlaylist(firstFile)) {
@@ -156,7 +141,7 @@ bool WouldDrop(const DropRequest& request, const DragState& drag, const TreeMode
     }
     const bool isFromOutside = !drag.GridDragging && !drag.DragFromTree;
     if (isFromOutside && !request.Files.empty() && !IsPlaylist(LowerAscii(firstFile))) {
-        return HoldsAudio(request.Files);
+        return true; // Files of other kinds add nothing, but the tree is built again.
     }
     const bool isEntryDrop = kind == NodeKind::File ? !drag.DragText.empty() : drag.DragFromTree;
     if (!isEntryDrop) {

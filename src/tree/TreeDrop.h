@@ -25,12 +25,8 @@ struct DragState;
 DropOutcome TreeDrop(const DropRequest& request, DragState& drag, const TreeModel& tree, ScanDriver& driver,
                      LongWork& work);
 
-/// For the pointer, when a drag of these files enters the tree: whether there may be a node that takes it. A
-/// dragged category finds none, and files find one only if one of them is audio or the first is a playlist.
-bool CouldDrop(const std::vector<std::string>& files, const DragState& drag);
-
-/// For the pointer, while the drag moves: whether TreeDrop would write something for this node, as far as it
-/// can be told without the library.
+/// For the pointer, while the drag moves: whether TreeDrop would do something for this node, as far as it can
+/// be told without the library.
 bool WouldDrop(const DropRequest& request, const DragState& drag, const TreeModel& tree);
 
 /// The end of every drop but one that was left: the pointer is the usual one again, and no drag goes on.

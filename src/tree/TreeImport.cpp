@@ -211,7 +211,6 @@ void ImportTree(LongWork& work, LibraryViews& views, ScanDriver& driver) {
     work.SetMousePointer(MousePointer::Default);
     if (path) {
         import.CountInto(word);
-        work.SetPanel(Panel::Scanning, word.Done());
         work.TellEnd(word.Done());
     }
 }

@@ -131,7 +131,7 @@ bool TreeView::event(QEvent* event) {
 }
 
 void TreeView::keyPressEvent(QKeyEvent* event) {
-    if (event->matches(QKeySequence::Cut)) {
+    if (QKeySequence(event->keyCombination()) == QKeySequence(Qt::CTRL | Qt::Key_X)) { // Delete deletes.
         emit CutPressed();
     } else if (IsCopy(*event)) {
         emit CopyPressed();

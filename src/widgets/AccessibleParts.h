@@ -14,7 +14,7 @@ struct AccessiblePart {
     QString Name;
     QAccessible::Role Role = QAccessible::StaticText;
     QRect Place;            ///< In the control, in pixels.
-    bool Focusable = false; ///< The keyboard can reach it, and Press does something.
+    bool Focusable = false; ///< The keyboard can reach it, and PressPart does something.
     bool Focused = false;
     bool Checked = false;
 };
@@ -29,7 +29,7 @@ public:
     virtual void PressPart(int part) = 0;
 };
 
-/// From now on every PartedControl tells its parts. To be called once in a process.
+/// From now on every PartedControl tells its parts. May be called again.
 void InstallAccessibleParts();
 
 /// The keyboard has moved to a part, or has come to the control that is on it.

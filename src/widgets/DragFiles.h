@@ -1,5 +1,5 @@
 // A drag with the mouse out of one of the program's controls, with the program's own pointer, and the answer
-// to a drag over one of them. List and tree begin theirs here; both and the window answer here.
+// to a drag over one of them. List and tree begin theirs here; both and the player answer here.
 #pragma once
 
 #include <string_view>

@@ -109,7 +109,7 @@ class AccessibilityTest(ProgramTest):
         self.check_main_window(self.start_with_music("ENG"), {
             "list": "Quavernet File List", "letters": "First letter", "all": "{all}",
             "heads": ["Performer, sorted in ascending order", "Title", "Length", "Size", "Quality (bit)", "Format"],
-            "panels": ["19 performers", "56 titles", "4 albums"]})
+            "panels": ["19 performers", "56 title(s)", "4 albums"]})
 
     def test_the_other_windows_in_both_languages(self):
         for language, keys in (("GER", ("ctrl+i", "ctrl+l", "ctrl+b", "ctrl+p", "F1")),

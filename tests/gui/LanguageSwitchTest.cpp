@@ -120,7 +120,7 @@ const std::map<std::string, std::string> Composed = {
     {"Quavernet - letzter scan: -", "Quavernet - last scan: -"},
     {"2 Dateien / (2,00 MB)", "2 files / (2,00 MB)"},
     {"2 Interpreten", "2 performers"},
-    {"2 Titel", "2 titles"},
+    {"2 Titel", "2 title(s)"},
     {"2 Alben", "2 albums"},
     {"2 Dateien / (2,00 MB) in der Datenbank gespeichert", "2 files / (2,00 MB) stored in the database"},
     {"2 Interpreten in der Datenbank gespeichert", "2 performers stored in the database"},
@@ -283,7 +283,7 @@ TEST_F(LanguageSwitchTest, AllSixColumnsTakeTheirStoredWidthsOrTheirDefaults) {
         Grid().setColumnWidth(column, 33);
     }
     Action("mnuViewLanguageENG").trigger();
-    const int widths[] = {110, 220, 73, 110, 110, 110};
+    const int widths[] = {100, 220, 73, 100, 110, 100};
     for (int column = 0; column < 6; ++column) {
         EXPECT_NEAR(Grid().columnWidth(column), widths[column], 1) << column;
     }

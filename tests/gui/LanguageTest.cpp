@@ -68,7 +68,7 @@ TEST_F(LanguageTest, TheSwitchTakesTheStoredColumnWidths) {
     Start();
     Grid().setColumnWidth(2, 40);
     Action("mnuViewLanguageENG").trigger();
-    EXPECT_EQ(Grid().columnWidth(2), 110);
+    EXPECT_EQ(Grid().columnWidth(2), 100);
 }
 
 TEST_F(LanguageTest, AnUnknownLanguageIsUnreadableButRuns) {

@@ -111,7 +111,7 @@ TEST_F(SearchBoxTest, ThePlaceholderNamesWhatTheBoxesChoose) {
         auto& box = Control<QCheckBox>(name);
         QTest::mouseClick(&box, Qt::LeftButton, {}, QPoint(8, box.height() / 2));
     };
-    EXPECT_EQ(placeholder(), "Interpret oder Titel");
+    EXPECT_EQ(placeholder(), "Interpret, Titel");
     click("chkTitle");
     EXPECT_EQ(placeholder(), "Interpret");
     click("chkInterpret"); // The last one stays.
@@ -122,7 +122,7 @@ TEST_F(SearchBoxTest, ThePlaceholderNamesWhatTheBoxesChoose) {
     Action("mnuViewLanguageENG").trigger();
     EXPECT_EQ(placeholder(), "Title");
     click("chkInterpret");
-    EXPECT_EQ(placeholder(), "Performer or title");
+    EXPECT_EQ(placeholder(), "Performer, title");
     CloseMain();
     settings.values["SearchInterpret"] = settings.values["SearchTitle"] = "0";
     Start();

@@ -58,6 +58,29 @@ TEST_F(TreeKeyboardTest, ACutEntryMovesOnce) {
     Select(Beta());
     Paste();
     EXPECT_EQ(Shown(Alpha()), Texts{"One.mp3"});
+    EXPECT_EQ(ChildCount(Beta()), 3) << "nothing is taken up any more";
+}
+
+TEST_F(TreeKeyboardTest, APasteThatIsRefusedLeavesWhatIsTakenUpForTheNext) {
+    StartWithTree();
+    Select(Entry(0));
+    Cut();
+    Select(Root());
+    Paste();
+    EXPECT_TRUE(IsSelected(Root()));
+    Select(Beta());
+    Paste();
+    EXPECT_EQ(Shown(Alpha()), Texts{"One.mp3"});
+    EXPECT_EQ(ChildCount(Beta()), 3);
+}
+
+TEST_F(TreeKeyboardTest, ShiftDeleteTakesNothingUp) {
+    StartWithTree();
+    QApplication::clipboard()->clear();
+    msgBox.answers = {MsgBox::Answer::No};
+    Select(Entry(0));
+    QTest::keyClick(&Tree(), Qt::Key_Delete, Qt::ShiftModifier);
+    EXPECT_TRUE(Clipboard().empty());
 }
 
 TEST_F(TreeKeyboardTest, ACopiedEntryStaysWhereItIs) {

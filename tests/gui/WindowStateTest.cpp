@@ -36,7 +36,8 @@ TEST_F(WindowStateTest, WithoutSettingsTheWindowTakesItsDefaults) {
     Start();
     EXPECT_EQ(Form().size(), QSize(1000, 733));
     EXPECT_EQ(Frame("Frame3").width(), 189);
-    EXPECT_EQ(Grid().columnWidth(0), 220); // A tenth more than 3000 twips, for what is around the text.
+    EXPECT_EQ(Grid().columnWidth(0),
+              220); // A tenth more than the usual 3000 twips, for what is around the text.
     EXPECT_EQ(Grid().columnWidth(4), 110);
     EXPECT_FALSE(Grid().showGrid());
     EXPECT_TRUE(Action("mnuRecursive").isChecked());
@@ -63,7 +64,7 @@ TEST_F(WindowStateTest, WhatTheUserArrangedComesBackAtTheNextStart) {
     EXPECT_EQ(settings.values["WindowLeft"], "675");
     EXPECT_EQ(settings.values["WindowTop"], "900");
     EXPECT_EQ(settings.values["SplitterPos"], "3435");
-    EXPECT_EQ(settings.values["ColWidth(1)"], "1677");
+    EXPECT_EQ(settings.values["ColWidth(1)"], "1845");
     EXPECT_EQ(settings.values["ColWidth(0)"], "3000") << "nobody has changed it";
     EXPECT_EQ(settings.values["GridLines"], "yes");
     EXPECT_EQ(settings.values["Album"], "2");

@@ -67,6 +67,7 @@ class InstalledTest(ProgramTest):
         environment = self.desktop.environment
         environment.update(LANG="C.UTF-8", LC_ALL="C.UTF-8")
         self.start_bus(environment)
+        environment.pop("FONTCONFIG_FILE")  # The fonts are those of the place.
         self.inner = {name: self.place.inside(value) for name, value in environment.items()}
 
     def start_bus(self, environment):

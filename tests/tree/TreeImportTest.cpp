@@ -38,11 +38,6 @@ private:
     CallList& m_calls;
 };
 
-// The panel tells the end after all else.
-auto IsWord() {
-    return ::testing::StartsWith("panel 1: Fertig: ");
-}
-
 class TreeImportTest : public LibraryTest {
 protected:
     TreeImportTest() : connection(RecordingConnection::Install()) {
@@ -113,7 +108,7 @@ TEST_F(TreeImportTest, KnownFilesBecomeEntriesAtTheirPositions) {
                             "Insert into FileCategories (File_id, Category_id, [Position], Parent, Filename) "
                             "values (7, 1, 2, "
                             "'Jazz', 'seven.mp3')"));
-    EXPECT_THAT(calls, ElementsAre("pointer 11", "tree", "pointer 0", IsWord()));
+    EXPECT_THAT(calls, ElementsAre("pointer 11", "tree", "pointer 0"));
     EXPECT_THAT(dialogs.shown, ElementsAre("open Quavernet Biliothek (*.qvn)|*.qvn /home/me/Documents"));
     EXPECT_THAT(msgBox.shown, IsEmpty());
 }
@@ -131,7 +126,7 @@ TEST_F(TreeImportTest, TheEndTellsWhatTheFileHasBroughtAndWhatItLacked) {
     Import("#Categories\nRock\nJazz\n#Files\n1,Rock,a.mp3,/m/known.mp3\n2,Rock,b.mp3," + Mp3("new.mp3") +
            "\n3,Rock,c.mp3,/m/gone.mp3\nno entry\n");
     EXPECT_THAT(work.endWords, ElementsAre("Fertig: 2 Kategorien, 2 Einträge, 1 neu, 2 übergangen, 0:03"));
-    EXPECT_EQ(work.PanelText(Panel::Scanning), work.endWords.front());
+    EXPECT_EQ(work.PanelText(Panel::Scanning), "");
     dialogs.file = std::nullopt;
     ImportAgain();
     EXPECT_EQ(work.endWords.size(), 1U) << "a cancelled dialog is no job";
@@ -148,7 +143,7 @@ TEST_F(TreeImportTest, AnUnknownFileJoinsTheLibraryAndTheListIsLoaded) {
     Import("#Categories\nJazz\n#Files\n3,Jazz,song.mp3," + song + "\n");
     EXPECT_THAT(Rows("Select Path, Name from Files"), ElementsAre(song + "|song.mp3"));
     EXPECT_THAT(Entries(), ElementsAre("3|Jazz|song.mp3|1|1"));
-    EXPECT_THAT(calls, ElementsAre("pointer 11", "tree", "load ''", "pointer 0", IsWord()));
+    EXPECT_THAT(calls, ElementsAre("pointer 11", "tree", "load ''", "pointer 0"));
     EXPECT_EQ(mainModule.CurrentFile.CurrentPath, song);
 }
 
@@ -174,7 +169,7 @@ TEST_F(TreeImportTest, NothingIsHeldBackWhileAFileIsRead) {
 TEST_F(TreeImportTest, AListThatLoadsBySearchIsNotLoaded) {
     mainModule.LoadOverSearch = true;
     Import("#Categories\nJazz\n#Files\n3,Jazz,song.mp3," + Mp3("song.mp3") + "\n");
-    EXPECT_THAT(calls, ElementsAre("pointer 11", "tree", "pointer 0", IsWord()));
+    EXPECT_THAT(calls, ElementsAre("pointer 11", "tree", "pointer 0"));
 }
 
 TEST_F(TreeImportTest, ATreeGoesFromOneMachineToAnotherWithItsGaps) {
@@ -283,7 +278,7 @@ TEST_F(TreeImportTest, TheBoxComesWhenTheTreeHasBeenBuiltAndBeforeThePointerIsIt
     views.onLoadTree = [&] { boxesAtTree = msgBox.shown.size(); };
     Import("#Categories\nJazz\n#Files\n1,Jazz,a.mp3,\n");
     EXPECT_EQ(boxesAtTree, 0U);
-    EXPECT_THAT(calls, ElementsAre("pointer 11", "tree", "pointer 0", IsWord()));
+    EXPECT_THAT(calls, ElementsAre("pointer 11", "tree", "pointer 0"));
     EXPECT_THAT(msgBox.shown, ElementsAre(MissingBox())) << "an empty path is no file";
 }
 
@@ -292,8 +287,7 @@ TEST_F(TreeImportTest, PointerDialogTreeListBoxAndPointerComeInThisOrder) {
     services.msgBox = &box;
     dialogs.onShow = [this] { calls.emplace_back("dialog"); };
     Import("#Categories\nJazz\n#Files\n1,Jazz,song.mp3," + Mp3("song.mp3") + "\n2,Jazz,a.mp3,/m/gone.mp3\n");
-    EXPECT_THAT(calls,
-                ElementsAre("pointer 11", "dialog", "tree", "load ''", "box Hinweis", "pointer 0", IsWord()));
+    EXPECT_THAT(calls, ElementsAre("pointer 11", "dialog", "tree", "load ''", "box Hinweis", "pointer 0"));
     services.msgBox = &msgBox;
 }
 
