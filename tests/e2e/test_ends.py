@@ -158,6 +158,7 @@ class EndsTest(ProgramTest):
 
     def test_the_loss_of_the_display_ends_the_program(self):
         self.start_and_move()
+        time.sleep(2)  # until the program knows where its window is: a display that is gone tells nothing more
         self.desktop.server.kill()
         self.assert_ended_in_order(LOST_DISPLAY)
 
