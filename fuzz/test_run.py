@@ -117,6 +117,14 @@ class RunTest(unittest.TestCase):
         self.assertEqual(self.totals()["WaveFuzz"]["findings"], 0)
         self.assertLess(self.totals()["WaveFuzz"]["processor"], 5)
 
+    def test_a_target_in_python_looks_for_inputs_and_keeps_them(self):
+        output, status = self.run_it("--minutes", "0.03", "EncoderArgumentsFuzz")
+        self.assertEqual(status, 0, output)
+        totals = self.totals()["EncoderArgumentsFuzz"]
+        self.assertGreater(totals["executions"], 20, output)
+        self.assertGreater(totals["coverage"], 40)
+        self.assertEqual(totals["inputs"], len(os.listdir(self.path("work", "corpora", "EncoderArgumentsFuzz"))))
+
     def test_an_unknown_target_is_refused(self):
         output, status = self.run_it("NoFuzz")
         self.assertEqual(status, 2)
