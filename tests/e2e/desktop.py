@@ -211,9 +211,25 @@ class ProgramTest(unittest.TestCase):
         tool = os.path.join(self.home, "bin", "xdg-open")
         os.makedirs(os.path.dirname(tool))
         with open(tool, "w", encoding="utf-8") as file:
-            file.write(f"#!/bin/sh\nprintf '%s\\0' \"$#\" \"$@\" >> '{self.home}/opened'\n")
+            file.write(f"#!/bin/sh\nprintf '%s\\0' \"$#\" \"$@\" >> '{self.home}/opened'\n{self.network_trial()}\n")
         os.chmod(tool, 0o755)
         self.desktop.environment["PATH"] = f"{self.home}/bin:{os.environ['PATH']}"
+
+    def network_trial(self):
+        """A line for a shell script that tries to make a socket for a network, and notes how that ended."""
+        return (f"(ulimit -c 0; '{sys.executable}' -c 'import socket; socket.socket(socket.AF_INET)'; "
+                f"echo $? >> '{self.home}/tried') 2> '{self.home}/trial'")
+
+    def expect_caged(self, trials):
+        """The program itself can't reach a network, nor could what it has started, which has tried so many times."""
+        def tried():
+            if not os.path.exists(os.path.join(self.home, "tried")):
+                return []
+            with open(os.path.join(self.home, "tried"), encoding="ascii") as file:
+                return file.read().split()
+        self.assertTrue(no_network.holds(self.program.pid))
+        wait_until("the trials", lambda: len(tried()) >= trials)
+        self.assertEqual(set(tried()), {str(128 + signal.SIGSYS)} if trials else set())
 
     def opener_calls(self):
         """The arguments of each call of the desktop's opener."""

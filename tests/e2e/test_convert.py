@@ -128,6 +128,19 @@ class ConvertTest(ProgramTest):
         self.assertEqual(self.probed(path, "channels"), "1")
         self.leave(window)
 
+    def test_the_encoder_and_what_it_starts_reach_no_network(self):
+        real = shutil.which("lame")
+        with open(os.path.join(self.tools, "lame"), "w", encoding="utf-8") as file:
+            file.write(f"#!/bin/sh\n{self.network_trial()}\nexec '{real}' \"$@\"\n")
+        os.chmod(os.path.join(self.tools, "lame"), 0o755)
+        window = self.start_with({"a.wav": 440}, ShowKonvert=0)
+        self.desktop.activate(window)
+        self.desktop.key("ctrl+k")
+        wait_until("the MP3 file", lambda: self.made(self.music) == ["a.mp3"])
+        self.expect_caged(trials=1)
+        self.expect_sound(os.path.join(self.music, "a.mp3"), 440)
+        self.leave(window)
+
     def test_a_missing_lame_is_told_and_the_sources_stay(self):
         os.symlink(sys.executable, os.path.join(self.tools, "python3"))
         self.search = self.tools

@@ -98,6 +98,7 @@ class CoversTest(ProgramTest):
         self.press_button(covers, SEARCH, "the browser", lambda: len(self.opener_calls()) == 2)
         self.assertEqual(self.opener_calls()[1], ["http://covers.example.org/search.php?action=search&what=Abba  Arrival"
                                                   "&category=audio&submit=++Suche++"])
+        self.expect_caged(trials=2)
         self.press_button(covers, DELETE, "the front to go", lambda: self.covers() == [""])
         self.desktop.picture("covers-3-deleted")
         self.assertGreater(self.desktop.colours(covers, 0.45, 0.2, 0.9, 0.7), 50, "the old picture stays")

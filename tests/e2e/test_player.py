@@ -44,6 +44,7 @@ class PlayerTest(ProgramTest):
         window = self.start_with_music()
         player = self.play_row_1(window)
         self.assertEqual(self.hits(), 1)
+        self.expect_caged(trials=0)  # Of all threads, the engine's too.
         text = self.library.values(
             "select I.Interpret || ' - ' || T.Name from Files F join Interpret I on I.Inter_id = F.Inter_id "
             "join Titel T on T.Title_id = F.Title_id where F.Hits = 1")[0]
