@@ -53,8 +53,8 @@ private:
     std::string_view m_text;
 };
 
-/// The rows of one statement, read to their end: row-major cells over one block of text, so that a row
-/// costs no heap allocation of its own.
+/// The rows of one statement, read to their end: row-major cells and texts, both in pieces, so that a row
+/// costs no heap allocation of its own and no piece is ever copied for the sake of the next.
 class RowBlock {
 public:
     /// No rows yet, each of so many columns.
@@ -72,7 +72,7 @@ public:
     std::size_t Columns() const { return m_columns; }
 
     /// Rows that are complete.
-    std::size_t Rows() const { return m_columns == 0 ? 0 : m_cells.size() / m_columns; }
+    std::size_t Rows() const { return m_columns == 0 ? 0 : m_count / m_columns; }
 
     /// One value, both counted from 0; there is no check that it exists. Valid until a cell is added or the
     /// block goes. Reading the rows in turn costs no wait for memory, in whatever order they were added.
@@ -82,15 +82,34 @@ public:
     void Arrange(std::vector<std::uint32_t> order) { m_order = std::move(order); }
 
 private:
-    struct Cell {
-        std::uint64_t payload; ///< Integer or real by its bits; text: offset into m_text.
-        std::uint32_t size;    ///< Length of a text in bytes.
+    /// A value that a cell has no room for.
+    struct WideValue {
+        std::uint64_t
+            payload;        ///< Integer or real by its bits; text: its piece above, its offset below 32 bits.
+        std::uint32_t size; ///< Length of a text in bytes.
         Field::Kind kind;
     };
+    /// Its highest two bits tell what the others are; see ADODB.cpp.
+    using Cell = std::uint64_t;
+
+    static constexpr std::size_t CellsInPiece = 16384;
+
+    const Cell& CellAt(std::size_t added, std::size_t column) const {
+        const std::size_t cell = added * m_columns + column;
+        return m_cells[cell / CellsInPiece][cell % CellsInPiece];
+    }
+    void Add(Cell cell);
+    void AddWide(const WideValue& value);
+    Field WideAt(std::size_t index) const;
+    std::string_view TextAt(std::uint64_t piece, std::uint64_t offset, std::uint64_t size) const {
+        return {m_texts[piece].data() + offset, size};
+    }
 
     std::size_t m_columns;
-    std::vector<Cell> m_cells;
-    std::string m_text;
+    std::size_t m_count = 0;                ///< Cells.
+    std::vector<std::vector<Cell>> m_cells; ///< All but the last are full.
+    std::vector<WideValue> m_wide;
+    std::vector<std::string> m_texts;   ///< Each with the room that it was made with.
     std::vector<std::uint32_t> m_order; ///< Empty: as added.
 };
 
