@@ -4,6 +4,7 @@
 #include "adapters/dbus/MprisRemote.h"
 #include "adapters/id3v2/TagLibComponent.h"
 #include "adapters/mpv/MpvPlayer.h"
+#include "adapters/posix/KeepFreedMemory.h"
 #include "adapters/posix/PosixFileSystem.h"
 #include "adapters/qt/QtRegionalSettings.h"
 #include "adapters/sqlite/SqliteConnection.h"
@@ -26,6 +27,7 @@ void PostToMainLoop(std::function<void()> run) {
 
 RealServices::RealServices()
     : m_shell([this] { Save(); }), m_desktop(CreateBusDesktop()), m_fileSystem(CreatePosixFileSystem()) {
+    KeepFreedMemory();
     services.settings = &m_settings;
     services.fileSystem = m_fileSystem.get();
     services.files = &m_files;
