@@ -195,8 +195,7 @@ void MakeReady(sqlite3* database, const std::string& path, bool closedCleanly) {
     if (FirstText(database, "pragma journal_mode = wal") != "wal") {
         Refuse(LibraryFault::Other, SQLITE_CANTOPEN, path, "the file system can't hold the library's log");
     }
-    RunInternal(database, "pragma synchronous = normal; pragma temp_store = memory; "
-                          "pragma cache_size = -16384;");
+    RunInternal(database, "pragma synchronous = normal; pragma temp_store = memory;");
     Check(database, sqlite3_db_config(database, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr));
 }
 

@@ -16,6 +16,7 @@
 #include "adapters/sqlite/LibraryPlace.h"
 #include "adapters/sqlite/LookupCache.h"
 #include "adapters/sqlite/OrderClause.h"
+#include "adapters/sqlite/PageMemory.h"
 #include "adapters/sqlite/ReadTransaction.h"
 #include "adapters/sqlite/RowOrder.h"
 #include "adapters/sqlite/SqliteError.h"
@@ -74,6 +75,7 @@ public:
         m_ties.Clear();
         m_reads.Attach(opened.handle.get());
         m_cache.Attach(opened.handle.get());
+        m_pages.Attach(opened.handle.get());
         m_library = std::move(opened.handle);
         m_place.Attach(m_path);
         m_commits.Attach(m_place);
@@ -108,6 +110,9 @@ public:
         // Dates don't sort in the form that is read here; the stored ones do.
         if (!ordered || IsDateColumn(ordered->name, m_dateColumns)) {
             return Read(statement);
+        }
+        if (ordered->ties && !IsInTransaction()) {
+            m_pages.KeepFew(); // The list.
         }
         ADODB::RowBlock rows = Read(ordered->unordered);
         rows.Arrange(OrderOf(rows, *ordered));
@@ -169,6 +174,7 @@ private:
         if (!IsInTransaction()) {
             m_reads.End();
             m_lookups.Clear(); // Until the transaction has begun, others may write.
+            m_pages.KeepMany();
         }
         m_commits.BeforeWrite(Library());
     }
@@ -230,6 +236,7 @@ private:
     std::string m_path;
     LibraryPlace m_place;     // Before the library, which is closed first.
     DatabaseHandle m_library; // Before the cache: statements are finalized first.
+    PageMemory m_pages;
     ReadTransaction m_reads;
     StatementCache m_cache;
     LookupCache m_lookups;
