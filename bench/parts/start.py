@@ -11,7 +11,7 @@ IDLE = 5     # seconds over which the idle program is watched
 SETTLED = 7  # seconds until the splash window has gone and the media engine has been read ahead
 
 START_LIMITS = {20000: 0.25, 100000: 0.4}  # seconds, by rows
-MEMORY_LIMITS = {100000: 90}               # MB resident, by rows
+MEMORY_LIMITS = {100000: 75}               # MB resident, by rows
 # The processor's time is counted in steps of 10 ms; one of them in this time is not measurable work.
 IDLE_LIMIT = 0.01
 
