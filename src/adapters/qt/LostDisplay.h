@@ -1,5 +1,5 @@
-// What still has to be done when an X display goes away: the toolkit ends the process then. src/main.cpp
-// makes one.
+// What still has to be done when the display goes away: the toolkit ends the process then, by "exit" under X
+// and by "_exit" under Wayland. src/main.cpp makes one.
 #pragma once
 
 #include <functional>
