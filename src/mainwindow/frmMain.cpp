@@ -13,6 +13,7 @@
 #include "mainwindow/MenuKeys.h"
 #include "scanner/CheckReminder.h"
 #include "widgets/Pictures.h"
+#include "widgets/ToldPlaces.h"
 #include "widgets/Twips.h"
 
 #include <QApplication>
@@ -219,7 +220,8 @@ void frmMain::SetColumnWidths(const ColumnWidths& widths) {
     }
 }
 
-// Sizes that nobody has changed are stored as they were, whatever pixels they have come to.
+// Sizes that nobody has changed are stored as they were, whatever pixels they have come to; so is a place
+// that nobody tells.
 void frmMain::ReadPlace(WindowState& state) const {
     const double scale = m_parts->Panes.Placement().Scale();
     state.Maximised = isMaximized();
@@ -246,6 +248,10 @@ void frmMain::ReadPlace(WindowState& state) const {
     if (!state.Maximised) {
         state.WindowWidth = sameWidth ? loadedWidth : state.WindowWidth;
         state.WindowHeight = sameHeight ? loadedHeight : state.WindowHeight;
+    }
+    if (!PlacesAreTold()) {
+        state.WindowLeft = state.NormalLeft = m_loaded.Maximised ? m_loaded.NormalLeft : m_loaded.WindowLeft;
+        state.WindowTop = state.NormalTop = m_loaded.Maximised ? m_loaded.NormalTop : m_loaded.WindowTop;
     }
     for (std::size_t column = 0; column < state.ColWidth.size(); ++column) {
         const int width = m_parts->Panes.Grid().columnWidth(static_cast<int>(column));

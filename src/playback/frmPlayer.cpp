@@ -18,6 +18,7 @@
 #include "ui_frmPlayer.h"
 #include "widgets/DragFiles.h"
 #include "widgets/Pictures.h"
+#include "widgets/ToldPlaces.h"
 #include "widgets/Twips.h"
 
 #include <QCloseEvent>
@@ -128,7 +129,8 @@ void frmPlayer::ConnectList() {
 
 void frmPlayer::Form_Load() {
     // First what may fail: a window that can't be placed has never been open.
-    move(ToPixels(TwipsSetting("WindowLeftPlayer", "180")), ToPixels(TwipsSetting("WindowTopPlayer", "255")));
+    m_loadedPlace = {TwipsSetting("WindowLeftPlayer", "180"), TwipsSetting("WindowTopPlayer", "255")};
+    move(ToPixels(m_loadedPlace.x()), ToPixels(m_loadedPlace.y()));
     mainModule.PlayerOpen = true;
     m_queue->Form_Load();
     m_engine->SetEvents(this); // What it tells goes on to the queue, and then is shown.
@@ -295,8 +297,9 @@ void frmPlayer::Form_Unload() {
 }
 
 void frmPlayer::StorePlace() const {
-    SaveSetting("WindowLeftPlayer", std::to_string(ToTwips(x())));
-    SaveSetting("WindowTopPlayer", std::to_string(ToTwips(y())));
+    const QPoint place = PlacesAreTold() ? QPoint(ToTwips(x()), ToTwips(y())) : m_loadedPlace;
+    SaveSetting("WindowLeftPlayer", std::to_string(place.x()));
+    SaveSetting("WindowTopPlayer", std::to_string(place.y()));
 }
 
 void frmPlayer::closeEvent(QCloseEvent* event) {

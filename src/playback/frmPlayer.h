@@ -10,6 +10,7 @@
 #include <memory>
 
 #include <QMenu>
+#include <QPoint>
 #include <QTimer>
 #include <QWidget>
 
@@ -103,6 +104,7 @@ private:
     QTimer m_timer;
     bool m_open = true;
     bool m_bringing = false; ///< cmdMaindialog loads list and tree.
+    QPoint m_loadedPlace;    ///< Twips, as the settings had it.
 };
 
 } // namespace quavernet

@@ -12,6 +12,7 @@
 #include <QAbstractEventDispatcher>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLoggingCategory>
 #include <QValidator>
 
 #include <cstdlib>
@@ -73,6 +74,9 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName(QStringLiteral("Quavernet"));
     setOrganizationName(QStringLiteral("Greyfinch Labs"));
     setDesktopFileName(QStringLiteral("io.greyfinch.Quavernet"));
+    // What Wayland forbids is passed over: the toolkit complains about its own menus, too. QT_LOGGING_RULES
+    // brings it back.
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.wayland.warning=false"));
     // The last of the two top-level windows ends the process by itself.
     setQuitOnLastWindowClosed(false);
     // The connection may gather the commits of a run of writes; before the program waits for its user they
