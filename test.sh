@@ -6,7 +6,8 @@ cd "$(dirname "${BASH_SOURCE[0]}")"
 # shellcheck source=tools/packages.sh
 . tools/packages.sh
 
-install_missing "${PACKAGES_BUILD[@]}" "${PACKAGES_RUN[@]}" "${PACKAGES_SCREEN[@]}" "${PACKAGES_TEST[@]}"
+install_missing "${PACKAGES_BUILD[@]}" "${PACKAGES_RUN[@]}" "${PACKAGES_SCREEN[@]}" \
+    "${PACKAGES_WAYLAND[@]}" "${PACKAGES_TEST[@]}"
 make_locales de_DE en_US
 
 # The program as its users get it, with the small programs that scenarios and checks run beside it.

@@ -9,6 +9,9 @@ PACKAGES_RUN=(qt6-qpa-plugins qt6-translations-l10n qt6-image-formats-plugins li
 # A screen of its own for machines that have none, and the tools that look at it.
 PACKAGES_SCREEN=(xvfb openbox xdotool imagemagick x11-utils)
 
+# The same under Wayland, for the tests.
+PACKAGES_WAYLAND=(sway grim qt6-wayland)
+
 # Tests: frameworks, real encoders and decoders, checkers, the locales that some tests run under, and what looks at the
 # Debian package.
 PACKAGES_TEST=(libgtest-dev libgmock-dev vorbis-tools sox libsox-fmt-base libsox-fmt-mp3 mpg123 python3-mutagen eyed3 id3v2 ffmpeg

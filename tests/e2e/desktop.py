@@ -1,5 +1,6 @@
 """A screen, a window manager and a home of their own for the real program, and hands that only use the keyboard
 and the mouse (xdotool). What the program did is read from its library file and from the titles of its windows."""
+import configparser
 import os
 import re
 import resource
@@ -24,6 +25,10 @@ PICTURES = os.environ["QUAVERNET_PICTURES"]
 FONTS = os.path.abspath(os.path.join(os.path.dirname(__file__), "..", "support", "fonts.conf"))
 
 DOUBLE_CLICK = 0.6  # seconds after which a press is no second click of a double click, which plays
+
+# Where programs' own files lie in a home folder. The last is that of the bus, which starts one where the session has
+# none (dbus-launch).
+OWN_FOLDERS = {".config", ".cache", ".local", ".runtime", ".dbus"}
 
 SCREEN = "1280x960"  # a check may choose another one before it starts
 
@@ -180,17 +185,24 @@ class ProgramTest(unittest.TestCase):
             os.makedirs(os.path.join(self.home, folder), mode=0o700)
         with open(os.path.join(self.home, ".config", "user-dirs.dirs"), "w", encoding="utf-8") as file:
             file.write('XDG_DOCUMENTS_DIR="$HOME/Dokumente"\nXDG_MUSIC_DIR="$HOME/Musik"\n')
-        self.desktop = Desktop(self.home)
+        self.desktop = self.make_screen()
         self.addCleanup(self.desktop.close)
         self.library = Library(self.home)
         self.program = None
+        self.complaints = None  # where the program's standard error goes; by default where the test's goes
         self.step = 0
+
+    def make_screen(self):
+        return Desktop(self.home)
 
     def tearDown(self):
         self.desktop.picture(self.id().split(".")[-1] + "-end")
         if self.program and self.program.poll() is None:
             self.program.kill()
             self.program.wait()
+        # Whatever a scenario does, the program's own files lie where the desktop wants them.
+        hidden = {name for name in os.listdir(self.home) if name.startswith(".")}
+        self.assertLessEqual(hidden, OWN_FOLDERS)
 
     def make_music(self, *arguments):
         """Sample music; returns its folder and the paths that a scan takes."""
@@ -205,6 +217,13 @@ class ProgramTest(unittest.TestCase):
         os.makedirs(folder, exist_ok=True)
         with open(os.path.join(folder, "Quavernet.conf"), "w", encoding="utf-8") as file:
             file.write("[Settings]\n" + "".join(f"{name}={value}\n" for name, value in settings.items()))
+
+    def settings(self):
+        """What the settings file holds."""
+        parser = configparser.ConfigParser(interpolation=None)
+        parser.optionxform = str
+        parser.read(os.path.join(self.home, ".config", "Greyfinch Labs", "Quavernet.conf"), encoding="utf-8")
+        return parser["Settings"]
 
     def record_opener(self):
         """From the next start on an xdg-open that notes its arguments stands for the desktop's."""
@@ -246,7 +265,7 @@ class ProgramTest(unittest.TestCase):
 
     def launch(self):
         """Starts the program and waits for nothing."""
-        self.program = subprocess.Popen([PROGRAM], env=self.desktop.environment, cwd=self.home,
+        self.program = subprocess.Popen([PROGRAM], env=self.desktop.environment, cwd=self.home, stderr=self.complaints,
                                         restore_signals=False, preexec_fn=before_start)
 
     def start(self):

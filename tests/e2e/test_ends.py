@@ -1,6 +1,5 @@
 """Ends that nobody clicks: SIGTERM, SIGINT and SIGHUP, the end of the desktop's session, the loss of the display. The
 settings are stored and the library is closed, whatever the program was doing."""
-import configparser
 import os
 import signal
 import subprocess
@@ -17,12 +16,6 @@ LOST_DISPLAY = 1
 
 
 class EndsTest(ProgramTest):
-    def settings(self):
-        parser = configparser.ConfigParser(interpolation=None)
-        parser.optionxform = str
-        parser.read(os.path.join(self.home, ".config", "Greyfinch Labs", "Quavernet.conf"), encoding="utf-8")
-        return parser["Settings"]
-
     def start_and_move(self):
         """The window lies elsewhere than the settings say: an end that stores them is told by that."""
         self.store(ScanLog=0, **STORED)
