@@ -9,8 +9,8 @@ PACKAGES_RUN=(qt6-qpa-plugins qt6-translations-l10n qt6-image-formats-plugins li
 # A screen of its own for machines that have none, and the tools that look at it.
 PACKAGES_SCREEN=(xvfb openbox xdotool imagemagick x11-utils)
 
-# The same under Wayland, for the tests.
-PACKAGES_WAYLAND=(sway grim qt6-wayland)
+# For the tests: the same under Wayland, and the toolkit's way to the desktop's file dialogs.
+PACKAGES_WAYLAND=(sway grim qt6-wayland qt6-xdgdesktopportal-platformtheme python3-gi)
 
 # Tests: frameworks, real encoders and decoders, checkers, the locales that some tests run under, and what looks at the
 # Debian package.
