@@ -5,6 +5,8 @@
 #include "library/FirstField.h"
 #include "library/SqlQuote.h"
 
+#include <algorithm>
+
 namespace quavernet {
 
 namespace {
@@ -17,7 +19,6 @@ void InsertCategory(std::string_view name) {
 }
 
 void RenameCategory(std::string_view oldName, std::string_view newName) {
-    const ADODB::WriteLock writeLock(*mainModule.Connection); // An entry names its category twice.
     const std::string values = std::string(newName) + "' where ";
     mainModule.Connection->Execute("Update FileCategories set Parent = '" + values + "Parent = '" +
                                    std::string(oldName) + "'");
@@ -30,12 +31,25 @@ void RenameCategory(std::string_view oldName, std::string_view newName) {
 void CategoryEditor::FillCategoryList() {
     m_categories.clear();
     m_listIndex = None;
+    m_changesOfOthers = mainModule.Connection->ChangesOfOthers();
     ADODB::Recordset names;
     names.Open("Select Category from Categories", *mainModule.Connection);
     for (; !names.Eof(); names.MoveNext()) {
         m_categories.push_back(names.Fields(0).Text());
     }
     names.Close();
+}
+
+void CategoryEditor::FollowOthers() {
+    if (mainModule.Connection->ChangesOfOthers() == m_changesOfOthers) {
+        return;
+    }
+    const std::string selected = ListText();
+    FillCategoryList();
+    const auto found = std::ranges::find(m_categories, selected);
+    if (!selected.empty() && found != m_categories.end()) {
+        m_listIndex = static_cast<std::int32_t>(found - m_categories.begin());
+    }
 }
 
 std::string CategoryEditor::ListText() const {
@@ -90,6 +104,8 @@ std::optional<std::int32_t> CategoryEditor::cmdSave_Click(const std::string& nam
     if (name.empty()) {
         return NameMissing;
     }
+    const ADODB::WriteLock writeLock(*mainModule.Connection); // A name that is free stays so.
+    FollowOthers();
     if (WalkTo(name)) { // An unchanged name too.
         return NameTaken;
     }
@@ -110,12 +126,16 @@ std::optional<std::int32_t> CategoryEditor::cmdSave_Click(const std::string& nam
 
 // The tree's memory of expanded categories is left as it is.
 void CategoryEditor::cmdDelete_Click() {
-    const std::string name = ListText();
-    if (name.empty()) {
+    if (ListText().empty()) {
         return;
     }
     {
         const ADODB::WriteLock writeLock(*mainModule.Connection);
+        FollowOthers();
+        const std::string name = ListText();
+        if (name.empty()) {
+            return; // Another program has deleted it.
+        }
         const std::string id(Trim(FirstField("Select Category_id from Categories where Category = '" +
                                              std::string(SqlPlain(name)) + "'")));
         mainModule.Connection->Execute("Delete from FileCategories where Category_id = " + id);

@@ -49,11 +49,13 @@ public:
 
 private:
     void FillCategoryList();
+    void FollowOthers(); ///< Fills the list again if another program has written; the selection stays.
     void BeginTyping(bool isNew, const std::string& text);
     void EndTyping();
     bool WalkTo(const std::string& name); ///< False if no category has it; the last one is selected then.
 
     std::vector<std::string> m_categories;
+    std::int64_t m_changesOfOthers = 0; ///< When the list was filled.
     std::int32_t m_listIndex = None;
     std::string m_editText;
     bool m_newMode = false; ///< What is being typed is a new category's name, not another name for one.

@@ -2,6 +2,7 @@
 #include "app/CurrentFile.h"
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"
+#include "library/FirstField.h"
 #include "library/SqlQuote.h"
 #include "platform/RegionalSettings.h"
 #include "scanner/AddDroppedFiles.h"
@@ -30,6 +31,26 @@ std::string IdOfTarget(const std::string& category) {
     return id;
 }
 
+// The room that was made in front of the entry goes with it when others come or go, but stays behind when the
+// entry itself is moved: then there is room for the next file again.
+void KeepRoom(DropRun& run) {
+    if (run.room == 0) {
+        return;
+    }
+    const std::string inCategory = " and Parent = '" + std::string(SqlPlain(run.node.Category)) + "'";
+    const std::string target = std::to_string(run.pos + run.room);
+    const std::string taken = FirstField(
+        "Select Count(FileCategory_id) from FileCategories where [Position] >= " + std::to_string(run.pos) +
+        " and [Position] < " + target + inCategory);
+    if (run.pos > 0 && taken == "0") {
+        return;
+    }
+    run.pos = Narrow16(run.pos + run.room);
+    run.room = 1;
+    mainModule.Connection->Execute(
+        "Update FileCategories set [Position] = [Position] + 1 where [Position] >= " + target + inCategory);
+}
+
 } // namespace
 
 void Advance(std::int16_t& pos, int by) {
@@ -41,7 +62,24 @@ void TakeFileTarget(DropRun& run) {
     run.pos = Narrow16(Val(PositionFromKey(run.node.Key)));
 }
 
-std::string StoreIfUnknown(DropRun& run, const std::string& path, CurrentFile& file) {
+bool FollowTarget(DropRun& run) {
+    if (run.hadFileTarget) {
+        const auto position = PositionNow(GetFileCategoryIdFromKey(run.node.Key), run.node.Category);
+        if (position) {
+            run.pos = Narrow16(Val(*position) - run.room);
+            KeepRoom(run);
+        }
+        return position.has_value();
+    }
+    const auto children = ChildrenNow(run.node.Category);
+    if (children) {
+        run.pos = Narrow16(static_cast<double>(*children) + 1);
+    }
+    return children.has_value();
+}
+
+std::string StoreIfUnknown(DropRun& run, const std::string& path, CurrentFile& file,
+                           std::optional<ADODB::WriteLock>& writeLock) {
     const bool isKnown = IsKnownPath(path);
     const PutBack putBack(file);
     file.CurrentPath = path;
@@ -50,6 +88,7 @@ std::string StoreIfUnknown(DropRun& run, const std::string& path, CurrentFile& f
         run.fileAdded = true;
         ++run.stored;
         // No other program waits while this file is read, and its failure takes back nothing.
+        writeLock.reset();
         mainModule.Connection->Commit();
         const FileFacts facts = InspectDroppedFile(path, file);
         // The date that comes next is read with failures passed over, and this ends the drop's own way with
@@ -83,7 +122,7 @@ void DropFiles(DropRun& run) {
         run.pos = Narrow16(static_cast<double>(run.node.Children) + 1);
     }
     const std::vector<std::string>& paths = run.request.Files;
-    const std::string fileCount = std::to_string(std::count_if(paths.begin(), paths.end(), IsAudio));
+    const auto fileCount = std::count_if(paths.begin(), paths.end(), IsAudio);
     CurrentFile file = mainModule.CurrentFile;
     for (const std::string& path : paths) {
         if (!IsAudio(path)) {
@@ -92,19 +131,28 @@ void DropFiles(DropRun& run) {
         }
         const std::string category(SqlPlain(run.node.Category));
         std::optional<ADODB::WriteLock> writeLock(*mainModule.Connection);
+        if (run.watch.HasNews() && !FollowTarget(run)) {
+            return;
+        }
         const std::string categoryId = IdOfTarget(category);
         if (run.hadFileTarget) {
             // Once for every file, and each time by the count of all: what is after the new entries moves far
             // enough for any order in which they come, and the gap that remains shows nowhere.
-            mainModule.Connection->Execute("Update FileCategories set [Position] = [Position] + " +
-                                           fileCount + " where ([Position] >= " + std::to_string(run.pos) +
-                                           " and Parent = '" + category + "')");
+            mainModule.Connection->Execute(
+                "Update FileCategories set [Position] = [Position] + " + std::to_string(fileCount) +
+                " where ([Position] >= " + std::to_string(run.pos) + " and Parent = '" + category + "')");
+            run.room += static_cast<int>(fileCount);
         }
-        writeLock.reset();
-        const std::string stored = StoreIfUnknown(run, path, file);
-        writeLock.emplace(*mainModule.Connection);
+        const std::string stored = StoreIfUnknown(run, path, file, writeLock);
+        if (!writeLock) {
+            writeLock.emplace(*mainModule.Connection);
+            if (run.watch.HasNews() && !FollowTarget(run)) {
+                return;
+            }
+        }
         InsertEntryOfPath(run, stored, categoryId, category);
         Advance(run.pos);
+        --run.room;
     }
 }
 

@@ -72,6 +72,9 @@ void DropOnCategory(DropRun& run) {
 
 void DropGridRows(DropRun& run) {
     const ADODB::WriteLock writeLock(*mainModule.Connection);
+    if (run.watch.HasNews() && !FollowTarget(run)) {
+        return;
+    }
     if (run.hadFileTarget) {
         DropOnEntry(run);
     } else {

@@ -69,9 +69,10 @@ void DropPlaylist(DropRun& run) {
             ++run.skipped;
             continue;
         }
-        const std::string stored = StoreIfUnknown(run, present, file);
+        std::optional<ADODB::WriteLock> writeLock;
+        const std::string stored = StoreIfUnknown(run, present, file, writeLock);
         Advance(run.pos);
-        const ADODB::WriteLock writeLock(*mainModule.Connection);
+        writeLock.emplace(*mainModule.Connection);
         // The entries name the playlist as their parent, also when the category has a number after that name:
         // they show in the new category, and their length counts for the old one.
         InsertEntryOfPath(run, stored, categoryId, SqlQuote(baseName));

@@ -2,10 +2,13 @@
 // to show when it is over. Made by TreeDrop and handed through its cases.
 #pragma once
 
+#include "platform/ADODB.h"
 #include "platform/RuntimeError.h"
 #include "tree/DropRequest.h"
+#include "tree/PlaceNow.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -32,8 +35,11 @@ struct DropRun {
     ScanDriver& driver;
     LongWork& work;
 
+    OthersWatch watch; ///< Of what the tree tells.
+
     DropNode node = {};
     std::int16_t pos = 0;     ///< Where the next entry goes, or the moved one.
+    int room = 0;             ///< How many places there are from pos on, up to the entry under the mouse.
     std::int16_t entryId = 0; ///< The entry that is selected afterwards.
     bool hadFileTarget = false;
     bool fileAdded = false;
@@ -65,13 +71,19 @@ void DropPlaylist(DropRun& run);
 /// Reads the position that a drop on an entry begins with, and notes that there was an entry.
 void TakeFileTarget(DropRun& run);
 
+/// At the begin of a WriteLock, when `watch` has news: pos becomes what it is to be now, by the entry under
+/// the mouse or by the number of entries of the category. False if that node is gone, or its entry is in
+/// another category: nothing more can be dropped there, and the drop is over.
+bool FollowTarget(DropRun& run);
+
 /// Raises pos by a number. It has 16 bits: a higher value is the failure "Overflow".
 void Advance(std::int16_t& pos, int by = 1);
 
 /// Makes the path the current one, and stores the file if the library doesn't know it: fileAdded is then
 /// set, and failures no longer end the drop. Returns the path under which the library has the file. Lets
-/// events run then, without a WriteLock.
-std::string StoreIfUnknown(DropRun& run, const std::string& path, CurrentFile& file);
+/// events run then, and gives the lock up before: other programs may write while the file is read.
+std::string StoreIfUnknown(DropRun& run, const std::string& path, CurrentFile& file,
+                           std::optional<ADODB::WriteLock>& writeLock);
 
 /// Inserts an entry for a path that the library knows, at pos, and counts it.
 void InsertEntryOfPath(DropRun& run, const std::string& path, std::string_view categoryId,

@@ -4,6 +4,7 @@
 #include "platform/RegionalSettings.h"
 #include "tree/DropRun.h"
 #include "tree/NodeKey.h"
+#include "tree/PlaceNow.h"
 #include "tree/TreeModel.h"
 
 namespace quavernet {
@@ -15,7 +16,20 @@ namespace {
 class EntryDrop {
 public:
     explicit EntryDrop(DropRun& run)
-        : m_run(run), m_drag(run.drag), m_target(run.node.Category), m_pos(std::to_string(run.pos)) {}
+        : m_run(run), m_drag(run.drag), m_target(run.node.Category), m_position(run.drag.DragPosition),
+          m_pos(std::to_string(run.pos)) {}
+
+    /// For a tree that another program has changed since the press. False if the dragged entry is gone, or in
+    /// another category.
+    bool FollowSource() {
+        if (!IsEntrySelected()) {
+            return true; // The statements fail as they always do.
+        }
+        const auto position =
+            PositionNow(GetFileCategoryIdFromKey(m_run.tree.SelectedItem().Key), m_drag.DragCategory);
+        m_position = position.value_or("");
+        return position.has_value();
+    }
 
     void OnEntry() {
         ReadTarget();
@@ -58,12 +72,16 @@ public:
     }
 
 private:
+    bool IsEntrySelected() const {
+        return m_run.tree.HasSelection() && KindOfKey(m_run.tree.SelectedItem().Key) == NodeKind::File;
+    }
+
     static void Execute(const std::string& statement) { mainModule.Connection->Execute(statement); }
 
     std::string Target() const { return std::string(SqlPlain(m_target)); }
     std::string Category() const { return std::string(SqlPlain(m_drag.DragCategory)); }
     /// A dragged category has no number here. That fails, so a category can't be moved.
-    std::string Position() const { return std::string(SqlNumber(m_drag.DragPosition)); }
+    std::string Position() const { return std::string(SqlNumber(m_position)); }
     /// Throws RuntimeError if no entry is selected; what was written before stays.
     void TakeSelectedEntry() { m_selectedEntryId = GetFileCategoryIdFromKey(m_run.tree.SelectedItem().Key); }
 
@@ -113,7 +131,7 @@ private:
         TakeSelectedEntry();
         Execute("Update FileCategories set [Position] = 0 where [Position] = " + Position() +
                 " and Parent = '" + Target() + "' and FileCategory_id = " + m_selectedEntryId);
-        if (Val(m_drag.DragPosition) <= m_run.pos) {
+        if (Val(m_position) <= m_run.pos) {
             Execute("Update FileCategories set [Position] = [Position] - 1 where ([Position] > " +
                     Position() + " and [Position] <= " + m_pos + " and Parent = '" + Target() +
                     "') and [Position] <> 0");
@@ -165,6 +183,7 @@ private:
     DropRun& m_run;
     const DragState& m_drag;
     const std::string& m_target;
+    std::string m_position; ///< Of the dragged entry.
     std::string m_pos;
     std::string m_targetCategoryId;
     std::string m_sourceCategoryId;
@@ -176,7 +195,14 @@ private:
 
 DropEnd DropTreeEntry(DropRun& run) {
     const ADODB::WriteLock writeLock(*mainModule.Connection);
+    const bool mayHaveMoved = run.watch.HasNews();
+    if (mayHaveMoved && !FollowTarget(run)) {
+        return DropEnd::Done;
+    }
     EntryDrop drop(run);
+    if (mayHaveMoved && !drop.FollowSource()) {
+        return DropEnd::Done;
+    }
     if (run.hadFileTarget) {
         drop.OnEntry();
     } else if (run.request.Control) {

@@ -132,6 +132,7 @@ void AddLengths(TreeModel& tree, const Faults& faults) {
 }
 
 void Build(TreeModel& tree) {
+    tree.SetChangesOfOthers(mainModule.Connection->ChangesOfOthers());
     TreeNode& root = tree.Add(nullptr, std::string(RootKey), LoadResString(Texts::TreeRoot), "parent", "");
     root.Bold = true;
     const Faults faults;
@@ -139,6 +140,16 @@ void Build(TreeModel& tree) {
     AddEntries(tree, faults);
     AddLengths(tree, faults);
     services.events->DoEvents();
+}
+
+// No fault of this program: another one has deleted or renamed categories.
+void ForgetNodesThatAreGone(const TreeModel& tree) {
+    const auto keys = mainModule.TreeNodeData.Keys();
+    for (const std::string& key : keys) {
+        if (!tree.Contains(key)) {
+            mainModule.TreeNodeData.Remove(key);
+        }
+    }
 }
 
 } // namespace
@@ -152,7 +163,12 @@ void LoadTree(TreeModel& tree) {
         tree = std::move(loaded); // Keys and places of the old one may be wrong by now.
         throw;
     }
+    const bool isChangedByOthers =
+        !tree.Nodes().empty() && tree.ChangesOfOthers() != loaded.ChangesOfOthers();
     tree = std::move(loaded);
+    if (isChangedByOthers) {
+        ForgetNodesThatAreGone(tree);
+    }
     for (const std::string& key : mainModule.TreeNodeData.Keys()) {
         tree.Node(key).Expanded = true;
     }
@@ -168,12 +184,15 @@ std::string GetFileIdFromNode(const TreeModel& tree, const std::string& key) {
     if (node.Parent == nullptr) {
         throw RuntimeError(ErrorNumber::ObjectNotSet, "Object variable or With block variable not set");
     }
+    return FileIdAt(node, PositionFromKey(node.Key));
+}
+
+std::string FileIdAt(const TreeNode& entryNode, const std::string& position) {
     // The category is unquoted: a name with an apostrophe, as an import may bring one, is refused.
     ADODB::Recordset entry;
     entry.Open("Select File_id from FileCategories where Parent = '" +
-                   std::string(SqlPlain(CategoryFromKey(node.Parent->Key))) + "' and Filename = '" +
-                   SqlQuote(node.Text) +
-                   "' and [Position] = " + std::string(SqlNumber(PositionFromKey(node.Key))),
+                   std::string(SqlPlain(CategoryFromKey(entryNode.Parent->Key))) + "' and Filename = '" +
+                   SqlQuote(entryNode.Text) + "' and [Position] = " + std::string(SqlNumber(position)),
                *mainModule.Connection);
     std::string fileId = entry.RecordCount() > 0 ? entry.Fields(0).Text() : std::string();
     entry.Close();

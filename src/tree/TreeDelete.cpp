@@ -9,6 +9,7 @@
 #include "platform/RuntimeError.h"
 #include "tree/LoadTree.h"
 #include "tree/NodeKey.h"
+#include "tree/PlaceNow.h"
 #include "tree/TreeModel.h"
 
 #include <cstdint>
@@ -31,15 +32,21 @@ std::int16_t PositionOf(const std::string& key) {
 // with the empty id fails. Such an entry can't be deleted by itself.
 void DeleteEntry(const TreeModel& tree) {
     const TreeNode& entry = tree.SelectedItem();
-    const std::string position = std::to_string(PositionOf(entry.Key));
+    const std::string category = CategoryFromKey(entry.Parent->Key);
+    std::string position = std::to_string(PositionOf(entry.Key));
     const ADODB::WriteLock writeLock(*mainModule.Connection);
-    const std::string categoryId(
-        Trim(FirstField(std::string("Select C.Category_id from Files F, Categories C  where F.File_id = ") +
-                        GetFileIdFromNode(tree, "") + " and C.Category = '" +
-                        std::string(SqlPlain(CategoryFromKey(entry.Parent->Key))) + "'")));
-    mainModule.Connection->Execute(
-        "Delete from FileCategories where File_id = " + GetFileIdFromNode(tree, "") +
-        " and Category_id = " + categoryId + " and [Position] = " + position);
+    if (OthersWatch(tree.ChangesOfOthers()).HasNews()) {
+        const auto now = PositionNow(GetFileCategoryIdFromKey(entry.Key), category);
+        if (!now) {
+            return; // Another program has deleted it.
+        }
+        position = *now;
+    }
+    const std::string categoryId(Trim(FirstField(
+        std::string("Select C.Category_id from Files F, Categories C  where F.File_id = ") +
+        FileIdAt(entry, position) + " and C.Category = '" + std::string(SqlPlain(category)) + "'")));
+    mainModule.Connection->Execute("Delete from FileCategories where File_id = " + FileIdAt(entry, position) +
+                                   " and Category_id = " + categoryId + " and [Position] = " + position);
     mainModule.Connection->Execute(
         "Update FileCategories set [Position] = [Position]- 1 where [Position] > " + position +
         "  and Category_id = " + categoryId);

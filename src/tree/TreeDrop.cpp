@@ -102,7 +102,7 @@ std::string WordOf(const DropRun& run, EndWord& word) {
 DropOutcome TreeDrop(const DropRequest& request, DragState& drag, const TreeModel& tree, ScanDriver& driver,
                      LongWork& work) {
     EndWord word;
-    DropRun run{request, drag, tree, driver, work};
+    DropRun run{request, drag, tree, driver, work, OthersWatch(tree.ChangesOfOthers())};
     DropEnd end = DropEnd::Left;
     if (MayAct()) {
         try {

@@ -66,12 +66,17 @@ public:
     void SetDropHighlight(std::string_view key) { m_dropHighlight = &Node(key); }
     void ClearDropHighlight() { m_dropHighlight = nullptr; }
 
+    /// What ADODB::Connection::ChangesOfOthers was when the nodes began to be read.
+    std::int64_t ChangesOfOthers() const { return m_changesOfOthers; }
+    void SetChangesOfOthers(std::int64_t changes) { m_changesOfOthers = changes; }
+
 private:
     // Nodes never move, so that the keys and the pointers between them stay good.
     std::deque<TreeNode> m_nodes;
     std::unordered_map<std::string_view, TreeNode*> m_byKey;
     TreeNode* m_selected = nullptr;
     TreeNode* m_dropHighlight = nullptr;
+    std::int64_t m_changesOfOthers = 0;
 };
 
 } // namespace quavernet

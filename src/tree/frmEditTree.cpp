@@ -123,7 +123,7 @@ void frmEditTree::cmdSave_Click() {
         return;
     }
     if (const auto refusal = m_editor.cmdSave_Click(FromQString(m_ui->txtEdit->text()))) {
-        ShowState();
+        FillList(); // Another program may have changed it.
         ShowBox(*refusal, 337, MsgBox::Icon::Critical);
         return;
     }

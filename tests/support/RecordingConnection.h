@@ -63,6 +63,8 @@ public:
         m_real->Backup();
     }
 
+    std::int64_t ChangesOfOthers() override { return m_real->ChangesOfOthers(); }
+
     void LockWrites() override {
         if (failLock) {
             throw RuntimeError(2, "another program writes");

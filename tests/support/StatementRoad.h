@@ -84,8 +84,10 @@ private:
         static const std::regex values("'(?:[^']|'')*'|\\b[0-9]+(?:\\.[0-9]+)?\\b");
         return std::regex_replace(statement, values, "?");
     }
-    static bool IsTransaction(const std::string& text) {
-        return text == "begin immediate" || text == "commit" || text == "rollback";
+    // Nobody has sent these.
+    static bool IsOfTheConnection(const std::string& text) {
+        return text == "begin immediate" || text == "commit" || text == "rollback" ||
+               text == "Pragma data_version";
     }
     static std::string Lower(std::string text) {
         std::transform(text.begin(), text.end(), text.begin(),
@@ -100,7 +102,7 @@ private:
         bool isRun = false;
         for (std::size_t i = begin; i < end; ++i) {
             const EngineStatements::Run& run = EngineStatements::Runs()[i];
-            if (!IsTransaction(run.text)) {
+            if (!IsOfTheConnection(run.text)) {
                 kind.engine = run.text;
                 kind.isKept = kind.isKept || run.isKept;
                 isRun = true;

@@ -150,6 +150,10 @@ public:
         }
     }
 
+    std::int64_t ChangesOfOthers() override {
+        return static_cast<std::int64_t>(Query("Pragma data_version").At(0, 0).Number());
+    }
+
     void LockWrites() override {
         if (m_writeLocks == 0) {
             m_commits.CommitIfDue(Library());
