@@ -49,22 +49,41 @@ public:
     void Open(std::string_view connectionString) override { m_real->Open(connectionString); }
     void Execute(std::string_view statement) override {
         m_journal.Add("sql", statement);
-        m_real->Execute(statement);
+        Try("failed", [&] { m_real->Execute(statement); });
     }
-    ADODB::RowBlock Query(std::string_view statement) override { return m_real->Query(statement); }
+    ADODB::RowBlock Query(std::string_view statement) override {
+        // What only a change by another program makes the commands ask.
+        if (statement.starts_with("Select FC.[Position]") || statement.starts_with("Select Count(FC.")) {
+            m_journal.Add("followed", statement);
+        }
+        return m_real->Query(statement);
+    }
     ADODB::RowBlock QueryFirst(std::string_view statement, std::size_t most) override {
         return m_real->QueryFirst(statement, most);
     }
     void Commit() override {
-        m_real->Commit();
+        Try("no commit", [&] { m_real->Commit(); });
         m_journal.Add("committed");
     }
     void CommitIfDue() override { m_real->CommitIfDue(); }
     void Backup() override { m_real->Backup(); }
-    void LockWrites() override { m_real->LockWrites(); }
+    std::int64_t ChangesOfOthers() override { return m_real->ChangesOfOthers(); }
+    void LockWrites() override {
+        Try("no turn", [&] { m_real->LockWrites(); });
+    }
     void UnlockWrites() noexcept override { m_real->UnlockWrites(); }
 
 private:
+    // The commands themselves often end silently at a failure.
+    template <class Work> void Try(const char* mark, const Work& work) const {
+        try {
+            work();
+        } catch (const RuntimeError& failure) {
+            m_journal.Add(mark, failure.what());
+            throw;
+        }
+    }
+
     std::unique_ptr<ADODB::Connection> m_real;
     const Journal& m_journal;
 };

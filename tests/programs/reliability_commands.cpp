@@ -1,19 +1,36 @@
 // Runs the program's commands on a real library and real files without a screen, so that a script can kill it
-// among them. Called by the script of the kills and that of the full disk.
+// among them, or run two of it at once. Called by the scripts of the kills, the places, and the shared tree.
+// What it is told:
 //
-//   commands prepare LIBRARY MUSIC                    the files of the folder, two filled categories and an
-//   empty one commands tree LIBRARY JOURNAL SEED GATHER MUSIC   random drops, category commands and imports,
-//   until killed commands files LIBRARY JOURNAL SEED GATHER MUSIC  saves of tags, renames and covers, until
-//   killed commands texts LIBRARY JOURNAL FOLDER             exchange file and playlist by turns of two
-//   contents, until killed commands save LIBRARY FILE TEXT                   saves the details once commands
-//   rename LIBRARY FILE NAME                 renames a listed file commands export LIBRARY FILE writes the
-//   exchange file commands playlist LIBRARY FILE                    writes the playlist of the first category
-//   commands state LIBRARY                            what is in the tables that these commands write
+// prepare LIBRARY MUSIC: stores the files of the folder, and makes two filled categories and an empty one.
+//
+// tree LIBRARY JOURNAL SEED GATHER MUSIC KIND: random drops, category commands and imports, until killed.
+//
+// files LIBRARY JOURNAL SEED GATHER MUSIC KIND: saves of tags, renames and covers, until killed.
+//
+// texts LIBRARY JOURNAL FOLDER: exchange file and playlist by turns of two contents, until killed.
+//
+// share LIBRARY JOURNAL SEED GATHER MUSIC COUNT: so many commands that leave no gap in a category, while
+// another program does the same; begins when a line comes in.
+//
+// category LIBRARY FOLDER NAME: stores the files k*.wav of the folder as a category.
+//
+// save LIBRARY FILE TEXT: saves the details once.
+//
+// cover LIBRARY FILE: makes the file the front of the first album.
+//
+// rename LIBRARY FILE NAME: renames a listed file.
+//
+// export LIBRARY FILE: writes the exchange file.
+//
+// playlist LIBRARY FILE: writes the playlist of the first category.
+//
+// state LIBRARY: prints what is in the tables that these commands write.
 //
 // GATHER: how long commits are gathered, in milliseconds. What is killed prints "ready" first. A failure is
 // told by its text and the code 1. MUSIC holds the audio files k*.mp3 (known) and n*.mp3, playlists p*.m3u
 // and i.qvn.
-#include "CommandWorld.h"
+#include "TreeCommandsRun.h"
 
 #include "editing/FileDetails.h"
 #include "editing/RenameListedFile.h"
@@ -27,26 +44,22 @@
 #include "tree/CategoryName.h"
 #include "tree/LoadTree.h"
 #include "tree/NodeKey.h"
-#include "tree/TreeDelete.h"
-#include "tree/TreeDrag.h"
-#include "tree/TreeDrop.h"
 #include "tree/TreeExport.h"
-#include "tree/TreeImport.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <functional>
+#include <iostream>
 #include <random>
 #include <stdexcept>
+#include <string>
+#include <thread>
 #include <vector>
 
 using namespace quavernet;
 
 namespace {
-
-using Words = std::vector<std::string>;
 
 // From here on the caller's time for the kills runs.
 void SayReady() {
@@ -57,232 +70,6 @@ void SayReady() {
 std::chrono::milliseconds Milliseconds(const std::string& text) {
     return std::chrono::milliseconds(std::stol(text));
 }
-
-Words FilesOf(const std::string& folder, const std::string& start, const std::string& ending) {
-    Words paths;
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-        const std::string name = entry.path().filename();
-        if (name.starts_with(start) && name.ends_with(ending)) {
-            paths.push_back(entry.path());
-        }
-    }
-    std::sort(paths.begin(), paths.end());
-    return paths;
-}
-
-// Random drops and commands on the tree, each noted before it begins: "op", its name, and what it is done
-// with.
-class TreeCommandsRun {
-public:
-    TreeCommandsRun(CommandWorld& world, const std::string& music, unsigned seed)
-        : m_world(world), m_chance(seed), m_known(FilesOf(music, "k", ".mp3")),
-          m_new(FilesOf(music, "n", ".mp3")), m_playlists(FilesOf(music, "p", ".m3u")),
-          m_exchange(music + "/i.qvn") {}
-
-    void Step() {
-        LoadTree(m_world.tree);
-        m_world.Forget();
-        m_world.drag = DragState();
-        Sort();
-        const std::function<void()> commands[] = {
-            [this] { DropFiles(); }, [this] { DropRows(); },     [this] { DropEntry(); },
-            [this] { DropEntry(); }, [this] { DropEntry(); },    [this] { DropRows(); },
-            [this] { Delete(); },    [this] { Delete(); },       [this] { DropPlaylist(); },
-            [this] { EditorNew(); }, [this] { EditorRename(); }, [this] { NamedCategory(); },
-            [this] { Import(); },    [this] { EditorDelete(); }, [this] { DropFiles(); },
-            [this] { DeleteAll(); }};
-        const bool isLarge = m_entries.size() > 80;
-        isLarge ? Delete() : commands[Random(std::size(commands))]();
-        m_world.journal.Add("done");
-        if (Random(2) == 0) {
-            mainModule.Connection->Commit(); // As at the end of an event.
-        }
-    }
-
-private:
-    std::size_t Random(std::size_t count) { return m_chance() % count; }
-    const std::string& Any(const Words& texts) { return texts[Random(texts.size())]; }
-
-    void Sort() {
-        m_categories.clear();
-        m_entries.clear();
-        for (const TreeNode& node : m_world.tree.Nodes()) {
-            if (KindOfKey(node.Key) == NodeKind::Category) {
-                m_categories.push_back(node.Key);
-            } else if (KindOfKey(node.Key) == NodeKind::File) {
-                m_entries.push_back(node.Key);
-            }
-        }
-    }
-
-    void Note(const std::string& name, const Words& fields = {}) {
-        std::string text = name;
-        for (const std::string& field : fields) {
-            text += "\t" + field;
-        }
-        m_world.journal.Add("op", text);
-    }
-
-    void Drop(const Words& files, const std::string& key, bool control = false) {
-        const DropOutcome outcome =
-            TreeDrop({files, key, control}, m_world.drag, m_world.tree, m_world.driver, m_world.work);
-        if (outcome.Rebuild) {
-            EndTreeDrop(m_world.drag, m_world.work);
-        }
-    }
-
-    // An entry or a category; nothing in an empty tree.
-    std::string AnyTarget() {
-        const bool isEntry = !m_entries.empty() && Random(3) != 0;
-        return isEntry ? Any(m_entries) : m_categories.empty() ? std::string() : Any(m_categories);
-    }
-
-    Words AnyFiles(bool withNew) {
-        Words files;
-        for (std::size_t count = 1 + Random(3); count > 0; --count) {
-            const bool isNew = withNew && m_nextNew < m_new.size() && Random(3) == 0;
-            files.push_back(isNew ? m_new[m_nextNew++] : Any(m_known));
-        }
-        return files;
-    }
-
-    void DropFiles() {
-        const std::string target = AnyTarget();
-        if (target.empty()) {
-            return EditorNew();
-        }
-        Words files = AnyFiles(true);
-        Words fields = files;
-        fields.insert(fields.begin(), target);
-        Note("files", fields);
-        Drop(files, target);
-    }
-
-    void DropRows() {
-        const std::string target = AnyTarget();
-        if (target.empty()) {
-            return EditorNew();
-        }
-        Words fields = AnyFiles(false);
-        mainModule.FilePaths.Clear();
-        mainModule.SelectedRows.Clear();
-        for (const std::string& path : fields) {
-            mainModule.FilePaths.Add(path);
-            mainModule.SelectedRows.Add(static_cast<std::int32_t>(mainModule.FilePaths.Count()));
-        }
-        m_world.drag.GridDragging = true;
-        const Words files = fields;
-        fields.insert(fields.begin(), target);
-        Note("rows", fields);
-        Drop(files, target);
-    }
-
-    void DropEntry() {
-        if (m_entries.empty()) {
-            return EditorNew();
-        }
-        const std::string source = Any(m_entries);
-        const std::string target = AnyTarget();
-        const bool control = Random(3) == 0;
-        TreePress(m_world.tree, source, false, m_world.drag);
-        Note("entry", {source, target, control ? "1" : "0"});
-        Drop({m_world.drag.DragFilePath}, target, control);
-    }
-
-    void DropPlaylist() {
-        if (m_nextPlaylist >= m_playlists.size()) {
-            return DropEntry();
-        }
-        const std::string path = m_playlists[m_nextPlaylist++];
-        Note("playlist", {path});
-        Drop({path}, {});
-    }
-
-    void Delete() {
-        const bool isEntry = !m_entries.empty() && Random(4) != 0;
-        if (!isEntry && m_categories.empty()) {
-            return EditorNew();
-        }
-        const std::string key = isEntry ? Any(m_entries) : Any(m_categories);
-        m_world.tree.Select(key);
-        Note("delete", {key});
-        mnuDelete_Click(m_world.tree, m_world.views);
-    }
-
-    void DeleteAll() {
-        if (Random(4) != 0) {
-            return DropEntry();
-        }
-        m_world.tree.Select(RootKey);
-        m_world.msgBox.answers = {MsgBox::Answer::Yes};
-        Note("delete all");
-        mnuDeleteContent_Click(m_world.tree, m_world.views);
-    }
-
-    std::string NewName() {
-        const int number = m_name++;
-        return "C" + std::string(1, static_cast<char>('a' + number % 26)) + std::to_string(number);
-    }
-
-    void EditorNew() {
-        const std::string name = NewName();
-        CategoryEditor editor;
-        editor.cmdNew_Click();
-        Note("new", {name});
-        editor.cmdSave_Click(name);
-    }
-
-    void EditorRename() {
-        CategoryEditor editor;
-        if (editor.Categories().empty()) {
-            return EditorNew();
-        }
-        const std::string name = NewName();
-        editor.EditCategory(editor.Categories().front());
-        Note("rename category", {name});
-        editor.cmdSave_Click(name);
-    }
-
-    void EditorDelete() {
-        CategoryEditor editor;
-        if (editor.Categories().size() < 4) {
-            return EditorNew();
-        }
-        const auto index = Random(editor.Categories().size());
-        editor.ListClick(static_cast<std::int32_t>(index));
-        Note("delete category", {editor.ListText()});
-        editor.cmdDelete_Click();
-    }
-
-    void NamedCategory() {
-        const std::string name = NewName();
-        Words files = AnyFiles(false);
-        files.insert(files.begin() + static_cast<std::ptrdiff_t>(Random(files.size() + 1)),
-                     "/none/unknown.mp3");
-        Words fields = files;
-        fields.insert(fields.begin(), name);
-        Note("named", fields);
-        (void)FinishCategory(name, files, m_world.views);
-    }
-
-    void Import() {
-        m_world.dialogs.file = m_exchange;
-        Note("import", {m_exchange});
-        ImportTree(m_world.work, m_world.views, m_world.driver);
-    }
-
-    CommandWorld& m_world;
-    std::mt19937 m_chance;
-    Words m_known;
-    Words m_new;
-    Words m_playlists;
-    std::string m_exchange;
-    Words m_categories; ///< Keys of the nodes.
-    Words m_entries;
-    std::size_t m_nextNew = 0;
-    std::size_t m_nextPlaylist = 0;
-    int m_name = 0;
-};
 
 // Saves once, as the details dialog does: each field that is told gets the text.
 void Save(DetailsFile& file, const std::string& path, const std::string& text) {
@@ -308,11 +95,12 @@ public:
 };
 
 // Each file has two names and is given two texts by turns. Renames and covers take far less time than saves
-// and would seldom be hit beside them: most runs have one kind alone.
+// and would seldom be hit beside them.
 class FileCommandsRun {
 public:
-    FileCommandsRun(CommandWorld& world, const std::string& music, unsigned seed)
-        : m_world(world), m_chance(seed), m_only(seed / 2 % 4) {
+    /// `kind`: "saves", "renames", "covers", or "all" of them.
+    FileCommandsRun(CommandWorld& world, const std::string& music, unsigned seed, const std::string& kind)
+        : m_world(world), m_chance(seed), m_kind(kind.front()) {
         for (const char* ending : {".mp3", ".ogg"}) {
             for (const std::string& path : FilesOf(music, "t", ending)) {
                 m_turns.push_back(0);
@@ -329,11 +117,11 @@ public:
     void Step() {
         m_world.Forget();
         const std::size_t file = m_chance() % m_turns.size();
-        switch (m_only == 0 ? m_chance() % 3 : m_only - 1) {
-        case 0:
+        switch (m_kind == 'a' ? "src"[m_chance() % 3] : m_kind) {
+        case 's':
             SaveText(file);
             break;
-        case 1:
+        case 'r':
             Rename(static_cast<std::int32_t>(file) + 1);
             break;
         default:
@@ -379,7 +167,7 @@ private:
 
     CommandWorld& m_world;
     std::mt19937 m_chance;
-    unsigned m_only;          ///< 0: saves, renames and covers by chance; 1, 2 or 3: these alone.
+    char m_kind;
     std::vector<int> m_turns; ///< Saves of each file.
     Words m_pictures;
     DetailsFile m_file;
@@ -389,10 +177,26 @@ private:
 
 template <class Run> [[noreturn]] void RunForEver(const Words& arguments) {
     CommandWorld world(arguments.at(0), arguments.at(1), Milliseconds(arguments.at(3)));
-    Run run(world, arguments.at(4), static_cast<unsigned>(std::stoul(arguments.at(2))));
+    Run run(world, arguments.at(4), static_cast<unsigned>(std::stoul(arguments.at(2))), arguments.at(5));
     SayReady();
     for (;;) {
         run.Step();
+    }
+}
+
+// The pauses let the other program change what this one's tree shows.
+void Share(const Words& arguments) {
+    CommandWorld world(arguments.at(0), arguments.at(1), Milliseconds(arguments.at(3)));
+    const auto seed = static_cast<unsigned>(std::stoul(arguments.at(2)));
+    TreeCommandsRun run(world, arguments.at(4), seed, "all");
+    LoadTree(world.tree);
+    SayReady();
+    std::string line;
+    std::getline(std::cin, line);
+    std::mt19937 chance(seed);
+    for (long left = std::stol(arguments.at(5)); left > 0; --left) {
+        run.SharedStep();
+        std::this_thread::sleep_for(std::chrono::microseconds(chance() % 3000));
     }
 }
 
@@ -409,6 +213,13 @@ void Prepare(const Words& arguments) {
     CategoryEditor editor;
     editor.cmdNew_Click();
     editor.cmdSave_Click("Empty");
+    mainModule.Connection->Commit();
+}
+
+void MakeCategory(CommandWorld& world, const std::string& folder, const std::string& name) {
+    const Words files = FilesOf(folder, "k", ".wav");
+    AddDroppedFiles(files, world.driver, world.view, world.work);
+    (void)FinishCategory(name, files, world.views);
     mainModule.Connection->Commit();
 }
 
@@ -505,6 +316,18 @@ void RunOnce(const std::string& command, const Words& arguments) {
     if (command == "save") {
         DetailsFile file;
         Save(file, arguments.at(1), arguments.at(2));
+        for (const auto& box : world.msgBox.shown) {
+            std::puts(("box\t" + box.text).c_str());
+        }
+        mainModule.Connection->Commit();
+    } else if (command == "category") {
+        MakeCategory(world, arguments.at(1), arguments.at(2));
+    } else if (command == "cover") {
+        NoCoverView view;
+        Covers covers(view);
+        covers.LoadAlbumList();
+        covers.SelectAlbum(0);
+        covers.SetCover(CoverPage::Front, arguments.at(1));
         mainModule.Connection->Commit();
     } else if (command == "export") {
         Export(world, arguments.at(1));
@@ -524,6 +347,8 @@ void RunCommand(const std::string& command, const Words& arguments) {
         RunForEver<FileCommandsRun>(arguments);
     } else if (command == "texts") {
         WriteTexts(arguments);
+    } else if (command == "share") {
+        Share(arguments);
     } else if (command == "fill") {
         Fill(arguments);
     } else if (command == "rename") {

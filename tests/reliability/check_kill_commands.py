@@ -138,20 +138,27 @@ class KilledCommands(unittest.TestCase):
                 name = ("k", "n", "x")[number % 3] + f"{number:02}.mp3"
                 file.write(f"{2 * number + 1},{('Jazz', 'Gospel')[number % 2]},{name},{self.music}/{name}\n")
         start = self.prepare()
-        names, lost, half, statements = collections.Counter(), collections.Counter(), 0, 0
+        for kind in ("drops", "categories", "imports", "all"):
+            self.kill_tree(kind, start)
+
+    def kill_tree(self, kind, start):
+        names, silent, lost, half, statements = *(collections.Counter() for _ in range(3)), 0, 0
         for number in range(OPTIONS.count):
-            with self.subTest(run=number, seed=OPTIONS.seed):
-                self.killed("tree", str(OPTIONS.seed + number), "0" if number % 2 else "200", self.music)
+            with self.subTest(kind=kind, run=number, seed=OPTIONS.seed):
+                self.killed("tree", str(OPTIONS.seed + number), "0" if number % 2 else "200", self.music, kind)
                 told = Told(self.journal)
                 back, is_half = self.find(start, told, self.after(), State.told)
                 lost[min(back, 9)] += 1
                 half += is_half
                 statements += told.statements
-                names.update(command["name"] for command in told.commands if command["statements"])
-        show(f"tree: {OPTIONS.count} killed after {statements} statements of {sum(names.values())} commands "
-             f"({', '.join(f'{count} {name}' for name, count in sorted(names.items()))}); the library was at the last "
-             f"statement {lost[0]} times, before it {sum(lost.values()) - lost[0]} times; {half} times in a command's middle")
+                names.update(command["name"] for command in told.commands)
+                silent.update(command["name"] for command in told.commands if command["statements"] == 0)
+        show(f"tree, {kind}: {OPTIONS.count} killed after {statements} statements of {sum(names.values())} commands "
+             f"({', '.join(f'{count} {name}' for name, count in sorted(names.items()))}; "
+             f"{sum(silent.values())} wrote nothing, of them {silent['clear']} clear); the library was at the last statement "
+             f"{lost[0]} times, before it {sum(lost.values()) - lost[0]} times; {half} times in a command's middle")
         self.assertGreater(statements, 0)
+        self.assertEqual(silent["category"], names["category"])
 
     def test_files(self):
         """Saves of details, renames and covers."""
@@ -163,6 +170,10 @@ class KilledCommands(unittest.TestCase):
                         os.path.join(self.folder, "song.wav")], check=True)
         start = self.prepare()
         songs = {name: self.contents(os.path.join(self.music, name)) for name in os.listdir(self.music) if name[0] == "t"}
+        for kind in ("saves", "renames", "covers", "all"):
+            self.kill_files(kind, start, songs)
+
+    def kill_files(self, kind, start, songs):
         seen, half = collections.Counter(), 0
         for number in range(OPTIONS.count):
             for name in os.listdir(self.music):
@@ -171,12 +182,12 @@ class KilledCommands(unittest.TestCase):
             for name, contents in songs.items():
                 with open(os.path.join(self.music, name), "wb") as file:
                     file.write(contents["as they were"])
-            with self.subTest(run=number, seed=OPTIONS.seed):
-                self.killed("files", str(OPTIONS.seed + number), "0" if number % 2 else "200", self.music)
+            with self.subTest(kind=kind, run=number, seed=OPTIONS.seed):
+                self.killed("files", str(OPTIONS.seed + number), "0" if number % 2 else "200", self.music, kind)
                 told = Told(self.journal)
                 half += self.find(start, told, self.after(), State.texts)[0] > 0
                 self.look_at_files(told, songs, seen)
-        show(f"files: {OPTIONS.count} killed; {seen['over save']} saves, {seen['over rename']} renames and "
+        show(f"files, {kind}: {OPTIONS.count} killed; {seen['over save']} saves, {seen['over rename']} renames and "
              f"{seen['over cover']} covers were over; in a save {seen['save']} times (file old {seen['save old']}, new "
              f"{seen['save new']}), in a rename {seen['rename']} times (old name {seen['rename old']}, new "
              f"{seen['rename new']}), in a cover {seen['cover']} times; the library was before its last statement {half} times")

@@ -62,10 +62,18 @@ class State:
     def shown(self, entry):
         return self.files[entry.file][0]
 
+    def home(self, entry):
+        """The name of the category that shows the entry: the entry itself may name another one."""
+        return self.categories[entry.category]
+
     def named(self, entry):
         """The first entry at the place of this one that was given the name that this one shows."""
-        return next((key for key, other in sorted(self.entries.items()) if other.parent == entry.parent and
+        return next((key for key, other in sorted(self.entries.items()) if other.parent == self.home(entry) and
                      other.position == entry.position and other.name == self.shown(entry)), None)
+
+    def is_bare(self, category):
+        """Whether the tree shows the name alone, since no entry has a length for it."""
+        return all(entry.parent != self.categories[category] for entry in self.entries.values())
 
     # Statements.
     def add_category(self, name):
@@ -93,7 +101,7 @@ class State:
     def files_command(self, target, *paths):
         key, entry = self.node(target)
         position = entry.position if entry else len(self.children(key)) + 1
-        parent = entry.parent if entry else self.categories[key]
+        parent = self.home(entry) if entry else self.categories[key]
         category = self.category_of(parent)
         for path in paths:
             if entry:
@@ -108,7 +116,7 @@ class State:
     def rows_command(self, target, *paths):
         key, entry = self.node(target)
         position = entry.position if entry else len(self.children(key)) + 1
-        parent = entry.parent if entry else self.categories[key]
+        parent = self.home(entry) if entry else self.categories[key]
         if entry:
             self.shift(len(paths), lambda e: e.position >= position and e.parent == parent)
             yield
@@ -128,7 +136,7 @@ class State:
         first_target, first_source = self.named(onto), self.named(moved)
         if first_target is None or first_source is None:
             return
-        category, position, parent = self.entries[first_target].category, onto.position, onto.parent
+        category, position, parent = self.entries[first_target].category, onto.position, self.home(onto)
         if control == "1":
             file = self.entries[first_source].file
             self.shift(1, lambda e: e.position >= position and e.parent == parent)
@@ -136,36 +144,40 @@ class State:
             self.add_entry(file, category, position, parent, self.shown(moved))
             yield
         elif category == self.entries[first_source].category:
-            yield from self.move_inside(moved, position)
+            yield from self.move_inside(moved, position, parent)
         else:
             yield from self.move_to_other(moved, category, position, parent)
 
-    def move_inside(self, moved, to):
-        start, parent = moved.position, moved.parent
-        moved.position = 0
+    def move_inside(self, moved, to, parent):
+        start, is_here = moved.position, moved.parent == parent
+        if is_here:
+            moved.position = 0
         yield
         if start <= to:
             self.shift(-1, lambda e: start < e.position <= to and e.parent == parent and e.position != 0)
         else:
             self.shift(1, lambda e: to <= e.position < start and e.parent == parent and e.position != 0)
         yield
-        moved.position = to
+        if is_here:
+            moved.position = to
         yield
 
     def move_to_other(self, moved, category, to, parent):
-        start, source = moved.position, moved.parent
+        start, source = moved.position, self.home(moved)
         self.shift(1, lambda e: e.position >= to and e.parent == parent)
         yield
         self.shift(-1, lambda e: e.position > start and e.parent == source)
         yield
-        if moved.name == self.shown(moved) and moved.position == start:
+        if moved.parent == source and moved.name == self.shown(moved) and moved.position == start:
             moved.position, moved.category, moved.parent = to, category, parent
         yield
 
     def move_to_category(self, _, moved, category):
-        start, source = moved.position, moved.parent
+        start, source = moved.position, self.home(moved)
+        if source == self.categories[category] and self.is_bare(category):
+            return
         to = len(self.children(category)) + 1
-        if moved.name == self.shown(moved):
+        if moved.parent == source and moved.name == self.shown(moved):
             moved.position, moved.category, moved.parent = to, category, self.categories[category]
         yield
         self.shift(-1, lambda e: e.position > start and e.parent == source)
@@ -173,15 +185,25 @@ class State:
 
     def copy_to_category(self, _, copied, category):
         parent = self.categories[category]
-        first = min(key for key, e in self.entries.items()
-                    if e.parent == copied.parent and e.position == copied.position)
+        first = min((key for key, e in self.entries.items()
+                     if e.parent == self.home(copied) and e.position == copied.position), default=None)
+        if first is None:
+            return
         highest = max((e.position for e in self.entries.values() if e.parent == parent), default=0)
         self.add_entry(self.entries[first].file, category, highest + 1, parent, self.shown(copied))
         yield
 
+    def category_command(self, source, target, control):
+        """A dragged category has no place that a statement could tell."""
+        yield from ()
+
     def playlist_command(self, path):
         base = os.path.basename(path)[:-4]
-        category = self.add_category(base)  # No other category has a name of this kind.
+        name, number = base, 0
+        while self.category_of(name) is not None:
+            number += 1
+            name = base + str(number)
+        category = self.add_category(name)
         yield
         position = 0
         with open(path, encoding="ascii") as file:
@@ -217,6 +239,16 @@ class State:
         del self.categories[category]
         for _ in range(times):
             yield
+
+    def clear_command(self, key):
+        """The entries of a category that shows its length are not found. Those of another one name another category."""
+        category = self.category_of(key[4:])
+        if self.is_bare(category):
+            shown = sorted((self.entries[key].position, key) for key in self.children(category))
+            for name in [self.shown(self.entries[key]) for _, key in shown]:
+                self.entries = {key: e for key, e in self.entries.items()
+                                if (e.name, e.parent) != (name, self.categories[category])}
+                yield
 
     def delete_all_command(self):
         self.entries = {}
@@ -296,7 +328,8 @@ class State:
 
 
 COMMANDS = {"files": State.files_command, "rows": State.rows_command, "entry": State.entry_command,
-            "playlist": State.playlist_command, "delete": State.delete_command, "delete all": State.delete_all_command,
+            "playlist": State.playlist_command, "category": State.category_command,
+            "clear": State.clear_command, "delete": State.delete_command, "delete all": State.delete_all_command,
             "new": State.new_command, "rename category": State.rename_category_command,
             "delete category": State.delete_category_command, "named": State.named_command,
             "import": State.import_command, "save": State.save_command, "rename": State.rename_file_command,
