@@ -223,6 +223,13 @@ class FullDisk(ProgramTest):
         self.assertEqual(len([name for name in os.listdir(directory) if "backup" in name]), 3)
         self.assertEqual(len(Content(os.path.join(directory, "Quavernet.backup1.db")).rows), len(music))
 
+    def search_for(self, window, text):
+        """Which is remembered among the last searches, at once."""
+        self.desktop.activate(window)
+        self.desktop.key("ctrl+f")
+        self.desktop.type(text)
+        self.desktop.key("Return")
+
     def test_settings(self):
         config = os.path.join(self.home, ".config")
         held = os.path.join(self.home, "user-dirs.dirs")
@@ -235,19 +242,27 @@ class FullDisk(ProgramTest):
         window = self.start()
         self.fill(disk=config)
         self.desktop.ask("xdotool", "windowsize", "--sync", window, 1000, 700)
-        self.desktop.activate(window)
+        self.search_for(window, "abba")
         self.desktop.key("ctrl+q")
         self.assertEqual(self.ended(), 0)
         self.assertEqual(content_of(path), before, "the settings as they were")
         self.make_space(config)
+        subprocess.run(["mount", "-o", "remount,ro", config], check=True)
+        window = self.start()
+        self.search_for(window, "abba")
+        self.desktop.key("ctrl+q")
+        self.assertEqual(self.ended(), 0)
+        subprocess.run(["mount", "-o", "remount,rw", config], check=True)
+        self.assertEqual(content_of(path), before, "the settings as they were")
         window = self.start()
         self.desktop.ask("xdotool", "windowsize", "--sync", window, 1000, 700)
-        self.desktop.activate(window)
+        self.search_for(window, "abba")
         self.desktop.key("ctrl+q")
         self.assertEqual(self.ended(), 0)
         with open(path, encoding="utf-8") as file:
             text = file.read()
         self.assertIn("WindowWidth=15000", text)
+        self.assertIn("LastSearches=abba", text)
         self.assertIn("Coverstring=http://covers.example.org/", text)
 
     def save_tag(self, form, path, text):
@@ -300,6 +315,12 @@ class FullDisk(ProgramTest):
             self.assertEqual(sorted(os.listdir(self.disk)), ["Dokumente", "Lied.wav", "ballast"])
             self.assertEqual(content_of(wav), before)
         self.make_space()
+        subprocess.run(["mount", "-o", "remount,ro", self.disk], check=True)
+        run = subprocess.run(command, env=environment, capture_output=True, text=True)
+        subprocess.run(["mount", "-o", "remount,rw", self.disk], check=True)
+        self.assertEqual((run.returncode, run.stderr), (1, f"bladeenc: {self.disk}: Dafür fehlt das Recht.\n"))
+        self.assertEqual(sorted(os.listdir(self.disk)), ["Dokumente", "Lied.wav"])
+        self.assertEqual(content_of(wav), before)
         subprocess.run(command, env=environment, check=True)
         self.assertEqual(sorted(os.listdir(self.disk)), ["Dokumente", "Lied.mp3"])
         self.assertGreater(os.path.getsize(mp3), 320000)

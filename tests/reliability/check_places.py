@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Places that take nothing: the disk is full, or may only be read. Playlists and exchange files are refused and told, the
-old ones stay as they were and no piece of a new one is left; a rename that the disk refuses leaves the file alone; and
-when there is space again, or the disk may be written, all of them work. Small disks in memory are mounted for it, by the
+old ones stay as they were and no piece of a new one is left; a tag that can't be saved leaves file and library as they
+were; a rename that the disk refuses leaves the file alone; what the library can't take is told, be it a tag, a cover or
+a category; and when there is space again, or the disk may be written, all of them work. Small disks in memory are mounted for it, by the
 superuser or in a namespace of the caller's own ("unshare --map-root-user --mount").
 
     check_places.py [NAME...]
@@ -36,7 +37,7 @@ class Places(unittest.TestCase):
         subprocess.run(["sox", "-R", "-n", "-r", "44100", "-c", "2", "-b", "16", wave, "synth", "2", "pinknoise"],
                        check=True)
         for number in range(8):
-            subprocess.run(["lame", "--quiet", "-b", "64", "--ta", "Abba", "--tl", "Arrival", "--tt", str(number), wave,
+            subprocess.run(["lame", "--quiet", "--id3v1-only", "-b", "64", "--ta", "Abba", "--tl", "Arrival", "--tt", str(number), wave,
                             os.path.join(self.music, f"k{number:02}.mp3")], check=True)
         self.library = os.path.join(self.folder, "Quavernet.db")
         shutil.copy(os.path.join(PROGRAMS, "Quavernet.db"), self.library)
@@ -181,6 +182,85 @@ class Places(unittest.TestCase):
         for (is_new, row_is_new, told), leaves in seen.items():
             print(f"rename with the library on the full disk, {leaves} bytes free: file {'new' if is_new else 'old'}, "
                   f"row {'new' if row_is_new else 'old'}, told as {told!r}")
+
+
+    def test_tags_in_a_place_that_may_only_be_read(self):
+        """Refused and told; neither the file nor its row has changed. Of a version 1 tag the row has the new texts, and a
+        box tells that the file is protected."""
+        here = os.path.join(self.disk, "music")
+        os.mkdir(here)
+        wave = os.path.join(self.folder, "song.wav")
+        files = [os.path.join(here, name) for name in ("k1.mp3", "k2.mp3", "k3.ogg")]
+        for path, switch in zip(files, ("--id3v1-only", "--id3v2-only")):
+            subprocess.run(["lame", "--quiet", "-b", "64", switch, "--tt", "before", wave, path], check=True)
+        subprocess.run(["oggenc", "-Q", "-t", "before", "-o", files[2], wave], check=True)
+        for path in files:
+            shutil.copy(path, os.path.join(here, "t" + os.path.basename(path)[1:]))
+        for number in range(4, 10):
+            shutil.copy(files[0], os.path.join(here, f"k{number}.mp3"))
+        run("prepare", self.library, here)
+        told, state = set(), run("state", self.library)
+        for name in ("t1.mp3", "t2.mp3", "t3.ogg"):
+            path = os.path.join(here, name)
+            before = read(path)
+            for text in ("x", "y" * 3000):  # in its place, and by a copy
+                self.remount("ro")
+                if name == "t1.mp3":
+                    self.assertEqual(run("save", self.library, path, text), ["box\tDatei ist schreibgeschützt."])
+                    state = [line for line in state if path not in line]
+                else:
+                    told.add(self.refused("save", self.library, path, text).replace(path, "FILE"))
+                self.remount("rw")
+                self.assertEqual(read(path), before)
+                self.assertLessEqual(set(state), set(run("state", self.library)))
+            run("save", self.library, path, "x")
+            self.assertNotEqual(read(path), before)
+            state = run("state", self.library)
+        self.assertEqual(left_copies(here), [])
+        print(f"tags in a place that may only be read: refused 6 times, told as {sorted(told)} or in a box; saved afterwards")
+
+    def test_writes_with_the_library_on_the_full_disk(self):
+        """Of a tag, a cover, a category with its entries. What could not be stored is told; the library is what it was after
+        one of its statements, and the row of a tag is never ahead of the file."""
+        wav = os.path.join(self.folder, "wav")
+        os.mkdir(wav)
+        for number in range(20):
+            shutil.copy(os.path.join(self.folder, "song.wav"), os.path.join(wav, f"k{number}.wav"))
+        run("prepare", self.library, self.music)
+        first = read(self.library)
+        song = os.path.join(self.music, "k00.mp3")
+        old = read(song)
+        self.library = os.path.join(self.disk, "Quavernet.db")
+        for command, arguments in (("save", (song, "new")), ("cover", (song,)), ("category", (wav, "New"))):
+            went_well, failed, told = [], [], set()
+            for leave in (0, 4096, 16384, 32768, 40960, 49152, 65536, 98304, 131072, 1 << 20):
+                self.make_space()
+                for name in os.listdir(self.disk):
+                    os.remove(os.path.join(self.disk, name))
+                with open(self.library, "wb") as file:
+                    file.write(first)
+                before = run("state", self.library)
+                self.fill(leave)
+                done = subprocess.run([COMMANDS, command, self.library, *arguments], capture_output=True, text=True)
+                self.make_space()
+                Content(self.library)
+                after = run("state", self.library)
+                self.assertEqual(done.stderr == "", done.returncode == 0)
+                if done.returncode == 0:
+                    went_well.append(leave)
+                    self.assertNotEqual(after, before)
+                else:
+                    failed.append(leave)
+                    told.add(done.stderr.split("(")[0].strip())
+                    if command != "category":
+                        self.assertEqual(after, before)
+                if command == "save" and done.returncode == 0:
+                    self.assertNotEqual(read(song), old)
+                with open(song, "wb") as file:
+                    file.write(old)
+            self.assertTrue(went_well and failed, (command, went_well, failed, told))
+            print(f"{command} with the library on the full disk: stored with {went_well} bytes free, refused with {failed}, "
+                  f"told as {sorted(told)}")
 
 
 def main():
