@@ -28,6 +28,53 @@
 
 namespace quavernet::test {
 
+inline EditingParts EditingPartsOf(frmMain& form, PlayerWindow& player) {
+    return {form.Panes().Grid(), form.Parts().Views, player, form.Parts().Work, [](const std::string&) {}};
+}
+
+/// Made in the current language over a main window with a selected row, and shown: those that hold the
+/// program while they are open.
+inline std::vector<std::unique_ptr<QDialog>> MakeModalDialogs(frmMain& form, PlayerWindow& player) {
+    const EditingParts parts = EditingPartsOf(form, player);
+    std::vector<std::unique_ptr<QDialog>> made;
+    made.push_back(std::make_unique<frmRemind>(&form));
+    made.push_back(std::make_unique<frmScanpath>(&form));
+    made.push_back(std::make_unique<frmAbout>(&form));
+    made.push_back(std::make_unique<frmEditTree>(&form));
+    made.push_back(std::make_unique<frmCategoryName>(&form, std::vector<std::string>(), parts.Views));
+    made.push_back(std::make_unique<frmRandomPlay>(&form));
+    made.push_back(std::make_unique<frmOptToplist>(&form));
+    made.push_back(std::make_unique<frmFileName>(&form, parts.Work));
+    made.push_back(std::make_unique<frmFilesName>(&form));
+    made.push_back(std::make_unique<frmKonvertOptions>(&form));
+    made.push_back(std::make_unique<frmCoverSearchOptions>(&form));
+    made.push_back(std::make_unique<frmDetails>(parts, &form));
+    made.push_back(std::make_unique<frmDetails>(parts, &form));
+    made.back()->findChild<QPushButton*>(QStringLiteral("cmdEdit"))->click();
+    for (const auto& dialog : made) {
+        dialog->show();
+    }
+    return made;
+}
+
+/// Those, and the three that stay open beside the main window.
+inline std::vector<std::unique_ptr<QDialog>> MakeDialogs(frmMain& form, PlayerWindow& player) {
+    std::vector<std::unique_ptr<QDialog>> made = MakeModalDialogs(form, player);
+    auto log = std::make_unique<frmScanLog>(&form);
+    log->Show();
+    made.push_back(std::move(log));
+    auto covers = std::make_unique<frmCovers>(&form);
+    covers->Form_Load();
+    made.push_back(std::move(covers));
+    auto chart = std::make_unique<frmChart>(&form, form.Parts().Views, player);
+    chart->Open(mainModule.ChartShowTop);
+    made.push_back(std::move(chart));
+    for (const auto& dialog : made) {
+        dialog->show();
+    }
+    return made;
+}
+
 class AllDialogsTest : public GuiTest {
 protected:
     AllDialogsTest() {
@@ -38,50 +85,11 @@ protected:
         ClickRow(1);
     }
 
-    EditingParts Parts() {
-        return {Grid(), Form().Parts().Views, windows->Player(), Form().Parts().Work,
-                [](const std::string&) {}};
-    }
-
-    /// Made in the current language, and shown. The first ones hold the program while they are open.
+    EditingParts Parts() { return EditingPartsOf(Form(), windows->Player()); }
     std::vector<std::unique_ptr<QDialog>> ModalDialogs() {
-        std::vector<std::unique_ptr<QDialog>> made;
-        made.push_back(std::make_unique<frmRemind>(&Form()));
-        made.push_back(std::make_unique<frmScanpath>(&Form()));
-        made.push_back(std::make_unique<frmAbout>(&Form()));
-        made.push_back(std::make_unique<frmEditTree>(&Form()));
-        made.push_back(
-            std::make_unique<frmCategoryName>(&Form(), std::vector<std::string>(), Form().Parts().Views));
-        made.push_back(std::make_unique<frmRandomPlay>(&Form()));
-        made.push_back(std::make_unique<frmOptToplist>(&Form()));
-        made.push_back(std::make_unique<frmFileName>(&Form(), Form().Parts().Work));
-        made.push_back(std::make_unique<frmFilesName>(&Form()));
-        made.push_back(std::make_unique<frmKonvertOptions>(&Form()));
-        made.push_back(std::make_unique<frmCoverSearchOptions>(&Form()));
-        made.push_back(std::make_unique<frmDetails>(Parts(), &Form()));
-        made.push_back(std::make_unique<frmDetails>(Parts(), &Form()));
-        made.back()->findChild<QPushButton*>(QStringLiteral("cmdEdit"))->click();
-        for (const auto& dialog : made) {
-            dialog->show();
-        }
-        return made;
+        return MakeModalDialogs(Form(), windows->Player());
     }
-    std::vector<std::unique_ptr<QDialog>> Dialogs() {
-        std::vector<std::unique_ptr<QDialog>> made = ModalDialogs();
-        auto log = std::make_unique<frmScanLog>(&Form());
-        log->Show();
-        made.push_back(std::move(log));
-        auto covers = std::make_unique<frmCovers>(&Form());
-        covers->Form_Load();
-        made.push_back(std::move(covers));
-        auto chart = std::make_unique<frmChart>(&Form(), Form().Parts().Views, windows->Player());
-        chart->Open(mainModule.ChartShowTop);
-        made.push_back(std::move(chart));
-        for (const auto& dialog : made) {
-            dialog->show();
-        }
-        return made;
-    }
+    std::vector<std::unique_ptr<QDialog>> Dialogs() { return MakeDialogs(Form(), windows->Player()); }
 };
 
 } // namespace quavernet::test

@@ -1,25 +1,11 @@
+#include "gui/AllDialogs.h"
 #include "gui/CutTexts.h"
 #include "gui/PlayerWindowTest.h"
 
 #include "browser/GridPaint.h"
-#include "editing/frmDetails.h"
-#include "editing/frmFileName.h"
-#include "editing/frmFilesName.h"
-#include "extras/frmChart.h"
-#include "extras/frmCoverSearchOptions.h"
-#include "extras/frmCovers.h"
-#include "extras/frmOptToplist.h"
 #include "help/frmHelp.h"
-#include "mainwindow/frmAbout.h"
 #include "mainwindow/frmSplash.h"
-#include "output/frmKonvertOptions.h"
-#include "playback/frmRandomPlay.h"
-#include "scanner/frmRemind.h"
-#include "scanner/frmScanLog.h"
-#include "scanner/frmScanpath.h"
 #include "support/SmallAudio.h"
-#include "tree/frmCategoryName.h"
-#include "tree/frmEditTree.h"
 #include "widgets/Twips.h"
 
 #include <QFontInfo>
@@ -57,38 +43,16 @@ protected:
         Form().activateWindow();
         ClickRow(1);
     }
-    EditingParts Parts() {
-        return {Grid(), Form().Parts().Views, windows->Player(), Form().Parts().Work,
-                [](const std::string&) {}};
-    }
     void ExpectNothingCut() {
-        frmRemind remind(&Form());
-        frmScanpath scanpath(&Form());
-        frmAbout about(&Form());
-        frmScanLog log(&Form());
-        log.Show();
-        frmEditTree editTree(&Form());
-        frmCategoryName categoryName(&Form(), {}, Form().Parts().Views);
-        frmRandomPlay randomPlay(&Form());
-        frmOptToplist toplist(&Form());
-        frmChart charts(&Form(), Form().Parts().Views, windows->Player());
-        charts.Open(mainModule.ChartShowTop);
-        frmFileName fileName(&Form(), Form().Parts().Work);
-        frmFilesName filesName(&Form());
-        frmDetails details(Parts(), &Form());
-        frmDetails edited(Parts(), &Form());
-        edited.findChild<QPushButton*>(QStringLiteral("cmdEdit"))->click();
-        frmKonvertOptions konvertOptions(&Form());
-        frmCoverSearchOptions coverSearch(&Form());
-        frmCovers covers(&Form());
-        covers.Form_Load();
+        const auto made = MakeDialogs(Form(), windows->Player());
         frmSplash splash(&Form());
         frmHelp help;
         help.LoadStrings();
-        for (QWidget* window : std::initializer_list<QWidget*>{
-                 &Form(),       &Player(),       &remind,      &scanpath, &about,    &log,       &editTree,
-                 &categoryName, &randomPlay,     &toplist,     &charts,   &fileName, &filesName, &details,
-                 &edited,       &konvertOptions, &coverSearch, &covers,   &splash,   &help}) {
+        std::vector<QWidget*> all{&Form(), &Player(), &splash, &help};
+        for (const auto& dialog : made) {
+            all.push_back(dialog.get());
+        }
+        for (QWidget* window : all) {
             window->show();
             // On the small screen of a test the toolkit may have shown less than the window wants.
             window->resize(window->size().expandedTo(window->minimumSizeHint()));
