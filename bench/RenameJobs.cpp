@@ -94,7 +94,8 @@ void RenameJobs(const std::string& emptyLibrary, const std::string& work, int ro
             const auto number = name.find(' ');
             return name.substr(0, number) + other(name.substr(number));
         });
-        editor.cmdSave_Click();
+        SilentWork silent;
+        editor.cmdSave_Click(silent);
         mainModule.Connection->Commit();
     };
     Print(Measure("1,000 files renamed, floor: bare renames and statements", Files, {.ratio = 2}, rounds,

@@ -89,7 +89,12 @@ inline constexpr std::int32_t NewCategories = 860;
 inline constexpr std::int32_t NewCategory = 861;
 inline constexpr std::int32_t NoFileFound = 862;
 inline constexpr std::int32_t NoFileMissing = 863;
-inline constexpr std::int32_t NoBackup = 772; ///< Of the database. Before the reason.
+inline constexpr std::int32_t PrintedPage = 866; ///< After a number; so are the next three.
+inline constexpr std::int32_t PrintedPages = 867;
+inline constexpr std::int32_t RenamedFile = 868;
+inline constexpr std::int32_t RenamedFiles = 869;
+inline constexpr std::int32_t ShowProgram = 870; ///< What a click on the desktop's note does.
+inline constexpr std::int32_t NoBackup = 772;    ///< Of the database. Before the reason.
 
 inline constexpr std::int32_t SelectionTooLarge = 864;     ///< To be converted at once.
 inline constexpr std::int32_t ConvertingNotPossible = 865; ///< The title above it.
@@ -99,6 +104,18 @@ inline constexpr std::int32_t Stereo = 447; ///< The four channel modes follow e
 inline constexpr std::int32_t ReservedEmphasis = 451;
 inline constexpr std::int32_t No = 452;
 inline constexpr std::int32_t Yes = 453;
+
+// The main window around the list.
+inline constexpr std::int32_t LiftFilters = 806;
+inline constexpr std::int32_t Without = 871; ///< Before formats that the list leaves out.
+inline constexpr std::int32_t DoubleClickSorts = 830;
+inline constexpr std::int32_t SplitterName = 831;
+
+// The facts in the about box: a sentence, and what is before the three values.
+inline constexpr std::int32_t Licence = 832;
+inline constexpr std::int32_t Toolkit = 833;
+inline constexpr std::int32_t LibraryPlace = 834;
+inline constexpr std::int32_t SettingsPlace = 835;
 
 // What a screen reader says of the main window.
 inline constexpr std::int32_t FirstLetter = 900; ///< The letters as a group.

@@ -14,7 +14,7 @@ void mnuKontextFilename_Click(const EditingParts& parts, QWidget& owner) {
     if (mainModule.SelectedRows.Count() <= 1) {
         frmFileName(&owner, parts.Work).exec();
     } else {
-        frmFilesName(&owner).exec();
+        frmFilesName(&owner, parts.Work).exec();
     }
 }
 

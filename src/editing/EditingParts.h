@@ -15,7 +15,7 @@ struct EditingParts {
     GridView& Grid;
     LibraryViews& Views;
     PlayerWindow& Player;
-    LongWork& Work; ///< Its first panel shows the path of a file that got another name.
+    LongWork& Work; ///< Told of files that got other names.
     /// Shows the covers of a key as CoverKey makes it. Empty: there are none, and no label leads to them.
     std::function<void(const std::string& key)> ShowCovers = {};
 };

@@ -25,8 +25,7 @@ std::optional<int> FileNameEditor::cmsSave_Click(std::string& text, LongWork& wo
         return 341;
     }
     text = WithExtension(text, m_extension);
-    const std::string path = RenameListedFile(m_row, {ListedFile(m_row).Folder, m_oldName}, text);
-    work.SetPanel(Panel::Scanning, path);
+    work.SetPanel(Panel::Scanning, RenameListedFile(m_row, {ListedFile(m_row).Folder, m_oldName}, text).Path);
     m_oldName = text;
     return std::nullopt;
 }

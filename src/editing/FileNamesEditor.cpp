@@ -1,6 +1,9 @@
 #include "editing/FileNamesEditor.h"
 
+#include "app/EndWord.h"
+#include "app/LongWork.h"
 #include "app/MainModule.h"
+#include "app/TextNumbers.h"
 #include "editing/FileNameTools.h"
 #include "editing/RenameListedFile.h"
 
@@ -38,10 +41,21 @@ std::optional<int> FileNamesEditor::cmdChangeName_Click(std::string& text) {
     return std::nullopt;
 }
 
-void FileNamesEditor::cmdSave_Click() const {
+void FileNamesEditor::cmdSave_Click(LongWork& work) const {
+    EndWord end;
+    std::size_t renamed = 0;
+    std::size_t skipped = 0;
     for (const EditedName& item : m_items) {
-        (void)RenameListedFile(item.Row, ListedFile(item.Row), item.Name);
+        const FolderAndName old = ListedFile(item.Row);
+        const bool onDisk = RenameListedFile(item.Row, old, item.Name).OnDisk;
+        renamed += onDisk && item.Name != old.Name ? 1 : 0;
+        skipped += onDisk ? 0 : 1;
     }
+    end.Count(renamed, Texts::RenamedFile, Texts::RenamedFiles);
+    if (skipped > 0) {
+        end.Count(skipped, Texts::SkippedFiles);
+    }
+    work.TellEnd(end.Done());
 }
 
 } // namespace quavernet

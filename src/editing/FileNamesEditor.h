@@ -11,6 +11,8 @@
 
 namespace quavernet {
 
+class LongWork;
+
 /// An item of lstFileNames.
 struct EditedName {
     std::int32_t Row; ///< Of the list in the main window.
@@ -41,8 +43,9 @@ public:
     std::optional<int> cmdChangeName_Click(std::string& text);
 
     /// Renames all files, changed or not, whatever the clean-ups have made of the extensions: they alone may
-    /// change it. Fails as RenameListedFile does; the items from the failing one on are then not renamed.
-    void cmdSave_Click() const;
+    /// change it. `work` is told how many got another name, and how many the disk refused. Fails as
+    /// RenameListedFile does; the items from the failing one on are then not renamed.
+    void cmdSave_Click(LongWork& work) const;
 
 private:
     std::vector<EditedName> m_items;

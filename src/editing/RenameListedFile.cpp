@@ -23,11 +23,15 @@ FolderAndName ListedFile(std::int32_t row) {
     return {path.substr(0, end), path.substr(end)};
 }
 
-std::string RenameListedFile(std::int32_t row, const FolderAndName& old, const std::string& name) {
+RenamedFile RenameListedFile(std::int32_t row, const FolderAndName& old, const std::string& name) {
     const std::string newPath = old.Folder + name;
     // Taken before the disk changes: while another program writes to the library, the file keeps its name.
     const ADODB::WriteLock writeLock(*mainModule.Connection);
-    IgnoreFailure([&] { services.fileSystem->RenameFile(mainModule.FilePaths.Item(row), newPath); });
+    bool onDisk = false;
+    IgnoreFailure([&] {
+        services.fileSystem->RenameFile(mainModule.FilePaths.Item(row), newPath);
+        onDisk = true;
+    });
     if (CanBeTold(old, name)) {
         mainModule.Connection->Execute("Update Files set Path = '" + SqlQuote(newPath) + "',  Name = '" +
                                        SqlQuote(name) + "' where Path  = '" + old.Folder +
@@ -35,7 +39,7 @@ std::string RenameListedFile(std::int32_t row, const FolderAndName& old, const s
     }
     mainModule.FilePaths.Replace(row, newPath);
     mainModule.FileNames.Replace(row, name);
-    return newPath;
+    return {newPath, onDisk};
 }
 
 } // namespace quavernet

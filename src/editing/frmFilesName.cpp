@@ -17,7 +17,8 @@
 
 namespace quavernet {
 
-frmFilesName::frmFilesName(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui::frmFilesName>()) {
+frmFilesName::frmFilesName(QWidget* owner, LongWork& work)
+    : QDialog(owner), m_ui(std::make_unique<Ui::frmFilesName>()), m_work(work) {
     m_ui->setupUi(this);
     new TitleRoom(this);
     LoadStrings();
@@ -53,7 +54,7 @@ void frmFilesName::ConnectControls() {
     connect(m_ui->lstFileNames, &QListWidget::itemSelectionChanged, this, &frmFilesName::ListClick);
     connect(m_ui->lstFileNames, &QListWidget::itemClicked, this, &frmFilesName::ListClick);
     connect(m_ui->cmdChangeName, &QPushButton::clicked, this, &frmFilesName::cmdChangeName_Click);
-    connect(m_ui->cmdSave, &QPushButton::clicked, this, [this] { m_editor.cmdSave_Click(); });
+    connect(m_ui->cmdSave, &QPushButton::clicked, this, [this] { m_editor.cmdSave_Click(m_work); });
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
     m_ui->lstFileNames->installEventFilter(this);
     new EnterKey(m_ui->txtChangeName, [this] { cmdChangeName_Click(); });

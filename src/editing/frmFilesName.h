@@ -17,7 +17,7 @@ namespace quavernet {
 class frmFilesName : public QDialog {
     Q_OBJECT
 public:
-    explicit frmFilesName(QWidget* owner);
+    frmFilesName(QWidget* owner, LongWork& work);
     ~frmFilesName() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -31,6 +31,7 @@ private:
     void cmdChangeName_Click();
 
     std::unique_ptr<Ui::frmFilesName> m_ui;
+    LongWork& m_work;
     FileNamesEditor m_editor;
 };
 

@@ -6,6 +6,7 @@
 #include "mainwindow/MainParts.h"
 #include "mainwindow/frmMain.h"
 #include "mainwindow/frmSplash.h"
+#include "widgets/ComeToFront.h"
 
 #include <QApplication>
 #include <QScreen>
@@ -53,11 +54,7 @@ void AppWindows::BringToFront() {
     if (!mainModule.MainOpen) {
         ShowMain();
     }
-    if (m_main->isMinimized()) {
-        m_main->setWindowState(m_main->windowState() & ~Qt::WindowMinimized);
-    }
-    m_main->raise();
-    m_main->activateWindow();
+    ComeToFront(*m_main);
 }
 
 bool AppWindows::ListIsEmpty() const {

@@ -1,10 +1,14 @@
 #include "mainwindow/MainWork.h"
 
 #include "adapters/qt/QtText.h"
+#include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/TextNumbers.h"
 #include "platform/Desktop.h"
+#include "widgets/ComeToFront.h"
 
 #include <QApplication>
+#include <QPointer>
 #include <QWidget>
 
 namespace quavernet {
@@ -74,11 +78,17 @@ void MainWork::TellEnd(const std::string& word) {
     m_status.SetLastEnd(word);
     if (!IsUsersWindow()) {
         if (services.desktop != nullptr) {
-            services.desktop->Notify("Quavernet", word);
+            services.desktop->Notify({"Quavernet", word, LoadResString(Texts::ShowProgram),
+                                      [window = QPointer<QWidget>(&m_window)] {
+                                          if (window && window->isVisible()) {
+                                              ComeToFront(*window);
+                                          }
+                                      }});
         }
-    } else if (m_status.Text(Panel::Scanning).empty()) {
+    } else if (m_status.Text(Panel::Scanning) != word) {
         m_status.HintLastEnd();
     }
+    emit Ended();
 }
 
 void MainWork::DoEvents() {

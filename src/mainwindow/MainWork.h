@@ -37,6 +37,9 @@ public:
     /// What TellEnd was told last.
     const std::string& LastEnd() const { return m_status.LastEnd(); }
 
+signals:
+    void Ended(); ///< A long job, as TellEnd was told.
+
 private:
     void ShowTitle();
     bool IsUsersWindow() const;

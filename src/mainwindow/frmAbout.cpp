@@ -2,6 +2,7 @@
 
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
+#include "app/TextNumbers.h"
 #include "app/Version.h"
 #include "help/HelpKey.h"
 #include "ui_frmAbout.h"
@@ -20,8 +21,9 @@ std::string Facts() {
     constexpr std::string_view Source = "Data Source=";
     const std::size_t at = connection.find(Source);
     const std::string library = at == std::string::npos ? "" : connection.substr(at + Source.size());
-    return LoadResString(832) + "\n\n" + LoadResString(833) + qVersion() + "\n" + LoadResString(834) +
-           library + "\n" + LoadResString(835) + services.settings->Place();
+    return LoadResString(Texts::Licence) + "\n\n" + LoadResString(Texts::Toolkit) + qVersion() + "\n" +
+           LoadResString(Texts::LibraryPlace) + library + "\n" + LoadResString(Texts::SettingsPlace) +
+           services.settings->Place();
 }
 
 } // namespace

@@ -91,35 +91,38 @@ void PrintHead(Printer& printer, const PageBlock& block, const std::string& titl
     printer.PrintText(block.Left, printer.ScaleY(SubTitleMm), width, subTitle);
 }
 
-void PrintDocument(GridPages pages, const PageBlock& block, const std::string& title,
-                   const std::string& subTitle, Printer& printer, LongWork& work) {
+std::size_t PrintDocument(GridPages pages, const PageBlock& block, const std::string& title,
+                          const std::string& subTitle, Printer& printer, LongWork& work) {
     printer.StartDoc(title);
-    while (true) {
+    for (std::size_t page = 1;; ++page) {
         PrintHead(printer, block, title, subTitle);
         if (!pages.DrawNextPage(printer, block)) {
-            break;
+            printer.EndDoc();
+            return page;
         }
         work.DoEvents();
         if (work.Cancelled()) {
             printer.KillDoc();
-            return;
+            return 0;
         }
         printer.NewPage();
     }
-    printer.EndDoc();
 }
 
 } // namespace
 
-void PrintGrid(PrintableGrid& grid, const PrintMargins& margins, const std::string& title,
-               const std::string& subTitle, std::int16_t keepColumns, Printer& printer, LongWork& work) {
+std::size_t PrintGrid(PrintableGrid& grid, const PrintMargins& margins, const std::string& title,
+                      const std::string& subTitle, std::int16_t keepColumns, Printer& printer,
+                      LongWork& work) {
     const Hourglass hourglass(work);
     const HiddenColumns hidden(grid, keepColumns);
-    if (std::optional<PrintedGrid> contents = grid.Contents()) {
-        // One date for the whole document, also over midnight.
-        PrintDocument(GridPages(*std::move(contents)), BlockOf(printer, margins), title,
-                      subTitle.empty() ? Today() : subTitle, printer, work);
+    std::optional<PrintedGrid> contents = grid.Contents();
+    if (!contents) {
+        return 0;
     }
+    // One date for the whole document, also over midnight.
+    return PrintDocument(GridPages(*std::move(contents)), BlockOf(printer, margins), title,
+                         subTitle.empty() ? Today() : subTitle, printer, work);
 }
 
 } // namespace quavernet

@@ -3,6 +3,7 @@
 
 #include "output/GridPages.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -36,9 +37,10 @@ struct PrintMargins {
 /// Prints the grid as it is now. An empty title is left out; for an empty `subTitle` today's date comes. With
 /// a `keepColumns` of at least 1 only so many columns are printed, the first ones. A grid that can't be
 /// printed prints nothing, and nobody is told. Lets events run after each page but the last; if the user
-/// cancels there the document is dropped. Throws RuntimeError if the printer fails, with grid and pointer as
-/// they were.
-void PrintGrid(PrintableGrid& grid, const PrintMargins& margins, const std::string& title,
-               const std::string& subTitle, std::int16_t keepColumns, Printer& printer, LongWork& work);
+/// cancels there the document is dropped. Gives the number of printed pages. Throws RuntimeError if the
+/// printer fails, with grid and pointer as they were.
+std::size_t PrintGrid(PrintableGrid& grid, const PrintMargins& margins, const std::string& title,
+                      const std::string& subTitle, std::int16_t keepColumns, Printer& printer,
+                      LongWork& work);
 
 } // namespace quavernet

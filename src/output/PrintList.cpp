@@ -1,6 +1,7 @@
 #include "output/PrintList.h"
 
 #include "app/Controls.h"
+#include "app/EndWord.h"
 #include "app/LoadResString.h"
 #include "app/LongWork.h"
 #include "app/MainModule.h"
@@ -43,11 +44,13 @@ void PrintList(PrintableGrid& grid, LongWork& work, Controls& controls) {
         return;
     }
     std::string failed;
+    std::size_t pages = 0;
+    EndWord end;
     work.SetPanel(Panel::Scanning, LoadResString(Texts::PrintingList));
     work.SetCancelled(false);
     controls.SetEnabled("cancel", true);
     try {
-        PrintGrid(grid, ListMargins, title, {}, 0, *printer, work);
+        pages = PrintGrid(grid, ListMargins, title, {}, 0, *printer, work);
     } catch (const RuntimeError& failure) {
         failed = FailureText(failure);
     }
@@ -55,6 +58,11 @@ void PrintList(PrintableGrid& grid, LongWork& work, Controls& controls) {
     work.SetPanel(Panel::Scanning, {});
     if (!failed.empty()) {
         ShowBox(failed, Texts::PrintingNotPossible, MsgBox::Icon::Critical);
+    } else if (pages > 0) {
+        end.Count(pages, Texts::PrintedPage, Texts::PrintedPages);
+        work.TellEnd(end.Done());
+    } else if (work.Cancelled()) {
+        work.TellEnd(end.Cancelled());
     }
 }
 

@@ -25,7 +25,7 @@ TEST_F(EditingRoadTest, OfRenames) {
     FileNamesEditor editor;
     editor.CleanUpAll(ReplaceUnderscores);
     const StatementRoad road(Record());
-    editor.cmdSave_Click();
+    editor.cmdSave_Click(work);
     EXPECT_THAT(road.Kinds(),
                 ElementsAre("Update Files set Path = ?,  Name = ? where Path  = ?: lifted kept guarded"));
 }

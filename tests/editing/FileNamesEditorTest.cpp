@@ -48,7 +48,7 @@ TEST_F(FileNamesEditorTest, ASaveRenamesEveryItemInItsOrder) {
     FileNamesEditor editor;
     editor.CleanUpAll(ReplaceUnderscores);
     RecordingConnection& connection = Record();
-    editor.cmdSave_Click();
+    editor.cmdSave_Click(work);
     const std::string folder = music.Path() + "/";
     EXPECT_THAT(connection.statements,
                 ElementsAre("Update Files set Path = '" + folder +
@@ -66,9 +66,9 @@ TEST_F(FileNamesEditorTest, AnotherSaveStartsFromTheNewNames) {
     Select({1, 2});
     FileNamesEditor editor;
     editor.CleanUpAll(ReplaceUnderscores);
-    editor.cmdSave_Click();
+    editor.cmdSave_Click(work);
     editor.CleanUpAll([](const std::string& name) { return RemoveBrackets(name); });
-    editor.cmdSave_Click();
+    editor.cmdSave_Click(work);
     EXPECT_EQ(OnDisk(), (Texts{"a .mp3=a_(x).mp3", "b .mp3=b_(y).mp3"}));
     EXPECT_EQ(InLibrary(), (Texts{"a .mp3|~/a .mp3", "b .mp3|~/b .mp3"}));
 }
@@ -79,7 +79,7 @@ TEST_F(FileNamesEditorTest, EachItemHasBracketsOfItsOwnAndTheOpenOneLosesItsExte
     Select({1, 2});
     FileNamesEditor editor;
     editor.CleanUpAll([](const std::string& name) { return RemoveBrackets(name); });
-    editor.cmdSave_Click();
+    editor.cmdSave_Click(work);
     EXPECT_EQ(OnDisk(), (Texts{"a =a (live.mp3", "b .mp3=b (x).mp3"}));
     EXPECT_EQ(InLibrary(), (Texts{"a |~/a ", "b .mp3|~/b .mp3"}));
 }
@@ -89,7 +89,7 @@ TEST_F(FileNamesEditorTest, UnchangedItemsAreRenamedToo) {
     AddFile("b.mp3");
     Select({1, 2});
     RecordingConnection& connection = Record();
-    FileNamesEditor().cmdSave_Click();
+    FileNamesEditor().cmdSave_Click(work);
     EXPECT_EQ(connection.statements.size(), 2U);
     EXPECT_EQ(OnDisk(), (Texts{"a.mp3=a.mp3", "b.mp3=b.mp3"}));
     EXPECT_EQ(InLibrary(), (Texts{"a.mp3|~/a.mp3", "b.mp3|~/b.mp3"}));
@@ -101,7 +101,7 @@ TEST_F(FileNamesEditorTest, NamesThatAreEmptiedFailOnDiskAndAreRecorded) {
     Select({1, 2});
     FileNamesEditor editor;
     editor.CleanUpAll(RemoveNumbers);
-    editor.cmdSave_Click();
+    editor.cmdSave_Click(work);
     EXPECT_EQ(OnDisk(), (Texts{".ogg=2.ogg", "1=1"}));
     EXPECT_EQ(InLibrary(), (Texts{"|~/", ".ogg|~/.ogg"}));
     EXPECT_EQ(InList(), InLibrary());
@@ -114,9 +114,30 @@ TEST_F(FileNamesEditorTest, NamesThatBecomeTheSameGetNumbersOnDiskAndTheLibraryN
     Select({1, 2, 3});
     FileNamesEditor editor;
     editor.CleanUpAll(RemoveNumbers);
-    editor.cmdSave_Click();
+    editor.cmdSave_Click(work);
     EXPECT_EQ(OnDisk(), (Texts{" x (2).mp3=2 x.mp3", " x (3).mp3=3 x.mp3", " x.mp3=1 x.mp3"}));
     EXPECT_EQ(InLibrary(), (Texts{" x.mp3|~/ x.mp3", " x.mp3|~/ x.mp3", " x.mp3|~/ x.mp3"}));
+}
+
+TEST_F(FileNamesEditorTest, TheEndTellsHowManyGotAnotherNameAndHowManyTheDiskRefused) {
+    AddFile("a_1.mp3");
+    AddFile("b 2.mp3");
+    AddFile("c_3.mp3");
+    AddRow("gone_4.mp3", music.Path());
+    Select({1, 2, 3, 4});
+    FileNamesEditor editor;
+    editor.CleanUpAll(ReplaceUnderscores);
+    editor.cmdSave_Click(work);
+    EXPECT_THAT(work.endWords, ElementsAre("Fertig: 2 Dateien umbenannt, 1 übergangen, 0:00"));
+    settings.values["Language"] = "ENG";
+    Select({1, 2});
+    FileNamesEditor again;
+    again.CleanUpAll([](const std::string& name) { return name.starts_with('a') ? "x" + name : name; });
+    again.cmdSave_Click(work);
+    again.cmdSave_Click(work);
+    EXPECT_EQ(work.endWords[1], "Done: 1 file renamed, 0:00");
+    EXPECT_EQ(work.endWords[2], "Done: 0 files renamed, 0:00");
+    EXPECT_THAT(calls, IsEmpty()) << "panels and pointer stay as they are";
 }
 
 TEST_F(FileNamesEditorTest, AMissingFileIsNoObstacleForTheRest) {
@@ -127,7 +148,7 @@ TEST_F(FileNamesEditorTest, AMissingFileIsNoObstacleForTheRest) {
     Select({1, 2, 3, 4});
     FileNamesEditor editor;
     editor.CleanUpAll(ReplaceUnderscores);
-    editor.cmdSave_Click();
+    editor.cmdSave_Click(work);
     EXPECT_EQ(OnDisk(), (Texts{"b 2.mp3=b_2.mp3", "d 4.mp3=d_4.mp3"}));
     EXPECT_EQ(OnDisk("it's"), (Texts{"c 3.mp3=c_3.mp3"}));
     EXPECT_EQ(InLibrary(), (Texts{"gone 1.mp3|~/gone 1.mp3", "b 2.mp3|~/b 2.mp3", "c_3.mp3|~/it's/c_3.mp3",
@@ -142,7 +163,8 @@ TEST_F(FileNamesEditorTest, AFailingStatementEndsTheSaveAndWhatIsDoneStays) {
     FileNamesEditor editor;
     editor.CleanUpAll(ReplaceUnderscores);
     Record().failOn = "Update Files set Path = '" + music.Path() + "/b";
-    EXPECT_EQ(NumberOf([&] { editor.cmdSave_Click(); }), 19);
+    EXPECT_EQ(NumberOf([&] { editor.cmdSave_Click(work); }), 19);
+    EXPECT_THAT(work.endWords, IsEmpty());
     EXPECT_EQ(OnDisk(), (Texts{"a 1.mp3=a_1.mp3", "b 2.mp3=b_2.mp3", "c_3.mp3=c_3.mp3"}));
     EXPECT_EQ(InList(), (Texts{"a 1.mp3|~/a 1.mp3", "b_2.mp3|~/b_2.mp3", "c_3.mp3|~/c_3.mp3"}));
 }

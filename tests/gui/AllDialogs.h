@@ -45,7 +45,7 @@ inline std::vector<std::unique_ptr<QDialog>> MakeModalDialogs(frmMain& form, Pla
     made.push_back(std::make_unique<frmRandomPlay>(&form));
     made.push_back(std::make_unique<frmOptToplist>(&form));
     made.push_back(std::make_unique<frmFileName>(&form, parts.Work));
-    made.push_back(std::make_unique<frmFilesName>(&form));
+    made.push_back(std::make_unique<frmFilesName>(&form, parts.Work));
     made.push_back(std::make_unique<frmKonvertOptions>(&form));
     made.push_back(std::make_unique<frmCoverSearchOptions>(&form));
     made.push_back(std::make_unique<frmDetails>(parts, &form));

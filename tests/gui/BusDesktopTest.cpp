@@ -10,11 +10,17 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace quavernet::test {
 
 namespace {
+
+DesktopNote Note(const std::string& text) {
+    return {"Quavernet", text, "Show", {}};
+}
 
 /// Shows notes as a desktop does: each new one has the next number.
 class NotesServer : public QDBusVirtualObject {
@@ -39,6 +45,17 @@ protected:
         server.registerVirtualObject(QStringLiteral("/org/freedesktop/Notifications"), &shown);
         server.registerService(QStringLiteral("org.freedesktop.Notifications"));
     }
+    static QDBusMessage NotesSignal(const char* name) {
+        return QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/Notifications"),
+                                          QStringLiteral("org.freedesktop.Notifications"),
+                                          QLatin1String(name));
+    }
+    void Click(unsigned int note, const char* action) {
+        QDBusMessage signal = NotesSignal("ActionInvoked");
+        signal << note << QString::fromLatin1(action);
+        server.send(signal);
+    }
+
     ~BusDesktopTest() override { QDBusConnection::disconnectFromBus(QStringLiteral("server")); }
 
     Bus bus;
@@ -48,7 +65,7 @@ protected:
 };
 
 TEST_F(BusDesktopTest, ANoteHasTitleTextAndPictureAndTheNextOneTakesItsPlace) {
-    desktop->Notify("Quavernet", "Fertig: 3 neu <b>&");
+    desktop->Notify(Note("Fertig: 3 neu <b>&"));
     ASSERT_TRUE(WaitFor([this] { return shown.notes.size() == 1; })) << "the first call connects";
     EXPECT_EQ(shown.signature, QLatin1String("susssasa{sv}i"));
     const QVariantList& first = shown.notes[0];
@@ -60,9 +77,45 @@ TEST_F(BusDesktopTest, ANoteHasTitleTextAndPictureAndTheNextOneTakesItsPlace) {
         << "it may be read as markup";
     EXPECT_EQ(first[7].toInt(), -1);
     QTest::qWait(100); // The server's answer arrives.
-    desktop->Notify("Quavernet", "Fertig: 4 neu");
+    desktop->Notify(Note("Fertig: 4 neu"));
     ASSERT_TRUE(WaitFor([this] { return shown.notes.size() == 2; }));
     EXPECT_EQ(shown.notes[1][1].toUInt(), 7U);
+}
+
+TEST_F(BusDesktopTest, AClickOnTheNoteThatIsShownIsTold) {
+    int clicks = 0;
+    DesktopNote note = Note("Fertig: 3 neu");
+    note.Clicked = [&] { ++clicks; };
+    desktop->Notify(note);
+    ASSERT_TRUE(WaitFor([this] { return shown.notes.size() == 1; }));
+    EXPECT_EQ(shown.notes[0][5].toStringList(),
+              (QStringList{QStringLiteral("default"), QStringLiteral("Show")}));
+    QTest::qWait(100); // The server's answer arrives.
+    Click(99, "default");
+    Click(7, "other");
+    Click(7, "default");
+    ASSERT_TRUE(WaitFor([&] { return clicks > 0; }));
+    QTest::qWait(50);
+    EXPECT_EQ(clicks, 1) << "notes of others and other actions are none of ours";
+    desktop->Notify(Note("Fertig: 4 neu"));
+    ASSERT_TRUE(WaitFor([this] { return shown.notes.size() == 2; }));
+    QTest::qWait(100);
+    Click(8, "default");
+    QTest::qWait(50);
+    EXPECT_EQ(clicks, 1) << "the next note has a click of its own";
+}
+
+TEST_F(BusDesktopTest, TheRightToComeToTheFrontIsTakenOverFromTheDesktop) {
+    desktop->Notify(Note("Fertig: 3 neu"));
+    ASSERT_TRUE(WaitFor([this] { return shown.notes.size() == 1; }));
+    QTest::qWait(100);
+    for (const auto& [id, token] : {std::pair{99U, "of another"}, std::pair{7U, "ours"}}) {
+        QDBusMessage signal = NotesSignal("ActivationToken");
+        signal << id << QString::fromLatin1(token);
+        server.send(signal);
+    }
+    EXPECT_TRUE(WaitFor([] { return qgetenv("XDG_ACTIVATION_TOKEN") == "ours"; }));
+    qunsetenv("XDG_ACTIVATION_TOKEN");
 }
 
 TEST_F(BusDesktopTest, ProgressIsASignalOfTheLauncherEntry) {
@@ -83,8 +136,8 @@ TEST_F(BusDesktopTest, WhileItConnectsTheNewestWaits) {
     BusMonitor monitor(bus.Address(), QStringLiteral("/io/greyfinch/Quavernet"));
     desktop->ShowProgress(0.25);
     desktop->ShowProgress(0.5);
-    desktop->Notify("Quavernet", "one");
-    desktop->Notify("Quavernet", "two");
+    desktop->Notify(Note("one"));
+    desktop->Notify(Note("two"));
     ASSERT_TRUE(WaitFor([this] { return !shown.notes.empty(); }));
     ASSERT_TRUE(WaitFor([&] { return monitor.Heard().contains(QLatin1String("progress-visible")); }));
     EXPECT_EQ(shown.notes.size(), 1U);
@@ -94,10 +147,10 @@ TEST_F(BusDesktopTest, WhileItConnectsTheNewestWaits) {
 
 TEST_F(BusDesktopTest, WithoutABusNothingHappens) {
     desktop = CreateBusDesktop("unix:path=/nowhere/at/all");
-    desktop->Notify("Quavernet", "one");
+    desktop->Notify(Note("one"));
     desktop->ShowProgress(0.5);
     QTest::qWait(100); // The refusal arrives.
-    desktop->Notify("Quavernet", "two");
+    desktop->Notify(Note("two"));
     desktop->HideProgress();
     desktop.reset();
     EXPECT_TRUE(shown.notes.empty());
@@ -109,11 +162,11 @@ TEST_F(BusDesktopTest, TheBusOfTheSessionIsTheOneThatTheEnvironmentNames) {
     qputenv("XDG_RUNTIME_DIR", "/nowhere");
     qunsetenv("DBUS_SESSION_BUS_ADDRESS");
     desktop = CreateBusDesktop();
-    desktop->Notify("Quavernet", "there is none");
+    desktop->Notify(Note("there is none"));
     qputenv("DBUS_SESSION_BUS_ADDRESS", bus.Address().toUtf8());
-    desktop->Notify("Quavernet", "nor is it looked for again");
+    desktop->Notify(Note("nor is it looked for again"));
     const std::unique_ptr<Desktop> later = CreateBusDesktop();
-    later->Notify("Quavernet", "there is one");
+    later->Notify(Note("there is one"));
     EXPECT_TRUE(WaitFor([this] { return !shown.notes.empty(); }));
     EXPECT_EQ(shown.notes.size(), 1U);
     EXPECT_EQ(shown.notes[0][4].toString(), QLatin1String("there is one"));
@@ -122,7 +175,7 @@ TEST_F(BusDesktopTest, TheBusOfTheSessionIsTheOneThatTheEnvironmentNames) {
 }
 
 TEST_F(BusDesktopTest, ADesktopThatGoesWhileItConnectsTakesTheConnectionAlong) {
-    desktop->Notify("Quavernet", "one");
+    desktop->Notify(Note("one"));
     desktop.reset();
     QTest::qWait(200); // The connection arrives.
     EXPECT_TRUE(shown.notes.empty());

@@ -63,7 +63,7 @@ TEST_F(DialogRulesTest, ReturnMeansTheFirstButtonAndEscapeTheOther) {
     EXPECT_EQ(DefaultButton(toplist), "cmdOK");
     frmFileName fileName(&Form(), Form().Parts().Work);
     EXPECT_EQ(DefaultButton(fileName), "cmsSave");
-    frmFilesName filesName(&Form());
+    frmFilesName filesName(&Form(), Form().Parts().Work);
     EXPECT_EQ(DefaultButton(filesName), "cmdSave");
     frmDetails details(Parts(), &Form());
     EXPECT_EQ(DefaultButton(details), "cmdOK");
@@ -175,7 +175,7 @@ TEST_F(DialogRulesTest, EveryControlIsReachedByTheKeyboardAlone) {
     EXPECT_EQ(ReachedByTab(fileName),
               (Names{"txtFileName", "cmdChangeUmlaute", "cmdRemoveBrakets", "cmdRemoveNumbers",
                      "cmdReplaceUnderscore", "cmsSave", "cmdCancel"}));
-    frmFilesName filesName(&Form());
+    frmFilesName filesName(&Form(), Form().Parts().Work);
     Open(filesName);
     EXPECT_EQ(ReachedByTab(filesName),
               (Names{"lstFileNames", "txtChangeName", "cmdChangeName", "cmdChangeUmlauts", "cmdRemoveBrakets",

@@ -51,6 +51,43 @@ TEST_F(EndOfWorkTest, AUserInAnotherWindowGetsANoteOfTheDesktop) {
     EXPECT_EQ(EmptyPanelsToolTip(), "Bereit!");
 }
 
+TEST_F(EndOfWorkTest, AClickOnTheNoteBringsTheWindowToTheFront) {
+    Start();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    Work().TellEnd("Fertig: 3 neu");
+    EXPECT_EQ(desktop.last.ClickName, "Anzeigen");
+    Form().showMinimized();
+    desktop.last.Clicked();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&Form()));
+    EXPECT_FALSE(Form().isMinimized());
+    auto dialog = std::make_unique<QDialog>(&Form());
+    dialog->setModal(true);
+    dialog->show();
+    other.activateWindow();
+    desktop.last.Clicked();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(dialog.get())) << "it holds the window";
+    dialog.reset();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    const auto click = desktop.last.Clicked;
+    CloseMain();
+    click();
+    EXPECT_EQ(QApplication::activeWindow(), &other) << "there is no window any more";
+}
+
+TEST_F(EndOfWorkTest, AfterTheStartTheWordIsHintedAtToo) {
+    Start();
+    QToolTip::hideText();
+    Work().SetPanel(Panel::Scanning, "Bereit!");
+    Work().TellEnd("Fertig: 2 Dateien umbenannt, 0:00");
+    EXPECT_EQ(QToolTip::text(), QStringLiteral("Fertig: 2 Dateien umbenannt, 0:00"));
+    EXPECT_EQ(PanelText(Panel::Scanning), "Bereit!");
+    QToolTip::hideText();
+}
+
 TEST_F(EndOfWorkTest, ADialogOfTheWindowIsTheWindow) {
     Start();
     QDialog dialog(&Form());

@@ -130,7 +130,7 @@ TEST_F(FileNamesTest, TheCaptionsAreThoseOfTheLanguage) {
     EXPECT_EQ(caption(one, "cmdReplaceUnderscore"), "Unterstriche entfernen");
     EXPECT_EQ(caption(one, "cmsSave"), "Speichern");
     EXPECT_EQ(caption(one, "cmdCancel"), "Abbrechen");
-    const frmFilesName many(&Form());
+    const frmFilesName many(&Form(), Form().Parts().Work);
     EXPECT_EQ(FromQString(many.windowTitle()), "Dateiname ändern");
     EXPECT_EQ(frame(many), "Dateinamen");
     EXPECT_EQ(caption(many, "cmdChangeUmlauts"), "Umlaute umwandeln");
@@ -144,7 +144,7 @@ TEST_F(FileNamesTest, TheCaptionsAreThoseOfTheLanguage) {
     const frmFileName oneInEnglish(&Form(), Form().Parts().Work);
     EXPECT_EQ(FromQString(oneInEnglish.windowTitle()), "Change file name");
     EXPECT_EQ(caption(oneInEnglish, "cmdRemoveBrakets"), "Remove bracketed text");
-    const frmFilesName manyInEnglish(&Form());
+    const frmFilesName manyInEnglish(&Form(), Form().Parts().Work);
     EXPECT_EQ(frame(manyInEnglish), "File names");
     EXPECT_EQ(caption(manyInEnglish, "cmdChangeName"), "Change name");
 }
@@ -153,7 +153,7 @@ TEST_F(FileNamesTest, EveryControlHasAnAccessibleName) {
     StartWith({"a.mp3", "b.mp3"});
     frmFileName one(&Form(), Form().Parts().Work);
     EXPECT_EQ(FromQString(one.findChild<QLineEdit*>()->accessibleName()), "Dateiname");
-    frmFilesName many(&Form());
+    frmFilesName many(&Form(), Form().Parts().Work);
     EXPECT_EQ(FromQString(many.findChild<QListWidget*>()->accessibleName()), "Dateinamen");
     EXPECT_EQ(FromQString(many.findChild<QLineEdit*>(QStringLiteral("txtChangeName"))->accessibleName()),
               "Name ändern");

@@ -1,4 +1,5 @@
 // The player on a bus of the test's own, asked by a real client.
+#include "adapters/dbus/ConnectAside.h"
 #include "adapters/dbus/MprisRemote.h"
 #include "gui/PrivateBus.h"
 #include "support/TemporaryFolder.h"
@@ -307,6 +308,26 @@ TEST(MediaRemoteWithoutBusTest, WithoutABusNobodyIsToldAndNothingFails) {
     remote->Seeked(1);
     QTest::qWait(50);
     remote->Show(MediaStatus());
+}
+
+TEST(MediaRemoteWithoutBusTest, WhereTheEnvironmentNamesNoBusNoneIsLookedFor) {
+    const QByteArray before = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    const QByteArray folder = qgetenv("XDG_RUNTIME_DIR");
+    qputenv("XDG_RUNTIME_DIR", "/nowhere");
+    for (const bool isNamed : {false, true}) {
+        isNamed ? qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere/bus")
+                : qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+        bool told = false;
+        const auto life = std::make_shared<bool>();
+        const QString name = ConnectAside({}, life, [&](bool) { told = true; });
+        EXPECT_EQ(name.isEmpty(), !isNamed);
+        EXPECT_EQ(QTest::qWaitFor([&] { return told; }, isNamed ? 10000 : 100), isNamed);
+        const std::unique_ptr<MediaRemote> remote = CreateMprisRemote();
+        remote->Show(PlayingSong());
+        remote->Seeked(1);
+    }
+    before.isNull() ? qunsetenv("DBUS_SESSION_BUS_ADDRESS") : qputenv("DBUS_SESSION_BUS_ADDRESS", before);
+    folder.isNull() ? qunsetenv("XDG_RUNTIME_DIR") : qputenv("XDG_RUNTIME_DIR", folder);
 }
 
 TEST(MediaRemoteWithoutBusTest, ABusThatDoesNotAnswerHoldsNothingUp) {

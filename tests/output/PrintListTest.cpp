@@ -103,6 +103,7 @@ TEST_F(PrintListTest, APrinterThatGoesAwayIsToldAfterThePanelIsEmptied) {
                                                        MsgBox::Icon::Critical, MsgBox::Buttons::Ok}));
         EXPECT_FALSE(controls.enabled.at("cancel"));
     }
+    EXPECT_THAT(work.endWords, ::testing::IsEmpty()) << "the box has told it";
 }
 
 TEST_F(PrintListTest, TheToolbarsCancelIsEnabledWhileTheListPrints) {
@@ -120,10 +121,35 @@ TEST_F(PrintListTest, TheToolbarsCancelIsEnabledWhileTheListPrints) {
     EXPECT_EQ(paper.Texts(2).back(), "T100");
 }
 
+TEST_F(PrintListTest, TheEndTellsHowManyPagesWerePrintedAfterThePanelIsEmptied) {
+    grid.contents->Rows = NumberedRows(100);
+    events.onDoEvents = [&] { clock.now.second += 1; };
+    Print();
+    EXPECT_THAT(work.endWords, ElementsAre("Fertig: 3 Seiten gedruckt, 0:02"));
+    EXPECT_EQ(work.PanelText(Panel::Scanning), "");
+    settings.values["Language"] = "ENG";
+    grid.contents->Rows = NumberedRows(1);
+    dialogs.printer = Chosen();
+    Print();
+    EXPECT_EQ(work.endWords.back(), "Done: 1 page printed, 0:00");
+}
+
+TEST_F(PrintListTest, WhatIsNotPrintedTellsNoEnd) {
+    grid.contents.reset();
+    Print();
+    dialogs.printer.reset();
+    Print();
+    EXPECT_THAT(work.endWords, ::testing::IsEmpty());
+}
+
 TEST_F(PrintListTest, ACancelEndsItWithoutABox) {
     grid.contents->Rows = NumberedRows(1000);
-    events.onDoEvents = [&] { work.cancelled = true; };
+    events.onDoEvents = [&] {
+        clock.now.second += 4;
+        work.cancelled = true;
+    };
     Print();
+    EXPECT_THAT(work.endWords, ElementsAre("Abgebrochen nach 0:04"));
     EXPECT_EQ(paper.pages.size(), 1U);
     EXPECT_THAT(paper.calls, ::testing::Contains("kill"));
     EXPECT_THAT(paper.calls, ::testing::Not(::testing::Contains("end")));

@@ -181,13 +181,15 @@ public:
 
 class RecordingDesktop : public Desktop {
 public:
-    void Notify(const std::string& title, const std::string& text) override {
-        notes.push_back(title + ": " + text);
+    void Notify(const DesktopNote& note) override {
+        notes.push_back(note.Title + ": " + note.Text);
+        last = note;
     }
     void ShowProgress(double share) override { progress.push_back(share); }
     void HideProgress() override { progress.push_back(-1); }
 
     std::vector<std::string> notes;
+    DesktopNote last;
     std::vector<double> progress; ///< What was shown; -1: hidden.
 };
 

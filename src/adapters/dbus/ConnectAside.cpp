@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QFile>
 
 #include <atomic>
 #include <system_error>
@@ -16,18 +17,29 @@ QString NewConnectionName() {
     return QString::fromLatin1("quavernet-%1").arg(++last);
 }
 
+bool HasSessionBus() {
+    return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
+           QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
+}
+
 } // namespace
 
 QString ConnectAside(const std::string& busAddress, const std::weak_ptr<bool>& life,
                      const std::function<void(bool isConnected)>& taken) {
+    if (busAddress.empty() && !HasSessionBus()) {
+        return {};
+    }
     const QString name = NewConnectionName();
     const auto connect = [name, address = QString::fromStdString(busAddress), life, taken] {
-        const QDBusConnection bus = address.isEmpty()
-                                        ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, name)
-                                        : QDBusConnection::connectToBus(address, name);
-        const bool isConnected = bus.isConnected();
+        const bool isConnected =
+            (address.isEmpty() ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, name)
+                               : QDBusConnection::connectToBus(address, name))
+                .isConnected();
+        if (!isConnected) {
+            QDBusConnection::disconnectFromBus(name); // Here: it waits while another connection is made.
+        }
         const auto take = [name, life, taken, isConnected] {
-            if (!isConnected || life.expired()) {
+            if (isConnected && life.expired()) {
                 QDBusConnection::disconnectFromBus(name);
             }
             if (!life.expired()) {

@@ -12,7 +12,8 @@ namespace quavernet {
 /// Connects under a name of its own, in a thread that nobody waits for: a bus that hangs holds up nothing
 /// else. Then `taken` runs in the message loop with whether there is a connection of that name; it is not
 /// called, and the connection is given up, if `life` has gone by then. `busAddress` empty: the bus of the
-/// session.
+/// session. Where the environment knows of none, none is looked for: the library would try to start one.
+/// Nothing is called then, and the name is empty.
 QString ConnectAside(const std::string& busAddress, const std::weak_ptr<bool>& life,
                      const std::function<void(bool isConnected)>& taken);
 

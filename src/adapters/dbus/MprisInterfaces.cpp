@@ -1,6 +1,7 @@
 #include "adapters/dbus/MprisInterfaces.h"
 
 #include "adapters/dbus/MprisMetadata.h"
+#include "platform/Desktop.h"
 
 #include <QDBusConnection>
 #include <QDBusError>
@@ -31,7 +32,7 @@ QString RootInterface::Identity() const {
 }
 
 QString RootInterface::DesktopEntry() const {
-    return QLatin1String("io.greyfinch.Quavernet");
+    return QLatin1String(quavernet::DesktopId);
 }
 
 void RootInterface::Raise() {

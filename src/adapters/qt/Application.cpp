@@ -7,6 +7,7 @@
 #include "app/SettingFailure.h"
 #include "app/ShowBox.h"
 #include "app/TextNumbers.h"
+#include "platform/Desktop.h"
 #include "platform/LibraryError.h"
 
 #include <QAbstractEventDispatcher>
@@ -73,7 +74,7 @@ void KeepNulsOut(QObject& receiver) {
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName(QStringLiteral("Quavernet"));
     setOrganizationName(QStringLiteral("Greyfinch Labs"));
-    setDesktopFileName(QStringLiteral("io.greyfinch.Quavernet"));
+    setDesktopFileName(QLatin1String(DesktopId));
     // What Wayland forbids is passed over: the toolkit complains about its own menus, too. QT_LOGGING_RULES
     // brings it back.
     QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.wayland.warning=false"));
