@@ -2,6 +2,7 @@
 
 #include "adapters/qt/QtText.h"
 #include "app/LoadResString.h"
+#include "app/TextNumbers.h"
 #include "browser/GridView.h"
 
 #include <QEvent>
@@ -18,7 +19,6 @@ constexpr int OrDragFiles = 802;
 constexpr int NothingFound = 803;
 constexpr int NothingFoundFor = 804; ///< Before the text that was searched for.
 constexpr int EndOfSearched = 805;   ///< After it.
-constexpr int LiftFilters = 806;
 constexpr int EnterSearch = 807;
 
 constexpr int MostSearchedCharacters = 60;
@@ -86,7 +86,7 @@ void EmptyListHint::LoadStrings() {
     font.setBold(true);
     m_title->setFont(font);
     m_scan->setText(ToQString(LoadResString(ScanFolder)));
-    m_lift->setText(ToQString(LoadResString(LiftFilters)));
+    m_lift->setText(ToQString(LoadResString(Texts::LiftFilters)));
     m_drop->setText(ToQString(LoadResString(OrDragFiles)));
     if (m_form == EmptyForm::NothingFound && !m_searched.isEmpty()) {
         const QString shown = m_searched.size() > MostSearchedCharacters

@@ -3,7 +3,6 @@
 #include "adapters/qt/FileUris.h"
 #include "adapters/qt/QtText.h"
 #include "browser/GridPaint.h"
-#include "scanner/AddDroppedFiles.h"
 #include "widgets/DragFiles.h"
 #include "widgets/PaintingOff.h"
 

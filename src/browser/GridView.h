@@ -47,6 +47,8 @@ public:
     void ScrollByNotch(int delta);
 
     std::function<void(const std::string&)> ShowInScanningPanel;
+    /// Whether a drop of these paths would add any to the library.
+    std::function<bool(const std::vector<std::string>&)> WouldAddFiles;
 
 signals:
     /// Row 0 is the header.

@@ -15,6 +15,10 @@
 
 namespace quavernet {
 
+namespace {
+constexpr int LiftGap = 3; // Pixels before the button.
+}
+
 LetterLabel::LetterLabel(const QString& name, QWidget* parent) : QLabel(parent) {
     setObjectName(name);
     setAlignment(Qt::AlignCenter);
@@ -76,13 +80,25 @@ void LetterRow::Choose(std::size_t index) {
 void LetterRow::LoadStrings() {
     m_labels.front()->setText(ToQString(LoadResString(543)));
     m_labels.back()->setText(ToQString(LoadResString(544)));
-    m_lift->setText(ToQString(LoadResString(806)));
-    m_lift->setToolTip(m_lift->text());
+    m_lift->setText(ToQString(LoadResString(Texts::LiftFilters)));
+    m_lift->setToolTip(LiftName());
     setAccessibleName(ToQString(LoadResString(Texts::FirstLetter)));
     PlaceLabels();
 }
 
-void LetterRow::ShowLift(bool shows) {
+QString LetterRow::LiftName() const {
+    const QString name = ToQString(LoadResString(Texts::LiftFilters));
+    return m_leftOut.isEmpty()
+               ? name
+               : name + QStringLiteral(" (") + ToQString(LoadResString(Texts::Without)) + m_leftOut + u')';
+}
+
+void LetterRow::ShowLift(bool shows, const QString& leftOut) {
+    if (m_leftOut != leftOut) {
+        m_leftOut = leftOut;
+        m_lift->setToolTip(LiftName());
+        PlaceLabels();
+    }
     if (!shows && m_lift->hasFocus()) {
         setFocus(Qt::OtherFocusReason); // Or the keyboard would be lost with the button.
     }
@@ -155,15 +171,31 @@ int LetterRow::LabelWidth(const LetterLabel& label) const {
 // The button has its room whether it is shown or not, so that nothing moves when it comes or goes. Its text
 // is shown where the labels leave room for it.
 int LetterRow::PlaceLift(int textNeeds) {
-    constexpr int Gap = 3;
+    m_lift->setText(ToQString(LoadResString(Texts::LiftFilters)));
     m_lift->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    const int full = m_lift->sizeHint().width() + Gap;
+    const int full = m_lift->sizeHint().width() + LiftGap;
     if (full > width() - textNeeds) {
         m_lift->setToolButtonStyle(Qt::ToolButtonIconOnly);
     }
     const int wide = m_lift->sizeHint().width();
     m_lift->setGeometry(width() - wide, 0, wide, height());
-    return wide + Gap;
+    return wide + LiftGap;
+}
+
+// Where the letters leave room, the button names the formats as well.
+void LetterRow::WidenLift() {
+    m_lift->setAccessibleName(LiftName());
+    if (m_leftOut.isEmpty() || m_lift->toolButtonStyle() == Qt::ToolButtonIconOnly) {
+        return;
+    }
+    const QString usual = m_lift->text();
+    m_lift->setText(LiftName());
+    const int wide = m_lift->sizeHint().width();
+    if (m_labels.back()->geometry().right() + LiftGap < width() - wide) {
+        m_lift->setGeometry(width() - wide, 0, wide, height());
+    } else {
+        m_lift->setText(usual);
+    }
 }
 
 void LetterRow::PlaceLabels() {
@@ -177,6 +209,7 @@ void LetterRow::PlaceLabels() {
     }
     SetBoxes(boxes);
     (void)PlaceLift(m_labels.back()->geometry().right());
+    WidenLift();
 }
 
 void LetterRow::SpreadLabels() {
@@ -197,6 +230,7 @@ void LetterRow::SpreadLabels() {
         m_labels[i]->setGeometry(x, 0, widths[i] + extra, height());
         x += widths[i] + extra;
     }
+    WidenLift();
 }
 
 void LetterRow::mouseMoveEvent(QMouseEvent*) {
@@ -276,6 +310,8 @@ void LetterRow::resizeEvent(QResizeEvent*) {
 void LetterRow::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange) {
         ShowLooks();
+    } else if (event->type() == QEvent::FontChange) {
+        PlaceLabels();
     }
     QFrame::changeEvent(event);
 }

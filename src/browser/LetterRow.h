@@ -41,8 +41,9 @@ public:
     /// Marks "all" as the active letter, as at each start.
     void MarkAll();
 
-    /// Shows or hides the button that lifts all filters.
-    void ShowLift(bool shows);
+    /// Shows or hides the button that lifts all filters. `leftOut` names the formats that are filtered out:
+    /// no other control shows that they are.
+    void ShowLift(bool shows, const QString& leftOut);
     QToolButton& cmdLiftFilters() { return *m_lift; }
 
     using LetterBoxes = std::array<ControlBox, LetterLabels::Count>;
@@ -79,11 +80,14 @@ private:
     void PlaceLabels();
     void SpreadLabels();
     int PlaceLift(int textNeeds);
+    void WidenLift();
+    QString LiftName() const;
     int LabelWidth(const LetterLabel& label) const;
 
     LetterLabels m_state;
     std::vector<LetterLabel*> m_labels;
     QToolButton* m_lift;
+    QString m_leftOut;
     std::size_t m_cursor = 0; ///< The label that the keyboard is on.
     bool m_placesFixed = false;
 };

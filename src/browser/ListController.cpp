@@ -5,6 +5,7 @@
 #include "app/MainModule.h"
 #include "app/MayAct.h"
 #include "app/ScopedValue.h"
+#include "app/TextNumbers.h"
 #include "browser/FilterRow.h"
 #include "browser/GridView.h"
 #include "browser/LetterRow.h"
@@ -18,6 +19,28 @@ namespace {
 bool Filters(const ListFilter& filter) {
     return mainModule.LetterFilter != "All" || !SearchClause(filter).empty() ||
            !ComboClauses(filter).empty() || !(filter.ViewMp3 && filter.ViewOgg && filter.ViewWav);
+}
+
+// In a library without a file no search finds any.
+EmptyForm FormBeforeALoad() {
+    if (!mainModule.LoadOverSearch) {
+        return EmptyForm::None;
+    }
+    std::int64_t files = 1; // A library that can't be asked has some.
+    IgnoreFailure([&] { files = CountFiles(); });
+    return files == 0 ? EmptyForm::NoLibrary : EmptyForm::SearchFirst;
+}
+
+// The formats that a filter leaves out, by the names that they have in the menu.
+QString LeftOut(const ListFilter& filter) {
+    QStringList names;
+    for (const auto& [shown, text] :
+         {std::pair{filter.ViewMp3, 214}, std::pair{filter.ViewOgg, 215}, std::pair{filter.ViewWav, 216}}) {
+        if (!shown) {
+            names << ToQString(LoadResString(text));
+        }
+    }
+    return names.join(QStringLiteral(", "));
 }
 
 } // namespace
@@ -82,7 +105,7 @@ void ListController::LoadHeaders() {
         format.remove(0, 1);
     }
     m_pane.Grid.Model().SetHeaders(format.split(u'|'));
-    m_pane.Grid.SetHeadToolTip(ToQString(LoadResString(830)));
+    m_pane.Grid.SetHeadToolTip(ToQString(LoadResString(Texts::DoubleClickSorts)));
 }
 
 void ListController::ShowTotals() {
@@ -113,16 +136,21 @@ ListFilter ListController::ReadFilterInForce() {
     return filter;
 }
 
+void ListController::LoadStrings() {
+    m_hint.LoadStrings();
+    ShowInForce(m_loaded);
+}
+
 void ListController::ShowInForce(bool loaded) {
     m_loaded = loaded;
     m_pane.Filter.ShowInForce(m_inForce);
-    m_pane.Letters.ShowLift(loaded && Filters(m_inForce));
+    m_pane.Letters.ShowLift(loaded && Filters(m_inForce), LeftOut(m_inForce));
 }
 
 void ListController::ShowHint(bool idle) {
     EmptyForm form = EmptyForm::None;
     if (idle && m_pane.Grid.Model().Rows().Count() == 0) {
-        form = !m_loaded ? (mainModule.LoadOverSearch ? EmptyForm::SearchFirst : EmptyForm::None)
+        form = !m_loaded                    ? FormBeforeALoad()
                : m_totals.LibraryFiles == 0 ? EmptyForm::NoLibrary
                                             : EmptyForm::NothingFound;
     }

@@ -41,7 +41,7 @@ public:
     void ShowTotals();
 
     /// Texts that the list itself shows, in the current language.
-    void LoadStrings() { m_hint.LoadStrings(); }
+    void LoadStrings();
 
     /// An empty list says why it is empty; not so while a scan is on its way to fill it.
     void ShowHint(bool idle);

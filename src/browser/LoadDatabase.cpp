@@ -29,12 +29,6 @@ private:
     std::size_t m_field;
 };
 
-std::int64_t CountFiles() {
-    ADODB::Recordset records;
-    records.Open("Select Count(*) from Files", *mainModule.Connection);
-    return records.Fields(0).Integer();
-}
-
 // Measured on the whole library, not on the result: the bar of a narrow search does not reach its end.
 float ProgressStep(std::int64_t files) {
     return files > 0 ? static_cast<float>(100.0 / static_cast<double>(files)) : 0;
@@ -91,6 +85,12 @@ double SelectRows(ListData& data, const ListFilter& filter, float step, LongWork
 }
 
 } // namespace
+
+std::int64_t CountFiles() {
+    ADODB::Recordset records;
+    records.Open("Select Count(*) from Files", *mainModule.Connection);
+    return records.Fields(0).Integer();
+}
 
 ListResult LoadDatabase(const ListFilter& filter, const std::string& list, LongWork& work,
                         const std::function<void()>& clearList) {

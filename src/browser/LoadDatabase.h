@@ -5,10 +5,14 @@
 #include "app/LongWork.h"
 #include "browser/ListQuery.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
 namespace quavernet {
+
+/// Files of the whole library. Throws RuntimeError if the statement fails.
+std::int64_t CountFiles();
 
 /// Loads the list; fills mainModule.FilePaths and FileNames and empties SelectedRows. `list` holds File_ids
 /// separated by commas and is used in the modes ShowInGridMode and ShowChartMode alone. Throws RuntimeError

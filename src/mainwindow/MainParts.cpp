@@ -11,6 +11,7 @@
 #include "output/OutputCommands.h"
 #include "playback/PlaybackCommands.h"
 #include "playback/SelectionPlaylist.h"
+#include "scanner/AddDroppedFiles.h"
 #include "scanner/ScanCommands.h"
 #include "tree/ExchangeCommands.h"
 #include "tree/TreeCommands.h"
@@ -66,6 +67,12 @@ MainParts::MainParts(QMainWindow& window, PlayerWindow& player, const SwitchCont
     QObject::connect(&List, &ListController::PlaySelectedFilesWanted, &List,
                      [] { PlaySelectedFiles(SelectedPaths()); });
     QObject::connect(&List, &ListController::ScanWanted, &List, [this] { (void)Commands.Run("mnuScan"); });
+    Panes.Grid().WouldAddFiles = WouldAddFiles;
+    QObject::connect(&Work, &MainWork::Ended, &List, [this] {
+        if (!mainModule.ScanRunning) {
+            List.ShowHint(true); // The library may have got its first files.
+        }
+    });
     Menu.Build(Commands);
     Panes.BuildCommands(Commands);
     QObject::connect(&Panes.Grid(), &GridView::FilesDropped, &List,

@@ -151,6 +151,16 @@ TEST_F(EmptyListTest, AListThatIsLoadedBySearchAsksForASearch) {
     EXPECT_EQ(Said(), (Texts{"Nichts gefunden für „nobody“", "Filter aufheben"}));
 }
 
+TEST_F(EmptyListTest, InAnEmptyLibraryNoSearchIsAskedFor) {
+    settings.values["LoadOverSearch"] = "1";
+    Start();
+    EXPECT_EQ(Said(), (Texts{"Noch keine Musik in der Bibliothek", "Ordner scannen… Strg+S",
+                             "oder Dateien hierher ziehen"}));
+    WriteBytes(folder / "1.mp3", Mp3Bytes("Song", "Blue", "Best"));
+    EXPECT_TRUE(Drop(*Grid().viewport(), {folder / "1.mp3"}, QPoint(40, 8)));
+    EXPECT_EQ(Said(), Texts{"Suchwort eingeben"}) << "now there is something to be found";
+}
+
 TEST_F(EmptyListTest, AfterAScanAListThatIsLoadedBySearchAsksForASearchAgain) {
     std::filesystem::create_directory(folder / "music");
     WriteBytes(folder / "music/1.mp3", Mp3Bytes("Song", "Blue", "Best"));

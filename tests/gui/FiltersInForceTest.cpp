@@ -145,6 +145,35 @@ TEST_F(FiltersInForceTest, AHiddenFormatAloneIsAFilterToLift) {
     EXPECT_EQ(Listed().size(), 3U);
 }
 
+TEST_F(FiltersInForceTest, TheButtonNamesTheFormatsThatAreLeftOut) {
+    settings.values["WindowWidth"] = "30000";
+    Start();
+    std::vector<QRect> places;
+    for (const QLabel* label : Control<QWidget>("Frame2").findChildren<QLabel*>()) {
+        places.push_back(label->geometry());
+    }
+    Action("mnuogg").trigger();
+    EXPECT_EQ(FromQString(Lift().text()), "Filter aufheben (ohne ogg-Vorbis)");
+    Action("mnuwav").trigger();
+    EXPECT_EQ(FromQString(Lift().toolTip()), "Filter aufheben (ohne ogg-Vorbis, wav)");
+    EXPECT_EQ(Lift().accessibleName(), Lift().toolTip());
+    EXPECT_LE(Lift().sizeHint().width(), Lift().width()) << "whole";
+    std::size_t index = 0;
+    for (const QLabel* label : Control<QWidget>("Frame2").findChildren<QLabel*>()) {
+        EXPECT_EQ(label->geometry(), places[index++]) << "no letter moves";
+        EXPECT_LT(label->geometry().right(), Lift().geometry().left());
+    }
+    Action("mnuViewLanguageENG").trigger();
+    EXPECT_EQ(FromQString(Lift().text()), "Clear filters (without ogg-Vorbis, wav)");
+    Form().resize(800, 600);
+    EXPECT_EQ(FromQString(Lift().toolTip()), "Clear filters (without ogg-Vorbis, wav)");
+    EXPECT_TRUE(Control<QWidget>("Frame2").rect().contains(Lift().geometry()));
+    QTest::mouseClick(&Lift(), Qt::LeftButton);
+    EXPECT_EQ(FromQString(Lift().toolTip()), "Clear filters");
+    QTest::mouseClick(&Control<QLabel>("lblB"), Qt::LeftButton);
+    EXPECT_EQ(FromQString(Lift().accessibleName()), "Clear filters") << "a letter shows that it filters";
+}
+
 TEST_F(FiltersInForceTest, AListOfGivenFilesIsFilteredByTheLetterAlone) {
     Start();
     Control<QComboBox>("cboAlbum").setCurrentIndex(1);
