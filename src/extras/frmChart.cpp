@@ -8,6 +8,7 @@
 #include "ui_frmChart.h"
 #include "widgets/EnterKey.h"
 #include "widgets/Mnemonics.h"
+#include "widgets/NeverMinimized.h"
 #include "widgets/PaintingOff.h"
 #include "widgets/TitleRoom.h"
 #include "widgets/Twips.h"
@@ -46,6 +47,7 @@ frmChart::frmChart(QWidget* owner, LibraryViews& views, PlayerWindow& player)
     : QDialog(owner), m_ui(std::make_unique<Ui::frmChart>()), m_views(views), m_player(player) {
     m_ui->setupUi(this);
     new TitleRoom(this);
+    new NeverMinimized(this, NeverMinimized::Owner::Leading);
     m_ui->grdChart->setModel(&m_rows);
     m_ui->grdChart->viewport()->installEventFilter(this);
     owner->installEventFilter(this);

@@ -13,6 +13,8 @@ namespace quavernet {
 
 HelpBrowser::HelpBrowser(QWidget* parent) : QTextBrowser(parent) {
     setOpenExternalLinks(false);
+    // Or the width that pictures are fitted to would change with the height that they come to.
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     // Links are reached by Tab and followed by Enter.
     setTextInteractionFlags(Qt::TextBrowserInteraction | Qt::TextSelectableByKeyboard);
 }

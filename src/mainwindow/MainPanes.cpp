@@ -168,7 +168,7 @@ void MainPanes::LoadAccessibleNames() {
                                               {m_tree, Texts::TreeRoot},
                                               {&m_status->ProgressBar(), 372},
                                               {m_status, Texts::StatusBar},
-                                              {m_sizer, 831}};
+                                              {m_sizer, Texts::SplitterName}};
     for (const auto& [widget, text] : names) {
         widget->setAccessibleName(ToQString(LoadResString(text)));
     }
@@ -194,6 +194,7 @@ void MainPanes::changeEvent(QEvent* event) {
         ApplyScale();
         m_placement->SizeFilterRow();
         m_placement->Form_Resize();
+        emit FontChanged();
     }
 }
 

@@ -38,6 +38,9 @@ public:
 
     PaneLayout& Placement() { return *m_placement; }
 
+signals:
+    void FontChanged(); ///< The panes have taken on another font; their scale may be another one.
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;

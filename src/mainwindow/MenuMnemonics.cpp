@@ -1,5 +1,6 @@
 #include "mainwindow/MenuMnemonics.h"
 
+#include "app/MarkedCaption.h"
 #include "platform/Ascii.h"
 
 #include <array>
@@ -202,15 +203,7 @@ char MenuMnemonic(std::string_view item, std::string_view language) {
 }
 
 std::string WithMnemonic(std::string_view caption, char letter) {
-    const std::size_t marked = letter == '\0' ? std::string::npos : PlaceOf(caption, letter);
-    std::string text;
-    for (std::size_t place = 0; place < caption.size(); ++place) {
-        if (place == marked || caption[place] == '&') {
-            text += '&';
-        }
-        text += caption[place];
-    }
-    return text;
+    return MarkedCaption(std::string(caption), letter == '\0' ? std::string::npos : PlaceOf(caption, letter));
 }
 
 } // namespace quavernet

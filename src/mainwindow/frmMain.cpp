@@ -15,6 +15,7 @@
 #include "widgets/Pictures.h"
 #include "widgets/ToldPlaces.h"
 #include "widgets/Twips.h"
+#include "widgets/WindowFrame.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -33,8 +34,8 @@ constexpr int CloseAgainMs = 100;
 /// one.
 constexpr QSize LeastShown(120, 80);
 
-/// Pixels that a window manager may add to the right of the window and above it.
-constexpr QPoint Frame(10, 35);
+/// After the last move: frame, place and state of the window belong together by then.
+constexpr int FrameKnownMs = 200;
 
 void SetComboIndex(QComboBox& combo, std::int32_t stored) {
     combo.setCurrentIndex(ExistingIndex(stored, combo.count()));
@@ -54,6 +55,11 @@ frmMain::frmMain(PlayerWindow& player) {
     m_afterLoadTimer.setParent(this);
     m_afterLoadTimer.setObjectName(QStringLiteral("AfterLoadTimer"));
     m_afterLoadTimer.setSingleShot(true);
+    connect(&m_parts->Panes, &MainPanes::FontChanged, this, &frmMain::FollowFont);
+    m_frameTimer.setParent(this);
+    m_frameTimer.setSingleShot(true);
+    m_frameTimer.setInterval(FrameKnownMs);
+    connect(&m_frameTimer, &QTimer::timeout, this, &frmMain::NoteFrame);
     connect(&m_afterLoadTimer, &QTimer::timeout, this, &frmMain::AfterLoadTimer_Timer);
 }
 
@@ -104,7 +110,8 @@ void frmMain::PlaceWindow(const WindowState& state) {
     const double scale = m_parts->Panes.Placement().Scale();
     const QSize stored(ToPixels(width), ToPixels(height));
     const QSize grown(ToPixels(width * scale), ToPixels(height * scale));
-    const QRect free(pos(), screen()->availableGeometry().bottomRight() - Frame);
+    const QRect free(pos(), screen()->availableGeometry().bottomRight() -
+                                QPoint(WindowFrame.width(), WindowFrame.height()));
     m_placedSize = grown.boundedTo(free.size().expandedTo(stored));
     resize(m_placedSize.expandedTo(LeastShown));
     if (mainModule.ScreenResolution == "800x600") {
@@ -119,7 +126,24 @@ void frmMain::PlaceWindow(const WindowState& state) {
 
 // From here on nobody makes the window narrower than the search needs. A stored width is taken as it is.
 void frmMain::LimitShrinking() {
-    setMinimumWidth(std::min(width(), m_parts->Panes.Placement().LeastUsefulPixels()));
+    m_leastUseful = m_parts->Panes.Placement().LeastUsefulPixels();
+    setMinimumWidth(std::min(width(), m_leastUseful));
+}
+
+// A window that was wide enough for the search stays so, as far as its screen goes.
+void frmMain::FollowFont() {
+    if (!isVisible()) {
+        return;
+    }
+    SetColumnWidths(ReadColumnWidths());
+    const int least = m_parts->Panes.Placement().LeastUsefulPixels();
+    if (minimumWidth() >= m_leastUseful) {
+        const int room = screen()->availableGeometry().width() - WindowFrame.width();
+        setMinimumWidth(std::min(std::max(width(), room), least));
+    } else {
+        setMinimumWidth(std::min(width(), least));
+    }
+    m_leastUseful = least;
 }
 
 void frmMain::RestoreGrid(const WindowState& state) {
@@ -210,14 +234,26 @@ void frmMain::SetControlState(ControlMode mode) {
 int frmMain::ColumnPixels(std::size_t column, std::int32_t twips) const {
     constexpr double RoomAroundText = 1.1;
     const bool isUsual = twips == WindowState().ColWidth[column];
-    return ToPixels(twips * m_parts->Panes.Placement().Scale() * (isUsual ? RoomAroundText : 1.0));
+    return ToPixels(twips * m_columnScale * (isUsual ? RoomAroundText : 1.0));
 }
 
 void frmMain::SetColumnWidths(const ColumnWidths& widths) {
     m_loaded.ColWidth = widths;
+    m_columnScale = m_parts->Panes.Placement().Scale();
     for (std::size_t column = 0; column < widths.size(); ++column) {
         m_parts->Panes.Grid().setColumnWidth(static_cast<int>(column), ColumnPixels(column, widths[column]));
     }
+}
+
+ColumnWidths frmMain::ReadColumnWidths() const {
+    ColumnWidths widths = m_loaded.ColWidth;
+    for (std::size_t column = 0; column < widths.size(); ++column) {
+        const int width = m_parts->Panes.Grid().columnWidth(static_cast<int>(column));
+        if (width != ColumnPixels(column, widths[column])) {
+            widths[column] = ToTwips(width, m_columnScale);
+        }
+    }
+    return widths;
 }
 
 // Sizes that nobody has changed are stored as they were, whatever pixels they have come to; so is a place
@@ -237,7 +273,7 @@ void frmMain::ReadPlace(WindowState& state) const {
         state.NormalLeft = m_loaded.NormalLeft;
         state.NormalTop = m_loaded.NormalTop;
     } else if (state.Maximised) {
-        const QPoint frame = geometry().topLeft() - pos();
+        const QPoint frame = m_normalFrame.value_or(geometry().topLeft() - pos());
         state.NormalLeft = ToTwips(normalGeometry().x() - frame.x());
         state.NormalTop = ToTwips(normalGeometry().y() - frame.y());
     }
@@ -253,11 +289,7 @@ void frmMain::ReadPlace(WindowState& state) const {
         state.WindowLeft = state.NormalLeft = m_loaded.Maximised ? m_loaded.NormalLeft : m_loaded.WindowLeft;
         state.WindowTop = state.NormalTop = m_loaded.Maximised ? m_loaded.NormalTop : m_loaded.WindowTop;
     }
-    for (std::size_t column = 0; column < state.ColWidth.size(); ++column) {
-        const int width = m_parts->Panes.Grid().columnWidth(static_cast<int>(column));
-        const std::int32_t loaded = m_loaded.ColWidth[column];
-        state.ColWidth[column] = width == ColumnPixels(column, loaded) ? loaded : ToTwips(width, scale);
-    }
+    state.ColWidth = ReadColumnWidths();
 }
 
 WindowState frmMain::CurrentState() const {
@@ -342,6 +374,23 @@ void frmMain::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::WindowStateChange && !isMaximized() && !isMinimized()) {
         m_wasNormal = true;
+    }
+}
+
+void frmMain::moveEvent(QMoveEvent*) {
+    m_frameTimer.start();
+}
+
+void frmMain::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    m_frameTimer.start();
+}
+
+// A maximised window has another frame, and with that one its normal place would move at each end.
+void frmMain::NoteFrame() {
+    if (isVisible() &&
+        (windowState() & (Qt::WindowMaximized | Qt::WindowMinimized | Qt::WindowFullScreen)) == 0) {
+        m_normalFrame = geometry().topLeft() - pos();
     }
 }
 

@@ -10,6 +10,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 
 namespace quavernet {
 
@@ -47,6 +48,8 @@ public:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
@@ -58,11 +61,14 @@ private:
 
     void PlaceWindow(const WindowState& state);
     void LimitShrinking();
+    void FollowFont();
+    void NoteFrame();
     void RestoreGrid(const WindowState& state);
     void RestoreFilters(const WindowState& state);
     void RestoreChecks(const WindowState& state);
     WindowState CurrentState() const;
     void SetColumnWidths(const ColumnWidths& widths);
+    ColumnWidths ReadColumnWidths() const;
     void ReadPlace(WindowState& state) const;
     int ColumnPixels(std::size_t column, std::int32_t twips) const;
 
@@ -71,6 +77,10 @@ private:
     WindowState m_loaded; ///< As the window was placed, and the size in pixels that came of it.
     QSize m_placedSize;
     bool m_wasNormal = false; ///< Has been in its normal state since it was placed.
+    int m_leastUseful = 0;    ///< Pixels; what the search needed when the least width was set.
+    double m_columnScale = 1; ///< Of the font for which the columns have their pixels.
+    QTimer m_frameTimer;
+    std::optional<QPoint> m_normalFrame; ///< From the corner of the normal window's frame to its own.
 };
 
 } // namespace quavernet

@@ -17,6 +17,7 @@
 #include "tree/frmCategoryName.h"
 #include "ui_frmPlayer.h"
 #include "widgets/DragFiles.h"
+#include "widgets/Mnemonics.h"
 #include "widgets/Pictures.h"
 #include "widgets/ToldPlaces.h"
 #include "widgets/Twips.h"
@@ -144,6 +145,7 @@ void frmPlayer::Form_Load() {
 void frmPlayer::LoadStrings() {
     LoadPlayerStrings(*m_ui, m_add);
     m_buttons->LoadStrings();
+    MarkMnemonics(*this);
 }
 
 void frmPlayer::Act(const std::function<void()>& action) {
@@ -319,12 +321,18 @@ void frmPlayer::changeEvent(QEvent* event) {
     }
 }
 
+// What is dragged stays the same until it leaves: there may be very many files.
+void frmPlayer::DragEntered(QDropEvent& event) {
+    m_takesDrag = TakesFiles(LocalFiles(*event.mimeData()));
+    (void)AnswerDrag(event, m_takesDrag);
+}
+
 void frmPlayer::dragEnterEvent(QDragEnterEvent* event) {
-    (void)AnswerDrag(*event, TakesFiles(LocalFiles(*event->mimeData())));
+    DragEntered(*event);
 }
 
 void frmPlayer::dragMoveEvent(QDragMoveEvent* event) {
-    (void)AnswerDrag(*event, TakesFiles(LocalFiles(*event->mimeData())));
+    (void)AnswerDrag(*event, m_takesDrag);
 }
 
 void frmPlayer::dropEvent(QDropEvent* event) {
@@ -338,11 +346,11 @@ void frmPlayer::dropEvent(QDropEvent* event) {
 bool frmPlayer::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
     case QEvent::DragEnter:
-    case QEvent::DragMove: {
-        auto* drag = static_cast<QDropEvent*>(event);
-        (void)AnswerDrag(*drag, TakesFiles(LocalFiles(*drag->mimeData())));
+        DragEntered(*static_cast<QDropEvent*>(event));
         return true;
-    }
+    case QEvent::DragMove:
+        (void)AnswerDrag(*static_cast<QDropEvent*>(event), m_takesDrag);
+        return true;
     case QEvent::Drop: {
         auto* drop = static_cast<QDropEvent*>(event);
         const std::vector<std::string> paths = LocalFiles(*drop->mimeData());

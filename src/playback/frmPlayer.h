@@ -63,6 +63,7 @@ protected:
 
 private:
     bool IsMinimized() const override { return isMinimized(); }
+    void DragEntered(QDropEvent& event);
     void SetCaption(const std::string& text) override;
     void SetFile(const std::string& text, const std::string& toolTip) override;
     void SetQuality(const std::string& text) override;
@@ -102,6 +103,7 @@ private:
     PlayerButtons* m_buttons = nullptr;
     QMenu m_add{this}; ///< mnuAdd
     QTimer m_timer;
+    bool m_takesDrag = false; ///< The files that are dragged over it now.
     bool m_open = true;
     bool m_bringing = false; ///< cmdMaindialog loads list and tree.
     QPoint m_loadedPlace;    ///< Twips, as the settings had it.

@@ -10,6 +10,7 @@
 #include "ui_frmScanLog.h"
 #include "widgets/FitScreen.h"
 #include "widgets/Mnemonics.h"
+#include "widgets/NeverMinimized.h"
 #include "widgets/TitleRoom.h"
 #include "widgets/Twips.h"
 
@@ -79,6 +80,7 @@ void ScanLogPainter::initStyleOption(QStyleOptionViewItem* option, const QModelI
 frmScanLog::frmScanLog(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui::frmScanLog>()) {
     m_ui->setupUi(this);
     new TitleRoom(this);
+    new NeverMinimized(this, NeverMinimized::Owner::Leading);
     m_ui->lstLog->setModel(&m_lines);
     m_ui->lstLog->setItemDelegate(new ScanLogPainter(this));
     m_designSize = size() * TwipScale(font());

@@ -136,16 +136,25 @@ private:
     std::vector<QAccessible::Id> m_parts;
 };
 
-QAccessibleInterface* MakePartedInterface(const QString&, QObject* object) {
+// Asked for each class of an object, from its own to the most general.
+QAccessibleInterface* MakeInterface(const QString& className, QObject* object) {
     auto* control = qobject_cast<QWidget*>(object);
-    const auto* parted = dynamic_cast<PartedControl*>(object);
-    return control != nullptr && parted != nullptr ? new PartedInterface(*control, *parted) : nullptr;
+    if (control == nullptr) {
+        return nullptr;
+    }
+    if (const auto* parted = dynamic_cast<PartedControl*>(object)) {
+        return new PartedInterface(*control, *parted);
+    }
+    // The toolkit takes a window that is neither a dialog nor a main window for a mere part of one.
+    const bool isWindow = className == QLatin1String(QWidget::staticMetaObject.className()) &&
+                          control->windowType() == Qt::Window;
+    return isWindow ? new QAccessibleWidget(control, QAccessible::Window) : nullptr;
 }
 
 } // namespace
 
 void InstallAccessibleParts() {
-    QAccessible::installFactory(MakePartedInterface);
+    QAccessible::installFactory(MakeInterface);
 }
 
 void TellFocusedPart(QWidget& control, int part) {

@@ -29,7 +29,7 @@ public:
     virtual void PressPart(int part) = 0;
 };
 
-/// From now on every PartedControl tells its parts. May be called again.
+/// From now on every PartedControl tells its parts, and every window that it is one. May be called again.
 void InstallAccessibleParts();
 
 /// The keyboard has moved to a part, or has come to the control that is on it.

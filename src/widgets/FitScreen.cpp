@@ -1,5 +1,7 @@
 #include "widgets/FitScreen.h"
 
+#include "widgets/WindowFrame.h"
+
 #include <QScreen>
 #include <QWidget>
 
@@ -7,17 +9,13 @@
 
 namespace quavernet {
 
-namespace {
-constexpr QSize Frame(20, 50); ///< Pixels that a window manager may add.
-}
-
 void FitScreen(QWidget& window, QSize wanted) {
     const QRect room = window.screen()->availableGeometry();
-    window.resize(wanted.boundedTo(room.size() - Frame));
+    window.resize(wanted.boundedTo(room.size() - WindowFrame));
     if (!window.testAttribute(Qt::WA_Moved)) {
         return; // The desktop finds a place.
     }
-    const QSize size = window.size() + Frame;
+    const QSize size = window.size() + WindowFrame;
     const QPoint last(std::max(room.left(), room.right() + 1 - size.width()),
                       std::max(room.top(), room.bottom() + 1 - size.height()));
     window.move(std::clamp(window.x(), room.left(), last.x()), std::clamp(window.y(), room.top(), last.y()));

@@ -1,8 +1,11 @@
 #include "widgets/Mnemonics.h"
 
+#include "app/MarkedCaption.h"
+
 #include <QAbstractButton>
 #include <QHash>
 #include <QLabel>
+#include <QTabBar>
 #include <QToolButton>
 
 #include <vector>
@@ -47,14 +50,7 @@ public:
     }
 
     QString Marked(const QString& text) const {
-        QString marked;
-        for (qsizetype i = 0; i < text.size(); ++i) {
-            if (i == m_places.value(text, -1) || text[i] == u'&') {
-                marked += u'&';
-            }
-            marked += text[i];
-        }
-        return marked;
+        return MarkedCaption(text, static_cast<std::size_t>(m_places.value(text, -1)));
     }
 
 private:
@@ -110,11 +106,22 @@ void MarkMnemonics(QWidget& window) {
             letters.Add(WithoutMarks(label->text()));
         }
     }
+    const QList<QTabBar*> bars = window.findChildren<QTabBar*>();
+    for (const QTabBar* bar : bars) {
+        for (int tab = 0; tab < bar->count(); ++tab) {
+            letters.Add(WithoutMarks(bar->tabText(tab)));
+        }
+    }
     for (auto* button : buttons) {
         button->setText(letters.Marked(WithoutMarks(button->text())));
     }
     for (auto* label : labels) {
         label->setText(letters.Marked(WithoutMarks(label->text())));
+    }
+    for (QTabBar* bar : bars) {
+        for (int tab = 0; tab < bar->count(); ++tab) {
+            bar->setTabText(tab, letters.Marked(WithoutMarks(bar->tabText(tab))));
+        }
     }
 }
 

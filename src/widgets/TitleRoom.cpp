@@ -1,5 +1,7 @@
 #include "widgets/TitleRoom.h"
 
+#include "widgets/WindowFrame.h"
+
 #include <QBoxLayout>
 #include <QEvent>
 #include <QFontDatabase>
@@ -9,11 +11,6 @@
 #include <algorithm>
 
 namespace quavernet {
-
-namespace {
-// Pixels: the icon, the close button and the edges of a window manager's frame.
-constexpr int FrameRoom = 120;
-} // namespace
 
 TitleRoom::TitleRoom(QWidget* form) : QObject(form), m_leastWidth(form->minimumWidth()) {
     form->installEventFilter(this);
@@ -25,7 +22,7 @@ bool TitleRoom::eventFilter(QObject* watched, QEvent* event) {
         QFont font = QFontDatabase::systemFont(QFontDatabase::TitleFont);
         font.setBold(true); // As many frames have it.
         const int title = QFontMetrics(font).horizontalAdvance(form->windowTitle());
-        Widen(*form, title + FrameRoom);
+        Widen(*form, title + TitleBarControls);
     }
     return QObject::eventFilter(watched, event);
 }

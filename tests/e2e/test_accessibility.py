@@ -16,6 +16,30 @@ NAMED_ROLES = {"push button", "toggle button", "check box", "radio button", "com
                "table column header", "column header", "dialog", "alert", "page tab"}
 
 
+# Every window that a menu opens: its keys in German and in English, the role of the window, and some roles in it that
+# a list of texts would not have. Two rows are selected for the last one, and one for the others.
+WINDOWS = [
+    (("ctrl+i",), ("ctrl+i",), "dialog", {"text", "push button"}),
+    (("ctrl+b",), ("ctrl+b",), "dialog", {"list", "push button"}),
+    (("alt+o", "k"), ("alt+o", "c"), "dialog", {"combo box", "radio button", "check box", "text"}),
+    (("alt+o", "c"), ("alt+o", "t"), "dialog", {"text", "check box"}),
+    (("alt+o", "o"), ("alt+o", "o"), "dialog", {"text", "push button"}),
+    (("alt+o", "f"), ("alt+o", "d"), "dialog", {"text", "check box"}),
+    (("alt+o", "r"), ("alt+o", "r"), "dialog", {"radio button"}),
+    (("alt+o", "e"), ("alt+o", "m"), "dialog", {"radio button", "check box"}),
+    (("alt+h", "b"), ("alt+h", "a"), "dialog", {"label", "push button"}),
+    (("ctrl+c",), ("ctrl+c",), "alert", {"push button"}),
+    (("alt+b", "d"), ("alt+e", "f"), "dialog", {"text", "push button"}),
+    (("shift+Down", "alt+b", "d"), ("shift+Down", "alt+e", "f"), "dialog", {"list", "text"}),
+]
+# And those that stay open beside the main window.
+OPEN_WINDOWS = [
+    ("ctrl+l", "dialog", {"list", "page tab", "push button"}),
+    ("ctrl+p", "frame", {"list", "slider", "push button", "check box"}),
+    ("F1", "frame", {"tree", "text", "push button"}),
+]
+
+
 class AccessibilityTest(ProgramTest):
     def setUp(self):
         super().setUp()
@@ -64,9 +88,9 @@ class AccessibilityTest(ProgramTest):
                 and {"showing", "enabled"} <= set(item["states"]) and "focusable" not in item["states"]]
         self.assertEqual(deaf, [])
 
-    def start_with_music(self, language):
+    def start_with_music(self, language, ScanLog=0):
         folder, music = self.make_music()
-        self.store(ScanLog=0, Language=language, Scanpath=folder, ScanpathValue=1)
+        self.store(ScanLog=ScanLog, Language=language, Scanpath=folder, ScanpathValue=1)
         window = self.start()
         self.desktop.key("ctrl+s")
         self.await_scan(window, len(music))
@@ -111,33 +135,88 @@ class AccessibilityTest(ProgramTest):
             "heads": ["Performer, sorted in ascending order", "Title", "Length", "Size", "Quality (bit)", "Format"],
             "panels": ["19 performers", "56 title(s)", "4 albums"]})
 
-    def test_the_other_windows_in_both_languages(self):
-        for language, keys in (("GER", ("ctrl+i", "ctrl+l", "ctrl+b", "ctrl+p", "F1")),
-                               ("ENG", ("ctrl+i", "ctrl+l", "ctrl+b", "ctrl+p", "F1"))):
-            window = self.start_with_music(language) if language == "GER" else self.start_again(language)
-            for key in keys:
-                with self.subTest(language=language, key=key):
-                    self.desktop.activate(window)
-                    self.desktop.click(window, *ROW_1)
-                    before = self.windows()
-                    self.desktop.key(key)
-                    wait_until(f"the window of {key}", lambda: self.windows() > before)
-                    tree = self.tree()
-                    self.assert_nothing_nameless(tree)
-                    self.assert_keyboard_reaches_what_acts(tree)
-                    self.desktop.key("Escape" if key not in ("ctrl+p", "F1") else "alt+F4")
-                    wait_until(f"the window of {key} to go", lambda: self.windows() == before)
-            self.desktop.activate(window)
-            self.desktop.key("ctrl+q")
-            self.assertEqual(self.ended(), 0)
+    def check_new_window(self, before, keys, role, roles):
+        """What the keys have opened: it and all in it has names, the role of its kind, and a way by the
+        keyboard. Gives its name."""
+        opened = wait_until(f"the window of {keys}", lambda: self.windows()[before:])[0]
+        tree = self.tree()
+        self.assert_nothing_nameless(tree)
+        self.assert_keyboard_reaches_what_acts(tree)
+        self.assertEqual(opened["role"], role)
+        self.assertLessEqual(roles, {item["role"] for item, _ in self.all(opened)})
+        return opened["name"]
+
+    def check_all_windows(self, language):
+        window = self.start_with_music(language)
+        for german, english, role, roles in WINDOWS:
+            keys = german if language == "GER" else english
+            with self.subTest(language=language, keys=keys):
+                self.desktop.activate(window)
+                self.desktop.click(window, *ROW_1)
+                before = len(self.windows())
+                self.desktop.key(*keys)
+                self.check_new_window(before, keys, role, roles)
+                self.desktop.key("Escape")
+                wait_until(f"the window of {keys} to go", lambda: len(self.windows()) == before)
+        for key, role, roles in OPEN_WINDOWS:
+            with self.subTest(language=language, key=key):
+                self.desktop.activate(window)
+                before = len(self.windows())
+                self.desktop.key(key)
+                self.check_new_window(before, key, role, roles)
+                self.desktop.key("alt+F4")
+                wait_until(f"the window of {key} to go", lambda: len(self.windows()) == before)
+        self.desktop.activate(window)
+        self.desktop.key("ctrl+q")
+        self.assertEqual(self.ended(), 0)
+
+    def test_every_window_of_the_menus_in_german(self):
+        self.check_all_windows("GER")
+
+    def test_every_window_of_the_menus_in_english(self):
+        self.check_all_windows("ENG")
+
+    def check_windows_of_buttons(self, language, charts, category, edit):
+        """Those that only a button opens, which is pressed as a screen reader does, and the log of a scan."""
+        window = self.start_with_music(language, ScanLog=1)
+        log = self.check_new_window(1, "ctrl+s", "dialog", {"list", "label", "push button"})
+        self.desktop.close_window(f"^{log}$")
+        for button in charts:
+            self.press("push button", button)
+            chart = self.check_new_window(1, button, "dialog", {"table", "label", "push button"})
+            self.desktop.close_window(f"^{chart}$")
+        self.desktop.activate(window)
+        self.desktop.click(window, *ROW_1)
+        self.desktop.key("ctrl+i")
+        wait_until("the details", lambda: len(self.windows()) == 2)
+        self.press("push button", edit)
+        wait_until("the fields", lambda: any("editable" in item["states"]
+                                             for item, _ in self.all(self.windows()[1], "text")))
+        details = self.check_new_window(1, edit, "dialog", {"text", "combo box", "radio button"})
+        self.desktop.close_window(f"^{details}$")
+        self.desktop.activate(window)
+        self.desktop.key("ctrl+p")
+        wait_until("the player", lambda: len(self.windows()) == 2)
+        # The toolkit answers the press when the dialog that it opens has gone.
+        pressed = subprocess.Popen([WALKER, "Quavernet", "push button", category], env=self.desktop.environment,
+                                   stderr=subprocess.DEVNULL)
+        self.addCleanup(pressed.wait)
+        self.addCleanup(pressed.kill)
+        dialog = self.check_new_window(2, category, "dialog", {"text", "push button"})
+        self.desktop.close_window(f"^{dialog}$")
+
+    def test_the_windows_of_buttons_in_german(self):
+        self.check_windows_of_buttons("GER", ("Zeigt die meistgehörten Titel an", "Zeigt die neuesten Dateien an"), "In Bibliothek", "Bearbeiten")
+
+    def test_the_windows_of_buttons_in_english(self):
+        self.check_windows_of_buttons("ENG", ("Shows the most played titles", "Shows the newest files"), "Add to library", "Edit")
+
+    def press(self, role, name):
+        subprocess.run([WALKER, "Quavernet", role, name], env=self.desktop.environment, check=True)
 
     def windows(self):
-        """How many are shown: some are kept for the next time."""
-        return len([window for window in self.tree()["children"] if "showing" in window["states"]])
-
-    def start_again(self, language):
-        self.store(ScanLog=0, Language=language)
-        return self.start()
+        """Those that are shown, in the order in which they were made: some are kept for the next time."""
+        return [window for window in self.tree()["children"] if "showing" in window["states"]]
 
     def test_a_letter_can_be_pressed_by_a_screen_reader(self):
         self.start_with_music("GER")

@@ -27,7 +27,7 @@ TEST_F(CoversWindowTest, AllTextsFollowTheLanguageWhileTheWindowIsOpen) {
     EXPECT_EQ(FromQString(Covers()->windowTitle()), "Cover Verwaltung");
     const char* const captions[] = {"Front", "Back", "CD", "CD2", "Inlay", "Inlet"};
     for (int page = 0; page < 6; ++page) {
-        EXPECT_EQ(FromQString(Tabs().tabText(page)), captions[page]);
+        EXPECT_EQ(Caption(Tabs().tabText(page)), captions[page]);
     }
     EXPECT_EQ(TextOf("cmdBrowseFront"), "Suchen...");
     EXPECT_EQ(TextOf("cmdFrontOnlineSearch"), "Online Suche...");
@@ -38,7 +38,7 @@ TEST_F(CoversWindowTest, AllTextsFollowTheLanguageWhileTheWindowIsOpen) {
         Action(language).trigger();
         EXPECT_EQ(FromQString(Covers()->windowTitle()), LoadResString(506));
         for (int page = 0; page < 6; ++page) {
-            EXPECT_EQ(FromQString(Tabs().tabText(page)), LoadResString(322 + page));
+            EXPECT_EQ(Caption(Tabs().tabText(page)), LoadResString(322 + page));
             EXPECT_EQ(TextOf(BrowseButtons[page]), LoadResString(105));
             EXPECT_EQ(TextOf(SearchButtons[page]), LoadResString(106));
             EXPECT_EQ(TextOf(DeleteButtons[page]), LoadResString(107));

@@ -6,8 +6,10 @@
 #include <QFontDatabase>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTabWidget>
 
 #include <map>
+#include <set>
 
 namespace quavernet::test {
 
@@ -107,6 +109,40 @@ TEST_F(DialogMannersTest, ADialogThatHoldsTheProgramCannotBeMinimised) {
         (void)QTest::qWaitFor([&] { return !dialog->isMinimized(); }, 1000);
         EXPECT_FALSE(dialog->isMinimized()) << FromQString(dialog->objectName());
         EXPECT_TRUE(dialog->isVisible());
+    }
+}
+
+TEST_F(DialogMannersTest, ADialogBesideTheMainWindowIsMinimisedTogetherWithItAlone) {
+    for (const auto& dialog : Dialogs()) {
+        if (dialog->objectName() == QLatin1String("frmScanLog") ||
+            dialog->objectName() == QLatin1String("frmChart")) {
+            dialog->showMinimized();
+            EXPECT_TRUE(QTest::qWaitFor([&] { return !dialog->isMinimized(); }, 1000));
+            Form().showMinimized();
+            dialog->showMinimized();
+            QTest::qWait(150);
+            EXPECT_TRUE(dialog->isMinimized()) << "or the main window would come back with it";
+            Form().showNormal();
+        }
+    }
+}
+
+TEST_F(DialogMannersTest, TabsHaveLettersOfTheirOwn) {
+    for (const char* language : {"GER", "ENG"}) {
+        settings.values["Language"] = language;
+        frmCovers covers(&Form());
+        covers.Form_Load();
+        auto& tabs = *covers.findChild<QTabWidget*>(QStringLiteral("SSTab1"));
+        std::set<QChar> taken;
+        for (const QString& caption : Captions(covers)) {
+            taken.insert(caption[caption.indexOf(u'&') + 1].toLower());
+        }
+        for (int tab = 0; tab < tabs.count(); ++tab) {
+            const qsizetype mark = tabs.tabText(tab).indexOf(u'&');
+            ASSERT_GE(mark, 0) << FromQString(tabs.tabText(tab));
+            EXPECT_TRUE(taken.insert(tabs.tabText(tab)[mark + 1].toLower()).second)
+                << FromQString(tabs.tabText(tab));
+        }
     }
 }
 

@@ -24,6 +24,8 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <set>
+
 namespace quavernet::test {
 
 namespace {
@@ -343,6 +345,19 @@ TEST_F(HelpWindowTest, TheFieldsHintsFollowTheTextOfADarkDesktop) {
                 << name;
             EXPECT_EQ(shown.color(QPalette::PlaceholderText).alpha(), 128) << name;
         }
+    }
+}
+
+TEST_F(HelpWindowTest, TheWidthForPicturesDoesNotDependOnTheirHeight) {
+    for (const char* page : {"HTML\\start.html", "HTML\\scanreminder.html"}) {
+        Open(page);
+        std::set<int> widths;
+        for (int height = 300; height <= 1500; height += 100) {
+            Form().resize(900, height);
+            QCoreApplication::processEvents();
+            widths.insert(Page().viewport()->width());
+        }
+        EXPECT_EQ(widths.size(), 1U) << "the scroll bar would come and go with the pictures' sizes";
     }
 }
 

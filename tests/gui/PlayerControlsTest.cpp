@@ -4,6 +4,8 @@
 #include <QCheckBox>
 #include <QMenu>
 
+#include <set>
+
 namespace quavernet::test {
 
 namespace {
@@ -48,6 +50,31 @@ TEST_F(PlayerControlsTest, TheButtonsRunTheQueue) {
     ClickEntry(2);
     Click("cmdPlay");
     EXPECT_EQ(engine->FileName(), "/music/Three.mp3");
+}
+
+TEST_F(PlayerControlsTest, EachButtonWithATextHasALetterOfItsOwn) {
+    for (const char* language : {"GER", "ENG"}) {
+        settings.values["Language"] = language;
+        PlayThree();
+        std::set<QChar> letters;
+        for (const auto* button : Player().findChildren<QAbstractButton*>()) {
+            if (!button->text().isEmpty()) {
+                const qsizetype mark = button->text().indexOf(u'&');
+                ASSERT_GE(mark, 0) << FromQString(button->text());
+                EXPECT_TRUE(letters.insert(button->text()[mark + 1].toLower()).second)
+                    << FromQString(button->text());
+            }
+        }
+        EXPECT_EQ(letters.size(), 9U);
+        CloseMain();
+    }
+    PlayThree();
+    auto& repeat = Part<QCheckBox>("chkRepeat");
+    Player().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Player()));
+    const QChar letter = repeat.text()[repeat.text().indexOf(u'&') + 1].toUpper();
+    QTest::keyClick(Player().windowHandle(), static_cast<Qt::Key>(letter.unicode()), Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return repeat.isChecked(); }));
 }
 
 TEST_F(PlayerControlsTest, TheButtonsCanBePressedByTheSpaceBar) {

@@ -1,5 +1,6 @@
 // What the player's window looks like and how its surface reacts.
 #include "gui/PlayerWindowTest.h"
+#include "gui/Caption.h"
 
 #include <QAbstractScrollArea>
 #include <QCheckBox>
@@ -45,7 +46,7 @@ TEST_F(PlayerLooksTest, TheTextsAreThoseOfBothLanguages) {
         Texts shown{Caption(), LabelText("Label")};
         for (const char* name : {"cmdAdd", "cmdRem", "cmdRemAll", "cmdLoadPlaylist", "cmdCreatePlaylist",
                                  "cmdCreateCategory", "chkRepeat", "chkRepeatAll", "cmdRandomize"}) {
-            shown.push_back(FromQString(Part<QAbstractButton>(name).text()));
+            shown.push_back(test::Caption(Part<QAbstractButton>(name).text()));
         }
         for (const char* name : PictureButtons) {
             shown.push_back(FromQString(Part<QWidget>(name).toolTip()));
@@ -68,7 +69,7 @@ TEST_F(PlayerLooksTest, AnOpenPlayerTakesTheNewLanguageAndAClosedOneStaysClosed)
     Action("mnuViewLanguageENG").trigger();
     EXPECT_EQ(windows->Player().Form(), nullptr);
     windows->Player().Show();
-    EXPECT_EQ(FromQString(Part<QToolButton>("cmdAdd").text()), "Add");
+    EXPECT_EQ(test::Caption(Part<QToolButton>("cmdAdd").text()), "Add");
 }
 
 TEST_F(PlayerLooksTest, NoTextIsCutInEitherLanguageAtTheSmallestSize) {

@@ -215,6 +215,24 @@ TEST_F(WindowStateTest, AMaximisedWindowComesBackMaximisedAndKeepsItsNormalPlace
     EXPECT_EQ(Form().size(), QSize(500, 400));
 }
 
+TEST_F(WindowStateTest, TheNormalPlaceDoesNotMoveByTheFrameThatAMaximisedWindowLacks) {
+    settings.values["WindowLeft"] = "600";
+    settings.values["WindowTop"] = "750";
+    settings.values["WindowWidth"] = "7500";
+    settings.values["WindowHeight"] = "6000";
+    Start();
+    ASSERT_NE(Form().geometry().topLeft(), Form().pos()) << "it has a frame";
+    QTest::qWait(300); // Place and frame are known by then.
+    Form().windowHandle()->setFlag(Qt::FramelessWindowHint);
+    Form().showMaximized();
+    QCoreApplication::processEvents();
+    ASSERT_TRUE(Form().isMaximized());
+    ASSERT_EQ(Form().geometry().topLeft(), Form().pos()) << "and now it has none";
+    CloseMain();
+    EXPECT_EQ(settings.values["NormalLeft"], "600");
+    EXPECT_EQ(settings.values["NormalTop"], "750");
+}
+
 TEST_F(WindowStateTest, AMaximisedWindowThatWasMinimisedIsStoredAsMaximised) {
     Start();
     Form().showMaximized();
@@ -270,6 +288,35 @@ TEST_F(WindowStateTest, ALargerFontEnlargesTheWindowUpToTheScreenAndLeavesWhatIs
     EXPECT_EQ(settings.values["WindowHeight"], "9000");
     EXPECT_EQ(settings.values["ColWidth(0)"], "3000");
     EXPECT_EQ(settings.values["SplitterPos"], "2835");
+}
+
+TEST_F(WindowStateTest, ColumnsAndTheLeastWidthFollowTheFontOfTheDesktopWhileTheWindowIsOpen) {
+    settings.values["ColWidth(1)"] = "2000";
+    const QFont usual = QApplication::font();
+    Start();
+    Grid().setColumnWidth(2, 90);
+    const int least = Form().minimumWidth();
+    const auto widths = [this] {
+        return std::vector<int>{Grid().columnWidth(0), Grid().columnWidth(1), Grid().columnWidth(2)};
+    };
+    const std::vector<int> before = widths();
+    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 12));
+    QCoreApplication::processEvents();
+    const double scale = Form().Panes().Placement().Scale();
+    ASSERT_GT(scale, 1.2);
+    for (std::size_t column = 0; column < before.size(); ++column) {
+        EXPECT_NEAR(widths()[column], before[column] * scale, 1) << column;
+    }
+    EXPECT_GT(Form().minimumWidth(), least);
+    EXPECT_GE(Form().width(), Form().minimumWidth());
+    QApplication::setFont(usual);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(widths(), before);
+    EXPECT_EQ(Form().minimumWidth(), least);
+    CloseMain();
+    EXPECT_EQ(settings.values["ColWidth(0)"], "3000");
+    EXPECT_EQ(settings.values["ColWidth(1)"], "2000");
+    EXPECT_EQ(settings.values["ColWidth(2)"], "1350");
 }
 
 TEST_F(WindowStateTest, ARefusedCloseLeavesTheWindowMinimised) {
