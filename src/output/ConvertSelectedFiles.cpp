@@ -56,6 +56,18 @@ void AddFile(ProgramCommand& command, const std::string& path) {
     command.Arguments.push_back(path);
 }
 
+// A selection of many thousand files is more than a program can be started with.
+void StartEncoder() {
+    try {
+        services.shell->StartProgram(EncoderCommand(services.shell->ProgramFolder()));
+    } catch (const RuntimeError& failure) {
+        if (failure.Number() != ErrorNumber::OutOfMemory) {
+            throw;
+        }
+        ShowBox(Texts::SelectionTooLarge, Texts::ConvertingNotPossible, MsgBox::Icon::Exclamation);
+    }
+}
+
 } // namespace
 
 ProgramCommand EncoderCommand(const std::string& programFolder) {
@@ -74,22 +86,6 @@ ProgramCommand EncoderCommand(const std::string& programFolder) {
     }
     return command;
 }
-
-namespace {
-
-// A selection of many thousand files is more than a program can be started with.
-void StartEncoder() {
-    try {
-        services.shell->StartProgram(EncoderCommand(services.shell->ProgramFolder()));
-    } catch (const RuntimeError& failure) {
-        if (failure.Number() != ErrorNumber::OutOfMemory) {
-            throw;
-        }
-        ShowBox(Texts::SelectionTooLarge, Texts::ConvertingNotPossible, MsgBox::Icon::Exclamation);
-    }
-}
-
-} // namespace
 
 void ConvertSelectedFiles(LongWork& work, const std::function<void()>& showOptions) {
     if (CheckBoxSetting(Konvert::Show, "1")) {

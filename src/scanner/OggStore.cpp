@@ -157,15 +157,16 @@ bool StoreOggRecord(OggRecord& record, SavedLog& log) {
     keys.Album_id = AlbumKey(record);
     keys.Genre_id = GenreKey(record);
 
-    record.path = SqlQuote(record.path);
-    record.name = SqlQuote(record.name);
+    const std::string path = record.path;
+    const std::string name = record.name;
+    record.path = SqlQuote(path);
+    record.name = SqlQuote(name);
     const bool isKnown = FindsRow("Select File_id from Files where Path = '" + record.path + "'");
     mainModule.Connection->Execute(isKnown ? UpdateStatement(record, keys) : InsertStatement(record, keys));
-    // The log gets the value as it was given: quoting is for statements.
-    log.Add(SqlUnquote(record.path), record.size, record.length);
+    log.Add(path, record.size, record.length); // Quoting is for statements.
     services.events->DoEvents();
-    record.path = SqlUnquote(record.path);
-    record.name = SqlUnquote(record.name);
+    record.path = path;
+    record.name = name;
     return !isKnown;
 }
 

@@ -13,6 +13,17 @@
 
 namespace quavernet {
 
+namespace {
+
+// Ctrl+C is a command of the menu, so that copying has the keys of the list.
+bool IsCopy(const QKeyEvent& event) {
+    const QKeySequence pressed(event.keyCombination());
+    return pressed == QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C) ||
+           pressed == QKeySequence(Qt::CTRL | Qt::Key_Insert);
+}
+
+} // namespace
+
 TreeView::TreeView(QWidget* parent) : QTreeView(parent), m_items(*this) {
     setObjectName(QStringLiteral("TreeView"));
     setModel(&m_items);
@@ -111,15 +122,6 @@ void TreeView::UpdateRow(const TreeNode* node) {
         viewport()->update(0, cell.top(), viewport()->width(), cell.height());
     }
 }
-
-namespace {
-// Ctrl+C is a command of the menu, so that copying has the keys of the list.
-bool IsCopy(const QKeyEvent& event) {
-    const QKeySequence pressed(event.keyCombination());
-    return pressed == QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C) ||
-           pressed == QKeySequence(Qt::CTRL | Qt::Key_Insert);
-}
-} // namespace
 
 // In the tree these keys are its own, and not the list's.
 bool TreeView::event(QEvent* event) {

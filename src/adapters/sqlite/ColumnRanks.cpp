@@ -91,20 +91,6 @@ int CompareNumbers(const ADODB::Field& left, const ADODB::Field& right) {
     return exact(left) < exact(right) ? -1 : exact(left) > exact(right) ? 1 : 0;
 }
 
-} // namespace
-
-int CompareValues(const ADODB::Field& left, const ADODB::Field& right) {
-    const int classOfLeft = ClassOf(left);
-    if (const int difference = classOfLeft - ClassOf(right); difference != 0) {
-        return difference;
-    }
-    return classOfLeft == 0   ? 0
-           : classOfLeft == 1 ? CompareNumbers(left, right)
-                              : CompareTexts(left.View(), right.View());
-}
-
-namespace {
-
 /// For each value its place in the order; equal values share one.
 std::vector<std::uint32_t> RanksOf(const ADODB::RowBlock& rows, std::size_t column,
                                    const std::vector<std::uint32_t>& firstRows) {
@@ -131,6 +117,16 @@ std::vector<std::uint32_t> RanksOf(const ADODB::RowBlock& rows, std::size_t colu
 }
 
 } // namespace
+
+int CompareValues(const ADODB::Field& left, const ADODB::Field& right) {
+    const int classOfLeft = ClassOf(left);
+    if (const int difference = classOfLeft - ClassOf(right); difference != 0) {
+        return difference;
+    }
+    return classOfLeft == 0   ? 0
+           : classOfLeft == 1 ? CompareNumbers(left, right)
+                              : CompareTexts(left.View(), right.View());
+}
 
 ColumnRanks::ColumnRanks(const ADODB::RowBlock& rows, std::size_t column) {
     DistinctValues distinct(rows, column);

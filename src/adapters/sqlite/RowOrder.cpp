@@ -23,14 +23,15 @@ std::optional<std::vector<std::uint32_t>> OrderOfIntegers(const ADODB::RowBlock&
                                                           bool descending,
                                                           const std::vector<std::uint32_t>& sequence) {
     constexpr std::uint64_t SignBit = std::uint64_t{1} << 63;
-    std::vector<SortKey> keys(rows.Rows());
+    std::vector<SortKey> keys;
+    keys.reserve(rows.Rows());
     for (std::uint32_t row = 0; row < rows.Rows(); ++row) {
         const ADODB::Field value = rows.At(row, column);
         if (value.GetKind() != ADODB::Field::Kind::Integer) {
             return std::nullopt;
         }
         const std::uint64_t key = std::bit_cast<std::uint64_t>(value.Integer()) ^ SignBit;
-        keys[row] = {descending ? ~key : key, 0, row};
+        keys.push_back({descending ? ~key : key, 0, row});
     }
     if (!sequence.empty()) {
         // Apart from the values, which are read in turn: keys are found faster than rows.
