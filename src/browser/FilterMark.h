@@ -2,8 +2,7 @@
 // needs to tell colours apart. The combos and the search box use it.
 #pragma once
 
-#include "browser/FilterEvents.h"
-#include "widgets/Pictures.h"
+#include "widgets/Colours.h"
 
 #include <QPainter>
 #include <QWidget>
@@ -20,8 +19,8 @@ inline QFont FilterMarkFont(const QFont& font) {
 inline void PaintFilterMark(QWidget& control) {
     constexpr int Thickness = 2;
     QPainter painter(&control);
-    const QPen pen(ColorOn(control.palette(), LetterLabels::RestColor), Thickness, Qt::SolidLine,
-                   Qt::SquareCap, Qt::MiterJoin);
+    const QPen pen(ColourOf(OwnColour::Letter, control.palette()), Thickness, Qt::SolidLine, Qt::SquareCap,
+                   Qt::MiterJoin);
     painter.setPen(pen);
     painter.drawRect(control.rect().adjusted(1, 1, -1, -1));
 }

@@ -1,5 +1,6 @@
 #include "browser/GridPaint.h"
 
+#include "widgets/Colours.h"
 #include "widgets/Pictures.h"
 
 #include <QPainter>
@@ -42,7 +43,7 @@ void RowPainter::initStyleOption(QStyleOptionViewItem* option, const QModelIndex
     option->state &= ~(QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
     const std::int32_t row = index.row() + 1;
     if (m_selection.IsPainted(row)) {
-        option->backgroundBrush = option->palette.brush(QPalette::Active, QPalette::Highlight);
+        option->backgroundBrush = ColourOf(OwnColour::SelectionGround, option->palette);
         option->palette.setBrush(QPalette::Text,
                                  option->palette.brush(QPalette::Active, QPalette::HighlightedText));
     }
@@ -77,7 +78,7 @@ void RowPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
 void RowPainter::PaintRest(QPainter& painter, const QRect& rest, std::int32_t row,
                            const QPalette& palette) const {
     if (m_selection.IsPainted(row)) {
-        painter.fillRect(rest, palette.brush(QPalette::Active, QPalette::Highlight));
+        painter.fillRect(rest, ColourOf(OwnColour::SelectionGround, palette));
     } else if (row % 2 == 0) {
         painter.fillRect(rest, palette.brush(QPalette::AlternateBase));
     }

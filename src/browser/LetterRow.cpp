@@ -4,6 +4,7 @@
 #include "app/MainModule.h"
 #include "app/MayAct.h"
 #include "app/TextNumbers.h"
+#include "widgets/Colours.h"
 #include "widgets/Pictures.h"
 #include "widgets/Twips.h"
 
@@ -133,11 +134,11 @@ void LetterRow::ShowLooks() {
         }
         // White is read on a coloured ground; the window's own would swallow it where it is light.
         const bool hovered = state.ForeColor == LetterLabels::HoverColor;
-        const QColor color = ColorOn(palette(), state.ForeColor);
+        const QColor color = ColourOfNumber(state.ForeColor, palette());
         if (label.palette().color(QPalette::WindowText) != color || label.autoFillBackground() != hovered) {
             QPalette colors = palette();
             colors.setColor(QPalette::WindowText, color);
-            colors.setColor(QPalette::Window, QColor(0x2A, 0x5D, 0xA8));
+            colors.setColor(QPalette::Window, ColourOf(OwnColour::HoverGround, palette()));
             label.setPalette(colors);
             label.setAutoFillBackground(hovered);
         }
@@ -298,7 +299,7 @@ void LetterRow::paintEvent(QPaintEvent* event) {
     QFrame::paintEvent(event);
     if (hasFocus()) {
         QPainter painter(this);
-        painter.setPen(palette().color(QPalette::Highlight));
+        painter.setPen(ColourOf(OwnColour::FocusLine, palette()));
         painter.drawRect(m_labels[m_cursor]->geometry().adjusted(0, 0, -1, -1));
     }
 }

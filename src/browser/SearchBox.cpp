@@ -5,6 +5,7 @@
 #include "app/MayAct.h"
 #include "browser/FilterMark.h"
 #include "browser/SearchHistory.h"
+#include "widgets/Colours.h"
 
 #include <QAction>
 #include <QEvent>
@@ -147,11 +148,8 @@ void SearchBox::ShowOffer() {
     m_offer->setVisible(width() >= LeastWidthOfOffer);
 }
 
-// The toolkit's half-transparent hint is too faint to read.
 void SearchBox::ShowHintColor() {
-    constexpr int Opacity = 176; // Of 255.
-    QColor color = palette().color(QPalette::Text);
-    color.setAlpha(Opacity);
+    const QColor color = ColourOf(OwnColour::Hint, palette());
     if (palette().color(QPalette::PlaceholderText) != color) {
         QPalette colors = palette();
         colors.setColor(QPalette::PlaceholderText, color);

@@ -2,6 +2,7 @@
 
 #include "adapters/qt/FileUris.h"
 #include "extras/CoverPicture.h"
+#include "widgets/Colours.h"
 #include "widgets/DragFiles.h"
 #include "widgets/Twips.h"
 
@@ -83,7 +84,7 @@ void CoverBox::paintEvent(QPaintEvent*) {
     ReadPicture(pixels.size());
     if (m_picture.isNull()) {
         painter.fillRect(rect(), palette().base());
-        painter.setPen(palette().color(QPalette::Mid));
+        painter.setPen(ColourOf(OwnColour::Edge, palette()));
         painter.drawRect(rect().adjusted(0, 0, -1, -1));
         return;
     }

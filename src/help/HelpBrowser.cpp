@@ -1,6 +1,7 @@
 #include "help/HelpBrowser.h"
 
 #include "help/HelpSet.h"
+#include "widgets/Colours.h"
 
 #include <QResizeEvent>
 #include <QTextBlock>
@@ -10,6 +11,17 @@
 #include <algorithm>
 
 namespace quavernet {
+
+namespace {
+
+// Rules of the style sheet whose colours are not the desktop's.
+QByteArray OwnRules(const QPalette& palette) {
+    return QStringLiteral("\na { color: %1; }\ntable { border-color: %2; }\n")
+        .arg(ColourOf(OwnColour::Link, palette).name(), ColourOf(OwnColour::Edge, palette).name())
+        .toUtf8();
+}
+
+} // namespace
 
 HelpBrowser::HelpBrowser(QWidget* parent) : QTextBrowser(parent) {
     setOpenExternalLinks(false);
@@ -24,6 +36,9 @@ QVariant HelpBrowser::loadResource(int type, const QUrl& name) {
     const QByteArray bytes = HelpSet::Read(place);
     if (bytes.isEmpty()) {
         return {};
+    }
+    if (type == QTextDocument::StyleSheetResource) {
+        return bytes + OwnRules(palette());
     }
     if (type != QTextDocument::ImageResource) {
         return bytes;

@@ -5,6 +5,7 @@
 #include "app/MainModule.h"
 #include "app/ShowHelp.h"
 #include "ui_frmHelp.h"
+#include "widgets/Colours.h"
 #include "widgets/FitScreen.h"
 #include "widgets/Twips.h"
 
@@ -25,13 +26,11 @@ void SetTip(QWidget* control, std::int32_t text) {
     control->setAccessibleName(control->toolTip());
 }
 
-/// Hints in empty fields, half as strong as text: some dark desktops leave them black. The form's colours are
-/// those that the field is about to take over.
+/// Hints in empty fields: some dark desktops leave them black. The form's colours are those that the field is
+/// about to take over.
 void ShadeHint(const QWidget& form, QLineEdit* field) {
     QPalette palette = field->palette();
-    QColor hint = form.palette().color(QPalette::Text);
-    hint.setAlpha(128);
-    palette.setColor(QPalette::PlaceholderText, hint);
+    palette.setColor(QPalette::PlaceholderText, ColourOf(OwnColour::Hint, form.palette()));
     field->setPalette(palette);
 }
 

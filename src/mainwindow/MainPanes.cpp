@@ -5,6 +5,7 @@
 #include "app/MainModule.h"
 #include "app/TextNumbers.h"
 #include "widgets/AccessibleParts.h"
+#include "widgets/Colours.h"
 #include "widgets/Pictures.h"
 
 #include <QApplication>
@@ -37,7 +38,7 @@ protected:
         QPainter painter(this);
         painter.fillRect(
             rect().adjusted(width() / 2 - 1, 0, -(width() - 1) / 2, 0), // Two pixels in the middle.
-            palette().color(hasFocus() ? QPalette::Highlight : QPalette::Mid));
+            ColourOf(hasFocus() ? OwnColour::FocusLine : OwnColour::Edge, palette()));
     }
 };
 
@@ -52,7 +53,7 @@ protected:
         const QWidget* focused = QApplication::focusWidget();
         if (qobject_cast<const QAbstractItemView*>(focused) != nullptr && focused->parentWidget() == this) {
             QPainter painter(this);
-            painter.setPen(palette().color(QPalette::Highlight));
+            painter.setPen(ColourOf(OwnColour::FocusLine, palette()));
             painter.drawRect(focused->geometry().adjusted(-1, -1, 0, 0));
         }
     }

@@ -2,6 +2,7 @@
 
 #include "adapters/qt/QtText.h"
 #include "browser/FilterEvents.h"
+#include "widgets/Colours.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -124,8 +125,7 @@ std::array<QRect, 6> MainStatusBar::PanelRects() const {
 
 void MainStatusBar::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    QColor line = palette().color(QPalette::WindowText);
-    line.setAlphaF(0.2F);
+    const QColor line = ColourOf(OwnColour::Edge, palette());
     painter.setPen(line);
     painter.drawLine(0, 0, width(), 0);
     const auto rects = PanelRects();

@@ -2,6 +2,7 @@
 
 #include "app/Version.h"
 #include "ui_frmSplash.h"
+#include "widgets/Colours.h"
 #include "widgets/Pictures.h"
 
 #include <QApplication>
@@ -25,6 +26,11 @@ frmSplash::frmSplash(QWidget* owner)
     : QDialog(owner, Qt::SplashScreen | Qt::FramelessWindowHint), m_ui(std::make_unique<Ui::frmSplash>()) {
     m_ui->setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
+    setStyleSheet(QStringLiteral("QDialog#frmSplash { background: %1; border: 1px solid %2; } "
+                                 "QLabel { color: %3; }")
+                      .arg(ColourOf(OwnColour::SplashGround, palette()).name(),
+                           ColourOf(OwnColour::SplashEdge, palette()).name(),
+                           ColourOf(OwnColour::SplashText, palette()).name()));
     m_ui->Image1->setPixmap(Picture("quavernet").pixmap(QSize(96, 96), devicePixelRatio()));
     m_ui->lblVersion->setText(ToQString(SplashVersionText()));
     m_timer = new QTimer(this);

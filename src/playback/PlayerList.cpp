@@ -4,6 +4,7 @@
 #include "app/ScopedValue.h"
 #include "playback/PlayQueue.h"
 #include "playback/QueueMarks.h"
+#include "widgets/Colours.h"
 #include "widgets/KeyCodes.h"
 
 #include <QApplication>
@@ -13,22 +14,6 @@
 namespace quavernet {
 
 namespace {
-
-/// A breath of the selection's colour.
-QColor PlayingGround() {
-    constexpr int Alpha = 48; // Of 255: texts stay as legible as on the plain ground.
-    QColor color = QApplication::palette().color(QPalette::Highlight);
-    color.setAlpha(Alpha);
-    return color;
-}
-
-/// Less than the others, but still to be read.
-QColor FaultColor() {
-    constexpr int Alpha = 150; // Of 255.
-    QColor color = QApplication::palette().color(QPalette::Text);
-    color.setAlpha(Alpha);
-    return color;
-}
 
 QSize RowSize() {
     constexpr int Room = 6; // Pixels above and below the text, together.
@@ -60,10 +45,10 @@ QVariant PlayerEntries::data(const QModelIndex& index, int role) const {
         }
         return {};
     case Qt::BackgroundRole:
-        return plays ? QVariant(PlayingGround()) : QVariant();
+        return plays ? QVariant(ColourOf(OwnColour::PlayingGround, QApplication::palette())) : QVariant();
     case Qt::ForegroundRole:
         if (text.find(ErrorMark) != std::string::npos) {
-            return FaultColor();
+            return ColourOf(OwnColour::FaultyEntry, QApplication::palette());
         }
         return {};
     case Qt::SizeHintRole:

@@ -1,6 +1,7 @@
 #include "tree/TreeItems.h"
 
 #include "tree/NodeKey.h"
+#include "widgets/Colours.h"
 #include "widgets/Pictures.h"
 
 #include <QFont>
@@ -102,7 +103,7 @@ QVariant TreeItems::data(const QModelIndex& index, int role) const {
     case Qt::ForegroundRole:
         return node->ForeColor == TreeNode::TextColor
                    ? QVariant()
-                   : QVariant(QBrush(ColorOn(m_view.palette(), node->ForeColor)));
+                   : QVariant(QBrush(ColourOfNumber(node->ForeColor, m_view.palette())));
     default:
         return {};
     }

@@ -1,5 +1,7 @@
 #include "tree/TreeView.h"
 
+#include "widgets/Colours.h"
+
 #include <QApplication>
 #include <QDropEvent>
 #include <QHeaderView>
@@ -196,6 +198,12 @@ void TreeView::drawBranches(QPainter* painter, const QRect& rect, const QModelIn
 // The arrow of the selected node lies on its mark, and is drawn like its text.
 void TreeView::initViewItemOption(QStyleOptionViewItem* option) const {
     QTreeView::initViewItemOption(option);
+    const QColor ground = ColourOf(OwnColour::SelectionGround, option->palette);
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
+        option->palette.setBrush(group, QPalette::Highlight, ground);
+        option->palette.setBrush(group, QPalette::HighlightedText,
+                                 option->palette.brush(QPalette::Active, QPalette::HighlightedText));
+    }
     if (m_selectedBranch) {
         const QBrush text = option->palette.brush(QPalette::HighlightedText);
         for (const QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
@@ -204,24 +212,26 @@ void TreeView::initViewItemOption(QStyleOptionViewItem* option) const {
     }
 }
 
-// The whole row takes the drop, so all of it is marked; the selected node stays recognisable below the mark.
+// The whole row takes the drop, so all of it is marked; the selected node stays recognisable by its ground.
 void TreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                        const QModelIndex& index) const {
-    constexpr int FillOpacity = 64; // Of 255.
+    const QRect row(0, option.rect.top(), viewport()->width(), option.rect.height());
+    const bool takesDrop = m_showsTarget && TreeItems::NodeOf(index) == m_items.Model().DropHighlight();
+    const bool isSelected = selectionModel()->isSelected(index);
+    if (takesDrop && !isSelected) {
+        painter->fillRect(row, ColourOf(OwnColour::DropGround, palette())); // Below the text.
+    }
     QTreeView::drawRow(painter, option, index);
     const int end = visualRect(index).right() + 1;
-    if (selectionModel()->isSelected(index) && end < viewport()->width()) {
-        const QPalette::ColorGroup group = isActiveWindow() ? QPalette::Active : QPalette::Inactive;
-        painter->fillRect(QRect(end, option.rect.top(), viewport()->width() - end, option.rect.height()),
-                          palette().brush(group, QPalette::Highlight));
+    if (isSelected && end < viewport()->width()) {
+        painter->fillRect(QRect(end, row.top(), viewport()->width() - end, row.height()),
+                          ColourOf(OwnColour::SelectionGround, palette()));
     }
-    if (m_showsTarget && TreeItems::NodeOf(index) == m_items.Model().DropHighlight()) {
-        const QRect row(0, option.rect.top(), viewport()->width() - 1, option.rect.height() - 1);
-        QColor fill = palette().color(QPalette::Highlight);
-        painter->setPen(fill);
-        fill.setAlpha(FillOpacity);
-        painter->setBrush(fill);
-        painter->drawRect(row);
+    if (takesDrop) {
+        painter->setPen(isSelected ? palette().color(QPalette::Active, QPalette::HighlightedText)
+                                   : ColourOf(OwnColour::FocusLine, palette()));
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRect(row.adjusted(0, 0, -1, -1));
     }
 }
 

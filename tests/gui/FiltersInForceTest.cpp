@@ -5,6 +5,7 @@
 #include "browser/SearchBox.h"
 #include "support/RecordingConnection.h"
 #include "support/SmallAudio.h"
+#include "widgets/Colours.h"
 
 #include <QAbstractItemView>
 #include <QCheckBox>
@@ -53,17 +54,6 @@ protected:
     static std::ptrdiff_t Loads(const RecordingConnection& recorder) {
         return std::count_if(recorder.statements.begin(), recorder.statements.end(),
                              [](const std::string& sent) { return sent.starts_with("Select F.Path, F.S"); });
-    }
-    static double Luminance(const QColor& color) {
-        const auto linear = [](double part) {
-            return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-        };
-        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-               0.0722 * linear(color.blueF());
-    }
-    static double Contrast(const QColor& one, const QColor& other) {
-        const double a = Luminance(one), b = Luminance(other);
-        return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
     }
 };
 
@@ -271,14 +261,8 @@ TEST_F(FiltersInForceTest, TheMarksAreReadOnLightAndDarkGround) {
                   4.5);
         auto& search = Control<QLineEdit>("txtSearch");
         const QColor hint = search.palette().color(QPalette::PlaceholderText);
-        const QColor ground = colors.color(QPalette::Base);
-        const auto mixed = [&hint](int over, int under) {
-            return (over * hint.alpha() + under * (255 - hint.alpha())) / 255;
-        };
-        EXPECT_GE(Contrast(QColor(mixed(hint.red(), ground.red()), mixed(hint.green(), ground.green()),
-                                  mixed(hint.blue(), ground.blue())),
-                           ground),
-                  4.5);
+        EXPECT_EQ(hint.alpha(), 255);
+        EXPECT_GE(Contrast(hint, colors.color(QPalette::Base)), TextContrast);
     }
 }
 

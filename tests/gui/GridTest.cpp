@@ -2,6 +2,7 @@
 
 #include "browser/GridPaint.h"
 #include "support/ScriptedPlayer.h"
+#include "widgets/Colours.h"
 
 #include <QClipboard>
 #include <QHeaderView>
@@ -59,7 +60,7 @@ TEST_F(GridTest, AClickPaintsTheRowAndShowsItsPath) {
     ClickRow(2);
     EXPECT_EQ(mainModule.SelectedRows.Rows(), Rows{2});
     EXPECT_EQ(PanelText(Panel::Scanning), "/music/Title 101.mp3");
-    EXPECT_EQ(RowColour(2), Grid().palette().color(QPalette::Active, QPalette::Highlight));
+    EXPECT_EQ(RowColour(2), ColourOf(OwnColour::SelectionGround, Grid().palette()));
     EXPECT_NE(RowColour(1), RowColour(2));
     ClickRow(3, Qt::ControlModifier);
     EXPECT_EQ(mainModule.SelectedRows.Rows(), (Rows{2, 3}));
@@ -261,7 +262,7 @@ TEST_F(GridTest, HeadTintAndSelectionReachTheRightEdgeOfTheList) {
     EXPECT_EQ(pixel(heads, right, middle), pixel(heads, head.sectionViewportPosition(5) + 50, middle));
     const QImage rows = Grid().viewport()->grab().toImage();
     const auto colorAt = [&](int row, int x) { return pixel(rows, x, CellCentre(row).y()); };
-    EXPECT_EQ(colorAt(1, right), Grid().palette().color(QPalette::Highlight));
+    EXPECT_EQ(colorAt(1, right), ColourOf(OwnColour::SelectionGround, Grid().palette()));
     EXPECT_EQ(colorAt(2, right), Grid().palette().color(QPalette::AlternateBase));
     EXPECT_EQ(colorAt(2, head.sectionViewportPosition(5) + 50), colorAt(2, right));
     EXPECT_EQ(colorAt(3, right), Grid().palette().color(QPalette::Base));

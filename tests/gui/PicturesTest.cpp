@@ -1,12 +1,14 @@
 #include "gui/GuiTest.h"
 
+#include "widgets/Colours.h"
 #include "widgets/PictureButton.h"
 #include "widgets/Pictures.h"
 
+#include <QDir>
+#include <QFile>
 #include <QMouseEvent>
 #include <QPainter>
-
-#include <cmath>
+#include <QRegularExpression>
 
 namespace quavernet::test {
 
@@ -22,19 +24,6 @@ constexpr auto Keys = std::to_array<const char*>(
      "pausedown", "play",         "playblue",       "playdown",       "plist",
      "print",     "scan",         "stop",           "stopblue",       "stopdown",
      "top"});
-
-double Luminance(const QColor& color) {
-    const auto part = [](double value) {
-        return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * part(color.redF()) + 0.7152 * part(color.greenF()) + 0.0722 * part(color.blueF());
-}
-
-double Contrast(const QColor& a, const QColor& b) {
-    const double light = std::max(Luminance(a), Luminance(b));
-    const double dark = std::min(Luminance(a), Luminance(b));
-    return (light + 0.05) / (dark + 0.05);
-}
 
 /// The best contrast that any pixel of the picture has with the ground.
 double BestContrast(const char* key, const QColor& ground) {
@@ -78,6 +67,38 @@ TEST_F(PicturesTest, EveryPictureIsSeenOnALightAndOnADarkWindow) {
         EXPECT_GE(BestContrast(key, QColor(0xEF, 0xEF, 0xEF)), 3.0) << key;
         EXPECT_GE(BestContrast(key, QColor(0x2D, 0x2D, 0x30)), 3.0) << key;
     }
+}
+
+// An outline may be fainter where what it is filled with is seen, and a stroke on a filled part is seen on
+// that. The program's own sign brings its ground along.
+TEST_F(PicturesTest, EveryStrokeOfEveryPictureIsSeenOnALightAndOnADarkWindow) {
+    static const QRegularExpression element(QStringLiteral("<(?!svg)[a-z]+ [^>]*>"));
+    static const QRegularExpression color(QStringLiteral("#[0-9a-f]{6}"));
+    static const QRegularExpression fill(QStringLiteral("fill=\"(#[0-9a-f]{6})\""));
+    int strokes = 0;
+    for (const QString& file : QDir(QStringLiteral(":/icons")).entryList({QStringLiteral("*.svg")})) {
+        QFile svg(QStringLiteral(":/icons/") + file);
+        ASSERT_TRUE(svg.open(QIODevice::ReadOnly));
+        for (const QColor& ground : {QColor(0xEF, 0xEF, 0xEF), QColor(0x35, 0x35, 0x35)}) {
+            svg.seek(0);
+            auto elements = element.globalMatch(QString::fromUtf8(svg.readAll()));
+            QColor below = ground;
+            while (elements.hasNext() && file != QLatin1String("quavernet.svg")) {
+                const QString drawn = elements.next().captured();
+                double best = 0;
+                auto colors = color.globalMatch(drawn);
+                while (colors.hasNext()) {
+                    const QColor seen(colors.next().captured());
+                    best = std::max({best, Contrast(seen, ground), Contrast(seen, below)});
+                }
+                EXPECT_GE(best, MarkContrast) << FromQString(file) << " " << FromQString(drawn);
+                const auto filled = fill.match(drawn);
+                below = filled.hasMatch() ? QColor(filled.captured(1)) : below;
+                ++strokes;
+            }
+        }
+    }
+    EXPECT_GT(strokes, 100);
 }
 
 TEST_F(PicturesTest, APictureButtonHasThreeLooks) {

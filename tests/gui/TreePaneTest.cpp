@@ -101,6 +101,7 @@ TEST_F(TreePaneTest, TheBlueOfACategoryIsReadableOnADarkWindow) {
     Start();
     QPalette dark = Tree().palette();
     dark.setColor(QPalette::Window, QColor(40, 40, 40));
+    dark.setColor(QPalette::Base, QColor(30, 30, 30));
     dark.setColor(QPalette::WindowText, Qt::white);
     Tree().setPalette(dark);
     EXPECT_GT(Foreground(Alpha()).value<QBrush>().color().lightness(), 160);

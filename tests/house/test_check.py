@@ -233,6 +233,24 @@ class CheckTest(unittest.TestCase):
         places = [line.split(" ")[0] for line in self.broken("words")]
         self.assertEqual(places, ["src/platform/Clock.h:1:", "tests/ClockTest.cpp:2:", "docs/A.md:1:", "src/app/A.h:1:"])
 
+    def test_a_colour_outside_the_table_is_told(self):
+        for code in ("QColor(0x2A, 0x5D, 0xA8)", 'QColor line("red")', "QColor{1, 2, 3}", "painter.setPen(Qt::black);",
+                     "color.setAlpha(48);", "palette().color(QPalette::Mid)", "QColor::fromRgb(1, 2, 3)", "qRgb(1, 2, 3)",
+                     'setStyleSheet("color: #16324f")', "Qt::darkGray"):
+            self.write("src/browser/A.cpp", f"// one\nvoid A() {{ {code}; }}\n")
+            self.assertEqual([line.split(" ")[0] for line in self.broken("colours")], ["src/browser/A.cpp:2:"], code)
+        os.remove(os.path.join(self.root, "src/browser/A.cpp"))
+        self.write("src/browser/A.ui", "<x>background: #16324f;</x>\n")
+        self.write("src/resources/help/a.css", "p { color: #000000; }\n")
+        self.assertEqual([line.split(" ")[0] for line in self.broken("colours")],
+                         ["src/browser/A.ui:1:", "src/resources/help/a.css:1:"])
+
+    def test_the_table_itself_the_desktops_colours_and_comments_name_none(self):
+        self.write("src/widgets/Colours.cpp", "QColor(1, 2, 3);\n")
+        self.write("src/browser/A.cpp", "// QColor(1, 2, 3) #16324f\nQColor a = palette().color(QPalette::Text);\n"
+                   "QColor b(color);\nauto c = QColor::fromRgba(rgb);\n")
+        self.assertEqual(self.broken("colours"), [])
+
     def texts_in(self, path, code):
         self.write(path, code)
         return [line.split(": ", 1)[1].rsplit(";", 1)[0] for line in self.broken("texts")]

@@ -282,13 +282,39 @@ def documented(root):
     return broken
 
 
+# A colour that is named in a source, a form or a style sheet, or made see-through; a role of the desktop's that is
+# too faint for lines.
+COLOUR = re.compile(
+    r"""\bQColor\s*(?:\w+\s*)?[({]\s*["'\d]"""
+    r"""|\bfrom(?:Rgb|Rgba|Rgba64|RgbF|RgbaF|Hsv|HsvF|Hsl|HslF|String)\(\s*["'\d]|\bqRgba?\s*\(|\bsetAlphaF?\s*\("""
+    r"""|\bQt::(?:black|white|(?:dark|light)?(?:red|green|blue|cyan|magenta|yellow|gray|Red|Green|Blue|Cyan|Magenta"""
+    r"""|Yellow|Gray))\b|\bQPalette::(?:Mid|Midlight|Light|Dark|Shadow)\b|#[0-9a-fA-F]{6}\b""")
+COLOURS = {"src/widgets/Colours.cpp": "the table", "src/adapters/qt/PaintedPages.cpp": "ink on paper"}
+
+
+def colours(root):
+    """The program's own colours are in one table, whose contrasts a test computes; nothing else names any."""
+    broken, seen = [], 0
+    for path in source.walk(root, ["src"], (*source.CODE, ".ui", ".css")):
+        if path in COLOURS:
+            continue
+        seen += 1
+        text = source.read(root, path)
+        for number, line in enumerate((source.without_comments(text) if path.endswith(source.CODE) else text).splitlines(), 1):
+            hit = COLOUR.search(line)
+            if hit:
+                broken.append(f"{path}:{number}: \"{hit.group(0)}\" is a colour of its own; it belongs into widgets/Colours")
+    print(f"Colours: {seen} files")
+    return broken
+
+
 def texts(root):
     """What a user reads is in the string tables, apart from the few literals that texts.py allows."""
     return shown_texts.check(root)
 
 
 CHECKS = {"sizes": sizes, "connects": connects, "cycles": cycles, "layers": layers, "share": share,
-          "ratio": ratio, "words": words, "texts": texts, "handing": handing, "privates": privates,
+          "ratio": ratio, "words": words, "texts": texts, "colours": colours, "handing": handing, "privates": privates,
           "documented": documented,
           "format": layout}
 

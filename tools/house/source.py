@@ -71,6 +71,11 @@ def without_texts(text):
     return re.sub(r"^\s*#(?:[^\n\\]|\\\n|\\.)*", lambda m: re.sub(r"[^\n]", " ", m.group(0)), blanked, flags=re.M)
 
 
+def without_comments(text):
+    """The text with comments blanked out and literals as they are; line numbers stay."""
+    return _BLANKED.sub(lambda m: re.sub(r"[^\n]", " ", m.group(0)) if m.group(0).startswith("/") else m.group(0), text)
+
+
 @dataclass
 class Function:
     name: str        # as it is in the file, with its class if that is written there

@@ -52,6 +52,8 @@ ALLOWED = {
     ("src/scanner/ProgressStep.cpp", "Quavernet - "): "the product's name",
     ("src/mainwindow/frmAbout.cpp", "Quavernet"): "the product's name",
     ("src/mainwindow/frmAbout.ui", "Quavernet"): "the product's name",
+    ("src/help/HelpBrowser.cpp", " a { color: %1; } table { border-color: %2; } "): "rules of a style sheet",
+    ("src/mainwindow/frmSplash.cpp", "QDialog#frmSplash { background: %1; border: 1px solid %2; } "): "a rule of a style sheet",
     ("src/mainwindow/frmSplash.ui", "Quavernet"): "the product's name",
     ("src/mainwindow/frmSplash.ui", "Greyfinch Labs"): "the maker's name",
     ("src/mainwindow/frmSplash.ui", "mp3 · ogg-Vorbis · wav"): "names of formats",
