@@ -60,6 +60,8 @@ class WaylandBasicsTest(WaylandTest):
         before = self.in_home()
         self.window = self.start()
         self.assertEqual(self.desktop.title(self.window), "Quavernet - letzter scan: -")
+        # By this a desktop finds the menu entry of a window.
+        self.assertEqual(self.desktop.node(self.window)["app_id"], "io.greyfinch.Quavernet")
         self.scan(self.window, os.path.join(self.home, "Musik"))
         self.await_scan(self.window, 3)
         self.desktop.picture("1-scan")

@@ -70,6 +70,10 @@ class DesktopTest(unittest.TestCase):
         self.assertEqual(entry()["Exec"], "quavernet")
         self.assertNotIn("MimeType", entry())
 
+    def test_each_start_is_a_program_of_its_own(self):
+        for key in ("DBusActivatable", "SingleMainWindow"):
+            self.assertNotIn(key, entry())
+
     def test_all_texts_of_the_desktop_file_are_in_both_languages(self):
         texts = [key for key in entry() if key in ("GenericName", "Comment", "Keywords")]
         self.assertEqual(len(texts), 3)
