@@ -1,9 +1,9 @@
 #!/usr/bin/python3
 """Prints what a screen reader gets from a running program, as one JSON text: each window with all that it shows.
 
-    accessible_tree.py APPLICATION [ROLE NAME]
+    accessible_tree.py APPLICATION [--windows | ROLE NAME]
 
-With a role and a name it does the first action of that object instead. Runs under the system's own Python, which the package python3-pyatspi is for."""
+With --windows it looks no deeper than the windows. With a role and a name it does the first action of that object instead. Runs under the system's own Python, which the package python3-pyatspi is for."""
 import json
 import sys
 
@@ -14,7 +14,7 @@ TOLD_STATES = ("FOCUSABLE", "FOCUSED", "SELECTED", "CHECKED", "CHECKABLE", "ENAB
                "EDITABLE")
 
 
-def told(item):
+def told(item, depth=100):
     states = item.getState()
     return {
         "role": item.getRoleName(),
@@ -22,7 +22,8 @@ def told(item):
         "description": item.description,
         "states": [name.lower() for name in TOLD_STATES if states.contains(getattr(pyatspi, "STATE_" + name))],
         "actions": actions(item),
-        "children": [told(item.getChildAtIndex(number)) for number in range(min(item.childCount, MOST_CHILDREN))
+        "children": [told(item.getChildAtIndex(number), depth - 1)
+                     for number in range(min(item.childCount, MOST_CHILDREN) if depth else 0)
                      if item.getChildAtIndex(number) is not None],
     }
 
@@ -51,6 +52,9 @@ def main():
     for number in range(desktop.childCount):
         application = desktop.getChildAtIndex(number)
         if application is not None and application.name == sys.argv[1]:
+            if sys.argv[2:] == ["--windows"]:
+                print(json.dumps(told(application, 1), ensure_ascii=False))
+                return 0
             if len(sys.argv) > 2:
                 return 0 if press(application, *sys.argv[2:]) else 1
             print(json.dumps(told(application), ensure_ascii=False))
