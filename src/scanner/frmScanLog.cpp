@@ -15,6 +15,8 @@
 #include "widgets/Twips.h"
 
 #include <QCloseEvent>
+#include <QPainter>
+#include <QTextLayout>
 
 namespace quavernet {
 
@@ -26,6 +28,22 @@ int StoredPixels(const char* name, int otherwise) {
     std::int32_t twips = 0;
     IgnoreFailure([&] { twips = TwipsSetting(name, "0"); });
     return twips > 0 ? ToPixels(twips) : otherwise;
+}
+
+QSizeF LayOut(QTextLayout& layout, const QString& text) {
+    layout.setText(text);
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    line.setNumColumns(static_cast<int>(text.size())); // All of it in one line.
+    layout.endLayout();
+    return {line.naturalTextWidth(), line.height()};
+}
+
+QPalette::ColorGroup ColourGroup(const QStyleOption& option) {
+    if (!option.state.testFlag(QStyle::State_Enabled)) {
+        return QPalette::Disabled;
+    }
+    return option.state.testFlag(QStyle::State_Active) ? QPalette::Normal : QPalette::Inactive;
 }
 
 } // namespace
@@ -70,11 +88,33 @@ QString ScanLogPainter::Shortened(const QString& line, const QFontMetrics& metri
     return room < metrics.horizontalAdvance(QStringLiteral("…/")) ? last : folders + last;
 }
 
-void ScanLogPainter::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
-    QStyledItemDelegate::initStyleOption(option, index);
-    const QStyle& style = *option->widget->style();
-    const int margin = style.pixelMetric(QStyle::PM_FocusFrameHMargin, option, option->widget) + 1;
-    option->text = Shortened(option->text, option->fontMetrics, option->rect.width() - 2 * margin);
+void ScanLogPainter::paint(QPainter* painter, const QStyleOptionViewItem& given,
+                           const QModelIndex& index) const {
+    QStyleOptionViewItem option = given;
+    initStyleOption(&option, index);
+    const QStyle& style = *option.widget->style();
+    style.drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
+
+    const int margin = style.pixelMetric(QStyle::PM_FocusFrameHMargin, &option, option.widget) + 1;
+    const QRect room = option.rect.adjusted(margin, 0, -margin, 0);
+    QTextLayout text;
+    text.setFont(option.font);
+    QSizeF size = LayOut(text, option.text);
+    if (size.width() > room.width()) {
+        size = LayOut(text, Shortened(option.text, option.fontMetrics, room.width()));
+    }
+    painter->save();
+    painter->setClipRect(option.rect);
+    painter->setPen(option.palette.color(ColourGroup(option), option.state.testFlag(QStyle::State_Selected)
+                                                                  ? QPalette::HighlightedText
+                                                                  : QPalette::Text));
+    text.draw(painter, QPointF(room.left(), room.top() + (room.height() - size.height()) / 2));
+    painter->restore();
+    if (option.state.testFlag(QStyle::State_HasFocus)) {
+        QStyleOptionFocusRect focus;
+        focus.QStyleOption::operator=(option);
+        style.drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, option.widget);
+    }
 }
 
 frmScanLog::frmScanLog(QWidget* owner) : QDialog(owner), m_ui(std::make_unique<Ui::frmScanLog>()) {
