@@ -25,7 +25,7 @@ from command_model import State  # noqa: E402
 from support import Content  # noqa: E402
 from desktop import ProgramTest, wait_until  # noqa: E402
 
-OPTIONS = argparse.Namespace(count=1000, rounds=4, seed=2026)
+OPTIONS = argparse.Namespace(count=2000, rounds=6, seed=2026)
 LONGEST = 900  # seconds
 INSERT = re.compile("insert into filecategories", re.I)
 TREE_LEFT, TREE_TOP, ROW_HEIGHT = 90, 72, 18  # of the nodes' names, in a window of the first start's size
@@ -118,6 +118,9 @@ class SharedWindow(ProgramTest):
     def start(self, *arguments):
         raise NotImplementedError("instances start by themselves")
 
+    def tearDown(self):
+        self.desktop.picture("shared-tree-end")
+
     def entries(self):
         return self.library.values("select Position || ' ' || Filename from FileCategories order by Position")
 
@@ -167,8 +170,8 @@ class SharedWindow(ProgramTest):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--count", type=int, default=1000, help="commands of each program and round")
-    parser.add_argument("--rounds", type=int, default=4)
+    parser.add_argument("--count", type=int, default=2000, help="commands of each program and round")
+    parser.add_argument("--rounds", type=int, default=6)
     parser.add_argument("--seed", type=int, default=2026)
     parser.add_argument("--only", action="append", default=[], choices=["commands", "windows"])
     parser.parse_args(namespace=OPTIONS)
