@@ -40,9 +40,9 @@ void CategoryEditor::FillCategoryList() {
     names.Close();
 }
 
-void CategoryEditor::FollowOthers() {
+bool CategoryEditor::FollowOthers() {
     if (mainModule.Connection->ChangesOfOthers() == m_changesOfOthers) {
-        return;
+        return false;
     }
     const std::string selected = ListText();
     FillCategoryList();
@@ -50,6 +50,7 @@ void CategoryEditor::FollowOthers() {
     if (!selected.empty() && found != m_categories.end()) {
         m_listIndex = static_cast<std::int32_t>(found - m_categories.begin());
     }
+    return true;
 }
 
 std::string CategoryEditor::ListText() const {
@@ -104,19 +105,26 @@ std::optional<std::int32_t> CategoryEditor::cmdSave_Click(const std::string& nam
     if (name.empty()) {
         return NameMissing;
     }
-    const ADODB::WriteLock writeLock(*mainModule.Connection); // A name that is free stays so.
-    FollowOthers();
     if (WalkTo(name)) { // An unchanged name too.
         return NameTaken;
+    }
+    // Only the last category can be renamed here, whichever was chosen: the walk has left the list on its
+    // last one, and the old name is read after it.
+    const std::string oldName = ListText();
+    const ADODB::WriteLock writeLock(*mainModule.Connection); // A name that is free stays so.
+    const bool isShared = FollowOthers();
+    if (isShared && WalkTo(name)) {
+        return NameTaken;
+    }
+    if (isShared && !m_newMode && std::ranges::find(m_categories, oldName) == m_categories.end()) {
+        EndTyping(); // Another program has taken it away; the list tells so.
+        return std::nullopt;
     }
     // The field takes no apostrophe, so that names go into all statements as they are.
     const std::string_view plain = SqlPlain(name);
     if (m_newMode) {
         InsertCategory(plain);
     } else {
-        // Only the last category can be renamed here, whichever was chosen: the walk has left the list on its
-        // last one, and the old name is read after it.
-        const std::string oldName = ListText();
         RenameCategory(SqlPlain(oldName), plain);
     }
     EndTyping();
@@ -131,7 +139,7 @@ void CategoryEditor::cmdDelete_Click() {
     }
     {
         const ADODB::WriteLock writeLock(*mainModule.Connection);
-        FollowOthers();
+        (void)FollowOthers();
         const std::string name = ListText();
         if (name.empty()) {
             return; // Another program has deleted it.

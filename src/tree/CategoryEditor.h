@@ -49,7 +49,8 @@ public:
 
 private:
     void FillCategoryList();
-    void FollowOthers(); ///< Fills the list again if another program has written; the selection stays.
+    /// Fills the list again if another program has written since, and tells it; the selection stays.
+    bool FollowOthers();
     void BeginTyping(bool isNew, const std::string& text);
     void EndTyping();
     bool WalkTo(const std::string& name); ///< False if no category has it; the last one is selected then.

@@ -6,6 +6,7 @@
 #include "app/ShowBox.h"
 #include "library/SqlQuote.h"
 #include "platform/LibraryError.h"
+#include "tree/PlaceNow.h"
 
 #include <cstddef>
 #include <optional>
@@ -66,8 +67,13 @@ CategoryFinish MakeCategory(const std::string& name, NamedCategory& category, st
     return CategoryFinish::Made;
 }
 
-void AddEntry(const NamedCategory& category, const std::string& path, std::size_t position) {
+/// False if another program has taken the category away.
+bool AddEntry(const NamedCategory& category, const std::string& path, std::size_t position,
+              OthersWatch& watch) {
     const ADODB::WriteLock writeLock(*mainModule.Connection);
+    if (watch.HasNews() && !TakesEntries(category.Id, category.Name)) {
+        return false;
+    }
     ADODB::Recordset file;
     file.Open("Select File_id, Name from Files where Path = '" + SqlQuote(path) + "'",
               *mainModule.Connection);
@@ -78,6 +84,7 @@ void AddEntry(const NamedCategory& category, const std::string& path, std::size_
             std::to_string(position) + ", '" + std::string(SqlPlain(category.Name)) + "')");
     }
     file.Close();
+    return true;
 }
 
 } // namespace
@@ -90,13 +97,15 @@ CategoryFinish FinishCategory(const std::string& name, const std::vector<std::st
     }
     NamedCategory category;
     std::string refusal;
+    OthersWatch watch(mainModule.Connection->ChangesOfOthers());
     const CategoryFinish finish = MakeCategory(name, category, refusal);
     if (finish != CategoryFinish::Made) {
         ShowBox(refusal, 310, MsgBox::Icon::Critical);
         return finish;
     }
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        AddEntry(category, files[i], i + 1);
+    bool isThere = true;
+    for (std::size_t i = 0; i < files.size() && isThere; ++i) {
+        isThere = AddEntry(category, files[i], i + 1, watch);
     }
     views.LoadTree();
     return CategoryFinish::Made;

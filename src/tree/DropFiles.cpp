@@ -12,6 +12,8 @@
 #include "tree/NodeKey.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <optional>
 
 namespace quavernet {
@@ -31,11 +33,12 @@ std::string IdOfTarget(const std::string& category) {
     return id;
 }
 
-// The room that was made in front of the entry goes with it when others come or go, but stays behind when the
-// entry itself is moved: then there is room for the next file again.
-void KeepRoom(DropRun& run) {
+// Called when the entry under the mouse may have another position, and so may the free places before it. They
+// are still there if the other program has added or deleted entries; if it has moved this very entry they are
+// elsewhere, and one place is made for the next file. False if there is no position for that.
+bool KeepRoom(DropRun& run) {
     if (run.room == 0) {
-        return;
+        return true;
     }
     const std::string inCategory = " and Parent = '" + std::string(SqlPlain(run.node.Category)) + "'";
     const std::string target = std::to_string(run.pos + run.room);
@@ -43,12 +46,30 @@ void KeepRoom(DropRun& run) {
         "Select Count(FileCategory_id) from FileCategories where [Position] >= " + std::to_string(run.pos) +
         " and [Position] < " + target + inCategory);
     if (run.pos > 0 && taken == "0") {
-        return;
+        return true;
     }
-    run.pos = Narrow16(run.pos + run.room);
+    if (run.pos + run.room >= std::numeric_limits<std::int16_t>::max()) {
+        return false;
+    }
+    run.pos = static_cast<std::int16_t>(run.pos + run.room);
     run.room = 1;
     mainModule.Connection->Execute(
         "Update FileCategories set [Position] = [Position] + 1 where [Position] >= " + target + inCategory);
+    return true;
+}
+
+// The places are made by Parent. An entry of the category that names another one is not moved by them.
+bool MovesWithRoom(const DropRun& run) {
+    ADODB::Recordset rows;
+    rows.Open("Select FileCategory_id from FileCategories where FileCategory_id = " +
+                  GetFileCategoryIdFromKey(run.node.Key) + " and Parent = '" + SqlQuote(run.node.Category) +
+                  "'",
+              *mainModule.Connection);
+    return rows.RecordCount() > 0;
+}
+
+void SkipRest(DropRun& run, std::size_t from) {
+    run.skipped += run.request.Files.size() - from;
 }
 
 } // namespace
@@ -65,11 +86,11 @@ void TakeFileTarget(DropRun& run) {
 bool FollowTarget(DropRun& run) {
     if (run.hadFileTarget) {
         const auto position = PositionNow(GetFileCategoryIdFromKey(run.node.Key), run.node.Category);
-        if (position) {
-            run.pos = Narrow16(Val(*position) - run.room);
-            KeepRoom(run);
+        if (!position || !MovesWithRoom(run)) {
+            return position.has_value();
         }
-        return position.has_value();
+        run.pos = Narrow16(Val(*position) - run.room);
+        return KeepRoom(run);
     }
     const auto children = ChildrenNow(run.node.Category);
     if (children) {
@@ -124,7 +145,8 @@ void DropFiles(DropRun& run) {
     const std::vector<std::string>& paths = run.request.Files;
     const auto fileCount = std::count_if(paths.begin(), paths.end(), IsAudio);
     CurrentFile file = mainModule.CurrentFile;
-    for (const std::string& path : paths) {
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        const std::string& path = paths[i];
         if (!IsAudio(path)) {
             ++run.skipped;
             continue;
@@ -132,9 +154,10 @@ void DropFiles(DropRun& run) {
         const std::string category(SqlPlain(run.node.Category));
         std::optional<ADODB::WriteLock> writeLock(*mainModule.Connection);
         if (run.watch.HasNews() && !FollowTarget(run)) {
+            SkipRest(run, i);
             return;
         }
-        const std::string categoryId = IdOfTarget(category);
+        std::string categoryId = IdOfTarget(category);
         if (run.hadFileTarget) {
             // Once for every file, and each time by the count of all: what is after the new entries moves far
             // enough for any order in which they come, and the gap that remains shows nowhere.
@@ -146,13 +169,17 @@ void DropFiles(DropRun& run) {
         const std::string stored = StoreIfUnknown(run, path, file, writeLock);
         if (!writeLock) {
             writeLock.emplace(*mainModule.Connection);
-            if (run.watch.HasNews() && !FollowTarget(run)) {
-                return;
+            if (run.watch.HasNews()) {
+                if (!FollowTarget(run)) {
+                    SkipRest(run, i + 1);
+                    return;
+                }
+                categoryId = IdOfTarget(category); // It may have been made again.
             }
         }
         InsertEntryOfPath(run, stored, categoryId, category);
         Advance(run.pos);
-        --run.room;
+        run.room -= run.hadFileTarget ? 1 : 0;
     }
 }
 

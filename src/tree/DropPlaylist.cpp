@@ -57,8 +57,14 @@ void DropPlaylist(DropRun& run) {
     TextLines lines(*services.files, path);
     CurrentFile file = mainModule.CurrentFile;
     std::string line;
+    bool isShared = false; // Another program has written since.
+    bool isOver = false;
     while (lines.Next(line)) {
         if (line.starts_with('#')) {
+            continue;
+        }
+        if (isOver) {
+            ++run.skipped;
             continue;
         }
         // Whether a line's file is there is asked with failures passed over, and this ends the drop's own way
@@ -73,6 +79,11 @@ void DropPlaylist(DropRun& run) {
         const std::string stored = StoreIfUnknown(run, present, file, writeLock);
         Advance(run.pos);
         writeLock.emplace(*mainModule.Connection);
+        isShared = run.watch.HasNews() || isShared;
+        if (isShared && !TakesEntries(categoryId, baseName)) {
+            isOver = true;
+            continue;
+        }
         // The entries name the playlist as their parent, also when the category has a number after that name:
         // they show in the new category, and their length counts for the old one.
         InsertEntryOfPath(run, stored, categoryId, SqlQuote(baseName));

@@ -38,8 +38,10 @@ struct DropRun {
     OthersWatch watch; ///< Of what the tree tells.
 
     DropNode node = {};
-    std::int16_t pos = 0;     ///< Where the next entry goes, or the moved one.
-    int room = 0;             ///< How many places there are from pos on, up to the entry under the mouse.
+    std::int16_t pos = 0; ///< Where the next entry goes, or the moved one.
+    /// How many places there are from pos on, up to the entry under the mouse: that is at pos + room. 0 for a
+    /// drop on a category.
+    int room = 0;
     std::int16_t entryId = 0; ///< The entry that is selected afterwards.
     bool hadFileTarget = false;
     bool fileAdded = false;

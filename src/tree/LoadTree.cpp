@@ -154,7 +154,10 @@ void ForgetNodesThatAreGone(const TreeModel& tree) {
 
 } // namespace
 
-void LoadTree(TreeModel& tree) {
+void LoadTree(TreeModel& tree, std::optional<std::int64_t> seen) {
+    if (!seen && !tree.Nodes().empty()) {
+        seen = tree.ChangesOfOthers();
+    }
     // Built aside: events run on the way, and what they do works on the old tree.
     TreeModel loaded;
     try {
@@ -163,10 +166,8 @@ void LoadTree(TreeModel& tree) {
         tree = std::move(loaded); // Keys and places of the old one may be wrong by now.
         throw;
     }
-    const bool isChangedByOthers =
-        !tree.Nodes().empty() && tree.ChangesOfOthers() != loaded.ChangesOfOthers();
     tree = std::move(loaded);
-    if (isChangedByOthers) {
+    if (seen && *seen != tree.ChangesOfOthers()) {
         ForgetNodesThatAreGone(tree);
     }
     for (const std::string& key : mainModule.TreeNodeData.Keys()) {

@@ -4,6 +4,8 @@
 
 #include "tree/TreeModel.h"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 namespace quavernet {
@@ -16,7 +18,8 @@ namespace quavernet {
 /// neither that load nor later ones fail (mainModule.TreeFaults): what they concern is left out, such as the
 /// length of a category. Lets events run after each category and before the new tree takes the old one's
 /// place.
-void LoadTree(TreeModel& tree);
+/// `seen`: what the tree that is shown has as ChangesOfOthers, if another model takes the new one.
+void LoadTree(TreeModel& tree, std::optional<std::int64_t> seen = std::nullopt);
 
 /// The faults that the tree had at the start, in one line for the status bar; empty if there was none.
 std::string TreeFaultsText();

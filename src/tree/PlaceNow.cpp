@@ -9,6 +9,16 @@
 
 namespace quavernet {
 
+namespace {
+
+bool HasRows(const std::string& select) {
+    ADODB::Recordset rows;
+    rows.Open(select, *mainModule.Connection);
+    return rows.RecordCount() > 0;
+}
+
+} // namespace
+
 bool OthersWatch::HasNews() {
     const std::int64_t now = mainModule.Connection->ChangesOfOthers();
     return std::exchange(m_seen, now) != now;
@@ -24,6 +34,15 @@ std::optional<std::string> PositionNow(const std::string& fileCategoryId, const 
         return std::nullopt;
     }
     return rows.Fields(0).Text();
+}
+
+bool IsCategory(const std::string& name) {
+    return HasRows("Select Category_id from Categories where Category = '" + SqlQuote(name) + "'");
+}
+
+bool TakesEntries(const std::string& categoryId, const std::string& parent) {
+    return HasRows("Select Category_id from Categories where Category_id = " + categoryId) &&
+           IsCategory(parent);
 }
 
 std::optional<std::size_t> ChildrenNow(const std::string& category) {

@@ -24,6 +24,12 @@ private:
 /// The position of an entry, as text. Nothing if it is gone, or has gone to another category than this one.
 std::optional<std::string> PositionNow(const std::string& fileCategoryId, const std::string& category);
 
+bool IsCategory(const std::string& name);
+
+/// Whether entries can still be added to a category that has been made: its key is there, and a category of
+/// the name that they give as their Parent. Without the latter the next load of the tree would fail.
+bool TakesEntries(const std::string& categoryId, const std::string& parent);
+
 /// How many entries the tree would show under the category. Nothing if it is gone.
 std::optional<std::size_t> ChildrenNow(const std::string& category);
 

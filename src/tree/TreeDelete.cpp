@@ -52,15 +52,20 @@ void DeleteEntry(const TreeModel& tree) {
         "  and Category_id = " + categoryId);
 }
 
-void DeleteCategory(const std::string& key) {
-    {
-        const ADODB::WriteLock writeLock(*mainModule.Connection);
-        const std::string categoryId(Trim(FirstField("Select Category_id from Categories where Category = '" +
-                                                     std::string(SqlPlain(CategoryFromKey(key))) + "'")));
-        mainModule.Connection->Execute("Delete from FileCategories where Category_id = " + categoryId);
-        mainModule.Connection->Execute("Delete from Categories where Category_id = " + categoryId);
-        mainModule.Connection->Execute("Delete from Categories where Category_id = " + categoryId);
+void DeleteCategoryRows(const TreeModel& tree, const std::string& name) {
+    const ADODB::WriteLock writeLock(*mainModule.Connection);
+    if (OthersWatch(tree.ChangesOfOthers()).HasNews() && !IsCategory(name)) {
+        return; // Another program has deleted it.
     }
+    const std::string categoryId(Trim(FirstField("Select Category_id from Categories where Category = '" +
+                                                 std::string(SqlPlain(name)) + "'")));
+    mainModule.Connection->Execute("Delete from FileCategories where Category_id = " + categoryId);
+    mainModule.Connection->Execute("Delete from Categories where Category_id = " + categoryId);
+    mainModule.Connection->Execute("Delete from Categories where Category_id = " + categoryId);
+}
+
+void DeleteCategory(const TreeModel& tree, const std::string& key) {
+    DeleteCategoryRows(tree, CategoryFromKey(key));
     mainModule.TreeNodeData.Remove(key); // Or the next LoadTree would look for a node that is gone.
 }
 
@@ -108,7 +113,7 @@ void mnuDelete_Click(const TreeModel& tree, LibraryViews& views) {
             DeleteEntry(tree);
             break;
         case NodeKind::Category:
-            DeleteCategory(key);
+            DeleteCategory(tree, key);
             break;
         }
         views.LoadTree();

@@ -17,6 +17,7 @@
 #include "scanner/PutBack.h"
 #include "tree/ExchangeFile.h"
 #include "tree/NewCategories.h"
+#include "tree/PlaceNow.h"
 
 #include <algorithm>
 #include <optional>
@@ -65,6 +66,8 @@ private:
 
     ScanDriver& m_driver;
     CurrentFile m_file = mainModule.CurrentFile;
+    OthersWatch m_watch{mainModule.Connection->ChangesOfOthers()};
+    bool m_isShared = false; ///< Another program has written since.
     NewCategories m_categories;
     const NewCategory m_none; ///< What entries get if there is no category: their statement fails.
     std::size_t m_suffix = 0; ///< Number after a taken name; also the place in the list of new categories.
@@ -168,6 +171,11 @@ bool Import::InsertIfKnown(const Place& place, const std::string& path, const st
         FirstValue("Select File_id from Files where Path = '" + SqlQuote(path) + "'").value_or("");
     if (id.empty()) {
         return false;
+    }
+    m_isShared = m_watch.HasNews() || m_isShared;
+    if (m_isShared && !place.Category.Id.empty() && !TakesEntries(place.Category.Id, place.Category.Name)) {
+        ++m_missed;
+        return true;
     }
     mainModule.Connection->Execute(
         "Insert into FileCategories (File_id, Category_id, [Position], Parent, Filename) values (" + id +

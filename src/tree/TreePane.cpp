@@ -61,8 +61,9 @@ void TreePane::LoadTree() {
     const ScopedValue running(mainModule.TreeLoading, true); // Loads may lie in each other.
     m_tree.LoseSelection();
     TreeModel loaded;
+    const auto seen = mainModule.TreeLoaded ? std::optional(Model().ChangesOfOthers()) : std::nullopt;
     try {
-        quavernet::LoadTree(loaded);
+        quavernet::LoadTree(loaded, seen);
     } catch (const LibraryError&) {
         (void)ShowUnlessOlder(load, std::move(loaded));
         throw;

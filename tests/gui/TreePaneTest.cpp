@@ -1,6 +1,7 @@
 #include "gui/TreeTest.h"
 
 #include "support/ScriptedPlayer.h"
+#include "support/TestLibrary.h"
 
 #include <QAbstractItemModelTester>
 #include <QMenu>
@@ -254,6 +255,22 @@ TEST_F(TreePaneTest, AnExpandedNodeThatIsGoneFailsTheRebuildThatShowsTheNewTree)
     EXPECT_THROW(Form().Tree().LoadTree(), RuntimeError);
     EXPECT_EQ(ChildCount(Root()), 3);
     mainModule.TreeNodeData.Remove("CAT_Gone");
+}
+
+TEST_F(TreePaneTest, ACategoryThatAnotherProgramHasDeletedIsFoldedAwayWithoutAFailure) {
+    MakeTree();
+    Start();
+    mainModule.TreeNodeData.Add("CAT_Alpha");
+    Form().Tree().LoadTree();
+    mainModule.Connection->Commit();
+    const std::string path =
+        mainModule.ConnectionString.substr(mainModule.ConnectionString.find("Data Source=") + 12);
+    const auto other = OpenLibrary(path);
+    other->Execute("Delete from FileCategories where Parent = 'Alpha'");
+    other->Execute("Delete from Categories where Category = 'Alpha'");
+    other->Commit();
+    EXPECT_NO_THROW(Form().Tree().LoadTree());
+    EXPECT_FALSE(Form().Tree().Model().Contains("CAT_Alpha"));
 }
 
 TEST_F(TreePaneTest, AStatementThatFailsLeavesTheNewTreeAsFarAsItCame) {

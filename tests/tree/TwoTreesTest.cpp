@@ -1,6 +1,7 @@
 #include "tree/TreeDropTest.h"
 
 #include "tree/CategoryEditor.h"
+#include "tree/PlaceNow.h"
 #include "tree/TreeDelete.h"
 
 #include <functional>
@@ -197,6 +198,95 @@ TEST_F(TwoTreesTest, AFileWhoseCategoryGoesWhileItIsReadEndsTheDropWithoutAFailu
     EXPECT_THAT(Entries("Empty"), IsEmpty());
 }
 
+TEST_F(TwoTreesTest, WhatIsLeftOfADropThatEndsEarlyIsTold) {
+    WriteMp3("1.mp3");
+    WriteMp3("2.mp3");
+    FileHook disk;
+    services.fileSystem = &disk;
+    disk.onGet = [&] { Other({"Delete from Categories where Category = 'Empty'"}); };
+    EXPECT_THAT(Drop({music / "1.mp3", music / "2.mp3"}, "CAT_Empty").Word,
+                ::testing::HasSubstr("1 neu, 1 übergangen"));
+}
+
+TEST_F(TwoTreesTest, ACategoryThatIsMadeAgainWhileAFileIsReadTakesItByItsNewKey) {
+    WriteMp3("1.mp3");
+    FileHook disk;
+    services.fileSystem = &disk;
+    disk.onGet = [&] {
+        Other({"Delete from Categories where Category = 'Empty'",
+               "Insert into Categories (Category_id, Category) values (77, 'Empty')"});
+    };
+    Drop({music / "1.mp3"}, "CAT_Empty");
+    EXPECT_EQ(Value("Select Category_id from FileCategories where Parent = 'Empty'"), "77");
+}
+
+TEST_F(TwoTreesTest, WhereNoPlaceIsLeftBeforeTheEntryTheDropEndsWithoutAFailure) {
+    WriteMp3("1.mp3");
+    WriteMp3("2.mp3");
+    FileHook disk;
+    services.fileSystem = &disk;
+    disk.onGet = [&] {
+        Other({"Update FileCategories set [Position] = 32767 where FileCategory_id = 102",
+               "Update FileCategories set [Position] = 32765 where FileCategory_id = 106"});
+    };
+    EXPECT_NO_THROW(Drop({music / "1.mp3", music / "2.mp3"}, "file102pos2"));
+    EXPECT_EQ(Value("Select Count(*) from FileCategories where Filename = '1.mp3'"), "0");
+}
+
+TEST_F(TwoTreesTest, AnEntryThatNamesAnotherParentKeepsItsPlaceForTheDrop) {
+    // As a numbered category of a playlist has them: the places are made under another name.
+    Execute("Update FileCategories set Parent = 'Blues' where FileCategory_id = 103");
+    Connection().Commit();
+    LoadTree(tree);
+    WriteMp3("1.mp3");
+    FileHook disk;
+    services.fileSystem = &disk;
+    disk.onGet = [&] { Other({"Insert into Categories (Category) values ('Rock')"}); };
+    Drop({music / "1.mp3"}, "file103pos3");
+    EXPECT_EQ(Value("Select [Position] from FileCategories where Filename = '1.mp3'"), "3");
+}
+
+TEST_F(TwoTreesTest, APlaylistWhoseCategoryGoesWhileAFileIsReadLeavesNoEntryWithoutOne) {
+    WriteMp3("1.mp3");
+    WriteMp3("2.mp3");
+    Write("Party.m3u", (music / "1.mp3") + "\n" + (music / "2.mp3") + "\n");
+    FileHook disk;
+    services.fileSystem = &disk;
+    disk.onGet = [&] { Other({"Delete from Categories where Category = 'Party'"}); };
+    Drop({music / "Party.m3u"}, "");
+    EXPECT_THAT(Entries("Party"), IsEmpty());
+    EXPECT_NO_THROW(LoadTree(tree));
+    EXPECT_EQ(Value("Select Count(*) from Files where Name = '2.mp3'"), "0") << "the second is not read";
+}
+
+TEST_F(TwoTreesTest, APlaylistGoesOnWhenAnotherCategoryGoes) {
+    WriteMp3("1.mp3");
+    Write("Party.m3u", (music / "1.mp3") + "\n");
+    FileHook disk;
+    services.fileSystem = &disk;
+    disk.onGet = [&] { Other({"Delete from Categories where Category = 'Empty'"}); };
+    Drop({music / "Party.m3u"}, "");
+    EXPECT_EQ(Entries("Party").size(), 1U);
+}
+
+TEST_F(TwoTreesTest, ACategoryTakesEntriesWhileItsKeyAndTheNameOfTheirParentAreThere) {
+    EXPECT_TRUE(TakesEntries("2", "Blues"));
+    EXPECT_TRUE(TakesEntries("2", "Jazz"));
+    EXPECT_FALSE(TakesEntries("9", "Blues"));
+    EXPECT_FALSE(TakesEntries("2", "it's gone"));
+}
+
+TEST_F(TwoTreesTest, ACategoryThatTheOtherHasDeletedIsGoneFromTheTreeAndNoFailure) {
+    LibraryViewsDouble views{calls};
+    mainModule.TreeNodeData.Add("CAT_Blues");
+    tree.Select("CAT_Blues");
+    Other({"Delete from FileCategories where Parent = 'Blues'",
+           "Delete from Categories where Category = 'Blues'"});
+    mnuDelete_Click(tree, views);
+    EXPECT_THAT(calls, ElementsAre("tree"));
+    EXPECT_THAT(mainModule.TreeNodeData.Keys(), IsEmpty());
+}
+
 TEST_F(TwoTreesTest, AnEntryIsDeletedWhereItIsNow) {
     LibraryViewsDouble views{calls};
     tree.Select("file104pos4");
@@ -250,6 +340,34 @@ TEST_F(TwoTreesTest, ANameThatTheOtherHasTakenIsRefusedAndListed) {
     EXPECT_EQ(editor.cmdSave_Click("Rock"), 338);
     EXPECT_EQ(editor.ListText(), "Rock");
     EXPECT_EQ(Value("Select Count(*) from Categories where Category = 'Rock'"), "1");
+}
+
+TEST_F(TwoTreesTest, TheLastCategoryThatWasListedIsRenamedAndNoneThatTheUserHasNotSeen) {
+    CategoryEditor editor;
+    editor.ListClick(0);
+    editor.cmdEdit_Click();
+    Other({"Insert into Categories (Category) values ('Unseen')"});
+    EXPECT_EQ(editor.cmdSave_Click("Soul"), std::nullopt);
+    EXPECT_THAT(editor.Categories(), ElementsAre("Jazz", "Blues", "Soul", "Unseen"));
+}
+
+TEST_F(TwoTreesTest, WhereTheCategoryToRenameIsGoneNothingIsRenamed) {
+    CategoryEditor editor;
+    editor.ListClick(0);
+    editor.cmdEdit_Click();
+    Other({"Delete from Categories where Category = 'Empty'"});
+    EXPECT_EQ(editor.cmdSave_Click("Soul"), std::nullopt);
+    EXPECT_THAT(editor.Categories(), ElementsAre("Jazz", "Blues"));
+}
+
+TEST_F(TwoTreesTest, ATakenNameIsRefusedWhileTheOtherWrites) {
+    CategoryEditor editor;
+    editor.cmdNew_Click();
+    Connection().Query("Pragma busy_timeout = 0");
+    other->LockWrites();
+    EXPECT_EQ(editor.cmdSave_Click("Jazz"), 338);
+    other->UnlockWrites();
+    other->Commit();
 }
 
 TEST_F(TwoTreesTest, TheOtherHasToWaitBetweenTheLookForANameAndItsInsert) {

@@ -150,9 +150,7 @@ public:
         }
     }
 
-    std::int64_t ChangesOfOthers() override {
-        return static_cast<std::int64_t>(Query("Pragma data_version").At(0, 0).Number());
-    }
+    std::int64_t ChangesOfOthers() override { return Query("Pragma data_version").At(0, 0).Integer(); }
 
     void LockWrites() override {
         if (m_writeLocks == 0) {
