@@ -11,7 +11,6 @@
 
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace quavernet::test {
@@ -50,10 +49,36 @@ protected:
                                           QStringLiteral("org.freedesktop.Notifications"),
                                           QLatin1String(name));
     }
+    void Token(unsigned int note, const char* token) {
+        QDBusMessage signal = NotesSignal("ActivationToken");
+        signal << note << QString::fromLatin1(token);
+        server.send(signal);
+    }
     void Click(unsigned int note, const char* action) {
         QDBusMessage signal = NotesSignal("ActionInvoked");
         signal << note << QString::fromLatin1(action);
         server.send(signal);
+    }
+
+    /// A note whose clicks add to `tokens` what the toolkit would find then.
+    DesktopNote NotingNote(const char* text) {
+        DesktopNote note = Note(text);
+        note.Clicked = [this] { tokens.push_back(qgetenv("XDG_ACTIVATION_TOKEN").toStdString()); };
+        return note;
+    }
+    /// Clicks on a note until one has come: none is heard before the server's answer has told the note's
+    /// number.
+    bool ClickUntilHeard(unsigned int note) {
+        return WaitFor([&, before = tokens.size()] {
+            Click(note, "default");
+            return tokens.size() > before;
+        });
+    }
+    /// One more click, known by its token: what was sent before has been heard by then.
+    bool HearsToken(unsigned int note, const char* token) {
+        Token(note, token);
+        Click(note, "default");
+        return WaitFor([&] { return !tokens.empty() && tokens.back() == token; });
     }
 
     ~BusDesktopTest() override { QDBusConnection::disconnectFromBus(QStringLiteral("server")); }
@@ -61,6 +86,7 @@ protected:
     Bus bus;
     NotesServer shown;
     QDBusConnection server;
+    std::vector<std::string> tokens;
     std::unique_ptr<Desktop> desktop = CreateBusDesktop(bus.Address().toStdString());
 };
 
@@ -76,46 +102,49 @@ TEST_F(BusDesktopTest, ANoteHasTitleTextAndPictureAndTheNextOneTakesItsPlace) {
     EXPECT_EQ(first[4].toString(), QStringLiteral("Fertig: 3 neu &lt;b&gt;&amp;"))
         << "it may be read as markup";
     EXPECT_EQ(first[7].toInt(), -1);
-    QTest::qWait(100); // The server's answer arrives.
-    desktop->Notify(Note("Fertig: 4 neu"));
-    ASSERT_TRUE(WaitFor([this] { return shown.notes.size() == 2; }));
-    EXPECT_EQ(shown.notes[1][1].toUInt(), 7U);
+    ASSERT_TRUE(WaitFor([this] {
+        desktop->Notify(Note("Fertig: 4 neu"));
+        return shown.notes.back()[1].toUInt() != 0;
+    })) << "once the server's answer has told the number";
+    EXPECT_GE(shown.notes.back()[1].toUInt(), 7U);
+    EXPECT_LT(shown.notes.back()[1].toUInt(), 6 + shown.notes.size()) << "one that was shown before";
 }
 
 TEST_F(BusDesktopTest, AClickOnTheNoteThatIsShownIsTold) {
-    int clicks = 0;
-    DesktopNote note = Note("Fertig: 3 neu");
-    note.Clicked = [&] { ++clicks; };
-    desktop->Notify(note);
+    desktop->Notify(NotingNote("Fertig: 3 neu"));
     ASSERT_TRUE(WaitFor([this] { return shown.notes.size() == 1; }));
     EXPECT_EQ(shown.notes[0][5].toStringList(),
               (QStringList{QStringLiteral("default"), QStringLiteral("Show")}));
-    QTest::qWait(100); // The server's answer arrives.
+    ASSERT_TRUE(ClickUntilHeard(7));
+    ASSERT_TRUE(HearsToken(7, "first"));
+    const std::size_t before = tokens.size();
     Click(99, "default");
     Click(7, "other");
-    Click(7, "default");
-    ASSERT_TRUE(WaitFor([&] { return clicks > 0; }));
-    QTest::qWait(50);
-    EXPECT_EQ(clicks, 1) << "notes of others and other actions are none of ours";
-    desktop->Notify(Note("Fertig: 4 neu"));
+    ASSERT_TRUE(HearsToken(7, "last"));
+    EXPECT_EQ(tokens.size(), before + 1) << "notes of others and other actions are none of ours";
+    DesktopNote next = Note("Fertig: 4 neu");
+    int clicks = 0;
+    next.Clicked = [&] { ++clicks; };
+    desktop->Notify(next);
     ASSERT_TRUE(WaitFor([this] { return shown.notes.size() == 2; }));
-    QTest::qWait(100);
-    Click(8, "default");
-    QTest::qWait(50);
-    EXPECT_EQ(clicks, 1) << "the next note has a click of its own";
+    ASSERT_TRUE(WaitFor([&] {
+        Click(8, "default");
+        return clicks > 0;
+    }));
+    EXPECT_EQ(tokens.size(), before + 1) << "the next note has a click of its own";
 }
 
-TEST_F(BusDesktopTest, TheRightToComeToTheFrontIsTakenOverFromTheDesktop) {
-    desktop->Notify(Note("Fertig: 3 neu"));
+TEST_F(BusDesktopTest, TheRightToComeToTheFrontIsTakenOverFromTheDesktopForTheClickAlone) {
+    desktop->Notify(NotingNote("Fertig: 3 neu"));
     ASSERT_TRUE(WaitFor([this] { return shown.notes.size() == 1; }));
-    QTest::qWait(100);
-    for (const auto& [id, token] : {std::pair{99U, "of another"}, std::pair{7U, "ours"}}) {
-        QDBusMessage signal = NotesSignal("ActivationToken");
-        signal << id << QString::fromLatin1(token);
-        server.send(signal);
-    }
-    EXPECT_TRUE(WaitFor([] { return qgetenv("XDG_ACTIVATION_TOKEN") == "ours"; }));
-    qunsetenv("XDG_ACTIVATION_TOKEN");
+    ASSERT_TRUE(ClickUntilHeard(7));
+    Token(7, "ours");
+    Token(99, "of another");
+    Click(7, "default");
+    ASSERT_TRUE(WaitFor([this] { return tokens.back() == "ours"; }));
+    EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN")) << "programs that it starts would get it";
+    Click(7, "default");
+    ASSERT_TRUE(WaitFor([this] { return tokens.back().empty(); })) << "it holds for one click";
 }
 
 TEST_F(BusDesktopTest, ProgressIsASignalOfTheLauncherEntry) {

@@ -4,7 +4,13 @@
 
 #include <QDBusConnection>
 
+#include <utility>
+
 namespace quavernet {
+
+namespace {
+constexpr const char* TokenVariable = "XDG_ACTIVATION_TOKEN";
+}
 
 void NoteClicks::ListenOn(const QString& connection) {
     QDBusConnection bus(connection);
@@ -17,15 +23,22 @@ void NoteClicks::ListenOn(const QString& connection) {
 }
 
 void NoteClicks::ActionInvoked(unsigned int note, const QString& action) {
-    if (note != 0 && note == Shown && action == QLatin1String(notes::ClickOnTheNote) && Clicked) {
-        Clicked();
+    if (!IsShown(note) || action != QLatin1String(notes::ClickOnTheNote) || !Clicked) {
+        return;
     }
+    // The toolkit takes it from here when a window comes to the front; programs started later must not.
+    const QByteArray token = std::exchange(m_token, {});
+    if (!token.isEmpty()) {
+        qputenv(TokenVariable, token);
+    }
+    Clicked();
+    qunsetenv(TokenVariable);
 }
 
-// Comes before the click where a window may not come to the front by itself; the toolkit takes it from here.
+// Comes before the click where a window may not come to the front by itself.
 void NoteClicks::ActivationToken(unsigned int note, const QString& token) {
-    if (note != 0 && note == Shown) {
-        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
+    if (IsShown(note)) {
+        m_token = token.toUtf8();
     }
 }
 

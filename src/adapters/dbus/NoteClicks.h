@@ -1,6 +1,7 @@
 // What the desktop says of a note that it shows: that it was clicked. Used by BusDesktop.
 #pragma once
 
+#include <QByteArray>
 #include <QObject>
 #include <QString>
 
@@ -21,6 +22,11 @@ public:
 private Q_SLOTS:
     void ActionInvoked(unsigned int note, const QString& action);
     void ActivationToken(unsigned int note, const QString& token);
+
+private:
+    bool IsShown(unsigned int note) const { return note != 0 && note == Shown; }
+
+    QByteArray m_token; ///< The right of the next click to bring a window to the front; may be empty.
 };
 
 } // namespace quavernet
