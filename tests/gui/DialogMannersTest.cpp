@@ -113,9 +113,11 @@ TEST_F(DialogMannersTest, ADialogThatHoldsTheProgramCannotBeMinimised) {
 }
 
 TEST_F(DialogMannersTest, ADialogBesideTheMainWindowIsMinimisedTogetherWithItAlone) {
+    int tried = 0;
     for (const auto& dialog : Dialogs()) {
         if (dialog->objectName() == QLatin1String("frmScanLog") ||
             dialog->objectName() == QLatin1String("frmChart")) {
+            ++tried;
             dialog->showMinimized();
             EXPECT_TRUE(QTest::qWaitFor([&] { return !dialog->isMinimized(); }, 1000));
             Form().showMinimized();
@@ -125,6 +127,7 @@ TEST_F(DialogMannersTest, ADialogBesideTheMainWindowIsMinimisedTogetherWithItAlo
             Form().showNormal();
         }
     }
+    EXPECT_EQ(tried, 2) << "the log and the chart";
 }
 
 TEST_F(DialogMannersTest, TabsHaveLettersOfTheirOwn) {

@@ -64,9 +64,11 @@ TEST_F(EndOfWorkTest, AClickOnTheNoteBringsTheWindowToTheFront) {
     EXPECT_TRUE(QTest::qWaitForWindowActive(&Form()));
     EXPECT_FALSE(Form().isMinimized());
     auto dialog = std::make_unique<QDialog>(&Form());
-    dialog->setModal(true);
+    dialog->setWindowModality(Qt::WindowModal);
     dialog->show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
     other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
     desktop.last.Clicked();
     EXPECT_TRUE(QTest::qWaitForWindowActive(dialog.get())) << "it holds the window";
     dialog.reset();
@@ -75,6 +77,7 @@ TEST_F(EndOfWorkTest, AClickOnTheNoteBringsTheWindowToTheFront) {
     const auto click = desktop.last.Clicked;
     CloseMain();
     click();
+    QCoreApplication::processEvents();
     EXPECT_EQ(QApplication::activeWindow(), &other) << "there is no window any more";
 }
 

@@ -322,7 +322,9 @@ TEST(MediaRemoteWithoutBusTest, WhereTheEnvironmentNamesNoBusNoneIsLookedFor) {
         const QString name = ConnectAside({}, life, [&](bool) { told = true; });
         EXPECT_EQ(name.isEmpty(), !isNamed);
         EXPECT_EQ(QTest::qWaitFor([&] { return told; }, isNamed ? 10000 : 100), isNamed);
-        const std::unique_ptr<MediaRemote> remote = CreateMprisRemote();
+        // By its address: a thread would read the variables while they are put back.
+        const std::unique_ptr<MediaRemote> remote =
+            isNamed ? CreateMprisRemote("unix:path=/nowhere/bus") : CreateMprisRemote();
         remote->Show(PlayingSong());
         remote->Seeked(1);
     }

@@ -8,6 +8,8 @@
 #include <QTimer>
 #include <QToolTip>
 
+#include <algorithm>
+
 namespace quavernet::test {
 
 namespace {
@@ -222,7 +224,11 @@ TEST_F(WindowStateTest, TheNormalPlaceDoesNotMoveByTheFrameThatAMaximisedWindowL
     settings.values["WindowHeight"] = "6000";
     Start();
     ASSERT_NE(Form().geometry().topLeft(), Form().pos()) << "it has a frame";
-    QTest::qWait(300); // Place and frame are known by then.
+    QCoreApplication::processEvents();
+    const auto timers = Form().findChildren<QTimer*>(Qt::FindDirectChildrenOnly);
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        return std::ranges::none_of(timers, [](const QTimer* timer) { return timer->isActive(); });
+    })) << "place and frame are known by then";
     Form().windowHandle()->setFlag(Qt::FramelessWindowHint);
     Form().showMaximized();
     QCoreApplication::processEvents();
