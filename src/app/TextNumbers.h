@@ -107,7 +107,7 @@ inline constexpr std::int32_t Yes = 453;
 
 // The main window around the list.
 inline constexpr std::int32_t LiftFilters = 806;
-inline constexpr std::int32_t Without = 871; ///< Before formats that the list leaves out.
+inline constexpr std::int32_t Hidden = 871; ///< After formats that the list leaves out.
 inline constexpr std::int32_t DoubleClickSorts = 830;
 inline constexpr std::int32_t SplitterName = 831;
 

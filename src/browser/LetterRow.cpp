@@ -91,7 +91,7 @@ QString LetterRow::LiftName() const {
     const QString name = ToQString(LoadResString(Texts::LiftFilters));
     return m_leftOut.isEmpty()
                ? name
-               : name + QStringLiteral(" (") + ToQString(LoadResString(Texts::Without)) + m_leftOut + u')';
+               : name + QStringLiteral(" (") + m_leftOut + ToQString(LoadResString(Texts::Hidden)) + u')';
 }
 
 void LetterRow::ShowLift(bool shows, const QString& leftOut) {

@@ -410,7 +410,7 @@ constexpr clsResources::Entry EnglishTexts[] = {
     {868, " file renamed"},
     {869, " files renamed"},
     {870, "Show"},
-    {871, "without "},
+    {871, " hidden"},
     {900, "First letter"},
     {901, "sorted in ascending order"},
     {902, "sorted in descending order"},

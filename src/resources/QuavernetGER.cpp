@@ -413,7 +413,7 @@ constexpr clsResources::Entry GermanTexts[] = {
     {868, " Datei umbenannt"},
     {869, " Dateien umbenannt"},
     {870, "Anzeigen"},
-    {871, "ohne "},
+    {871, " ausgeblendet"},
     {900, "Anfangsbuchstabe"},
     {901, "aufsteigend sortiert"},
     {902, "absteigend sortiert"},

@@ -143,9 +143,9 @@ TEST_F(FiltersInForceTest, TheButtonNamesTheFormatsThatAreLeftOut) {
         places.push_back(label->geometry());
     }
     Action("mnuogg").trigger();
-    EXPECT_EQ(FromQString(Lift().text()), "Filter aufheben (ohne ogg-Vorbis)");
+    EXPECT_EQ(FromQString(Lift().text()), "Filter aufheben (ogg-Vorbis ausgeblendet)");
     Action("mnuwav").trigger();
-    EXPECT_EQ(FromQString(Lift().toolTip()), "Filter aufheben (ohne ogg-Vorbis, wav)");
+    EXPECT_EQ(FromQString(Lift().toolTip()), "Filter aufheben (ogg-Vorbis, wav ausgeblendet)");
     EXPECT_EQ(Lift().accessibleName(), Lift().toolTip());
     EXPECT_LE(Lift().sizeHint().width(), Lift().width()) << "whole";
     std::size_t index = 0;
@@ -154,9 +154,9 @@ TEST_F(FiltersInForceTest, TheButtonNamesTheFormatsThatAreLeftOut) {
         EXPECT_LT(label->geometry().right(), Lift().geometry().left());
     }
     Action("mnuViewLanguageENG").trigger();
-    EXPECT_EQ(FromQString(Lift().text()), "Clear filters (without ogg-Vorbis, wav)");
+    EXPECT_EQ(FromQString(Lift().text()), "Clear filters (ogg-Vorbis, wav hidden)");
     Form().resize(800, 600);
-    EXPECT_EQ(FromQString(Lift().toolTip()), "Clear filters (without ogg-Vorbis, wav)");
+    EXPECT_EQ(FromQString(Lift().toolTip()), "Clear filters (ogg-Vorbis, wav hidden)");
     EXPECT_TRUE(Control<QWidget>("Frame2").rect().contains(Lift().geometry()));
     QTest::mouseClick(&Lift(), Qt::LeftButton);
     EXPECT_EQ(FromQString(Lift().toolTip()), "Clear filters");
