@@ -75,8 +75,9 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName(QStringLiteral("Quavernet"));
     setOrganizationName(QStringLiteral("Greyfinch Labs"));
     setDesktopFileName(QLatin1String(DesktopId));
-    // What Wayland forbids is passed over: the toolkit complains about its own menus, too. QT_LOGGING_RULES
-    // brings it back.
+    // What Wayland forbids is passed over: the toolkit complains about its own menus, too. So is any other
+    // warning of this category, until QT_LOGGING_RULES brings it back. The words at the loss of the display
+    // are of the category "default": LostDisplay hears them.
     QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.wayland.warning=false"));
     // The last of the two top-level windows ends the process by itself.
     setQuitOnLastWindowClosed(false);

@@ -4,6 +4,7 @@
 #include <QMetaObject>
 #include <QThread>
 
+#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <memory>
@@ -18,7 +19,9 @@ namespace {
 // Nothing else is heard of that end: "_exit" calls no functions.
 constexpr QLatin1String LastWords("The Wayland connection ");
 
-constexpr std::chrono::seconds Patience(5); ///< For the main thread, when another one has said the words.
+// For the main thread, when another one has said the words. If it is busy for longer the settings of this run
+// are lost: the desktop is waiting for the end of its session.
+constexpr std::chrono::milliseconds Patience(1500);
 
 // The system calls a plain function at the end. Empty while there is nothing to do, and while it is being
 // done. For the main thread alone.
@@ -27,8 +30,9 @@ std::function<void()>*& Waiting() {
     return waiting;
 }
 
-QtMessageHandler& Before() {
-    static QtMessageHandler before = nullptr;
+// Read by every thread that says something.
+std::atomic<QtMessageHandler>& Before() {
+    static std::atomic<QtMessageHandler> before = nullptr;
     return before;
 }
 
@@ -39,7 +43,9 @@ void CallWaiting() {
 }
 
 void Hear(QtMsgType type, const QMessageLogContext& context, const QString& text) {
-    Before()(type, context, text);
+    if (const QtMessageHandler before = Before()) {
+        before(type, context, text);
+    }
     if (!text.startsWith(LastWords)) {
         return;
     }
@@ -64,7 +70,9 @@ void Hear(QtMsgType type, const QMessageLogContext& context, const QString& text
 LostDisplay::LostDisplay(std::function<void()> lost) : m_lost(std::move(lost)) {
     Waiting() = &m_lost;
     std::atexit(CallWaiting);
-    Before() = qInstallMessageHandler(Hear);
+    // Taken before Hear can be called: another thread may speak at any time.
+    Before() = qInstallMessageHandler(nullptr);
+    qInstallMessageHandler(Hear);
 }
 
 LostDisplay::~LostDisplay() {
