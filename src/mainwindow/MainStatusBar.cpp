@@ -52,7 +52,11 @@ QString MainStatusBar::ToolTip(Panel panel) const {
     if (panel != Panel::Scanning) {
         return ToQString(m_toolTips[static_cast<std::size_t>(panel)]);
     }
-    return ToQString(Text(panel).empty() ? m_lastEnd : Text(panel));
+    const std::string& text = Text(panel);
+    if (text.empty() || text == m_lastEnd) {
+        return ToQString(m_lastEnd);
+    }
+    return ToQString(m_lastEnd.empty() ? text : text + '\n' + m_lastEnd);
 }
 
 void MainStatusBar::HintLastEnd() {

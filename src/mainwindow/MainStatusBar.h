@@ -27,7 +27,7 @@ public:
     /// be shown shortened.
     QString ToolTip(Panel panel) const;
 
-    /// How the last long job has ended. The tool tip of the first panel tells it while the panel is empty.
+    /// How the last long job has ended. The tool tip of the first panel tells it, below the panel's own text.
     void SetLastEnd(const std::string& word) { m_lastEnd = word; }
     const std::string& LastEnd() const { return m_lastEnd; }
     /// Shows that tool tip for some seconds, without the mouse.

@@ -31,7 +31,7 @@ public:
     bool Cancelled() const override { return m_cancelled; }
     void SetCancelled(bool cancelled) override { m_cancelled = cancelled; }
     /// As a note of the desktop if the user is in another window, else as a hint over the status bar, unless
-    /// its first panel shows the word. The empty panel's tool tip tells it until the next job has ended.
+    /// its first panel shows the word. That panel's tool tip tells it until the next job has ended.
     void TellEnd(const std::string& word) override;
 
     /// What TellEnd was told last.

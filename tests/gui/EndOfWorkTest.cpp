@@ -11,7 +11,7 @@ namespace {
 class EndOfWorkTest : public GuiTest {
 protected:
     LongWork& Work() { return Form().Parts().Work; }
-    std::string EmptyPanelsToolTip() { return FromQString(Form().Panes().Status().ToolTip(Panel::Scanning)); }
+    std::string FirstPanelsToolTip() { return FromQString(Form().Panes().Status().ToolTip(Panel::Scanning)); }
 };
 
 } // namespace
@@ -21,11 +21,11 @@ TEST_F(EndOfWorkTest, InFrontOfItsUserTheWindowHintsAtTheEmptyPanel) {
     Work().SetPanel(Panel::Scanning, "");
     Work().TellEnd("Fertig: 3 neu");
     EXPECT_EQ(QToolTip::text(), QStringLiteral("Fertig: 3 neu"));
-    EXPECT_EQ(EmptyPanelsToolTip(), "Fertig: 3 neu");
+    EXPECT_EQ(FirstPanelsToolTip(), "Fertig: 3 neu");
     EXPECT_EQ(PanelText(Panel::Scanning), "") << "the panel itself stays empty";
     EXPECT_EQ(desktop.notes, Texts{});
     Work().SetPanel(Panel::Scanning, "Scanning... /a.mp3");
-    EXPECT_EQ(EmptyPanelsToolTip(), "Scanning... /a.mp3");
+    EXPECT_EQ(FirstPanelsToolTip(), "Scanning... /a.mp3\nFertig: 3 neu") << "over what is done next, too";
     QToolTip::hideText();
 }
 
@@ -35,6 +35,7 @@ TEST_F(EndOfWorkTest, AWordThatThePanelShowsNeedsNoHint) {
     Work().SetPanel(Panel::Scanning, "Fertig: 3 neu");
     Work().TellEnd("Fertig: 3 neu");
     EXPECT_FALSE(QToolTip::isVisible());
+    EXPECT_EQ(FirstPanelsToolTip(), "Fertig: 3 neu") << "once";
     EXPECT_EQ(windows->Activity(), "") << "nothing is being done any more";
 }
 
@@ -48,7 +49,7 @@ TEST_F(EndOfWorkTest, AUserInAnotherWindowGetsANoteOfTheDesktop) {
     EXPECT_EQ(desktop.notes, Texts{"Quavernet: Fertig: 3 neu"});
     services.desktop = nullptr;
     Work().TellEnd("Fertig: 4 neu");
-    EXPECT_EQ(EmptyPanelsToolTip(), "Bereit!");
+    EXPECT_EQ(FirstPanelsToolTip(), "Bereit!\nFertig: 4 neu");
 }
 
 TEST_F(EndOfWorkTest, AClickOnTheNoteBringsTheWindowToTheFront) {
