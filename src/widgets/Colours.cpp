@@ -1,8 +1,10 @@
 #include "widgets/Colours.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <initializer_list>
+#include <optional>
 
 namespace quavernet {
 
@@ -46,12 +48,16 @@ QColor Opposite(const QColor& color) {
 /// The colours of one desktop, by the uses that they have there.
 struct DesktopColours {
     explicit DesktopColours(const QPalette& palette)
-        : Window(palette.color(QPalette::Window)), WindowText(palette.color(QPalette::WindowText)),
-          Base(palette.color(QPalette::Base)), Tint(palette.color(QPalette::AlternateBase)),
-          Text(palette.color(QPalette::Text)),
-          Highlight(palette.color(QPalette::Active, QPalette::Highlight)),
-          HighlightedText(palette.color(QPalette::Active, QPalette::HighlightedText)),
-          Link(palette.color(QPalette::Link)), Dark(IsDark(palette)) {}
+        : Window(Active(palette, QPalette::Window)), WindowText(Active(palette, QPalette::WindowText)),
+          Base(Active(palette, QPalette::Base)), Tint(Active(palette, QPalette::AlternateBase)),
+          Text(Active(palette, QPalette::Text)), Highlight(Active(palette, QPalette::Highlight)),
+          HighlightedText(Active(palette, QPalette::HighlightedText)), Link(Active(palette, QPalette::Link)),
+          Dark(IsDark(palette)) {}
+
+    // A palette's own group is that of the widget that has it: a disabled one's texts would be too faint.
+    static QColor Active(const QPalette& palette, QPalette::ColorRole role) {
+        return palette.color(QPalette::Active, role);
+    }
 
     QColor Window;
     QColor WindowText;
@@ -78,16 +84,7 @@ QColor PlayingOn(const DesktopColours& desktop) {
     return TintedGround(desktop, 0.2, {desktop.Text});
 }
 
-} // namespace
-
-double Contrast(const QColor& one, const QColor& other) {
-    const double a = Luminance(one);
-    const double b = Luminance(other);
-    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
-}
-
-QColor ColourOf(OwnColour colour, const QPalette& palette) {
-    const DesktopColours desktop(palette);
+QColor Computed(OwnColour colour, const DesktopColours& desktop) {
     switch (colour) {
     case OwnColour::Letter:
         return LetterOn(desktop);
@@ -125,6 +122,33 @@ QColor ColourOf(OwnColour colour, const QPalette& palette) {
         break;
     }
     return {};
+}
+
+} // namespace
+
+double Contrast(const QColor& one, const QColor& other) {
+    const double a = Luminance(one);
+    const double b = Luminance(other);
+    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+}
+
+QColor ColourOf(OwnColour colour, const QPalette& palette) {
+    struct Kept {
+        qint64 Key = 0;
+        std::array<std::optional<QColor>, static_cast<std::size_t>(OwnColour::Count)> Colours;
+    };
+    static Kept kept;
+    if (colour == OwnColour::Count) {
+        return {};
+    }
+    if (kept.Key != palette.cacheKey()) {
+        kept = {palette.cacheKey(), {}};
+    }
+    std::optional<QColor>& known = kept.Colours[static_cast<std::size_t>(colour)];
+    if (!known) {
+        known = Computed(colour, DesktopColours(palette));
+    }
+    return *known;
 }
 
 QColor ColourOfNumber(std::uint32_t number, const QPalette& palette) {

@@ -32,7 +32,9 @@ enum class OwnColour {
 };
 
 /// The colour on a desktop with this palette. Where the desktop's own colours would leave it too faint it
-/// goes as far towards a stronger one as it has to.
+/// goes as far towards a stronger one as it has to. It is that of an active window also in one that is not,
+/// or that is disabled. For the main thread alone: the colours of the last palette are kept, since cells are
+/// painted with them.
 QColor ColourOf(OwnColour colour, const QPalette& palette);
 
 /// That of a number of the logic (blue, green, red from the highest byte down): 0xC00000, the dark blue of
@@ -43,7 +45,8 @@ QColor ColourOfNumber(std::uint32_t number, const QPalette& palette);
 double Contrast(const QColor& one, const QColor& other);
 
 inline bool IsDark(const QPalette& palette) {
-    return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
+    return palette.color(QPalette::Active, QPalette::Window).lightness() <
+           palette.color(QPalette::Active, QPalette::WindowText).lightness();
 }
 
 } // namespace quavernet

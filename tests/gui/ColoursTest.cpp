@@ -166,4 +166,24 @@ TEST(ColoursTest, NumbersOfTheLogicAreColoursOfTheTable) {
     EXPECT_EQ(ColourOfNumber(0xFFFFFF, palette), QColor(0xFF, 0xFF, 0xFF));
 }
 
+TEST(ColoursTest, AHintMadeByADisabledFieldIsAsStrongAsAnother) {
+    QPalette palette =
+        PaletteOf(0xEFEFEF, 0x000000, 0xFFFFFF, 0xF0F0F0, 0x000000, 0xFFD42A, 0x000000, 0x0000FF);
+    const QColor hint = ColourOf(OwnColour::Hint, palette);
+    palette.setColor(QPalette::Disabled, QPalette::Text, QColor(0xDD, 0xDD, 0xDD));
+    palette.setCurrentColorGroup(QPalette::Disabled);
+    EXPECT_EQ(ColourOf(OwnColour::Hint, palette), hint);
+}
+
+TEST(ColoursTest, AChangedPaletteHasColoursOfItsOwn) {
+    QPalette palette =
+        PaletteOf(0xEFEFEF, 0x000000, 0xFFFFFF, 0xF0F0F0, 0x000000, 0xFFD42A, 0x000000, 0x0000FF);
+    const QPalette before = palette;
+    const QColor edge = ColourOf(OwnColour::Edge, palette);
+    palette.setColor(QPalette::Window, QColor(0, 0, 0));
+    palette.setColor(QPalette::WindowText, QColor(0xFF, 0xFF, 0xFF));
+    EXPECT_NE(ColourOf(OwnColour::Edge, palette), edge);
+    EXPECT_EQ(ColourOf(OwnColour::Edge, before), edge);
+}
+
 } // namespace quavernet::test
