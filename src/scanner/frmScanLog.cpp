@@ -30,6 +30,15 @@ int StoredPixels(const char* name, int otherwise) {
     return twips > 0 ? ToPixels(twips) : otherwise;
 }
 
+// A file's name may hold line breaks; what comes after one would not be painted.
+QString InOneLine(QString text) {
+    for (const QChar lineBreak :
+         {QChar(u'\n'), QChar(u'\r'), QChar(QChar::LineSeparator), QChar(QChar::ParagraphSeparator)}) {
+        text.replace(lineBreak, u' ');
+    }
+    return text;
+}
+
 QSizeF LayOut(QTextLayout& layout, const QString& text) {
     layout.setText(text);
     layout.beginLayout();
@@ -99,9 +108,10 @@ void ScanLogPainter::paint(QPainter* painter, const QStyleOptionViewItem& given,
     const QRect room = option.rect.adjusted(margin, 0, -margin, 0);
     QTextLayout text;
     text.setFont(option.font);
-    QSizeF size = LayOut(text, option.text);
+    const QString line = InOneLine(option.text);
+    QSizeF size = LayOut(text, line);
     if (size.width() > room.width()) {
-        size = LayOut(text, Shortened(option.text, option.fontMetrics, room.width()));
+        size = LayOut(text, Shortened(line, option.fontMetrics, room.width()));
     }
     painter->save();
     painter->setClipRect(option.rect);

@@ -38,8 +38,9 @@ private:
     int m_published = 0;
 };
 
-/// Paints a line that is too long with dots in its folders, so that the file's name is whole. It lays each
-/// text out once, where the toolkit's own way does so three times: a scan waits for its log.
+/// Paints a line that is too long with dots in its folders, so that the file's name is whole. A
+/// text that fits is laid out once, where the toolkit's own way does so three times: a scan waits for its
+/// log.
 class ScanLogPainter : public QStyledItemDelegate {
     Q_OBJECT
 public:

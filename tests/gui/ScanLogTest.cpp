@@ -140,6 +140,46 @@ TEST_F(ScanLogTest, TheLogShowsLongLinesWithTheirFilesNamesAndTellsTheWholeLineI
               "14:03:22 - Saved... " + folders + "Name.mp3");
 }
 
+TEST_F(ScanLogTest, ALineBreakInANameIsPaintedAsABlank) {
+    log.Show();
+    log.AddLine("14:03:22 - Saved... /a\nb\rc\u2028d\u2029e.mp3");
+    EndScan();
+    EXPECT_EQ(PaintedTexts(*Part<QListView>("lstLog").viewport()), "14:03:22-Saved.../abcde.mp3");
+}
+
+TEST_F(ScanLogTest, TheSelectedLineHasTheColourOfSelectedTexts) {
+    QPalette palette;
+    palette.setColor(QPalette::Text, QColor(0, 0, 0xFF));
+    palette.setColor(QPalette::HighlightedText, QColor(0xFF, 0, 0));
+    palette.setColor(QPalette::Highlight, QColor(0xFF, 0xFF, 0));
+    palette.setColor(QPalette::Base, QColor(0xFF, 0xFF, 0xFF));
+    auto& list = Part<QListView>("lstLog");
+    list.setPalette(palette);
+    QFont font = list.font();
+    font.setStyleStrategy(QFont::NoAntialias);
+    list.setFont(font);
+    log.Show();
+    log.AddLine("14:03:22 - Saved... /a.mp3");
+    log.AddLine("14:03:23 - Saved... /b.mp3");
+    EndScan();
+    const auto has = [&](int row, const QColor& color) {
+        const QRect line = list.visualRect(list.model()->index(row, 0));
+        const QImage image = list.viewport()->grab(line).toImage();
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                if (image.pixelColor(x, y) == color) {
+                    return true;
+                }
+            }
+        }
+        return false;
+    };
+    EXPECT_TRUE(has(0, palette.color(QPalette::Text)));
+    EXPECT_FALSE(has(0, palette.color(QPalette::HighlightedText)));
+    EXPECT_TRUE(has(1, palette.color(QPalette::HighlightedText)));
+    EXPECT_FALSE(has(1, palette.color(QPalette::Text)));
+}
+
 TEST_F(ScanLogTest, TheLogComesUpInTheSizeThatItWasGiven) {
     log.Show();
     log.close();
