@@ -18,13 +18,13 @@ bool NeverMinimized::eventFilter(QObject* watched, QEvent* event) {
     auto* form = qobject_cast<QWidget*>(watched);
     if (event->type() == QEvent::WindowStateChange && form != nullptr && form->isMinimized()) {
         if (m_owner == Owner::Held) {
-            form->showNormal();
+            form->setWindowState(form->windowState() & ~Qt::WindowMinimized);
         } else {
             // A window manager may take it along when its owner is minimised, and tell either of them first.
             QTimer::singleShot(OwnerIsToldMs, form, [form] {
                 const QWidget* owner = form->parentWidget();
                 if (form->isMinimized() && (owner == nullptr || !owner->window()->isMinimized())) {
-                    form->showNormal();
+                    form->setWindowState(form->windowState() & ~Qt::WindowMinimized);
                 }
             });
         }

@@ -105,10 +105,12 @@ TEST_F(DialogMannersTest, EveryDialogIsWideEnoughForItsTitle) {
 
 TEST_F(DialogMannersTest, ADialogThatHoldsTheProgramCannotBeMinimised) {
     for (const auto& dialog : ModalDialogs()) {
+        dialog->showMaximized();
         dialog->showMinimized();
         (void)QTest::qWaitFor([&] { return !dialog->isMinimized(); }, 1000);
         EXPECT_FALSE(dialog->isMinimized()) << FromQString(dialog->objectName());
         EXPECT_TRUE(dialog->isVisible());
+        EXPECT_TRUE(dialog->isMaximized()) << "as it was";
     }
 }
 
