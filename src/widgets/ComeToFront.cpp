@@ -11,7 +11,10 @@ void ComeToFront(QWidget& window) {
     }
     window.raise();
     QWidget* modal = QApplication::activeModalWidget();
-    QWidget& front = modal != nullptr ? *modal : window;
+    // One of the desktop's portal is only stood for by a widget, which is never on the screen.
+    const bool isSeen =
+        modal != nullptr && modal->isVisible() && !modal->testAttribute(Qt::WA_DontShowOnScreen);
+    QWidget& front = isSeen ? *modal : window;
     front.raise();
     front.activateWindow();
 }

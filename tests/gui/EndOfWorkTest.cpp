@@ -82,6 +82,22 @@ TEST_F(EndOfWorkTest, AClickOnTheNoteBringsTheWindowToTheFront) {
     EXPECT_EQ(QApplication::activeWindow(), &other) << "there is no window any more";
 }
 
+TEST_F(EndOfWorkTest, AModalDialogOfTheDesktopsIsNoneToBringToTheFront) {
+    Start();
+    QDialog portal(&Form());
+    portal.setWindowModality(Qt::WindowModal);
+    portal.setAttribute(Qt::WA_DontShowOnScreen);
+    portal.show();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    ASSERT_EQ(QApplication::activeModalWidget(), &portal);
+    Work().TellEnd("Fertig: 3 neu");
+    desktop.last.Clicked();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&Form()));
+}
+
 TEST_F(EndOfWorkTest, AfterTheStartTheWordIsHintedAtToo) {
     Start();
     QToolTip::hideText();
