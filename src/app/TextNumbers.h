@@ -93,8 +93,11 @@ inline constexpr std::int32_t PrintedPage = 866; ///< After a number; so are the
 inline constexpr std::int32_t PrintedPages = 867;
 inline constexpr std::int32_t RenamedFile = 868;
 inline constexpr std::int32_t RenamedFiles = 869;
+inline constexpr std::int32_t NotRenamedFile = 872; ///< After a number: the disk refused it. So is the next.
+inline constexpr std::int32_t NotRenamedFiles = 873;
 inline constexpr std::int32_t ShowProgram = 870; ///< What a click on the desktop's note does.
-inline constexpr std::int32_t NoBackup = 772;    ///< Of the database. Before the reason.
+
+inline constexpr std::int32_t NoBackup = 772; ///< Of the database. Before the reason.
 
 inline constexpr std::int32_t SelectionTooLarge = 864;     ///< To be converted at once.
 inline constexpr std::int32_t ConvertingNotPossible = 865; ///< The title above it.

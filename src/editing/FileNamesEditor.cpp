@@ -44,16 +44,17 @@ std::optional<int> FileNamesEditor::cmdChangeName_Click(std::string& text) {
 void FileNamesEditor::cmdSave_Click(LongWork& work) const {
     EndWord end;
     std::size_t renamed = 0;
-    std::size_t skipped = 0;
+    std::size_t refused = 0;
     for (const EditedName& item : m_items) {
         const FolderAndName old = ListedFile(item.Row);
         const bool onDisk = RenameListedFile(item.Row, old, item.Name).OnDisk;
-        renamed += onDisk && item.Name != old.Name ? 1 : 0;
-        skipped += onDisk ? 0 : 1;
+        if (item.Name != old.Name) {
+            ++(onDisk ? renamed : refused);
+        }
     }
     end.Count(renamed, Texts::RenamedFile, Texts::RenamedFiles);
-    if (skipped > 0) {
-        end.Count(skipped, Texts::SkippedFiles);
+    if (refused > 0) {
+        end.Count(refused, Texts::NotRenamedFile, Texts::NotRenamedFiles);
     }
     work.TellEnd(end.Done());
 }

@@ -411,6 +411,8 @@ constexpr clsResources::Entry EnglishTexts[] = {
     {869, " files renamed"},
     {870, "Show"},
     {871, " hidden"},
+    {872, " file not renamed on disk"},
+    {873, " files not renamed on disk"},
     {900, "First letter"},
     {901, "sorted in ascending order"},
     {902, "sorted in descending order"},

@@ -414,6 +414,8 @@ constexpr clsResources::Entry GermanTexts[] = {
     {869, " Dateien umbenannt"},
     {870, "Anzeigen"},
     {871, " ausgeblendet"},
+    {872, " Datei auf der Platte nicht umbenannt"},
+    {873, " Dateien auf der Platte nicht umbenannt"},
     {900, "Anfangsbuchstabe"},
     {901, "aufsteigend sortiert"},
     {902, "absteigend sortiert"},

@@ -128,7 +128,8 @@ TEST_F(FileNamesEditorTest, TheEndTellsHowManyGotAnotherNameAndHowManyTheDiskRef
     FileNamesEditor editor;
     editor.CleanUpAll(ReplaceUnderscores);
     editor.cmdSave_Click(work);
-    EXPECT_THAT(work.endWords, ElementsAre("Fertig: 2 Dateien umbenannt, 1 übergangen, 0:00"));
+    EXPECT_THAT(work.endWords,
+                ElementsAre("Fertig: 2 Dateien umbenannt, 1 Datei auf der Platte nicht umbenannt, 0:00"));
     settings.values["Language"] = "ENG";
     Select({1, 2});
     FileNamesEditor again;
@@ -137,6 +138,10 @@ TEST_F(FileNamesEditorTest, TheEndTellsHowManyGotAnotherNameAndHowManyTheDiskRef
     again.cmdSave_Click(work);
     EXPECT_EQ(work.endWords[1], "Done: 1 file renamed, 0:00");
     EXPECT_EQ(work.endWords[2], "Done: 0 files renamed, 0:00");
+    Select({4});
+    FileNamesEditor().cmdSave_Click(work);
+    EXPECT_EQ(work.endWords[3], "Done: 0 files renamed, 0:00")
+        << "a missing file that keeps its name is no refusal";
     EXPECT_THAT(calls, IsEmpty()) << "panels and pointer stay as they are";
 }
 
