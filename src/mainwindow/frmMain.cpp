@@ -110,8 +110,9 @@ void frmMain::PlaceWindow(const WindowState& state) {
     const double scale = m_parts->Panes.Placement().Scale();
     const QSize stored(ToPixels(width), ToPixels(height));
     const QSize grown(ToPixels(width * scale), ToPixels(height * scale));
-    const QRect free(pos(), screen()->availableGeometry().bottomRight() -
-                                QPoint(WindowFrame.width(), WindowFrame.height()));
+    const QRect available = screen()->availableGeometry();
+    const QRect free(PlacesAreTold() ? pos() : available.topLeft(),
+                     available.bottomRight() - QPoint(WindowFrame.width(), WindowFrame.height()));
     m_placedSize = grown.boundedTo(free.size().expandedTo(stored));
     resize(m_placedSize.expandedTo(LeastShown));
     if (mainModule.ScreenResolution == "800x600") {
