@@ -1,5 +1,5 @@
-// How a long job tells that it is over: "Done: 56 new, 3 updated, 2 skipped, 0:04". Scan, cleaning, drops and
-// import put theirs together here and hand it to their LongWork.
+// How a long job tells that it is over: "Done: 56 new, 3 updated, 2 skipped, 0:04". Scan, cleaning, drops,
+// import, printing and renaming put theirs together here and hand it to their LongWork.
 #pragma once
 
 #include "platform/DateTime.h"

@@ -14,7 +14,7 @@ struct FolderAndName {
 };
 
 struct RenamedFile {
-    std::string Path; ///< As the library has it now.
+    std::string Path; ///< The one meant for the library.
     bool OnDisk;      ///< The file system did it.
 };
 
