@@ -195,6 +195,12 @@ void TreeView::drawBranches(QPainter* painter, const QRect& rect, const QModelIn
     m_selectedBranch = false;
 }
 
+// The mark reaches the view's edge; the toolkit paints no further than the column again.
+void TreeView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+    QTreeView::selectionChanged(selected, deselected);
+    viewport()->update();
+}
+
 // The arrow of the selected node lies on its mark, and is drawn like its text.
 void TreeView::initViewItemOption(QStyleOptionViewItem* option) const {
     QTreeView::initViewItemOption(option);

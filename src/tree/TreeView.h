@@ -79,6 +79,7 @@ protected:
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
     void initViewItemOption(QStyleOptionViewItem* option) const override;
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option,

@@ -5,6 +5,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QMenu>
+#include <QPaintEvent>
 #include <QScrollBar>
 
 namespace quavernet::test {
@@ -271,6 +272,33 @@ TEST_F(TreePaneTest, ACategoryThatAnotherProgramHasDeletedIsFoldedAwayWithoutAFa
     other->Commit();
     EXPECT_NO_THROW(Form().Tree().LoadTree());
     EXPECT_FALSE(Form().Tree().Model().Contains("CAT_Alpha"));
+}
+
+TEST_F(TreePaneTest, AMarkThatGoesLeavesNothingAtTheEdge) {
+    class PaintedRegion : public QObject {
+    public:
+        bool eventFilter(QObject*, QEvent* event) override {
+            if (event->type() == QEvent::Paint) {
+                region += static_cast<QPaintEvent*>(event)->region();
+            }
+            return false;
+        }
+        QRegion region;
+    } painted;
+    MakeTree();
+    Start();
+    Tree().expandAll();
+    Tree().selectionModel()->setCurrentIndex(Alpha(), QItemSelectionModel::ClearAndSelect);
+    ASSERT_TRUE(IsSelected(Alpha()));
+    QCoreApplication::processEvents();
+    Tree().viewport()->installEventFilter(&painted);
+    Tree().selectionModel()->setCurrentIndex(Entry(0), QItemSelectionModel::ClearAndSelect);
+    QCoreApplication::processEvents();
+    Tree().viewport()->removeEventFilter(&painted);
+    const int edge = Tree().viewport()->width() - 1;
+    EXPECT_LT(Tree().visualRect(Alpha()).right(), edge);
+    EXPECT_TRUE(painted.region.contains(QPoint(edge, Place(Alpha()).y())));
+    EXPECT_TRUE(painted.region.contains(QPoint(edge, Place(Entry(0)).y())));
 }
 
 TEST_F(TreePaneTest, AStatementThatFailsLeavesTheNewTreeAsFarAsItCame) {
