@@ -201,8 +201,9 @@ class ProgramTest(unittest.TestCase):
             self.program.kill()
             self.program.wait()
         # Whatever a scenario does, the program's own files lie where the desktop wants them.
-        hidden = {name for name in os.listdir(self.home) if name.startswith(".")}
-        self.assertLessEqual(hidden, OWN_FOLDERS)
+        if os.path.isdir(self.home):  # A scenario that takes its whole system down has none by now.
+            hidden = {name for name in os.listdir(self.home) if name.startswith(".")}
+            self.assertLessEqual(hidden, OWN_FOLDERS)
 
     def make_music(self, *arguments):
         """Sample music; returns its folder and the paths that a scan takes."""

@@ -300,7 +300,9 @@ TEST_F(MpvPlayerTest, WithoutASoundDeviceAllGoesOnInSilenceAndThePlayerSaysSo) {
     EXPECT_EQ(player->SilenceReason(), "");
     player->SetFileName(RealWave(1));
     player->Play();
-    ASSERT_TRUE(loop.RunUntil([&] { return !player->SilenceReason().empty() && heard.playingChanged > 0; }));
+    // Without a device time is not kept: the file may be over before its begin is told.
+    ASSERT_TRUE(loop.RunUntil(
+        [&] { return !player->SilenceReason().empty() && heard.playingChanged + heard.ends > 0; }));
     EXPECT_EQ(player->SilenceReason(), "No sound device found: nothing can be heard.");
     EXPECT_TRUE(loop.RunUntil([&] { return heard.ends == 1; }));
 }
