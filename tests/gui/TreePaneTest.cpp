@@ -290,7 +290,7 @@ TEST_F(TreePaneTest, AMarkThatGoesLeavesNothingAtTheEdge) {
     Tree().expandAll();
     Tree().selectionModel()->setCurrentIndex(Alpha(), QItemSelectionModel::ClearAndSelect);
     ASSERT_TRUE(IsSelected(Alpha()));
-    QCoreApplication::processEvents();
+    QTest::qWait(100); // What the expansion has moved is painted as well.
     Tree().viewport()->installEventFilter(&painted);
     Tree().selectionModel()->setCurrentIndex(Entry(0), QItemSelectionModel::ClearAndSelect);
     QCoreApplication::processEvents();
