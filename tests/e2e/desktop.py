@@ -45,7 +45,24 @@ def wait_until(what, condition):
         time.sleep(0.02)
 
 
-class Desktop:
+class Screen:
+    """What scenarios do alike on each kind of screen, which has its own way to find windows and to press keys."""
+
+    def window_after_key(self, window, key, title):
+        """Presses a key in a window until it brings up another one: on a busy machine the first may come too early."""
+        for _ in range(3):
+            self.activate(window)
+            self.key(key)
+            end = time.monotonic() + WAIT / 3
+            while time.monotonic() < end:
+                found = self.windows(title)
+                if found:
+                    return found[0]
+                time.sleep(0.1)
+        raise AssertionError(f"{key} brings up no window {title!r}")
+
+
+class Desktop(Screen):
     """Xvfb with openbox."""
 
     def __init__(self, home):
@@ -97,19 +114,6 @@ class Desktop:
 
     def activate(self, window):
         self.ask("xdotool", "windowactivate", "--sync", window)
-
-    def window_after_key(self, window, key, title):
-        """Presses a key in a window until it brings up another one: on a busy machine the first may come too early."""
-        for _ in range(3):
-            self.activate(window)
-            self.key(key)
-            end = time.monotonic() + WAIT / 3
-            while time.monotonic() < end:
-                found = self.windows(title)
-                if found:
-                    return found[0]
-                time.sleep(0.1)
-        raise AssertionError(f"{key} brings up no window {title!r}")
 
     def close_window(self, title):
         """Closes the window as its frame's button does, and waits until it has gone."""

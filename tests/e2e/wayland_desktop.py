@@ -13,7 +13,7 @@ import tempfile
 import time
 
 import desktop
-from desktop import DOUBLE_CLICK, FONTS, PICTURES, ProgramTest, WAIT, wait_until
+from desktop import DOUBLE_CLICK, FONTS, PICTURES, ProgramTest, Screen, wait_until
 from wayland_hands import Hands
 
 SIZE = tuple(int(part) for part in desktop.SCREEN.split("x"))
@@ -36,7 +36,7 @@ OUTSIDE = ("DISPLAY", "WAYLAND_DISPLAY", "WAYLAND_SOCKET", "SWAYSOCK", "XDG_CURR
 COMMAND, TREE = 0, 4  # kinds of messages to the compositor
 
 
-class WaylandDesktop:
+class WaylandDesktop(Screen):
     """One compositor. Windows are told apart by its numbers."""
 
     def __init__(self, home):
@@ -122,19 +122,6 @@ class WaylandDesktop:
         self.command(window, "focus")
         wait_until("the window in front", lambda: (self.node(window) or {"focused": True})["focused"])
         time.sleep(0.2)  # The toolkit asks the compositor once more before it takes the window for the active one.
-
-    def window_after_key(self, window, key, title):
-        """Presses a key in a window until it brings up another one: on a busy machine the first may come too early."""
-        for _ in range(3):
-            self.activate(window)
-            self.key(key)
-            end = time.monotonic() + WAIT / 3
-            while time.monotonic() < end:
-                found = self.windows(title)
-                if found:
-                    return found[0]
-                time.sleep(0.1)
-        raise AssertionError(f"{key} brings up no window {title!r}")
 
     def close_window(self, title):
         """Closes the window as its frame's button does, and waits until it has gone."""
