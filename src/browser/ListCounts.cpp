@@ -110,16 +110,18 @@ void AddMarked(const ADODB::RowBlock& listed, LookupKeys& keys) {
     }
 }
 
-// The combos select by keys that stand in Files itself. False if the list has lost files on the way through
-// its lookup tables: then the listed ones have to be looked at.
+// The combos select by keys that stand in Files itself. The list has just been read in the order of its keys:
+// from the last row to the first the engine still has half of a thousand scattered rows in its memory. False
+// if the list has lost files on the way through its lookup tables: then the listed ones have to be looked at.
 bool AddChosen(const ADODB::RowBlock& listed, const ListFilter& filter, LookupKeys& keys) {
     const std::string clauses = ComboClauses(filter);
     if (mainModule.ShowInGridMode || clauses.empty() || !SearchClause(filter).empty()) {
         return false;
     }
     constexpr std::string_view And = " and ";
-    const ADODB::RowBlock files = mainModule.Connection->Query(
-        "Select F.Inter_id, F.Title_id, F.Album_id from Files F where " + clauses.substr(And.size()));
+    const ADODB::RowBlock files =
+        mainModule.Connection->Query("Select F.Inter_id, F.Title_id, F.Album_id from Files F where " +
+                                     clauses.substr(And.size()) + " order by F.File_id desc");
     if (files.Rows() != listed.Rows()) {
         return false;
     }

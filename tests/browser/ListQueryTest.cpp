@@ -488,4 +488,22 @@ TEST_F(ListQueryTest, EveryListStatementStartsAtFilesAndFindsTheRestByKey) {
     }
 }
 
+TEST_F(ListQueryTest, AFiltersKeysAreCountedFromItsLastRowToTheFirstWithoutASort) {
+    for (const int album : {1, 2, 1, 2, 1}) {
+        Add({.interpret = "Abba",
+             .title = ("T" + std::to_string(Count("Select File_id from Files"))).c_str(),
+             .album = album});
+    }
+    RecordingConnection& recorded = Record();
+    ListFilter filter;
+    filter.AlbumId = 1;
+    EXPECT_EQ(Load(filter).Totals.TitleCount, "3");
+    const Texts counting = recorded.StatementsOf("Select F.Inter_id");
+    ASSERT_EQ(counting.size(), 1u);
+    EXPECT_EQ(Rows(counting.front()), (Texts{"1|5|1", "1|3|1", "1|1|1"}));
+    const Texts plan = Rows("explain query plan " + counting.front());
+    ASSERT_EQ(plan.size(), 1u);
+    EXPECT_NE(plan.front().find("USING INDEX FilesByAlbum (Album_id=?)"), std::string::npos) << plan.front();
+}
+
 } // namespace quavernet::test

@@ -76,8 +76,8 @@ TEST_F(PlaybackRoadTest, OfRandomPlays) {
     EXPECT_THAT(road.Kinds(),
                 ElementsAre("Select File_id from FileCategories where Parent = ?: lifted kept",
                             "Select Name, Length, Path from Files where File_id = ?: lifted kept",
-                            "Select File_id from Files Order By File_id: kept",
-                            "Select Count(File_id) from Files: kept"));
+                            "Select File_id from Files Order By File_id: remembered",
+                            "Select Count(File_id) from Files: remembered"));
 }
 
 TEST_F(PlaybackRoadTest, ReadsWithoutAnOrderComeByKeyButTheEntriesOfACategory) {

@@ -14,6 +14,7 @@
 #include "adapters/sqlite/FirstRows.h"
 #include "adapters/sqlite/LibraryFile.h"
 #include "adapters/sqlite/LibraryPlace.h"
+#include "adapters/sqlite/LibraryVersion.h"
 #include "adapters/sqlite/LookupCache.h"
 #include "adapters/sqlite/OrderClause.h"
 #include "adapters/sqlite/PageMemory.h"
@@ -23,6 +24,7 @@
 #include "adapters/sqlite/StatementCache.h"
 #include "adapters/sqlite/StatementRun.h"
 #include "adapters/sqlite/StatementText.h"
+#include "adapters/sqlite/TableAnswers.h"
 #include "platform/RuntimeError.h"
 
 namespace quavernet {
@@ -38,15 +40,6 @@ std::string DataSource(std::string_view connectionString) {
         throw RuntimeError(SQLITE_CANTOPEN, "The connection string names no data source.");
     }
     return std::string(connectionString.substr(at + key.size()));
-}
-
-// The engine counts the commits that it has noticed, ours and those of others, when a statement has read;
-// what we have written since the last one counts by itself.
-LibraryVersion VersionOf(sqlite3* library) {
-    LibraryVersion version;
-    sqlite3_file_control(library, "main", SQLITE_FCNTL_DATA_VERSION, &version.file);
-    version.ownChanges = sqlite3_total_changes64(library);
-    return version;
 }
 
 class SqliteConnection : public ADODB::Connection {
@@ -75,6 +68,7 @@ public:
         m_ties.Clear();
         m_reads.Attach(opened.handle.get());
         m_cache.Attach(opened.handle.get());
+        m_answers.Attach(opened.handle.get());
         m_pages.Attach(opened.handle.get());
         m_library = std::move(opened.handle);
         m_place.Attach(m_path);
@@ -105,6 +99,9 @@ public:
         }
         if (!IsInTransaction()) {
             m_reads.Enter();
+            if (const ADODB::RowBlock* known = m_answers.Find(statement)) {
+                return *known;
+            }
         }
         const auto ordered = TakeOrderClause(statement);
         // Dates don't sort in the form that is read here; the stored ones do.
@@ -228,8 +225,13 @@ private:
     ADODB::RowBlock Read(std::string_view statement) {
         const PreparedStatement& prepared = Bind(statement);
         ADODB::RowBlock rows = ReadRows(Library(), prepared, m_regional);
-        if (!prepared.tables.callsFunctions && MayRemember()) {
+        if (prepared.tables.callsFunctions) {
+            return rows;
+        }
+        if (MayRemember()) {
             m_lookups.Keep(statement, rows, prepared.tables.reads);
+        } else if (!IsInTransaction() && prepared.tables.reads != 0 && m_text.Literals().empty()) {
+            m_answers.Keep(statement, rows);
         }
         return rows;
     }
@@ -242,6 +244,7 @@ private:
     ReadTransaction m_reads;
     StatementCache m_cache;
     LookupCache m_lookups;
+    TableAnswers m_answers;
     TieOrder m_ties;
     StatementText m_text;
     CommitGathering m_commits;

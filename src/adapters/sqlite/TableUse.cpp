@@ -31,7 +31,8 @@ TableUse TableUseNotes::End() {
 }
 
 // The engine asks whether the statement may do what it says; it always may.
-int TableUseNotes::Note(void* notes, int action, const char* first, const char*, const char*, const char*) {
+int TableUseNotes::Note(void* notes, int action, const char* first, const char* second, const char*,
+                        const char*) {
     auto& self = *static_cast<TableUseNotes*>(notes);
     switch (action) {
     case SQLITE_READ:
@@ -43,7 +44,7 @@ int TableUseNotes::Note(void* notes, int action, const char* first, const char*,
         self.m_use.writes |= self.BitOf(first);
         break;
     case SQLITE_FUNCTION:
-        self.m_use.callsFunctions = true;
+        self.m_use.callsFunctions = self.m_use.callsFunctions || std::string_view(second) != "count";
         break;
     default:
         return SQLITE_OK;

@@ -18,7 +18,7 @@ using TableSet = std::uint64_t;
 struct TableUse {
     TableSet reads = 0;
     TableSet writes = 0;
-    bool callsFunctions = false; ///< Its result may depend on more than the tables.
+    bool callsFunctions = false; ///< Others than count(): its result may depend on more than the tables.
 };
 
 /// Hears from the engine what it compiles. Stays where it is while it is attached: the engine keeps its

@@ -85,17 +85,47 @@ std::vector<std::uint32_t> TieOrder::Of(const ADODB::RowBlock& rows, const TieCo
     return order;
 }
 
-// Every rank is taken by one row at most, so that the rows fall into their places without a sort.
+std::uint32_t TieOrder::RankOf(const ADODB::Field& file) const {
+    const auto id = static_cast<std::uint64_t>(file.Integer());
+    return id < m_ranks.size() ? m_ranks[id] : 0;
+}
+
+// Few of many rows are sorted: to lay out the places of all would take longer.
+std::optional<std::vector<std::uint32_t>> TieOrder::RememberedOfFew(const ADODB::RowBlock& rows,
+                                                                    std::size_t file) const {
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> ranked;
+    ranked.reserve(rows.Rows());
+    for (std::uint32_t row = 0; row < rows.Rows(); ++row) {
+        ranked.emplace_back(RankOf(rows.At(row, file)), row);
+    }
+    std::sort(ranked.begin(), ranked.end());
+    const auto sameRank = [](const auto& left, const auto& right) { return left.first == right.first; };
+    if ((!ranked.empty() && ranked.front().first == 0) ||
+        std::adjacent_find(ranked.begin(), ranked.end(), sameRank) != ranked.end()) {
+        return std::nullopt;
+    }
+    std::vector<std::uint32_t> order;
+    order.reserve(ranked.size());
+    for (const auto& [rank, row] : ranked) {
+        order.push_back(row);
+    }
+    return order;
+}
+
+// Every rank is taken by one row at most, so that many rows fall into their places without a sort.
 std::optional<std::vector<std::uint32_t>> TieOrder::Remembered(const ADODB::RowBlock& rows,
                                                                std::size_t file) const {
+    constexpr std::size_t Few = 16; ///< One of so many that are known, or less.
     if (m_ranks.empty() || rows.Rows() > m_known) {
         return std::nullopt;
+    }
+    if (rows.Rows() <= m_known / Few) {
+        return RememberedOfFew(rows, file);
     }
     constexpr std::uint32_t NoRow = ~std::uint32_t{0};
     std::vector<std::uint32_t> places(m_known, NoRow);
     for (std::uint32_t row = 0; row < rows.Rows(); ++row) {
-        const auto id = static_cast<std::uint64_t>(rows.At(row, file).Integer());
-        const std::uint32_t rank = id < m_ranks.size() ? m_ranks[id] : 0;
+        const std::uint32_t rank = RankOf(rows.At(row, file));
         if (rank == 0 || places[rank - 1] != NoRow) {
             return std::nullopt;
         }

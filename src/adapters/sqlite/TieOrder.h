@@ -3,6 +3,7 @@
 // by the connection for the list's statements.
 #pragma once
 
+#include "adapters/sqlite/LibraryVersion.h"
 #include "platform/ADODB.h"
 
 #include <cstddef>
@@ -21,15 +22,6 @@ struct TieColumns {
     bool operator==(const TieColumns&) const = default;
 };
 
-/// What the library held when its rows were read: any change, by us or by another program, makes it another
-/// version.
-struct LibraryVersion {
-    std::uint32_t file = 0;
-    std::int64_t ownChanges = 0;
-
-    bool operator==(const LibraryVersion&) const = default;
-};
-
 class TieOrder {
 public:
     /// The rows of a result by performer, title and key. Rows are read in the order of their keys.
@@ -40,6 +32,10 @@ public:
     void Clear() { m_ranks.clear(); }
 
 private:
+    /// From 1; 0 for a file that is not known.
+    std::uint32_t RankOf(const ADODB::Field& file) const;
+    std::optional<std::vector<std::uint32_t>> RememberedOfFew(const ADODB::RowBlock& rows,
+                                                              std::size_t file) const;
     std::optional<std::vector<std::uint32_t>> Remembered(const ADODB::RowBlock& rows, std::size_t file) const;
     void Remember(const ADODB::RowBlock& rows, std::size_t file, const std::vector<std::uint32_t>& order);
 

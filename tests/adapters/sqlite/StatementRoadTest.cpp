@@ -292,10 +292,10 @@ TEST_F(StatementRoadTest, OfTheList) {
     EXPECT_THAT(
         road.Kinds(),
         ElementsAre(
-            "Select Count(*) from Files: kept", listed + ":", // The same as those in an order.
-            "Select Count(distinct Inter_id) from Files: kept",
-            "Select Count(distinct Title_id) from Files: kept",
-            "Select Count(distinct Album_id) from Files: kept",
+            "Select Count(*) from Files: remembered", listed + ":", // The same as those in an order.
+            "Select Count(distinct Inter_id) from Files: remembered",
+            "Select Count(distinct Title_id) from Files: remembered",
+            "Select Count(distinct Album_id) from Files: remembered",
             listed + " order by I.Interpret ASC: kept ordered", listed + " order by T.Name ASC: kept ordered",
             listed + " order by F.Length ASC: kept ordered", listed + " order by Q.Quality ASC: kept ordered",
             listed + " order by E.Extension ASC: kept ordered",
@@ -318,11 +318,11 @@ TEST_F(StatementRoadTest, OfTheFilterLists) {
     EXPECT_THAT(
         road.Kinds(),
         ElementsAre("Select D.Drive, D.Drive_id from Drive D where exists (Select ? from Files F where "
-                    "F.Drive_id = D.Drive_id) Order By D.Drive_id: kept",
+                    "F.Drive_id = D.Drive_id) Order By D.Drive_id: remembered",
                     "Select G.Genre, G.Genre_id from Genres G where exists (Select ? from Files F where "
-                    "F.Genre_id = G.Genre_id) Order By G.Genre: kept",
+                    "F.Genre_id = G.Genre_id) Order By G.Genre: remembered",
                     "Select A.Name, A.Album_id from Albums A where exists (Select ? from Files F where "
-                    "F.Album_id = A.Album_id) Order By A.Name: kept"));
+                    "F.Album_id = A.Album_id) Order By A.Name: remembered"));
 }
 
 TEST_F(StatementRoadTest, OfTheFaultsOfTheList) {
