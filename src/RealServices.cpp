@@ -6,6 +6,7 @@
 #include "adapters/mpv/MpvPlayer.h"
 #include "adapters/posix/KeepFreedMemory.h"
 #include "adapters/posix/PosixFileSystem.h"
+#include "adapters/posix/PosixReadAhead.h"
 #include "adapters/qt/QtRegionalSettings.h"
 #include "adapters/sqlite/SqliteConnection.h"
 #include "app/MainModule.h"
@@ -26,7 +27,9 @@ void PostToMainLoop(std::function<void()> run) {
 } // namespace
 
 RealServices::RealServices()
-    : m_shell([this] { Save(); }), m_desktop(CreateBusDesktop()), m_fileSystem(CreatePosixFileSystem()) {
+    : m_shell([this] { Save(); }), m_readers(CreateReaderPool()), m_files(m_readers),
+      m_desktop(CreateBusDesktop()), m_fileSystem(CreatePosixFileSystem(m_readers)),
+      m_readAhead(CreatePosixReadAhead(m_readers)) {
     KeepFreedMemory();
     services.settings = &m_settings;
     services.fileSystem = m_fileSystem.get();
@@ -40,6 +43,7 @@ RealServices::RealServices()
     services.clock = &m_clock;
     services.helpViewer = &m_helpViewer;
     services.desktop = m_desktop.get();
+    services.readAhead = m_readAhead.get();
     services.regional = ReadRegionalSettings();
     services.createConnection = [] { return CreateSqliteConnection(services.regional); };
     services.createTagComponent = [this] { return CreateTagLibComponent(m_files); };

@@ -14,6 +14,7 @@
 #include "help/QtHelpViewer.h"
 #include "platform/Desktop.h"
 #include "platform/FileSystemObject.h"
+#include "platform/ReadAhead.h"
 
 #include <memory>
 
@@ -37,12 +38,14 @@ private:
     QtDialogs m_dialogs;
     QtEvents m_events;
     SystemClock m_clock;
+    std::shared_ptr<posix::ReaderPool> m_readers;
     PosixFiles m_files;
     OggInfoReader m_oggInfo{m_files};
     OggCommentWriter m_oggComments{m_files};
     QtHelpViewer m_helpViewer;
     std::unique_ptr<Desktop> m_desktop;
     std::unique_ptr<FileSystemObject> m_fileSystem;
+    std::unique_ptr<ReadAhead> m_readAhead;
 };
 
 } // namespace quavernet

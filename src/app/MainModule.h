@@ -25,6 +25,7 @@ namespace quavernet {
 class Desktop;
 class MediaPlayer;
 class MediaRemote;
+class ReadAhead;
 class VorbisCommentTool;
 
 struct MainModule {
@@ -96,7 +97,8 @@ struct Services {
     Events* events = nullptr;
     Clock* clock = nullptr;
     HelpViewer* helpViewer = nullptr;
-    Desktop* desktop = nullptr; ///< Null: there is none.
+    Desktop* desktop = nullptr;     ///< Null: there is none.
+    ReadAhead* readAhead = nullptr; ///< Null: files are read when they are wanted, and no sooner.
     RegionalSettings regional;
     std::function<std::unique_ptr<ADODB::Connection>()> createConnection;
     std::function<std::unique_ptr<TagComponent>()> createTagComponent;

@@ -4,6 +4,7 @@
 #include "platform/WriteError.h"
 
 #include <cerrno>
+#include <climits>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -58,6 +59,8 @@ OpenedFile::OpenedFile(const std::string& path, BinaryFile::Access access) : m_p
         throw OpenError(ErrorNumber::PathFileAccess, ErrorText(code), path, false);
     }
     m_size = static_cast<std::uint64_t>(facts.st_size);
+    m_device = facts.st_dev;
+    m_inode = facts.st_ino;
     m_modified = facts.st_mtim;
     m_changed = facts.st_ctim;
 }
@@ -68,6 +71,16 @@ bool OpenedFile::IsAsOpened() const {
         Fail(ErrorNumber::DeviceInputOutput, errno, m_path);
     }
     return static_cast<std::uint64_t>(facts.st_size) == m_size && IsSame(facts.st_mtim, m_modified) &&
+           IsSame(facts.st_ctim, m_changed);
+}
+
+bool OpenedFile::IsStillAt(const std::string& path) const {
+    struct stat facts {};
+    if (path.size() >= PATH_MAX || ::stat(path.c_str(), &facts) != 0) {
+        return false;
+    }
+    return facts.st_dev == m_device && facts.st_ino == m_inode &&
+           static_cast<std::uint64_t>(facts.st_size) == m_size && IsSame(facts.st_mtim, m_modified) &&
            IsSame(facts.st_ctim, m_changed);
 }
 

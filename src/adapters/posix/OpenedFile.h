@@ -11,6 +11,8 @@
 #include <span>
 #include <string>
 
+#include <sys/types.h>
+
 namespace quavernet::posix {
 
 /// What it shares with BinaryFile is as told there.
@@ -28,6 +30,9 @@ public:
     /// neither has this object. Throws RuntimeError 57 if the device fails.
     bool IsAsOpened() const;
 
+    /// Whether a path leads to this file, and nobody wrote to it since. Never throws.
+    bool IsStillAt(const std::string& path) const;
+
     /// The open file's number, for calls that this class does not wrap.
     int Number() const { return m_file.Get(); }
 
@@ -42,6 +47,8 @@ private:
     std::string m_path;
     Descriptor m_file;
     std::uint64_t m_size = 0;
+    dev_t m_device = 0;
+    ino_t m_inode = 0;
     std::timespec m_modified{}; ///< Contents, when it was opened.
     std::timespec m_changed{};  ///< Contents, rights or times, when it was opened.
 };

@@ -12,6 +12,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -53,13 +54,15 @@ RuntimeError InTheWay(int error, const std::string& part) {
 
 class PosixFileSystem : public FileSystemObject {
 public:
+    explicit PosixFileSystem(std::shared_ptr<posix::ReaderPool> ahead) : m_ahead(std::move(ahead)) {}
+
     std::unique_ptr<FolderWalk> GetFolder(const std::string& path) override {
         const posix::Descriptor folder = posix::OpenPath(path, O_RDONLY | O_DIRECTORY | O_NONBLOCK);
         if (!folder.IsOpen()) {
             throw PathError(ErrorNumber::PathNotFound, errno, path);
         }
         m_mounts->Refresh();
-        return std::make_unique<posix::PosixFolderWalk>(path, m_mounts);
+        return std::make_unique<posix::PosixFolderWalk>(path, m_mounts, m_ahead);
     }
 
     FileFacts GetFile(const std::string& path) override {
@@ -143,12 +146,13 @@ private:
     }
 
     std::shared_ptr<posix::MountTable> m_mounts = std::make_shared<posix::MountTable>();
+    std::shared_ptr<posix::ReaderPool> m_ahead;
 };
 
 } // namespace
 
-std::unique_ptr<FileSystemObject> CreatePosixFileSystem() {
-    return std::make_unique<PosixFileSystem>();
+std::unique_ptr<FileSystemObject> CreatePosixFileSystem(std::shared_ptr<posix::ReaderPool> ahead) {
+    return std::make_unique<PosixFileSystem>(std::move(ahead));
 }
 
 } // namespace quavernet

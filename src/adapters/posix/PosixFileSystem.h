@@ -7,6 +7,11 @@
 
 namespace quavernet {
 
-std::unique_ptr<FileSystemObject> CreatePosixFileSystem();
+namespace posix {
+class ReaderPool;
+}
+
+/// Its walks take the listings that `ahead` has read; null: none.
+std::unique_ptr<FileSystemObject> CreatePosixFileSystem(std::shared_ptr<posix::ReaderPool> ahead = nullptr);
 
 } // namespace quavernet

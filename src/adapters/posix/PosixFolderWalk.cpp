@@ -1,5 +1,6 @@
 #include "adapters/posix/PosixFolderWalk.h"
 
+#include "adapters/posix/ReaderPool.h"
 #include "adapters/posix/SystemClock.h"
 #include "platform/Paths.h"
 
@@ -18,8 +19,6 @@ namespace {
 
 // The reason given for devices, pipes, sockets and folders of the kernel.
 constexpr int NotForScanning = EOPNOTSUPP;
-
-constexpr std::size_t ListingSize = 32768; // Bytes of a listing that are asked for at once.
 
 DateTime DateOf(const struct statx_timestamp& time) {
     const DateTime date = LocalTime(time.tv_sec);
@@ -58,55 +57,58 @@ FileFacts FactsOf(const std::string& path, const struct statx& facts, MountTable
     return result;
 }
 
-PosixFolderWalk::PosixFolderWalk(const std::string& folder, std::shared_ptr<MountTable> mounts)
-    : m_path(NormalPath(folder)), m_mounts(std::move(mounts)) {}
+PosixFolderWalk::PosixFolderWalk(const std::string& folder, std::shared_ptr<MountTable> mounts,
+                                 std::shared_ptr<ReaderPool> ahead)
+    : m_path(NormalPath(folder)), m_mounts(std::move(mounts)), m_ahead(std::move(ahead)) {}
 
 FolderContents PosixFolderWalk::List(const std::string& folder) {
     FolderContents contents;
-    if (!Enter(folder)) {
+    m_open.Close();
+    m_folder.clear();
+    FolderListing listing = Listing(folder);
+    if (!MayEnter(folder, listing)) {
         return contents;
     }
+    m_open = std::move(listing.folder);
+    m_folder = folder;
     // Links to folders come after the folders themselves: what a link leads to may be mounted here as well.
     std::vector<std::string> links;
-    m_entries.resize(ListingSize);
-    ssize_t size = 0;
-    while ((size = ::getdents64(m_open.Get(), m_entries.data(), m_entries.size())) > 0) {
-        for (std::size_t at = 0; at < static_cast<std::size_t>(size);) {
-            const auto* entry = reinterpret_cast<const dirent64*>(m_entries.data() + at);
-            at += entry->d_reclen;
-            AddEntry(*entry, contents, links);
-        }
-    }
-    if (size < 0 && errno != ENOENT) { // A folder that is deleted meanwhile has come to its end.
-        Note(folder, errno);
+    do {
+        ForEachEntry(listing.entries, [&](const dirent64& entry) { AddEntry(entry, contents, links); });
+    } while (ReadPiece(m_open, listing));
+    if (listing.error != 0) {
+        Note(folder, listing.error);
     }
     contents.subFolders.insert(contents.subFolders.end(), std::make_move_iterator(links.begin()),
                                std::make_move_iterator(links.end()));
     return contents;
 }
 
-bool PosixFolderWalk::Enter(const std::string& folder) {
-    m_open.Close();
-    m_folder.clear();
-    Descriptor descriptor = OpenPath(folder, O_RDONLY | O_DIRECTORY | O_NONBLOCK);
-    struct statx facts {};
-    if (!descriptor.IsOpen() || ::statx(descriptor.Get(), "", AT_EMPTY_PATH, STATX_INO, &facts) != 0) {
-        Note(folder, errno);
+FolderListing PosixFolderWalk::Listing(const std::string& folder) {
+    if (m_ahead) {
+        if (const auto listing = m_ahead->TakeListing(folder)) {
+            return std::move(*listing);
+        }
+    }
+    return OpenListing(folder);
+}
+
+bool PosixFolderWalk::MayEnter(const std::string& folder, const FolderListing& listing) {
+    if (!listing.folder.IsOpen()) {
+        Note(folder, listing.error);
         return false;
     }
-    const Device device{facts.stx_dev_major, facts.stx_dev_minor};
+    const Device device{listing.facts.stx_dev_major, listing.facts.stx_dev_minor};
     if (m_entered.empty()) {
-        m_chosen = {device, facts.stx_ino};
+        m_chosen = {device, listing.facts.stx_ino};
     }
-    if (!m_entered.insert({device, facts.stx_ino}).second) {
+    if (!m_entered.insert({device, listing.facts.stx_ino}).second) {
         return false;
     }
     if (!MayEnterDevice(device)) {
         Note(folder, NotForScanning);
         return false;
     }
-    m_open = std::move(descriptor);
-    m_folder = folder;
     return true;
 }
 
@@ -129,9 +131,6 @@ bool PosixFolderWalk::MayEnterDevice(const Device& device) {
 void PosixFolderWalk::AddEntry(const dirent64& entry, FolderContents& contents,
                                std::vector<std::string>& links) {
     const std::string_view name = entry.d_name;
-    if (name == "." || name == "..") {
-        return;
-    }
     switch (entry.d_type) {
     case DT_REG:
         contents.files.push_back({std::string(name), name.front() == '.'});

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "adapters/posix/Descriptor.h"
+#include "adapters/posix/FolderListing.h"
 #include "adapters/posix/MountTable.h"
 #include "platform/FileSystemObject.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <set>
@@ -18,9 +18,13 @@
 
 namespace quavernet::posix {
 
+class ReaderPool;
+
 class PosixFolderWalk : public FolderWalk {
 public:
-    PosixFolderWalk(const std::string& folder, std::shared_ptr<MountTable> mounts);
+    /// Takes the listings that `ahead` has read; it may be null.
+    PosixFolderWalk(const std::string& folder, std::shared_ptr<MountTable> mounts,
+                    std::shared_ptr<ReaderPool> ahead = nullptr);
 
     const std::string& Path() const override { return m_path; }
     FolderContents List(const std::string& folder) override;
@@ -31,7 +35,8 @@ private:
     using Device = std::pair<std::uint32_t, std::uint32_t>; ///< Major and minor number.
     using Identity = std::pair<Device, std::uint64_t>;      ///< Device and inode.
 
-    bool Enter(const std::string& folder);
+    FolderListing Listing(const std::string& folder);
+    bool MayEnter(const std::string& folder, const FolderListing& listing);
     bool MayEnterDevice(const Device& device);
     void AddEntry(const dirent64& entry, FolderContents& contents, std::vector<std::string>& links);
     void AddUnclear(const dirent64& entry, FolderContents& contents, std::vector<std::string>& links);
@@ -42,11 +47,11 @@ private:
 
     std::string m_path;
     std::shared_ptr<MountTable> m_mounts;
+    std::shared_ptr<ReaderPool> m_ahead;
     std::string m_folder; ///< The folder last listed; stays open, so that its files are asked by name alone.
     Descriptor m_open;
     const uid_t m_user = ::geteuid();
-    std::vector<std::byte> m_entries; ///< Of a piece of the listing, as the kernel writes them.
-    Identity m_chosen;                ///< The folder at which the walk started; it is entered first.
+    Identity m_chosen; ///< The folder at which the walk started; it is entered first.
     std::set<Identity> m_entered;
     std::vector<std::pair<Device, bool>> m_devices; ///< Devices met, and whether they are walked.
     std::vector<SkippedEntry> m_skipped;

@@ -1,0 +1,337 @@
+#include "adapters/posix/ReaderPool.h"
+
+#include "platform/Paths.h"
+
+#include <algorithm>
+#include <exception>
+#include <string_view>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+
+namespace quavernet::posix {
+
+namespace {
+
+constexpr std::size_t MostThreads = 256;   // Threads that hang cost memory.
+constexpr std::size_t RestAtOnce = 32;     // So much that nobody needs any more is closed before all else.
+constexpr std::size_t EasyQuestions = 256; // After so many without a wait there are readers enough.
+constexpr std::size_t LongestListing = 1 << 20; // Bytes of a folder's listing that are read ahead.
+
+std::unique_ptr<FolderListing> ListAhead(const std::string& path) {
+    auto listing = std::make_unique<FolderListing>(OpenListing(path));
+    while (listing->entries.size() < LongestListing && AppendPiece(*listing)) {
+    }
+    return listing;
+}
+
+std::uint64_t BlocksOfThread() {
+    struct rusage use {};
+    return ::getrusage(RUSAGE_THREAD, &use) == 0 ? static_cast<std::uint64_t>(use.ru_inblock) : 0;
+}
+
+// Whether it is a plain file, and none of the kernel's, of which some act when they are opened.
+bool MayBeOpened(const Descriptor& file, FileSystemKind kind) {
+    struct statx facts {};
+    return ::statx(file.Get(), "", AT_EMPTY_PATH, STATX_TYPE, &facts) == 0 && S_ISREG(facts.stx_mode) &&
+           kind != FileSystemKind::Kernel;
+}
+
+} // namespace
+
+ReaderPool::ReaderPool(Disk disk) : m_disk(std::move(disk)) {}
+
+ReaderPool::Disk ReaderPool::RealDisk() {
+    return {[](const std::string& path) { return std::make_shared<FileAhead>(path); }, &ListAhead,
+            [](int fd) { return KindOfFileSystem(fd); }, &BlocksOfThread};
+}
+
+bool ReaderPool::Begin(const std::shared_ptr<AheadPlan>& plan) {
+    const std::lock_guard lock(m_mutex);
+    if (m_lost >= MostThreads) {
+        return false;
+    }
+    m_plans.push_back(plan);
+    m_allowed = 1;
+    m_easy = 0;
+    if (m_readers == 0 && !plan->IsAsleep() && !Hire()) {
+        m_plans.pop_back();
+        return false;
+    }
+    m_work.notify_one();
+    return true;
+}
+
+void ReaderPool::End(const std::shared_ptr<AheadPlan>& plan) {
+    const std::lock_guard lock(m_mutex);
+    std::erase(m_plans, plan);
+    plan->Clear(m_rest);
+    m_lost += plan->BusyReaders();
+    m_readers -= plan->BusyReaders();
+    if (!m_rest.IsEmpty() && m_readers == 0 && !Hire()) {
+        m_rest = {};
+    }
+    m_work.notify_all();
+}
+
+// A thread that nobody waits for: it may hang for as long as the disk does.
+bool ReaderPool::Hire() {
+    try {
+        std::thread([self = shared_from_this()] { self->Serve(); }).detach();
+        ++m_readers;
+        return true;
+    } catch (const std::system_error&) {
+        return false;
+    }
+}
+
+// Its user has waited in vain, and nobody is at it: all the others hang.
+void ReaderPool::HireOneMore() {
+    m_allowed = std::max(m_allowed, m_readers - m_idle + 1);
+    if (m_idle == 0 && m_readers + m_lost < MostThreads) {
+        Hire();
+    }
+    m_work.notify_all();
+}
+
+// The user waits, so there are too few of them.
+void ReaderPool::HireMore() {
+    m_easy = 0;
+    m_allowed = std::max(m_allowed, std::min(2 * m_allowed, MostReaders)); // One more may have been needed.
+    while (m_readers < m_allowed && Hire()) {
+    }
+    m_work.notify_all();
+}
+
+template <typename Ask>
+bool ReaderPool::Wait(AheadPlan& plan, bool isFolder, std::chrono::milliseconds most, const Ask& ask) {
+    std::unique_lock lock(m_mutex);
+    if (plan.IsAsleep()) {
+        plan.NoteBlocks(m_disk.blocks, isFolder);
+        if (plan.IsAsleep()) {
+            return ask();
+        }
+        HireMore();
+    }
+    bool isReady = ask();
+    if (!isReady) {
+        HireMore();
+        isReady =
+            m_readers == 0 || m_done.wait_for(lock, most, ask); // Without a thread nobody would read it.
+        if (!isReady && plan.NeedsReader()) {
+            HireOneMore();
+        }
+    } else if (++m_easy == EasyQuestions) {
+        m_easy = 0;
+        m_allowed = std::max<std::size_t>(m_allowed / 2, 1);
+    }
+    WakeForRoom(plan);
+    return isReady;
+}
+
+void ReaderPool::WakeForRoom(const AheadPlan& plan) {
+    if (plan.HasRoom() && m_idle > 0 && m_readers - m_idle < m_allowed) {
+        m_work.notify_one();
+    }
+}
+
+bool ReaderPool::WaitForFolder(AheadPlan& plan, const std::string& path, std::chrono::milliseconds most) {
+    return Wait(plan, true, most, [&] { return plan.AskFolder(path, m_rest); });
+}
+
+bool ReaderPool::WaitForFile(AheadPlan& plan, const std::string& path, Ahead part,
+                             std::chrono::milliseconds most) {
+    if (plan.PassesAsleep()) {
+        return true;
+    }
+    return Wait(plan, false, most, [&] { return plan.AskFile(path, part, m_rest); });
+}
+
+std::unique_ptr<FolderListing> ReaderPool::TakeListing(const std::string& path) {
+    const std::lock_guard lock(m_mutex);
+    for (const auto& plan : m_plans) {
+        if (auto listing = plan->TakeListing(path)) {
+            return listing;
+        }
+    }
+    return nullptr;
+}
+
+std::shared_ptr<FileAhead> ReaderPool::CurrentFile(const std::string& path) {
+    const std::lock_guard lock(m_mutex);
+    for (const auto& plan : m_plans) {
+        if (auto file = plan->CurrentFile(path)) {
+            return file;
+        }
+    }
+    return nullptr;
+}
+
+std::size_t ReaderPool::Readers() const {
+    const std::lock_guard lock(m_mutex);
+    return m_readers;
+}
+
+void ReaderPool::Serve() {
+    std::unique_lock lock(m_mutex);
+    while (true) {
+        const bool isFull = m_rest.files.size() + m_rest.listings.size() >= RestAtOnce;
+        if (std::optional<Task> task = isFull ? std::nullopt : NextTask()) {
+            if (m_idle > 0 && m_readers - m_idle < m_allowed) {
+                m_work.notify_one(); // Where one finds work there may be more.
+            }
+            lock.unlock();
+            AheadResult result = Do(*task);
+            lock.lock();
+            if (!Deliver(*task, std::move(result))) {
+                return;
+            }
+        } else if (!m_rest.IsEmpty()) {
+            if (!CloseRest(lock)) {
+                return;
+            }
+        } else if (m_plans.empty()) {
+            --m_readers;
+            return;
+        } else {
+            ++m_idle;
+            m_work.wait(lock);
+            --m_idle;
+        }
+    }
+}
+
+// To close a file may hang too: who does it is no reader meanwhile. False if the thread is one too many.
+bool ReaderPool::CloseRest(std::unique_lock<std::mutex>& lock) {
+    AheadRest rest;
+    std::swap(rest, m_rest);
+    --m_readers;
+    ++m_lost;
+    lock.unlock();
+    rest.files.clear();
+    rest.listings.clear();
+    lock.lock();
+    return ComeBack();
+}
+
+bool ReaderPool::ComeBack() {
+    --m_lost;
+    if (m_readers >= MostReaders && m_rest.IsEmpty()) {
+        return false;
+    }
+    ++m_readers;
+    return true;
+}
+
+// Those that are one too many do nothing. What began last is waited for first: it runs inside the others.
+std::optional<ReaderPool::Task> ReaderPool::NextTask() {
+    if (m_readers - m_idle > m_allowed) {
+        return std::nullopt;
+    }
+    for (auto plan = m_plans.rbegin(); plan != m_plans.rend(); ++plan) {
+        if (auto job = (*plan)->NextJob()) {
+            return Task{*plan, std::move(*job)};
+        }
+    }
+    return std::nullopt;
+}
+
+// What can't be read ahead, for whatever reason, is read when it is wanted.
+AheadResult ReaderPool::Do(const Task& task) const {
+    const std::uint64_t blocks = m_disk.blocks();
+    AheadResult result;
+    try {
+        const bool isFolder = task.job.file == AheadJob::NoFile;
+        result = isFolder ? List(*task.plan, task.job.path) : Read(task.job);
+    } catch (const std::exception&) {
+        result = {};
+    }
+    result.blocks = m_disk.blocks() - blocks;
+    return result;
+}
+
+AheadResult ReaderPool::Read(const AheadJob& job) const {
+    AheadResult result;
+    if (job.part != Ahead::Contents) {
+        struct statx facts {};
+        QueryPath(job.path, facts);
+        return result;
+    }
+    // Nobody has looked at what a path of a plan of files leads to.
+    if (job.folder->path.empty()) {
+        const Descriptor place = OpenPath(job.path, O_PATH);
+        result.kind = m_disk.kindOf(place.Get());
+        if (place.IsOpen() && !MayBeOpened(place, result.kind)) {
+            return result;
+        }
+    }
+    result.file = m_disk.read(job.path);
+    return result;
+}
+
+// What an entry is, for a listing that does not tell, or for a link. 0 where it can't be told, and for what
+// is not to be opened.
+unsigned ReaderPool::KindOfEntry(const FolderListing& listing, const dirent64& entry, Ahead wanted) const {
+    if (entry.d_type != DT_UNKNOWN && entry.d_type != DT_LNK) {
+        return entry.d_type;
+    }
+    struct statx facts {};
+    if (!QueryEntry(listing.folder.Get(), entry.d_name, facts)) {
+        return 0;
+    }
+    if (S_ISDIR(facts.stx_mode)) {
+        // The walk lists what a link leads to after all other folders, or not at all.
+        return entry.d_type == DT_LNK ? 0 : DT_DIR;
+    }
+    if (!S_ISREG(facts.stx_mode) || wanted == Ahead::Nothing) {
+        return 0;
+    }
+    const Descriptor place(::openat(listing.folder.Get(), entry.d_name, O_PATH | O_CLOEXEC));
+    return MayBeOpened(place, m_disk.kindOf(place.Get())) ? DT_REG : 0;
+}
+
+AheadResult ReaderPool::List(const AheadPlan& plan, const std::string& path) const {
+    AheadResult result;
+    auto listing = m_disk.list(path);
+    result.kind = m_disk.kindOf(listing->folder.Get());
+    if (result.kind == FileSystemKind::Kernel || MayBeOver(listing->error)) {
+        return result;
+    }
+    ForEachEntry(listing->entries, [&](const dirent64& entry) {
+        const std::string_view name = entry.d_name;
+        const Ahead wanted = entry.d_type == DT_DIR ? Ahead::Nothing : plan.Walk().wants(name);
+        if (entry.d_type != DT_DIR && entry.d_type != DT_UNKNOWN && wanted == Ahead::Nothing) {
+            return;
+        }
+        const unsigned kind = KindOfEntry(*listing, entry, wanted);
+        if (kind == DT_REG && wanted != Ahead::Nothing) {
+            AheadFile& file = result.files.emplace_back();
+            file.name = name;
+            file.wanted = wanted;
+        } else if (kind == DT_DIR) {
+            std::string below = WithFinalSlash(path).append(name);
+            if (plan.Walk().enters(below)) {
+                result.subFolders.push_back(std::move(below));
+            }
+        }
+    });
+    result.listing = std::move(listing);
+    return result;
+}
+
+// False if the thread is one too many.
+bool ReaderPool::Deliver(const Task& task, AheadResult result) {
+    task.plan->Finish(task.job, std::move(result), m_rest);
+    if (std::find(m_plans.begin(), m_plans.end(), task.plan) == m_plans.end()) {
+        return ComeBack();
+    }
+    if (task.plan->IsAsleep() || task.plan->IsAwaited(task.job)) {
+        m_done.notify_all();
+    }
+    return true;
+}
+
+} // namespace quavernet::posix
