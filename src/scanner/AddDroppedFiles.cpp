@@ -11,6 +11,7 @@
 #include "scanner/Lookups.h"
 #include "scanner/PutBack.h"
 #include "scanner/ScanDriver.h"
+#include "scanner/WaitForRead.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -23,13 +24,13 @@ namespace {
 constexpr std::size_t MostLookups = 1000;
 
 // True if the file was not known and has been stored.
-bool AddIfUnknown(const std::string& path, CurrentFile& file, ScanDriver& driver) {
+bool AddIfUnknown(const std::string& path, CurrentFile& file, NewFilesAhead& ahead, ScanDriver& driver) {
     const bool isKnown = IsKnownPath(path);
     const PutBack putBack(file);
     file.CurrentPath = path;
     file.DetailsPath = path;
     if (!isKnown) {
-        AddDroppedFileToLibrary(path, file, driver);
+        AddDroppedFileToLibrary(path, file, ahead, driver);
     }
     return !isKnown;
 }
@@ -37,9 +38,10 @@ bool AddIfUnknown(const std::string& path, CurrentFile& file, ScanDriver& driver
 void AddUnknown(const std::vector<std::string>& paths, ScanDriver& driver, std::size_t& added) {
     CurrentFile file = mainModule.CurrentFile;
     std::int16_t index = 0;
+    NewFilesAhead ahead([&] { return std::vector<std::string>(paths.begin() + index - 1, paths.end()); });
     for (const std::string& path : paths) {
         index = Narrow16(index + 1.0); // The list is counted in 16 bits.
-        if (AudioKindOf(path) != AudioKind::None && AddIfUnknown(path, file, driver)) {
+        if (AudioKindOf(path) != AudioKind::None && AddIfUnknown(path, file, ahead, driver)) {
             ++added;
             // File by file: a disk that is full at a later one takes back what has been gathered, and the
             // end of a drop is silent.
@@ -50,7 +52,8 @@ void AddUnknown(const std::vector<std::string>& paths, ScanDriver& driver, std::
 
 } // namespace
 
-FileFacts InspectDroppedFile(const std::string& path, CurrentFile& file) {
+FileFacts InspectDroppedFile(const std::string& path, CurrentFile& file, NewFilesAhead& ahead) {
+    ahead.WaitFor(path);
     // CurrentFileName is still that of the file before, and a file without a tag is named after it. An Ogg
     // file goes this way too: it has no frame header, so its bit rate and length are 0.
     // Anything but a plain file isn't opened, since that alone makes some devices act; its facts then fail.
@@ -65,8 +68,9 @@ void StoreDroppedFile(const FileFacts& facts, CurrentFile& file, ScanDriver& dri
     driver.StoreFileRecord(file);
 }
 
-void AddDroppedFileToLibrary(const std::string& path, CurrentFile& file, ScanDriver& driver) {
-    StoreDroppedFile(InspectDroppedFile(path, file), file, driver);
+void AddDroppedFileToLibrary(const std::string& path, CurrentFile& file, NewFilesAhead& ahead,
+                             ScanDriver& driver) {
+    StoreDroppedFile(InspectDroppedFile(path, file, ahead), file, driver);
 }
 
 bool WouldAddFiles(const std::vector<std::string>& paths) {

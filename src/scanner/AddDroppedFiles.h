@@ -10,6 +10,7 @@ namespace quavernet {
 struct CurrentFile;
 struct FileFacts;
 class LongWork;
+class NewFilesAhead;
 class ScanDriver;
 class ScanView;
 
@@ -27,10 +28,11 @@ void AddDroppedFiles(const std::vector<std::string>& paths, ScanDriver& driver, 
 /// Inspects one file and stores it. `file` is the caller's own record, of the file before this one, and its
 /// DetailsPath must hold this path. Throws RuntimeError if the file is missing or a statement fails. Lets
 /// events run: no handler inside them may touch `file`.
-void AddDroppedFileToLibrary(const std::string& path, CurrentFile& file, ScanDriver& driver);
+void AddDroppedFileToLibrary(const std::string& path, CurrentFile& file, NewFilesAhead& ahead,
+                             ScanDriver& driver);
 
 /// The two halves of AddDroppedFileToLibrary, for a caller whose error mode changes between them.
-FileFacts InspectDroppedFile(const std::string& path, CurrentFile& file);
+FileFacts InspectDroppedFile(const std::string& path, CurrentFile& file, NewFilesAhead& ahead);
 void StoreDroppedFile(const FileFacts& facts, CurrentFile& file, ScanDriver& driver);
 
 } // namespace quavernet

@@ -9,6 +9,7 @@
 #include "scanner/Lookups.h"
 #include "scanner/ProgressStep.h"
 #include "scanner/StoreFileRecord.h"
+#include "scanner/WaitForRead.h"
 
 namespace quavernet {
 
@@ -16,7 +17,7 @@ namespace {
 
 enum class Treatment { PassOver, Store, Collect };
 
-Treatment TreatmentOf(const std::string& name, const ScanOptions& options) {
+Treatment TreatmentOf(std::string_view name, const ScanOptions& options) {
     switch (AudioKindOf(name)) {
     case AudioKind::Mp3:
         return options.ScanMp3 ? Treatment::Store : Treatment::PassOver;
@@ -61,7 +62,24 @@ void CountMegabytes(ScanRun& run) {
     size = Trim(megabytes);
 }
 
-void StoreFile(ScanRun& run, const FileFacts& facts) {
+// What the walk will want of a file, asked ahead of it by other threads. A quick scan opens new files alone,
+// and an Ogg file waits for its own pass.
+std::function<Ahead(std::string_view)> WantsOf(const ScanRun& run) {
+    return [options = run.view.Options(), isQuick = run.QuickScan](std::string_view name) {
+        switch (TreatmentOf(name, options)) {
+        case Treatment::Store:
+            return isQuick ? Ahead::Unsure : Ahead::Contents;
+        case Treatment::Collect:
+            return Ahead::Facts;
+        case Treatment::PassOver:
+            break;
+        }
+        return Ahead::Nothing;
+    };
+}
+
+// False if the scan was cancelled while it waited for the file.
+bool StoreFile(ScanRun& run, FilesAhead* ahead, const FileFacts& facts) {
     CurrentFile& file = run.file;
     FillFileFields(facts, file);
     if (run.QuickScan) {
@@ -70,22 +88,33 @@ void StoreFile(ScanRun& run, const FileFacts& facts) {
         if (known) {
             ++run.Counts.Skipped;
             run.work.DoEvents();
-            return;
+            return true;
+        }
+        if (!WaitForFile(run, ahead, facts.path, Ahead::Contents)) {
+            ClearFileFields(file);
+            return false;
         }
     }
     InspectFile(file.CurrentPath, file);
     run.Counts.AddStored(StoreFileRecord(file, run.saved));
     CountMegabytes(run);
     run.work.DoEvents();
+    return true;
 }
 
 // False if the walk was cancelled. A wanted file that can't be had any more only moves the bar.
-bool VisitFile(ScanRun& run, FolderWalk& walk, const std::string& folder, const std::string& name) {
+bool VisitFile(ScanRun& run, FolderWalk& walk, FilesAhead* ahead, const std::string& folder,
+               const std::string& name) {
     mainModule.Connection->CommitIfDue();
     const std::string path = folder.ends_with('/') ? folder + name : folder + "/" + name;
     const Treatment treatment = TreatmentOf(name, run.view.Options());
     std::optional<FileFacts> facts;
     if (treatment != Treatment::PassOver) {
+        const bool isOpened = treatment == Treatment::Store && !run.QuickScan;
+        if (!WaitForFile(run, ahead, path, isOpened ? Ahead::Contents : Ahead::Facts)) {
+            ClearFileFields(run.file);
+            return false;
+        }
         facts = walk.File(path);
         if (!facts) {
             ReportSkipped(run, walk);
@@ -101,7 +130,7 @@ bool VisitFile(ScanRun& run, FolderWalk& walk, const std::string& folder, const 
     if (treatment == Treatment::Collect) {
         run.OggPaths.push_back(path);
     } else if (treatment == Treatment::Store) {
-        StoreFile(run, *facts);
+        return StoreFile(run, ahead, *facts);
     }
     return true;
 }
@@ -109,6 +138,7 @@ bool VisitFile(ScanRun& run, FolderWalk& walk, const std::string& folder, const 
 } // namespace
 
 void FileSearch(ScanRun& run, FolderWalk& walk) {
+    const std::unique_ptr<FilesAhead> ahead = WalkAheadOf(run, walk.Path(), WantsOf(run));
     FolderOrder folders(walk.Path());
     while (!folders.IsDone()) {
         const std::string folder = folders.Next();
@@ -120,10 +150,13 @@ void FileSearch(ScanRun& run, FolderWalk& walk) {
         }
         run.work.DoEvents();
         mainModule.Connection->CommitIfDue();
+        if (!WaitForFolder(run, ahead.get(), folder)) {
+            return;
+        }
         FolderContents contents = walk.List(folder);
         ReportSkipped(run, walk);
         for (const FolderFile& file : contents.files) {
-            if (!VisitFile(run, walk, folder, file.name)) {
+            if (!VisitFile(run, walk, ahead.get(), folder, file.name)) {
                 return;
             }
             AdvanceProgress(run, run.FilesTotal, run.texts.Remaining, run.texts.Elapsed);

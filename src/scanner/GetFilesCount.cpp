@@ -3,6 +3,7 @@
 #include "app/MainModule.h"
 #include "app/TextHelpers.h"
 #include "scanner/FolderOrder.h"
+#include "scanner/WaitForRead.h"
 
 namespace quavernet {
 
@@ -25,6 +26,7 @@ void AddDot(ScanRun& run) {
 } // namespace
 
 void GetFilesCount(ScanRun& run, FolderWalk& walk) {
+    const auto ahead = WalkAheadOf(run, walk.Path(), [](std::string_view) { return Ahead::Nothing; });
     FolderOrder folders(walk.Path());
     while (!folders.IsDone()) {
         const std::string folder = folders.Next();
@@ -35,6 +37,9 @@ void GetFilesCount(ScanRun& run, FolderWalk& walk) {
             return;
         }
         run.work.DoEvents();
+        if (!WaitForFolder(run, ahead.get(), folder)) {
+            return;
+        }
         FolderContents contents = walk.List(folder);
         for (const FolderFile& file : contents.files) {
             if (!file.hidden) {

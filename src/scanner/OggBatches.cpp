@@ -10,6 +10,7 @@
 #include "scanner/OggStore.h"
 #include "scanner/ProgressStep.h"
 #include "scanner/ScanRun.h"
+#include "scanner/WaitForRead.h"
 
 #include <algorithm>
 
@@ -80,8 +81,28 @@ void Step(ScanRun& run, const std::string& remainingPrefix, const std::string& e
     AdvanceProgress(run, static_cast<double>(run.OggPaths.size()), remainingPrefix, elapsedPrefix);
 }
 
-void ReadBatch(ScanRun& run, const std::vector<std::string>& paths) {
+// In a quick scan only new files are opened.
+std::unique_ptr<FilesAhead> FilesAheadOf(const ScanRun& run) {
+    if (services.readAhead == nullptr) {
+        return nullptr;
+    }
+    return services.readAhead->Files(run.OggPaths, run.QuickScan ? Ahead::Unsure : Ahead::Contents,
+                                     BatchSize);
+}
+
+// False if the scan was cancelled before all of the batch could be read.
+bool WaitForBatch(const ScanRun& run, FilesAhead* ahead, const std::vector<std::string>& paths) {
+    return std::all_of(paths.begin(), paths.end(), [&](const std::string& path) {
+        return WaitForFile(run, ahead, path, Ahead::Contents);
+    });
+}
+
+// False if the scan was cancelled before the batch could be read.
+bool ReadBatch(ScanRun& run, FilesAhead* ahead, const std::vector<std::string>& paths) {
     run.work.SetPanel(ScanPanel::Scanning, LoadResString(353));
+    if (!WaitForBatch(run, ahead, paths)) {
+        return false;
+    }
     // Whole files are read, maybe from a slow disk: nobody has to wait for that to write into the library.
     mainModule.Connection->Commit();
     const std::vector<OggFileInfo> files = ReadOggInfo(services.oggInfo->Run(paths));
@@ -101,6 +122,7 @@ void ReadBatch(ScanRun& run, const std::vector<std::string>& paths) {
             Drop(run, path, {}, MissingOrUnreadable(path));
         }
     }
+    return true;
 }
 
 } // namespace
@@ -110,18 +132,23 @@ void OggBatches::ReadOggBatches(ScanRun& run) {
     run.work.SetProgress(0);
     run.ProgressStep = static_cast<float>(100 / static_cast<double>(run.OggPaths.size()));
     const std::size_t count = run.OggPaths.size();
+    const std::unique_ptr<FilesAhead> ahead = FilesAheadOf(run);
     for (std::size_t first = 0; first < count; first += BatchSize) {
         if (run.work.Cancelled()) {
             return;
         }
         run.work.DoEvents();
         const std::size_t last = std::min(first + BatchSize, count);
+        const std::size_t skippedBefore = run.Counts.Skipped;
         const std::vector<std::string> paths = WantedPaths(run, first, last);
         if (paths.empty()) {
             run.Counts.Skipped += count - last; // Nobody looks at the rest.
             return;
         }
-        ReadBatch(run, paths);
+        if (!ReadBatch(run, ahead.get(), paths)) {
+            run.Counts.Skipped = skippedBefore; // As if it had been cancelled before the batch.
+            return;
+        }
     }
     run.work.SetPanel(ScanPanel::Remaining, LoadResString(Texts::RemainingTime) + "00:00:00");
     run.work.SetPanel(ScanPanel::Elapsed, LoadResString(Texts::ElapsedTime) + "00:00:00");

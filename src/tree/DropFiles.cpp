@@ -8,13 +8,16 @@
 #include "scanner/AddDroppedFiles.h"
 #include "scanner/Lookups.h"
 #include "scanner/PutBack.h"
+#include "scanner/WaitForRead.h"
 #include "tree/DropRun.h"
 #include "tree/NodeKey.h"
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <optional>
+#include <span>
 
 namespace quavernet {
 
@@ -22,6 +25,12 @@ namespace {
 
 bool IsAudio(const std::string& path) {
     return AudioKindOf(path) != AudioKind::None;
+}
+
+std::vector<std::string> AudioFiles(std::span<const std::string> paths) {
+    std::vector<std::string> files;
+    std::copy_if(paths.begin(), paths.end(), std::back_inserter(files), IsAudio);
+    return files;
 }
 
 std::string IdOfTarget(const std::string& category) {
@@ -99,7 +108,7 @@ bool FollowTarget(DropRun& run) {
     return children.has_value();
 }
 
-std::string StoreIfUnknown(DropRun& run, const std::string& path, CurrentFile& file,
+std::string StoreIfUnknown(DropRun& run, const std::string& path, CurrentFile& file, NewFilesAhead& ahead,
                            std::optional<ADODB::WriteLock>& writeLock) {
     const bool isKnown = IsKnownPath(path);
     const PutBack putBack(file);
@@ -111,7 +120,7 @@ std::string StoreIfUnknown(DropRun& run, const std::string& path, CurrentFile& f
         // No other program waits while this file is read, and its failure takes back nothing.
         writeLock.reset();
         mainModule.Connection->Commit();
-        const FileFacts facts = InspectDroppedFile(path, file);
+        const FileFacts facts = InspectDroppedFile(path, file, ahead);
         // The date that comes next is read with failures passed over, and this ends the drop's own way with
         // failures.
         run.failuresEndDrop = false;
@@ -145,7 +154,9 @@ void DropFiles(DropRun& run) {
     const std::vector<std::string>& paths = run.request.Files;
     const auto fileCount = std::count_if(paths.begin(), paths.end(), IsAudio);
     CurrentFile file = mainModule.CurrentFile;
-    for (std::size_t i = 0; i < paths.size(); ++i) {
+    std::size_t i = 0;
+    NewFilesAhead ahead([&] { return AudioFiles(std::span(paths).subspan(i)); });
+    for (; i < paths.size(); ++i) {
         const std::string& path = paths[i];
         if (!IsAudio(path)) {
             ++run.skipped;
@@ -166,7 +177,7 @@ void DropFiles(DropRun& run) {
                 " where ([Position] >= " + std::to_string(run.pos) + " and Parent = '" + category + "')");
             run.room += static_cast<int>(fileCount);
         }
-        const std::string stored = StoreIfUnknown(run, path, file, writeLock);
+        const std::string stored = StoreIfUnknown(run, path, file, ahead, writeLock);
         if (!writeLock) {
             writeLock.emplace(*mainModule.Connection);
             if (run.watch.HasNews()) {

@@ -1,3 +1,4 @@
+#include "app/AudioKind.h"
 #include "app/CurrentFile.h"
 #include "app/LongWork.h"
 #include "app/MainModule.h"
@@ -5,6 +6,7 @@
 #include "platform/Paths.h"
 #include "platform/TextLines.h"
 #include "platform/Utf8.h"
+#include "scanner/WaitForRead.h"
 #include "tree/DropRun.h"
 #include "tree/PlaylistFile.h"
 
@@ -46,6 +48,22 @@ std::string AddCategory(const std::string& baseName) {
     return LastCategoryId();
 }
 
+// The files that are named after so many lines, in order, for reading ahead: what the lines lead to is found
+// out when their turn comes.
+std::vector<std::string> FilesAfter(const std::string& playlist, std::size_t lines) {
+    std::vector<std::string> files;
+    TextLines text(*services.files, playlist);
+    std::string line;
+    while (text.Next(line)) {
+        if (lines > 0) {
+            --lines;
+        } else if (line.starts_with('/') && AudioKindOf(line) != AudioKind::None) {
+            files.push_back(line);
+        }
+    }
+    return files;
+}
+
 } // namespace
 
 void DropPlaylist(DropRun& run) {
@@ -57,9 +75,12 @@ void DropPlaylist(DropRun& run) {
     TextLines lines(*services.files, path);
     CurrentFile file = mainModule.CurrentFile;
     std::string line;
+    std::size_t done = 0;
+    NewFilesAhead ahead([&] { return FilesAfter(path, done - 1); });
     bool isShared = false; // Another program has written since.
     bool isOver = false;
     while (lines.Next(line)) {
+        ++done;
         if (line.starts_with('#')) {
             continue;
         }
@@ -76,7 +97,7 @@ void DropPlaylist(DropRun& run) {
             continue;
         }
         std::optional<ADODB::WriteLock> writeLock;
-        const std::string stored = StoreIfUnknown(run, present, file, writeLock);
+        const std::string stored = StoreIfUnknown(run, present, file, ahead, writeLock);
         Advance(run.pos);
         writeLock.emplace(*mainModule.Connection);
         isShared = run.watch.HasNews() || isShared;

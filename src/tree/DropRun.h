@@ -15,6 +15,7 @@
 namespace quavernet {
 
 class LongWork;
+class NewFilesAhead;
 class ScanDriver;
 class TreeModel;
 struct CurrentFile;
@@ -84,7 +85,7 @@ void Advance(std::int16_t& pos, int by = 1);
 /// Makes the path the current one, and stores the file if the library doesn't know it: fileAdded is then
 /// set, and failures no longer end the drop. Returns the path under which the library has the file. Lets
 /// events run then, and gives the lock up before: other programs may write while the file is read.
-std::string StoreIfUnknown(DropRun& run, const std::string& path, CurrentFile& file,
+std::string StoreIfUnknown(DropRun& run, const std::string& path, CurrentFile& file, NewFilesAhead& ahead,
                            std::optional<ADODB::WriteLock>& writeLock);
 
 /// Inserts an entry for a path that the library knows, at pos, and counts it.

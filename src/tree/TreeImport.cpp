@@ -15,12 +15,14 @@
 #include "scanner/AddDroppedFiles.h"
 #include "scanner/Lookups.h"
 #include "scanner/PutBack.h"
+#include "scanner/WaitForRead.h"
 #include "tree/ExchangeFile.h"
 #include "tree/NewCategories.h"
 #include "tree/PlaceNow.h"
 
 #include <algorithm>
 #include <optional>
+#include <vector>
 
 namespace quavernet {
 
@@ -44,7 +46,7 @@ bool IsPresent(const std::string& path) {
 
 class Import {
 public:
-    explicit Import(ScanDriver& driver) : m_driver(driver) {}
+    explicit Import(ScanDriver& driver) : m_driver(driver), m_ahead([this] { return FilesToCome(); }) {}
 
     void Read(const std::string& path);
     bool HasAdded() const { return m_filesAdded; }
@@ -63,8 +65,12 @@ private:
     const NewCategory& CategoryOf(const std::string& parent);
     bool InsertIfKnown(const Place& place, const std::string& path, const std::string& filename);
     bool Store(const std::string& path);
+    std::vector<std::string> FilesToCome() const;
 
     ScanDriver& m_driver;
+    std::string m_path;      ///< Of the exchange file.
+    std::size_t m_lines = 0; ///< Read so far.
+    NewFilesAhead m_ahead;
     CurrentFile m_file = mainModule.CurrentFile;
     OthersWatch m_watch{mainModule.Connection->ChangesOfOthers()};
     bool m_isShared = false; ///< Another program has written since.
@@ -87,9 +93,11 @@ void Import::CountInto(EndWord& word) const {
 }
 
 void Import::Read(const std::string& path) {
+    m_path = path;
     TextLines lines(*services.files, path);
     ExchangeSections sections;
     for (std::string line; lines.Next(line);) {
+        ++m_lines;
         switch (sections.Of(line)) {
         case ExchangeSection::Categories:
             CategoryLine(DecodeText(line));
@@ -190,12 +198,29 @@ bool Import::Store(const std::string& path) {
     const PutBack putBack(m_file);
     m_file.CurrentPath = path;
     m_file.DetailsPath = path;
+    mainModule.Connection->Commit(); // No other program waits while this file is looked for and read.
     if (!IsPresent(path)) {
         return false;
     }
-    mainModule.Connection->Commit(); // No other program waits while this file is read.
-    AddDroppedFileToLibrary(path, m_file, m_driver);
+    AddDroppedFileToLibrary(path, m_file, m_ahead, m_driver);
     return true;
+}
+
+// From the line on that is being read, for reading ahead: which of them are new is found out when their turn
+// comes.
+std::vector<std::string> Import::FilesToCome() const {
+    std::vector<std::string> files;
+    TextLines lines(*services.files, m_path);
+    ExchangeSections sections;
+    std::size_t number = 0;
+    for (std::string line; lines.Next(line);) {
+        const bool isFile = sections.Of(line) == ExchangeSection::Files;
+        const std::optional<ExchangeEntry> entry = isFile ? SplitEntry(line) : std::nullopt;
+        if (++number >= m_lines && entry && AudioKindOf(entry->Path) != AudioKind::None) {
+            files.emplace_back(entry->Path);
+        }
+    }
+    return files;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "scanner/AddDroppedFiles.h"
 
 #include "scanner/ScanDriver.h"
+#include "scanner/WaitForRead.h"
 #include "support/OrdinaryUser.h"
 #include "support/RealFiles.h"
 #include "support/RecordingConnection.h"
@@ -66,6 +67,7 @@ protected:
     RecordingConnection& connection;
     std::unique_ptr<FileSystemObject> fileSystem = CreatePosixFileSystem();
     TemporaryFolder music;
+    NewFilesAhead ahead{[] { return std::vector<std::string>(); }};
     CallList calls;
     LongWorkDouble work{calls};
     RecordingScanView view{calls};
@@ -264,7 +266,7 @@ TEST_F(AddDroppedFilesTest, ADroppedFileIsInspectedBeforeItsFactsAreAsked) {
         std::string titleWhenAsked;
     } watched;
     services.fileSystem = &watched;
-    AddDroppedFileToLibrary(Mp3("song.mp3"), watched.file, driver);
+    AddDroppedFileToLibrary(Mp3("song.mp3"), watched.file, ahead, driver);
     EXPECT_EQ(watched.titleWhenAsked, "Song");
 }
 
@@ -363,7 +365,7 @@ TEST_F(AddDroppedFilesTest, ADroppedFileIsNamedInTheScanLog) {
 
 TEST_F(AddDroppedFilesTest, TheSingleFileStepTellsItsFailures) {
     CurrentFile file;
-    EXPECT_THROW(AddDroppedFileToLibrary(music / "gone.mp3", file, driver), RuntimeError);
+    EXPECT_THROW(AddDroppedFileToLibrary(music / "gone.mp3", file, ahead, driver), RuntimeError);
 }
 
 } // namespace

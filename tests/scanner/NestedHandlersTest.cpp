@@ -7,6 +7,7 @@
 #include "scanner/AddDroppedFiles.h"
 #include "scanner/OggBatches.h"
 #include "scanner/ScanDriver.h"
+#include "scanner/WaitForRead.h"
 #include "support/OggFiles.h"
 #include "support/RealFiles.h"
 #include "support/ScanDoubles.h"
@@ -105,7 +106,7 @@ protected:
     void Take() {
         CurrentFile own = mainModule.CurrentFile;
         own.DetailsPath = music / "taken/t.mp3";
-        AddDroppedFileToLibrary(own.DetailsPath, own, driver);
+        AddDroppedFileToLibrary(own.DetailsPath, own, ahead, driver);
     }
 
     void Inspect() {
@@ -175,6 +176,7 @@ protected:
 
     std::unique_ptr<FileSystemObject> fileSystem = CreatePosixFileSystem();
     TemporaryFolder music;
+    NewFilesAhead ahead{[] { return std::vector<std::string>(); }};
     OggInfoReader tool{RealFiles()};
     CallList calls;
     LongWorkDouble work{calls};
