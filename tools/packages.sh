@@ -16,7 +16,10 @@ PACKAGES_WAYLAND=(sway grim qt6-wayland qt6-xdgdesktopportal-platformtheme pytho
 # Debian package.
 PACKAGES_TEST=(libgtest-dev libgmock-dev vorbis-tools sox libsox-fmt-base libsox-fmt-mp3 mpg123 python3-mutagen eyed3 id3v2 ffmpeg
     poppler-utils dbus python3-pyatspi at-spi2-core libglib2.0-bin playerctl pulseaudio sqlite3 clang-format cppcheck desktop-file-utils appstream locales
-    dpkg-dev lintian debootstrap man-db mandoc shared-mime-info fonts-noto-core)
+    dpkg-dev lintian debootstrap man-db mandoc shared-mime-info fonts-noto-core libfuse3-dev fuse3)
+
+# Benchmarks: music, and a file system that is slow.
+PACKAGES_BENCH=(lame vorbis-tools sox libsox-fmt-base python3 libfuse3-dev fuse3)
 
 # The command prefix that makes us root; fails with a sentence if there is no way.
 as_root() {
