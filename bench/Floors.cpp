@@ -206,6 +206,23 @@ std::size_t BareLibrary::FindPaths(const std::vector<std::string>& paths) {
     return found;
 }
 
+std::size_t BareLibrary::FindRows(const std::vector<StoredRow>& rows) {
+    Statement path(m_database, "select File_id from Files where Path = ?");
+    Statement title(m_database, "select Title_id from Titel where Name = ?");
+    std::size_t found = 0;
+    for (const StoredRow& row : rows) {
+        for (int i = 0; i < 2; ++i) {
+            title.Bind(1, row.title);
+            found += title.Step() ? 1 : 0;
+            title.Reset();
+        }
+        path.Bind(1, row.path);
+        found += path.Step() ? 1 : 0;
+        path.Reset();
+    }
+    return found;
+}
+
 void BareLibrary::CreateTreeTables() {
     Execute(
         "create table Categories (Category_id integer primary key autoincrement, Category text);"

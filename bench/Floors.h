@@ -55,6 +55,9 @@ public:
     /// Looks every path up.
     std::size_t FindPaths(const std::vector<std::string>& paths);
 
+    /// Looks the path of each row up once and its title twice: what a scan asks for each new file.
+    std::size_t FindRows(const std::vector<StoredRow>& rows);
+
     /// The two tables of the category tree, with one category, beside those of CreateTables.
     void CreateTreeTables();
 

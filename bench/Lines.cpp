@@ -39,8 +39,9 @@ Line Measure(const std::string& job, std::size_t items, const Wanted& wanted, in
 }
 
 void Print(const Line& line) {
-    std::printf("%s\t%s\t%.9g\t%.9g\t%zu\t%g\t%g\t%g\n", line.job.c_str(), line.unit, line.value, line.floor,
-                line.items, line.wanted.ratio, line.wanted.rate, line.wanted.limit);
+    std::printf("%s\t%s\t%.9g\t%.9g\t%zu\t%g\t%g\t%g\t%g\n", line.job.c_str(), line.unit, line.value,
+                line.floor, line.items, line.wanted.ratio, line.wanted.rate, line.wanted.limit,
+                line.wanted.over);
     std::fflush(stdout);
 }
 

@@ -13,6 +13,7 @@ struct Wanted {
     double ratio = 0; ///< At most this many times the floor.
     double rate = 0;  ///< At least this many items a second.
     double limit = 0; ///< At most this much, in the line's unit.
+    double over = 0;  ///< At most this much more than the floor.
 };
 
 /// One figure of a run.
@@ -36,7 +37,7 @@ struct Timed {
 Line Measure(const std::string& job, std::size_t items, const Wanted& wanted, int rounds, const Timed& timed,
              const Timed& floor);
 
-/// Job, unit, value, floor, items and the three wants, separated by tabs.
+/// Job, unit, value, floor, items and the four wants, separated by tabs.
 void Print(const Line& line);
 
 } // namespace quavernet::bench

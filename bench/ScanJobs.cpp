@@ -1,7 +1,6 @@
 #include "ScanJobs.h"
 
 #include "Floors.h"
-#include "Lines.h"
 
 #include <filesystem>
 #include <memory>
@@ -63,6 +62,15 @@ void ScanJobs(const ScanSetting& setting, Scanner& scanner) {
                                                                 ReadHeadsAndTails(WantedFiles(setting.music));
                                                                 library->UpdateRows(rows);
                                                             }}));
+    // What a first scan has to do beside its floor: it counts the files before it begins, and asks for rows
+    // before it writes them.
+    Print(Measure("bare count of the files" + setting.name, rows.size(), {}, setting.rounds,
+                  {nullptr, [&] { WalkFiles(setting.music); }}, {}));
+    Print(Measure("bare lookups of new rows" + setting.name, rows.size(), {}, setting.rounds,
+                  {nullptr, [&] { library->FindRows(rows); }}, {}));
+    if (const Timed list = scanner.ListAtEnd(); list.run) {
+        Print(Measure("list at the end" + setting.name, rows.size(), {}, setting.rounds, list, {}));
+    }
     scanner.Close();
     if (BareLibrary(scanner.LibraryPath()).Rows().size() != rows.size()) {
         throw std::runtime_error("scanning again changed the number of rows");

@@ -4,8 +4,10 @@
 #include "adapters/id3v2/TagLibComponent.h"
 #include "adapters/posix/PosixFileSystem.h"
 #include "adapters/posix/PosixFiles.h"
+#include "adapters/posix/PosixReadAhead.h"
 #include "adapters/posix/SystemClock.h"
 #include "adapters/sqlite/SqliteConnection.h"
+#include "adapters/vorbis/OggInfoReader.h"
 #include "app/LongWork.h"
 #include "app/MainModule.h"
 #include "scanner/ScanView.h"
@@ -87,11 +89,13 @@ public:
 /// Fills the services at construction and empties them again.
 class BenchServices {
 public:
-    BenchServices() : m_fileSystem(CreatePosixFileSystem()) {
+    BenchServices() {
         services = Services();
         services.settings = &settings;
         services.fileSystem = m_fileSystem.get();
         services.files = &m_files;
+        services.oggInfo = &m_oggInfo;
+        ReadAhead(true);
         services.events = &m_events;
         services.clock = &m_clock;
         mainModule = MainModule();
@@ -116,11 +120,16 @@ public:
         mainModule.Connection.reset();
     }
 
+    void ReadAhead(bool on) { services.readAhead = on ? m_readAhead.get() : nullptr; }
+
     MemorySettings settings;
 
 private:
-    std::unique_ptr<FileSystemObject> m_fileSystem;
-    PosixFiles m_files;
+    std::shared_ptr<posix::ReaderPool> m_readers = CreateReaderPool();
+    std::unique_ptr<FileSystemObject> m_fileSystem = CreatePosixFileSystem(m_readers);
+    PosixFiles m_files{m_readers};
+    OggInfoReader m_oggInfo{m_files};
+    std::unique_ptr<quavernet::ReadAhead> m_readAhead = CreatePosixReadAhead(m_readers);
     NoEvents m_events;
     SystemClock m_clock;
 };

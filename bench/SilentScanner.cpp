@@ -1,5 +1,6 @@
 #include "SilentScanner.h"
 
+#include "scanner/OggBatches.h"
 #include "scanner/ScanDriver.h"
 
 #include <filesystem>
@@ -7,8 +8,9 @@
 
 namespace quavernet::bench {
 
-SilentScanner::SilentScanner(const std::string& music, const std::string& library, std::string emptyLibrary)
-    : m_library(library), m_emptyLibrary(std::move(emptyLibrary)) {
+SilentScanner::SilentScanner(const std::string& music, const std::string& library, std::string emptyLibrary,
+                             bool takesOgg)
+    : m_library(library), m_emptyLibrary(std::move(emptyLibrary)), m_takesOgg(takesOgg) {
     m_program.settings.Set("", "", "ScanpathValue", "1");
     m_program.settings.Set("", "", "Scanpath", music);
 }
@@ -25,8 +27,9 @@ void SilentScanner::Scan(bool quick) {
     SilentScanView view;
     SilentScanLog log;
     view.options.QuickScan = quick;
-    view.options.ScanOgg = false;
-    ScanDriver driver(work, view, log);
+    view.options.ScanOgg = m_takesOgg;
+    OggBatches oggPass;
+    ScanDriver driver(work, view, log, &oggPass);
     driver.StartScan();
     mainModule.Connection->Commit();
 }

@@ -8,7 +8,11 @@ namespace quavernet::bench {
 
 class SilentScanner : public Scanner {
 public:
-    SilentScanner(const std::string& music, const std::string& library, std::string emptyLibrary);
+    SilentScanner(const std::string& music, const std::string& library, std::string emptyLibrary,
+                  bool takesOgg = false);
+
+    /// Whether files are read ahead from now on.
+    void ReadAhead(bool on) { m_program.ReadAhead(on); }
 
     void OpenEmpty() override;
     void Scan(bool quick) override;
@@ -19,6 +23,7 @@ private:
     BenchServices m_program;
     std::string m_library;
     std::string m_emptyLibrary;
+    bool m_takesOgg;
 };
 
 } // namespace quavernet::bench

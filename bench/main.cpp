@@ -1,5 +1,8 @@
 // The jobs that need no window, and the libraries for those that do. Called by bench/run.
+#include "ColdJobs.h"
+#include "Floors.h"
 #include "Libraries.h"
+#include "Lines.h"
 #include "OggJobs.h"
 #include "OggSaveJobs.h"
 #include "PlayerJobs.h"
@@ -13,6 +16,17 @@
 #include <string>
 #include <vector>
 
+namespace {
+
+/// Seconds of the fastest bare read of all rows of a library's list.
+double BareListSeconds(const std::string& library, int rounds) {
+    using namespace quavernet::bench;
+    BareLibrary bare(library);
+    return Measure("", 0, {}, rounds, {nullptr, [&] { bare.ReadAll(AllRows); }}, {}).value;
+}
+
+} // namespace
+
 int main(int count, char** arguments) {
     using namespace quavernet::bench;
     const std::vector<std::string> words(arguments + 1, arguments + count);
@@ -21,9 +35,18 @@ int main(int count, char** arguments) {
             MakeLibrary(words[1], words[2], std::stoul(words[3]));
             return 0;
         }
+        if (words.size() == 3 && words[0] == "rows") {
+            std::printf("%.9g\n", BareListSeconds(words[1], std::stoi(words[2])));
+            return 0;
+        }
         if (words.size() == 6 && words[0] == "scan") {
             SilentScanner scanner(words[1], words[2] + "/scan.db", words[3]);
             ScanJobs({words[1], words[2], words[4], std::stoi(words[5])}, scanner);
+            return 0;
+        }
+        if (words.size() == 6 && (words[0] == "cold" || words[0] == "warm" || words[0] == "share")) {
+            const ColdSetting setting{words[1], words[2], words[3], words[4], std::stoi(words[5])};
+            (words[0] == "cold" ? ColdJobs : words[0] == "warm" ? WarmJobs : ShareJobs)(setting);
             return 0;
         }
         if (words.size() == 3 && words[0] == "ogg") {
@@ -55,7 +78,11 @@ int main(int count, char** arguments) {
         return 1;
     }
     std::fprintf(stderr, "quavernet_bench library FILE TEMPLATE ROWS\n"
+                         "quavernet_bench rows FILE ROUNDS\n"
                          "quavernet_bench scan MUSIC WORK TEMPLATE NAME ROUNDS\n"
+                         "quavernet_bench cold MUSIC WORK TEMPLATE NAME ROUNDS\n"
+                         "quavernet_bench warm MUSIC WORK TEMPLATE NAME ROUNDS\n"
+                         "quavernet_bench share MUSIC WORK TEMPLATE NAME ROUNDS\n"
                          "quavernet_bench ogg MUSIC ROUNDS\n"
                          "quavernet_bench oggsave SONG WORK ROUNDS\n"
                          "quavernet_bench tagsave SONG WORK ROUNDS\n"

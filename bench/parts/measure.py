@@ -5,7 +5,9 @@ Parts: scan (with the main window open and the scan log on, and without any wind
 among them), list (from the click to the painted rows), charts (the fill, and from the click to the painted window), tree
 (load, drop, deletion and import, each to the painted nodes, and the processor time of a drag over it), million (the list
 with 1,000,000 rows, and the memory for them), start (filled window, memory, idling), cancel (clicks on "cancel" at random
-moments of scans), ogg (the reader of Ogg files beside ogginfo itself), oggsave (comments saved into an Ogg file of 6 MB),
+moments of scans), cold (scans of files on a disk that are not in the system's memory, which takes root, and of files that
+are), share (scans of a share that answers late, and clicks on "cancel" while one of its files hangs; needs the right to
+mount), ogg (the reader of Ogg files beside ogginfo itself), oggsave (comments saved into an Ogg file of 6 MB),
 tagsave (an ID3v2 tag saved into an MP3 file of 6 MB), details (the dialog of that file), player (starts of tracks and the
 processor time of playing, beside bare libmpv), queue (the player's queue at its full length), encoder (five minutes of
 WAV to MP3, beside lame itself), rename (1,000 files given other names at once), covers
@@ -14,10 +16,10 @@ for it).
 
 Floors of scans: walk, open, read head and tail of each file, and write (look up, update) the same rows with bare SQLite
 in one transaction. Floors of lists: bare SQLite reading the same rows unsorted; of a search or a filter: the bare
-statement; of the charts: the bare statement with a limit; of the tree: its bare statements in one transaction, and as
+statement, for genre and album and one painting; of a start: an empty window and the bare list; of the charts: the bare statement with a limit; of the tree: its bare statements in one transaction, and as
 many nodes in a bare view; of a drag: the same one over the list; of the print: a bare painter that elides the same
-texts. The fastest of several rounds counts, since other programs only ever add time; of clicks the slowest. Libraries
-lie on disk below build/bench, music in memory.
+texts; of cold files: as many bare readers of heads and tails (of Ogg files all of it) as the program has. The fastest of several rounds counts, since other programs only ever add time; of clicks the slowest. Libraries
+and cold files lie on disk below build/bench, other music in memory.
 """
 import argparse
 import os
@@ -29,8 +31,10 @@ import tempfile
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 import cancel  # noqa: E402
+import cold  # noqa: E402
 import drag  # noqa: E402
 import encoding  # noqa: E402
+import share  # noqa: E402
 import start  # noqa: E402
 import table  # noqa: E402
 from screen import Screen  # noqa: E402
@@ -38,18 +42,27 @@ from screen import Screen  # noqa: E402
 TOP = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 BUILT = os.path.join(TOP, "build", "bench", "bin")
 PROGRAM = os.path.join(BUILT, "quavernet")
+SLOW_SHARE = os.path.join(BUILT, "slow_share")
 BENCH = os.path.join(BUILT, "quavernet_bench")
 WINDOW_BENCH = os.path.join(BUILT, "quavernet_window_bench")
 TEMPLATE = os.path.join(BUILT, "Quavernet.db")
 SAMPLE_MUSIC = os.path.join(TOP, "tools", "sample_music", "make-sample-music")
 
 MILLION = 1_000_000
+MILLION_CLICKS = 10
 OGG_FILES = 1000
 OGG_KINDS = 20
 SONG_SECONDS = 240  # Of noise: 6 MB.
 TRACKS = 20
 QUEUE_ENTRIES = 32767  # As many as the player takes.
 BROKEN_PERCENT = 5
+COLD_FILES = 4000
+COLD_OGG_FILES = 1000
+HANG_CLICKS = 5
+
+
+def library_of(home):
+    return os.path.join(home, "Documents", "Quavernet Database", "Quavernet.db")
 
 
 class Run:
@@ -80,12 +93,17 @@ class Run:
         """A home with a library of so many rows; with none the program makes the library itself."""
         self.homes += 1
         home = os.path.join(self.work, f"home{self.homes}")
-        library = os.path.join(home, "Documents", "Quavernet Database")
-        os.makedirs(library)
+        library = library_of(home)
+        os.makedirs(os.path.dirname(library))
         os.chmod(home, 0o700)
         if rows > 0:
-            subprocess.run([BENCH, "library", os.path.join(library, "Quavernet.db"), TEMPLATE, str(rows)], check=True)
+            subprocess.run([BENCH, "library", library, TEMPLATE, str(rows)], check=True)
         return home
+
+    def bare_list(self, home):
+        """Seconds of the bare read of the rows of a home's list."""
+        return float(subprocess.run([BENCH, "rows", library_of(home), str(2 * self.options.rounds + 1)], check=True,
+                                    stdout=subprocess.PIPE, text=True).stdout)
 
     def sample_music(self, name, *options):
         folder = os.path.join(self.music, name)
@@ -126,10 +144,13 @@ def million(run):
     home = run.home(MILLION)
     run.in_window(home, "list", max(1, run.options.rounds // 2))
     run.in_window(home, "memory")
+    for line in cancel.lines(PROGRAM, run.home(MILLION), run.sample_music("good"), MILLION_CLICKS,
+                             f", {MILLION} rows"):
+        run.add(line)
 
 
 def start_to_idle(run):
-    for line in start.lines(PROGRAM, run.home, start.START_LIMITS, run.options.rounds):
+    for line in start.lines(PROGRAM, run.home, run.bare_list, start.START_LIMITS, run.options.rounds):
         run.add(line)
 
 
@@ -137,6 +158,36 @@ def cancel_clicks(run):
     music = run.sample_music("good")
     for line in cancel.lines(PROGRAM, run.home(0), music, run.options.clicks):
         run.add(line)
+
+
+def cold_music(run, ogg=0):
+    folder = os.path.join(run.work, f"cold{ogg}")
+    if not os.path.exists(folder):
+        cold.make_music(folder, COLD_FILES, ogg)
+    return folder
+
+
+def cold_disk(run):
+    if os.geteuid() != 0:
+        print("Cold files can't be measured: only root may empty the system's memory of files.", file=sys.stderr)
+        return
+    for ogg, name in ((0, f", cold disk, {COLD_FILES} MP3 files"),
+                      (COLD_OGG_FILES, f", cold disk, {COLD_OGG_FILES} of {COLD_FILES} files Ogg")):
+        run.collect(BENCH, "cold", cold_music(run, ogg), run.work, TEMPLATE, name, run.options.rounds)
+    run.collect(BENCH, "warm", cold_music(run), run.work, TEMPLATE, ", warm disk, floor: without reading ahead",
+                4 * run.options.rounds)
+
+
+def slow_share(run):
+    place = os.path.join(run.work, "share")
+    with share.mounted(SLOW_SHARE, cold_music(run), place):
+        run.collect(BENCH, "share", place, run.work, TEMPLATE, ", slow share, floor: one reader", 1)
+    music = os.path.join(run.work, "hanging")
+    cold.make_music(music, 2 * cold.ALBUM)
+    shutil.copy(os.path.join(music, "Performer 000", "Album 000", "00000.mp3"), os.path.join(music, share.HANGING))
+    with share.mounted(SLOW_SHARE, music, os.path.join(run.work, "hanging share"), share.HANGING) as place:
+        for line in share.clicks(PROGRAM, run.home(0), place, HANG_CLICKS):
+            run.add(line)
 
 
 def make_ogg_files(folder, count):
@@ -213,8 +264,7 @@ def player(run):
 
 
 def queue(run):
-    library = os.path.join(run.home(QUEUE_ENTRIES), "Documents", "Quavernet Database", "Quavernet.db")
-    run.collect(BENCH, "queue", library, run.work, 2 * run.options.rounds + 1)
+    run.collect(BENCH, "queue", library_of(run.home(QUEUE_ENTRIES)), run.work, 2 * run.options.rounds + 1)
 
 
 def encoder(run):
@@ -231,7 +281,7 @@ def print_list(run):
 
 
 PARTS = {"scan": scan, "list": lists, "charts": charts, "tree": tree, "million": million, "start": start_to_idle,
-         "cancel": cancel_clicks, "ogg": ogg, "oggsave": oggsave, "tagsave": tagsave, "details": details, "player": player,
+         "cancel": cancel_clicks, "cold": cold_disk, "share": slow_share, "ogg": ogg, "oggsave": oggsave, "tagsave": tagsave, "details": details, "player": player,
          "queue": queue, "encoder": encoder, "rename": rename, "covers": covers,
          "print": print_list}
 

@@ -16,6 +16,7 @@ class Line:
     ratio: float = 0  # at most this many times the floor
     rate: float = 0   # at least this many items a second
     limit: float = 0  # at most this much
+    over: float = 0   # at most this much more than the floor
 
     def shown(self, value):
         return f"{value:.1f} MB" if self.unit == "MB" else f"{value:.2f} s" if value >= 10 else f"{value * 1e3:.1f} ms"
@@ -28,6 +29,8 @@ class Line:
             yield f"{self.rate:.0f}/s", self.items >= self.rate * self.value
         if self.limit:
             yield self.shown(self.limit), self.value <= self.limit
+        if self.over:
+            yield f"floor + {self.shown(self.over)}", self.value <= self.floor + self.over
 
     def measure(self):
         """What is compared between two runs: the ratio to the floor, so that a slower machine is no slower program."""
@@ -42,7 +45,10 @@ class Line:
 
 def read_line(text):
     kinds = [field.type for field in fields(Line)]
-    return Line(*(kind(part) for kind, part in zip(kinds, text.rstrip("\n").split("\t"), strict=True)))
+    parts = text.rstrip("\n").split("\t")
+    if len(parts) == len(kinds) - 1:
+        parts.append("0")  # Stored before lines had a limit over their floor.
+    return Line(*(kind(part) for kind, part in zip(kinds, parts, strict=True)))
 
 
 def load(path):

@@ -38,6 +38,12 @@ std::string LibraryPath() {
     return mainModule.ConnectionString.substr(mainModule.ConnectionString.find("Data Source=") + 12);
 }
 
+void WriteIntoLibrary() {
+    mainModule.Connection->Execute("Update Files set Hits = Hits + 1 where File_id = "
+                                   "(Select Min(File_id) from Files)");
+    mainModule.Connection->Commit();
+}
+
 RealWindow::RealWindow(int& count, char** arguments) : m_application(count, arguments) {}
 
 RealWindow::~RealWindow() {
@@ -61,6 +67,17 @@ void RealWindow::UntilPainted(const std::function<void()>& action, QAbstractItem
         if (patience.hasExpired()) {
             throw std::runtime_error("nothing has been painted");
         }
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    WaitForScreen();
+}
+
+void RealWindow::Rest() {
+    constexpr std::chrono::milliseconds PaintedLate(120);
+    const QDeadlineTimer end(PaintedLate);
+    QTimer heartbeat; // Events may not come at all.
+    heartbeat.start(PaintedLate / 10);
+    while (!end.hasExpired()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
     WaitForScreen();

@@ -16,6 +16,9 @@ namespace quavernet::bench {
 /// Path of the library that is open.
 std::string LibraryPath();
 
+/// Writes one number into the library, so that nothing that was read before is known to hold still.
+void WriteIntoLibrary();
+
 class RealWindow {
 public:
     /// The library and the settings are those of the home folder that the environment names.
@@ -36,6 +39,10 @@ public:
     void UntilPainted(const std::function<void()>& action) { UntilPainted(action, Grid()); }
     /// The same for an action that ends in a view whose rows are new.
     void UntilPainted(const std::function<void()>& action, QAbstractItemView& view);
+
+    /// Runs events until what the last action has left is painted as well: a scroll bar that has come or
+    /// gone, the panels that are painted a little later.
+    void Rest();
 
     /// Paints the rows that are shown once more, until the screen has got them.
     void PaintAgain();

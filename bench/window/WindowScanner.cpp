@@ -44,6 +44,11 @@ void WindowScanner::Scan(bool quick) {
     }
 }
 
+Timed WindowScanner::ListAtEnd() {
+    return {WriteIntoLibrary,
+            [this] { m_window.UntilPainted([&] { m_window.Form().Parts().Views.LoadDatabase({}); }); }};
+}
+
 // A closed log begins the next scan with an empty list, so that the rounds are alike.
 void WindowScanner::CloseLog() {
     m_window.Control<QWidget>("frmScanLog").close();

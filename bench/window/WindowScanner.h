@@ -15,6 +15,7 @@ public:
     void Scan(bool quick) override;
     void Close() override;
     std::string LibraryPath() const override;
+    Timed ListAtEnd() override;
 
 private:
     void CloseLog();
