@@ -21,7 +21,9 @@ namespace quavernet::test {
 
 class SlowDisk {
 public:
-    explicit SlowDisk(posix::FileSystemKind kind = posix::FileSystemKind::Share) : m_shared(Make(kind)) {}
+    explicit SlowDisk(posix::FileSystemKind kind = posix::FileSystemKind::Share,
+                      std::size_t mostThreads = posix::ReaderPool::MostThreads)
+        : m_shared(Make(kind)), m_pool(std::make_shared<posix::ReaderPool>(DiskOf(m_shared), mostThreads)) {}
     ~SlowDisk() { LetGo(); }
     SlowDisk(const SlowDisk&) = delete;
     SlowDisk& operator=(const SlowDisk&) = delete;
@@ -117,12 +119,14 @@ private:
     }
 
     std::shared_ptr<Shared> m_shared;
-    std::shared_ptr<posix::ReaderPool> m_pool = std::make_shared<posix::ReaderPool>(DiskOf(m_shared));
+    std::shared_ptr<posix::ReaderPool> m_pool;
 };
 
 /// The services over such a disk.
 struct SlowServices {
-    explicit SlowServices(posix::FileSystemKind kind = posix::FileSystemKind::Share) : disk(kind) {}
+    explicit SlowServices(posix::FileSystemKind kind = posix::FileSystemKind::Share,
+                          std::size_t mostThreads = posix::ReaderPool::MostThreads)
+        : disk(kind, mostThreads) {}
 
     SlowDisk disk;
     PosixFiles files{disk.Pool()};

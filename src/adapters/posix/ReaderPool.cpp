@@ -16,7 +16,6 @@ namespace quavernet::posix {
 
 namespace {
 
-constexpr std::size_t MostThreads = 256;   // Threads that hang cost memory.
 constexpr std::size_t RestAtOnce = 32;     // So much that nobody needs any more is closed before all else.
 constexpr std::size_t EasyQuestions = 256; // After so many without a wait there are readers enough.
 constexpr std::size_t LongestListing = 1 << 20; // Bytes of a folder's listing that are read ahead.
@@ -42,7 +41,8 @@ bool MayBeOpened(const Descriptor& file, FileSystemKind kind) {
 
 } // namespace
 
-ReaderPool::ReaderPool(Disk disk) : m_disk(std::move(disk)) {}
+ReaderPool::ReaderPool(Disk disk, std::size_t mostThreads)
+    : m_disk(std::move(disk)), m_mostThreads(mostThreads) {}
 
 ReaderPool::Disk ReaderPool::RealDisk() {
     return {[](const std::string& path) { return std::make_shared<FileAhead>(path); }, &ListAhead,
@@ -51,7 +51,7 @@ ReaderPool::Disk ReaderPool::RealDisk() {
 
 bool ReaderPool::Begin(const std::shared_ptr<AheadPlan>& plan) {
     const std::lock_guard lock(m_mutex);
-    if (m_lost >= MostThreads) {
+    if (m_lost >= m_mostThreads) {
         return false;
     }
     m_plans.push_back(plan);
@@ -71,14 +71,19 @@ void ReaderPool::End(const std::shared_ptr<AheadPlan>& plan) {
     plan->Clear(m_rest);
     m_lost += plan->BusyReaders();
     m_readers -= plan->BusyReaders();
-    if (!m_rest.IsEmpty() && m_readers == 0 && !Hire()) {
+    // Without a thread to be had, those that hang close it when they come back.
+    if (!m_rest.IsEmpty() && m_readers == 0 && !Hire() && m_lost == 0) {
         m_rest = {};
     }
     m_work.notify_all();
 }
 
-// A thread that nobody waits for: it may hang for as long as the disk does.
+// A thread that nobody waits for: it may hang for as long as the disk does. False if there is none to be had,
+// or if as many hang as may.
 bool ReaderPool::Hire() {
+    if (m_readers + m_lost >= m_mostThreads) {
+        return false;
+    }
     try {
         std::thread([self = shared_from_this()] { self->Serve(); }).detach();
         ++m_readers;
@@ -88,13 +93,12 @@ bool ReaderPool::Hire() {
     }
 }
 
-// Its user has waited in vain, and nobody is at it: all the others hang.
-void ReaderPool::HireOneMore() {
+// Its user has waited in vain, and nobody is at it: all the others hang. False if no reader will be either.
+bool ReaderPool::HireOneMore() {
     m_allowed = std::max(m_allowed, m_readers - m_idle + 1);
-    if (m_idle == 0 && m_readers + m_lost < MostThreads) {
-        Hire();
-    }
+    const bool isThere = m_idle > 0 || Hire();
     m_work.notify_all();
+    return isThere;
 }
 
 // The user waits, so there are too few of them.
@@ -119,10 +123,10 @@ bool ReaderPool::Wait(AheadPlan& plan, bool isFolder, std::chrono::milliseconds 
     bool isReady = ask();
     if (!isReady) {
         HireMore();
-        isReady =
-            m_readers == 0 || m_done.wait_for(lock, most, ask); // Without a thread nobody would read it.
+        // What nobody will read ahead is ready to be read by its user.
+        isReady = m_readers == 0 || m_done.wait_for(lock, most, ask);
         if (!isReady && plan.NeedsReader()) {
-            HireOneMore();
+            isReady = !HireOneMore();
         }
     } else if (++m_easy == EasyQuestions) {
         m_easy = 0;

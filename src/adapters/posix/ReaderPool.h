@@ -27,8 +27,10 @@ public:
     };
 
     static constexpr std::size_t MostReaders = 32;
+    static constexpr std::size_t MostThreads = 256; ///< Threads that hang cost memory.
 
-    explicit ReaderPool(Disk disk = RealDisk());
+    /// `mostThreads`: readers, and threads that are at something that has ended, all together.
+    explicit ReaderPool(Disk disk = RealDisk(), std::size_t mostThreads = MostThreads);
 
     static Disk RealDisk();
 
@@ -64,7 +66,7 @@ private:
     template <typename Ask>
     bool Wait(AheadPlan& plan, bool isFolder, std::chrono::milliseconds most, const Ask& ask);
     bool Hire();
-    void HireOneMore();
+    bool HireOneMore();
     void HireMore();
     void WakeForRoom(const AheadPlan& plan);
     void Serve();
@@ -78,6 +80,7 @@ private:
     bool Deliver(const Task& task, AheadResult result);
 
     const Disk m_disk;
+    const std::size_t m_mostThreads;
 
     mutable std::mutex m_mutex; ///< Guards all that follows, the plans too, but not while the disk is asked.
     std::condition_variable m_work;

@@ -537,6 +537,62 @@ TEST_F(ReadAheadTest, ClosesThatHangKeepNobodyFromReading) {
     }
 }
 
+class FewThreadsTest : public ReadAheadTest {
+protected:
+    static constexpr std::size_t MostThreads = 4;
+
+    /// As many readers as may be hang at the first files of the plan from now on.
+    void HangAll(FilesAhead& ahead, std::size_t begun = 0) {
+        few.disk.AwaitReads(begun + 1);
+        while (few.disk.Reads().size() < begun + MostThreads) {
+            EXPECT_FALSE(ahead.IsRead(songs[begun], Ahead::Contents, Short));
+        }
+    }
+
+    SlowServices few{FileSystemKind::Share, MostThreads};
+    std::vector<std::string> songs = WriteMany("songs", 20);
+};
+
+TEST_F(FewThreadsTest, WhatNobodyCanReadAheadIsReadByItsUser) {
+    for (const std::string& song : songs) {
+        few.disk.Hang(song);
+    }
+    auto ahead = few.readAhead->Files(songs, Ahead::Contents);
+    HangAll(*ahead);
+    EXPECT_EQ(few.disk.Pool()->Readers(), MostThreads);
+    EXPECT_FALSE(ahead->IsRead(songs[3], Ahead::Contents, Short)) << "a reader is at it";
+    EXPECT_TRUE(ahead->IsRead(songs[4], Ahead::Contents, Short));
+    EXPECT_TRUE(ahead->IsRead(songs[5], Ahead::Contents, Short));
+    EXPECT_THAT(few.disk.Reads(), SizeIs(MostThreads));
+    ahead.reset();
+    EXPECT_EQ(few.readAhead->Files(songs, Ahead::Contents), nullptr)
+        << "all of them hang for one that has ended";
+    few.disk.LetGo();
+    while (few.disk.Pool()->Readers() > 0 || !(ahead = few.readAhead->Files(songs, Ahead::Contents))) {
+        std::this_thread::yield();
+    }
+    EXPECT_TRUE(ahead->IsRead(songs[0], Ahead::Contents, Long));
+    EXPECT_NE(few.disk.Pool()->CurrentFile(songs[0]), nullptr);
+}
+
+TEST_F(FewThreadsTest, TheEndLeavesItsFilesToThoseThatHang) {
+    for (std::size_t i = 1; i < songs.size(); ++i) {
+        few.disk.Hang(songs[i]);
+    }
+    auto ahead = few.readAhead->Files(songs, Ahead::Contents);
+    ASSERT_TRUE(ahead->IsRead(songs[0], Ahead::Contents, Long));
+    HangAll(*ahead, 1);
+    const std::weak_ptr<posix::FileAhead> open = few.disk.Pool()->CurrentFile(songs[0]);
+    few.disk.HangCloses();
+    ahead.reset(); // To close a file here would hang.
+    EXPECT_EQ(few.disk.Pool()->Readers(), 0U);
+    EXPECT_FALSE(open.expired());
+    few.disk.LetGo();
+    while (!open.expired()) {
+        std::this_thread::yield();
+    }
+}
+
 TEST_F(ReadAheadTest, ALinkToAFileOfTheKernelIsNotOpened) {
     const std::string link = music / "link.mp3";
     fs::create_symlink("/proc/self/status", link);
