@@ -205,26 +205,30 @@ void AheadPlan::FinishListing(const AheadJob& job, AheadResult& result, AheadRes
 }
 
 // Of a folder on the way to where its user is only those below count that come from there on, and of that one
-// itself all.
+// itself all. Where none leads on, because it vanished or was reached by a link, nobody knows what is over:
+// all of them count.
 void AheadPlan::FinishOnTheWay(Folders::iterator here, AheadResult& result) {
     const std::shared_ptr<AheadFolder> folder = *here;
     const auto after = std::next(here);
     Uncount(*folder);
     const std::string way = std::exchange(folder->way, {});
     auto first = result.subFolders.begin();
+    bool isFound = false;
     if (folder->path == way) {
         folder->files = std::move(result.files);
     } else {
         first = std::find_if(first, result.subFolders.end(), [&](const std::string& path) {
             return way == path || way.starts_with(path + '/');
         });
+        isFound = first != result.subFolders.end();
+        first = isFound ? first : result.subFolders.begin();
         folder->isOver = true;
         m_folders.erase(here);
     }
     for (auto path = first; path != result.subFolders.end(); ++path) {
         const auto below = m_folders.insert(after, std::make_shared<AheadFolder>());
         (*below)->path = std::move(*path);
-        if (path == first && folder->isOver) {
+        if (path == first && isFound) {
             (*below)->way = way;
         }
     }

@@ -1,0 +1,69 @@
+// What a plan has read, in which order, without a thread: the tests are its readers.
+#include "adapters/posix/AheadPlan.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace quavernet::test {
+namespace {
+
+using posix::AheadJob;
+using posix::AheadPlan;
+using posix::AheadResult;
+using posix::FileSystemKind;
+using ::testing::ElementsAre;
+
+/// A walk over a disk whose folders hold no files.
+class FolderPlanTest : public ::testing::Test {
+protected:
+    /// Its user goes to the folder, and meets the disk there.
+    void WakeAt(const std::string& folder) {
+        plan.AskFolder(folder, rest);
+        while (plan.IsAsleep()) {
+            plan.NoteBlocks([&] { return ++blocks; }, true);
+        }
+    }
+    /// Lists what the plan wants, until it wants no more.
+    std::vector<std::string> ListAll() {
+        std::vector<std::string> listed;
+        while (const auto job = plan.NextJob()) {
+            EXPECT_EQ(job->file, AheadJob::NoFile);
+            listed.push_back(job->path);
+            AheadResult result;
+            result.kind = FileSystemKind::Disk;
+            result.blocks = 1;
+            result.subFolders = subFolders[job->path];
+            plan.Finish(*job, std::move(result), rest);
+        }
+        return listed;
+    }
+
+    std::map<std::string, std::vector<std::string>> subFolders{
+        {"/m", {"/m/a", "/m/b", "/m/c"}}, {"/m/a", {"/m/a/x"}}, {"/m/b", {"/m/b/y", "/m/b/z"}}};
+    std::uint64_t blocks = 0;
+    posix::AheadRest rest;
+    AheadPlan plan{{"/m", {}, {}}, true, {}};
+};
+
+TEST_F(FolderPlanTest, APlanThatWakesLeavesOutWhatItsUserHasLeftBehind) {
+    WakeAt("/m/b/y");
+    EXPECT_THAT(ListAll(), ElementsAre("/m", "/m/b", "/m/b/y", "/m/b/z", "/m/c"));
+}
+
+TEST_F(FolderPlanTest, APlanThatWakesInAFolderThatNoListingTellsOfLeavesOutNothing) {
+    WakeAt("/m/gone/w");
+    EXPECT_THAT(ListAll(), ElementsAre("/m", "/m/a", "/m/a/x", "/m/b", "/m/b/y", "/m/b/z", "/m/c"));
+}
+
+TEST_F(FolderPlanTest, APlanThatWakesInAFolderThatVanishedGoesOnBesideIt) {
+    WakeAt("/m/b/gone");
+    EXPECT_THAT(ListAll(), ElementsAre("/m", "/m/b", "/m/b/y", "/m/b/z", "/m/c"));
+    EXPECT_TRUE(plan.AskFolder("/m/c", rest)) << "what its user comes to next is there";
+}
+
+} // namespace
+} // namespace quavernet::test
