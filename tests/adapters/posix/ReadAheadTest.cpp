@@ -1,18 +1,13 @@
-#include "adapters/posix/PosixReadAhead.h"
+// Files and folders that are read ahead of the work that wants them: which ones, how many, and that the work
+// finds what it would find without.
+#include "support/ReadAheadTest.h"
 
-#include "platform/RuntimeError.h"
 #include "support/OrdinaryUser.h"
-#include "support/SlowDisk.h"
-#include "support/TemporaryFolder.h"
-#include "support/TestFiles.h"
 #include "support/WalkedFiles.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <filesystem>
-#include <functional>
-#include <set>
 #include <thread>
 
 #include <sys/stat.h>
@@ -30,48 +25,6 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::SizeIs;
 using ::testing::UnorderedElementsAreArray;
-
-constexpr milliseconds Long{60000};
-constexpr milliseconds Short{1};
-
-class ReadAheadTest : public ::testing::Test {
-protected:
-    ReadAheadTest() { fs::permissions(music.Path(), fs::perms(0755)); }
-
-    std::string Write(const std::string& name, const std::string& bytes = "x") {
-        fs::create_directories(fs::path(music / name).parent_path());
-        WriteFile(music / name, bytes);
-        return music / name;
-    }
-    std::vector<std::string> WriteMany(const std::string& folder, int count) {
-        std::vector<std::string> paths;
-        for (int i = 0; i < count; ++i) {
-            paths.push_back(Write(folder + "/" + std::to_string(1000 + i) + ".mp3"));
-        }
-        return paths;
-    }
-    std::unique_ptr<FilesAhead> Walk(Ahead wanted = Ahead::Contents) {
-        return parts.readAhead->Walk(
-            {music.Path(), [](std::string_view) { return true; },
-             [wanted](std::string_view name) { return name.ends_with(".mp3") ? wanted : Ahead::Nothing; }});
-    }
-
-    /// What a file holds for whoever opens it, or its failure.
-    std::string Contents(const std::string& path) {
-        try {
-            const auto file = parts.files.Open(path, BinaryFile::Access::Read);
-            std::string bytes(static_cast<std::size_t>(file->Size()) + 10, '\0');
-            bytes.resize(file->ReadAt(0, std::as_writable_bytes(std::span(bytes))));
-            return bytes;
-        } catch (const OpenError& error) {
-            return std::to_string(error.Number()) + " " + error.Reason();
-        }
-    }
-    bool IsHeld(const std::string& path) { return parts.disk.Pool()->CurrentFile(path) != nullptr; }
-
-    TemporaryFolder music;
-    SlowServices parts;
-};
 
 TEST_F(ReadAheadTest, AWalkHasItsFilesReadBeforeItComesToThem) {
     const std::string first = Write("a.mp3", "first");
@@ -156,46 +109,6 @@ TEST_F(ReadAheadTest, AFolderThatVanishedAfterItWasListedStillHasItsNames) {
     fs::remove_all(music / "below");
     EXPECT_THAT(walk->List(music / "below").files, SizeIs(1));
     EXPECT_FALSE(walk->File(music / "below/a.mp3").has_value());
-}
-
-TEST_F(ReadAheadTest, AFileThatHangsHoldsUpNoOther) {
-    const std::vector<std::string> songs = WriteMany("songs", 60);
-    parts.disk.Hang(songs.front());
-    const auto ahead = parts.readAhead->Files(songs, Ahead::Contents);
-    EXPECT_FALSE(ahead->IsRead(songs.front(), Ahead::Contents, Short));
-    parts.disk.AwaitReads(60);
-    EXPECT_FALSE(ahead->IsRead(songs.front(), Ahead::Contents, Short));
-    parts.disk.LetGo();
-    EXPECT_TRUE(ahead->IsRead(songs.front(), Ahead::Contents, Long));
-}
-
-TEST_F(ReadAheadTest, TheEndOfAWalkDoesNotWaitForFilesThatHang) {
-    const std::vector<std::string> songs = WriteMany("songs", 40);
-    for (const std::string& song : songs) {
-        parts.disk.Hang(song);
-    }
-    for (int i = 0; i < 3; ++i) {
-        auto ahead = parts.readAhead->Files(songs, Ahead::Contents);
-        while (parts.disk.Reads().size() <
-               (static_cast<std::size_t>(i) + 1) * posix::ReaderPool::MostReaders) {
-            EXPECT_FALSE(ahead->IsRead(songs.front(), Ahead::Contents, Short));
-        }
-        ahead.reset();
-        EXPECT_EQ(parts.disk.Pool()->Readers(), 0U) << "all of them hang, and others will come";
-    }
-    const std::string other = Write("other.mp3", "plays");
-    const auto ahead = parts.readAhead->Files({other}, Ahead::Contents);
-    EXPECT_TRUE(ahead->IsRead(other, Ahead::Contents, Long));
-    EXPECT_EQ(Contents(other), "plays");
-}
-
-TEST_F(ReadAheadTest, TheReadersGoWhenNothingIsLeftToRead) {
-    const std::vector<std::string> songs = WriteMany("songs", 40);
-    parts.readAhead->Files(songs, Ahead::Contents)->IsRead(songs.back(), Ahead::Contents, Long);
-    while (parts.disk.Pool()->Readers() > 0) {
-        std::this_thread::yield();
-    }
-    EXPECT_EQ(parts.disk.Pool()->Readers(), 0U);
 }
 
 TEST_F(ReadAheadTest, AFileThatChangedSinceItWasReadIsReadAgain) {
@@ -343,116 +256,6 @@ TEST_F(ReadAheadTest, FoldersOfTheKernelAreNotLookedInto) {
     EXPECT_THAT(kernel.disk.Reads(), IsEmpty());
 }
 
-/// Visits every file of a walk as a scan does.
-void VisitAll(FolderWalk& walk, FilesAhead& ahead, const std::function<void(const std::string&)>& visit) {
-    std::vector<std::string> waiting{walk.Path()};
-    while (!waiting.empty()) {
-        const std::string folder = waiting.back();
-        waiting.pop_back();
-        ASSERT_TRUE(ahead.IsListed(folder, Long));
-        FolderContents contents = walk.List(folder);
-        for (const FolderFile& file : contents.files) {
-            visit(folder + "/" + file.name);
-            ASSERT_TRUE(ahead.IsRead(folder + "/" + file.name, Ahead::Contents, Long));
-        }
-        waiting.insert(waiting.end(), contents.subFolders.rbegin(), contents.subFolders.rend());
-    }
-}
-
-class DiskAheadTest : public ReadAheadTest {
-protected:
-    DiskAheadTest() {
-        for (const char* folder : {"one", "one/a", "one/b", "two", "two/c", "two/d/e", "three"}) {
-            WriteMany(folder, 30);
-        }
-    }
-    void Scan(const std::function<void(const std::string&)>& visit) {
-        const auto ahead = disk.readAhead->Walk({music.Path(), [](std::string_view) { return true; },
-                                                 [](std::string_view) { return Ahead::Contents; }});
-        const auto walk = disk.fileSystem->GetFolder(music.Path());
-        VisitAll(*walk, *ahead, [&](const std::string& path) {
-            visited.push_back(path);
-            visit(path);
-        });
-    }
-
-    SlowServices disk{FileSystemKind::Disk};
-    std::vector<std::string> visited;
-};
-
-TEST_F(DiskAheadTest, NothingIsReadAheadWhileAllComesFromMemory) {
-    Scan([](const std::string&) {});
-    EXPECT_THAT(visited, SizeIs(7 * 30));
-    EXPECT_THAT(disk.disk.Reads(), IsEmpty());
-    EXPECT_THAT(disk.disk.Listings(), IsEmpty());
-    EXPECT_EQ(disk.disk.Pool()->Readers(), 0U);
-}
-
-TEST_F(DiskAheadTest, FromTheFirstFileThatComesFromTheDiskOnThoseToComeAreReadAhead) {
-    Scan([&](const std::string&) {
-        disk.disk.SetCold(visited.size() >= 70);
-        if (visited.size() == 100) {
-            disk.disk.AwaitReads(51); // Its user is faster than the readers, and waits for none.
-        }
-    });
-    EXPECT_THAT(visited, SizeIs(7 * 30));
-    const std::vector<std::string> reads = disk.disk.Reads();
-    EXPECT_THAT(reads, SizeIs(::testing::Gt(50U)));
-    for (const std::string& path : reads) {
-        const auto place = std::find(visited.begin(), visited.end(), path) - visited.begin();
-        EXPECT_GE(place, 60) << "files of folders that are over are not read again: " << path;
-    }
-    EXPECT_EQ(std::set<std::string>(reads.begin(), reads.end()).size(), reads.size()) << "each once";
-}
-
-TEST_F(DiskAheadTest, ReadingAheadEndsWhenAllComesFromMemoryAgain) {
-    WriteMany("zero", 3000);
-    Scan([&](const std::string&) { disk.disk.SetCold(visited.size() < 40); });
-    EXPECT_THAT(disk.disk.Reads(), SizeIs(::testing::AllOf(::testing::Gt(0U), ::testing::Lt(1500U))));
-    EXPECT_THAT(visited, SizeIs(3000 + 7 * 30));
-}
-
-TEST_F(DiskAheadTest, NobodyWaitsForAReaderOnceAllElseComesFromMemory) {
-    const std::vector<std::string> songs = WriteMany("songs", 300);
-    for (const std::string& song : songs) {
-        disk.disk.Hang(song);
-    }
-    disk.disk.SetCold(true);
-    const auto ahead = disk.readAhead->Walk({music / "songs", [](std::string_view) { return true; },
-                                             [](std::string_view) { return Ahead::Contents; }});
-    for (int i = 0; i < 3; ++i) { // The disk gives something while the folder is listed.
-        ASSERT_TRUE(ahead->IsListed(music / "songs", Long));
-    }
-    disk.disk.AwaitReads(1);
-    disk.disk.SetCold(false);
-    const std::string first = disk.disk.Reads().front();
-    const std::jthread others([&] {
-        std::this_thread::sleep_for(milliseconds(100)); // Its user waits by then.
-        disk.disk.LetGoOthers(first);
-    });
-    const auto begin = std::chrono::steady_clock::now();
-    EXPECT_TRUE(ahead->IsRead(first, Ahead::Contents, milliseconds(10000)));
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, milliseconds(9000));
-}
-
-TEST_F(DiskAheadTest, NobodyWaitsForAReaderThatHasNotBegun) {
-    const std::vector<std::string> songs = WriteMany("songs", 300);
-    disk.disk.SetCold(true);
-    disk.disk.Hang(songs[0]);
-    const auto ahead = disk.readAhead->Walk({music / "songs", [](std::string_view) { return true; },
-                                             [](std::string_view) { return Ahead::Contents; }});
-    for (int i = 0; i < 3; ++i) { // The disk gives something while the folder is listed.
-        ASSERT_TRUE(ahead->IsListed(music / "songs", Long));
-    }
-    disk.disk.AwaitReads(1);
-    const std::vector<std::string> reads = disk.disk.Reads();
-    for (const std::string& song : songs) {
-        if (std::find(reads.begin(), reads.end(), song) == reads.end() && song != songs[0]) {
-            EXPECT_TRUE(ahead->IsRead(song, Ahead::Contents, Long));
-        }
-    }
-}
-
 TEST_F(ReadAheadTest, APathThatNobodyToldOfIsReadToo) {
     const std::string told = Write("a.mp3", "told");
     const std::string other = Write("other/b.mp3", "not told");
@@ -503,96 +306,6 @@ TEST_F(ReadAheadTest, AFolderThatIsListedLateIsReadThoughOthersAfterItHaveBeenRe
     EXPECT_TRUE(ahead->IsRead(fs::directory_iterator(first)->path(), Ahead::Contents, milliseconds(5000)));
 }
 
-TEST_F(ReadAheadTest, WhatIsWantedNowFindsAReaderThoughAllOfThemHang) {
-    const std::vector<std::string> songs = WriteMany("songs", 60);
-    for (const std::string& song : songs) {
-        parts.disk.Hang(song);
-    }
-    const auto outside = parts.readAhead->Files(songs, Ahead::Contents);
-    while (parts.disk.Reads().size() < posix::ReaderPool::MostReaders) {
-        EXPECT_FALSE(outside->IsRead(songs.front(), Ahead::Contents, Short));
-    }
-    const std::string inner = Write("inner.mp3", "inner");
-    const auto inside = parts.readAhead->Files({inner}, Ahead::Contents);
-    bool isRead = false;
-    for (int i = 0; i < 50 && !isRead; ++i) {
-        isRead = inside->IsRead(inner, Ahead::Contents, milliseconds(100));
-    }
-    EXPECT_TRUE(isRead);
-    EXPECT_TRUE(IsHeld(inner));
-}
-
-TEST_F(ReadAheadTest, ClosesThatHangKeepNobodyFromReading) {
-    const std::vector<std::string> songs = WriteMany("songs", 400);
-    parts.disk.HangCloses();
-    for (int i = 0; i < 3; ++i) {
-        const auto ahead = parts.readAhead->Files(songs, Ahead::Contents);
-        for (const std::string& song : songs) {
-            bool isRead = false;
-            for (int j = 0; j < 50 && !isRead; ++j) {
-                isRead = ahead->IsRead(song, Ahead::Contents, milliseconds(100));
-            }
-            ASSERT_TRUE(isRead) << song;
-        }
-    }
-}
-
-class FewThreadsTest : public ReadAheadTest {
-protected:
-    static constexpr std::size_t MostThreads = 4;
-
-    /// As many readers as may be hang at the first files of the plan from now on.
-    void HangAll(FilesAhead& ahead, std::size_t begun = 0) {
-        few.disk.AwaitReads(begun + 1);
-        while (few.disk.Reads().size() < begun + MostThreads) {
-            EXPECT_FALSE(ahead.IsRead(songs[begun], Ahead::Contents, Short));
-        }
-    }
-
-    SlowServices few{FileSystemKind::Share, MostThreads};
-    std::vector<std::string> songs = WriteMany("songs", 20);
-};
-
-TEST_F(FewThreadsTest, WhatNobodyCanReadAheadIsReadByItsUser) {
-    for (const std::string& song : songs) {
-        few.disk.Hang(song);
-    }
-    auto ahead = few.readAhead->Files(songs, Ahead::Contents);
-    HangAll(*ahead);
-    EXPECT_EQ(few.disk.Pool()->Readers(), MostThreads);
-    EXPECT_FALSE(ahead->IsRead(songs[3], Ahead::Contents, Short)) << "a reader is at it";
-    EXPECT_TRUE(ahead->IsRead(songs[4], Ahead::Contents, Short));
-    EXPECT_TRUE(ahead->IsRead(songs[5], Ahead::Contents, Short));
-    EXPECT_THAT(few.disk.Reads(), SizeIs(MostThreads));
-    ahead.reset();
-    EXPECT_EQ(few.readAhead->Files(songs, Ahead::Contents), nullptr)
-        << "all of them hang for one that has ended";
-    few.disk.LetGo();
-    while (few.disk.Pool()->Readers() > 0 || !(ahead = few.readAhead->Files(songs, Ahead::Contents))) {
-        std::this_thread::yield();
-    }
-    EXPECT_TRUE(ahead->IsRead(songs[0], Ahead::Contents, Long));
-    EXPECT_NE(few.disk.Pool()->CurrentFile(songs[0]), nullptr);
-}
-
-TEST_F(FewThreadsTest, TheEndLeavesItsFilesToThoseThatHang) {
-    for (std::size_t i = 1; i < songs.size(); ++i) {
-        few.disk.Hang(songs[i]);
-    }
-    auto ahead = few.readAhead->Files(songs, Ahead::Contents);
-    ASSERT_TRUE(ahead->IsRead(songs[0], Ahead::Contents, Long));
-    HangAll(*ahead, 1);
-    const std::weak_ptr<posix::FileAhead> open = few.disk.Pool()->CurrentFile(songs[0]);
-    few.disk.HangCloses();
-    ahead.reset(); // To close a file here would hang.
-    EXPECT_EQ(few.disk.Pool()->Readers(), 0U);
-    EXPECT_FALSE(open.expired());
-    few.disk.LetGo();
-    while (!open.expired()) {
-        std::this_thread::yield();
-    }
-}
-
 TEST_F(ReadAheadTest, ALinkToAFileOfTheKernelIsNotOpened) {
     const std::string link = music / "link.mp3";
     fs::create_symlink("/proc/self/status", link);
@@ -615,22 +328,6 @@ TEST_F(ReadAheadTest, ABatchStaysOpenUntilTheNext) {
     EXPECT_FALSE(IsHeld(songs[1]));
     EXPECT_TRUE(IsHeld(songs[2]));
     EXPECT_TRUE(IsHeld(songs[11]));
-}
-
-TEST_F(ReadAheadTest, TwoPiecesOfWorkRunSideBySide) {
-    const std::vector<std::string> songs = WriteMany("songs", 40);
-    const std::string inner = Write("inner.mp3", "inner");
-    parts.disk.Hang(songs[0]);
-    const auto outside = parts.readAhead->Files(songs, Ahead::Contents);
-    EXPECT_FALSE(outside->IsRead(songs[0], Ahead::Contents, Short));
-    {
-        const auto inside = parts.readAhead->Files({inner}, Ahead::Contents);
-        EXPECT_TRUE(inside->IsRead(inner, Ahead::Contents, Long));
-        EXPECT_EQ(Contents(inner), "inner");
-    }
-    parts.disk.LetGo();
-    EXPECT_TRUE(outside->IsRead(songs[0], Ahead::Contents, Long));
-    EXPECT_TRUE(IsHeld(songs[0]));
 }
 
 } // namespace

@@ -1,0 +1,165 @@
+// Readers that hang: they hold up nothing but what they are at, and their user finds what it would
+// find without them.
+#include "support/ReadAheadTest.h"
+
+#include <gmock/gmock.h>
+
+#include <thread>
+
+namespace quavernet::test {
+namespace {
+
+using posix::FileSystemKind;
+using std::chrono::milliseconds;
+using ::testing::SizeIs;
+
+using HangingAheadTest = ReadAheadTest;
+
+TEST_F(HangingAheadTest, AFileThatHangsHoldsUpNoOther) {
+    const std::vector<std::string> songs = WriteMany("songs", 60);
+    parts.disk.Hang(songs.front());
+    const auto ahead = parts.readAhead->Files(songs, Ahead::Contents);
+    EXPECT_FALSE(ahead->IsRead(songs.front(), Ahead::Contents, Short));
+    parts.disk.AwaitReads(60);
+    EXPECT_FALSE(ahead->IsRead(songs.front(), Ahead::Contents, Short));
+    parts.disk.LetGo();
+    EXPECT_TRUE(ahead->IsRead(songs.front(), Ahead::Contents, Long));
+}
+
+TEST_F(HangingAheadTest, TheEndOfAWalkDoesNotWaitForFilesThatHang) {
+    const std::vector<std::string> songs = WriteMany("songs", 40);
+    for (const std::string& song : songs) {
+        parts.disk.Hang(song);
+    }
+    for (int i = 0; i < 3; ++i) {
+        auto ahead = parts.readAhead->Files(songs, Ahead::Contents);
+        while (parts.disk.Reads().size() <
+               (static_cast<std::size_t>(i) + 1) * posix::ReaderPool::MostReaders) {
+            EXPECT_FALSE(ahead->IsRead(songs.front(), Ahead::Contents, Short));
+        }
+        ahead.reset();
+        EXPECT_EQ(parts.disk.Pool()->Readers(), 0U) << "all of them hang, and others will come";
+    }
+    const std::string other = Write("other.mp3", "plays");
+    const auto ahead = parts.readAhead->Files({other}, Ahead::Contents);
+    EXPECT_TRUE(ahead->IsRead(other, Ahead::Contents, Long));
+    EXPECT_EQ(Contents(other), "plays");
+}
+
+TEST_F(HangingAheadTest, WhatIsWantedNowFindsAReaderThoughAllOfThemHang) {
+    const std::vector<std::string> songs = WriteMany("songs", 60);
+    for (const std::string& song : songs) {
+        parts.disk.Hang(song);
+    }
+    const auto outside = parts.readAhead->Files(songs, Ahead::Contents);
+    while (parts.disk.Reads().size() < posix::ReaderPool::MostReaders) {
+        EXPECT_FALSE(outside->IsRead(songs.front(), Ahead::Contents, Short));
+    }
+    const std::string inner = Write("inner.mp3", "inner");
+    const auto inside = parts.readAhead->Files({inner}, Ahead::Contents);
+    bool isRead = false;
+    for (int i = 0; i < 50 && !isRead; ++i) {
+        isRead = inside->IsRead(inner, Ahead::Contents, milliseconds(100));
+    }
+    EXPECT_TRUE(isRead);
+    EXPECT_TRUE(IsHeld(inner));
+}
+
+TEST_F(HangingAheadTest, ClosesThatHangKeepNobodyFromReading) {
+    const std::vector<std::string> songs = WriteMany("songs", 400);
+    parts.disk.HangCloses();
+    for (int i = 0; i < 3; ++i) {
+        const auto ahead = parts.readAhead->Files(songs, Ahead::Contents);
+        for (const std::string& song : songs) {
+            bool isRead = false;
+            for (int j = 0; j < 50 && !isRead; ++j) {
+                isRead = ahead->IsRead(song, Ahead::Contents, milliseconds(100));
+            }
+            ASSERT_TRUE(isRead) << song;
+        }
+    }
+}
+
+TEST_F(HangingAheadTest, TwoPiecesOfWorkRunSideBySide) {
+    const std::vector<std::string> songs = WriteMany("songs", 40);
+    const std::string inner = Write("inner.mp3", "inner");
+    parts.disk.Hang(songs[0]);
+    const auto outside = parts.readAhead->Files(songs, Ahead::Contents);
+    EXPECT_FALSE(outside->IsRead(songs[0], Ahead::Contents, Short));
+    {
+        const auto inside = parts.readAhead->Files({inner}, Ahead::Contents);
+        EXPECT_TRUE(inside->IsRead(inner, Ahead::Contents, Long));
+        EXPECT_EQ(Contents(inner), "inner");
+    }
+    parts.disk.LetGo();
+    EXPECT_TRUE(outside->IsRead(songs[0], Ahead::Contents, Long));
+    EXPECT_TRUE(IsHeld(songs[0]));
+}
+
+TEST_F(HangingAheadTest, TheReadersGoWhenNothingIsLeftToRead) {
+    const std::vector<std::string> songs = WriteMany("songs", 40);
+    parts.readAhead->Files(songs, Ahead::Contents)->IsRead(songs.back(), Ahead::Contents, Long);
+    while (parts.disk.Pool()->Readers() > 0) {
+        std::this_thread::yield();
+    }
+    EXPECT_EQ(parts.disk.Pool()->Readers(), 0U);
+}
+
+class FewThreadsAheadTest : public ReadAheadTest {
+protected:
+    static constexpr std::size_t MostThreads = 4;
+
+    /// As many readers as may be hang at the first files of the plan from now on.
+    void HangAll(FilesAhead& ahead, std::size_t begun = 0) {
+        few.disk.AwaitReads(begun + 1);
+        while (few.disk.Reads().size() < begun + MostThreads) {
+            EXPECT_FALSE(ahead.IsRead(songs[begun], Ahead::Contents, Short));
+        }
+    }
+
+    SlowServices few{FileSystemKind::Share, MostThreads};
+    std::vector<std::string> songs = WriteMany("songs", 20);
+};
+
+TEST_F(FewThreadsAheadTest, WhatNobodyCanReadAheadIsReadByItsUser) {
+    for (const std::string& song : songs) {
+        few.disk.Hang(song);
+    }
+    auto ahead = few.readAhead->Files(songs, Ahead::Contents);
+    HangAll(*ahead);
+    EXPECT_EQ(few.disk.Pool()->Readers(), MostThreads);
+    EXPECT_FALSE(ahead->IsRead(songs[3], Ahead::Contents, Short)) << "a reader is at it";
+    EXPECT_TRUE(ahead->IsRead(songs[4], Ahead::Contents, Short));
+    EXPECT_TRUE(ahead->IsRead(songs[5], Ahead::Contents, Short));
+    EXPECT_THAT(few.disk.Reads(), SizeIs(MostThreads));
+    ahead.reset();
+    EXPECT_EQ(few.readAhead->Files(songs, Ahead::Contents), nullptr)
+        << "all of them hang for one that has ended";
+    few.disk.LetGo();
+    while (few.disk.Pool()->Readers() > 0 || !(ahead = few.readAhead->Files(songs, Ahead::Contents))) {
+        std::this_thread::yield();
+    }
+    EXPECT_TRUE(ahead->IsRead(songs[0], Ahead::Contents, Long));
+    EXPECT_NE(few.disk.Pool()->CurrentFile(songs[0]), nullptr);
+}
+
+TEST_F(FewThreadsAheadTest, TheEndLeavesItsFilesToThoseThatHang) {
+    for (std::size_t i = 1; i < songs.size(); ++i) {
+        few.disk.Hang(songs[i]);
+    }
+    auto ahead = few.readAhead->Files(songs, Ahead::Contents);
+    ASSERT_TRUE(ahead->IsRead(songs[0], Ahead::Contents, Long));
+    HangAll(*ahead, 1);
+    const std::weak_ptr<posix::FileAhead> open = few.disk.Pool()->CurrentFile(songs[0]);
+    few.disk.HangCloses();
+    ahead.reset(); // To close a file here would hang.
+    EXPECT_EQ(few.disk.Pool()->Readers(), 0U);
+    EXPECT_FALSE(open.expired());
+    few.disk.LetGo();
+    while (!open.expired()) {
+        std::this_thread::yield();
+    }
+}
+
+} // namespace
+} // namespace quavernet::test
