@@ -2,9 +2,9 @@
 
 #include "adapters/posix/TagPieces.h"
 
+#include "platform/RuntimeError.h"
+
 #include <algorithm>
-#include <array>
-#include <cerrno>
 
 namespace quavernet::posix {
 
@@ -18,22 +18,16 @@ constexpr std::size_t MostTagPieces = 3;
 
 } // namespace
 
-bool MayBeOver(int error) {
-    constexpr std::array Passing{EMFILE, ENFILE,  ENOMEM, EINTR, EAGAIN,
-                                 ENOENT, ENOTDIR, EACCES, EPERM, ELOOP};
-    return std::find(Passing.begin(), Passing.end(), error) != Passing.end();
-}
-
 FileAhead::FileAhead(const std::string& path) : m_path(path) {
     try {
         m_file = std::make_unique<OpenedFile>(path, BinaryFile::Access::Read);
-    } catch (const OpenError& error) {
-        m_refusal = error;
+    } catch (const OpenError&) {
         return;
     }
     m_pieces.reserve(2 + MostTagPieces);
-    Read(0, HeadSize);
-    ReadTag();
+    if (Read(0, HeadSize)) {
+        ReadTag();
+    }
     const std::uint64_t size = m_file->Size();
     if (size > HeadSize) {
         const std::uint64_t tail = std::max<std::uint64_t>((size - TailSize) / DiskUnit * DiskUnit, HeadSize);
@@ -47,55 +41,42 @@ void FileAhead::ReadTag() {
     for (std::size_t i = 0; i < MostTagPieces; ++i) {
         const Piece& last = m_pieces.back();
         const auto next = tag.After(last.bytes, last.offset);
-        if (!next || last.failure || last.bytes.empty()) {
+        if (!next || last.bytes.empty() ||
+            !Read(*next, static_cast<std::size_t>(std::min<std::uint64_t>(DiskUnit, tag.End() - *next)))) {
             return;
         }
-        Read(*next, static_cast<std::size_t>(std::min<std::uint64_t>(DiskUnit, tag.End() - *next)));
     }
 }
 
-void FileAhead::Read(std::uint64_t offset, std::size_t count) {
-    Piece piece{offset, count, std::vector<std::byte>(count), std::nullopt};
+bool FileAhead::Read(std::uint64_t offset, std::size_t count) {
+    Piece piece{offset, count, std::vector<std::byte>(count)};
     try {
         piece.bytes.resize(m_file->ReadAt(offset, piece.bytes));
-    } catch (const RuntimeError& error) {
-        piece.bytes.clear();
-        piece.failure = error;
+    } catch (const RuntimeError&) {
+        return false;
     }
     m_pieces.push_back(std::move(piece));
+    return true;
 }
 
 bool FileAhead::IsStill() const {
-    if (!m_file) {
-        return false; // Whatever it was may be over.
-    }
-    return m_file->IsStillAt(m_path);
-}
-
-OpenedFile& FileAhead::Opened() const {
-    if (m_refusal) {
-        throw OpenError(*m_refusal);
-    }
-    return *m_file;
+    return m_file && m_file->IsStillAt(m_path);
 }
 
 // Whether the piece is all that a read at this place would meet.
 bool FileAhead::Answers(const Piece& piece, std::uint64_t offset, std::size_t count) const {
-    const std::uint64_t end = piece.offset + (piece.failure ? piece.wanted : piece.bytes.size());
+    const std::uint64_t end = piece.offset + piece.bytes.size();
     if (offset < piece.offset || offset >= end) {
         return false;
     }
     const bool reachesEnd = piece.bytes.size() < piece.wanted || end >= m_file->Size();
-    return piece.failure || reachesEnd || count <= end - offset;
+    return reachesEnd || count <= end - offset;
 }
 
 std::size_t FileAhead::ReadAt(std::uint64_t offset, std::span<std::byte> bytes) const {
     for (const Piece& piece : m_pieces) {
         if (!Answers(piece, offset, bytes.size())) {
             continue;
-        }
-        if (piece.failure) {
-            break; // It may be over: asked again.
         }
         const auto from = std::span(piece.bytes).subspan(static_cast<std::size_t>(offset - piece.offset));
         const std::size_t count = std::min(from.size(), bytes.size());

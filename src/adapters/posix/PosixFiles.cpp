@@ -60,7 +60,6 @@ private:
 std::unique_ptr<BinaryFile> PosixFiles::Open(const std::string& path, BinaryFile::Access access) {
     if (m_ahead && access == BinaryFile::Access::Read) {
         if (auto file = m_ahead->CurrentFile(path); file && file->IsStill()) {
-            (void)file->Opened(); // Refused to the reader, refused here.
             return std::make_unique<FileOfReader>(std::move(file));
         }
     }

@@ -301,7 +301,8 @@ AheadResult ReaderPool::List(const AheadPlan& plan, const std::string& path) con
     AheadResult result;
     auto listing = m_disk.list(path);
     result.kind = m_disk.kindOf(listing->folder.Get());
-    if (result.kind == FileSystemKind::Kernel || MayBeOver(listing->error)) {
+    // A folder that failed here is asked again by its user: the reason may be over.
+    if (result.kind == FileSystemKind::Kernel || listing->error != 0) {
         return result;
     }
     ForEachEntry(listing->entries, [&](const dirent64& entry) {

@@ -1,14 +1,20 @@
 #include "adapters/posix/FileAhead.h"
 
+#include "support/RefusedCalls.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestFiles.h"
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <filesystem>
+#include <memory>
 #include <numeric>
 #include <span>
 #include <string>
+#include <thread>
+
+#include <sys/syscall.h>
 
 namespace quavernet::test {
 namespace {
@@ -44,6 +50,24 @@ TEST_F(FileAheadTest, AFileThatWasReadAheadHasTheSameBytesAtEveryPlace) {
                     << size << " bytes, " << count << " at " << offset;
             }
         }
+    }
+}
+
+TEST_F(FileAheadTest, WhatCouldNotBeReadIsAskedAgain) {
+    const std::string path = Write("a.mp3", std::string(20000, 'a'));
+    std::unique_ptr<posix::FileAhead> file;
+    std::thread([&] { // The device fails for this thread.
+        ASSERT_TRUE(Refuse({{SYS_pread64, 0, 0, EIO}}));
+        file = std::make_unique<posix::FileAhead>(path);
+    })
+        .join();
+    ASSERT_NE(file, nullptr);
+    EXPECT_TRUE(file->IsStill());
+    Write("a.mp3", std::string(20000, 'b'));
+    for (const std::uint64_t offset : {0, 4000, 19872}) {
+        std::string got(128, '\0');
+        got.resize(file->ReadAt(offset, std::as_writable_bytes(std::span(got))));
+        EXPECT_EQ(got, std::string(128, 'b')) << offset;
     }
 }
 

@@ -1,19 +1,27 @@
-// Readers that hang: they hold up nothing but what they are at, and their user finds what it would
+// Readers that hang or fail: they hold up nothing but what they are at, and their user finds what it would
 // find without them.
 #include "support/ReadAheadTest.h"
+#include "support/RefusedCalls.h"
 
 #include <gmock/gmock.h>
 
+#include <cerrno>
+#include <functional>
 #include <thread>
+#include <type_traits>
+
+#include <sys/syscall.h>
 
 namespace quavernet::test {
 namespace {
 
 using posix::FileSystemKind;
 using std::chrono::milliseconds;
+using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
 using HangingAheadTest = ReadAheadTest;
+using FailingAheadTest = ReadAheadTest;
 
 TEST_F(HangingAheadTest, AFileThatHangsHoldsUpNoOther) {
     const std::vector<std::string> songs = WriteMany("songs", 60);
@@ -103,6 +111,52 @@ TEST_F(HangingAheadTest, TheReadersGoWhenNothingIsLeftToRead) {
         std::this_thread::yield();
     }
     EXPECT_EQ(parts.disk.Pool()->Readers(), 0U);
+}
+
+/// The device fails with each call of this number that a reader makes.
+posix::ReaderPool::Disk FailingDisk(long call) {
+    const auto real = posix::ReaderPool::RealDisk();
+    const auto failing = [call](const auto& ask) {
+        return [=](const std::string& path) {
+            std::invoke_result_t<decltype(ask), const std::string&> result;
+            std::thread([&] {
+                if (Refuse({{call, 0, 0, EIO}})) {
+                    result = ask(path);
+                }
+            }).join();
+            return result;
+        };
+    };
+    return {failing(real.read), failing(real.list), [](int) { return FileSystemKind::Share; }, real.blocks};
+}
+
+TEST_F(FailingAheadTest, AFileThatItsReaderCouldNotReadIsReadByItsUser) {
+    const std::string path = Write("a.mp3", "bytes");
+    const auto pool = std::make_shared<posix::ReaderPool>(FailingDisk(SYS_pread64));
+    const auto ahead = CreatePosixReadAhead(pool)->Files({path}, Ahead::Contents);
+    ASSERT_TRUE(ahead->IsRead(path, Ahead::Contents, Long));
+    ASSERT_NE(pool->CurrentFile(path), nullptr);
+    const auto file = PosixFiles(pool).Open(path, BinaryFile::Access::Read);
+    std::string bytes(5, '\0');
+    EXPECT_EQ(file->ReadAt(0, std::as_writable_bytes(std::span(bytes))), 5U);
+    EXPECT_EQ(bytes, "bytes");
+}
+
+TEST_F(FailingAheadTest, AFolderThatItsReaderCouldNotListIsListedByItsUser) {
+    Write("a.mp3");
+    Write("below/b.mp3");
+    for (const long call : {SYS_getdents64, SYS_openat}) {
+        const auto pool = std::make_shared<posix::ReaderPool>(FailingDisk(call));
+        const auto ahead =
+            CreatePosixReadAhead(pool)->Walk({music.Path(), [](std::string_view) { return true; },
+                                              [](std::string_view) { return Ahead::Nothing; }});
+        const auto walk = CreatePosixFileSystem(pool)->GetFolder(music.Path());
+        for (const std::string& folder : {music.Path(), music / "below"}) {
+            ASSERT_TRUE(ahead->IsListed(folder, Long));
+            EXPECT_THAT(walk->List(folder).files, SizeIs(1));
+        }
+        EXPECT_THAT(walk->TakeSkipped(), IsEmpty());
+    }
 }
 
 class FewThreadsAheadTest : public ReadAheadTest {
