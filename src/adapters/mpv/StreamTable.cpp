@@ -11,43 +11,43 @@ constexpr std::size_t NumberBegin = 12; ///< After "quavernet://".
 
 // What the engine calls, from its own threads. No exception may reach it.
 
-PatientFile& FileOf(void* cookie) {
-    return **static_cast<std::shared_ptr<PatientFile>*>(cookie);
+OpenedStream& StreamOf(void* cookie) {
+    return *static_cast<OpenedStream*>(cookie);
 }
 
 std::int64_t ReadStream(void* cookie, char* bytes, std::uint64_t count) {
-    return FileOf(cookie).Read({bytes, static_cast<std::size_t>(count)});
+    return StreamOf(cookie).File()->Read({bytes, static_cast<std::size_t>(count)});
 }
 
 std::int64_t SeekStream(void* cookie, std::int64_t offset) {
     if (offset < 0) {
         return MPV_ERROR_GENERIC;
     }
-    FileOf(cookie).SeekTo(static_cast<std::uint64_t>(offset));
+    StreamOf(cookie).File()->SeekTo(static_cast<std::uint64_t>(offset));
     return offset;
 }
 
 std::int64_t SizeOfStream(void* cookie) {
-    const std::int64_t size = FileOf(cookie).Size();
+    const std::int64_t size = StreamOf(cookie).File()->Size();
     return size < 0 ? std::int64_t{MPV_ERROR_GENERIC} : size;
 }
 
 void CancelStream(void* cookie) {
-    FileOf(cookie).Cancel();
+    if (const std::shared_ptr<PatientFile> file = StreamOf(cookie).File()) {
+        file->Cancel();
+    }
 }
 
 void CloseStream(void* cookie) {
-    FileOf(cookie).Close();
-    delete static_cast<std::shared_ptr<PatientFile>*>(cookie);
+    StreamOf(cookie).Close();
 }
 
 int OpenStream(void* table, char* address, mpv_stream_cb_info* stream) {
-    std::shared_ptr<PatientFile> file = static_cast<StreamTable*>(table)->Open(address);
-    if (!file) {
+    // The engine can call a file off only after this: the file is opened meanwhile, and the first read waits.
+    stream->cookie = static_cast<StreamTable*>(table)->Open(address);
+    if (stream->cookie == nullptr) {
         return MPV_ERROR_LOADING_FAILED;
     }
-    // The engine can call a file off only after this: the file is opened meanwhile, and the first read waits.
-    stream->cookie = new std::shared_ptr<PatientFile>(std::move(file));
     stream->read_fn = ReadStream;
     stream->seek_fn = SeekStream;
     stream->size_fn = SizeOfStream;
@@ -57,6 +57,17 @@ int OpenStream(void* table, char* address, mpv_stream_cb_info* stream) {
 }
 
 } // namespace
+
+std::shared_ptr<PatientFile> OpenedStream::File() const {
+    const std::lock_guard lock(m_mutex);
+    return m_file;
+}
+
+void OpenedStream::Close() {
+    File()->Close();
+    const std::lock_guard lock(m_mutex);
+    m_file.reset();
+}
 
 void StreamTable::Register(const Library& library, mpv_handle* engine) {
     library.stream_cb_add_ro(engine, Protocol, this, OpenStream);
@@ -79,7 +90,7 @@ std::shared_ptr<PatientFile> StreamTable::Opened(std::uint64_t number) const {
     return entry == m_entries.end() ? nullptr : entry->second.file;
 }
 
-std::shared_ptr<PatientFile> StreamTable::Open(const std::string& address) {
+OpenedStream* StreamTable::Open(const std::string& address) {
     std::uint64_t number = 0;
     const char* end = address.data() + address.size();
     if (address.size() <= NumberBegin ||
@@ -93,7 +104,7 @@ std::shared_ptr<PatientFile> StreamTable::Open(const std::string& address) {
     }
     entry->second.file = std::make_shared<PatientFile>(m_files, entry->second.path);
     entry->second.file->Begin();
-    return entry->second.file;
+    return &m_streams.emplace_back(entry->second.file);
 }
 
 } // namespace quavernet::mpv

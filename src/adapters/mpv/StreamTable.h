@@ -7,12 +7,31 @@
 #include "adapters/mpv/PatientFile.h"
 
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <utility>
 
 namespace quavernet::mpv {
+
+/// What the engine holds of a file from its opening on. The engine may call a file off while another of its
+/// threads closes it, and shortly after: so this stays when the file has gone.
+class OpenedStream {
+public:
+    explicit OpenedStream(std::shared_ptr<PatientFile> file) : m_file(std::move(file)) {}
+
+    /// Null once it was closed.
+    std::shared_ptr<PatientFile> File() const;
+
+    /// Once, when no other call but File is under way.
+    void Close();
+
+private:
+    mutable std::mutex m_mutex;
+    std::shared_ptr<PatientFile> m_file;
+};
 
 /// Outlives the engine, whose threads ask it.
 class StreamTable {
@@ -30,7 +49,7 @@ public:
     std::shared_ptr<PatientFile> Opened(std::uint64_t number) const;
 
     /// For the engine's callbacks: begins to open the file of an address; nullptr if there is no such file.
-    std::shared_ptr<PatientFile> Open(const std::string& address);
+    OpenedStream* Open(const std::string& address);
 
 private:
     struct Entry {
@@ -41,6 +60,7 @@ private:
     UserFiles& m_files;
     mutable std::mutex m_mutex; ///< The engine opens files from threads of its own.
     std::map<std::uint64_t, Entry> m_entries;
+    std::deque<OpenedStream> m_streams; ///< All that were opened: a few bytes for each that is closed.
 };
 
 } // namespace quavernet::mpv
