@@ -175,7 +175,7 @@ private:
     // QueueEdit.cpp
     void RemoveSelected();
     bool BeginAdding();
-    void AddFolder(const std::string& folder);
+    void AddFolder(const std::string& folder); // Lets events run if the folder can't be listed at once.
     void SavePlaylist(const std::string& path);
     void WriteEntries(PlaylistWriter& playlist) const;
 

@@ -12,6 +12,7 @@
 #include "playback/PlaylistWriter.h"
 #include "playback/ShuffledOrder.h"
 #include "scanner/FolderOrder.h"
+#include "scanner/WaitForRead.h"
 
 #include <algorithm>
 
@@ -117,15 +118,24 @@ void PlayQueue::mnuAddFolder_Click() {
         if (!IsExcludedFolder(*folder)) {
             AddFolder(*folder);
         }
-        if (wasEmpty) {
+        if (wasEmpty && m_loaded) {
             Start(1, Origin::Player);
         }
     });
 }
 
-// Only the folder's own files, and only those whose extension is in lower case.
+// Only the folder's own files, and only those whose extension is in lower case. The folder may lie on a share
+// that hangs: events run until it can be listed, and who closes the window ends the wait.
 void PlayQueue::AddFolder(const std::string& folder) {
     const auto walk = services.fileSystem->GetFolder(folder);
+    FolderAhead ahead(walk->Path());
+    const auto letEventsRun = [this] {
+        LetEventsRun();
+        return m_loaded;
+    };
+    if (!ahead.WaitForIt(letEventsRun)) {
+        return;
+    }
     std::vector<FolderFile> files = walk->List(walk->Path()).files;
     std::sort(files.begin(), files.end(), ComesBefore);
     for (const FolderFile& file : files) {

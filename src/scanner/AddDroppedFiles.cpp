@@ -53,7 +53,7 @@ void AddUnknown(const std::vector<std::string>& paths, ScanDriver& driver, std::
 } // namespace
 
 FileFacts InspectDroppedFile(const std::string& path, CurrentFile& file, NewFilesAhead& ahead) {
-    ahead.WaitFor(path);
+    ahead.WaitForContents(path);
     // CurrentFileName is still that of the file before, and a file without a tag is named after it. An Ogg
     // file goes this way too: it has no frame header, so its bit rate and length are 0.
     // Anything but a plain file isn't opened, since that alone makes some devices act; its facts then fail.

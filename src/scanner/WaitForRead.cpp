@@ -16,20 +16,28 @@ namespace {
 constexpr std::chrono::milliseconds FirstWaitTime{10};
 constexpr std::chrono::milliseconds WaitStep{10};
 
-// Committed before the wait: another program may write while this one waits for a disk that hangs.
-template <typename Ask> bool WaitInSteps(const ScanRun& run, const Ask& ask) {
+// Committed before the wait: another program may write while this one waits for a disk that hangs. False if
+// `letEventsRun` has ended it.
+template <typename Ask, typename Events> bool WaitInSteps(const Ask& ask, const Events& letEventsRun) {
     if (ask(FirstWaitTime)) {
         return true;
     }
     mainModule.Connection->Commit();
     do {
-        run.work.DoEvents();
+        const bool goesOn = letEventsRun();
         mainModule.Connection->Commit(); // What a handler has written.
-        if (run.work.Cancelled()) {
+        if (!goesOn) {
             return false;
         }
     } while (!ask(WaitStep));
     return true;
+}
+
+template <typename Ask> bool WaitInScan(const ScanRun& run, const Ask& ask) {
+    return WaitInSteps(ask, [&] {
+        run.work.DoEvents();
+        return !run.work.Cancelled();
+    });
 }
 
 } // namespace
@@ -47,27 +55,41 @@ std::unique_ptr<FilesAhead> WalkAheadOf(const ScanRun& run, const std::string& f
 
 bool WaitForFolder(const ScanRun& run, FilesAhead* ahead, const std::string& folder) {
     return ahead == nullptr ||
-           WaitInSteps(run, [&](std::chrono::milliseconds most) { return ahead->IsListed(folder, most); });
+           WaitInScan(run, [&](std::chrono::milliseconds most) { return ahead->IsListed(folder, most); });
 }
 
 bool WaitForFile(const ScanRun& run, FilesAhead* ahead, const std::string& path, Ahead part) {
     return ahead == nullptr ||
-           WaitInSteps(run, [&](std::chrono::milliseconds most) { return ahead->IsRead(path, part, most); });
+           WaitInScan(run, [&](std::chrono::milliseconds most) { return ahead->IsRead(path, part, most); });
 }
 
-void NewFilesAhead::WaitFor(const std::string& path) {
+FolderAhead::FolderAhead(std::string folder) : m_folder(std::move(folder)) {
+    if (services.readAhead != nullptr) {
+        m_ahead = services.readAhead->Walk({m_folder, [](std::string_view) { return false; },
+                                            [](std::string_view) { return Ahead::Nothing; }});
+    }
+}
+
+bool FolderAhead::WaitForIt(const std::function<bool()>& letEventsRun) {
+    return m_ahead == nullptr ||
+           WaitInSteps([&](std::chrono::milliseconds most) { return m_ahead->IsListed(m_folder, most); },
+                       letEventsRun);
+}
+
+void NewFilesAhead::WaitFor(const std::string& path, Ahead part) {
     if (!std::exchange(m_hasBegun, true) && services.readAhead != nullptr) {
         std::vector<std::string> paths;
         IgnoreFailure([&] { paths = m_toCome(); });
         m_files = services.readAhead->Files(std::move(paths), Ahead::Unsure);
     }
-    if (m_files == nullptr || m_files->IsRead(path, Ahead::Contents, FirstWaitTime)) {
+    if (m_files == nullptr) {
         return;
     }
-    do {
-        services.events->DoEvents();
-        mainModule.Connection->Commit(); // What a handler has written.
-    } while (!m_files->IsRead(path, Ahead::Contents, WaitStep));
+    WaitInSteps([&](std::chrono::milliseconds most) { return m_files->IsRead(path, part, most); },
+                [] {
+                    services.events->DoEvents();
+                    return true;
+                });
 }
 
 } // namespace quavernet

@@ -1,4 +1,5 @@
-// How scan, drops and import wait for files that are read ahead: with the window alive and the library free.
+// How scan, drops, import and player wait for files and folders that are read ahead: with the window alive
+// and the library free.
 #pragma once
 
 #include "platform/ReadAhead.h"
@@ -25,18 +26,34 @@ std::unique_ptr<FilesAhead> WalkAheadOf(const ScanRun& run, const std::string& f
 bool WaitForFolder(const ScanRun& run, FilesAhead* ahead, const std::string& folder);
 bool WaitForFile(const ScanRun& run, FilesAhead* ahead, const std::string& path, Ahead part);
 
-/// The files of a drop or an import. Known ones are not opened, so that reading ahead begins at the first
-/// that is new.
+/// A folder that is listed alone; none of its files is opened. Lives until it has been listed.
+class FolderAhead {
+public:
+    explicit FolderAhead(std::string folder);
+
+    /// Waits until the folder can be listed without a wait. `letEventsRun` is called while it can't, and ends
+    /// the wait with false. Commits before if that takes long. Throws RuntimeError if that fails.
+    bool WaitForIt(const std::function<bool()>& letEventsRun);
+
+private:
+    std::string m_folder;
+    std::unique_ptr<FilesAhead> m_ahead;
+};
+
+/// The files of a drop or an import. Known ones are not opened: their contents are not read ahead.
 class NewFilesAhead {
 public:
     /// `toCome` gives the paths that follow, the next one first. Asked once, if at all.
     explicit NewFilesAhead(std::function<std::vector<std::string>()> toCome) : m_toCome(std::move(toCome)) {}
 
-    /// Waits until the file can be opened without a wait. The caller has committed what it has written. Lets
-    /// events run if that takes long.
-    void WaitFor(const std::string& path);
+    /// Waits until the file can be looked for, or opened, without a wait. If that takes long, commits what is
+    /// written and lets events run. Throws RuntimeError if that fails.
+    void WaitForFacts(const std::string& path) { WaitFor(path, Ahead::Facts); }
+    void WaitForContents(const std::string& path) { WaitFor(path, Ahead::Contents); }
 
 private:
+    void WaitFor(const std::string& path, Ahead part);
+
     std::function<std::vector<std::string>()> m_toCome;
     bool m_hasBegun = false;
     std::unique_ptr<FilesAhead> m_files;

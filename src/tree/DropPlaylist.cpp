@@ -48,6 +48,10 @@ std::string AddCategory(const std::string& baseName) {
     return LastCategoryId();
 }
 
+bool IsFileName(const std::string& line) {
+    return line.starts_with('/') && AudioKindOf(line) != AudioKind::None;
+}
+
 // The files that are named after so many lines, in order, for reading ahead: what the lines lead to is found
 // out when their turn comes.
 std::vector<std::string> FilesAfter(const std::string& playlist, std::size_t lines) {
@@ -57,7 +61,7 @@ std::vector<std::string> FilesAfter(const std::string& playlist, std::size_t lin
     while (text.Next(line)) {
         if (lines > 0) {
             --lines;
-        } else if (line.starts_with('/') && AudioKindOf(line) != AudioKind::None) {
+        } else if (IsFileName(line)) {
             files.push_back(line);
         }
     }
@@ -72,6 +76,7 @@ void DropPlaylist(DropRun& run) {
     const std::string baseName(DropRightCharacters(fileName, ExtensionLength));
     run.work.SetMousePointer(MousePointer::Hourglass);
     const std::string categoryId = AddCategory(baseName);
+    mainModule.Connection->Commit(); // As long as its failure is a silent one.
     TextLines lines(*services.files, path);
     CurrentFile file = mainModule.CurrentFile;
     std::string line;
@@ -91,6 +96,9 @@ void DropPlaylist(DropRun& run) {
         // Whether a line's file is there is asked with failures passed over, and this ends the drop's own way
         // with failures.
         run.failuresEndDrop = false;
+        if (IsFileName(line)) {
+            ahead.WaitForFacts(line);
+        }
         const std::string present = PlaylistFile(line);
         if (present.empty()) {
             ++run.skipped;

@@ -39,9 +39,12 @@ std::optional<std::string> AskForSource() {
 }
 
 // An audio file under its full path.
-bool IsPresent(const std::string& path) {
-    return path.starts_with('/') && AudioKindOf(path) != AudioKind::None &&
-           services.fileSystem->FileExists(path);
+bool IsPresent(const std::string& path, NewFilesAhead& ahead) {
+    if (!path.starts_with('/') || AudioKindOf(path) == AudioKind::None) {
+        return false;
+    }
+    ahead.WaitForFacts(path);
+    return services.fileSystem->FileExists(path);
 }
 
 class Import {
@@ -143,7 +146,7 @@ void Import::FileLine(const std::string& line) {
     if (InsertIfKnown(place, path, filename)) {
         return;
     }
-    if (!isText && !IsPresent(path)) {
+    if (!isText && !IsPresent(path, m_ahead)) {
         path = DecodeText(entry->Path);
         filename = DecodeText(entry->Filename);
         if (InsertIfKnown(place, path, filename)) {
@@ -199,7 +202,7 @@ bool Import::Store(const std::string& path) {
     m_file.CurrentPath = path;
     m_file.DetailsPath = path;
     mainModule.Connection->Commit(); // No other program waits while this file is looked for and read.
-    if (!IsPresent(path)) {
+    if (!IsPresent(path, m_ahead)) {
         return false;
     }
     AddDroppedFileToLibrary(path, m_file, m_ahead, m_driver);

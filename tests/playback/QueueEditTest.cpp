@@ -2,6 +2,7 @@
 
 #include "playback/ShuffledOrder.h"
 #include "support/FileSizeLimit.h"
+#include "support/SlowDisk.h"
 #include "support/TestFiles.h"
 
 #include <algorithm>
@@ -227,6 +228,55 @@ TEST_F(QueueEditTest, TheSystemsOwnFolderIsSkippedAndAMissingOneEndsTheCommand) 
     dialogs.folder = music / "missing";
     queue.mnuAddFolder_Click();
     EXPECT_EQ(queue.ListCount(), 0);
+}
+
+/// A folder of a share that answers when a test lets it.
+class QueueOnAShareTest : public QueueEditTest {
+protected:
+    QueueOnAShareTest() {
+        services.fileSystem = share.fileSystem.get();
+        services.readAhead = share.readAhead.get();
+        Write(music / "a.mp3");
+        Write(music / "b.wav");
+        dialogs.folder = music.Path();
+        share.disk.Hang(music.Path());
+    }
+
+    SlowServices share;
+};
+
+TEST_F(QueueOnAShareTest, AFolderThatHangsIsWaitedForWithTheWindowAliveAndTheLibraryFree) {
+    Execute("Insert into Categories (Category) values ('own')");
+    int waits = 0;
+    events.onDoEvents = [&] {
+        if (++waits == 3) {
+            OpenLibrary(libraryPath)->Execute("Insert into Categories (Category) values ('another')");
+            share.disk.LetGo();
+        }
+    };
+    queue.mnuAddFolder_Click();
+    EXPECT_GE(waits, 3);
+    EXPECT_THAT(Rows("Select Category from Categories"), ElementsAre("own", "another"));
+    EXPECT_THAT(Paths(), ElementsAre(music / "a.mp3", music / "b.wav"));
+    EXPECT_EQ(player.FileName(), music / "a.mp3");
+    EXPECT_THAT(share.disk.Reads(), IsEmpty()) << "no file is opened ahead";
+}
+
+TEST_F(QueueOnAShareTest, AWindowThatIsClosedEndsTheWaitForAFolder) {
+    events.onDoEvents = [&] { queue.Form_Unload(); };
+    queue.mnuAddFolder_Click();
+    EXPECT_EQ(queue.PathCount(), 0U);
+    EXPECT_EQ(player.FileName(), "");
+}
+
+TEST_F(QueueOnAShareTest, AFileThatIsAddedDuringTheWaitComesFirst) {
+    InEvents([&] {
+        dialogs.file = "/m/other.mp3";
+        queue.mnuAddFile_Click();
+        share.disk.LetGo();
+    });
+    queue.mnuAddFolder_Click();
+    EXPECT_THAT(Paths(), ElementsAre("/m/other.mp3", music / "a.mp3", music / "b.wav"));
 }
 
 // Drops.

@@ -33,9 +33,15 @@ public:
         const std::lock_guard lock(m_shared->mutex);
         m_shared->hanging.insert(path);
     }
+    /// To look for this file hangs from now on.
+    void HangLooks(const std::string& path) {
+        const std::lock_guard lock(m_shared->mutex);
+        m_shared->missing.insert(path);
+    }
     void LetGo() {
         const std::lock_guard lock(m_shared->mutex);
         m_shared->hanging.clear();
+        m_shared->missing.clear();
         m_shared->closesHang = false;
         m_shared->changed.notify_all();
     }
@@ -57,6 +63,9 @@ public:
     std::vector<std::string> Reads() const { return Copy(m_shared->reads); }
     std::vector<std::string> Listings() const { return Copy(m_shared->listings); }
 
+    /// What they have begun to look for, in plans of files.
+    std::vector<std::string> Looks() const { return Copy(m_shared->looks); }
+
     /// Waits until so many files have been begun.
     void AwaitReads(std::size_t count) const {
         std::unique_lock lock(m_shared->mutex);
@@ -71,7 +80,9 @@ private:
         std::mutex mutex;
         std::condition_variable changed;
         std::set<std::string> hanging;
+        std::set<std::string> missing; ///< To look for them hangs.
         std::vector<std::string> reads;
+        std::vector<std::string> looks;
         std::vector<std::string> listings;
         posix::FileSystemKind kind = posix::FileSystemKind::Share;
         std::atomic<bool> isCold = false;
@@ -79,11 +90,12 @@ private:
         std::atomic<std::uint64_t> blocks = 0;
         posix::ReaderPool::Disk real = posix::ReaderPool::RealDisk();
 
-        void Reach(const std::string& path, std::vector<std::string>& list) {
+        void Reach(const std::string& path, std::vector<std::string>& list,
+                   const std::set<std::string>& held) {
             std::unique_lock lock(mutex);
             list.push_back(path);
             changed.notify_all();
-            changed.wait(lock, [&] { return !hanging.contains(path); });
+            changed.wait(lock, [&] { return !held.contains(path); });
         }
         void Close() {
             std::unique_lock lock(mutex);
@@ -98,14 +110,18 @@ private:
     }
     static posix::ReaderPool::Disk DiskOf(const std::shared_ptr<Shared>& shared) {
         return {[shared](const std::string& path) {
-                    shared->Reach(path, shared->reads);
+                    shared->Reach(path, shared->reads, shared->hanging);
                     const auto file = shared->real.read(path);
                     return std::shared_ptr<posix::FileAhead>(
                         file.get(), [shared, file](posix::FileAhead*) { shared->Close(); });
                 },
                 [shared](const std::string& path) {
-                    shared->Reach(path, shared->listings);
+                    shared->Reach(path, shared->listings, shared->hanging);
                     return shared->real.list(path);
+                },
+                [shared](const std::string& path) {
+                    shared->Reach(path, shared->looks, shared->missing);
+                    return shared->real.look(path);
                 },
                 [shared](int fd) {
                     const auto kind = shared->real.kindOf(fd);

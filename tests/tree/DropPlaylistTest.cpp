@@ -1,5 +1,7 @@
 #include "tree/TreeDropTest.h"
 
+#include "support/SlowDisk.h"
+
 #include <cstring>
 #include <memory>
 #include <span>
@@ -318,6 +320,26 @@ TEST_F(DropPlaylistTest, AnotherPlaylistMayComeInside) {
         Rows("Select C.Category, FC.Filename, FC.Parent, FC.[Position] from FileCategories FC, Categories "
              "C where FC.Category_id = C.Category_id order by FC.Category_id"),
         ElementsAre("Party|a.mp3|Party|1", "Party1|b.mp3|Party|1"));
+}
+
+TEST_F(DropPlaylistTest, AFileThatAShareDoesNotAnswerForLeavesTheWindowAliveAndTheLibraryFree) {
+    const std::string a = KnownSong(11, "a.mp3");
+    const std::string b = KnownSong(12, "b.mp3");
+    SlowServices share;
+    services.fileSystem = share.fileSystem.get();
+    services.readAhead = share.readAhead.get();
+    share.disk.HangLooks(b);
+    int waits = 0;
+    events.onDoEvents = [&] {
+        if (++waits == 3) {
+            OpenLibrary(libraryPath)->Execute("Insert into Categories (Category) values ('another')");
+            share.disk.LetGo();
+        }
+    };
+    DropList("Party.m3u", a + "\n" + b + "\nrelative.mp3\n" + (music / "gone.mp3") + "\n");
+    EXPECT_GE(waits, 3);
+    EXPECT_THAT(Entries("Party"), ElementsAre("1 a.mp3", "2 b.mp3"));
+    EXPECT_THAT(share.disk.Reads(), IsEmpty()) << "known files are not opened";
 }
 
 } // namespace

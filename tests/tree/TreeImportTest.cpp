@@ -5,6 +5,7 @@
 #include "support/FailureNumber.h"
 #include "support/RecordingConnection.h"
 #include "support/ScanDoubles.h"
+#include "support/SlowDisk.h"
 #include "support/SmallAudio.h"
 #include "support/TestFiles.h"
 #include "support/TestLibrary.h"
@@ -441,6 +442,24 @@ TEST_F(TreeImportTest, AnotherImportInTheMiddleDisturbsNeither) {
     EXPECT_THAT(Rows("Select [Position], Parent, Filename from FileCategories"),
                 ElementsAre("1|Inner|two.mp3", "1|Outer|one.mp3", "2|Outer|two.mp3"));
     EXPECT_EQ(Count("Select File_id from Files"), 2);
+}
+
+TEST_F(TreeImportTest, AFileThatAShareDoesNotAnswerForLeavesTheWindowAliveAndTheLibraryFree) {
+    const std::string song = Mp3("a.mp3");
+    SlowServices share;
+    services.fileSystem = share.fileSystem.get();
+    services.readAhead = share.readAhead.get();
+    share.disk.HangLooks(song);
+    int waits = 0;
+    events.onDoEvents = [&] {
+        if (++waits == 3) {
+            OpenLibrary(libraryPath)->Execute("Insert into Categories (Category) values ('another')");
+            share.disk.LetGo();
+        }
+    };
+    Import("#Categories\nJazz\n#Files\n1,Jazz,a.mp3," + song + "\n");
+    EXPECT_GE(waits, 3);
+    EXPECT_THAT(Entries(), ElementsAre("1|Jazz|a.mp3|1|1"));
 }
 
 } // namespace

@@ -102,8 +102,17 @@ Ahead AheadPlan::Needed(const AheadFolder& folder, const AheadFile& file) const 
     if (file.wanted == Ahead::Contents || file.wanted == Ahead::Nothing) {
         return file.wanted;
     }
-    const bool isWorthIt = folder.kind == FileSystemKind::Share && !folder.path.empty();
-    return isWorthIt ? Ahead::Facts : Ahead::Nothing;
+    return MayFactsHang(folder, file) ? Ahead::Facts : Ahead::Nothing;
+}
+
+// In a plan of files only those facts are read that are asked for: its user may know the file, and ask for
+// nothing.
+bool AheadPlan::MayFactsHang(const AheadFolder& folder, const AheadFile& file) const {
+    if (!folder.path.empty()) {
+        return folder.kind == FileSystemKind::Share;
+    }
+    const bool isKnown = !m_known.empty() && FolderFromPath(file.name) == m_known;
+    return file.isLookedFor && (isKnown ? m_knownKind : folder.kind) == FileSystemKind::Share;
 }
 
 // What its user has come to is read however much is there already: it may be what nobody told of.
@@ -178,8 +187,9 @@ void AheadPlan::Finish(const AheadJob& job, AheadResult result, AheadRest& rest)
         folder.next = std::min(folder.next, job.file);
         m_isStuck = false;
     }
-    if (folder.path.empty() && result.kind == FileSystemKind::Memory) {
-        m_inMemory = FolderFromPath(file.name);
+    if (folder.path.empty()) {
+        m_known = FolderFromPath(file.name);
+        m_knownKind = result.kind;
     }
     NoteResult(result.blocks, rest);
 }
@@ -281,6 +291,8 @@ bool AheadPlan::AskFile(const std::string& path, Ahead part, AheadRest& rest) {
     }
     if (part == Ahead::Contents && !file.wasAsked) {
         WantContents(file);
+    } else if (part == Ahead::Facts && folder.path.empty() && !file.isLookedFor) {
+        WantFacts(file);
     }
     if (file.has >= Needed(folder, file)) {
         Keep(file, rest);
@@ -378,6 +390,13 @@ void AheadPlan::PassFile(AheadFile& file, AheadRest& rest) {
     }
 }
 
+void AheadPlan::WantFacts(AheadFile& file) {
+    AheadFolder& folder = *m_folders.front();
+    file.isLookedFor = true;
+    folder.next = std::min(folder.next, folder.passed);
+    m_isStuck = false;
+}
+
 // Files that are opened one after the other have others after them that will be. So as many are read ahead as
 // have been opened without a gap, and no file at all where none is opened.
 void AheadPlan::WantContents(AheadFile& file) {
@@ -442,7 +461,8 @@ void AheadPlan::Demote() {
 }
 
 bool AheadPlan::IsKnownInMemory(const AheadFolder& folder, const std::string& path) const {
-    return folder.path.empty() && !m_inMemory.empty() && FolderFromPath(path) == m_inMemory;
+    return folder.path.empty() && m_knownKind == FileSystemKind::Memory && !m_known.empty() &&
+           FolderFromPath(path) == m_known;
 }
 
 bool AheadPlan::IsAwaited(const AheadJob& job) const {

@@ -29,6 +29,7 @@ struct AheadFile {
     bool isHeld = false;        ///< Counted among those whose contents are held.
     bool isUnsure = false;      ///< Its contents are wanted because files before it were opened.
     bool wasAsked = false;      ///< For its contents.
+    bool isLookedFor = false;   ///< Its user has asked for its facts, in a plan of files.
     std::shared_ptr<FileAhead> file;
 };
 
@@ -141,6 +142,7 @@ private:
     using Folders = std::list<std::shared_ptr<AheadFolder>>;
 
     Ahead Needed(const AheadFolder& folder, const AheadFile& file) const;
+    bool MayFactsHang(const AheadFolder& folder, const AheadFile& file) const;
     std::optional<AheadJob> NextFile(const std::shared_ptr<AheadFolder>& folder);
     void PassFolders(Folders::iterator end, AheadRest& rest);
     void PassFiles(AheadFolder& folder, std::size_t end, AheadRest& rest);
@@ -148,6 +150,7 @@ private:
     void Uncount(AheadFolder& folder);
     void Keep(AheadFile& file, AheadRest& rest);
     AheadFile& Find(const std::string& path, AheadRest& rest);
+    void WantFacts(AheadFile& file);
     void WantContents(AheadFile& file);
     void Promote();
     void Demote();
@@ -164,8 +167,9 @@ private:
     Folders m_folders; ///< In the walk's order; the first is where its user is.
     std::shared_ptr<AheadFolder> m_currentFolder;
     std::deque<std::shared_ptr<FileAhead>> m_current; ///< Files that were asked for last.
-    std::string m_inMemory;      ///< A folder whose files lie in memory, in a plan of files.
-    std::size_t m_held = 0;      ///< Files with contents, or on their way to them.
+    std::string m_known; ///< The folder of the file that was read last, in a plan of files.
+    FileSystemKind m_knownKind = FileSystemKind::Share; ///< Its kind.
+    std::size_t m_held = 0;                             ///< Files with contents, or on their way to them.
     std::size_t m_listings = 0;  ///< Folders listed, or on their way to it, that its user has not come to.
     std::size_t m_busy = 0;      ///< Readers that work for it.
     std::size_t m_streak = 0;    ///< How many unsure files are read ahead.

@@ -46,6 +46,7 @@ ReaderPool::ReaderPool(Disk disk, std::size_t mostThreads)
 
 ReaderPool::Disk ReaderPool::RealDisk() {
     return {[](const std::string& path) { return std::make_shared<FileAhead>(path); }, &ListAhead,
+            [](const std::string& path) { return OpenPath(path, O_PATH); },
             [](int fd) { return KindOfFileSystem(fd); }, &BlocksOfThread};
 }
 
@@ -259,20 +260,21 @@ AheadResult ReaderPool::Do(const Task& task) const {
 
 AheadResult ReaderPool::Read(const AheadJob& job) const {
     AheadResult result;
-    if (job.part != Ahead::Contents) {
-        struct statx facts {};
-        QueryPath(job.path, facts);
-        return result;
-    }
+    const bool isOpened = job.part == Ahead::Contents;
     // Nobody has looked at what a path of a plan of files leads to.
     if (job.folder->path.empty()) {
-        const Descriptor place = OpenPath(job.path, O_PATH);
+        const Descriptor place = m_disk.look(job.path);
         result.kind = m_disk.kindOf(place.Get());
         if (place.IsOpen() && !MayBeOpened(place, result.kind)) {
             return result;
         }
+    } else if (!isOpened) {
+        struct statx facts {};
+        QueryPath(job.path, facts);
     }
-    result.file = m_disk.read(job.path);
+    if (isOpened) {
+        result.file = m_disk.read(job.path);
+    }
     return result;
 }
 

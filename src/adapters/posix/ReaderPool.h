@@ -22,6 +22,7 @@ public:
     struct Disk {
         std::function<std::shared_ptr<FileAhead>(const std::string& path)> read;
         std::function<std::unique_ptr<FolderListing>(const std::string& path)> list;
+        std::function<Descriptor(const std::string& path)> look; ///< What a path leads to, not opened.
         std::function<FileSystemKind(int fd)> kindOf;
         std::function<std::uint64_t()> blocks; ///< That any disk has given to the calling thread so far.
     };
