@@ -2,7 +2,9 @@
 
 #include "platform/Ascii.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <utility>
 
 namespace quavernet {
@@ -18,6 +20,12 @@ AudioKind AudioKindOf(std::string_view path) {
         }
     }
     return AudioKind::None;
+}
+
+std::vector<std::string> AudioFiles(std::span<const std::string> paths) {
+    std::vector<std::string> files;
+    std::copy_if(paths.begin(), paths.end(), std::back_inserter(files), &IsAudio);
+    return files;
 }
 
 } // namespace quavernet

@@ -35,7 +35,7 @@ constexpr int VolumeMargin = 200;
 
 // The first file decides about all of a drop.
 bool TakesFiles(const std::vector<std::string>& paths) {
-    return !paths.empty() && AudioKindOf(paths.front()) != AudioKind::None;
+    return !paths.empty() && IsAudio(paths.front());
 }
 
 } // namespace

@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <span>
 
 namespace quavernet {
 
@@ -38,10 +39,10 @@ bool AddIfUnknown(const std::string& path, CurrentFile& file, NewFilesAhead& ahe
 void AddUnknown(const std::vector<std::string>& paths, ScanDriver& driver, std::size_t& added) {
     CurrentFile file = mainModule.CurrentFile;
     std::int16_t index = 0;
-    NewFilesAhead ahead([&] { return std::vector<std::string>(paths.begin() + index - 1, paths.end()); });
+    NewFilesAhead ahead([&] { return AudioFiles(std::span(paths).subspan(index - 1U)); });
     for (const std::string& path : paths) {
         index = Narrow16(index + 1.0); // The list is counted in 16 bits.
-        if (AudioKindOf(path) != AudioKind::None && AddIfUnknown(path, file, ahead, driver)) {
+        if (IsAudio(path) && AddIfUnknown(path, file, ahead, driver)) {
             ++added;
             // File by file: a disk that is full at a later one takes back what has been gathered, and the
             // end of a drop is silent.
@@ -76,7 +77,7 @@ void AddDroppedFileToLibrary(const std::string& path, CurrentFile& file, NewFile
 bool WouldAddFiles(const std::vector<std::string>& paths) {
     std::size_t lookups = MostLookups;
     return std::ranges::any_of(paths, [&](const std::string& path) {
-        return AudioKindOf(path) != AudioKind::None && (lookups-- == 0 || !IsKnownPath(path));
+        return IsAudio(path) && (lookups-- == 0 || !IsKnownPath(path));
     });
 }
 

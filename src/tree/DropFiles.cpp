@@ -14,7 +14,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <iterator>
 #include <limits>
 #include <optional>
 #include <span>
@@ -22,16 +21,6 @@
 namespace quavernet {
 
 namespace {
-
-bool IsAudio(const std::string& path) {
-    return AudioKindOf(path) != AudioKind::None;
-}
-
-std::vector<std::string> AudioFiles(std::span<const std::string> paths) {
-    std::vector<std::string> files;
-    std::copy_if(paths.begin(), paths.end(), std::back_inserter(files), IsAudio);
-    return files;
-}
 
 std::string IdOfTarget(const std::string& category) {
     ADODB::Recordset rows;
@@ -152,7 +141,7 @@ void DropFiles(DropRun& run) {
         run.pos = Narrow16(static_cast<double>(run.node.Children) + 1);
     }
     const std::vector<std::string>& paths = run.request.Files;
-    const auto fileCount = std::count_if(paths.begin(), paths.end(), IsAudio);
+    const auto fileCount = std::count_if(paths.begin(), paths.end(), &IsAudio);
     CurrentFile file = mainModule.CurrentFile;
     std::size_t i = 0;
     NewFilesAhead ahead([&] { return AudioFiles(std::span(paths).subspan(i)); });

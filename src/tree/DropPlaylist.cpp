@@ -49,7 +49,7 @@ std::string AddCategory(const std::string& baseName) {
 }
 
 bool IsFileName(const std::string& line) {
-    return line.starts_with('/') && AudioKindOf(line) != AudioKind::None;
+    return line.starts_with('/') && IsAudio(line);
 }
 
 // The files that are named after so many lines, in order, for reading ahead: what the lines lead to is found

@@ -40,7 +40,7 @@ std::optional<std::string> AskForSource() {
 
 // An audio file under its full path.
 bool IsPresent(const std::string& path, NewFilesAhead& ahead) {
-    if (!path.starts_with('/') || AudioKindOf(path) == AudioKind::None) {
+    if (!path.starts_with('/') || !IsAudio(path)) {
         return false;
     }
     ahead.WaitForFacts(path);
@@ -219,7 +219,7 @@ std::vector<std::string> Import::FilesToCome() const {
     for (std::string line; lines.Next(line);) {
         const bool isFile = sections.Of(line) == ExchangeSection::Files;
         const std::optional<ExchangeEntry> entry = isFile ? SplitEntry(line) : std::nullopt;
-        if (++number >= m_lines && entry && AudioKindOf(entry->Path) != AudioKind::None) {
+        if (++number >= m_lines && entry && IsAudio(entry->Path)) {
             files.emplace_back(entry->Path);
         }
     }

@@ -6,6 +6,7 @@
 #include "support/RealFiles.h"
 #include "support/RecordingConnection.h"
 #include "support/ScanDoubles.h"
+#include "support/SlowDisk.h"
 #include "support/SmallAudio.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestLibrary.h"
@@ -132,6 +133,31 @@ TEST_F(AddDroppedFilesTest, OtherFilesArePassedOver) {
     Drop({text, list, noDot, "", "mp3", good});
     EXPECT_THAT(Names(), ElementsAre("song.mp3"));
     EXPECT_EQ(connection.StatementsOf("Select Path").size(), 1U);
+}
+
+TEST_F(AddDroppedFilesTest, OtherFilesAreNotReadAheadEither) {
+    SlowServices share;
+    services.fileSystem = share.fileSystem.get();
+    services.readAhead = share.readAhead.get();
+    std::vector<std::string> paths;
+    for (int i = 10; i < 30; ++i) {
+        paths.push_back(Mp3(std::to_string(i) + ".mp3"));
+        paths.push_back(music / std::to_string(i) + ".mkv");
+        WriteBytes(paths.back(), "film");
+    }
+    share.disk.Hang(music / "15.mp3");
+    int steps = 0;
+    events.onDoEvents = [&] {
+        if (share.disk.Reads().size() >= 10 || ++steps == 1000) {
+            share.disk.LetGo();
+        }
+    };
+    Drop(paths);
+    EXPECT_EQ(Count("Select * from Files"), 20);
+    EXPECT_LT(steps, 1000) << "files after the one that hung are read";
+    for (const std::string& path : share.disk.Reads()) {
+        EXPECT_TRUE(path.ends_with(".mp3")) << path;
+    }
 }
 
 TEST_F(AddDroppedFilesTest, TheExtensionCountsInAnyCase) {

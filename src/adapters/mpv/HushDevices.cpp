@@ -1,6 +1,7 @@
 #include "adapters/mpv/HushDevices.h"
 
 #include <cstdlib>
+#include <initializer_list>
 
 #include <dlfcn.h>
 

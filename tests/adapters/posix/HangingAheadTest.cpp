@@ -127,7 +127,8 @@ posix::ReaderPool::Disk FailingDisk(long call) {
             return result;
         };
     };
-    return {failing(real.read), failing(real.list), [](int) { return FileSystemKind::Share; }, real.blocks};
+    return {failing(real.read), failing(real.list), real.look, [](int) { return FileSystemKind::Share; },
+            real.blocks};
 }
 
 TEST_F(FailingAheadTest, AFileThatItsReaderCouldNotReadIsReadByItsUser) {
