@@ -66,6 +66,7 @@ struct MainModule {
     KeyCollection TreeNodeData;  ///< Keys of the expanded tree nodes.
     StartFaults TreeFaults;      ///< What was wrong with the tree when it was loaded first; see LoadTree.
     StartFaults ListFaults;      ///< Rows that the list could not have shown at the start; see ListFaults.h.
+    bool ListFaultsDue = false;  ///< They have yet to be noted.
     std::int32_t DetailsRow = 0; ///< Grid row from which the details dialog starts.
     std::int32_t GridCurrentRow = 0;
     std::int32_t GridTopRow = 0;

@@ -24,6 +24,8 @@ public:
     /// The heading and the first faults in one line; empty if there are none.
     std::string Text(const std::string& heading) const;
 
+    bool operator==(const StartFaults&) const = default;
+
 private:
     std::map<std::string, std::string> m_told; ///< By key and failure.
 };

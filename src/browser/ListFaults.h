@@ -1,10 +1,12 @@
 // Rows of the library that the list can't show: no size, no length, or one that is no such number. Those that
-// are there at the start are looked for by the start, and passed over by the loads and texts of the list.
+// are there at the start are noted by the first load of the list, or looked for by the start if it loads
+// none; later loads and the texts of the list pass over them.
 #pragma once
 
 #include "app/MainModule.h"
 #include "platform/RuntimeError.h"
 
+#include <cstdint>
 #include <string>
 
 namespace quavernet {
@@ -12,6 +14,10 @@ namespace quavernet {
 /// Notes the faults of the whole library, whatever the filters show of it (mainModule.ListFaults). Throws
 /// RuntimeError if the library can't be read.
 void FindListFaults();
+
+/// The same where it still has to be done (mainModule.ListFaultsDue), for a load of the list that has just
+/// read these rows: if they are all files of the library, nothing is read again.
+void NoteListFaults(const ADODB::RowBlock& rows, std::int64_t allFiles);
 
 /// What has been noted, in one line for the status bar; empty if there was none.
 std::string ListFaultsText();

@@ -112,6 +112,7 @@ ListResult LoadDatabase(const std::function<ListFilter()>& readFilter, const std
 
     auto data = std::make_shared<ListData>();
     data->Block = mainModule.Connection->Query(ListStatement(filter, list));
+    NoteListFaults(data->Block, allFiles);
     ListResult result;
     result.Totals.LibraryFiles = allFiles;
     result.Totals.TotalMegabytes = SelectRows(*data, filter, ProgressStep(allFiles), work);

@@ -68,9 +68,12 @@ void Main(StartView& start) {
     start.ShowSplash();
     start.Work().DoEvents();
     CheckDatabase(start.Work());
-    FindListFaults();
+    mainModule.ListFaultsDue = true;
     if (!mainModule.LoadOverSearch) {
         start.Views().LoadDatabase("");
+    }
+    if (mainModule.ListFaultsDue) { // No list was loaded.
+        FindListFaults();
     }
     start.Views().LoadTree();
     start.Work().DoEvents();

@@ -344,6 +344,20 @@ TEST_F(MainTest, LoadingOverTheSearchLeavesTheListEmpty) {
     EXPECT_EQ(log.back(), "panel 1: Bereit!");
 }
 
+TEST_F(MainTest, FaultsOfTheListAreNamedWhetherItIsLoadedOrNot) {
+    {
+        const auto library = OpenLibrary(libraryFolder / "Quavernet Database/Quavernet.db");
+        library->Execute("Insert into Files (Name, SizeInBytes) values ('x.mp3', 1)");
+    }
+    for (const bool overSearch : {false, true}) {
+        mainModule.ListFaults = StartFaults();
+        loadOverSearch = overSearch;
+        EXPECT_EQ(Start(), -1);
+        EXPECT_EQ(log.back(), "panel 1: Bereit! Fehler in der Liste: x.mp3 (94 - Invalid use of Null)");
+        EXPECT_FALSE(mainModule.ListFaultsDue);
+    }
+}
+
 TEST_F(MainTest, AMissingBrowserComponentEndsTheStart) {
     shell.browserVersion.reset();
     EXPECT_EQ(Start(), 0);
