@@ -1,9 +1,11 @@
 #!/usr/bin/python3
 """Prints what a screen reader gets from a running program, as one JSON text: each window with all that it shows.
 
-    accessible_tree.py APPLICATION [--windows | ROLE NAME]
+    accessible_tree.py APPLICATION [--windows | --window NUMBER | ROLE NAME]
 
-With --windows it looks no deeper than the windows. With a role and a name it does the first action of that object instead. Runs under the system's own Python, which the package python3-pyatspi is for."""
+With --windows it looks no deeper than the windows, with a number into that one alone of those that are shown, from 0: each
+object costs a dozen questions. With a role and a name it does the first action of that object instead. Runs under the
+system's own Python, which the package python3-pyatspi is for."""
 import json
 import sys
 
@@ -22,10 +24,23 @@ def told(item, depth=100):
         "description": item.description,
         "states": [name.lower() for name in TOLD_STATES if states.contains(getattr(pyatspi, "STATE_" + name))],
         "actions": actions(item),
-        "children": [told(item.getChildAtIndex(number), depth - 1)
-                     for number in range(min(item.childCount, MOST_CHILDREN) if depth else 0)
-                     if item.getChildAtIndex(number) is not None],
+        "children": [told(child, depth - 1) for child in (children(item) if depth else ())],
     }
+
+
+def children(item):
+    found = (item.getChildAtIndex(number) for number in range(min(item.childCount, MOST_CHILDREN)))
+    return [child for child in found if child is not None]
+
+
+def told_of_window(application, number):
+    """As told, but only one of the windows that are shown with what is in it."""
+    tree = told(application, 0)
+    windows = children(application)
+    shown = [window for window in windows if window.getState().contains(pyatspi.STATE_SHOWING)]
+    wanted = shown[number] if number < len(shown) else None
+    tree["children"] = [told(window, 100 if window is wanted else 0) for window in windows]
+    return tree
 
 
 def actions(item):
@@ -38,13 +53,10 @@ def actions(item):
 
 def press(item, role, name):
     """True if the object was there."""
-    if item is None:
-        return False
     if item.getRoleName() == role and item.name == name:
         item.queryAction().doAction(0)  # What it gives back is not the truth: the toolkit answers later.
         return True
-    return any(press(item.getChildAtIndex(number), role, name)
-               for number in range(min(item.childCount, MOST_CHILDREN)))
+    return any(press(child, role, name) for child in children(item))
 
 
 def main():
@@ -54,6 +66,9 @@ def main():
         if application is not None and application.name == sys.argv[1]:
             if sys.argv[2:] == ["--windows"]:
                 print(json.dumps(told(application, 1), ensure_ascii=False))
+                return 0
+            if sys.argv[2:3] == ["--window"]:
+                print(json.dumps(told_of_window(application, int(sys.argv[3])), ensure_ascii=False))
                 return 0
             if len(sys.argv) > 2:
                 return 0 if press(application, *sys.argv[2:]) else 1

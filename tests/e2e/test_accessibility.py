@@ -140,7 +140,7 @@ class AccessibilityTest(ProgramTest):
         """What the keys have opened: it and all in it has names, the role of its kind, and a way by the
         keyboard. Gives its name."""
         wait_until(f"the window of {keys}", lambda: self.windows()[before:])
-        tree = self.tree()
+        tree = self.tree("--window", str(before))
         opened = self.shown(tree)[before]
         self.assert_nothing_nameless(tree)
         self.assert_keyboard_reaches_what_acts(tree)
@@ -193,7 +193,7 @@ class AccessibilityTest(ProgramTest):
         wait_until("the details", lambda: len(self.windows()) == 2)
         self.press("push button", edit)
         wait_until("the fields", lambda: any("editable" in item["states"]
-                                             for item, _ in self.all(self.shown(self.tree())[1], "text")))
+                                             for item, _ in self.all(self.shown(self.tree("--window", "1"))[1], "text")))
         details = self.check_new_window(1, edit, "dialog", {"text", "combo box", "radio button"})
         self.desktop.close_window(f"^{details}$")
         self.desktop.activate(window)
