@@ -274,13 +274,28 @@ class ProgramTest(unittest.TestCase):
                                         restore_signals=False, preexec_fn=before_start)
 
     def start(self):
-        """Starts the program and gives its main window, once the start picture has gone."""
+        """Starts the program and gives its main window, once the start picture has gone and the start is through."""
         self.launch()
         window = self.desktop.window("^Quavernet - ")
         wait_until("the library", lambda: self.library.values("select count(*) from Genres"))
         wait_until("the start picture to go", lambda: self.main_is_alone())
+        wait_until("the start to be through", self.is_at_rest)
         self.desktop.activate(window)
         return window
+
+    def is_at_rest(self):
+        """Whether the program's first thread waits for events, and has done so for a moment: a thread that only waits for
+        a processor is not at rest."""
+        def looked_at():
+            with open(f"/proc/{self.program.pid}/stat", encoding="utf-8") as file:
+                state, *numbers = file.read().rsplit(")", 1)[1].split()
+            return state, numbers[10:12]  # And its processor time.
+        first = looked_at()
+        for _ in range(5):
+            time.sleep(0.05)
+            if looked_at() != first:
+                return False
+        return first[0] == "S"
 
     def main_is_alone(self):
         mine = self.desktop.ask("xdotool", "search", "--onlyvisible", "--pid", self.program.pid).split()
