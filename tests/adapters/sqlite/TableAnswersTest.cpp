@@ -3,6 +3,9 @@
 #include "support/EngineStatements.h"
 #include "support/TestLibrary.h"
 
+#include <chrono>
+#include <memory>
+
 #include <gtest/gtest.h>
 
 namespace quavernet::test {
@@ -98,6 +101,60 @@ TEST_F(TableAnswersTest, AnotherLibraryHasItsOwnAnswers) {
     EXPECT_EQ(Counted(), "1");
     mainModule.Connection->Open(ConnectionStart + copy);
     EXPECT_EQ(Counted(), "0");
+}
+
+/// The whole connection, which would hold a read for an hour.
+class AnswersInAReadTest : protected EngineStatements, public LibraryTest {
+protected:
+    AnswersInAReadTest() {
+        using namespace std::chrono_literals;
+        mainModule.Connection = CreateSqliteConnection(services.regional, 200ms, 1h);
+        mainModule.Connection->Open(ConnectionStart + libraryPath);
+    }
+    std::string Files() { return Value(FileCount); }
+    std::string Titles() { return Value("Select Count(*) from Titel"); }
+    void OtherAdds() {
+        m_other->Execute("Insert into Files (Name) values ('other')");
+        m_other->Execute("Insert into Titel (Name) values ('other')");
+        m_other->Commit();
+    }
+
+    static constexpr const char* FileCount = "Select Count(*) from Files";
+    std::unique_ptr<ADODB::Connection> m_other = OpenLibrary(libraryPath);
+};
+
+TEST_F(AnswersInAReadTest, AnAnswerThatWasKeptBeforeTheReadBeganIsAsOldAsTheRead) {
+    Titles();
+    EXPECT_EQ(Files(), "0");
+    Connection().Commit(); // Ends that read; its answer is kept.
+    OtherAdds();
+    EXPECT_EQ(Titles(), "1"); // The next one begins.
+    OtherAdds();
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(Files(), "1") << "neither of before the read nor of after it";
+        EXPECT_EQ(Titles(), "1");
+    }
+    EXPECT_EQ(CountOf(FileCount), 2);
+    Connection().Commit();
+    EXPECT_EQ(Files(), "2");
+    EXPECT_EQ(Titles(), "2");
+}
+
+TEST_F(AnswersInAReadTest, AnAnswerThatWasKeptInAReadDoesNotOutliveIt) {
+    Titles();
+    EXPECT_EQ(Files(), "0"); // In the read, as long as it lasts.
+    OtherAdds();
+    EXPECT_EQ(Files(), "0");
+    EXPECT_EQ(CountOf(FileCount), 1);
+    Connection().Commit();
+    EXPECT_EQ(Files(), "1");
+    Titles();
+    OtherAdds();
+    EXPECT_EQ(Files(), "1");
+    EXPECT_NO_THROW(Execute("Insert into Files (Name) values ('own')")) << "a write ends the read";
+    EXPECT_EQ(Files(), "3");
+    Connection().Commit();
+    EXPECT_EQ(Files(), "3");
 }
 
 } // namespace
