@@ -184,7 +184,7 @@ public:
     /// A number that is another one when another program has changed the library in between; what this one
     /// writes leaves it as it is. Inside a WriteLock it stays. Throws RuntimeError if the library can't be
     /// read.
-    virtual std::int64_t ChangesOfOthers() { return 0; }
+    virtual std::int64_t ChangesOfOthers() = 0;
 
     /// Begin and end of a WriteLock, which alone calls them, in pairs. LockWrites waits while another program
     /// writes, and throws RuntimeError if that takes too long or gathered statements can't be written.

@@ -20,6 +20,7 @@ public:
     ADODB::RowBlock Query(std::string_view) override { return ADODB::RowBlock(); }
     ADODB::RowBlock QueryFirst(std::string_view, std::size_t) override { return ADODB::RowBlock(); }
     void Commit() override {}
+    std::int64_t ChangesOfOthers() override { return 0; }
 
 private:
     Texts& m_log;

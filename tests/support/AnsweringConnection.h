@@ -29,6 +29,7 @@ public:
     }
     ADODB::RowBlock QueryFirst(std::string_view statement, std::size_t) override { return Query(statement); }
     void Commit() override {}
+    std::int64_t ChangesOfOthers() override { return 0; }
 
     /// An answer of one row of texts.
     void Answer(const std::string& statement, std::initializer_list<std::string_view> row) {

@@ -48,6 +48,7 @@ public:
         return m_real->QueryFirst(statement, most);
     }
     void Commit() override {}
+    std::int64_t ChangesOfOthers() override { return m_real->ChangesOfOthers(); }
     void LockWrites() override { m_real->LockWrites(); }
     void UnlockWrites() noexcept override { m_real->UnlockWrites(); }
 

@@ -229,6 +229,7 @@ public:
         }
         m_real->Commit();
     }
+    std::int64_t ChangesOfOthers() override { return m_real->ChangesOfOthers(); }
 
 private:
     std::unique_ptr<ADODB::Connection> m_real;

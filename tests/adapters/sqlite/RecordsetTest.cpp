@@ -19,6 +19,7 @@ public:
     ADODB::RowBlock Query(std::string_view) override { return m_rows; }
     ADODB::RowBlock QueryFirst(std::string_view, std::size_t) override { return m_rows; }
     void Commit() override {}
+    std::int64_t ChangesOfOthers() override { return 0; }
 
 private:
     ADODB::RowBlock m_rows;
