@@ -35,6 +35,52 @@ struct Seen {
     std::vector<std::string> skipped;
 };
 
+/// Knows what its user waits for.
+class WatchedReadAhead : public ReadAhead {
+public:
+    explicit WatchedReadAhead(ReadAhead& real) : m_real(real) {}
+
+    std::unique_ptr<FilesAhead> Walk(WalkAhead walk) override {
+        return Watched(m_real.Walk(std::move(walk)));
+    }
+    std::unique_ptr<FilesAhead> Files(std::vector<std::string> paths, Ahead wanted,
+                                      std::size_t kept) override {
+        return Watched(m_real.Files(std::move(paths), wanted, kept));
+    }
+
+    /// Asked in a call of DoEvents: whether that is a step of the wait for this file or folder.
+    bool WaitsFor(const std::string& path) const { return m_awaited == path; }
+
+private:
+    class WatchedFiles : public FilesAhead {
+    public:
+        WatchedFiles(std::unique_ptr<FilesAhead> real, std::string& awaited)
+            : m_real(std::move(real)), m_awaited(awaited) {}
+        bool IsListed(const std::string& folder, std::chrono::milliseconds most) override {
+            return Note(folder, m_real->IsListed(folder, most));
+        }
+        bool IsRead(const std::string& path, Ahead part, std::chrono::milliseconds most) override {
+            return Note(path, m_real->IsRead(path, part, most));
+        }
+
+    private:
+        bool Note(const std::string& path, bool isReady) {
+            m_awaited = isReady ? "" : path;
+            return isReady;
+        }
+
+        std::unique_ptr<FilesAhead> m_real;
+        std::string& m_awaited;
+    };
+
+    std::unique_ptr<FilesAhead> Watched(std::unique_ptr<FilesAhead> real) {
+        return real ? std::make_unique<WatchedFiles>(std::move(real), m_awaited) : nullptr;
+    }
+
+    ReadAhead& m_real;
+    std::string m_awaited;
+};
+
 class ScanAheadTest : public LibraryTest {
 protected:
     ScanAheadTest() {
@@ -67,7 +113,7 @@ protected:
         fs::create_symlink(music / "nowhere", music / "deep/gone.mp3");
         fs::create_directory_symlink(music / "album", music / "again");
     }
-    void ReadAheadOn() { services.readAhead = parts.readAhead.get(); }
+    void ReadAheadOn() { services.readAhead = &watched; }
 
     Seen Scan() {
         calls.clear();
@@ -98,14 +144,6 @@ protected:
         driver = std::make_unique<ScanDriver>(work, view, log, &oggPass);
     }
 
-    /// Asked in each call of DoEvents: whether the file is being read, and the scan waits for it.
-    bool WaitsFor(const std::string& path) {
-        const std::size_t sent = connection->statements.size();
-        callsWithoutStatement = sent == statementsBefore ? callsWithoutStatement + 1 : 0;
-        statementsBefore = sent;
-        const std::vector<std::string> reads = parts.disk.Reads();
-        return callsWithoutStatement > 5 && std::find(reads.begin(), reads.end(), path) != reads.end();
-    }
     /// The audio file that a walk comes to last in a folder.
     std::string LastSong(const std::string& folder) {
         const auto files = parts.fileSystem->GetFolder(music / folder)->List(music / folder).files;
@@ -123,10 +161,9 @@ protected:
 
     TemporaryFolder music;
     SlowServices parts;
+    WatchedReadAhead watched{*parts.readAhead};
     OggInfoReader oggInfo{parts.files};
     RecordingConnection* connection = nullptr;
-    std::size_t statementsBefore = 0;
-    int callsWithoutStatement = 0;
     CallList calls;
     LongWorkDouble work{calls};
     RecordingScanView view{calls};
@@ -181,7 +218,7 @@ TEST_F(ScanAheadTest, AScanCanBeCancelledWhileAFileHangs) {
     parts.disk.Hang(hanging);
     bool othersMayWrite = false;
     events.onDoEvents = [&] {
-        if (!othersMayWrite && WaitsFor(hanging)) {
+        if (!othersMayWrite && watched.WaitsFor(hanging)) {
             othersMayWrite = OthersMayWrite();
             work.SetCancelled(true);
         }
@@ -204,7 +241,7 @@ TEST_F(ScanAheadTest, WhatAHandlerWritesDuringAWaitKeepsNoOtherProgramFromWritin
         if (hasWritten && !othersMayWrite) {
             othersMayWrite = OthersMayWrite();
             parts.disk.LetGo();
-        } else if (!hasWritten && WaitsFor(hanging)) {
+        } else if (!hasWritten && watched.WaitsFor(hanging)) {
             mainModule.Connection->Execute("Insert into Categories (Category) values ('mine')");
             hasWritten = true;
         }
@@ -228,7 +265,7 @@ TEST_F(ScanAheadTest, AScanGoesOnWhenAFileThatHungIsThere) {
     ReadAheadOn();
     parts.disk.Hang(music / "album/20.mp3");
     events.onDoEvents = [&] {
-        if (WaitsFor(music / "album/20.mp3")) {
+        if (watched.WaitsFor(music / "album/20.mp3")) {
             parts.disk.LetGo();
         }
     };
@@ -239,7 +276,11 @@ TEST_F(ScanAheadTest, TheCountCanBeCancelledWhileAFolderHangs) {
     WriteMusic();
     ReadAheadOn();
     parts.disk.Hang(music / "deep");
-    events.onDoEvents = [&] { work.SetCancelled(parts.disk.Listings().size() > 1); };
+    events.onDoEvents = [&] {
+        if (watched.WaitsFor(music / "deep")) {
+            work.SetCancelled(true);
+        }
+    };
     const Seen seen = Scan();
     EXPECT_THAT(seen.rows, IsEmpty());
     EXPECT_EQ(seen.calls.back(), "title: Quavernet - letzter scan: -");
@@ -252,7 +293,7 @@ TEST_F(ScanAheadTest, AQuickScanCanBeCancelledWhileANewFileHangs) {
     parts.disk.Hang(music / "album/20.mp3");
     bool hung = false;
     events.onDoEvents = [&] {
-        if (!hung && WaitsFor(music / "album/20.mp3")) {
+        if (!hung && watched.WaitsFor(music / "album/20.mp3")) {
             hung = OthersMayWrite();
             work.SetCancelled(true);
         }
@@ -269,7 +310,7 @@ TEST_F(ScanAheadTest, TheOggPassCanBeCancelledWhileAFileHangs) {
     ReadAheadOn();
     std::vector<std::string> paths;
     events.onDoEvents = [&] {
-        if (!work.Cancelled() && WaitsFor(paths.back())) {
+        if (!work.Cancelled() && watched.WaitsFor(paths.back())) {
             work.SetCancelled(OthersMayWrite());
         }
     };
@@ -289,8 +330,7 @@ TEST_F(ScanAheadTest, ADropWaitsForAFileThatHangsWithTheWindowAlive) {
     parts.disk.Hang(music / "b.mp3");
     int waited = 0;
     events.onDoEvents = [&] {
-        const std::vector<std::string> reads = parts.disk.Reads();
-        if (std::find(reads.begin(), reads.end(), music / "b.mp3") != reads.end() && ++waited == 3) {
+        if (watched.WaitsFor(music / "b.mp3") && ++waited == 3) {
             EXPECT_TRUE(OthersMayWrite());
             parts.disk.LetGo();
         }

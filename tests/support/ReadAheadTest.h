@@ -15,6 +15,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 namespace quavernet::test {
@@ -42,6 +43,23 @@ protected:
         return parts.readAhead->Walk(
             {music.Path(), [](std::string_view) { return true; },
              [wanted](std::string_view name) { return name.ends_with(".mp3") ? wanted : Ahead::Nothing; }});
+    }
+
+    /// Asks for a file in steps, as a scan does, until it is read.
+    static bool IsReadInSteps(FilesAhead& ahead, const std::string& path) {
+        return Comes([&] { return ahead.IsRead(path, Ahead::Contents, std::chrono::milliseconds(10)); });
+    }
+
+    /// Whether it becomes true. Asked again and again.
+    template <typename Condition> static bool Comes(const Condition& condition) {
+        const auto end = std::chrono::steady_clock::now() + Long;
+        while (!condition()) {
+            if (std::chrono::steady_clock::now() > end) {
+                return false;
+            }
+            std::this_thread::yield();
+        }
+        return true;
     }
 
     /// What a file holds for whoever opens it, or its failure.

@@ -7,7 +7,10 @@
 #include "adapters/posix/PosixReadAhead.h"
 #include "adapters/posix/ReaderPool.h"
 
+#include <gtest/gtest.h>
+
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <memory>
@@ -66,11 +69,9 @@ public:
     /// What they have begun to look for, in plans of files.
     std::vector<std::string> Looks() const { return Copy(m_shared->looks); }
 
-    /// Waits until so many files have been begun.
-    void AwaitReads(std::size_t count) const {
-        std::unique_lock lock(m_shared->mutex);
-        m_shared->changed.wait(lock, [&] { return m_shared->reads.size() >= count; });
-    }
+    /// Wait until so many files, or folders, have been begun.
+    void AwaitReads(std::size_t count) const { Await(m_shared->reads, count); }
+    void AwaitListings(std::size_t count) const { Await(m_shared->listings, count); }
 
     std::shared_ptr<posix::ReaderPool> Pool() const { return m_pool; }
 
@@ -128,6 +129,12 @@ private:
                     return kind == posix::FileSystemKind::Kernel ? kind : shared->kind;
                 },
                 [shared] { return shared->isCold ? ++shared->blocks : shared->blocks.load(); }};
+    }
+    void Await(const std::vector<std::string>& list, std::size_t count) const {
+        std::unique_lock lock(m_shared->mutex);
+        ASSERT_TRUE(
+            m_shared->changed.wait_for(lock, std::chrono::minutes(1), [&] { return list.size() >= count; }))
+            << list.size() << " begun of " << count;
     }
     std::vector<std::string> Copy(const std::vector<std::string>& list) const {
         const std::lock_guard lock(m_shared->mutex);

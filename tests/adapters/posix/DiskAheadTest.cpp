@@ -80,10 +80,15 @@ TEST_F(DiskAheadTest, FromTheFirstFileThatComesFromTheDiskOnThoseToComeAreReadAh
 }
 
 TEST_F(DiskAheadTest, ReadingAheadEndsWhenAllComesFromMemoryAgain) {
-    WriteMany("zero", 3000);
-    Scan([&](const std::string&) { disk.disk.SetCold(visited.size() < 40); });
-    EXPECT_THAT(disk.disk.Reads(), SizeIs(::testing::AllOf(::testing::Gt(0U), ::testing::Lt(1500U))));
-    EXPECT_THAT(visited, SizeIs(3000 + 7 * 30));
+    WriteMany("zero", 1000);
+    Scan([&](const std::string&) {
+        disk.disk.SetCold(visited.size() < 40);
+        if (visited.size() == 39) {
+            disk.disk.AwaitReads(1);
+        }
+    });
+    EXPECT_THAT(disk.disk.Reads(), SizeIs(::testing::AllOf(::testing::Gt(0U), ::testing::Lt(600U))));
+    EXPECT_THAT(visited, SizeIs(1000 + 7 * 30));
 }
 
 TEST_F(DiskAheadTest, NobodyWaitsForAReaderOnceAllElseComesFromMemory) {
@@ -104,9 +109,7 @@ TEST_F(DiskAheadTest, NobodyWaitsForAReaderOnceAllElseComesFromMemory) {
         std::this_thread::sleep_for(milliseconds(100)); // Its user waits by then.
         disk.disk.LetGoOthers(first);
     });
-    const auto begin = std::chrono::steady_clock::now();
-    EXPECT_TRUE(ahead->IsRead(first, Ahead::Contents, milliseconds(10000)));
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, milliseconds(9000));
+    EXPECT_TRUE(ahead->IsRead(first, Ahead::Contents, Long)) << "its reader hangs for ever";
 }
 
 TEST_F(DiskAheadTest, NobodyWaitsForAReaderThatHasNotBegun) {

@@ -23,6 +23,16 @@ using ::testing::SizeIs;
 using HangingAheadTest = ReadAheadTest;
 using FailingAheadTest = ReadAheadTest;
 
+/// Asks for a file that hangs until `all` files have been begun, each by a reader that hangs, after the
+/// `before` ones. Nobody asks before a reader is at this one: that would bring one more.
+void HangReaders(const SlowDisk& disk, FilesAhead& ahead, const std::string& path, std::size_t before,
+                 std::size_t all) {
+    disk.AwaitReads(before + 1);
+    while (disk.Reads().size() < all) {
+        ASSERT_FALSE(ahead.IsRead(path, Ahead::Contents, milliseconds(1)));
+    }
+}
+
 TEST_F(HangingAheadTest, AFileThatHangsHoldsUpNoOther) {
     const std::vector<std::string> songs = WriteMany("songs", 60);
     parts.disk.Hang(songs.front());
@@ -39,12 +49,10 @@ TEST_F(HangingAheadTest, TheEndOfAWalkDoesNotWaitForFilesThatHang) {
     for (const std::string& song : songs) {
         parts.disk.Hang(song);
     }
-    for (int i = 0; i < 3; ++i) {
+    constexpr std::size_t Readers = posix::ReaderPool::MostReaders;
+    for (std::size_t i = 0; i < 3; ++i) {
         auto ahead = parts.readAhead->Files(songs, Ahead::Contents);
-        while (parts.disk.Reads().size() <
-               (static_cast<std::size_t>(i) + 1) * posix::ReaderPool::MostReaders) {
-            EXPECT_FALSE(ahead->IsRead(songs.front(), Ahead::Contents, Short));
-        }
+        HangReaders(parts.disk, *ahead, songs.front(), i * Readers, (i + 1) * Readers);
         ahead.reset();
         EXPECT_EQ(parts.disk.Pool()->Readers(), 0U) << "all of them hang, and others will come";
     }
@@ -60,30 +68,24 @@ TEST_F(HangingAheadTest, WhatIsWantedNowFindsAReaderThoughAllOfThemHang) {
         parts.disk.Hang(song);
     }
     const auto outside = parts.readAhead->Files(songs, Ahead::Contents);
-    while (parts.disk.Reads().size() < posix::ReaderPool::MostReaders) {
-        EXPECT_FALSE(outside->IsRead(songs.front(), Ahead::Contents, Short));
-    }
+    HangReaders(parts.disk, *outside, songs.front(), 0, posix::ReaderPool::MostReaders);
     const std::string inner = Write("inner.mp3", "inner");
     const auto inside = parts.readAhead->Files({inner}, Ahead::Contents);
-    bool isRead = false;
-    for (int i = 0; i < 50 && !isRead; ++i) {
-        isRead = inside->IsRead(inner, Ahead::Contents, milliseconds(100));
-    }
-    EXPECT_TRUE(isRead);
+    EXPECT_TRUE(IsReadInSteps(*inside, inner));
     EXPECT_TRUE(IsHeld(inner));
 }
 
 TEST_F(HangingAheadTest, ClosesThatHangKeepNobodyFromReading) {
     const std::vector<std::string> songs = WriteMany("songs", 400);
-    parts.disk.HangCloses();
-    for (int i = 0; i < 3; ++i) {
-        const auto ahead = parts.readAhead->Files(songs, Ahead::Contents);
+    constexpr std::size_t Threads = 1000; // Each close may take one for itself.
+    SlowServices closing(FileSystemKind::Share, Threads);
+    closing.disk.HangCloses();
+    for (int i = 0; i < 2; ++i) {
+        const auto ahead = closing.readAhead->Files(songs, Ahead::Contents);
+        ASSERT_NE(ahead, nullptr);
         for (const std::string& song : songs) {
-            bool isRead = false;
-            for (int j = 0; j < 50 && !isRead; ++j) {
-                isRead = ahead->IsRead(song, Ahead::Contents, milliseconds(100));
-            }
-            ASSERT_TRUE(isRead) << song;
+            ASSERT_TRUE(IsReadInSteps(*ahead, song)) << song;
+            ASSERT_NE(closing.disk.Pool()->CurrentFile(song), nullptr);
         }
     }
 }
@@ -106,10 +108,13 @@ TEST_F(HangingAheadTest, TwoPiecesOfWorkRunSideBySide) {
 
 TEST_F(HangingAheadTest, TheReadersGoWhenNothingIsLeftToRead) {
     const std::vector<std::string> songs = WriteMany("songs", 40);
-    parts.readAhead->Files(songs, Ahead::Contents)->IsRead(songs.back(), Ahead::Contents, Long);
-    while (parts.disk.Pool()->Readers() > 0) {
-        std::this_thread::yield();
-    }
+    const std::weak_ptr<posix::ReaderPool> pool = parts.disk.Pool();
+    const long holders = pool.use_count();
+    auto ahead = parts.readAhead->Files(songs, Ahead::Contents);
+    ASSERT_TRUE(ahead->IsRead(songs.back(), Ahead::Contents, Long));
+    EXPECT_GT(pool.use_count(), holders);
+    ahead.reset();
+    EXPECT_TRUE(Comes([&] { return pool.use_count() == holders; })) << "each reader holds it";
     EXPECT_EQ(parts.disk.Pool()->Readers(), 0U);
 }
 
@@ -164,14 +169,6 @@ class FewThreadsAheadTest : public ReadAheadTest {
 protected:
     static constexpr std::size_t MostThreads = 4;
 
-    /// As many readers as may be hang at the first files of the plan from now on.
-    void HangAll(FilesAhead& ahead, std::size_t begun = 0) {
-        few.disk.AwaitReads(begun + 1);
-        while (few.disk.Reads().size() < begun + MostThreads) {
-            EXPECT_FALSE(ahead.IsRead(songs[begun], Ahead::Contents, Short));
-        }
-    }
-
     SlowServices few{FileSystemKind::Share, MostThreads};
     std::vector<std::string> songs = WriteMany("songs", 20);
 };
@@ -181,7 +178,7 @@ TEST_F(FewThreadsAheadTest, WhatNobodyCanReadAheadIsReadByItsUser) {
         few.disk.Hang(song);
     }
     auto ahead = few.readAhead->Files(songs, Ahead::Contents);
-    HangAll(*ahead);
+    HangReaders(few.disk, *ahead, songs[0], 0, MostThreads);
     EXPECT_EQ(few.disk.Pool()->Readers(), MostThreads);
     EXPECT_FALSE(ahead->IsRead(songs[3], Ahead::Contents, Short)) << "a reader is at it";
     EXPECT_TRUE(ahead->IsRead(songs[4], Ahead::Contents, Short));
@@ -191,9 +188,7 @@ TEST_F(FewThreadsAheadTest, WhatNobodyCanReadAheadIsReadByItsUser) {
     EXPECT_EQ(few.readAhead->Files(songs, Ahead::Contents), nullptr)
         << "all of them hang for one that has ended";
     few.disk.LetGo();
-    while (few.disk.Pool()->Readers() > 0 || !(ahead = few.readAhead->Files(songs, Ahead::Contents))) {
-        std::this_thread::yield();
-    }
+    ASSERT_TRUE(Comes([&] { return (ahead = few.readAhead->Files(songs, Ahead::Contents)) != nullptr; }));
     EXPECT_TRUE(ahead->IsRead(songs[0], Ahead::Contents, Long));
     EXPECT_NE(few.disk.Pool()->CurrentFile(songs[0]), nullptr);
 }
@@ -204,16 +199,14 @@ TEST_F(FewThreadsAheadTest, TheEndLeavesItsFilesToThoseThatHang) {
     }
     auto ahead = few.readAhead->Files(songs, Ahead::Contents);
     ASSERT_TRUE(ahead->IsRead(songs[0], Ahead::Contents, Long));
-    HangAll(*ahead, 1);
+    HangReaders(few.disk, *ahead, songs[1], 1, 1 + MostThreads);
     const std::weak_ptr<posix::FileAhead> open = few.disk.Pool()->CurrentFile(songs[0]);
     few.disk.HangCloses();
     ahead.reset(); // To close a file here would hang.
     EXPECT_EQ(few.disk.Pool()->Readers(), 0U);
     EXPECT_FALSE(open.expired());
     few.disk.LetGo();
-    while (!open.expired()) {
-        std::this_thread::yield();
-    }
+    EXPECT_TRUE(Comes([&] { return open.expired(); }));
 }
 
 } // namespace

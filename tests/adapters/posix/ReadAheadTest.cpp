@@ -274,7 +274,7 @@ TEST_F(ReadAheadTest, APathThatNobodyToldOfIsReadWhenAsManyFilesAsMayBeAreOpen) 
     const auto ahead = parts.readAhead->Files(songs, Ahead::Contents);
     EXPECT_FALSE(ahead->IsRead(songs[0], Ahead::Contents, Short));
     parts.disk.AwaitReads(128);
-    EXPECT_TRUE(ahead->IsRead(other, Ahead::Contents, milliseconds(5000)));
+    EXPECT_TRUE(ahead->IsRead(other, Ahead::Contents, Long));
     EXPECT_EQ(Contents(other), "not told");
 }
 
@@ -284,12 +284,10 @@ TEST_F(ReadAheadTest, AFolderThatALinkLeadsToIsListedWhenAsManyOthersAsMayBeAre)
     }
     const auto ahead = Walk(Ahead::Nothing);
     ASSERT_TRUE(ahead->IsListed(music.Path(), Long));
-    while (parts.disk.Listings().size() < 32) {
-        std::this_thread::yield();
-    }
+    parts.disk.AwaitListings(32);
     const TemporaryFolder outside;
     fs::create_directory_symlink(outside.Path(), music / "link");
-    EXPECT_TRUE(ahead->IsListed(music / "link", milliseconds(5000)));
+    EXPECT_TRUE(ahead->IsListed(music / "link", Long));
 }
 
 TEST_F(ReadAheadTest, AFolderThatIsListedLateIsReadThoughOthersAfterItHaveBeenReadToTheLimit) {
@@ -303,7 +301,7 @@ TEST_F(ReadAheadTest, AFolderThatIsListedLateIsReadThoughOthersAfterItHaveBeenRe
     parts.disk.AwaitReads(128);
     parts.disk.LetGo();
     ASSERT_TRUE(ahead->IsListed(first, Long));
-    EXPECT_TRUE(ahead->IsRead(fs::directory_iterator(first)->path(), Ahead::Contents, milliseconds(5000)));
+    EXPECT_TRUE(ahead->IsRead(fs::directory_iterator(first)->path(), Ahead::Contents, Long));
 }
 
 TEST_F(ReadAheadTest, ALinkToAFileOfTheKernelIsNotOpened) {
