@@ -12,12 +12,6 @@ namespace {
 // Folders that are looked through for something to read.
 constexpr std::size_t FoldersLookedAt = 64;
 
-// Things from memory after which a plan falls asleep; files between two looks at what the disk has given, and
-// the most of them; a folder counts as so many.
-constexpr std::size_t UntilSleep = 64;
-constexpr std::size_t ShortestInterval = 8;
-constexpr std::size_t LongestInterval = 1024;
-
 std::string PathOf(const AheadFolder& folder, const AheadFile& file) {
     return folder.path.empty() ? file.name : WithFinalSlash(folder.path) + file.name;
 }
@@ -36,16 +30,15 @@ std::string_view NameIn(const AheadFolder& folder, std::string_view path) {
 } // namespace
 
 AheadPlan::AheadPlan(WalkAhead walk, bool maySleep, const Limits& limits)
-    : m_walk(std::move(walk)), m_limits(limits), m_maySleep(maySleep), m_isAsleep(maySleep),
-      m_interval(ShortestInterval) {
-    if (!m_isAsleep) {
+    : m_walk(std::move(walk)), m_limits(limits), m_sleep(maySleep) {
+    if (!maySleep) {
         m_folders.push_back(std::make_shared<AheadFolder>());
         m_folders.back()->path = m_walk.folder;
     }
 }
 
 AheadPlan::AheadPlan(std::vector<std::string> paths, Ahead wanted, const Limits& limits)
-    : m_limits(limits), m_interval(ShortestInterval) {
+    : m_limits(limits), m_sleep(false) {
     auto folder = std::make_shared<AheadFolder>();
     folder->isListed = true;
     folder->files.reserve(paths.size());
@@ -57,24 +50,11 @@ AheadPlan::AheadPlan(std::vector<std::string> paths, Ahead wanted, const Limits&
     m_folders.push_back(std::move(folder));
 }
 
+// Awake it goes from the first folder down to where its user is: what lies before that is over.
 void AheadPlan::NoteBlocks(const std::function<std::uint64_t()>& blocks, bool isFolder) {
-    const std::size_t step = isFolder ? ShortestInterval : 1;
-    if (m_blocks && m_untilLook > step) {
-        m_untilLook -= step;
+    if (!m_sleep.Wakes(blocks, isFolder)) {
         return;
     }
-    m_untilLook = m_interval;
-    const std::uint64_t now = blocks();
-    if (now > std::exchange(m_blocks, now).value_or(now)) {
-        Wake();
-    }
-}
-
-// Goes from the first folder down to where its user is: what lies before that is over.
-void AheadPlan::Wake() {
-    m_isAsleep = false;
-    m_hasMetDisk = false;
-    m_fromMemory = 0;
     m_isStuck = false;
     m_folders.push_back(std::make_shared<AheadFolder>());
     m_folders.back()->path = m_walk.folder;
@@ -82,16 +62,10 @@ void AheadPlan::Wake() {
 }
 
 void AheadPlan::NoteResult(std::uint64_t blocks, AheadRest& rest) {
-    m_hasMetDisk = m_hasMetDisk || blocks > 0;
-    m_fromMemory = blocks > 0 ? 0 : m_fromMemory + 1;
-    if (!m_maySleep || m_isAsleep || m_fromMemory < UntilSleep) {
-        return;
+    if (m_sleep.FallsAsleep(blocks)) {
+        PassFolders(m_folders.end(), rest);
+        m_currentFolder.reset();
     }
-    PassFolders(m_folders.end(), rest);
-    m_currentFolder.reset();
-    m_isAsleep = true;
-    m_blocks.reset();
-    m_interval = m_hasMetDisk ? ShortestInterval : std::min(2 * m_interval, LongestInterval);
 }
 
 // On a disk the facts cost no more than to ask for them ahead.
@@ -246,7 +220,7 @@ void AheadPlan::FinishOnTheWay(Folders::iterator here, AheadResult& result) {
 
 bool AheadPlan::AskFolder(const std::string& path, AheadRest& rest) {
     m_place = path;
-    if (m_isAsleep) {
+    if (IsAsleep()) {
         return true;
     }
     const auto isIt = [&](const auto& folder) { return folder->path == path; };
@@ -280,7 +254,7 @@ bool AheadPlan::MoveWay(const std::string& path, AheadRest& rest) {
 }
 
 bool AheadPlan::AskFile(const std::string& path, Ahead part, AheadRest& rest) {
-    if (m_isAsleep) {
+    if (IsAsleep()) {
         return true;
     }
     AheadFile& file = Find(path, rest);
@@ -338,9 +312,9 @@ AheadFile& AheadPlan::Find(const std::string& path, AheadRest& rest) {
         std::find_if(m_folders.begin(), m_folders.end(), [](const auto& told) { return !told->isUntold; }),
         rest);
     const bool isInFirst = !m_folders.empty() && !NameIn(*m_folders.front(), path).empty();
-    const FileSystemKind kind = m_maySleep  ? FileSystemKind::Disk
-                                : isInFirst ? m_folders.front()->kind
-                                            : FileSystemKind::Share;
+    const FileSystemKind kind = m_sleep.MaySleep() ? FileSystemKind::Disk
+                                : isInFirst        ? m_folders.front()->kind
+                                                   : FileSystemKind::Share;
     m_folders.push_front(std::make_shared<AheadFolder>());
     AheadFolder& folder = *m_folders.front();
     folder.isUntold = true;

@@ -2,12 +2,12 @@
 // asked for, how far its user has come, and what has been read. ReaderPool keeps one for each and guards it.
 #pragma once
 
+#include "adapters/posix/AheadSleep.h"
 #include "adapters/posix/FileAhead.h"
 #include "adapters/posix/FileSystemKind.h"
 #include "adapters/posix/FolderListing.h"
 #include "platform/ReadAhead.h"
 
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -93,22 +93,11 @@ public:
     /// The questions that a reader asks while it lists a folder; empty in a plan of files.
     const WalkAhead& Walk() const { return m_walk; }
 
-    /// A plan sleeps as long as the system has all that its user asks for in memory: then a reader would only
-    /// cost. It begins asleep, and falls asleep when many things in a row came from memory.
-    bool IsAsleep() const { return m_isAsleep; }
+    /// A plan that sleeps has nothing to read, and is ready for whatever its user asks for.
+    bool IsAsleep() const { return m_sleep.IsAsleep(); }
 
-    /// Whether a plan that sleeps has nothing to say to one more file. Asked by its user's thread alone,
-    /// which needs no lock for it.
-    bool PassesAsleep() {
-        if (!m_isAsleep || m_untilLook <= 1) {
-            return false;
-        }
-        --m_untilLook;
-        return true;
-    }
-
-    /// For a plan that sleeps: its user has asked for something, and the disk has given its thread so many
-    /// blocks since it began. Wakes the plan if that number grows.
+    /// As AheadSleep tells.
+    bool PassesAsleep() { return m_sleep.PassesFile(); }
     void NoteBlocks(const std::function<std::uint64_t()>& blocks, bool isFolder);
 
     /// The next thing to read, or nothing for now.
@@ -158,7 +147,6 @@ private:
     void FinishListing(const AheadJob& job, AheadResult& result, AheadRest& rest);
     void FinishOnTheWay(Folders::iterator here, AheadResult& result);
     void NoteResult(std::uint64_t blocks, AheadRest& rest);
-    void Wake();
     bool MoveWay(const std::string& path, AheadRest& rest);
     bool IsKnownInMemory(const AheadFolder& folder, const std::string& path) const;
 
@@ -176,14 +164,8 @@ private:
     bool m_passedUnasked = true; ///< No file was opened, or an unsure one was passed since the last that was.
     bool m_isStuck = false;
 
-    bool m_maySleep = false;
-    std::atomic<bool> m_isAsleep = false;
-    std::string m_place;                   ///< The folder that was asked for last.
-    std::size_t m_fromMemory = 0;          ///< Things read in a row that the disk had to give nothing for.
-    bool m_hasMetDisk = false;             ///< Since it woke.
-    std::optional<std::uint64_t> m_blocks; ///< What its user's thread had got when it was looked at last.
-    std::size_t m_interval;                ///< Questions between two looks; more after each needless waking.
-    std::size_t m_untilLook = 0;           ///< The user's thread's own.
+    AheadSleep m_sleep;
+    std::string m_place; ///< The folder that was asked for last.
 };
 
 } // namespace quavernet::posix
