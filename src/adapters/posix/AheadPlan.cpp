@@ -12,21 +12,6 @@ namespace {
 // Folders that are looked through for something to read.
 constexpr std::size_t FoldersLookedAt = 64;
 
-std::string PathOf(const AheadFolder& folder, const AheadFile& file) {
-    return folder.path.empty() ? file.name : WithFinalSlash(folder.path) + file.name;
-}
-
-// The name that a file of the folder would have in it: empty if the path is that of no such file.
-std::string_view NameIn(const AheadFolder& folder, std::string_view path) {
-    if (folder.path.empty()) {
-        return path;
-    }
-    const std::size_t slash = folder.path.size() - (folder.path.ends_with('/') ? 1 : 0);
-    const bool isIn = path.size() > slash && path[slash] == '/' && path.starts_with(folder.path) &&
-                      path.find('/', slash + 1) == std::string_view::npos;
-    return isIn ? path.substr(slash + 1) : std::string_view();
-}
-
 } // namespace
 
 AheadPlan::AheadPlan(WalkAhead walk, bool maySleep, const Limits& limits)
@@ -43,9 +28,7 @@ AheadPlan::AheadPlan(std::vector<std::string> paths, Ahead wanted, const Limits&
     folder->isListed = true;
     folder->files.reserve(paths.size());
     for (std::string& path : paths) {
-        AheadFile& file = folder->files.emplace_back();
-        file.name = std::move(path);
-        file.wanted = wanted;
+        folder->files.emplace_back(std::move(path), wanted);
     }
     m_folders.push_back(std::move(folder));
 }
@@ -58,25 +41,27 @@ void AheadPlan::NoteBlocks(const std::function<std::uint64_t()>& blocks, bool is
     m_isStuck = false;
     m_folders.push_back(std::make_shared<AheadFolder>());
     m_folders.back()->path = m_walk.folder;
-    m_folders.back()->way = m_place;
+    m_folders.back()->leadsTo = m_place;
 }
 
-void AheadPlan::NoteResult(std::uint64_t blocks, AheadRest& rest) {
+void AheadPlan::NoteResult(std::uint64_t blocks, ToClose& toClose) {
     if (m_sleep.FallsAsleep(blocks)) {
-        PassFolders(m_folders.end(), rest);
+        PassFolders(m_folders.end(), toClose);
         m_currentFolder.reset();
     }
 }
 
-// On a disk the facts cost no more than to ask for them ahead.
+// What a reader is to read of a file: less than is wanted where that would only cost. On a disk the facts
+// cost no more than to ask for them ahead.
 Ahead AheadPlan::Needed(const AheadFolder& folder, const AheadFile& file) const {
-    if (folder.kind == FileSystemKind::Memory || folder.kind == FileSystemKind::Kernel) {
+    if (folder.kind == FileSystemKind::Memory || folder.kind == FileSystemKind::Kernel ||
+        file.want == Want::Nothing) {
         return Ahead::Nothing;
     }
-    if (file.wanted == Ahead::Contents || file.wanted == Ahead::Nothing) {
-        return file.wanted;
+    if (file.want == Want::Facts || file.want == Want::Unsure) {
+        return MayFactsHang(folder, file) ? Ahead::Facts : Ahead::Nothing;
     }
-    return MayFactsHang(folder, file) ? Ahead::Facts : Ahead::Nothing;
+    return Ahead::Contents;
 }
 
 // In a plan of files only those facts are read that are asked for: its user may know the file, and ask for
@@ -127,28 +112,28 @@ std::optional<AheadJob> AheadPlan::NextFile(const std::shared_ptr<AheadFolder>& 
         file.isBusy = true;
         file.isHeld = needed == Ahead::Contents;
         m_held += file.isHeld ? 1 : 0;
-        return AheadJob{folder, folder->next++, needed, PathOf(*folder, file)};
+        return AheadJob{folder, folder->next++, needed, folder->PathOf(file)};
     }
     return std::nullopt;
 }
 
-void AheadPlan::Finish(const AheadJob& job, AheadResult result, AheadRest& rest) {
+void AheadPlan::Finish(const AheadJob& job, AheadResult result, ToClose& toClose) {
     --m_busy;
     AheadFolder& folder = *job.folder;
     if (job.file == AheadJob::NoFile) {
         if (folder.isOver) {
-            rest.listings.push_back(std::move(result.listing));
+            toClose.listings.push_back(std::move(result.listing));
         } else {
-            FinishListing(job, result, rest);
+            FinishListing(job, result, toClose);
         }
-        NoteResult(result.blocks, rest);
+        NoteResult(result.blocks, toClose);
         return;
     }
     AheadFile& file = folder.files[job.file];
     file.isBusy = false;
     if (folder.isOver || job.file < folder.passed) {
-        rest.files.push_back(std::move(result.file));
-        NoteResult(result.blocks, rest);
+        toClose.files.push_back(std::move(result.file));
+        NoteResult(result.blocks, toClose);
         return;
     }
     file.has = job.part;
@@ -165,18 +150,18 @@ void AheadPlan::Finish(const AheadJob& job, AheadResult result, AheadRest& rest)
         m_known = FolderFromPath(file.name);
         m_knownKind = result.kind;
     }
-    NoteResult(result.blocks, rest);
+    NoteResult(result.blocks, toClose);
 }
 
-void AheadPlan::FinishListing(const AheadJob& job, AheadResult& result, AheadRest& rest) {
+void AheadPlan::FinishListing(const AheadJob& job, AheadResult& result, ToClose& toClose) {
     AheadFolder& folder = *job.folder;
     folder.isBusy = false;
     folder.isListed = true;
     folder.kind = result.kind;
     m_isStuck = false;
     const auto here = std::find(m_folders.begin(), m_folders.end(), job.folder);
-    if (!folder.way.empty()) { // Its user has listed it already.
-        rest.listings.push_back(std::move(result.listing));
+    if (!folder.leadsTo.empty()) { // Its user has listed it already.
+        toClose.listings.push_back(std::move(result.listing));
         FinishOnTheWay(here, result);
         return;
     }
@@ -195,14 +180,14 @@ void AheadPlan::FinishOnTheWay(Folders::iterator here, AheadResult& result) {
     const std::shared_ptr<AheadFolder> folder = *here;
     const auto after = std::next(here);
     Uncount(*folder);
-    const std::string way = std::exchange(folder->way, {});
+    const std::string target = std::exchange(folder->leadsTo, {});
     auto first = result.subFolders.begin();
     bool isFound = false;
-    if (folder->path == way) {
+    if (folder->path == target) {
         folder->files = std::move(result.files);
     } else {
         first = std::find_if(first, result.subFolders.end(), [&](const std::string& path) {
-            return way == path || way.starts_with(path + '/');
+            return target == path || target.starts_with(path + '/');
         });
         isFound = first != result.subFolders.end();
         first = isFound ? first : result.subFolders.begin();
@@ -213,19 +198,19 @@ void AheadPlan::FinishOnTheWay(Folders::iterator here, AheadResult& result) {
         const auto below = m_folders.insert(after, std::make_shared<AheadFolder>());
         (*below)->path = std::move(*path);
         if (path == first && isFound) {
-            (*below)->way = way;
+            (*below)->leadsTo = target;
         }
     }
 }
 
-bool AheadPlan::AskFolder(const std::string& path, AheadRest& rest) {
+bool AheadPlan::AskFolder(const std::string& path, ToClose& toClose) {
     m_place = path;
     if (IsAsleep()) {
         return true;
     }
     const auto isIt = [&](const auto& folder) { return folder->path == path; };
     auto found = std::find_if(m_folders.begin(), m_folders.end(), isIt);
-    if (found == m_folders.end() && MoveWay(path, rest)) {
+    if (found == m_folders.end() && MoveOnTheWay(path, toClose)) {
         return true;
     }
     if (found == m_folders.end()) { // Reached by a link.
@@ -233,43 +218,43 @@ bool AheadPlan::AskFolder(const std::string& path, AheadRest& rest) {
         (*found)->path = path;
         m_isStuck = false;
     }
-    PassFolders(found, rest);
+    PassFolders(found, toClose);
     m_currentFolder = *found;
     return m_currentFolder->isListed;
 }
 
 // A plan that has just woken may still be on its way to where its user was. The user does not wait for that.
-bool AheadPlan::MoveWay(const std::string& path, AheadRest& rest) {
+bool AheadPlan::MoveOnTheWay(const std::string& path, ToClose& toClose) {
     const auto onTheWay = [&](const auto& folder) {
-        return !folder->way.empty() && path.starts_with(folder->path == "/" ? "/" : folder->path + '/');
+        return !folder->leadsTo.empty() && path.starts_with(folder->path == "/" ? "/" : folder->path + '/');
     };
     const auto found = std::find_if(m_folders.begin(), m_folders.end(), onTheWay);
     if (found == m_folders.end()) {
         return false;
     }
-    PassFolders(found, rest);
-    (*found)->way = path;
+    PassFolders(found, toClose);
+    (*found)->leadsTo = path;
     m_currentFolder.reset();
     return true;
 }
 
-bool AheadPlan::AskFile(const std::string& path, Ahead part, AheadRest& rest) {
+bool AheadPlan::AskFile(const std::string& path, Ahead part, ToClose& toClose) {
     if (IsAsleep()) {
         return true;
     }
-    AheadFile& file = Find(path, rest);
+    AheadFile& file = Find(path, toClose);
     const AheadFolder& folder = *m_folders.front();
     if (folder.kind == FileSystemKind::Memory || folder.kind == FileSystemKind::Kernel ||
         IsKnownInMemory(folder, path)) {
         return true;
     }
-    if (part == Ahead::Contents && !file.wasAsked) {
-        WantContents(file);
+    if (part == Ahead::Contents && file.want != Want::Opened) {
+        NoteOpened(file);
     } else if (part == Ahead::Facts && folder.path.empty() && !file.isLookedFor) {
-        WantFacts(file);
+        NoteLookedFor(file);
     }
     if (file.has >= Needed(folder, file)) {
-        Keep(file, rest);
+        Keep(file, toClose);
         return true;
     }
     // A disk answers: nobody waits for a reader that has not begun.
@@ -280,58 +265,58 @@ bool AheadPlan::AskFile(const std::string& path, Ahead part, AheadRest& rest) {
     return false;
 }
 
-void AheadPlan::Keep(AheadFile& file, AheadRest& rest) {
+void AheadPlan::Keep(AheadFile& file, ToClose& toClose) {
     if (!file.file) {
         return;
     }
     m_current.push_back(std::move(file.file));
     if (m_current.size() > m_limits.kept) {
-        rest.files.push_back(std::move(m_current.front()));
+        toClose.files.push_back(std::move(m_current.front()));
         m_current.pop_front();
     }
 }
 
 // The file that is asked for is the first of the first folder then.
-AheadFile& AheadPlan::Find(const std::string& path, AheadRest& rest) {
+AheadFile& AheadPlan::Find(const std::string& path, ToClose& toClose) {
     for (auto folder = m_folders.begin(); folder != m_folders.end(); ++folder) {
-        const std::string_view name = NameIn(**folder, path);
+        const std::string_view name = (*folder)->NameOf(path);
         if (name.empty()) {
             break;
         }
         auto& files = (*folder)->files;
         for (std::size_t i = (*folder)->passed; i < files.size(); ++i) {
             if (files[i].name == name) {
-                PassFolders(folder, rest);
-                PassFiles(**folder, i, rest);
+                PassFolders(folder, toClose);
+                PassFiles(**folder, i, toClose);
                 return files[i];
             }
         }
     }
     // Nobody told of it.
-    PassFolders(
-        std::find_if(m_folders.begin(), m_folders.end(), [](const auto& told) { return !told->isUntold; }),
-        rest);
-    const bool isInFirst = !m_folders.empty() && !NameIn(*m_folders.front(), path).empty();
+    PassFolders(std::find_if(m_folders.begin(), m_folders.end(),
+                             [](const auto& told) { return !told->isForOneFile; }),
+                toClose);
+    const bool isInFirst = !m_folders.empty() && !m_folders.front()->NameOf(path).empty();
     const FileSystemKind kind = m_sleep.MaySleep() ? FileSystemKind::Disk
                                 : isInFirst        ? m_folders.front()->kind
                                                    : FileSystemKind::Share;
     m_folders.push_front(std::make_shared<AheadFolder>());
     AheadFolder& folder = *m_folders.front();
-    folder.isUntold = true;
+    folder.isForOneFile = true;
     folder.isListed = true;
     folder.kind = kind;
-    folder.files.emplace_back().name = path;
+    folder.files.emplace_back(path, Ahead::Nothing);
     return folder.files.front();
 }
 
-void AheadPlan::PassFolders(Folders::iterator end, AheadRest& rest) {
+void AheadPlan::PassFolders(Folders::iterator end, ToClose& toClose) {
     while (m_folders.begin() != end) {
         AheadFolder& folder = *m_folders.front();
-        PassFiles(folder, folder.files.size(), rest);
+        PassFiles(folder, folder.files.size(), toClose);
         folder.isOver = true;
         Uncount(folder);
         if (folder.listing) {
-            rest.listings.push_back(std::move(folder.listing));
+            toClose.listings.push_back(std::move(folder.listing));
         }
         m_folders.pop_front();
     }
@@ -343,28 +328,27 @@ void AheadPlan::Uncount(AheadFolder& folder) {
     }
 }
 
-void AheadPlan::PassFiles(AheadFolder& folder, std::size_t end, AheadRest& rest) {
+void AheadPlan::PassFiles(AheadFolder& folder, std::size_t end, ToClose& toClose) {
     for (; folder.passed < end; ++folder.passed) {
-        PassFile(folder.files[folder.passed], rest);
+        PassFile(folder.files[folder.passed], toClose);
     }
     folder.next = std::max(folder.next, folder.passed);
 }
 
-void AheadPlan::PassFile(AheadFile& file, AheadRest& rest) {
+void AheadPlan::PassFile(AheadFile& file, ToClose& toClose) {
     if (std::exchange(file.isHeld, false) && --m_held <= m_limits.files / 2) {
         m_isStuck = false;
     }
     if (file.file) {
-        rest.files.push_back(std::move(file.file));
+        toClose.files.push_back(std::move(file.file));
     }
-    const bool isUnsure = file.wanted == Ahead::Unsure || file.isUnsure;
-    if (isUnsure && !file.wasAsked && !m_passedUnasked) {
-        m_passedUnasked = true;
-        Demote();
+    if (file.IsUncertain() && !m_isRowBroken) {
+        m_isRowBroken = true;
+        TakeGuessesBack();
     }
 }
 
-void AheadPlan::WantFacts(AheadFile& file) {
+void AheadPlan::NoteLookedFor(AheadFile& file) {
     AheadFolder& folder = *m_folders.front();
     file.isLookedFor = true;
     folder.next = std::min(folder.next, folder.passed);
@@ -373,19 +357,18 @@ void AheadPlan::WantFacts(AheadFile& file) {
 
 // Files that are opened one after the other have others after them that will be. So as many are read ahead as
 // have been opened without a gap, and no file at all where none is opened.
-void AheadPlan::WantContents(AheadFile& file) {
+void AheadPlan::NoteOpened(AheadFile& file) {
     AheadFolder& folder = *m_folders.front();
-    const bool isUnsure = file.wanted == Ahead::Unsure || file.isUnsure;
-    file.wasAsked = true;
-    file.wanted = Ahead::Contents;
+    const bool wasUncertain = file.IsUncertain();
+    file.want = Want::Opened;
     folder.next = std::min(folder.next, folder.passed);
     m_isStuck = false;
-    if (!isUnsure) {
+    if (!wasUncertain) {
         return;
     }
-    const bool isNext = !std::exchange(m_passedUnasked, false);
-    m_streak = isNext ? std::clamp<std::size_t>(2 * m_streak, 1, m_limits.files) : 0;
-    Promote();
+    const bool isNext = !std::exchange(m_isRowBroken, false);
+    m_guesses = isNext ? std::clamp<std::size_t>(2 * m_guesses, 1, m_limits.files) : 0;
+    Guess();
 }
 
 // From the file after the current one on, as far as is known; `visit` ends it with false.
@@ -403,32 +386,30 @@ template <typename Visit> void AheadPlan::ForEachToCome(const Visit& visit) {
     }
 }
 
-void AheadPlan::Promote() {
-    std::size_t left = m_streak;
+void AheadPlan::Guess() {
+    std::size_t left = m_guesses;
     ForEachToCome([&](AheadFolder& folder, std::size_t i) {
         AheadFile& file = folder.files[i];
         if (left == 0) {
             return false;
         }
-        if (file.wanted == Ahead::Unsure) {
-            file.wanted = Ahead::Contents;
-            file.isUnsure = true;
+        if (file.want == Want::Unsure) {
+            file.want = Want::Guessed;
             folder.next = std::min(folder.next, i);
         }
-        left -= file.isUnsure ? 1 : 0;
+        left -= file.want == Want::Guessed ? 1 : 0;
         return true;
     });
 }
 
-void AheadPlan::Demote() {
+void AheadPlan::TakeGuessesBack() {
     ForEachToCome([](AheadFolder& folder, std::size_t i) {
         AheadFile& file = folder.files[i];
-        if (file.wanted == Ahead::Unsure) {
-            return false; // Those that were promoted come before it.
+        if (file.want == Want::Unsure) {
+            return false; // The guesses come before it.
         }
-        if (file.isUnsure && !file.isHeld) {
-            file.wanted = Ahead::Unsure;
-            file.isUnsure = false;
+        if (file.want == Want::Guessed && !file.isHeld) {
+            file.want = Want::Unsure;
         }
         return true;
     });
@@ -470,11 +451,11 @@ std::shared_ptr<FileAhead> AheadPlan::CurrentFile(const std::string& path) const
     return found == m_current.end() ? nullptr : *found;
 }
 
-void AheadPlan::Clear(AheadRest& rest) {
-    rest.files.insert(rest.files.end(), m_current.begin(), m_current.end());
+void AheadPlan::Clear(ToClose& toClose) {
+    toClose.files.insert(toClose.files.end(), m_current.begin(), m_current.end());
     m_current.clear();
     m_currentFolder.reset();
-    PassFolders(m_folders.end(), rest);
+    PassFolders(m_folders.end(), toClose);
 }
 
 } // namespace quavernet::posix

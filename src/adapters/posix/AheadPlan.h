@@ -2,10 +2,8 @@
 // asked for, how far its user has come, and what has been read. ReaderPool keeps one for each and guards it.
 #pragma once
 
+#include "adapters/posix/AheadFolder.h"
 #include "adapters/posix/AheadSleep.h"
-#include "adapters/posix/FileAhead.h"
-#include "adapters/posix/FileSystemKind.h"
-#include "adapters/posix/FolderListing.h"
 #include "platform/ReadAhead.h"
 
 #include <cstddef>
@@ -16,37 +14,9 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace quavernet::posix {
-
-struct AheadFile {
-    std::string name; ///< In its folder; the whole path in a plan of files.
-    Ahead wanted = Ahead::Nothing;
-    Ahead has = Ahead::Nothing; ///< Facts or Contents, once they have been read.
-    bool isBusy = false;        ///< A reader is at it.
-    bool isHeld = false;        ///< Counted among those whose contents are held.
-    bool isUnsure = false;      ///< Its contents are wanted because files before it were opened.
-    bool wasAsked = false;      ///< For its contents.
-    bool isLookedFor = false;   ///< Its user has asked for its facts, in a plan of files.
-    std::shared_ptr<FileAhead> file;
-};
-
-struct AheadFolder {
-    std::string path; ///< Empty: the names are whole paths.
-    std::string way;  ///< Not empty: what comes before this folder is over, so this one is only on the way.
-    FileSystemKind kind = FileSystemKind::Share;
-    bool isUntold = false; ///< For one file that was asked for and is in no other.
-    bool isListed = false;
-    bool isBusy = false;
-    bool isCounted = false;                 ///< Among those that are listed ahead.
-    bool isOver = false;                    ///< Its user has gone on.
-    std::unique_ptr<FolderListing> listing; ///< Until its user takes it.
-    std::vector<AheadFile> files;
-    std::size_t next = 0;   ///< No reader has to look at those before it.
-    std::size_t passed = 0; ///< Those before it are over.
-};
 
 /// One thing to read, for one reader.
 struct AheadJob {
@@ -68,8 +38,8 @@ struct AheadResult {
     std::uint64_t blocks = 0; ///< That the disk had to give for it.
 };
 
-/// What nobody needs any more. Closing a file may hang, so the readers do it.
-struct AheadRest {
+/// What nobody needs any more. To close a file may hang, so the readers do it.
+struct ToClose {
     std::vector<std::shared_ptr<FileAhead>> files;
     std::vector<std::unique_ptr<FolderListing>> listings;
 
@@ -102,14 +72,14 @@ public:
 
     /// The next thing to read, or nothing for now.
     std::optional<AheadJob> NextJob();
-    void Finish(const AheadJob& job, AheadResult result, AheadRest& rest);
+    void Finish(const AheadJob& job, AheadResult result, ToClose& toClose);
 
     /// Whether NextJob may have something again, since it had nothing.
     bool HasRoom() const { return !m_isStuck; }
 
     /// Its user has come to a folder or a file: what is before it is over. True if that is ready.
-    bool AskFolder(const std::string& path, AheadRest& rest);
-    bool AskFile(const std::string& path, Ahead part, AheadRest& rest);
+    bool AskFolder(const std::string& path, ToClose& toClose);
+    bool AskFile(const std::string& path, Ahead part, ToClose& toClose);
 
     /// Whether its user waits for this.
     bool IsAwaited(const AheadJob& job) const;
@@ -122,7 +92,7 @@ public:
     std::shared_ptr<FileAhead> CurrentFile(const std::string& path) const;
 
     /// Gives up everything.
-    void Clear(AheadRest& rest);
+    void Clear(ToClose& toClose);
 
     /// Readers that work for it.
     std::size_t BusyReaders() const { return m_busy; }
@@ -133,21 +103,21 @@ private:
     Ahead Needed(const AheadFolder& folder, const AheadFile& file) const;
     bool MayFactsHang(const AheadFolder& folder, const AheadFile& file) const;
     std::optional<AheadJob> NextFile(const std::shared_ptr<AheadFolder>& folder);
-    void PassFolders(Folders::iterator end, AheadRest& rest);
-    void PassFiles(AheadFolder& folder, std::size_t end, AheadRest& rest);
-    void PassFile(AheadFile& file, AheadRest& rest);
+    void PassFolders(Folders::iterator end, ToClose& toClose);
+    void PassFiles(AheadFolder& folder, std::size_t end, ToClose& toClose);
+    void PassFile(AheadFile& file, ToClose& toClose);
     void Uncount(AheadFolder& folder);
-    void Keep(AheadFile& file, AheadRest& rest);
-    AheadFile& Find(const std::string& path, AheadRest& rest);
-    void WantFacts(AheadFile& file);
-    void WantContents(AheadFile& file);
-    void Promote();
-    void Demote();
+    void Keep(AheadFile& file, ToClose& toClose);
+    AheadFile& Find(const std::string& path, ToClose& toClose);
+    void NoteLookedFor(AheadFile& file);
+    void NoteOpened(AheadFile& file);
+    void Guess();
+    void TakeGuessesBack();
     template <typename Visit> void ForEachToCome(const Visit& visit);
-    void FinishListing(const AheadJob& job, AheadResult& result, AheadRest& rest);
+    void FinishListing(const AheadJob& job, AheadResult& result, ToClose& toClose);
     void FinishOnTheWay(Folders::iterator here, AheadResult& result);
-    void NoteResult(std::uint64_t blocks, AheadRest& rest);
-    bool MoveWay(const std::string& path, AheadRest& rest);
+    void NoteResult(std::uint64_t blocks, ToClose& toClose);
+    bool MoveOnTheWay(const std::string& path, ToClose& toClose);
     bool IsKnownInMemory(const AheadFolder& folder, const std::string& path) const;
 
     WalkAhead m_walk;
@@ -158,10 +128,10 @@ private:
     std::string m_known; ///< The folder of the file that was read last, in a plan of files.
     FileSystemKind m_knownKind = FileSystemKind::Share; ///< Its kind.
     std::size_t m_held = 0;                             ///< Files with contents, or on their way to them.
-    std::size_t m_listings = 0;  ///< Folders listed, or on their way to it, that its user has not come to.
-    std::size_t m_busy = 0;      ///< Readers that work for it.
-    std::size_t m_streak = 0;    ///< How many unsure files are read ahead.
-    bool m_passedUnasked = true; ///< No file was opened, or an unsure one was passed since the last that was.
+    std::size_t m_listings = 0; ///< Folders listed, or on their way to it, that its user has not come to.
+    std::size_t m_busy = 0;     ///< Readers that work for it.
+    std::size_t m_guesses = 0;  ///< How many unsure files are read ahead.
+    bool m_isRowBroken = true; ///< No unsure file was opened, or one was passed over since the last that was.
     bool m_isStuck = false;
 
     AheadSleep m_sleep;

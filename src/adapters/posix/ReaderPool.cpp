@@ -16,7 +16,7 @@ namespace quavernet::posix {
 
 namespace {
 
-constexpr std::size_t RestAtOnce = 32;     // So much that nobody needs any more is closed before all else.
+constexpr std::size_t MostToClose = 32;    // So much that nobody needs any more is closed before all else.
 constexpr std::size_t EasyQuestions = 256; // After so many without a wait there are readers enough.
 constexpr std::size_t LongestListing = 1 << 20; // Bytes of a folder's listing that are read ahead.
 
@@ -52,7 +52,7 @@ ReaderPool::Disk ReaderPool::RealDisk() {
 
 bool ReaderPool::Begin(const std::shared_ptr<AheadPlan>& plan) {
     const std::lock_guard lock(m_mutex);
-    if (m_lost >= m_mostThreads) {
+    if (m_away >= m_mostThreads) {
         return false;
     }
     m_plans.push_back(plan);
@@ -69,12 +69,12 @@ bool ReaderPool::Begin(const std::shared_ptr<AheadPlan>& plan) {
 void ReaderPool::End(const std::shared_ptr<AheadPlan>& plan) {
     const std::lock_guard lock(m_mutex);
     std::erase(m_plans, plan);
-    plan->Clear(m_rest);
-    m_lost += plan->BusyReaders();
+    plan->Clear(m_toClose);
+    m_away += plan->BusyReaders();
     m_readers -= plan->BusyReaders();
     // Without a thread to be had, those that hang close it when they come back.
-    if (!m_rest.IsEmpty() && m_readers == 0 && !Hire() && m_lost == 0) {
-        m_rest = {};
+    if (!m_toClose.IsEmpty() && m_readers == 0 && !Hire() && m_away == 0) {
+        m_toClose = {};
     }
     m_work.notify_all();
 }
@@ -82,7 +82,7 @@ void ReaderPool::End(const std::shared_ptr<AheadPlan>& plan) {
 // A thread that nobody waits for: it may hang for as long as the disk does. False if there is none to be had,
 // or if as many hang as may.
 bool ReaderPool::Hire() {
-    if (m_readers + m_lost >= m_mostThreads) {
+    if (m_readers + m_away >= m_mostThreads) {
         return false;
     }
     try {
@@ -144,7 +144,7 @@ void ReaderPool::WakeForRoom(const AheadPlan& plan) {
 }
 
 bool ReaderPool::WaitForFolder(AheadPlan& plan, const std::string& path, std::chrono::milliseconds most) {
-    return Wait(plan, true, most, [&] { return plan.AskFolder(path, m_rest); });
+    return Wait(plan, true, most, [&] { return plan.AskFolder(path, m_toClose); });
 }
 
 bool ReaderPool::WaitForFile(AheadPlan& plan, const std::string& path, Ahead part,
@@ -152,7 +152,7 @@ bool ReaderPool::WaitForFile(AheadPlan& plan, const std::string& path, Ahead par
     if (plan.PassesAsleep()) {
         return true;
     }
-    return Wait(plan, false, most, [&] { return plan.AskFile(path, part, m_rest); });
+    return Wait(plan, false, most, [&] { return plan.AskFile(path, part, m_toClose); });
 }
 
 std::unique_ptr<FolderListing> ReaderPool::TakeListing(const std::string& path) {
@@ -183,7 +183,7 @@ std::size_t ReaderPool::Readers() const {
 void ReaderPool::Serve() {
     std::unique_lock lock(m_mutex);
     while (true) {
-        const bool isFull = m_rest.files.size() + m_rest.listings.size() >= RestAtOnce;
+        const bool isFull = m_toClose.files.size() + m_toClose.listings.size() >= MostToClose;
         if (std::optional<Task> task = isFull ? std::nullopt : NextTask()) {
             if (m_idle > 0 && m_readers - m_idle < m_allowed) {
                 m_work.notify_one(); // Where one finds work there may be more.
@@ -194,8 +194,8 @@ void ReaderPool::Serve() {
             if (!Deliver(*task, std::move(result))) {
                 return;
             }
-        } else if (!m_rest.IsEmpty()) {
-            if (!CloseRest(lock)) {
+        } else if (!m_toClose.IsEmpty()) {
+            if (!Close(lock)) {
                 return;
             }
         } else if (m_plans.empty()) {
@@ -210,21 +210,21 @@ void ReaderPool::Serve() {
 }
 
 // To close a file may hang too: who does it is no reader meanwhile. False if the thread is one too many.
-bool ReaderPool::CloseRest(std::unique_lock<std::mutex>& lock) {
-    AheadRest rest;
-    std::swap(rest, m_rest);
+bool ReaderPool::Close(std::unique_lock<std::mutex>& lock) {
+    ToClose toClose;
+    std::swap(toClose, m_toClose);
     --m_readers;
-    ++m_lost;
+    ++m_away;
     lock.unlock();
-    rest.files.clear();
-    rest.listings.clear();
+    toClose.files.clear();
+    toClose.listings.clear();
     lock.lock();
     return ComeBack();
 }
 
 bool ReaderPool::ComeBack() {
-    --m_lost;
-    if (m_readers >= MostReaders && m_rest.IsEmpty()) {
+    --m_away;
+    if (m_readers >= MostReaders && m_toClose.IsEmpty()) {
         return false;
     }
     ++m_readers;
@@ -315,9 +315,7 @@ AheadResult ReaderPool::List(const AheadPlan& plan, const std::string& path) con
         }
         const unsigned kind = KindOfEntry(*listing, entry, wanted);
         if (kind == DT_REG && wanted != Ahead::Nothing) {
-            AheadFile& file = result.files.emplace_back();
-            file.name = name;
-            file.wanted = wanted;
+            result.files.emplace_back(std::string(name), wanted);
         } else if (kind == DT_DIR) {
             std::string below = WithFinalSlash(path).append(name);
             if (plan.Walk().enters(below)) {
@@ -331,7 +329,7 @@ AheadResult ReaderPool::List(const AheadPlan& plan, const std::string& path) con
 
 // False if the thread is one too many.
 bool ReaderPool::Deliver(const Task& task, AheadResult result) {
-    task.plan->Finish(task.job, std::move(result), m_rest);
+    task.plan->Finish(task.job, std::move(result), m_toClose);
     if (std::find(m_plans.begin(), m_plans.end(), task.plan) == m_plans.end()) {
         return ComeBack();
     }

@@ -71,7 +71,7 @@ private:
     void HireMore();
     void WakeForRoom(const AheadPlan& plan);
     void Serve();
-    bool CloseRest(std::unique_lock<std::mutex>& lock);
+    bool Close(std::unique_lock<std::mutex>& lock);
     bool ComeBack();
     std::optional<Task> NextTask();
     AheadResult Do(const Task& task) const;
@@ -87,11 +87,11 @@ private:
     std::condition_variable m_work;
     std::condition_variable m_done;
     Plans m_plans;
-    AheadRest m_rest;
+    ToClose m_toClose;
     std::size_t m_readers = 0;
     std::size_t m_idle = 0;    ///< Readers that wait for work.
     std::size_t m_allowed = 1; ///< Readers that may work at once: as many as keep the user from waiting.
-    std::size_t m_lost = 0;    ///< Threads that still work for a plan that has ended, or close files.
+    std::size_t m_away = 0;    ///< Threads that still work for a plan that has ended, or close files.
     std::size_t m_easy = 0;    ///< Questions since the last that had to wait.
 };
 

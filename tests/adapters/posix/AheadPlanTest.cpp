@@ -22,7 +22,7 @@ class FolderPlanTest : public ::testing::Test {
 protected:
     /// Its user goes to the folder, and meets the disk there.
     void WakeAt(const std::string& folder) {
-        plan.AskFolder(folder, rest);
+        plan.AskFolder(folder, toClose);
         while (plan.IsAsleep()) {
             plan.NoteBlocks([&] { return ++blocks; }, true);
         }
@@ -37,7 +37,7 @@ protected:
             result.kind = FileSystemKind::Disk;
             result.blocks = 1;
             result.subFolders = subFolders[job->path];
-            plan.Finish(*job, std::move(result), rest);
+            plan.Finish(*job, std::move(result), toClose);
         }
         return listed;
     }
@@ -45,7 +45,7 @@ protected:
     std::map<std::string, std::vector<std::string>> subFolders{
         {"/m", {"/m/a", "/m/b", "/m/c"}}, {"/m/a", {"/m/a/x"}}, {"/m/b", {"/m/b/y", "/m/b/z"}}};
     std::uint64_t blocks = 0;
-    posix::AheadRest rest;
+    posix::ToClose toClose;
     AheadPlan plan{{"/m", {}, {}}, true, {}};
 };
 
@@ -62,7 +62,7 @@ TEST_F(FolderPlanTest, APlanThatWakesInAFolderThatNoListingTellsOfLeavesOutNothi
 TEST_F(FolderPlanTest, APlanThatWakesInAFolderThatVanishedGoesOnBesideIt) {
     WakeAt("/m/b/gone");
     EXPECT_THAT(ListAll(), ElementsAre("/m", "/m/b", "/m/b/y", "/m/b/z", "/m/c"));
-    EXPECT_TRUE(plan.AskFolder("/m/c", rest)) << "what its user comes to next is there";
+    EXPECT_TRUE(plan.AskFolder("/m/c", toClose)) << "what its user comes to next is there";
 }
 
 } // namespace
