@@ -275,6 +275,97 @@ TEST_F(LookupsOfTwoProgramsTest, InATransactionTheEngineAnswersALookupOnceUntilI
     EXPECT_EQ(statements.CountOf(lookup), 2);
 }
 
+TEST_F(LookupsOfTwoProgramsTest, ALookupThatFoundNothingIsAnsweredByTheInsertOfItsValue) {
+    const EngineStatements statements;
+    const auto connection = OpenLibrary(libraryPath);
+    const ADODB::WriteLock writeLock(*connection);
+    const std::string byName = "Select Inter_id from Interpret where Interpret = ";
+    const std::string byRate = "Select Quality_id from Quality where Quality = ";
+    for (const char* key : {"1", "2", "3"}) {
+        const std::string name = "'O''" + std::string(key) + "'";
+        const std::string rate = std::string(key) + "28";
+        EXPECT_EQ(RowTextsOf(*connection, byName + name), Texts{});
+        connection->Execute("INSERT  into interpret (INTERPRET) values (" + name + ")");
+        EXPECT_EQ(RowTextsOf(*connection, byRate + rate), Texts{});
+        connection->Execute("Insert into Quality (Quality) values (" + rate + ")");
+        EXPECT_EQ(RowTextsOf(*connection, byName + name), Texts{key});
+        EXPECT_EQ(RowTextsOf(*connection, byRate + rate), Texts{key});
+    }
+    EXPECT_EQ(statements.CountOf(byName), 3);
+    EXPECT_EQ(statements.CountOf(byRate), 3);
+    connection->Execute("Delete from Interpret where Interpret = 'O''3'");
+    EXPECT_EQ(RowTextsOf(*connection, byName + "'O''3'"), Texts{});
+}
+
+// The answer is each time what the rows tell, whatever the insert is.
+TEST_F(LookupsOfTwoProgramsTest, WhatIsNoInsertOfTheLookedUpValueGivesNoAnswer) {
+    {
+        const auto library = sqlite::OpenLibraryFile(libraryPath);
+        sqlite::RunInternal(
+            library.handle.get(),
+            "create table Pairs (A integer, B integer, Name text, primary key (A, B));"
+            "create table Numbers (Id integer primary key, Value real, Name text);"
+            "create table Hidden (rowid integer, Name text);"
+            "create trigger Renamed after insert on Interpret when new.Interpret = 'moved' begin update "
+            "Interpret set Inter_id = 50 where Interpret = 'moved'; end;"
+            "create trigger Doubled after insert on Albums begin insert into Drive (Drive) values ('x'); end;"
+            "create trigger Ignored before insert on Titel when new.Name = 'no' begin select raise(ignore); "
+            "end");
+    }
+    mainModule.Connection = OpenLibrary(libraryPath); // It knows these tables from the beginning.
+    const struct {
+        const char* lookup;
+        const char* insert;
+        Texts answer;
+    } cases[] = {
+        {"Select Inter_id from Interpret where Interpret = 'a'",
+         "Insert into Interpret (Interpret) values ('b')",
+         {}},
+        {"Select Inter_id from Interpret where Interpret = 'c'", "Insert into Titel (Name) values ('c')", {}},
+        {"Select Interpret from Interpret where Interpret = 'd'",
+         "Insert into Interpret (Interpret) values ('d')",
+         {"d"}},
+        {"Select Inter_id from Interpret where Interpret = 'moved'",
+         "Insert into Interpret (Interpret) values ('moved')",
+         {"50"}},
+        {"Select Album_id from Albums where Name = 'e'", "Insert into Albums (Name) values ('e')", {"1"}},
+        {"Select Title_id from Titel where Name = 'no'", "Insert into Titel (Name) values ('no')", {}},
+        {"Select A from Pairs where Name = 'f'", "Insert into Pairs (Name) values ('f')", {""}},
+        {"Select rowid from Hidden where Name = 'g'", "Insert into Hidden (Name) values ('g')", {""}},
+        {"Select Id from Numbers where Value = 9007199254740993",
+         "Insert into Numbers (Value) values (9007199254740993)",
+         {}},
+        {"Select Id from Numbers where Name = 5", "Insert into Numbers (Name) values (5)", {"2"}},
+    };
+    for (const auto& test : cases) {
+        const ADODB::WriteLock writeLock(Connection());
+        EXPECT_EQ(Rows(test.lookup), Texts{}) << test.lookup;
+        Execute(test.insert);
+        EXPECT_EQ(Rows(test.lookup), test.answer) << test.insert;
+    }
+}
+
+TEST_F(LookupsOfTwoProgramsTest, AnInsertAfterAnotherWriteOrAnotherTransactionGivesNoAnswer) {
+    const EngineStatements statements;
+    const auto connection = OpenLibrary(libraryPath);
+    const std::string lookup = "Select Inter_id from Interpret where Interpret = 'A'";
+    const auto ask = [&](const Texts& answer) { EXPECT_EQ(RowTextsOf(*connection, lookup), answer); };
+    connection->LockWrites();
+    ask({});
+    connection->UnlockWrites();
+    connection->Commit();
+    OtherExecute("Insert into Interpret (Inter_id, Interpret) values (7, 'a')");
+    connection->LockWrites();
+    connection->Execute("Insert into Interpret (Interpret) values ('A')");
+    ask({"7", "8"});
+    connection->Execute("Delete from Interpret");
+    ask({});
+    connection->Execute("Insert into Interpret (Interpret) values ('a')");
+    ask({"1"});
+    EXPECT_EQ(statements.CountOf(lookup.substr(0, lookup.find("'A'"))), 4);
+    connection->UnlockWrites();
+}
+
 TEST_F(LookupsOfTwoProgramsTest, OutsideOfATransactionTheEngineIsAskedEachTime) {
     const EngineStatements statements;
     const auto connection = OpenLibrary(libraryPath);
