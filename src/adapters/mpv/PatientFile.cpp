@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <exception>
 #include <system_error>
 #include <thread>
 
@@ -88,17 +89,21 @@ void PatientFile::Serve() {
 
 void PatientFile::OpenFile() {
     std::unique_ptr<BinaryFile> file;
+    std::uint64_t size = 0;
     std::optional<RuntimeError> refusal;
     try {
         file = m_files.Open(m_path, BinaryFile::Access::Read);
-        if (file->Size() == 0) {
+        size = file->Size();
+        if (size == 0) {
             refusal = RuntimeError(ErrorNumber::PathFileAccess, "0 bytes: " + m_path);
         }
     } catch (const RuntimeError& error) {
         refusal = error;
+    } catch (const std::exception& error) {
+        refusal = RuntimeError(ErrorNumber::PathFileAccess, std::string(error.what()) + ": " + m_path);
     }
     const std::lock_guard lock(m_mutex);
-    m_size = file ? file->Size() : 0;
+    m_size = size;
     m_file = std::move(file);
     m_refusal = std::move(refusal);
     m_busy = false;
@@ -109,13 +114,13 @@ void PatientFile::ReadOnce(std::unique_lock<std::mutex>& lock) {
     const std::uint64_t offset = m_offset;
     const std::size_t wanted = m_wanted;
     lock.unlock();
-    m_bytes.resize(std::max(m_bytes.size(), wanted));
     std::int64_t result = -1;
     try {
+        m_bytes.resize(std::max(m_bytes.size(), wanted));
         result = static_cast<std::int64_t>(
             m_file->ReadAt(offset, std::as_writable_bytes(std::span(m_bytes.data(), wanted))));
-    } catch (const RuntimeError&) {
-        // The device fails: the result stays below 0.
+    } catch (const std::exception&) {
+        // The device fails, or there is no memory: the result stays below 0.
     }
     lock.lock();
     const std::uint64_t expected = offset < m_size ? std::min<std::uint64_t>(wanted, m_size - offset) : 0;

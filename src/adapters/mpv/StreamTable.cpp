@@ -1,6 +1,7 @@
 #include "adapters/mpv/StreamTable.h"
 
 #include <charconv>
+#include <exception>
 
 namespace quavernet::mpv {
 
@@ -15,25 +16,33 @@ OpenedStream& StreamOf(void* cookie) {
     return *static_cast<OpenedStream*>(cookie);
 }
 
+/// Null if the engine has closed it.
+std::shared_ptr<PatientFile> FileOf(void* cookie) {
+    return StreamOf(cookie).File();
+}
+
 std::int64_t ReadStream(void* cookie, char* bytes, std::uint64_t count) {
-    return StreamOf(cookie).File()->Read({bytes, static_cast<std::size_t>(count)});
+    const std::shared_ptr<PatientFile> file = FileOf(cookie);
+    return file ? file->Read({bytes, static_cast<std::size_t>(count)}) : std::int64_t{MPV_ERROR_GENERIC};
 }
 
 std::int64_t SeekStream(void* cookie, std::int64_t offset) {
-    if (offset < 0) {
+    const std::shared_ptr<PatientFile> file = FileOf(cookie);
+    if (!file || offset < 0) {
         return MPV_ERROR_GENERIC;
     }
-    StreamOf(cookie).File()->SeekTo(static_cast<std::uint64_t>(offset));
+    file->SeekTo(static_cast<std::uint64_t>(offset));
     return offset;
 }
 
 std::int64_t SizeOfStream(void* cookie) {
-    const std::int64_t size = StreamOf(cookie).File()->Size();
+    const std::shared_ptr<PatientFile> file = FileOf(cookie);
+    const std::int64_t size = file ? file->Size() : -1;
     return size < 0 ? std::int64_t{MPV_ERROR_GENERIC} : size;
 }
 
 void CancelStream(void* cookie) {
-    if (const std::shared_ptr<PatientFile> file = StreamOf(cookie).File()) {
+    if (const std::shared_ptr<PatientFile> file = FileOf(cookie)) {
         file->Cancel();
     }
 }
@@ -44,7 +53,11 @@ void CloseStream(void* cookie) {
 
 int OpenStream(void* table, char* address, mpv_stream_cb_info* stream) {
     // The engine can call a file off only after this: the file is opened meanwhile, and the first read waits.
-    stream->cookie = static_cast<StreamTable*>(table)->Open(address);
+    try {
+        stream->cookie = static_cast<StreamTable*>(table)->Open(address);
+    } catch (const std::exception&) { // No memory.
+        stream->cookie = nullptr;
+    }
     if (stream->cookie == nullptr) {
         return MPV_ERROR_LOADING_FAILED;
     }
@@ -64,9 +77,14 @@ std::shared_ptr<PatientFile> OpenedStream::File() const {
 }
 
 void OpenedStream::Close() {
-    File()->Close();
-    const std::lock_guard lock(m_mutex);
-    m_file.reset();
+    std::shared_ptr<PatientFile> file;
+    {
+        const std::lock_guard lock(m_mutex);
+        file = std::move(m_file);
+    }
+    if (file) {
+        file->Close();
+    }
 }
 
 void StreamTable::Register(const Library& library, mpv_handle* engine) {
@@ -102,9 +120,11 @@ OpenedStream* StreamTable::Open(const std::string& address) {
     if (entry == m_entries.end()) {
         return nullptr;
     }
-    entry->second.file = std::make_shared<PatientFile>(m_files, entry->second.path);
-    entry->second.file->Begin();
-    return &m_streams.emplace_back(entry->second.file);
+    auto file = std::make_shared<PatientFile>(m_files, entry->second.path);
+    OpenedStream& stream = m_streams.emplace_back(file);
+    file->Begin();
+    entry->second.file = std::move(file);
+    return &stream;
 }
 
 } // namespace quavernet::mpv

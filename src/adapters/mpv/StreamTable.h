@@ -25,7 +25,7 @@ public:
     /// Null once it was closed.
     std::shared_ptr<PatientFile> File() const;
 
-    /// Once, when no other call but File is under way.
+    /// Gives the file up, which is not read again.
     void Close();
 
 private:
