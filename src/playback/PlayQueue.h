@@ -175,7 +175,7 @@ private:
     // QueueEdit.cpp
     void RemoveSelected();
     bool BeginAdding();
-    void AddFolder(const std::string& folder); // Lets events run if the folder can't be listed at once.
+    bool AddFolder(const std::string& folder); // Lets events run.
     void SavePlaylist(const std::string& path);
     void WriteEntries(PlaylistWriter& playlist) const;
 
@@ -185,6 +185,7 @@ private:
     bool m_loaded = false;
     int m_depth = 0; ///< Handlers that run inside each other since events ran last.
     bool m_statusChanged = false;
+    bool m_waitsForFolder = false; ///< To be listed. No other one is added meanwhile.
 
     std::int16_t m_currentTrack = 0;
     bool m_paused = false;

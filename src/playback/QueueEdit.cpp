@@ -4,6 +4,7 @@
 #include "app/LoadResString.h"
 #include "app/MainModule.h"
 #include "app/OpenWithShell.h"
+#include "app/ScopedValue.h"
 #include "app/ShowBox.h"
 #include "app/TextNumbers.h"
 #include "library/SqlQuote.h"
@@ -108,6 +109,9 @@ bool PlayQueue::BeginAdding() {
 }
 
 void PlayQueue::mnuAddFolder_Click() {
+    if (m_waitsForFolder) {
+        return;
+    }
     Run([this] {
         const bool wasEmpty = BeginAdding();
         std::optional<std::string> folder;
@@ -115,26 +119,29 @@ void PlayQueue::mnuAddFolder_Click() {
         if (!folder || !m_loaded) {
             return;
         }
-        if (!IsExcludedFolder(*folder)) {
-            AddFolder(*folder);
+        const unsigned starts = m_starts;
+        if (!IsExcludedFolder(*folder) && !AddFolder(*folder)) {
+            return;
         }
-        if (wasEmpty && m_loaded) {
+        if (wasEmpty && starts == m_starts) {
             Start(1, Origin::Player);
         }
     });
 }
 
 // Only the folder's own files, and only those whose extension is in lower case. The folder may lie on a share
-// that hangs: events run until it can be listed, and who closes the window ends the wait.
-void PlayQueue::AddFolder(const std::string& folder) {
+// that hangs: events run until it can be listed. Who closes the window, or empties a queue that had entries,
+// ends the wait: then it is false.
+bool PlayQueue::AddFolder(const std::string& folder) {
     const auto walk = services.fileSystem->GetFolder(folder);
     FolderAhead ahead(walk->Path());
-    const auto letEventsRun = [this] {
+    const ScopedValue waits(m_waitsForFolder, true);
+    const auto letEventsRun = [this, hadEntries = ListCount() > 0, clearings = m_entries.Clearings()] {
         LetEventsRun();
-        return m_loaded;
+        return m_loaded && (!hadEntries || clearings == m_entries.Clearings());
     };
     if (!ahead.WaitForIt(letEventsRun)) {
-        return;
+        return false;
     }
     std::vector<FolderFile> files = walk->List(walk->Path()).files;
     std::sort(files.begin(), files.end(), ComesBefore);
@@ -143,6 +150,7 @@ void PlayQueue::AddFolder(const std::string& folder) {
             AddFile(WithFinalSlash(walk->Path()) + file.name);
         }
     }
+    return true;
 }
 
 // The first name decides about all. A playlist is none of the three kinds.

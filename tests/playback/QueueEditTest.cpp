@@ -269,7 +269,7 @@ TEST_F(QueueOnAShareTest, AWindowThatIsClosedEndsTheWaitForAFolder) {
     EXPECT_EQ(player.FileName(), "");
 }
 
-TEST_F(QueueOnAShareTest, AFileThatIsAddedDuringTheWaitComesFirst) {
+TEST_F(QueueOnAShareTest, AFileThatIsAddedDuringTheWaitComesFirstAndGoesOnPlaying) {
     InEvents([&] {
         dialogs.file = "/m/other.mp3";
         queue.mnuAddFile_Click();
@@ -277,6 +277,31 @@ TEST_F(QueueOnAShareTest, AFileThatIsAddedDuringTheWaitComesFirst) {
     });
     queue.mnuAddFolder_Click();
     EXPECT_THAT(Paths(), ElementsAre("/m/other.mp3", music / "a.mp3", music / "b.wav"));
+    EXPECT_THAT(EngineCalls(),
+                ElementsAre("file /m/other.mp3", "Play", "next ", "next " + (music / "a.mp3")));
+}
+
+TEST_F(QueueOnAShareTest, NoSecondFolderIsAddedDuringTheWait) {
+    InEvents([&] {
+        queue.mnuAddFolder_Click();
+        share.disk.LetGo();
+    });
+    queue.mnuAddFolder_Click();
+    EXPECT_THAT(dialogs.titles, ElementsAre("Wählen Sie einen Ordner"));
+    EXPECT_THAT(Paths(), ElementsAre(music / "a.mp3", music / "b.wav"));
+    queue.mnuAddFolder_Click();
+    EXPECT_EQ(queue.PathCount(), 4U);
+}
+
+TEST_F(QueueOnAShareTest, AQueueThatIsFilledAnewDuringTheWaitTakesNoFolder) {
+    Fill(2);
+    InEvents([&] {
+        queue.cmdRemAll_Click();
+        queue.AddPlaylist("/m/1.mp3");
+        share.disk.LetGo();
+    });
+    queue.mnuAddFolder_Click();
+    EXPECT_THAT(Paths(), ElementsAre("/m/1.mp3"));
 }
 
 // Drops.
