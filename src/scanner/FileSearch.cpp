@@ -11,6 +11,8 @@
 #include "scanner/StoreFileRecord.h"
 #include "scanner/WaitForRead.h"
 
+#include <utility>
+
 namespace quavernet {
 
 namespace {
@@ -104,14 +106,20 @@ bool StoreFile(ScanRun& run, FilesAhead* ahead, const FileFacts& facts) {
 
 // False if the walk was cancelled. A wanted file that can't be had any more only moves the bar.
 bool VisitFile(ScanRun& run, FolderWalk& walk, FilesAhead* ahead, const std::string& folder,
-               const std::string& name) {
+               const std::string& fileName) {
     mainModule.Connection->CommitIfDue();
-    const std::string path = folder.ends_with('/') ? folder + name : folder + "/" + name;
-    const Treatment treatment = TreatmentOf(name, run.view.Options());
+    const std::string path = folder.ends_with('/') ? folder + fileName : folder + "/" + fileName;
+    const Treatment treatment = TreatmentOf(fileName, run.view.Options());
     std::optional<FileFacts> facts;
+    bool isNamed = false; // In the panel: as soon as it is waited for.
+    const auto name = [&] {
+        if (!std::exchange(isNamed, true)) {
+            run.work.SetPanel(ScanPanel::Scanning, run.texts.Scanning + path);
+        }
+    };
     if (treatment != Treatment::PassOver) {
         const bool isOpened = treatment == Treatment::Store && !run.QuickScan;
-        if (!WaitForFile(run, ahead, path, isOpened ? Ahead::Contents : Ahead::Facts)) {
+        if (!WaitForFile(run, ahead, path, isOpened ? Ahead::Contents : Ahead::Facts, name)) {
             ClearFileFields(run.file);
             return false;
         }
@@ -126,7 +134,7 @@ bool VisitFile(ScanRun& run, FolderWalk& walk, FilesAhead* ahead, const std::str
     if (run.work.Cancelled()) {
         return false;
     }
-    run.work.SetPanel(ScanPanel::Scanning, run.texts.Scanning + path);
+    name();
     if (treatment == Treatment::Collect) {
         run.OggPaths.push_back(path);
     } else if (treatment == Treatment::Store) {

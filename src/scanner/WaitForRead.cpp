@@ -1,6 +1,7 @@
 #include "scanner/WaitForRead.h"
 
 #include "app/MainModule.h"
+#include "app/ScopedValue.h"
 #include "platform/RuntimeError.h"
 #include "scanner/FolderOrder.h"
 #include "scanner/ScanRun.h"
@@ -33,8 +34,10 @@ template <typename Ask, typename Events> bool WaitInSteps(const Ask& ask, const 
     return true;
 }
 
-template <typename Ask> bool WaitInScan(const ScanRun& run, const Ask& ask) {
+template <typename Ask>
+bool WaitInScan(const ScanRun& run, const Ask& ask, const std::function<void()>& beforeStep) {
     return WaitInSteps(ask, [&] {
+        beforeStep();
         run.work.DoEvents();
         return !run.work.Cancelled();
     });
@@ -55,12 +58,16 @@ std::unique_ptr<FilesAhead> WalkAheadOf(const ScanRun& run, const std::string& f
 
 bool WaitForFolder(const ScanRun& run, FilesAhead* ahead, const std::string& folder) {
     return ahead == nullptr ||
-           WaitInScan(run, [&](std::chrono::milliseconds most) { return ahead->IsListed(folder, most); });
+           WaitInScan(
+               run, [&](std::chrono::milliseconds most) { return ahead->IsListed(folder, most); }, [] {});
 }
 
-bool WaitForFile(const ScanRun& run, FilesAhead* ahead, const std::string& path, Ahead part) {
+bool WaitForFile(const ScanRun& run, FilesAhead* ahead, const std::string& path, Ahead part,
+                 const std::function<void()>& beforeStep) {
     return ahead == nullptr ||
-           WaitInScan(run, [&](std::chrono::milliseconds most) { return ahead->IsRead(path, part, most); });
+           WaitInScan(
+               run, [&](std::chrono::milliseconds most) { return ahead->IsRead(path, part, most); },
+               beforeStep);
 }
 
 FolderAhead::FolderAhead(std::string folder) : m_folder(std::move(folder)) {
@@ -87,6 +94,8 @@ void NewFilesAhead::WaitFor(const std::string& path, Ahead part) {
     }
     WaitInSteps([&](std::chrono::milliseconds most) { return m_files->IsRead(path, part, most); },
                 [] {
+                    // It may take long, and what is dropped has its place already: nothing may change that.
+                    const ScopedValue alone(mainModule.ActsAlone, true);
                     services.events->DoEvents();
                     return true;
                 });

@@ -22,9 +22,11 @@ std::unique_ptr<FilesAhead> WalkAheadOf(const ScanRun& run, const std::string& f
 
 /// Wait until a folder of the scan can be listed, or a file asked for its facts or opened, without a wait.
 /// False if the scan was cancelled meanwhile. `ahead` may be null. Lets events run if that takes long, with
-/// nothing left that another program would have to wait for.
+/// nothing left that another program would have to wait for, and calls `beforeStep` each time before.
 bool WaitForFolder(const ScanRun& run, FilesAhead* ahead, const std::string& folder);
-bool WaitForFile(const ScanRun& run, FilesAhead* ahead, const std::string& path, Ahead part);
+bool WaitForFile(
+    const ScanRun& run, FilesAhead* ahead, const std::string& path, Ahead part,
+    const std::function<void()>& beforeStep = [] {});
 
 /// A folder that is listed alone; none of its files is opened. Lives until it has been listed.
 class FolderAhead {
@@ -47,7 +49,8 @@ public:
     explicit NewFilesAhead(std::function<std::vector<std::string>()> toCome) : m_toCome(std::move(toCome)) {}
 
     /// Waits until the file can be looked for, or opened, without a wait. If that takes long, commits what is
-    /// written and lets events run. Throws RuntimeError if that fails.
+    /// written and lets events run, in which nothing else acts. Not to be called inside a WriteLock of the
+    /// caller's. Throws RuntimeError if that fails.
     void WaitForFacts(const std::string& path) { WaitFor(path, Ahead::Facts); }
     void WaitForContents(const std::string& path) { WaitFor(path, Ahead::Contents); }
 

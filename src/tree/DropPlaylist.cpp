@@ -48,10 +48,6 @@ std::string AddCategory(const std::string& baseName) {
     return LastCategoryId();
 }
 
-bool IsFileName(const std::string& line) {
-    return line.starts_with('/') && IsAudio(line);
-}
-
 // The files that are named after so many lines, in order, for reading ahead: what the lines lead to is found
 // out when their turn comes.
 std::vector<std::string> FilesAfter(const std::string& playlist, std::size_t lines) {
@@ -61,7 +57,7 @@ std::vector<std::string> FilesAfter(const std::string& playlist, std::size_t lin
     while (text.Next(line)) {
         if (lines > 0) {
             --lines;
-        } else if (IsFileName(line)) {
+        } else if (line.starts_with('/') && IsAudio(line)) {
             files.push_back(line);
         }
     }
@@ -82,6 +78,10 @@ void DropPlaylist(DropRun& run) {
     std::string line;
     std::size_t done = 0;
     NewFilesAhead ahead([&] { return FilesAfter(path, done - 1); });
+    const auto exists = [&](const std::string& named) {
+        ahead.WaitForFacts(named);
+        return FileExists(named);
+    };
     bool isShared = false; // Another program has written since.
     bool isOver = false;
     while (lines.Next(line)) {
@@ -96,10 +96,7 @@ void DropPlaylist(DropRun& run) {
         // Whether a line's file is there is asked with failures passed over, and this ends the drop's own way
         // with failures.
         run.failuresEndDrop = false;
-        if (IsFileName(line)) {
-            ahead.WaitForFacts(line);
-        }
-        const std::string present = PlaylistFile(line);
+        const std::string present = PlaylistFile(line, exists);
         if (present.empty()) {
             ++run.skipped;
             continue;

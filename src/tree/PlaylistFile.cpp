@@ -53,11 +53,9 @@ std::string PathOfAddress(std::string_view address) {
 }
 
 // No other address is looked at: whatever it leads to, the program has not written it.
-std::string FileOfAddress(std::string_view line) {
+std::string FileOfAddress(std::string_view line, const FileQuestion& exists) {
     const std::string path = PathOfAddress(line);
-    return IsFullPath(path) && LineOfFile(path) == line && services.fileSystem->FileExists(path)
-               ? path
-               : std::string();
+    return IsFullPath(path) && LineOfFile(path) == line && exists(path) ? path : std::string();
 }
 
 } // namespace
@@ -66,23 +64,27 @@ std::string LineOfFile(const std::string& path) {
     return path.find_first_of("\r\n") == std::string::npos ? path : Address(path);
 }
 
-std::string FileOfLine(std::string_view line) {
+bool FileExists(const std::string& path) {
+    return services.fileSystem->FileExists(path);
+}
+
+std::string FileOfLine(std::string_view line, const FileQuestion& exists) {
     if (line.starts_with(Scheme)) {
-        return FileOfAddress(line);
+        return FileOfAddress(line, exists);
     }
     if (!IsFullPath(line)) {
         return {};
     }
     std::string path(line);
-    if (services.fileSystem->FileExists(path)) {
+    if (exists(path)) {
         return path;
     }
     std::string decoded = DecodeText(line);
-    return decoded != path && services.fileSystem->FileExists(decoded) ? decoded : std::string();
+    return decoded != path && exists(decoded) ? decoded : std::string();
 }
 
-std::string PlaylistFile(std::string_view line) {
-    return AudioKindOf(line) == AudioKind::None ? std::string() : FileOfLine(line);
+std::string PlaylistFile(std::string_view line, const FileQuestion& exists) {
+    return IsAudio(line) ? FileOfLine(line, exists) : std::string();
 }
 
 } // namespace quavernet

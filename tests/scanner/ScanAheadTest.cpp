@@ -4,6 +4,7 @@
 
 #include "adapters/id3v2/TagLibComponent.h"
 #include "adapters/vorbis/OggInfoReader.h"
+#include "app/MayAct.h"
 #include "scanner/AddDroppedFiles.h"
 #include "scanner/OggBatches.h"
 #include "scanner/ScanDriver.h"
@@ -266,6 +267,7 @@ TEST_F(ScanAheadTest, AScanGoesOnWhenAFileThatHungIsThere) {
     parts.disk.Hang(music / "album/20.mp3");
     events.onDoEvents = [&] {
         if (watched.WaitsFor(music / "album/20.mp3")) {
+            EXPECT_TRUE(work.PanelText(ScanPanel::Scanning).ends_with(music / "album/20.mp3"));
             parts.disk.LetGo();
         }
     };
@@ -332,6 +334,7 @@ TEST_F(ScanAheadTest, ADropWaitsForAFileThatHangsWithTheWindowAlive) {
     events.onDoEvents = [&] {
         if (watched.WaitsFor(music / "b.mp3") && ++waited == 3) {
             EXPECT_TRUE(OthersMayWrite());
+            EXPECT_FALSE(MayAct()) << "another drop, a scan, the window's end";
             parts.disk.LetGo();
         }
     };

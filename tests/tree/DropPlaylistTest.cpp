@@ -1,6 +1,8 @@
 #include "tree/TreeDropTest.h"
 
+#include "app/MayAct.h"
 #include "support/SlowDisk.h"
+#include "tree/PlaylistFile.h"
 
 #include <cstring>
 #include <memory>
@@ -324,21 +326,28 @@ TEST_F(DropPlaylistTest, AnotherPlaylistMayComeInside) {
 
 TEST_F(DropPlaylistTest, AFileThatAShareDoesNotAnswerForLeavesTheWindowAliveAndTheLibraryFree) {
     const std::string a = KnownSong(11, "a.mp3");
-    const std::string b = KnownSong(12, "b.mp3");
+    const std::string b = KnownSong(12, "\xC3\xA4.mp3"); // In another encoding in the playlist.
+    const std::string c = KnownSong(13, "line\nbreak.mp3");
     SlowServices share;
     services.fileSystem = share.fileSystem.get();
     services.readAhead = share.readAhead.get();
-    share.disk.HangLooks(b);
-    int waits = 0;
-    events.onDoEvents = [&] {
-        if (++waits == 3) {
-            OpenLibrary(libraryPath)->Execute("Insert into Categories (Category) values ('another')");
-            share.disk.LetGo();
-        }
-    };
-    DropList("Party.m3u", a + "\n" + b + "\nrelative.mp3\n" + (music / "gone.mp3") + "\n");
-    EXPECT_GE(waits, 3);
-    EXPECT_THAT(Entries("Party"), ElementsAre("1 a.mp3", "2 b.mp3"));
+    for (const std::string& path : {a, b, c}) {
+        int waits = 0;
+        share.disk.HangLooks(path);
+        events.onDoEvents = [&] {
+            if (++waits == 3) {
+                OpenLibrary(libraryPath)->Execute("Insert into Categories (Category) values ('another')");
+                EXPECT_FALSE(MayAct()) << "what is dropped has its place";
+                share.disk.LetGo();
+            }
+        };
+        Execute("Delete from FileCategories");
+        DropList("Party.m3u", a + "\n" + (music / "\xE4.mp3") + "\nrelative.mp3\n" + (music / "gone.mp3") +
+                                  "\n" + LineOfFile(c) + "\n");
+        EXPECT_GE(waits, 3) << path;
+        EXPECT_TRUE(MayAct());
+        EXPECT_THAT(Entries("Party"), ElementsAre("1 a.mp3", "2 \xC3\xA4.mp3", "3 line\nbreak.mp3"));
+    }
     EXPECT_THAT(share.disk.Reads(), IsEmpty()) << "known files are not opened";
 }
 

@@ -54,14 +54,14 @@ void AheadPlan::NoteResult(std::uint64_t blocks, ToClose& toClose) {
 // What a reader is to read of a file: less than is wanted where that would only cost. On a disk the facts
 // cost no more than to ask for them ahead.
 Ahead AheadPlan::Needed(const AheadFolder& folder, const AheadFile& file) const {
-    if (folder.kind == FileSystemKind::Memory || folder.kind == FileSystemKind::Kernel ||
-        file.want == Want::Nothing) {
+    if (folder.kind == FileSystemKind::Memory || folder.kind == FileSystemKind::Kernel) {
         return Ahead::Nothing;
     }
-    if (file.want == Want::Facts || file.want == Want::Unsure) {
-        return MayFactsHang(folder, file) ? Ahead::Facts : Ahead::Nothing;
+    if (file.want > Want::Unsure) {
+        return Ahead::Contents;
     }
-    return Ahead::Contents;
+    const bool isAsked = file.want != Want::Nothing || file.isLookedFor;
+    return isAsked && MayFactsHang(folder, file) ? Ahead::Facts : Ahead::Nothing;
 }
 
 // In a plan of files only those facts are read that are asked for: its user may know the file, and ask for
