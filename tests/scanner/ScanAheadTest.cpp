@@ -9,6 +9,7 @@
 #include "scanner/OggBatches.h"
 #include "scanner/ScanDriver.h"
 #include "support/OggFiles.h"
+#include "support/RefusingDisk.h"
 #include "support/ScanDoubles.h"
 #include "support/SlowDisk.h"
 #include "support/SmallAudio.h"
@@ -17,7 +18,10 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
+
+#include <sys/syscall.h>
 
 namespace quavernet::test {
 namespace {
@@ -193,6 +197,29 @@ TEST_F(ScanAheadTest, AScanFindsShowsAndSendsTheSameWhetherItsFilesAreReadAheadO
             EXPECT_THAT(other.skipped, ElementsAreArray(one.skipped));
         }
     }
+}
+
+// Refused, not with a low limit of the process: the sanitizers need numbers of open files themselves.
+TEST_F(ScanAheadTest, AScanFindsTheSameWhenItsReadersMayOpenNoMoreFiles) {
+    WriteMusic();
+    const Seen plain = Scan();
+    StartOver();
+    const auto pool = std::make_shared<posix::ReaderPool>(RefusingDisk(SYS_openat, EMFILE));
+    PosixFiles files(pool);
+    OggInfoReader ogg(files);
+    const auto fileSystem = CreatePosixFileSystem(pool);
+    const auto readAhead = CreatePosixReadAhead(pool);
+    services.files = &files;
+    services.fileSystem = fileSystem.get();
+    services.oggInfo = &ogg;
+    services.readAhead = readAhead.get();
+    mainModule.TagComponent = CreateTagLibComponent(files);
+    const Seen refused = Scan();
+    mainModule.TagComponent.reset();
+    ASSERT_THAT(plain.rows, SizeIs(30 + 30 + 2 + 1 + 12));
+    EXPECT_THAT(refused.rows, ElementsAreArray(plain.rows));
+    EXPECT_THAT(refused.skipped, ElementsAreArray(plain.skipped));
+    EXPECT_THAT(refused.calls, ElementsAreArray(plain.calls));
 }
 
 TEST_F(ScanAheadTest, AFullScanTakesEachOfItsFilesFromAReader) {

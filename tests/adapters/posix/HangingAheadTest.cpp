@@ -1,14 +1,12 @@
 // Readers that hang or fail: they hold up nothing but what they are at, and their user finds what it would
 // find without them.
 #include "support/ReadAheadTest.h"
-#include "support/RefusedCalls.h"
+#include "support/RefusingDisk.h"
 
 #include <gmock/gmock.h>
 
 #include <cerrno>
-#include <functional>
 #include <thread>
-#include <type_traits>
 
 #include <sys/syscall.h>
 
@@ -118,27 +116,9 @@ TEST_F(HangingAheadTest, TheReadersGoWhenNothingIsLeftToRead) {
     EXPECT_EQ(parts.disk.Pool()->Readers(), 0U);
 }
 
-/// The device fails with each call of this number that a reader makes.
-posix::ReaderPool::Disk FailingDisk(long call) {
-    const auto real = posix::ReaderPool::RealDisk();
-    const auto failing = [call](const auto& ask) {
-        return [=](const std::string& path) {
-            std::invoke_result_t<decltype(ask), const std::string&> result;
-            std::thread([&] {
-                if (Refuse({{call, 0, 0, EIO}})) {
-                    result = ask(path);
-                }
-            }).join();
-            return result;
-        };
-    };
-    return {failing(real.read), failing(real.list), real.look, [](int) { return FileSystemKind::Share; },
-            real.blocks};
-}
-
 TEST_F(FailingAheadTest, AFileThatItsReaderCouldNotReadIsReadByItsUser) {
     const std::string path = Write("a.mp3", "bytes");
-    const auto pool = std::make_shared<posix::ReaderPool>(FailingDisk(SYS_pread64));
+    const auto pool = std::make_shared<posix::ReaderPool>(RefusingDisk(SYS_pread64, EIO));
     const auto ahead = CreatePosixReadAhead(pool)->Files({path}, Ahead::Contents);
     ASSERT_TRUE(ahead->IsRead(path, Ahead::Contents, Long));
     ASSERT_NE(pool->CurrentFile(path), nullptr);
@@ -152,7 +132,7 @@ TEST_F(FailingAheadTest, AFolderThatItsReaderCouldNotListIsListedByItsUser) {
     Write("a.mp3");
     Write("below/b.mp3");
     for (const long call : {SYS_getdents64, SYS_openat}) {
-        const auto pool = std::make_shared<posix::ReaderPool>(FailingDisk(call));
+        const auto pool = std::make_shared<posix::ReaderPool>(RefusingDisk(call, EIO));
         const auto ahead =
             CreatePosixReadAhead(pool)->Walk({music.Path(), [](std::string_view) { return true; },
                                               [](std::string_view) { return Ahead::Nothing; }});
