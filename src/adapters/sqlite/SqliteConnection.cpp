@@ -16,7 +16,6 @@
 #include "adapters/sqlite/LibraryPlace.h"
 #include "adapters/sqlite/LibraryVersion.h"
 #include "adapters/sqlite/LookupCache.h"
-#include "adapters/sqlite/NewRowLookup.h"
 #include "adapters/sqlite/OrderClause.h"
 #include "adapters/sqlite/PageMemory.h"
 #include "adapters/sqlite/ReadTransaction.h"
@@ -70,7 +69,6 @@ public:
         m_reads.Attach(opened.handle.get());
         m_cache.Attach(opened.handle.get());
         m_answers.Attach(opened.handle.get());
-        m_newRow.Attach(opened.handle.get());
         m_pages.Attach(opened.handle.get());
         m_library = std::move(opened.handle);
         m_place.Attach(m_path);
@@ -85,16 +83,10 @@ public:
             EnterTransaction();
             m_lookups.Forget(prepared.tables.writes);
         }
-        const bool answersMiss = writes && MayRemember() && m_newRow.IsInsertOfMiss(m_text, m_cache);
-        const std::int64_t changesBefore = sqlite3_total_changes64(Library());
         StatementRun run(prepared.handle.get());
         const int code = run.ToEnd();
         if (writes) {
-            const bool isOneRow = sqlite3_total_changes64(Library()) - changesBefore == 1;
             m_commits.AfterWrite(Library(), code);
-            if (answersMiss && isOneRow && MayRemember()) {
-                KeepNewRow();
-            }
         } else if (code != SQLITE_DONE) {
             ThrowError(Library(), code);
         }
@@ -180,7 +172,6 @@ private:
     void EnterTransaction() {
         if (!IsInTransaction()) {
             m_reads.End();
-            m_newRow.Forget();
             m_lookups.Clear(); // Until the transaction has begun, others may write.
             m_pages.KeepMany();
         }
@@ -239,20 +230,10 @@ private:
         }
         if (MayRemember()) {
             m_lookups.Keep(statement, rows, prepared.tables.reads);
-            if (rows.Rows() == 0 && rows.Columns() == 1) {
-                m_newRow.NoteMiss(statement, m_text, prepared.tables.reads);
-            }
         } else if (!IsInTransaction() && prepared.tables.reads != 0 && m_text.Literals().empty()) {
             m_answers.Keep(statement, rows);
         }
         return rows;
-    }
-
-    // Triggers would have changed more rows than the one, whose key they leave as the last one given out.
-    void KeepNewRow() {
-        ADODB::RowBlock row(1);
-        row.AddInteger(sqlite3_last_insert_rowid(Library()));
-        m_lookups.Keep(m_newRow.Statement(), row, m_newRow.Reads());
     }
 
     RegionalSettings m_regional;
@@ -263,7 +244,6 @@ private:
     ReadTransaction m_reads;
     StatementCache m_cache;
     LookupCache m_lookups;
-    NewRowLookup m_newRow;
     TableAnswers m_answers;
     TieOrder m_ties;
     StatementText m_text;

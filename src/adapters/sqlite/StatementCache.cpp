@@ -6,7 +6,6 @@
 #include "adapters/sqlite/KeyOrder.h"
 #include "adapters/sqlite/SkipUnchangedRows.h"
 #include "adapters/sqlite/SqliteError.h"
-#include "platform/Ascii.h"
 #include "platform/RuntimeError.h"
 
 namespace quavernet::sqlite {
@@ -55,17 +54,6 @@ PreparedStatement& StatementCache::Get(const std::string& sql) {
         m_statements.clear();
     }
     return m_statements.emplace(sql, std::move(prepared)).first->second;
-}
-
-// The engine calls the row's number by the column's name where it has one. A column that is itself named
-// "rowid" hides it.
-std::string StatementCache::RowKeyOf(const std::string& table) {
-    try {
-        PrepareNoting("Select rowid from " + table);
-    } catch (const RuntimeError&) {
-        return {};
-    }
-    return EqualsIgnoringCase(m_notes.LastColumn(), "rowid") ? std::string() : m_notes.LastColumn();
 }
 
 // A text that fails with the order in it is prepared without: the engine's message is then about what was

@@ -42,10 +42,6 @@ public:
     /// The prepared form; valid until the next call. Throws RuntimeError if the engine can't prepare it.
     PreparedStatement& Get(const std::string& sql);
 
-    /// The column that is the engine's own number of a row ("integer primary key"); empty if the table has
-    /// none or is none.
-    std::string RowKeyOf(const std::string& table);
-
     /// Whether the tables that were noted for the statements still hold.
     bool KnowsTables() const { return !m_notes.IsStale(); }
 

@@ -22,7 +22,6 @@ void TableUseNotes::Attach(sqlite3* database) {
 
 void TableUseNotes::Begin() {
     m_use = TableUse();
-    m_column.clear();
     m_watching = true;
 }
 
@@ -38,9 +37,6 @@ int TableUseNotes::Note(void* notes, int action, const char* first, const char* 
     switch (action) {
     case SQLITE_READ:
         self.m_use.reads |= self.BitOf(first);
-        if (*second != '\0') { // Empty: that the table is read at all.
-            self.m_column = second;
-        }
         break;
     case SQLITE_INSERT:
     case SQLITE_UPDATE:

@@ -36,9 +36,6 @@ public:
     void Begin();
     TableUse End();
 
-    /// The column that the last statement read last; empty if it read none.
-    const std::string& LastColumn() const { return m_column; }
-
     /// The engine has compiled a statement by itself, which it does when another program has changed the
     /// tables themselves: what was noted of the statements no longer holds. So rare that it stays so.
     bool IsStale() const { return m_stale; }
@@ -50,7 +47,6 @@ private:
 
     std::vector<std::string> m_tables; ///< By the number of their bit.
     TableUse m_use;
-    std::string m_column;
     bool m_watching = false;
     bool m_stale = false;
 };

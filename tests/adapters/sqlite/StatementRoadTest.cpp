@@ -228,7 +228,7 @@ TEST_F(StatementRoadTest, OfAScan) {
             "Insert into Quality (Quality) values (?): lifted kept",
             "Select Drive_id from Drive where Drive = ?: lifted kept remembered",
             "Insert into Drive (Drive) values (?): lifted", // Sent once.
-            "Select Title_id from Titel where Name = ?: lifted kept remembered",
+            "Select Title_id from Titel where Name = ?: lifted kept",
             "Insert into Titel (Name) values (?): lifted kept",
             "Select Extension_Id from Extensions where Extension = ?: lifted kept remembered",
             "Select File_id from Files where Path = ?: lifted kept",
