@@ -121,10 +121,10 @@ void AheadPlan::Finish(const AheadJob& job, AheadResult result, ToClose& toClose
     --m_busy;
     AheadFolder& folder = *job.folder;
     if (job.file == AheadJob::NoFile) {
-        if (folder.isOver) {
-            toClose.listings.push_back(std::move(result.listing));
-        } else {
+        if (!folder.isOver) {
             FinishListing(job, result, toClose);
+        } else if (result.listing) {
+            toClose.listings.push_back(std::move(result.listing));
         }
         NoteResult(result.blocks, toClose);
         return;
@@ -132,15 +132,16 @@ void AheadPlan::Finish(const AheadJob& job, AheadResult result, ToClose& toClose
     AheadFile& file = folder.files[job.file];
     file.isBusy = false;
     if (folder.isOver || job.file < folder.passed) {
-        toClose.files.push_back(std::move(result.file));
+        if (result.file) {
+            toClose.files.push_back(std::move(result.file));
+        }
         NoteResult(result.blocks, toClose);
         return;
     }
     file.has = job.part;
     file.file = std::move(result.file);
-    if (job.part == Ahead::Contents && !file.file) {
-        file.isHeld = false;
-        --m_held;
+    if (!file.file) {
+        CountDown(file);
     }
     if (file.has < Needed(folder, file)) { // Its contents have come to be wanted meanwhile.
         folder.next = std::min(folder.next, job.file);
@@ -161,7 +162,9 @@ void AheadPlan::FinishListing(const AheadJob& job, AheadResult& result, ToClose&
     m_isStuck = false;
     const auto here = std::find(m_folders.begin(), m_folders.end(), job.folder);
     if (!folder.leadsTo.empty()) { // Its user has listed it already.
-        toClose.listings.push_back(std::move(result.listing));
+        if (result.listing) {
+            toClose.listings.push_back(std::move(result.listing));
+        }
         FinishOnTheWay(here, result);
         return;
     }
@@ -205,6 +208,7 @@ void AheadPlan::FinishOnTheWay(Folders::iterator here, AheadResult& result) {
 
 bool AheadPlan::AskFolder(const std::string& path, ToClose& toClose) {
     m_place = path;
+    m_isFolderAsked = true;
     if (IsAsleep()) {
         return true;
     }
@@ -213,7 +217,11 @@ bool AheadPlan::AskFolder(const std::string& path, ToClose& toClose) {
     if (found == m_folders.end() && MoveOnTheWay(path, toClose)) {
         return true;
     }
-    if (found == m_folders.end()) { // Reached by a link.
+    if (found == m_folders.end()) { // Reached by a link, or beyond what is listed ahead.
+        const auto current = std::find(m_folders.begin(), m_folders.end(), m_currentFolder);
+        if (current != m_folders.end()) {
+            PassFolders(std::next(current), toClose);
+        }
         found = m_folders.insert(m_folders.begin(), std::make_shared<AheadFolder>());
         (*found)->path = path;
         m_isStuck = false;
@@ -239,6 +247,7 @@ bool AheadPlan::MoveOnTheWay(const std::string& path, ToClose& toClose) {
 }
 
 bool AheadPlan::AskFile(const std::string& path, Ahead part, ToClose& toClose) {
+    m_isFolderAsked = false;
     if (IsAsleep()) {
         return true;
     }
@@ -335,10 +344,14 @@ void AheadPlan::PassFiles(AheadFolder& folder, std::size_t end, ToClose& toClose
     folder.next = std::max(folder.next, folder.passed);
 }
 
-void AheadPlan::PassFile(AheadFile& file, ToClose& toClose) {
+void AheadPlan::CountDown(AheadFile& file) {
     if (std::exchange(file.isHeld, false) && --m_held <= m_limits.files / 2) {
         m_isStuck = false;
     }
+}
+
+void AheadPlan::PassFile(AheadFile& file, ToClose& toClose) {
+    CountDown(file);
     if (file.file) {
         toClose.files.push_back(std::move(file.file));
     }
@@ -428,8 +441,8 @@ bool AheadPlan::IsAwaited(const AheadJob& job) const {
 }
 
 bool AheadPlan::NeedsReader() const {
-    if (m_currentFolder && !m_currentFolder->isListed) {
-        return !m_currentFolder->isBusy;
+    if (m_isFolderAsked) {
+        return m_currentFolder && !m_currentFolder->isListed && !m_currentFolder->isBusy;
     }
     if (m_folders.empty() || m_folders.front()->passed >= m_folders.front()->files.size()) {
         return false;

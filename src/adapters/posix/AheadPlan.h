@@ -106,6 +106,7 @@ private:
     void PassFolders(Folders::iterator end, ToClose& toClose);
     void PassFiles(AheadFolder& folder, std::size_t end, ToClose& toClose);
     void PassFile(AheadFile& file, ToClose& toClose);
+    void CountDown(AheadFile& file);
     void Uncount(AheadFolder& folder);
     void Keep(AheadFile& file, ToClose& toClose);
     AheadFile& Find(const std::string& path, ToClose& toClose);
@@ -135,7 +136,8 @@ private:
     bool m_isStuck = false;
 
     AheadSleep m_sleep;
-    std::string m_place; ///< The folder that was asked for last.
+    std::string m_place;          ///< The folder that was asked for last: where a plan that wakes goes to.
+    bool m_isFolderAsked = false; ///< And since then no file.
 };
 
 } // namespace quavernet::posix

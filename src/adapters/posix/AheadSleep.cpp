@@ -28,6 +28,7 @@ bool AheadSleep::Wakes(const std::function<std::uint64_t()>& blocks, bool isFold
     m_isAsleep = false;
     m_hasMetDisk = false;
     m_fromMemory = 0;
+    m_untilLook = 0; // The next sleep begins with a look.
     return true;
 }
 

@@ -67,14 +67,15 @@ bool ReaderPool::Begin(const std::shared_ptr<AheadPlan>& plan) {
 }
 
 void ReaderPool::End(const std::shared_ptr<AheadPlan>& plan) {
+    ToClose unclosed; // Outlives the lock: to close a file may hang.
     const std::lock_guard lock(m_mutex);
     std::erase(m_plans, plan);
     plan->Clear(m_toClose);
     m_away += plan->BusyReaders();
     m_readers -= plan->BusyReaders();
     // Without a thread to be had, those that hang close it when they come back.
-    if (!m_toClose.IsEmpty() && m_readers == 0 && !Hire() && m_away == 0) {
-        m_toClose = {};
+    if (!m_toClose.IsEmpty() && m_idle == 0 && !Hire() && m_readers + m_away == 0) {
+        std::swap(unclosed, m_toClose);
     }
     m_work.notify_all();
 }

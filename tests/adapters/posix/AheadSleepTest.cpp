@@ -87,5 +87,19 @@ TEST_F(AheadSleepTest, AfterANeedlessWakingItLooksLessOften) {
     EXPECT_EQ(LooksAt(8 * 16), 16);
 }
 
+TEST_F(AheadSleepTest, ASleepBeginsWithALookHoweverRareTheLooksOfTheLastOneWere) {
+    for (int needless = 0; needless < 10; ++needless) {
+        Wake();
+        ThingsUntilSleep();
+    }
+    Wake();
+    sleep.FallsAsleep(1); // The disk is met.
+    ThingsUntilSleep();
+    EXPECT_EQ(LooksAt(1), 1);
+    ++blocks;
+    LooksAt(8);
+    EXPECT_FALSE(sleep.IsAsleep());
+}
+
 } // namespace
 } // namespace quavernet::test
