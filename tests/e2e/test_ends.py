@@ -10,6 +10,7 @@ import unittest
 from desktop import ProgramTest, wait_until
 
 ROW_1 = (300, 118)  # of the main window's list, in a window of the first start's size
+FILE_MENU = (20, 10)
 STORED = {"WindowLeft": "900", "WindowTop": "600"}  # twips: where the settings say that the window is
 MOVED = (200, 120)  # pixels: where the window is moved to
 LOST_DISPLAY = 1
@@ -85,8 +86,7 @@ class EndsTest(ProgramTest):
                 self.assert_ended_in_order()
 
     def open_menu(self, window):
-        self.desktop.click(window, *ROW_1, button=3)
-        self.desktop.click(window, 20, 10)
+        self.desktop.click(window, *FILE_MENU)
         wait_until("a menu", self.popups)
 
     def test_a_dialog_of_a_file_goes_without_saving(self):
