@@ -100,6 +100,10 @@ class Desktop(Screen):
         """Visible windows whose title matches."""
         return self.ask("xdotool", "search", "--onlyvisible", "--name", title).split()
 
+    def windows_of(self, pid):
+        """Visible windows of a program."""
+        return self.ask("xdotool", "search", "--onlyvisible", "--pid", pid).split()
+
     def window(self, title):
         return wait_until(f"a window {title!r}", lambda: self.windows(title))[0]
 
@@ -298,7 +302,7 @@ class ProgramTest(unittest.TestCase):
         return first[0] == "S"
 
     def main_is_alone(self):
-        mine = self.desktop.ask("xdotool", "search", "--onlyvisible", "--pid", self.program.pid).split()
+        mine = self.desktop.windows_of(self.program.pid)
         return len([window for window in mine if min(self.desktop.geometry(window)[2:]) > 50]) == 1
 
     def scan(self, window, folder):
@@ -317,7 +321,7 @@ class ProgramTest(unittest.TestCase):
 
     def popups(self):
         """Windows of the program that the window manager does not manage: its open menus."""
-        mine = self.desktop.ask("xdotool", "search", "--onlyvisible", "--pid", self.program.pid).split()
+        mine = self.desktop.windows_of(self.program.pid)
         return [window for window in mine if min(self.desktop.geometry(window)[2:]) > 20 and
                 "window state" not in self.desktop.ask("xprop", "-id", window, "WM_STATE")]
 
@@ -329,8 +333,10 @@ class ProgramTest(unittest.TestCase):
                          "click", "--repeat", repeat, "--delay", 60, button)
 
     def ended(self):
-        """Waits for the program's end; its exit code."""
+        """Waits for the program's end; its exit code. On a busy screen its windows stand for a moment more: the next start
+        would be taken for them."""
         wait_until("the program's end", lambda: self.program.poll() is not None)
+        wait_until("its windows to go", lambda: not self.desktop.windows_of(self.program.pid))
         return self.program.returncode
 
     def limit_written_files(self, size):

@@ -133,8 +133,7 @@ class ExchangeTest(ProgramTest):
                 self.assertEqual(self.ended(), 0)
 
     def large_windows(self, pid):
-        mine = self.desktop.ask("xdotool", "search", "--onlyvisible", "--pid", pid).split()
-        return [window for window in mine if min(self.desktop.geometry(window)[2:]) > 50]
+        return [window for window in self.desktop.windows_of(pid) if min(self.desktop.geometry(window)[2:]) > 50]
 
     @staticmethod
     def runs(pid):

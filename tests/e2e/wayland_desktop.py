@@ -100,6 +100,10 @@ class WaylandDesktop(Screen):
     def windows(self, title):
         return [node["id"] for node in self.nodes() if re.search(title, node["name"] or "")]
 
+    def windows_of(self, pid):
+        """Windows of a program; none on a screen that is gone."""
+        return [] if self.server.poll() is not None else [node["id"] for node in self.nodes() if node["pid"] == pid]
+
     def window(self, title):
         return wait_until(f"a window {title!r}", lambda: self.windows(title))[0]
 

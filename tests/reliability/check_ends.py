@@ -81,6 +81,7 @@ class Ends(ProgramTest):
                 self.program.send_signal(number)
                 self.program.wait(60)
                 took.append(time.monotonic() - begun)
+                self.ended()
                 self.look_at_the_end(state, number)
             print(f"{state.__name__:14} {len(took)} ends, median {sorted(took)[len(took) // 2]:.2f} s, "
                   f"longest {max(took):.2f} s", flush=True)

@@ -84,7 +84,7 @@ class KilledScanTest(ProgramTest):
 
     def kill(self):
         self.program.kill()
-        self.program.wait()
+        self.ended()
 
     def forget_library(self):
         shutil.rmtree(self.library_folder, ignore_errors=True)

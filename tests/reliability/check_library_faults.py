@@ -168,9 +168,9 @@ class LibraryFaults(ProgramTest):
         expect_texts(self, box, re.escape(FIRST_TEXT[title]), details)
         self.desktop.activate(box)
         self.desktop.key("Escape")
-        wait_until("the program's end", lambda: self.program.poll() is not None)
+        code = self.ended()
         self.assertEqual(self.state(), before)
-        return self.program.returncode
+        return code
 
     def box_or_end(self, title):
         boxes = self.desktop.windows(f"^{title}$")
@@ -417,15 +417,14 @@ def outcome_of_a_scan(self, page):
     self.desktop.picture(f"fault-noise-page-{state}")
     if not boxes:
         self.program.kill()
-        self.program.wait()
+        self.ended()
         return "unused"
     first = FIRST_TEXT[OPEN_BOX["GER"]] if self.desktop.title(boxes[0]) == OPEN_BOX["GER"] else None
     self.desktop.activate(boxes[0])
     expect_texts(self, boxes[0], re.escape(first) if first else r"Fehler: \d+ - .*\nDas Programm wird beendet\.",
                  re.escape(self.details("damaged", "GER")))
     self.desktop.key("Escape")
-    wait_until("the program's end", lambda: self.program.poll() is not None)
-    self.assertIn(self.program.returncode, (0, 1), "a crash")
+    self.assertIn(self.ended(), (0, 1), "a crash")
     return state
 
 

@@ -62,7 +62,7 @@ class Instance:
         return None
 
     def mine(self):
-        return self.desktop.ask("xdotool", "search", "--onlyvisible", "--pid", self.process.pid).split()
+        return self.desktop.windows_of(self.process.pid)
 
     def is_alone(self):
         return len([w for w in self.mine() if min(self.desktop.geometry(w)[2:]) > 50]) == 1
