@@ -38,7 +38,9 @@ class PlayerTest(ProgramTest):
         before = self.hits()
         self.double_click(window, ROW_1)
         wait_until("a counted play", lambda: self.hits() > before)
-        return self.desktop.window(PLAYER)
+        player = self.desktop.window(PLAYER)
+        self.desktop.activate(player)  # A late last click leaves it behind the main window.
+        return player
 
     def test_a_double_click_plays_and_the_buttons_act(self):
         window = self.start_with_music()
