@@ -351,7 +351,9 @@ class ProgramTest(unittest.TestCase):
                                         stdout=self.out)
         self.addCleanup(self.partner.wait)
         self.addCleanup(self.partner.terminate)
-        return self.desktop.window("^Drag partner$")
+        partner = self.desktop.window("^Drag partner$")
+        self.desktop.activate(partner)  # Until the window manager has put it in its place.
+        return partner
 
     def end_partner(self):
         self.partner.terminate()
