@@ -278,10 +278,10 @@ void AheadPlan::Keep(AheadFile& file, ToClose& toClose) {
     if (!file.file) {
         return;
     }
-    m_current.push_back(std::move(file.file));
-    if (m_current.size() > m_limits.kept) {
-        toClose.files.push_back(std::move(m_current.front()));
-        m_current.pop_front();
+    m_kept.push_back(std::move(file.file));
+    if (m_kept.size() > m_limits.kept) {
+        toClose.files.push_back(std::move(m_kept.front()));
+        m_kept.pop_front();
     }
 }
 
@@ -459,14 +459,14 @@ std::unique_ptr<FolderListing> AheadPlan::TakeListing(const std::string& path) {
 }
 
 std::shared_ptr<FileAhead> AheadPlan::CurrentFile(const std::string& path) const {
-    const auto found = std::find_if(m_current.begin(), m_current.end(),
-                                    [&](const auto& file) { return file->Path() == path; });
-    return found == m_current.end() ? nullptr : *found;
+    const auto found =
+        std::find_if(m_kept.begin(), m_kept.end(), [&](const auto& file) { return file->Path() == path; });
+    return found == m_kept.end() ? nullptr : *found;
 }
 
 void AheadPlan::Clear(ToClose& toClose) {
-    toClose.files.insert(toClose.files.end(), m_current.begin(), m_current.end());
-    m_current.clear();
+    toClose.files.insert(toClose.files.end(), m_kept.begin(), m_kept.end());
+    m_kept.clear();
     m_currentFolder.reset();
     PassFolders(m_folders.end(), toClose);
 }

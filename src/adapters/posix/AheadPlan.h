@@ -67,7 +67,7 @@ public:
     bool IsAsleep() const { return m_sleep.IsAsleep(); }
 
     /// As AheadSleep tells.
-    bool PassesAsleep() { return m_sleep.PassesFile(); }
+    bool SleepsOn() { return m_sleep.SleepsOn(); }
     void NoteBlocks(const std::function<std::uint64_t()>& blocks, bool isFolder);
 
     /// The next thing to read, or nothing for now.
@@ -125,7 +125,7 @@ private:
     Limits m_limits;
     Folders m_folders; ///< In the walk's order; the first is where its user is.
     std::shared_ptr<AheadFolder> m_currentFolder;
-    std::deque<std::shared_ptr<FileAhead>> m_current; ///< Files that were asked for last.
+    std::deque<std::shared_ptr<FileAhead>> m_kept; ///< Files that were asked for last.
     std::string m_known; ///< The folder of the file that was read last, in a plan of files.
     FileSystemKind m_knownKind = FileSystemKind::Share; ///< Its kind.
     std::size_t m_held = 0;                             ///< Files with contents, or on their way to them.

@@ -20,7 +20,7 @@ public:
 
     /// Whether it sleeps, and need not look up for one more file. Asked by the thread alone that asks for the
     /// files, which needs no lock for it.
-    bool PassesFile() {
+    bool SleepsOn() {
         if (!m_isAsleep || m_untilLook <= 1) {
             return false;
         }

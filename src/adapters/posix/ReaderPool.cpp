@@ -150,7 +150,7 @@ bool ReaderPool::WaitForFolder(AheadPlan& plan, const std::string& path, std::ch
 
 bool ReaderPool::WaitForFile(AheadPlan& plan, const std::string& path, Ahead part,
                              std::chrono::milliseconds most) {
-    if (plan.PassesAsleep()) {
+    if (plan.SleepsOn()) {
         return true;
     }
     return Wait(plan, false, most, [&] { return plan.AskFile(path, part, m_toClose); });

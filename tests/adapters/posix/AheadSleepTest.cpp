@@ -13,7 +13,7 @@ protected:
     int LooksAt(int files) {
         int looks = 0;
         for (int i = 0; i < files; ++i) {
-            if (!sleep.PassesFile()) {
+            if (!sleep.SleepsOn()) {
                 sleep.Wakes([&] { return ++looks, blocks; }, false);
             }
         }
@@ -22,7 +22,7 @@ protected:
     /// Asks until it is awake, while the disk gives something for each file.
     void Wake() {
         while (sleep.IsAsleep()) {
-            if (!sleep.PassesFile()) {
+            if (!sleep.SleepsOn()) {
                 sleep.Wakes([&] { return ++blocks; }, false);
             }
         }
@@ -50,7 +50,7 @@ TEST_F(AheadSleepTest, ItSleepsAsLongAsTheDiskGivesNothing) {
 
 TEST_F(AheadSleepTest, WhatMayNotSleepIsAwakeForEver) {
     AheadSleep awake(false);
-    EXPECT_FALSE(awake.PassesFile());
+    EXPECT_FALSE(awake.SleepsOn());
     for (int i = 0; i < 1000; ++i) {
         EXPECT_FALSE(awake.FallsAsleep(0));
     }
